@@ -1,0 +1,140 @@
+#include "support/test_world.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavlo::test {
+
+ScriptedPrompts::~ScriptedPrompts() { verify(); }
+
+void ScriptedPrompts::expect_box(std::string title, std::string text, BoxAnswer answer) {
+  expected_.push_back({'b', std::move(title), std::move(text), answer, {}});
+}
+
+void ScriptedPrompts::expect_line(std::string title, std::optional<std::string> answer) {
+  expected_.push_back({'l', std::move(title), {}, BoxAnswer::ok, std::move(answer)});
+}
+
+void ScriptedPrompts::expect_file(std::string title, std::optional<std::string> answer) {
+  expected_.push_back({'f', std::move(title), {}, BoxAnswer::ok, std::move(answer)});
+}
+
+void ScriptedPrompts::verify() {
+  for (const Expected& missing : expected_)
+    ADD_FAILURE() << "expected and not shown: [" << missing.title << "] " << missing.text;
+  expected_.clear();
+}
+
+std::optional<ScriptedPrompts::Expected> ScriptedPrompts::next(char kind, const std::string& title,
+                                                               const std::string& text) {
+  if (expected_.empty()) {
+    ADD_FAILURE() << "not expected: [" << title << "] " << text;
+    return std::nullopt;
+  }
+  Expected expected = expected_.front();
+  expected_.pop_front();
+  EXPECT_EQ(expected.kind, kind) << "[" << title << "] " << text;
+  EXPECT_NE(title.find(expected.title), std::string::npos)
+      << "title [" << title << "], expected [" << expected.title << "]";
+  EXPECT_NE(text.find(expected.text), std::string::npos)
+      << "text [" << text << "], expected [" << expected.text << "]";
+  return expected;
+}
+
+BoxAnswer ScriptedPrompts::show(const Box& box) {
+  shown_.push_back(box);
+  if (accept_all_) return BoxAnswer::ok;
+  const auto expected = next('b', box.title, box.text);
+  return expected ? expected->answer : BoxAnswer::cancel;
+}
+
+std::optional<std::string> ScriptedPrompts::ask_line(const std::string& title,
+                                                     const std::string& text, const std::string&) {
+  const auto expected = next('l', title, text);
+  return expected ? expected->line : std::nullopt;
+}
+
+std::optional<std::string> ScriptedPrompts::choose_file(const FileRequest& request) {
+  const auto expected = next('f', request.title, "");
+  return expected ? expected->line : std::nullopt;
+}
+
+double TestClock::seconds_since_midnight() { return std::fmod(seconds_, 86400.0); }
+
+DateTime TestClock::now() {
+  const int second = static_cast<int>(seconds_since_midnight());
+  return {2026, 11, 21, second / 3600, second / 60 % 60, second % 60, 6};
+}
+
+double TestClock::day_count() { return 46347.0 + seconds_ / 86400.0; }
+
+TextExtent FixedTextMeasure::measure(const std::string& utf8, const FontChoice& font) {
+  const auto characters =
+      std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0xC0) != 0x80; });
+  return {0.6 * font.size_points * static_cast<double>(characters), 1.2 * font.size_points};
+}
+
+void MemoryFiles::fail_at(int operation, FileFault fault) {
+  fail_at_ = operations_ + operation;
+  fault_ = fault;
+}
+
+std::optional<FileResult> MemoryFiles::fault_now(const std::string& path) {
+  if (++operations_ != fail_at_) return std::nullopt;
+  return FileResult{fault_, "fault made for the test: " + path};
+}
+
+FileResult MemoryFiles::read_whole(const std::string& path, std::uint64_t limit,
+                                   std::string& bytes) {
+  if (const auto fault = fault_now(path)) return *fault;
+  const auto found = files.find(path);
+  if (found == files.end()) return {FileFault::not_found, "there is no such file"};
+  if (found->second.size() > limit) return {FileFault::too_large, "the file is too large"};
+  bytes = found->second;
+  return {};
+}
+
+FileResult MemoryFiles::write_whole(const std::string& path, std::string_view bytes) {
+  if (const auto fault = fault_now(path)) return *fault;
+  files[path] = std::string(bytes);
+  return {};
+}
+
+int RecordingViews::count(const std::string& line) const {
+  return static_cast<int>(std::count(said.begin(), said.end(), line));
+}
+
+TestWorld::TestWorld() : session(ports()) {}
+TestWorld::~TestWorld() = default;
+
+Ports TestWorld::ports() {
+  return {prompts, event_loop, clock, entropy, clipboard, text_measure, files, host, views};
+}
+
+DataSet make_data(const std::vector<Point>& points) {
+  DataSet data = fuStandardData();
+  data.Count = static_cast<std::int32_t>(points.size());
+  data.Points.resize(data.Count);
+  for (int i = 1; i <= data.Count; ++i) {
+    const Point& from = points[static_cast<std::size_t>(i) - 1];
+    DataPoint& to = data.Points(i);
+    to.X = static_cast<float>(from.x);
+    to.Fails = from.fails;
+    to.Susps = from.susps;
+    to.Order = i;
+    to.Mode = static_cast<std::int16_t>(from.mode);
+    while (data.nModes < from.mode) {
+      data.ModeNames.push_back("mode" + std::to_string(++data.nModes));
+    }
+  }
+  return data;
+}
+
+double relative_difference(double a, double b) {
+  const double larger = std::max(std::fabs(a), std::fabs(b));
+  return larger == 0.0 ? 0.0 : std::fabs(a - b) / larger;
+}
+
+}  // namespace tavlo::test

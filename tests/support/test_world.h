@@ -1,0 +1,178 @@
+// TestWorld: the world of one test. Every port is one that the test controls;
+// a box that the test did not expect, or expected and did not get, fails it.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ports/ports.h"
+#include "project/session.h"
+
+namespace tavlo::test {
+
+/// Answers boxes from a queue. `title` and `text` must be found in the box.
+class ScriptedPrompts : public Prompts {
+ public:
+  ~ScriptedPrompts() override;
+
+  void expect_box(std::string title, std::string text, BoxAnswer answer = BoxAnswer::ok);
+  void expect_line(std::string title, std::optional<std::string> answer);
+  void expect_file(std::string title, std::optional<std::string> answer);
+
+  /// Accepts every box with OK and keeps it, for tests that count.
+  void accept_all() { accept_all_ = true; }
+  const std::vector<Box>& shown() const { return shown_; }
+
+  /// Fails the test for each expected box that did not come; forgets them.
+  void verify();
+
+  BoxAnswer show(const Box& box) override;
+  std::optional<std::string> ask_line(const std::string& title, const std::string& text,
+                                      const std::string& suggestion) override;
+  std::optional<std::string> choose_file(const FileRequest& request) override;
+
+ private:
+  struct Expected {
+    char kind;  // 'b'ox, 'l'ine, 'f'ile
+    std::string title;
+    std::string text;
+    BoxAnswer answer = BoxAnswer::ok;
+    std::optional<std::string> line;
+  };
+  std::optional<Expected> next(char kind, const std::string& title, const std::string& text);
+
+  bool accept_all_ = false;
+  std::deque<Expected> expected_;
+  std::vector<Box> shown_;
+};
+
+/// Stands still until the test moves it. Starts on 21 November 2026, 14:05:09.
+class TestClock : public Clock {
+ public:
+  void advance(double seconds) { seconds_ += seconds; }
+  double seconds_since_midnight() override;
+  DateTime now() override;
+  double day_count() override;
+  double steady_seconds() override { return seconds_; }
+
+ private:
+  double seconds_ = 14 * 3600 + 5 * 60 + 9;
+};
+
+/// The same numbers in every run.
+class SeededEntropy : public Entropy {
+ public:
+  std::uint32_t next() override { return state_ = state_ * 1664525u + 1013904223u; }
+
+ private:
+  std::uint32_t state_ = 12345;
+};
+
+class FakeClipboard : public Clipboard {
+ public:
+  std::string text() override { return plain; }
+  void set_text(const std::string& new_plain, const std::string& new_rtf) override {
+    plain = new_plain;
+    rtf = new_rtf;
+  }
+  std::string plain;
+  std::string rtf;
+};
+
+/// Every character is 0.6 of the font size wide, every line 1.2 of it high.
+class FixedTextMeasure : public TextMeasure {
+ public:
+  TextExtent measure(const std::string& utf8, const FontChoice& font) override;
+};
+
+/// Files in memory. fail_at(n) makes the n-th operation from now on fail.
+class MemoryFiles : public FileSystem {
+ public:
+  void fail_at(int operation, FileFault fault = FileFault::disk_full);
+  int operations() const { return operations_; }
+
+  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
+  FileResult write_whole(const std::string& path, std::string_view bytes) override;
+  bool exists(const std::string& path) override { return files.contains(path); }
+
+  std::map<std::string, std::string> files;
+
+ private:
+  std::optional<FileResult> fault_now(const std::string& path);
+  int operations_ = 0;
+  int fail_at_ = 0;
+  FileFault fault_ = FileFault::none;
+};
+
+class QuietEventLoop : public EventLoop {
+ public:
+  void yield() override { ++turns; }
+  long turns = 0;
+};
+
+class FakeHost : public Host {
+ public:
+  std::string environment(const std::string& name) override { return variables[name]; }
+  bool start_program(const std::string& program, const std::vector<std::string>&) override {
+    started.push_back(program);
+    return true;
+  }
+  std::map<std::string, std::string> variables;
+  std::vector<std::string> started;
+};
+
+/// Keeps what the core told the windows, one line each: "chart 1", "grid 1".
+class RecordingViews : public Views {
+ public:
+  void status(const std::string& text) override { said.push_back("status " + text); }
+  void busy_pointer(bool busy) override { said.push_back(busy ? "busy" : "ready"); }
+  void fit_button_caption(int fit_index, const std::string& caption) override {
+    said.push_back("button " + std::to_string(fit_index) + " " + caption);
+  }
+  void sheet_changed(int index) override { said.push_back("sheet " + std::to_string(index)); }
+  void fit_grid_changed(int index) override { said.push_back("grid " + std::to_string(index)); }
+  void chart_changed(int index) override { said.push_back("chart " + std::to_string(index)); }
+  void log_changed() override { said.push_back("log"); }
+
+  int count(const std::string& line) const;
+  std::vector<std::string> said;
+};
+
+/// One point for `fill_data`.
+struct Point {
+  double x = 0;
+  double fails = 1;
+  double susps = 0;
+  int mode = 0;
+};
+
+/// A fresh session in a world of its own.
+struct TestWorld {
+  TestWorld();
+  ~TestWorld();
+
+  ScriptedPrompts prompts;
+  QuietEventLoop event_loop;
+  TestClock clock;
+  SeededEntropy entropy;
+  FakeClipboard clipboard;
+  FixedTextMeasure text_measure;
+  MemoryFiles files;
+  FakeHost host;
+  RecordingViews views;
+  Session session;
+
+  Ports ports();
+};
+
+/// A data set of the points, in the order given; modes get the names "mode1"...
+DataSet make_data(const std::vector<Point>& points);
+
+/// |a - b| relative to the larger of the two; 0 when both are 0.
+double relative_difference(double a, double b);
+
+}  // namespace tavlo::test
