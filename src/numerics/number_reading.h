@@ -1,0 +1,29 @@
+// fd_Str2Dbl: the number that a person meant, read from the text that was typed.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "numerics/error_reporter.h"
+
+namespace tavlo {
+
+/// Number punctuation of the system, taken once at the start.
+struct NumberPunctuation {
+  char DecimalPoint = '.';
+  char ListPoint = ',';
+};
+
+/// The number in `text`, 0 if there is none. `text` is rewritten to its cleaned
+/// form: digits, separator and exponent, without sign and suffix; "0" where
+/// nothing numeric is left. The suffixes K M G T P % multiply. Units are read
+/// as suffixes too ("5 cm" is 5e6): kept on purpose.
+/// `whole` receives the nearest 32-bit integer, ties to even, or 0 out of range.
+double fd_Str2Dbl(ErrorReporter& reporter, std::string& text, std::int32_t& whole,
+                  const NumberPunctuation& punctuation = {});
+
+/// The same where only the value counts.
+double fd_Str2Dbl(ErrorReporter& reporter, const std::string& text,
+                  const NumberPunctuation& punctuation = {});
+
+}  // namespace tavlo

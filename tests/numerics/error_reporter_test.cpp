@@ -1,0 +1,121 @@
+#include "numerics/error_reporter.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+
+#include "numerics/slots.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+struct Reported : testing::Test {
+  void report(int code, int number = 0) {
+    reporter.gErrCode = code;
+    const RunTimeError error(number);
+    reporter.Error_Chk_Show(number == 0 ? nullptr : &error);
+  }
+  std::size_t boxes() const { return prompts.shown().size(); }
+
+  test::ScriptedPrompts prompts;
+  test::TestClock clock;
+  ErrorReporter reporter{prompts, clock};
+};
+
+TEST_F(Reported, every_code_has_its_detail_and_title) {
+  struct Row {
+    int code;
+    int number;
+    const char* title;
+    const char* detail;
+    int last;
+  };
+  reporter.gErrCount = 17;
+  for (const Row& row : {
+           Row{1001, 5, "Inputs out of bounds", "Invalid input", 1001},
+           Row{1002, 0, "Excessive iterations: 17", "Excessive iterations", 1002},
+           Row{1003, 0, "Array too small", "Array too small to solve", 1003},
+           Row{1004, 0, "Undefined Array", "Undefined Array", 1004},
+           Row{1005, 11, "Singular Matrix cannot be solved", "Singular Matrix", 1005},
+           Row{1006, 6, "Error in Matrix Solution", "Matrix Problem", 1006},
+           Row{0, 62, "Error: 62 Input past end of file", "Input past end of file", 62},
+           Row{1234, 0, "Undetermined Error:  1234", "Undetermined Error", 1234},
+       }) {
+    prompts.expect_box(row.title, row.detail);
+    reporter.add_lines({"Prefix", "Place:"});
+    report(row.code, row.number);
+    EXPECT_EQ(prompts.shown().back().title, row.title);
+    EXPECT_EQ(prompts.shown().back().text, "Prefix\nPlace:\n" + std::string(row.detail));
+    EXPECT_EQ(prompts.shown().back().icon, BoxIcon::exclamation);
+    EXPECT_EQ(reporter.gErrLast, row.last);
+    EXPECT_EQ(reporter.gErrCode, 0);
+    EXPECT_EQ(reporter.gErrDetail + reporter.gErrTitle, "");
+  }
+}
+
+TEST_F(Reported, log_has_date_title_and_detail_until_it_is_full) {
+  reporter.gErrMode = 2;
+  report(1004);
+  const std::string entry = "\n\n2026-11-21 14:05:09\nUndefined Array\nUndefined Array";
+  EXPECT_EQ(reporter.gErrLog, entry);
+  reporter.log_limit = 2 * static_cast<std::int64_t>(entry.size());
+  report(1004);
+  report(1004);
+  EXPECT_EQ(reporter.gErrLog, entry + entry);
+  EXPECT_EQ(boxes(), 0u);
+}
+
+TEST_F(Reported, silent_mode_keeps_code_and_texts) {
+  reporter.gErrMode = 4;
+  report(1003);
+  report(1003);
+  EXPECT_EQ(reporter.gErrCode, 1003);
+  EXPECT_EQ(reporter.gErrLast, 1003);
+  EXPECT_EQ(reporter.gErrLog, "");
+  EXPECT_EQ(reporter.gErrDetail, "Array too small to solveArray too small to solve");
+}
+
+TEST_F(Reported, repeats_are_left_out_for_25_seconds) {
+  prompts.accept_all();
+  reporter.gErrMode = 8;
+  report(1001);
+  report(1001);
+  EXPECT_EQ(boxes(), 1u);
+  report(1002);  // another error
+  EXPECT_EQ(boxes(), 2u);
+  clock.advance(25);
+  report(1002);
+  EXPECT_EQ(boxes(), 2u);
+  clock.advance(25.5);
+  report(1002);
+  EXPECT_EQ(boxes(), 3u);
+}
+
+TEST_F(Reported, midnight_ends_a_repeat) {
+  prompts.accept_all();
+  reporter.gErrMode = 8;
+  clock.advance(86399 - clock.seconds_since_midnight());
+  report(0, 6);
+  clock.advance(2);
+  report(0, 6);
+  EXPECT_EQ(boxes(), 2u);
+}
+
+TEST_F(Reported, guarded_reports_and_gives_the_fallback) {
+  prompts.expect_box("Error: 9 Subscript out of range", "Place:\nSubscript out of range");
+  prompts.expect_box("Error: 7 Out of memory", "Place:\nOut of memory");
+  const Slots<int> slots(3, 8);
+  const auto words = error_words("Place:");
+  const auto element = [&](int index) {
+    return guarded(reporter, -1, words, [&] { return slots(index); });
+  };
+  EXPECT_EQ(element(0), 8);
+  EXPECT_EQ(element(3), 8);
+  EXPECT_EQ(element(4), -1);
+  EXPECT_EQ(guarded(reporter, -1, words, []() -> int { throw std::bad_alloc(); }), -1);
+  EXPECT_THROW(slots(-1), RunTimeError);
+}
+
+}  // namespace
+}  // namespace tavlo

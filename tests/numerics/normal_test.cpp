@@ -1,0 +1,119 @@
+#include "numerics/normal.h"
+
+#include <gtest/gtest.h>
+
+#include <boost/math/distributions/normal.hpp>
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+// Boost.Math in 80-bit arithmetic is good to 1e-18 here.
+const boost::math::normal_distribution<long double> reference;
+
+struct NormalTest : testing::Test {
+  /// Relative difference of fd_NormZ from the reference.
+  double quantile_error(double p) {
+    const long double exact = boost::math::quantile(reference, static_cast<long double>(p));
+    return static_cast<double>(std::fabs((fd_NormZ(reporter, p) - exact) / exact));
+  }
+
+  test::ScriptedPrompts prompts;
+  test::TestClock clock;
+  ErrorReporter reporter{prompts, clock};
+};
+
+TEST_F(NormalTest, cumulative_probability_agrees_with_the_reference) {
+  double worst_absolute = 0;
+  double worst_relative = 0;
+  for (int i = -37000; i <= 10000; ++i) {
+    const double z = i / 1000.0;
+    const long double exact = boost::math::cdf(reference, static_cast<long double>(z));
+    const auto error = static_cast<double>(std::fabs(fd_NormCDF(reporter, z) - exact));
+    worst_absolute = std::max(worst_absolute, error);
+    if (z < -3) worst_relative = std::max(worst_relative, error / static_cast<double>(exact));
+  }
+  RecordProperty("worst_absolute", std::to_string(worst_absolute * 1e16) + "e-16");
+  RecordProperty("worst_relative", std::to_string(worst_relative * 1e11) + "e-11");
+  EXPECT_LE(worst_absolute, 4e-16);
+  EXPECT_LE(worst_relative, 1e-10);
+}
+
+// The two continued fractions don't meet at 8 exactly; both evaluated in 40 digits.
+TEST_F(NormalTest, tail_changes_its_form_at_8) {
+  EXPECT_NEAR(fd_NormCDF(reporter, -8) / 6.2209605742495106e-16, 1, 4e-15);
+  EXPECT_NEAR(fd_NormCDF(reporter, std::nextafter(-8, -9)) / 6.2209605743584569e-16, 1, 4e-14);
+}
+
+TEST_F(NormalTest, far_ends_are_exact) {
+  EXPECT_EQ(fd_NormCDF(reporter, 10.0000001), 1);
+  EXPECT_EQ(fd_NormCDF(reporter, std::numeric_limits<double>::infinity()), 1);
+  EXPECT_GT(fd_NormCDF(reporter, -37), 0);
+  EXPECT_EQ(fd_NormCDF(reporter, -37.0000001), 0);
+}
+
+TEST_F(NormalTest, quantile_agrees_with_the_reference_in_all_regions) {
+  struct Region {
+    double from, to;  // of ln p below the middle, of ln(1 - p) above it
+    bool above;
+  };
+  std::mt19937_64 random(2);
+  int number = 0;
+  for (const Region& region :
+       {Region{-455.9, std::log(1e-11), false}, Region{std::log(1e-11), std::log(0.075), false},
+        Region{std::log(0.075), std::log(0.925), false},
+        Region{std::log(1e-11), std::log(0.075), true},
+        Region{std::log(2e-16), std::log(1e-11), true}}) {
+    std::uniform_real_distribution<double> logarithm(region.from, region.to);
+    double worst = 0;
+    for (int i = 0; i < 5000; ++i) {
+      const double tail = std::exp(logarithm(random));
+      worst = std::max(worst, quantile_error(region.above ? 1 - tail : tail));
+    }
+    RecordProperty("worst_" + std::to_string(++number), std::to_string(worst * 1e16) + "e-16");
+    EXPECT_LE(worst, 2e-15) << "region " << number;
+  }
+}
+
+TEST_F(NormalTest, quantile_is_right_on_both_sides_of_each_switch) {
+  for (const double p : {1e-11, 0.075, 0.5, 0.925, 0.99999999999}) {
+    for (const double side : {0.0, 1.0}) {
+      const double next = std::nextafter(p, side);
+      EXPECT_LE(quantile_error(next), 2e-15) << p;
+    }
+  }
+  EXPECT_EQ(fd_NormZ(reporter, 0.5), 0);
+}
+
+TEST_F(NormalTest, quantile_and_probability_undo_each_other) {
+  for (double z = -30; z <= 5; z += 0.0625) {
+    const double p = fd_NormCDF(reporter, z);
+    EXPECT_NEAR(fd_NormCDF(reporter, fd_NormZ(reporter, p)) / p, 1, 1e-10) << z;
+  }
+}
+
+TEST_F(NormalTest, probabilities_outside_the_range_are_reported) {
+  for (const double p : {0.0, 1.0, 1e-198, -0.5, 1.5, std::nan("")}) {
+    prompts.expect_box("Inputs out of bounds",
+                       "CDF range: 0 < CDF <  1\nfd_NormZ routine:\nInvalid input");
+    EXPECT_EQ(fd_NormZ(reporter, p), 0);
+  }
+  EXPECT_EQ(prompts.shown().front().text.substr(0, 41),
+            "Normal Inverse (Zscore) Routine: \nCDF= 0\n");
+  EXPECT_LT(fd_NormZ(reporter, 1e-197), -29);
+}
+
+TEST_F(NormalTest, nan_is_reported_with_the_range) {
+  prompts.expect_box("Error: 5 ",
+                     "Normal Distribution (CDF)routine: \nsigma= NaN\nsigma range: -37 < sigma < "
+                     "10\nsigma < -37 rounds to zero, \nsigma >  10 rounds to one\n"
+                     "fd_NormCDF routine:\n");
+  EXPECT_EQ(fd_NormCDF(reporter, std::nan("")), 0);
+}
+
+}  // namespace
+}  // namespace tavlo

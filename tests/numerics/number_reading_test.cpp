@@ -1,0 +1,134 @@
+#include "numerics/number_reading.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+struct NumberReadingTest : testing::Test {
+  test::ScriptedPrompts prompts;
+  test::TestClock clock;
+  ErrorReporter reporter{prompts, clock};
+};
+
+TEST_F(NumberReadingTest, reads_what_a_person_types) {
+  struct Row {
+    const char* text;
+    double value;
+    const char* cleaned;
+  };
+  for (const Row& row : {
+           Row{"1.5K", 1500, "1.5"},
+           {"-50%", -0.5, "50"},
+           {"abc", 0, "0"},
+           {"", 0, ""},
+           {"  ", 0, "0"},
+           {"-", 0, "0"},
+           {"+-5", 5, "5"},
+           {"-+5", -5, "5"},
+           {" -5", -5, "5"},
+           {"1,234.5", 1234.5, "1234.5"},
+           {"1.2.3", 0, "0"},
+           {".5", 0.5, ".5"},
+           {"5.", 5, "5."},
+           {"1E3", 1000, "1E3"},
+           {"1e3 cycles", 1000, "1E3"},
+           {"100 days", 100, "100"},
+           {"100 hrs", 100, "100"},
+           {"5 cm", 5e6, "5"},
+           {"12 M", 12e6, "12"},
+           {"1E", 1, "1"},
+           {"1E0", 1, "1"},
+           {"1D2", 100, "1D2"},
+           {"1E+", 1, "1"},
+           {"E5", 0, "0"},
+           {"TEST 5", 0, "0"},
+           {"1E2E3", 0, "0"},
+           {"2E-3", 0.002, "2E-3"},
+           {"1E-999", 0, "1E-999"},
+           {"3-4", 34, "34"},
+           {"1K%", 0.01, "1"},
+           {"NaN", 0, "0"},
+           {"inf", 0, "0"},
+           {"0x1F", 1, "01"},
+           {"1E5K", 1e8, "1E5"},
+           {"1E1.5", 0, "0"},
+           {"0E999", 0, "0E999"},
+           {"1-2", 12, "12"},
+           {"5 PSI", 5, "5"},
+           {"MED 5", 0, "0"},
+           {"3 km", 3e6, "3"},
+           {"1 g", 1e9, "1"},
+           {"12 days", 12, "12"},
+           {"1.5k", 1500, "1.5"},
+           {"7%", 0.07, "7"},
+           {".", 0, "0"},
+           {"0.1T", 1e11, "0.1"},
+           {"2 P", 2e15, "2"},
+           {"1e+2", 100, "1E+2"},
+           {"1E0E0", 1, "1"},
+           {"E+", 0, "0"},
+           {"\xD9\xA3", 0, "0"},
+           {"0.001E99999999999", 0, nullptr},
+       }) {
+    if (row.cleaned == nullptr) prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\n");
+    std::string text = row.text;
+    std::int32_t whole = 0;
+    EXPECT_EQ(fd_Str2Dbl(reporter, text, whole), row.value) << row.text;
+    EXPECT_EQ(text, row.cleaned ? row.cleaned : "0") << row.text;
+  }
+}
+
+TEST_F(NumberReadingTest, the_decimal_separator_is_that_of_the_system) {
+  EXPECT_EQ(fd_Str2Dbl(reporter, "1.234,5", {',', ';'}), 1234.5);
+}
+
+TEST_F(NumberReadingTest, whole_is_the_nearest_integer_within_its_limits) {
+  for (const auto& [given, expected] : {std::pair{"2.5", 2},
+                                        {"3.5", 4},
+                                        {"-2.5", -2},
+                                        {"2147483640", 2147483640},
+                                        {"-2147483640", -2147483640},
+                                        {"2147483641", 0},
+                                        {"2147483640.1", 0},
+                                        {"1E300", 0}}) {
+    std::string text = given;
+    std::int32_t whole = -1;
+    fd_Str2Dbl(reporter, text, whole);
+    EXPECT_EQ(whole, expected) << given;
+  }
+}
+
+TEST_F(NumberReadingTest, too_large_numbers_are_reported_as_0) {
+  for (const char* given : {"1E999", "-1.8E308", "1E306K"}) {
+    prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\nOverflow");
+    std::string text = given;
+    std::int32_t whole = 9;
+    EXPECT_EQ(fd_Str2Dbl(reporter, text, whole), 0) << given;
+    EXPECT_EQ(text, "0");
+    EXPECT_EQ(whole, 0);
+  }
+}
+
+TEST_F(NumberReadingTest, hostile_text_gives_a_finite_number_at_once) {
+  prompts.accept_all();
+  EXPECT_EQ(fd_Str2Dbl(reporter, std::string(1'000'000, '0') + "5"), 0);
+  EXPECT_EQ(fd_Str2Dbl(reporter, std::string(5000, 'E')), 0);
+  std::mt19937_64 random(5);
+  const std::string letters = std::string("0159.,+-eEdDkM% x\t") + '\0' + '\xff';
+  for (int round = 0; round < 50000; ++round) {
+    std::string text;
+    for (auto length = random() % 12; length > 0; --length)
+      text += letters[random() % letters.size()];
+    std::int32_t whole = 0;
+    EXPECT_TRUE(std::isfinite(fd_Str2Dbl(reporter, text, whole))) << text;
+    EXPECT_EQ(text.find_first_not_of("0123456789.ED+-"), std::string::npos) << text;
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

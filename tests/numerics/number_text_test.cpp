@@ -1,0 +1,126 @@
+#include "numerics/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace tavlo {
+namespace {
+
+TEST(NumberTextTest, reads_as_a_person_writes) {
+  struct Row {
+    double value;
+    int digits;
+    const char* text;
+  };
+  for (const Row& row : {
+           Row{100, 15, "100"},
+           {0.25, 15, "0.25"},
+           {1e20, 15, "1E+20"},
+           {0, 15, "0"},
+           {-0.0, 15, "0"},
+           {0.1 + 0.2, 15, "0.3"},
+           {-1234.5, 15, "-1234.5"},
+           {1e15, 15, "1E+15"},
+           {123456789012345, 15, "123456789012345"},
+           {0.00001, 15, "0.00001"},
+           {1.5e-6, 15, "1.5E-06"},
+           {-2e-300, 15, "-2E-300"},
+           {123456, 3, "123000"},
+           {999.96, 4, "1000"},
+           {5e-324, 15, "4.94065645841247E-324"},
+           {std::nan(""), 15, "NaN"},
+           {-INFINITY, 15, "-Infinity"},
+       })
+    EXPECT_EQ(number_text(row.value, row.digits), row.text);
+}
+
+TEST(NumberTextTest, patterns_show_the_digits_that_they_ask_for) {
+  struct Row {
+    double value;
+    const char* pattern;
+    const char* text;
+  };
+  for (const Row& row : {
+           Row{2.675, "0.00", "2.68"},
+           {0.125, "0.00", "0.13"},
+           {-0.125, "0.00", "-0.13"},
+           {-0.001, "0.00", "0.00"},
+           {0, "0.00", "0.00"},
+           {999.999, "0.00", "1000.00"},
+           {0.005, "0.00", "0.01"},
+           {0.0049, "0.00", "0.00"},
+           {0.5, "0", "1"},
+           {0.25, "00.0000%", "25.0000%"},
+           {0.000001, "00.0000%", "00.0001%"},
+           {4e-7, "00.0000%", "00.0000%"},
+           {1, "00.00%", "100.00%"},
+           {12345, "0E+0", "1E+4"},
+           {0.00012, "0E+0", "1E-4"},
+           {9.96, "0.0E+0", "1.0E+1"},
+           {1234.5, "0.00E+00", "1.23E+03"},
+           {0, "0.00E+00", "0.00E+00"},
+           {99.96, "00.0E-0", "10.0E1"},
+           {1234567.8, "#,##0", "1,234,568"},
+           {0, "#,##0", "0"},
+           {999, "#,##0", "999"},
+           {12, "000", "012"},
+           {2.5, "0.0##", "2.5"},
+           {2.5, "0.##", "2.5"},
+           {3, "0.##", "3"},
+           {0.5, "#.#", ".5"},
+           {7, "(0)", "(7)"},
+           {1e20, "0", "100000000000000000000"},
+           {1e-300, "0.0", "0.0"},
+           {42, "", "42"},
+           {42, "%", "42"},
+           {std::nan(""), "0.0", "NaN"},
+       })
+    EXPECT_EQ(format_number(row.value, row.pattern), row.text)
+        << row.value << " by " << row.pattern;
+}
+
+TEST(NumberTextTest, only_whole_finite_numbers_are_parsed) {
+  for (const auto& [text, value] : {std::pair{"1.5", 1.5},
+                                    {"+5", 5.0},
+                                    {"-.5", -0.5},
+                                    {"5.", 5.0},
+                                    {"1e3", 1000.0},
+                                    {"1E-999", 0.0},
+                                    {"-1e-400", 0.0},
+                                    {"0e99999999999999999999", 0.0}})
+    EXPECT_EQ(parse_number(text), value) << text;
+  for (const char* text : {"",         " 1",
+                           "1 ",       "inf",
+                           "-inf",     "nan",
+                           "NaN(1)",   "0x1F",
+                           "1e999",    "-1e999",
+                           "1.2.3",    "1,5",
+                           "--1",      "+-1",
+                           "-+1",      "+",
+                           "-",        ".",
+                           "e5",       "1e",
+                           "1e+",      "1e99999999999999999999",
+                           "infinity", "1\n"})
+    EXPECT_EQ(parse_number(text), std::nullopt) << text;
+  EXPECT_EQ(parse_number(std::string(400, '0') + "1e-5"), 1e-5);
+  EXPECT_EQ(parse_number("1" + std::string(400, '0')), std::nullopt);
+  EXPECT_EQ(parse_number("0." + std::string(400, '0') + "1e5"), 0.0);
+  EXPECT_EQ(parse_number(std::string("1\0", 2)), std::nullopt);
+}
+
+TEST(NumberTextTest, texts_read_back) {
+  std::mt19937_64 random(6);
+  for (int round = 0; round < 20000; ++round) {
+    const auto value = std::bit_cast<double>(random());
+    if (!std::isfinite(value)) continue;
+    EXPECT_EQ(parse_number(exact_number_text(value)), value);
+    EXPECT_EQ(parse_number(number_text(value, 17)), value);
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,48 @@
+#include "numerics/sorting.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+struct SortArrayTest : testing::Test {
+  test::ScriptedPrompts prompts;
+  test::TestClock clock;
+  ErrorReporter reporter{prompts, clock};
+};
+
+TEST_F(SortArrayTest, sorts_the_first_slots_and_leaves_the_others) {
+  std::mt19937_64 random(4);
+  for (int bound = 0; bound <= 60; ++bound) {
+    for (const int count : {-1, 0, 1, bound / 2, bound, bound + 1}) {
+      Slots<double> list(bound);
+      for (int i = 1; i <= bound; ++i) list(i) = static_cast<double>(random() % 20);
+      std::vector<double> expected(list.begin() + 1, list.end());
+      const int sorted = count < 1 || count > bound ? bound : count;
+      std::sort(expected.begin(), expected.begin() + sorted);
+      Sort_Array(reporter, list, count);
+      EXPECT_EQ(std::vector<double>(list.begin() + 1, list.end()), expected) << bound << count;
+    }
+  }
+}
+
+TEST_F(SortArrayTest, nan_is_refused_and_leaves_the_list) {
+  prompts.expect_box("Error: 5 ", "Error during Sort: \nArray Size:3\nSort_Array routine:\n");
+  Slots<double> list(3);
+  list(1) = 2;
+  list(2) = 1;
+  list(3) = std::nan("");
+  Sort_Array(reporter, list);
+  EXPECT_EQ(list(1), 2);
+  Sort_Array(reporter, list, 2);  // NaN lies behind
+  EXPECT_EQ(list(1), 1);
+}
+
+}  // namespace
+}  // namespace tavlo
