@@ -1,0 +1,116 @@
+// The records of a project: data sets with their points, and fit sets with the
+// fits of one data set. Windows only show them; the project's arrays own them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "numerics/slots.h"
+
+namespace tavlo {
+
+/// One row of a data set. Row 0 of a set is its summary: totals in `Fails` and
+/// `Susps`, the weighted means of the last regression in `XT` and `YT`, the
+/// rank state (see rank_state) in `Order`, the mode being fitted in `Mode`.
+struct DataPoint {
+  double Fails = 0;            ///< failures at X; may be a fraction
+  double Susps = 0;            ///< suspensions at X; may be a fraction
+  std::array<double, 3> XT{};  ///< X on paper: 1 of the fit at work, 2 by failure mode
+  std::array<double, 3> YT{};  ///< Y on paper, same indexes; 0 on a row without a rank
+  float X = 0;                 ///< time to failure or suspension
+  float Y = 0;                 ///< cumulative fraction failed; 0 on a row without failures
+  std::int32_t Order = 0;      ///< order number of the point as it was entered
+  std::int16_t Mode = 0;       ///< index into DataSet::ModeNames; 0 is none
+  std::int16_t Spare = 0;      ///< kept for the project file
+  std::string Comment;
+};
+
+/// Bits of row 0's `Order`.
+namespace rank_state {
+inline constexpr std::int32_t untouchable = 63;  ///< any of bits 0 to 5: leave the ranks alone
+inline constexpr std::int32_t without_benard = 64;
+inline constexpr std::int32_t with_benard = 128;
+}  // namespace rank_state
+
+/// Inspection or grouped data; held and saved.
+struct InspectionList {
+  Slots<float> Times;
+  Slots<float> Counts;
+  Slots<std::int16_t> Flags;
+  std::int32_t Last = 0;  ///< upper bound of the three arrays
+};
+
+/// A warranty profile; held and saved.
+struct WarrantyProfile {
+  std::vector<double> Table = {0.0};  ///< (Rows + 1) x (Cols + 1) values, row by row
+  std::int32_t Spare = 0;
+  std::int32_t Rows = 0;
+  std::int32_t Cols = 0;
+  std::int16_t Kind = 0;
+  std::string Title = "Warranty Profile";
+};
+
+struct DataSet {
+  bool FitsCurrent = true;
+  bool Flag2 = false;
+  double Reserved = 0;
+  double XMax = 0;  ///< X and Y of the last and of the first row with failures
+  double XMin = 0;
+  double YMax = 0;
+  double YMin = 0;
+  std::int32_t UniqueId = 0;
+  std::int32_t Count = 0;  ///< number of points, the upper bound of `Points`
+  std::int16_t Changed = 0;
+  std::int32_t nModes = 0;
+  std::int32_t nInspection = 0;
+  std::int32_t nProfiles = 0;
+  std::int16_t XScale = 2;
+  std::int16_t YScale = 32;
+  Slots<std::string> ModeNames;
+  std::string Title = "Data 0";
+  Slots<DataPoint> Points;
+  Slots<InspectionList> Inspection;
+  Slots<WarrantyProfile> Profiles;
+};
+
+/// One population of a fit. What `Scale` and `Shape` hold depends on the family:
+/// Weibull 1/eta and beta, Gumbel 1/Xi and Del, Normal mu and 1/sigma, LogNormal
+/// the median and 1/sigma.
+struct FitParam {
+  double Scale = 0;
+  double Fraction = 0;  ///< share of all units; 0 for a further mode of the same units
+  double Shape = 0;
+  double T0 = 0;             ///< minimum life
+  std::int32_t Applies = 0;  ///< bit i - 1: acts in sub-population i
+};
+
+enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };
+
+/// One model fitted by one method.
+struct FitResult {
+  double Quality = 0;  ///< r squared of a regression, ln of the likelihood for MLE
+  std::int16_t ModelCode = 0;
+  std::int16_t Method = 0;
+  FitStatus Status = FitStatus::not_calculated;
+  std::int32_t nRows = 0;  ///< upper bound of `Rows`
+  std::string Label;
+  Slots<FitParam> Rows;
+};
+
+/// All the fits of one data set.
+struct FitSet {
+  std::int32_t UniqueId = 0;
+  Slots<std::int32_t> DataIds;  ///< slot 1 names the data set
+  std::int32_t nFits = 0;
+  std::int32_t nDataIds = 0;
+  Slots<FitResult> Fits;
+  std::string Title = "Fit 0";
+};
+
+/// Factory defaults; without an identity.
+DataSet fuStandardData();
+FitSet fuStandard_Fit();
+
+}  // namespace tavlo

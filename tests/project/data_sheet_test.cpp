@@ -1,0 +1,135 @@
+#include "project/data_sheet.h"
+
+#include <gtest/gtest.h>
+
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+using test::TestWorld;
+
+struct Cells {
+  std::string x, fails, susps;
+  friend bool operator==(const Cells&, const Cells&) = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Cells& cells) {
+  return out << "[" << cells.x << "|" << cells.fails << "|" << cells.susps << "]";
+}
+
+Cells cells_of(const DataSheet& sheet, int row = 1) {
+  return {sheet.grd_Data.text(row, sheet_column::x), sheet.grd_Data.text(row, sheet_column::fails),
+          sheet.grd_Data.text(row, sheet_column::susps)};
+}
+
+DataSheet& sheet_of(TestWorld& world) { return *world.session.gDataForm(1); }
+
+void type(DataSheet& sheet, const std::string& text,
+          EditDirection direction = EditDirection::none) {
+  sheet.start_edit(text);
+  sheet.finish_edit(direction);
+}
+
+TEST(DataSheet, ReadsTheNotationIntoItsColumns) {
+  struct Row {
+    const char* typed;
+    bool negative_is_suspension;
+    Cells cells;
+  };
+  const Row rows[] = {
+      {"100", true, {"100", "1", ""}},      {" 100 ", true, {"100", "1", ""}},
+      {"-100", true, {"100", "", "1"}},     {"-100", false, {"-100", "1", ""}},
+      {">100", false, {"100", "", "1"}},    {"100s", true, {"100", "", "1"}},
+      {"100x5", true, {"100", "5", ""}},    {"100X5", true, {"100", "5", ""}},
+      {">100x5", true, {"100", "", "5"}},   {"-100x2.5", true, {"100", "", "2.5"}},
+      {"1.5k", true, {"1500", "1", ""}},    {"1e3", true, {"1000", "1", ""}},
+      {"100 days", true, {"100", "", "1"}}, {"5 cm", true, {"5000000", "1", ""}},
+      {"abc", true, {"0", "1", ""}},        {"0.1", true, {"0.1", "1", ""}},
+  };
+  for (const Row& row : rows) {
+    TestWorld world;
+    world.session.settings.NegativeSuspension = row.negative_is_suspension;
+    type(sheet_of(world), row.typed);
+    EXPECT_EQ(cells_of(sheet_of(world)), row.cells) << row.typed;
+  }
+}
+
+TEST(DataSheet, ACountStandsUntilAnotherOneIsTyped) {
+  TestWorld world;
+  DataSheet& sheet = sheet_of(world);
+  sheet.enter(1, sheet_column::x, "100x5");
+  sheet.enter(1, sheet_column::x, "120");
+  EXPECT_EQ(cells_of(sheet), (Cells{"120", "5", ""}));
+  sheet.enter(1, sheet_column::x, ">120");
+  EXPECT_EQ(cells_of(sheet), (Cells{"120", "5", "1"})) << "failures and a suspension at one time";
+  sheet.enter(1, sheet_column::x, "120x2");
+  EXPECT_EQ(cells_of(sheet), (Cells{"120", "2", "1"}));
+}
+
+TEST(DataSheet, MarksWhatWasChangedAndNothingElse) {
+  TestWorld world;
+  DataSheet& sheet = sheet_of(world);
+  sheet.enter(3, sheet_column::x, "100");
+  EXPECT_FALSE(sheet.bclean);
+  EXPECT_EQ(sheet.nclean, (1u << sheet_column::x) | (1u << sheet_column::fails));
+  EXPECT_EQ(sheet.lrows, 3);
+
+  sheet.bclean = true;
+  sheet.nclean = 0;
+  sheet.enter(3, sheet_column::x, " 100 ");
+  EXPECT_TRUE(sheet.bclean) << "the same text again is no change";
+  EXPECT_EQ(sheet.nclean, 0);
+
+  sheet.enter(3, sheet_column::mode, "  Broken  ");
+  EXPECT_EQ(sheet.grd_Data.text(3, sheet_column::mode), "Broken") << "words stay as typed";
+  sheet.enter(3, sheet_column::fails, "1,234.5");
+  EXPECT_EQ(sheet.grd_Data.text(3, sheet_column::fails), "1234.5");
+  sheet.enter(3, sheet_column::fails, "");
+  EXPECT_EQ(sheet.grd_Data.text(3, sheet_column::fails), "") << "an emptied cell is empty, not 0";
+}
+
+TEST(DataSheet, EnterAndArrowsMoveAsInASpreadsheet) {
+  struct Row {
+    EditDirection direction;
+    int row, column;
+  };
+  const Row rows[] = {{EditDirection::none, 3, 3},
+                      {EditDirection::down, 3, 3},
+                      {EditDirection::up, 1, 3},
+                      {EditDirection::left, 2, 2},
+                      {EditDirection::right, 2, 4}};
+  for (const Row& row : rows) {
+    TestWorld world;
+    DataSheet& sheet = sheet_of(world);
+    sheet.grd_Data.go_to(2, sheet_column::fails);
+    type(sheet, "7", row.direction);
+    EXPECT_EQ(sheet.grd_Data.row(), row.row);
+    EXPECT_EQ(sheet.grd_Data.column(), row.column);
+    EXPECT_FALSE(sheet.editing());
+  }
+}
+
+TEST(DataSheet, TheEdgesOfTheSheetHold) {
+  TestWorld world;
+  DataSheet& sheet = sheet_of(world);
+  type(sheet, "", EditDirection::none);
+  EXPECT_EQ(sheet.grd_Data.row(), 1) << "Enter on nothing stays";
+  type(sheet, "5", EditDirection::left);
+  EXPECT_EQ(sheet.grd_Data.column(), sheet_column::x) << "the row numbers are not for typing";
+  type(sheet, "5", EditDirection::up);
+  EXPECT_EQ(sheet.grd_Data.row(), 1);
+
+  const int last = sheet.grd_Data.rows() - 1;
+  sheet.grd_Data.go_to(last, sheet_column::x);
+  type(sheet, "9");
+  EXPECT_EQ(sheet.grd_Data.row(), last + 1);
+  EXPECT_EQ(sheet.grd_Data.text(last + 1, sheet_column::order), std::to_string(last + 1));
+  sheet.start_edit("77");
+  sheet.cancel_edit();
+  sheet.txt_Edit_LostFocus();
+  EXPECT_EQ(sheet.grd_Data.text(last + 1, sheet_column::x), "") << "Esc leaves the cell";
+}
+
+}  // namespace
+}  // namespace tavlo

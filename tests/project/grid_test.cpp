@@ -1,0 +1,73 @@
+#include "project/grid.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace tavlo {
+namespace {
+
+std::vector<std::string> column_of(const Grid& grid, int column) {
+  std::vector<std::string> texts;
+  for (int r = 1; r < grid.rows(); ++r) texts.push_back(grid.text(r, column));
+  return texts;
+}
+
+Grid grid_of(const std::vector<std::string>& keys) {
+  Grid grid(static_cast<int>(keys.size()) + 1, 2);
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    grid.set_text(static_cast<int>(i) + 1, 0, std::to_string(i));
+    grid.set_text(static_cast<int>(i) + 1, 1, keys[i]);
+  }
+  return grid;
+}
+
+TEST(Grid, SortsWholeRowsAsNumbersAndKeepsTheOrderOfEqualOnes) {
+  Grid grid = grid_of({"10", "9", "", "1E2", "9", "-1", "word"});
+  grid.sort_rows(1, 7, 1, true);
+  EXPECT_EQ(column_of(grid, 1),
+            (std::vector<std::string>{"-1", "", "word", "9", "9", "10", "1E2"}));
+  EXPECT_EQ(column_of(grid, 0), (std::vector<std::string>{"5", "2", "6", "1", "4", "0", "3"}));
+
+  grid.sort_rows(1, 7, 1, false);
+  EXPECT_EQ(column_of(grid, 1), (std::vector<std::string>{"1E2", "10", "9", "9", "-1", "", "word"}))
+      << "cells without a number stand last, behind negative ones";
+}
+
+TEST(Grid, SortingKeepsTheRows) {
+  std::mt19937_64 random(7);
+  for (int round = 0; round < 50; ++round) {
+    std::vector<std::string> keys(random() % 40 + 1);
+    for (std::string& key : keys) key = std::to_string(random() % 20);
+    Grid grid = grid_of(keys);
+    grid.sort_rows(1, grid.rows() - 1, 1, round % 2 == 0);
+    const auto sorted = column_of(grid, 1);
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+      const auto origin = std::stoul(grid.text(static_cast<int>(i) + 1, 0));
+      EXPECT_EQ(sorted[i], keys[origin]) << "a row was torn apart";
+      if (i > 0) {
+        const int step = std::stoi(sorted[i]) - std::stoi(sorted[i - 1]);
+        EXPECT_TRUE(round % 2 == 0 ? step >= 0 : step <= 0);
+      }
+    }
+    auto origins = column_of(grid, 0);
+    std::sort(origins.begin(), origins.end());
+    EXPECT_EQ(std::unique(origins.begin(), origins.end()), origins.end());
+  }
+}
+
+TEST(Grid, PlacesOutsideAreErrorsAndShrinkingKeepsTheCurrentCellInside) {
+  Grid grid(4, 2);
+  EXPECT_THROW(grid.set_text(4, 0, "x"), RunTimeError);
+  EXPECT_THROW(grid.text(0, 2), RunTimeError);
+  EXPECT_THROW(grid.go_to(-1, 0), RunTimeError);
+  grid.go_to(3, 1);
+  grid.select_to(1, 0);
+  EXPECT_EQ(grid.selection(), (GridBlock{1, 0, 3, 1}));
+  grid.set_rows(2);
+  EXPECT_EQ(grid.selection(), (GridBlock{1, 0, 1, 1}));
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,86 @@
+#include "project/rich_text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "project/code_page.h"
+
+namespace tavlo {
+namespace {
+
+TEST(RichText, PlainTextComesBackAsItWentIn) {
+  const char* texts[] = {"N= 20 /S= 10",
+                         "a\\b {c} }",
+                         "tab\tand\nline\n",
+                         "r² β η µ – “q”",
+                         "\xF0\x9F\x94\xA7 wrench",
+                         "\\par is not a line end here",
+                         ""};
+  for (const char* text : texts) {
+    RichText log;
+    log.append_plain(text);
+    EXPECT_EQ(log.plain(), text);
+    EXPECT_EQ(rtf_to_plain(log.rtf()), text) << "whole document, with its head";
+  }
+}
+
+TEST(RichText, RandomTextSurvives) {
+  std::mt19937_64 random(11);
+  for (int round = 0; round < 300; ++round) {
+    std::string text;
+    for (int i = 0; i < 30; ++i) {
+      char32_t code = static_cast<char32_t>(random() % 0x11000);
+      if (code < 32 || (code >= 0xD800 && code < 0xE000)) code = 'x';
+      append_utf8(text, code);
+    }
+    RichText log;
+    log.append_plain(text);
+    ASSERT_EQ(rtf_to_plain(log.rtf()), text);
+  }
+}
+
+TEST(RichText, ReadsTheRtfOfOthers) {
+  struct Row {
+    const char* rtf;
+    const char* plain;
+  };
+  const Row rows[] = {
+      {"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\b bold\\b0  text\\par}", "bold text\n"},
+      {"\\'e9t\\'e9 \\'80", "été €"},
+      {"{\\*\\generator x;}seen", "seen"},
+      {"\\u8211-dash", "–dash"},
+      {"\\uc2\\u8211??dash", "–dash"},
+      {"\\u-3913?x", "\xEF\x82\xB7x"},
+      {"{unclosed {group", "unclosed group"},
+      {"stray } brace\\", "stray  brace"},
+      {"\\'", ""},
+      {"\\'zz", "zz"},
+      {"\\u99999999999999999999 x", ""},
+      {"a\r\nb\\line c", "ab\nc"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(rtf_to_plain(row.rtf), row.plain) << row.rtf;
+}
+
+TEST(CodePage, EveryByteGoesToTextAndBack) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string bytes(1, static_cast<char>(byte));
+    const std::string text = utf8_from_ansi(bytes);
+    EXPECT_TRUE(is_utf8(text)) << byte;
+    EXPECT_EQ(ansi_from_utf8(text), bytes) << byte;
+  }
+  std::string lost;
+  EXPECT_EQ(ansi_from_utf8("β = 2 €", &lost), "? = 2 \x80");
+  EXPECT_EQ(lost, "β");
+}
+
+TEST(CodePage, TellsTextFromBytes) {
+  for (const char* text : {"", "abc", "é", "€", "\xF0\x9F\x94\xA7", "\xEF\xBF\xBD"})
+    EXPECT_TRUE(is_utf8(text)) << text;
+  for (const char* bytes : {"\xE9t\xE9", "\x80", "\xC0\xAF", "\xED\xA0\x80", "\xF5\x80\x80\x80",
+                            "\xE2\x82", "\xF4\x90\x80\x80"})
+    EXPECT_FALSE(is_utf8(bytes)) << bytes;
+}
+
+}  // namespace
+}  // namespace tavlo
