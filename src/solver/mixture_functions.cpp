@@ -1,0 +1,194 @@
+#include "solver/mixture_functions.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "numerics/elementary.h"
+#include "numerics/normal.h"
+#include "numerics/real.h"
+#include "project/models.h"
+
+namespace tavlo {
+namespace {
+
+constexpr double lowest_fraction = 1e-14;
+constexpr double highest_fraction = 0.99999999999999;
+
+/// Reading of a fit whose parameters or time lie outside its model.
+constexpr double no_reading = 1e-30;
+
+/// Limits of ln R, so that a far time reads as the limits above, never as 0 or 1.
+constexpr double lowest_log_survival = -32.23;
+constexpr double highest_log_survival = -9.99e-15;
+constexpr double exponent_limit = 700;
+
+/// Below this F the doubles next to 1 - F are too coarse, and ln F is as good.
+constexpr double small_fraction = 1e-8;
+
+/// `Applies` holds one bit for each sub-population, 30 of them.
+constexpr int most_rows = 30;
+
+/// One value for each row of a fit, from index 1.
+using RowValues = std::array<double, most_rows + 1>;
+
+template <class RowFunction>
+RowValues for_each_row(const FitResult& fit, RowFunction value_of) {
+  if (fit.nRows > most_rows) throw RunTimeError(run_time::overflow);
+  RowValues values{};
+  for (int j = 1; j <= fit.nRows; ++j) values[static_cast<std::size_t>(j)] = value_of(fit.Rows(j));
+  return values;
+}
+
+double held(ErrorReporter& reporter, Real fraction) {
+  return fd_Bound(reporter, lowest_fraction, fraction.value(), highest_fraction).value;
+}
+
+/// 1 - the sum of the terms' shares times their survival, which
+/// `survival_of(bit)` gives for the term of that bit; nothing when the term is
+/// to take nothing off.
+template <class Survival>
+Real fraction_failed(const FitResult& fit, Survival survival_of) {
+  Real F = 1;
+  std::int32_t bit = 1;
+  for (int i = 1; i <= fit.nRows; ++i, bit *= 2) {
+    const double share = fit.Rows(i).Fraction;
+    if (!(share > 0)) continue;
+    if (const std::optional<double> survival = survival_of(bit)) F -= Real(*survival) * share;
+  }
+  return F;
+}
+
+Real sum_of_risks(const FitResult& fit, const RowValues& log_survivals, std::int32_t bit) {
+  Real sum = 0;
+  for (int j = 1; j <= fit.nRows; ++j)
+    if (fit.Rows(j).Applies & bit) sum += log_survivals[static_cast<std::size_t>(j)];
+  return sum;
+}
+
+/// ln R of one risk of a Weibull mixture; 0 at or below its minimum life.
+double limited_log_survival(const FitParam& row, double x) {
+  const Real d = Real(x) - row.T0;
+  if (!(d > 0) || !(row.Scale > 0)) return 0;
+  const Real z = row.Shape * ln(d * row.Scale);
+  if (z > exponent_limit) return lowest_log_survival;
+  if (z < -exponent_limit) return highest_log_survival;
+  return -pow(d * row.Scale, row.Shape).value();
+}
+
+double limited_survival(Real log_survival) {
+  if (log_survival <= lowest_log_survival) return std::exp(lowest_log_survival);
+  if (log_survival >= highest_log_survival) return std::exp(highest_log_survival);
+  return exp(log_survival).value();
+}
+
+// A term without any risk at x takes nothing off, so that it reads as failed:
+// kept on purpose, charts start the line of a three-parameter Weibull there.
+double weibull_mixture(ErrorReporter& reporter, const FitResult& fit, double x) {
+  const RowValues risks =
+      for_each_row(fit, [x](const FitParam& row) { return limited_log_survival(row, x); });
+  const Real F = fraction_failed(fit, [&](std::int32_t bit) -> std::optional<double> {
+    const Real sum = sum_of_risks(fit, risks, bit);
+    if (sum == 0) return std::nullopt;
+    return limited_survival(sum);
+  });
+  return held(reporter, x <= 0 ? Real(0) : F);
+}
+
+/// The Weibull form of models that are no logarithmic Weibull: no limits on ln R.
+double plain_weibull(ErrorReporter& reporter, const FitResult& fit, double x) {
+  const RowValues risks = for_each_row(fit, [x](const FitParam& row) {
+    const Real d = Real(x) - row.T0;
+    const bool acts = d > 0 && row.Scale > 0 && row.Shape > 0;
+    return acts ? -pow(d * row.Scale, row.Shape).value() : 0.0;
+  });
+  const Real F = fraction_failed(fit, [&](std::int32_t bit) -> std::optional<double> {
+    const Real sum = sum_of_risks(fit, risks, bit);
+    if (sum == 0) return std::nullopt;
+    return exp(sum).value();
+  });
+  return held(reporter, F);
+}
+
+/// Gumbel Lower (smallest value) and Upper (largest value): the first row only.
+double gumbel(ErrorReporter& reporter, const FitResult& fit, double x, bool lower) {
+  const FitParam& row = fit.Rows(1);
+  if (!(row.Scale > 0 && row.Shape > 0)) return no_reading;
+  const Real z = -1 / (Real(row.Shape) * row.Scale) + Real(x) / row.Shape;
+  return held(reporter, lower ? 1 - exp(-exp(z)) : exp(-exp(-z)));
+}
+
+/// 1 - the sum of shares times the products of the rows' survivals.
+double product_mixture(ErrorReporter& reporter, const FitResult& fit, const RowValues& survivals) {
+  const Real F = fraction_failed(fit, [&](std::int32_t bit) -> std::optional<double> {
+    Real product = 1;
+    for (int j = 1; j <= fit.nRows; ++j)
+      if (fit.Rows(j).Applies & bit) product *= survivals[static_cast<std::size_t>(j)];
+    if (product == 1) return std::nullopt;
+    return product.value();
+  });
+  return held(reporter, F);
+}
+
+double normal_survival(ErrorReporter& reporter, Real z) {
+  return std::max(1 - fd_NormCDF(reporter, z.value()), 0.0);
+}
+
+double normal(ErrorReporter& reporter, const FitResult& fit, double x) {
+  return product_mixture(reporter, fit, for_each_row(fit, [&](const FitParam& row) {
+                           return normal_survival(reporter, (Real(x) - row.Scale) * row.Shape);
+                         }));
+}
+
+double lognormal(ErrorReporter& reporter, const FitResult& fit, double x) {
+  for (int j = 1; j <= fit.nRows; ++j) {
+    const FitParam& row = fit.Rows(j);
+    if (!(x - row.T0 >= 0 && row.Scale > 0 && row.Shape > 0)) return no_reading;
+  }
+  return product_mixture(reporter, fit, for_each_row(fit, [&](const FitParam& row) {
+                           const Real z = (ln(Real(x) - row.T0) - ln(Real(row.Scale))) * row.Shape;
+                           return normal_survival(reporter, z);
+                         }));
+}
+
+/// A logarithmic X scale together with a Weibull Y scale.
+bool is_weibull_on_log_axis(int code) {
+  constexpr int both = y_scale::weibull | x_scale::log;
+  return (code & both) == both;
+}
+
+double fraction_failed_by_model(ErrorReporter& reporter, const FitResult& fit, double x) {
+  if (is_weibull_on_log_axis(fit.ModelCode)) return fd_Wbl(reporter, fit, x);
+  switch (fit.ModelCode & model_mask) {
+    case model_code::gumbel_lower: return gumbel(reporter, fit, x, true);
+    case model_code::gumbel_upper: return gumbel(reporter, fit, x, false);
+    case model_code::custom: return 0;
+    case model_code::normal: return normal(reporter, fit, x);
+    case model_code::lognormal:
+    case model_code::lognormal3: return lognormal(reporter, fit, x);
+    default: return plain_weibull(reporter, fit, x);
+  }
+}
+
+}  // namespace
+
+double fd_WblY(double F) {
+  return (F > small_fraction ? ln(-ln(1 - Real(F))) : ln(Real(F))).value();
+}
+
+double fd_WblYofR(double R) { return ln(-ln(Real(R))).value(); }
+
+double fd_Wbl(ErrorReporter& reporter, const FitResult& fit, double x) {
+  return guarded(reporter, 0.0, error_words("Calculating Weibull Mixture Fit: ", "fd_Wbl routine:"),
+                 [&] { return weibull_mixture(reporter, fit, x); });
+}
+
+double Fd_YofX(ErrorReporter& reporter, const FitResult& fit, double x) {
+  return guarded(reporter, 0.0, error_words("Calculating Y of X: ", "Fd_YofX routine:"),
+                 [&] { return fraction_failed_by_model(reporter, fit, x); });
+}
+
+}  // namespace tavlo
