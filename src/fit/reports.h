@@ -1,0 +1,21 @@
+// Reports: what a fit says, as an entry of the running log and as rows of the
+// fit grid.
+#pragma once
+
+#include <string>
+
+#include "project/session.h"
+
+namespace tavlo {
+
+/// Writes the log entry of a fit; a slot below 1 means the last one.
+void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index);
+
+/// Builds the fit grid of gFitForm(fit_index) anew and tells the views.
+void Load_Fit(Session& session, int fit_index);
+
+/// Adds text to the end of the log: raw RTF, or plain text whose line breaks
+/// become line ends of the log.
+void AppendLog(Session& session, const std::string& text, bool as_rtf);
+
+}  // namespace tavlo

@@ -1,0 +1,21 @@
+// Shown parameters: the numbers of a stored fit as a person reads them.
+#pragma once
+
+#include <optional>
+
+#include "project/records.h"
+
+namespace tavlo {
+
+/// What a population shows.
+struct ShownParameters {
+  double first = 0;   ///< eta, Xi, mu or the median
+  double second = 0;  ///< beta, Del, sigma or exp(sigma)
+};
+
+/// Turns a stored row round by the axes of the model; 0 stands where the
+/// reciprocal of 0 would. Nothing for a model without axes. Error 6 when a
+/// result is beyond all numbers.
+std::optional<ShownParameters> shown_parameters(int model_code, const FitParam& row);
+
+}  // namespace tavlo
