@@ -1,0 +1,14 @@
+// fl_Make_WMF: composes a whole chart into a drawing record.
+#pragma once
+
+#include "chart/drawing_record.h"
+#include "project/session.h"
+
+namespace tavlo {
+
+/// Draws gChart(chart_index) as it stands: boxes, titles, grids, data points and
+/// fit lines. Run SetAutoScale first when data or fits have changed. A failure
+/// is reported and leaves what had been drawn until then.
+DrawingRecord fl_Make_WMF(Session& session, int chart_index);
+
+}  // namespace tavlo

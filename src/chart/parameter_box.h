@@ -1,0 +1,16 @@
+// Parameter box: the table of fitted values in the corner of the plot.
+#pragma once
+
+#include <vector>
+
+#include "chart/canvas.h"
+#include "chart/plot_sets.h"
+
+namespace tavlo {
+
+/// Draws a heading for each data set ("N" failures, "S" suspensions) and, for
+/// each of its fits, the names of the parameters, the populations and the
+/// quality. At most 50 lines; nothing when no fit is on the chart.
+void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets);
+
+}  // namespace tavlo

@@ -1,0 +1,98 @@
+// Chart world: a session with data that is ranked and a fit that is given, ready
+// to be composed, and questions to the drawing that comes of it.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "chart/auto_scale.h"
+#include "chart/font_metrics.h"
+#include "chart/make_chart.h"
+#include "support/test_world.h"
+
+namespace tavlo::test {
+
+/// Failure times with ten units left at 500, of a published Weibull example.
+inline std::vector<Point> published_times() {
+  std::vector<Point> points;
+  for (const double x : {54, 187, 216, 240, 244, 335, 361, 373, 375, 386}) points.push_back({x});
+  points.push_back({500, 0, 10});
+  return points;
+}
+
+/// Complete samples only: y = (i - 0.3) / (n + 0.4), suspensions last.
+inline DataSet ranked(const std::vector<Point>& points) {
+  DataSet data = make_data(points);
+  double units = 0, order = 0;
+  for (int i = 1; i <= data.Count; ++i) units += data.Points(i).Fails + data.Points(i).Susps;
+  for (int i = 1; i <= data.Count; ++i) {
+    order += data.Points(i).Fails;
+    if (data.Points(i).Fails > 0)
+      data.Points(i).Y = static_cast<float>((order - 0.3) / (units + 0.4));
+    data.Points(0).Fails += data.Points(i).Fails;
+    data.Points(0).Susps += data.Points(i).Susps;
+  }
+  return data;
+}
+
+inline FitResult fit_of(int code, std::vector<FitParam> rows) {
+  FitResult fit;
+  fit.ModelCode = static_cast<std::int16_t>(code);
+  fit.Status = FitStatus::calculated;
+  fit.nRows = static_cast<int>(rows.size());
+  fit.Rows.resize(fit.nRows);
+  std::copy(rows.begin(), rows.end(), fit.Rows.begin() + 1);
+  return fit;
+}
+
+struct ChartWorld {
+  ChartWorld()
+      : session(Ports{world.prompts, world.event_loop, world.clock, world.entropy, world.clipboard,
+                      measure, world.files, world.host, world.views}) {}
+
+  TestWorld world;
+  MetricTextMeasure measure;
+  Session session;
+
+  Chart& chart() { return session.gChart(1); }
+
+  void show(DataSet data) {
+    data.UniqueId = session.gData(1).UniqueId;
+    session.gData(1) = std::move(data);
+  }
+  /// The first fit of the set, on paper of its own scales.
+  void show(const FitResult& fit) {
+    session.gFit(1).nFits = 1;
+    session.gFit(1).Fits.resize(1);
+    session.gFit(1).Fits(1) = fit;
+    chart().Axes(0).ScaleType = static_cast<std::int16_t>(fit.ModelCode & 7);
+    chart().Axes(1).ScaleType = static_cast<std::int16_t>(fit.ModelCode & 56);
+  }
+  DrawingRecord draw() {
+    SetAutoScale(session, chart());
+    return fl_Make_WMF(session, 1);
+  }
+};
+
+/// All records of one kind, in order.
+template <class Kind>
+std::vector<Kind> all(const DrawingRecord& drawing) {
+  std::vector<Kind> found;
+  for (const drawing::Record& record : drawing.records)
+    if (const Kind* kind = std::get_if<Kind>(&record)) found.push_back(*kind);
+  return found;
+}
+
+inline std::vector<std::string> texts(const DrawingRecord& drawing) {
+  std::vector<std::string> found;
+  for (const drawing::Text& text : all<drawing::Text>(drawing)) found.push_back(text.utf8);
+  return found;
+}
+
+inline bool has_text(const DrawingRecord& drawing, const std::string& text) {
+  const auto found = texts(drawing);
+  return std::find(found.begin(), found.end(), text) != found.end();
+}
+
+}  // namespace tavlo::test
