@@ -1,0 +1,233 @@
+#include "painter/player.h"
+
+#include <QFontMetricsF>
+#include <QPaintDevice>
+#include <QPolygonF>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <unordered_map>
+
+#include "painter/pixel_grid.h"
+
+namespace tavlo {
+
+namespace {
+
+using drawing::Handle;
+
+QColor colour_of(std::int32_t word) {
+  return {word & 0xFF, (word >> 8) & 0xFF, (word >> 16) & 0xFF};
+}
+
+Qt::PenStyle pen_style_of(std::int32_t style) {
+  switch (style) {
+    case 1: return Qt::DashLine;
+    case 2: return Qt::DotLine;
+    case 3: return Qt::DashDotLine;
+    case 4: return Qt::DashDotDotLine;
+    default: return Qt::SolidLine;
+  }
+}
+
+/// A font and the direction that its text runs in.
+struct Lettering {
+  QFont font;
+  double degrees = 0;  ///< counter-clockwise
+  double lead = 0;     ///< keeps the middle of a line of smaller letters at its place
+};
+
+/// A tick of an axis is too short to show the dashes of its pen: it would be a few
+/// stray dots, so it is drawn solid.
+bool is_short(const drawing::Polyline& line) {
+  constexpr int shortest_dashed = 200;  // logical units
+  const drawing::Place& a = line.places.front();
+  const drawing::Place& b = line.places.back();
+  return std::abs(a.x - b.x) <= shortest_dashed && std::abs(a.y - b.y) <= shortest_dashed;
+}
+
+/// Visits the records one by one with the state that they set.
+class Player {
+ public:
+  Player(QPainter& painter, const DrawingRecord& drawing, const QRectF& target)
+      : painter_(painter),
+        grid_(painter),
+        origin_(target.topLeft()),
+        sx_(target.width() / drawing.width),
+        sy_(target.height() / drawing.height) {}
+
+  void operator()(const drawing::TransparentBackground&) {}
+  void operator()(const drawing::CreatePen& pen) { pens_[pen.handle] = pen_of(pen); }
+  void operator()(const drawing::CreateBrush& brush) {
+    brushes_[brush.handle] = QBrush(colour_of(brush.colour));
+  }
+  void operator()(const drawing::CreateFont& font) { fonts_[font.handle] = lettering_of(font); }
+  void operator()(const drawing::SelectObject& object) { select(object.handle); }
+  void operator()(const drawing::DeleteObject& object) {
+    pens_.erase(object.handle);
+    brushes_.erase(object.handle);
+    fonts_.erase(object.handle);
+  }
+  void operator()(const drawing::SetTextAlign& align) { align_ = align.align; }
+  void operator()(const drawing::SetTextColour& colour) { text_colour_ = colour_of(colour.colour); }
+  void operator()(const drawing::Rectangle& box);
+  void operator()(const drawing::Ellipse& box) {
+    paint_with(pen_);
+    painter_.drawEllipse(QRectF(at({box.left, box.top}), at({box.right, box.bottom})));
+  }
+  void operator()(const drawing::Polyline& line);
+  void operator()(const drawing::Polygon& shape) {
+    paint_with(pen_);
+    painter_.drawPolygon(polygon_of(shape.places));
+  }
+  void operator()(const drawing::Text& text);
+
+ private:
+  QPointF at(drawing::Place place) const { return origin_ + QPointF(place.x * sx_, place.y * sy_); }
+  QPolygonF polygon_of(const std::vector<drawing::Place>& places) const;
+  QPen pen_of(const drawing::CreatePen& from) const;
+  Lettering lettering_of(const drawing::CreateFont& from) const;
+  void select(Handle handle);
+  void paint_with(const QPen& pen) {
+    painter_.setPen(pen);
+    painter_.setBrush(brush_);
+  }
+  QPen whole_pen() const;
+  double start_of(double width) const;
+
+  QPainter& painter_;
+  PixelGrid grid_;
+  QPointF origin_;
+  double sx_;
+  double sy_;
+  std::unordered_map<Handle, QPen> pens_;
+  std::unordered_map<Handle, QBrush> brushes_;
+  std::unordered_map<Handle, Lettering> fonts_;
+  QPen pen_{Qt::NoPen};
+  QBrush brush_{Qt::NoBrush};
+  Lettering lettering_;
+  drawing::TextAlign align_ = drawing::TextAlign::left;
+  QColor text_colour_ = Qt::black;
+};
+
+QPolygonF Player::polygon_of(const std::vector<drawing::Place>& places) const {
+  QPolygonF polygon;
+  polygon.reserve(static_cast<int>(places.size()));
+  for (const drawing::Place& place : places) polygon << at(place);
+  return polygon;
+}
+
+/// A line thinner than a pixel is painted one pixel wide and paler, as ink of
+/// that width would look; on paper half of 1/96 inch is the least.
+QPen Player::pen_of(const drawing::CreatePen& from) const {
+  constexpr double least_alpha = 0.45;
+  constexpr double full_ink = 0.8;  // of a pixel
+  const double width = from.width * sx_;
+  const double least =
+      grid_.exists() ? grid_.pixel() : 0.5 / 96.0 * painter_.device()->logicalDpiX();
+  QColor colour = colour_of(from.colour);
+  if (grid_.exists() && width < full_ink * least)
+    colour.setAlphaF(static_cast<float>(std::max(least_alpha, width / (full_ink * least))));
+  return {colour, std::max(width, least), pen_style_of(from.style), Qt::RoundCap, Qt::RoundJoin};
+}
+
+Lettering Player::lettering_of(const drawing::CreateFont& from) const {
+  Lettering lettering;
+  QFont& font = lettering.font;
+  font.setFamilies(
+      {QString::fromStdString(from.face), "Arial", "Liberation Sans", "Arimo", "Helvetica"});
+  font.setStyleHint(QFont::SansSerif);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  const double em = std::abs(static_cast<double>(from.height));
+  const double scale = std::min(sx_, sy_);
+  const double pixels = std::max(1.0, em * scale);
+  font.setPointSizeF(pixels * 72.0 / painter_.device()->logicalDpiY());
+  font.setWeight(from.weight >= 600 ? QFont::Bold : QFont::Normal);
+  font.setItalic(from.italic);
+  font.setUnderline(from.underline);
+  lettering.degrees = from.escapement / 10.0;
+  const bool upright = std::abs(from.escapement) == 900;
+  constexpr double line = 1.117;  // height of a line of letters, in ems
+  lettering.lead = ((upright ? sx_ : sy_) - scale) * em * line / 2.0;
+  return lettering;
+}
+
+void Player::select(Handle handle) {
+  if (handle == drawing::null_pen) pen_ = QPen(Qt::NoPen);
+  if (handle == drawing::hollow_brush) brush_ = QBrush(Qt::NoBrush);
+  if (handle == drawing::system_font) lettering_ = {};
+  if (const auto pen = pens_.find(handle); pen != pens_.end()) pen_ = pen->second;
+  if (const auto brush = brushes_.find(handle); brush != brushes_.end()) brush_ = brush->second;
+  if (const auto font = fonts_.find(handle); font != fonts_.end()) lettering_ = font->second;
+}
+
+/// The pen for upright and level lines: whole pixels, square ends.
+QPen Player::whole_pen() const {
+  QPen pen = pen_;
+  pen.setCapStyle(Qt::FlatCap);
+  pen.setJoinStyle(Qt::MiterJoin);
+  if (grid_.exists()) pen.setWidthF(grid_.whole_width(pen.widthF()));
+  return pen;
+}
+
+void Player::operator()(const drawing::Rectangle& box) {
+  QRectF frame(at({box.left, box.top}), at({box.right, box.bottom}));
+  const QPen pen = whole_pen();
+  if (grid_.exists()) frame = grid_.aligned(frame, pen_.style() == Qt::NoPen ? 0.0 : pen.widthF());
+  paint_with(pen);
+  painter_.drawRect(frame);
+}
+
+void Player::operator()(const drawing::Polyline& line) {
+  const auto& places = line.places;
+  const bool is_straight =
+      places.size() == 2 && (places[0].x == places[1].x || places[0].y == places[1].y);
+  if (!is_straight) {
+    painter_.setPen(pen_);
+    painter_.drawPolyline(polygon_of(places));
+    return;
+  }
+  QPen pen = whole_pen();
+  if (is_short(line)) pen.setStyle(Qt::SolidLine);
+  const QLineF straight(at(places[0]), at(places[1]));
+  painter_.setPen(pen);
+  painter_.drawLine(grid_.exists() ? grid_.aligned(straight, pen.widthF()) : straight);
+}
+
+/// Where a text of that width begins, from its reference point.
+double Player::start_of(double width) const {
+  switch (align_) {
+    case drawing::TextAlign::right: return -width;
+    case drawing::TextAlign::centre: return -width / 2.0;
+    default: return 0.0;
+  }
+}
+
+void Player::operator()(const drawing::Text& text) {
+  const QString words = QString::fromStdString(text.utf8);
+  const QFontMetricsF metrics(lettering_.font, painter_.device());
+  const QPointF start(start_of(metrics.horizontalAdvance(words)),
+                      lettering_.lead + metrics.ascent());
+  painter_.setFont(lettering_.font);
+  painter_.setPen(text_colour_);
+  if (lettering_.degrees == 0.0) return painter_.drawText(at(text.place) + start, words);
+  painter_.save();
+  painter_.translate(at(text.place));
+  painter_.rotate(-lettering_.degrees);
+  painter_.drawText(start, words);
+  painter_.restore();
+}
+
+}  // namespace
+
+void PlayChart(QPainter& painter, const DrawingRecord& drawing, const QRectF& target) {
+  if (drawing.width <= 0 || drawing.height <= 0 || target.isEmpty()) return;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setRenderHint(QPainter::TextAntialiasing);
+  Player player(painter, drawing, target);
+  for (const drawing::Record& record : drawing.records) std::visit(player, record);
+  painter.restore();
+}
+
+}  // namespace tavlo

@@ -1,0 +1,199 @@
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QRegularExpression>
+#include <cstdio>
+#include <fstream>
+
+#include "chart/chart_world.h"
+#include "painter/picture_door.h"
+#include "painter/picture_writer.h"
+#include "painter/player.h"
+#include "project/models.h"
+
+namespace tavlo {
+namespace {
+
+/// Fonts need an application; one for all tests of this program.
+class ApplicationEnvironment : public ::testing::Environment {
+ public:
+  void SetUp() override {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    application_ = std::make_unique<QGuiApplication>(count_, arguments_);
+  }
+  void TearDown() override { application_.reset(); }
+
+ private:
+  int count_ = 1;
+  char name_[8] = "painter";
+  char* arguments_[2] = {name_, nullptr};
+  std::unique_ptr<QGuiApplication> application_;
+};
+
+[[maybe_unused]] const auto* const environment =
+    ::testing::AddGlobalTestEnvironment(new ApplicationEnvironment);
+
+DrawingRecord published_chart() {
+  test::ChartWorld here;
+  here.show(test::ranked(test::published_times()));
+  here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+  here.chart().Markers(1).LineWidth = 20;
+  return here.draw();
+}
+
+QImage picture(const DrawingRecord& drawing, int width, int height, double scale = 1) {
+  QImage image;
+  image.loadFromData(png_picture(drawing, {width, height, scale}), "PNG");
+  return image;
+}
+
+constexpr QRgb paper = 0xFFFFFFEA, ground = 0xFFEAFFFF, navy = 0xFF000080;
+
+struct Size {
+  int width, height;
+  double scale;
+};
+const Size sizes[] = {{800, 480, 1}, {1000, 600, 1},  {1600, 960, 1}, {400, 300, 1},
+                      {800, 480, 2}, {777, 501, 1.5}, {5000, 200, 1}};
+
+TEST(Painter, BoxesStandAtTheirPlacesAtAnySize) {
+  const DrawingRecord drawing = published_chart();
+  for (const Size& size : sizes) {
+    const QImage image = picture(drawing, size.width, size.height, size.scale);
+    const auto at = [&](double x, double y) {
+      return image.pixel(static_cast<int>(x / 10000 * image.width()),
+                         static_cast<int>(y / 6000 * image.height()));
+    };
+    const std::string what = std::to_string(size.width) + "x" + std::to_string(size.height);
+    ASSERT_EQ(image.width(), qRound(size.width * size.scale)) << what;
+    EXPECT_EQ(at(600, 5600), ground) << what;
+    EXPECT_EQ(at(8700, 4600), paper) << what;
+    EXPECT_EQ(at(9600, 3000), ground) << what;
+  }
+}
+
+/// The levels of one row of pixels that are neither ground, paper nor pure line.
+int blurred_pixels(const QImage& image, double y) {
+  int blurred = 0;
+  const int row = static_cast<int>(y / 6000 * image.height());
+  for (int x = image.width() / 12; x < image.width() / 6; ++x) {
+    const QRgb pixel = image.pixel(x, row);
+    blurred += pixel != ground && pixel != paper && pixel != navy;
+  }
+  return blurred;
+}
+
+TEST(Painter, TheFrameIsSharpAtAnySize) {
+  const DrawingRecord drawing = published_chart();
+  for (const Size& size : sizes) {
+    const QImage image = picture(drawing, size.width, size.height, size.scale);
+    EXPECT_EQ(blurred_pixels(image, 4700), 0) << size.width << " x " << size.height;
+  }
+}
+
+// A line that is a pixel wide covers one column, at every place between pixels.
+TEST(Painter, HairlinesCoverOnePixelWhereverTheyFall) {
+  for (int shift = 0; shift < 40; ++shift) {
+    DrawingRecord drawing{1000, 1000, {}};
+    drawing.records = {drawing::CreatePen{1, 0, 1, 0}, drawing::SelectObject{1},
+                       drawing::Polyline{{{500 + shift, 0}, {500 + shift, 1000}}}};
+    const QImage image = picture(drawing, 97, 97);
+    int touched = 0;
+    for (int x = 0; x < image.width(); ++x) touched += image.pixel(x, 48) != 0xFFFFFFFF;
+    EXPECT_EQ(touched, 1) << shift;
+  }
+}
+
+TEST(Painter, LettersFollowTheSmallerScaleAndAreNotStretched) {
+  DrawingRecord drawing{1000, 1000, {}};
+  drawing.records = {drawing::CreateFont{1, -400, 0, 400, false, false, "Arial"},
+                     drawing::SelectObject{1}, drawing::SetTextAlign{drawing::TextAlign::left},
+                     drawing::Text{{0, 0}, "H"}};
+  const auto ink_width = [&](int width, int height) {
+    const QImage image = picture(drawing, width, height);
+    int left = width, right = 0;
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x)
+        if (qGray(image.pixel(x, y)) < 128) {
+          left = std::min(left, x);
+          right = std::max(right, x);
+        }
+    return right - left;
+  };
+  const int square = ink_width(200, 200);
+  EXPECT_GT(square, 30);
+  EXPECT_NEAR(ink_width(800, 200), square, 1);
+  EXPECT_NEAR(ink_width(200, 800), square, 1);
+  EXPECT_NEAR(ink_width(400, 400), 2 * square, 3);
+}
+
+TEST(Painter, PlayingChangesNoRecordAndRepeatsItself) {
+  const DrawingRecord drawing = published_chart();
+  const DrawingRecord before = drawing;
+  const QByteArray first = png_picture(drawing, {640, 400});
+  png_picture(drawing, {1600, 900});
+  EXPECT_EQ(png_picture(drawing, {640, 400}), first);
+  EXPECT_EQ(drawing, before);
+}
+
+TEST(Painter, SvgHoldsItsTextsAsText) {
+  const DrawingRecord drawing = published_chart();
+  const QString svg = QString::fromUtf8(svg_picture(drawing, {1000, 600}));
+  for (const std::string& text : test::texts(drawing))
+    EXPECT_TRUE(svg.contains(">" + QString::fromStdString(text) + "</text>")) << text;
+  EXPECT_TRUE(svg.contains("font-family=\"Arial\""));
+  EXPECT_TRUE(svg.contains("viewBox=\"0 0 1000 600\""));
+}
+
+TEST(Painter, PdfEmbedsItsFontsAndTellsItsTexts) {
+  const DrawingRecord drawing = published_chart();
+  const QByteArray pdf = pdf_picture(drawing, {1000, 600});
+  ASSERT_TRUE(pdf.startsWith("%PDF"));
+  EXPECT_TRUE(pdf.contains("/FontFile2"));
+  EXPECT_TRUE(pdf.contains("/MediaBox [0 0 750"));
+  if (std::system("pdftotext -v >/dev/null 2>&1") != 0) GTEST_SKIP() << "no pdftotext here";
+  const std::string path = ::testing::TempDir() + "tavlo_painter_test.pdf";
+  std::ofstream(path, std::ios::binary).write(pdf.constData(), pdf.size());
+  FILE* pipe = popen(("pdftotext " + path + " -").c_str(), "r");
+  std::string words;
+  for (int c = 0; (c = std::fgetc(pipe)) != EOF;) words += static_cast<char>(c);
+  pclose(pipe);
+  std::remove(path.c_str());
+  for (const char* text : {"Results", "Occurrence CDF%", "50%", "606.5", "400"})
+    EXPECT_NE(words.find(text), std::string::npos) << text;
+}
+
+TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {
+  void* module = dlopen(TAVLO_PICTURE_MODULE, RTLD_NOW);
+  ASSERT_NE(module, nullptr) << dlerror();
+  const auto write = reinterpret_cast<WritePicture>(dlsym(module, write_picture_symbol));
+  ASSERT_NE(write, nullptr);
+  const DrawingRecord drawing = published_chart();
+  std::string bytes, error;
+  const std::pair<const char*, const char*> formats[] = {
+      {"png", "\x89PNG"}, {"svg", "<?xml"}, {"pdf", "%PDF"}};
+  for (const auto& [format, start] : formats) {
+    EXPECT_TRUE(write(drawing, format, 640, 400, bytes, error)) << error;
+    EXPECT_EQ(bytes.rfind(start, 0), 0u) << format;
+  }
+  EXPECT_FALSE(write(drawing, "gif", 640, 400, bytes, error));
+  EXPECT_FALSE(write({}, "png", 640, 400, bytes, error));
+  for (const int side : {-1, 0, 15, 16385, 2147483647}) {
+    error.clear();
+    EXPECT_FALSE(write(drawing, "png", side, 400, bytes, error)) << side;
+    EXPECT_FALSE(error.empty());
+  }
+}
+
+TEST(Painter, DrawingsWithoutASizeAndBrokenOnesPaintNothing) {
+  EXPECT_EQ(picture({}, 50, 50).pixel(25, 25), 0xFFFFFFFF);
+  DrawingRecord odd{100, 100, {}};
+  odd.records = {drawing::SelectObject{7}, drawing::DeleteObject{9}, drawing::Polyline{},
+                 drawing::Polygon{}, drawing::Text{{5, 5}, "\xFF\xFE"}};
+  EXPECT_EQ(picture(odd, 50, 50).width(), 50);
+}
+
+}  // namespace
+}  // namespace tavlo
