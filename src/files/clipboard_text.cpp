@@ -1,0 +1,194 @@
+#include "files/clipboard_text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "numerics/number_text.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr int most_rows = 1'000'000;
+constexpr const char* paste_title = "Tavlo undetermined Quellmarch Weibull Paste.";
+
+using Cells = std::vector<std::string>;
+
+std::string_view trimmed(std::string_view text) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+  while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+std::string_view line_separator(std::string_view text) {
+  if (text.find("\r\n") != std::string_view::npos) return "\r\n";
+  if (text.find('\r') != std::string_view::npos) return "\r";
+  if (text.find('\n') != std::string_view::npos) return "\n";
+  const auto control = std::find_if(text.begin(), text.end(), [](char c) {
+    return static_cast<unsigned char>(c) < ' ' && c != '\t';
+  });
+  if (control == text.end()) return "\r\n";
+  return text.substr(static_cast<std::size_t>(control - text.begin()), 1);
+}
+
+/// The character between columns; nothing when the text has one column. A count
+/// behind an "x" belongs to the notation of one cell.
+std::optional<char> column_separator(std::string_view text, std::string_view first_line,
+                                     bool into_numbers) {
+  if (text.find('\t') != std::string_view::npos) return '\t';
+  if (!into_numbers) return std::nullopt;  // words hold blanks and commas
+  for (const char candidate : {' ', 'x', 'X', ','})
+    if (first_line.find(candidate) != std::string_view::npos)
+      return candidate == 'x' || candidate == 'X' ? std::nullopt : std::optional(candidate);
+  return std::nullopt;
+}
+
+Cells split(std::string_view line, std::optional<char> separator) {
+  Cells cells;
+  // "100 x 3" is one cell of the notation, not three columns.
+  const bool notation = separator == ' ' && line.find_first_of("xX") != std::string_view::npos;
+  if (!separator || notation) return {std::string(trimmed(line))};
+  if (*separator == ' ') line = trimmed(line);
+  while (true) {
+    const auto end = line.find(*separator);
+    cells.emplace_back(trimmed(line.substr(0, end)));
+    if (end == std::string_view::npos) return cells;
+    line.remove_prefix(end + 1);
+    if (*separator == ' ') line = trimmed(line);
+  }
+}
+
+/// What other programs write for an empty number.
+void drop_empty_marks(Cells& cells) {
+  for (std::string& cell : cells)
+    if (cell == "-2.9E+29" || cell == "3.3E+33") cell = "0";
+}
+
+bool is_number_like(std::string_view cell) {
+  while (!cell.empty() && std::string_view(">+- ").find(cell.front()) != std::string_view::npos)
+    cell.remove_prefix(1);
+  if (!cell.empty() && (cell.front() == '.' || cell.front() == ',')) cell.remove_prefix(1);
+  return !cell.empty() && std::isdigit(static_cast<unsigned char>(cell.front())) != 0;
+}
+
+/// Sheet columns that the cells of a line go to. Behind an X stand the counts:
+/// the fraction failed is the program's to calculate.
+std::vector<int> target_columns(int first_column) {
+  if (first_column == sheet_column::x)
+    return {sheet_column::x, sheet_column::fails, sheet_column::susps, sheet_column::mode,
+            sheet_column::comment};
+  std::vector<int> columns;
+  for (int c = std::max(first_column, 1); c < sheet_column::count; ++c) columns.push_back(c);
+  return columns;
+}
+
+/// What is wrong with the first cell that its column can't take, if there is one.
+std::optional<std::string> unexpected_cell(const Cells& cells, const std::vector<int>& columns) {
+  for (std::size_t i = 0; i < std::min(cells.size(), columns.size()); ++i) {
+    if (columns[i] >= sheet_column::mode || is_number_like(cells[i])) continue;
+    if (!cells[i].empty()) return "\"" + cells[i].substr(0, 60) + "\" is not a number.";
+    if (columns[i] == sheet_column::x) return "the time is missing.";
+  }
+  return std::nullopt;
+}
+
+struct PastedText {
+  std::vector<Cells> lines;
+  std::string fault;  ///< what can't be taken; empty when all can
+};
+
+PastedText take_apart(std::string_view text, const std::vector<int>& columns) {
+  PastedText pasted;
+  const std::string_view line_end = line_separator(text);
+  const bool into_numbers = columns.front() < sheet_column::mode;
+  const auto separator = column_separator(text, text.substr(0, text.find(line_end)), into_numbers);
+  for (long number = 1; !text.empty(); ++number) {
+    const auto end = text.find(line_end);
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + line_end.size());
+    if (trimmed(line).empty()) continue;
+    Cells cells = split(line, separator);
+    drop_empty_marks(cells);
+    if (const auto bad = unexpected_cell(cells, columns)) {
+      pasted.fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
+      return pasted;
+    }
+    pasted.lines.push_back(std::move(cells));
+    if (pasted.lines.size() > static_cast<std::size_t>(most_rows)) {
+      pasted.fault = "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
+      return pasted;
+    }
+  }
+  return pasted;
+}
+
+void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector<int>& columns) {
+  sheet.grow_to(row);
+  const bool from_x = columns.front() == sheet_column::x;
+  // What stood in the row must not lend its counts to the new time.
+  if (from_x) sheet.grd_Data.clear({row, sheet_column::x, row, sheet_column::susps});
+  sheet.enter(row, columns.front(), cells.front());
+  // Behind a suspension a lone second column tells how many there are.
+  const bool counts_suspensions =
+      from_x && cells.size() == 2 && !sheet.grd_Data.text(row, sheet_column::susps).empty();
+  for (std::size_t i = 1; i < std::min(cells.size(), columns.size()); ++i) {
+    if (cells[i].empty()) continue;
+    sheet.enter(row, counts_suspensions ? int{sheet_column::susps} : columns[i], cells[i]);
+  }
+}
+
+}  // namespace
+
+void PasteClip(Session& session, int data_index) {
+  guarded(session.errors, error_words("Paste error: ", "PasteClip routine:"), [&] {
+    DataSheet& sheet = *session.gDataForm(data_index);
+    sheet.txt_Edit_LostFocus();
+    const auto columns = target_columns(sheet.grd_Data.column());
+    const PastedText pasted = take_apart(session.ports.clipboard.text(), columns);
+    if (!pasted.fault.empty()) {
+      session.ports.prompts.show({paste_title, pasted.fault, BoxIcon::exclamation, BoxButtons::ok});
+      return;
+    }
+    int row = std::max(sheet.grd_Data.row(), 1);
+    for (const Cells& cells : pasted.lines) enter_line(sheet, row++, cells, columns);
+    sheet.bclean = false;
+    session.ports.views.sheet_changed(data_index);
+  });
+}
+
+void CopyClip(Session& session, int data_index) {
+  const Grid& grid = session.gDataForm(data_index)->grd_Data;
+  const GridBlock block = grid.selection();
+  std::string text;
+  const auto add = [&text](const char* mark, std::string_view x, const std::string& count) {
+    const double units = parse_number(count).value_or(0.0);
+    if (!(units > 0.0)) return;
+    text += mark;
+    text += x;
+    if (units != 1.0) text += "x" + count;
+    text += "\r\n";
+  };
+  for (int r = std::max(block.first_row, 1); r <= block.last_row; ++r) {
+    const std::string_view x = trimmed(grid.text(r, sheet_column::x));
+    add("", x, grid.text(r, sheet_column::fails));
+    add(">", x, grid.text(r, sheet_column::susps));
+  }
+  session.ports.clipboard.set_text(text, {});
+}
+
+void CopyClip(Session& session, const Grid& grid) {
+  const GridBlock block = grid.selection();
+  std::string text;
+  for (int r = block.first_row; r <= block.last_row; ++r) {
+    for (int c = block.first_column; c <= block.last_column; ++c)
+      text += (c == block.first_column ? "" : "\t") + grid.text(r, c);
+    text += "\r\n";
+  }
+  session.ports.clipboard.set_text(text, {});
+}
+
+}  // namespace tavlo

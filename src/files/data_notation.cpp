@@ -1,0 +1,100 @@
+#include "files/data_notation.h"
+
+#include <charconv>
+
+#include "files/field_number.h"
+
+namespace tavlo {
+
+namespace {
+
+bool take_front(std::string_view& text, char mark) {
+  if (!text.starts_with(mark)) return false;
+  text = trimmed(text.substr(1));
+  return true;
+}
+
+FieldFault read_count(std::string_view text, double& units) {
+  if (text.empty()) return "the count behind the x is missing";
+  if (FieldFault fault = read_units(text, units)) return fault;
+  if (units == 0.0) return "a count can't be 0";
+  return std::nullopt;
+}
+
+template <class Number>
+void append_number(std::string& text, Number value) {
+  char digits[32];
+  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+  text.append(digits, end);
+}
+
+void append_line(std::string& text, const char* mark, float time, double units) {
+  text += mark;
+  append_number(text, time);
+  if (units != 1.0) {
+    text += 'x';
+    append_number(text, units);
+  }
+  text += '\n';
+}
+
+/// A word may hold an x; only behind a number it means a count.
+bool starts_as_number(std::string_view text) {
+  return std::string_view("+-.0123456789").find(text.front()) != std::string_view::npos;
+}
+
+/// People try columns without a header; say what is missing.
+std::string with_hint(std::string what, std::string_view line) {
+  if (line.find_first_of(",;\t") != std::string_view::npos)
+    what += " (columns need a comma or a tab between them and a header line such as x,status)";
+  return what;
+}
+
+FieldFault add_line(std::string_view line, const ReadOptions& options, PointList& points) {
+  NotationPoint point;
+  if (FieldFault fault = read_notation_line(line, options, point)) return fault;
+  return points.add(point.time, point.suspended ? 0.0 : point.units,
+                    point.suspended ? point.units : 0.0);
+}
+
+}  // namespace
+
+FieldFault read_notation_line(std::string_view line, const ReadOptions& options,
+                              NotationPoint& point) {
+  std::string_view rest = trimmed(line);
+  point = {};
+  point.suspended = take_front(rest, '>');
+  if (!options.negative_is_value && !point.suspended) point.suspended = take_front(rest, '-');
+  if (!rest.empty() && !starts_as_number(rest)) return quoted(line) + " is not a number";
+  const std::size_t mark = rest.find_first_of("xX");
+  if (FieldFault fault = read_time(trimmed(rest.substr(0, mark)), point.time))
+    return with_hint(*fault, line);
+  if (point.time < 0.0F && !options.negative_is_value) return "a time can't be negative";
+  if (mark == std::string_view::npos) return std::nullopt;
+  return read_count(trimmed(rest.substr(mark + 1)), point.units);
+}
+
+std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& options,
+                                       PointList& points) {
+  points.reserve(lines.count());
+  while (const auto whole = lines.next()) {
+    if (whole->size() > longest_line) return ReadFault{lines.number(), "the line is too long"};
+    const std::string_view line = trimmed(*whole);
+    if (is_remark(line)) continue;
+    if (FieldFault fault = add_line(line, options, points))
+      return ReadFault{lines.number(), *fault};
+  }
+  return std::nullopt;
+}
+
+std::string write_notation(const DataSet& data) {
+  std::string text;
+  for (int i = 1; i <= data.Count; ++i) {
+    const DataPoint& point = data.Points(i);
+    if (point.Fails > 0.0) append_line(text, "", point.X, point.Fails);
+    if (point.Susps > 0.0) append_line(text, ">", point.X, point.Susps);
+  }
+  return text;
+}
+
+}  // namespace tavlo

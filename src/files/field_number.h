@@ -1,0 +1,21 @@
+// Field numbers: the strict reading of numbers in data files. A sheet guesses
+// what a person meant; a file that holds something else than a number is wrong.
+#pragma once
+
+#include <string_view>
+
+#include "files/read_fault.h"
+
+namespace tavlo {
+
+/// The most units, failures and suspensions together, of one data set.
+inline constexpr double most_units = 1e7;
+
+/// A time: a decimal number with a full stop, stored in 32 bits. Refuses 0 and
+/// what 32 bits can't hold. A sign is read; the caller says what it means.
+FieldFault read_time(std::string_view text, float& time);
+
+/// A number of units from 0 to most_units; it may be a fraction.
+FieldFault read_units(std::string_view text, double& units);
+
+}  // namespace tavlo

@@ -1,0 +1,150 @@
+#include "files/intake.h"
+
+#include <algorithm>
+#include <string>
+
+#include "files/sync_data.h"
+#include "fit/dispatch.h"
+#include "fit/reports.h"
+#include "numerics/number_text.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr const char* calculate_caption = "&Calculate Fit";
+constexpr const char* working_caption = "working";
+
+/// Rows without an X go to the end and are emptied; the sheet forgets them.
+void drop_empty_rows(DataSheet& sheet) {
+  Grid& grid = sheet.grd_Data;
+  const int old_rows = std::min(sheet.lrows, grid.rows() - 1);
+  grid.sort_rows(1, old_rows, sheet_column::x, false);
+  int last = old_rows;
+  while (last > 0 && grid.text(last, sheet_column::x).empty()) --last;
+  if (last == old_rows) return;
+  grid.clear({last + 1, sheet_column::x, old_rows, sheet_column::comment});
+  sheet.lrows = last;
+}
+
+void number_rows(DataSheet& sheet) {
+  for (int r = 1; r < sheet.grd_Data.rows(); ++r)
+    sheet.grd_Data.set_text(r, sheet_column::order, std::to_string(r));
+}
+
+/// Cleans and reads the sheet: the record gets the rows in ascending order of
+/// X, the sheet goes back to the order of entry.
+void read_sheet(Session& session, int data_index) {
+  DataSheet& sheet = *session.gDataForm(data_index);
+  Grid& grid = sheet.grd_Data;
+  const int row = grid.row();
+  const int column = grid.column();
+  drop_empty_rows(sheet);
+  grid.sort_rows(1, sheet.lrows, sheet_column::order, true);
+  number_rows(sheet);
+  grid.sort_rows(1, sheet.lrows, sheet_column::x, true);
+  if (session.settings.SortRaw) number_rows(sheet);
+  Sync_Data(session, data_index, true, true);
+  grid.sort_rows(1, sheet.lrows, sheet_column::order, true);
+  grid.go_to(std::min(row, grid.rows() - 1), column);
+  session.ports.views.sheet_changed(data_index);
+}
+
+std::string listed(double count, const std::string& x, const char* end) {
+  if (count <= 0.0) return {};
+  return (count == 1.0 ? x : number_text(count) + "x" + x) + end;
+}
+
+/// One line with all points of a short data set: "54, 2x187, 10x500S".
+void list_short_set(Session& session, int data_index) {
+  constexpr int short_set = 30;
+  constexpr int single_digits = 7;
+  const DataSet& data = session.gData(data_index);
+  if (data.Count >= short_set) return;
+  std::string line;
+  for (int i = 1; i <= data.Count; ++i) {
+    const std::string x = number_text(data.Points(i).X, single_digits);
+    line += listed(data.Points(i).Fails, x, ", ") + listed(data.Points(i).Susps, x, "S, ");
+  }
+  if (line.size() >= 2) line.resize(line.size() - 2);
+  AppendLog(session, data.Title + "\n" + line + "\n", false);
+}
+
+void refit_all(Session& session, int index) {
+  FitSet& fits = session.gFit(index);
+  for (int k = 1; k <= fits.nFits; ++k) {
+    session.ports.views.fit_button_caption(index, working_caption);
+    fits.Fits(k).Status = FitStatus::stale;
+    std::int16_t model = fits.Fits(k).ModelCode;
+    Fit_Distribution(session, index, index, model, fits.Fits(k).Method, true, false);
+    session.ports.views.fit_button_caption(index, calculate_caption);
+    session.ports.views.status("Ready");
+  }
+}
+
+/// The busy flag and the caption of the button, for as long as it lives.
+class BusyPanel {
+ public:
+  BusyPanel(Session& session, int fit_index) : session_(session), index_(fit_index) {
+    session_.gFitForm(index_)->busy = true;
+    session_.ports.views.fit_button_caption(index_, working_caption);
+  }
+  ~BusyPanel() {
+    session_.gFitForm(index_)->busy = false;
+    session_.ports.views.fit_button_caption(index_, calculate_caption);
+    session_.ports.views.status("Ready");
+  }
+  BusyPanel(const BusyPanel&) = delete;
+  BusyPanel& operator=(const BusyPanel&) = delete;
+
+ private:
+  Session& session_;
+  int index_;
+};
+
+int slot_of(const FitSet& fits, const FitPanel& panel) {
+  for (int k = 1; k <= fits.nFits; ++k)
+    if (fits.Fits(k).ModelCode == panel.nModel && fits.Fits(k).Method == panel.nMethod) return k;
+  return 0;
+}
+
+}  // namespace
+
+void CheckDirtyData(Session& session, int data_index, bool& clean, bool refit) {
+  DataSheet& sheet = *session.gDataForm(data_index);
+  sheet.txt_Edit_LostFocus();
+  clean = sheet.bclean;
+  if (clean) return;
+  const bool has_fits = session.gFit(data_index).nFits > 0;
+  if (refit && has_fits)
+    AppendLog(session, "\\par Data Sets have changed.  Updated Fits below. \\par", true);
+  if (sheet.lrows < 1) return;
+  read_sheet(session, data_index);
+  list_short_set(session, data_index);
+  if (refit) {
+    refit_all(session, data_index);
+    sheet.bclean = true;
+    sheet.nclean = 0;
+    session.gData(data_index).FitsCurrent = true;
+    session.gData(data_index).Changed = 0;
+  }
+  Load_Fit(session, data_index);
+}
+
+void CheckAndFit(Session& session, int fit_index) {
+  FitPanel& panel = *session.gFitForm(fit_index);
+  if (panel.busy) return;
+  if (panel.nModel < 0) return AppendLog(session, "Please select a model\n", false);
+  if (panel.nMethod < 0) return;
+  const BusyPanel busy(session, fit_index);
+  const int slot_before = slot_of(session.gFit(fit_index), panel);
+  bool clean = true;
+  CheckDirtyData(session, panel.data_index, clean, true);
+  Fit_Distribution(session, panel.data_index, fit_index, panel.nModel, panel.nMethod, true, true);
+  // A fit that stood already was calculated again without an entry of its own;
+  // the user asked for this one, so its new numbers belong in the log.
+  if (!clean && slot_before > 0 && slot_of(session.gFit(fit_index), panel) == slot_before)
+    PostFitLog(session, slot_before, panel.data_index, fit_index);
+}
+
+}  // namespace tavlo

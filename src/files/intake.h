@@ -1,0 +1,18 @@
+// Intake: brings the records in step with a changed sheet before anything is
+// calculated from them.
+#pragma once
+
+#include "project/session.h"
+
+namespace tavlo {
+
+/// Ends a pending edit, drops empty rows, sorts, reads and ranks the sheet, and
+/// lists short data sets in the log. With `refit` the existing fits are
+/// calculated again. `clean` comes back true when nothing had to be done.
+void CheckDirtyData(Session& session, int data_index, bool& clean, bool refit);
+
+/// The action of the panel's button: intake, fit, report. Does nothing while
+/// busy; without a model it asks for one in the log.
+void CheckAndFit(Session& session, int fit_index);
+
+}  // namespace tavlo

@@ -1,0 +1,18 @@
+// ReadFault: why a data text can't be read, in words for its author.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace tavlo {
+
+/// What is wrong, and in which line (from 1).
+struct ReadFault {
+  long line = 0;
+  std::string what;
+};
+
+/// What is wrong with one field or line; nothing when all is well.
+using FieldFault = std::optional<std::string>;
+
+}  // namespace tavlo

@@ -1,0 +1,111 @@
+#include "files/sync_data.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+
+#include "fit/ranking.h"
+#include "numerics/number_text.h"
+#include "numerics/rounding.h"
+
+namespace tavlo {
+
+namespace {
+
+std::string y_format(const Settings& settings) {
+  return "0." + std::string(static_cast<std::size_t>(std::clamp(settings.DigitsData, 0, 15)), '0');
+}
+
+double number_or_zero(const std::string& text) { return parse_number(text).value_or(0.0); }
+
+/// Finds the index of a failure mode by its name, and gives a new name the next one.
+class ModeIndex {
+ public:
+  explicit ModeIndex(DataSet& data) : data_(data) {
+    for (int m = data.nModes; m >= 1; --m) known_[data.ModeNames(m)] = m;
+  }
+
+  std::int16_t operator()(const std::string& name) {
+    if (name.empty()) return 0;
+    const auto [found, is_new] = known_.try_emplace(name, data_.nModes + 1);
+    if (is_new) {
+      data_.ModeNames.push_back(name);
+      data_.nModes += 1;
+    }
+    return ToInt16(found->second);
+  }
+
+ private:
+  DataSet& data_;
+  std::unordered_map<std::string, int> known_;
+};
+
+/// The sheet shows a rank rounded: only a text that differs from that picture
+/// replaces the stored rank.
+void take_y(const std::string& text, const std::string& format, DataPoint& point) {
+  if (text.empty()) return;
+  const double typed = number_or_zero(text);
+  const bool same = format_number(typed, format) == format_number(point.Y, format);
+  if (!same) point.Y = ToSingle(typed);
+}
+
+void sheet_to_record(const DataSheet& sheet, const std::string& format, DataSet& data) {
+  const Grid& grid = sheet.grd_Data;
+  data.Count = std::min(sheet.lrows, grid.rows() - 1);
+  data.Points.resize(data.Count);
+  ModeIndex mode_index(data);
+  for (int r = 1; r <= data.Count; ++r) {
+    DataPoint& point = data.Points(r);
+    point.X = ToSingle(number_or_zero(grid.text(r, sheet_column::x)));
+    take_y(grid.text(r, sheet_column::y), format, point);
+    point.Fails = number_or_zero(grid.text(r, sheet_column::fails));
+    point.Susps = number_or_zero(grid.text(r, sheet_column::susps));
+    point.Mode = mode_index(grid.text(r, sheet_column::mode));
+    point.Comment = grid.text(r, sheet_column::comment);
+    point.Order = ToInt32(number_or_zero(grid.text(r, sheet_column::order)));
+  }
+}
+
+std::string text_unless_zero(double value, int digits = 15) {
+  return value == 0.0 ? std::string() : number_text(value, digits);
+}
+
+void record_to_sheet(const DataSet& data, const std::string& format, DataSheet& sheet) {
+  constexpr int single_digits = 7;
+  Grid& grid = sheet.grd_Data;
+  grid.set_rows(1);
+  sheet.grow_to(std::max(data.Count, DataSheet::least_rows));
+  for (int r = 1; r <= data.Count; ++r) {
+    const DataPoint& point = data.Points(r);
+    grid.set_text(r, sheet_column::order, std::to_string(point.Order <= 0 ? r : point.Order));
+    grid.set_text(r, sheet_column::x, text_unless_zero(point.X, single_digits));
+    if (point.Y != 0.0f) grid.set_text(r, sheet_column::y, format_number(point.Y, format));
+    grid.set_text(r, sheet_column::fails, text_unless_zero(point.Fails));
+    grid.set_text(r, sheet_column::susps, text_unless_zero(point.Susps));
+    if (point.Mode != 0) grid.set_text(r, sheet_column::mode, data.ModeNames(point.Mode));
+    grid.set_text(r, sheet_column::comment, point.Comment);
+  }
+  sheet.lrows = data.Count;
+}
+
+}  // namespace
+
+void Sync_Data(Session& session, int index, bool to_record, bool rank) {
+  if (index < 1 || index > session.gData.bound() || index > session.gDataForm.bound()) {
+    session.ports.prompts.show({"Sync_Data: Array out of range.",
+                                "ID number out of bounds while updating Data."
+                                "  Data file may be missing data.",
+                                BoxIcon::stop, BoxButtons::ok});
+    return;
+  }
+  guarded(session.errors, error_words("Data Synchronization error: ", "Sync_Data routine:"), [&] {
+    DataSet& data = session.gData(index);
+    DataSheet& sheet = *session.gDataForm(index);
+    const std::string format = y_format(session.settings);
+    if (to_record) sheet_to_record(sheet, format, data);
+    if (rank) Make_Ranks(session.errors, session.settings.Benard, data);
+    if (rank || !to_record) record_to_sheet(data, format, sheet);
+  });
+}
+
+}  // namespace tavlo

@@ -1,0 +1,145 @@
+#include "files/clipboard_text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+using test::TestWorld;
+
+constexpr const char* paste_title = "Tavlo undetermined Quellmarch Weibull Paste.";
+
+DataSheet& sheet_of(TestWorld& world) { return *world.session.gDataForm(1); }
+
+void paste(TestWorld& world, const std::string& text) {
+  world.clipboard.plain = text;
+  PasteClip(world.session, 1);
+}
+
+/// Rows as "x|fails|susps", joined by blanks.
+std::string shown(TestWorld& world) {
+  std::string text;
+  DataSheet& sheet = sheet_of(world);
+  for (int r = 1; r <= sheet.lrows; ++r) {
+    if (r > 1) text += ' ';
+    text += sheet.grd_Data.text(r, sheet_column::x) + '|' +
+            sheet.grd_Data.text(r, sheet_column::fails) + '|' +
+            sheet.grd_Data.text(r, sheet_column::susps);
+  }
+  return text;
+}
+
+TEST(Paste, ReadsTheShapesThatOtherProgramsWrite) {
+  struct Row {
+    const char* clipboard;
+    const char* sheet;
+  };
+  const Row rows[] = {
+      {"100", "100|1|"},
+      {"100\r\n200\r\n", "100|1| 200|1|"},
+      {"100\r200\r", "100|1| 200|1|"},
+      {"100\n\n200\n", "100|1| 200|1|"},
+      {"100\v200", "100|1| 200|1|"},
+      {"100x3\n>100x5\n-7", "100|3| 100||5 7||1"},
+      {"100 x 3\n200 x 1", "100|3| 200|1|"},
+      {"100\t2\t1\n200\t\t4", "100|2|1 200|1|4"},
+      {"100,2\n200,3", "100|2| 200|3|"},
+      {"100 2\n200  3", "100|2| 200|3|"},
+      {">100\t5", "100||5"},
+      {"-100\t5", "100||5"},
+      {"3.3E+33\t-2.9E+29", "0|0|"},
+      {"1.5k", "1500|1|"},
+      {"", ""},
+      {" \n ", ""},
+  };
+  for (const Row& row : rows) {
+    TestWorld world;
+    paste(world, row.clipboard);
+    EXPECT_EQ(shown(world), row.sheet) << row.clipboard;
+  }
+}
+
+TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
+  struct Row {
+    const char* clipboard;
+    const char* words;
+  };
+  const Row rows[] = {
+      {"Time\n100", "Unexpected data type\nLine 1: \"Time\" is not a number."},
+      {"100\n200\nend", "Line 3: \"end\" is not a number."},
+      {"100\tmany", "Line 1: \"many\" is not a number."},
+      {"100\t1\n\t5", "Line 2: the time is missing."},
+  };
+  for (const Row& row : rows) {
+    TestWorld world;
+    paste(world, "42");
+    sheet_of(world).bclean = true;
+    world.prompts.expect_box(paste_title, row.words);
+    paste(world, row.clipboard);
+    EXPECT_EQ(shown(world), "42|1|") << row.clipboard;
+    EXPECT_TRUE(sheet_of(world).bclean);
+  }
+}
+
+TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
+  TestWorld world;
+  paste(world, "1x7\n2x7\n3x7");
+  sheet_of(world).grd_Data.go_to(2, sheet_column::x);
+  paste(world, "20\n30\n40");
+  EXPECT_EQ(shown(world), "1|7| 20|1| 30|1| 40|1|");
+  sheet_of(world).grd_Data.go_to(1, sheet_column::fails);
+  paste(world, "5\n6");
+  EXPECT_EQ(shown(world), "1|5| 20|6| 30|1| 40|1|");
+  sheet_of(world).grd_Data.go_to(1, sheet_column::mode);
+  paste(world, "worn out\nbroken");
+  EXPECT_EQ(sheet_of(world).grd_Data.text(1, sheet_column::mode), "worn out");
+}
+
+TEST(Paste, GrowsTheSheetAndEndsAPendingEdit) {
+  TestWorld world;
+  std::string text;
+  for (int i = 1; i <= 5000; ++i) text += std::to_string(i) + "\n";
+  sheet_of(world).start_edit("999");
+  paste(world, text);
+  EXPECT_EQ(sheet_of(world).lrows, 5000);
+  EXPECT_EQ(sheet_of(world).grd_Data.text(5000, sheet_column::order), "5000");
+  EXPECT_FALSE(sheet_of(world).editing());
+}
+
+TEST(Copy, PastedBackItIsTheSameData) {
+  std::mt19937_64 random(3);
+  for (int round = 0; round < 100; ++round) {
+    TestWorld world;
+    std::string text;
+    for (int i = 0; i < 10; ++i) {
+      if (random() % 2) text += '>';
+      text += std::to_string(random() % 1000 + 1);
+      if (random() % 2) text += 'x' + std::to_string(random() % 20 + 2);
+      text += "\r\n";
+    }
+    paste(world, text);
+    sheet_of(world).grd_Data.go_to(1, 0);
+    sheet_of(world).grd_Data.select_to(10, sheet_column::comment);
+    CopyClip(world.session, 1);
+    EXPECT_EQ(world.clipboard.plain, text);
+  }
+}
+
+TEST(Copy, AGridGoesOutWithTabs) {
+  TestWorld world;
+  Grid grid(3, 3);
+  grid.set_text(1, 1, "a");
+  grid.set_text(1, 2, "b");
+  grid.set_text(2, 2, "c");
+  grid.go_to(1, 1);
+  grid.select_to(2, 2);
+  CopyClip(world.session, grid);
+  EXPECT_EQ(world.clipboard.plain, "a\tb\r\n\tc\r\n");
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,185 @@
+#include "files/data_text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+/// "x fails susps order mode comment" of each row, for comparing whole sets.
+std::string summary(const DataSet& data) {
+  std::string text;
+  for (int i = 1; i <= data.Count; ++i) {
+    const DataPoint& point = data.Points(i);
+    char numbers[120];
+    std::snprintf(numbers, sizeof numbers, "%g %g %g %d", static_cast<double>(point.X), point.Fails,
+                  point.Susps, point.Order);
+    text += (i > 1 ? "; " : "") + std::string(numbers);
+    if (point.Mode != 0) text += " " + data.ModeNames(point.Mode);
+    if (!point.Comment.empty()) text += " '" + point.Comment + "'";
+  }
+  return text;
+}
+
+std::string read(std::string_view text, const ReadOptions& options = {}) {
+  DataSet data;
+  const auto fault = read_data_text(text, options, data);
+  return fault ? std::to_string(fault->line) + ": " + fault->what : summary(data);
+}
+
+struct Case {
+  std::string_view text;
+  const char* expected;
+};
+
+TEST(DataText, ReadsEveryForm) {
+  const Case cases[] = {
+      {"100", "100 1 0 1"},
+      {"100x3\n>50\n>20x5\n-7\n", "7 0 1 4; 20 0 5 3; 50 0 1 2; 100 3 0 1"},
+      {"5\n3\n5x2\n>5\n", "3 1 0 2; 5 1 0 1; 5 2 0 3; 5 0 1 4"},
+      {"\n# remark\n  7 X 2.5 \n\t> .5x2\n+3e1", "0.5 0 2 2; 7 2.5 0 1; 30 1 0 3"},
+      {"1\r\n2\r\n", "1 1 0 1; 2 1 0 2"},
+      {"1\r2\r#x\r3", "1 1 0 1; 2 1 0 2; 3 1 0 3"},
+      {"\xEF\xBB\xBF"
+       "1\n2",
+       "1 1 0 1; 2 1 0 2"},
+      {"time\n4\n2\n", "2 1 0 2; 4 1 0 1"},
+      {"TIME,Status,Count\n4,f,3\n2,S,\n6,1,1\n8,0,2\n", "2 0 1 2; 4 3 0 1; 6 1 0 3; 8 0 2 4"},
+      {"susps\tx\tfails\n1\t4\t2\n\t3\t1\n", "3 1 0 2; 4 2 1 1"},
+      {"Suspensions,Failures,x\n2,0,9\n", "9 0 2 1"},
+      {"x,count\n-4,2\n5,\n", "4 0 2 1; 5 1 0 2"},
+      {"x,mode,comment\n1,wear,\"a \"\"b\"\", c\"\n2,,\n3, wear ,x\n4,burst,\n",
+       "1 1 0 1 wear 'a \"b\", c'; 2 1 0 2; 3 1 0 3 wear 'x'; 4 1 0 4 burst"},
+      {"# first\n\nx,comment\n#no\n1,\"two\nlines\"\n\n2,end",
+       "1 1 0 1 'two\nlines'; 2 1 0 2 'end'"},
+      {"x,comment\r1,a\r2,b\r", "1 1 0 1 'a'; 2 1 0 2 'b'"},
+      {"x,comment\n1,M\xFCller\n2,M\xC3\xBCller\n",
+       "1 1 0 1 'M\xC3\xBCller'; 2 1 0 2 'M\xC3\xBCller'"},
+  };
+  for (const Case& row : cases) EXPECT_EQ(read(row.text), row.expected) << row.text;
+}
+
+TEST(DataText, NegativeTimesAreValuesOnlyWhenAskedFor) {
+  const ReadOptions values{.negative_is_value = true};
+  EXPECT_EQ(read("-5\n>-7\n3\n", values), "-7 0 1 2; -5 1 0 1; 3 1 0 3");
+  EXPECT_EQ(read("x,status\n-5,F\n", values), "-5 1 0 1");
+  EXPECT_EQ(read("x,status\n-5,F\n"), "2: a time can't be negative");
+  EXPECT_EQ(read(">-5\n"), "1: a time can't be negative");
+}
+
+TEST(DataText, EachFaultHasItsLineAndItsWords) {
+  const std::string long_line(70000, '1');
+  const Case cases[] = {
+      {"", "1: the file is empty"},
+      {" \n\t\n\n", "4: there is no data, only blank lines or remarks"},
+      {"# a remark", "1: there is no data, only blank lines or remarks"},
+      {"1\nabc\n", "2: 'abc' is not a number"},
+      {"abc\n1\n",
+       "1: 'abc' is neither a point (100, 100x3, >100) nor a header line that names "
+       "columns (x,status)"},
+      {"1\n0\n", "2: a time can't be 0"},
+      {"-0.0\n", "1: a time can't be 0"},
+      {"1e999", "1: the time '1e999' is out of range (1.2e-38 to 3.4e+38)"},
+      {"1e39", "1: the time '1e39' is out of range (1.2e-38 to 3.4e+38)"},
+      {"1e-50", "1: the time '1e-50' is out of range (1.2e-38 to 3.4e+38)"},
+      {"1e-40", "1: the time '1e-40' is out of range (1.2e-38 to 3.4e+38)"},
+      {"1\nnan\n", "2: 'nan' is not a number"},
+      {"1\n-inf\n", "2: '-inf' is not a number"},
+      {"1\n0x10\n", "2: a time can't be 0"},
+      {"1,5\n",
+       "1: '1,5' is not a number (columns need a comma or a tab between them and a header "
+       "line such as x,status)"},
+      {"5x\n", "1: the count behind the x is missing"},
+      {"5x0\n", "1: a count can't be 0"},
+      {"5x-1\n", "1: the count '-1' is negative"},
+      {"5x1e15\n", "1: the count '1e15' is out of range (at most 10000000 units)"},
+      {"5x1e999\n", "1: the count '1e999' is out of range (at most 10000000 units)"},
+      {"5x2x3\n", "1: '2x3' is not a number"},
+      {"5x6e6\n5x6e6\n", "2: there are more than 10000000 units up to here"},
+      {">\n", "1: the time is missing"},
+      {"1\nsix\n", "2: 'six' is not a number"},
+      {"5\x07", "1: '5\\x07' is not a number"},
+      {"5\n7\x80\n", "2: '7\xE2\x82\xAC' is not a number"},
+      {"x,fails\n", "1: no rows follow the header line"},
+      {"# r\nx\n# r\n", "2: no rows follow the header line"},
+      {"x,size\n1,2\n",
+       "1: 'size' is no column name (known: x or time, fails or failures, susps "
+       "or suspensions, status, count, mode, comment)"},
+      {"x,time\n1,2\n", "1: the column 'time' stands there twice"},
+      {"fails,susps\n1,2\n", "1: no column is named x or time"},
+      {"x,status,fails\n1,F,2\n", "1: a status can't stand beside fails or susps"},
+      {"x,count,susps\n1,1,2\n", "1: a count can't stand beside fails or susps"},
+      {"x,fails\n1,1\nten,1\n", "3: 'ten' is not a number"},
+      {"x,fails\n,1\n", "2: the time is missing"},
+      {"x,fails\n1,-2\n", "2: the count '-2' is negative"},
+      {"x,fails,susps\n1,0,\n", "2: there are neither failures nor suspensions"},
+      {"x,status\n1,G\n", "2: the status 'G' is neither F or 1 (failure) nor S or 0 (suspension)"},
+      {"x,status\n1\n", "2: the status is missing"},
+      {"x\n1,2\n", "2: the row has more fields than the header names (1)"},
+      {"x,comment\n1,a\"b\n",
+       "2: a quotation mark stands inside a field (put the whole field in marks)"},
+      {"x,comment\n1,\"a\n2,b\n", "2: a quotation mark is not closed"},
+      {"\xFF\xFE"
+       "1\0\n\0",
+       "1: this is UTF-16 text; save it as UTF-8"},
+      {long_line, "1: the line is too long"},
+  };
+  for (const Case& row : cases) EXPECT_EQ(read(row.text), row.expected) << row.text.substr(0, 80);
+}
+
+TEST(DataText, BytesThatAreNoTextAreRefused) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(read("1\0"
+                 "0\0\n\0"sv),
+            "1: this is UTF-16 text; save it as UTF-8");
+  EXPECT_EQ(read("\0"
+                 "1\0"
+                 "0\0\n"sv),
+            "1: this is UTF-16 text; save it as UTF-8");
+  EXPECT_EQ(read("10\n20\n3\0\n"sv), "3: there is a NUL byte; this is no text");
+  EXPECT_EQ(read(std::string(1 << 20, '\0')), "1: there is a NUL byte; this is no text");
+}
+
+TEST(DataText, AnUnclosedQuoteDoesNotGatherTheRestOfTheFile) {
+  std::string text = "x,comment\n1,\"open\n";
+  for (int i = 0; i < 20000; ++i) text += "2,more\n";
+  EXPECT_EQ(read(text), "2: a quotation mark is not closed");
+}
+
+TEST(DataText, AFaultLeavesTheSetAsItWas) {
+  DataSet data = test::make_data({{5}, {6}});
+  EXPECT_TRUE(read_data_text("1\n2\nx\n", {}, data));
+  EXPECT_EQ(summary(data), "5 1 0 1; 6 1 0 2");
+}
+
+// Random sets with ties, fractions and both signs, against a plain stable sort.
+TEST(DataText, SortsStablyAndKeepsTheOrderOfEntry) {
+  std::mt19937_64 random(20);
+  for (int run = 0; run < 200; ++run) {
+    const int size = 1 + static_cast<int>(random() % 60);
+    std::vector<std::pair<float, int>> expected;
+    std::string text;
+    for (int i = 1; i <= size; ++i) {
+      const int time = static_cast<int>(random() % 21) - 10;
+      if (time != 0) expected.emplace_back(static_cast<float>(time) / 4, expected.size() + 1);
+      if (time != 0) text += std::to_string(time * 0.25) + "\n";
+    }
+    if (expected.empty()) continue;
+    std::stable_sort(expected.begin(), expected.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    DataSet data;
+    ASSERT_FALSE(read_data_text(text, {.negative_is_value = true}, data)) << text;
+    ASSERT_EQ(data.Count, static_cast<int>(expected.size()));
+    for (int i = 1; i <= data.Count; ++i) {
+      const auto& [time, order] = expected[static_cast<std::size_t>(i) - 1];
+      EXPECT_EQ(data.Points(i).X, time);
+      EXPECT_EQ(data.Points(i).Order, order);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

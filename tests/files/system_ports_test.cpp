@@ -1,0 +1,74 @@
+#include "files/system_ports.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <ctime>
+
+namespace tavlo {
+namespace {
+
+/// Another time zone for as long as it lives.
+class TimeZone {
+ public:
+  explicit TimeZone(const char* name) {
+    const char* const old = std::getenv("TZ");
+    old_ = old ? old : "";
+    set(name);
+  }
+  ~TimeZone() { set(old_); }
+
+ private:
+  static void set(const std::string& name) {
+    name.empty() ? ::unsetenv("TZ") : ::setenv("TZ", name.c_str(), 1);
+    ::tzset();
+  }
+  std::string old_;
+};
+
+/// Days since 30 December 1899 of the clock's own date and time.
+double day_count_of(const DateTime& moment) {
+  std::tm utc{};
+  utc.tm_year = moment.year - 1900;
+  utc.tm_mon = moment.month - 1;
+  utc.tm_mday = moment.day;
+  const double days = static_cast<double>(::timegm(&utc)) / 86400.0 + 25569.0;
+  return days + (moment.hour * 3600 + moment.minute * 60 + moment.second) / 86400.0;
+}
+
+TEST(SystemClock, ItsFormsTellTheSameMomentInAnyZone) {
+  for (const char* zone : {"UTC", "XXX-13:45", "YYY+11"}) {
+    const TimeZone here(zone);
+    SystemClock clock;
+    const double before = clock.day_count();
+    const DateTime now = clock.now();
+    const double seconds = clock.seconds_since_midnight();
+    EXPECT_NEAR(day_count_of(now), before, 3.0 / 86400.0) << zone;
+    const double of_day = (before - std::floor(before)) * 86400.0;
+    EXPECT_LT(std::fabs(std::remainder(seconds - of_day, 86400.0)), 3.0) << zone;
+    // 30 December 1899, day 0, was a Saturday.
+    EXPECT_EQ((now.weekday + 1) % 7, static_cast<int>(std::floor(day_count_of(now))) % 7) << zone;
+  }
+}
+
+TEST(SystemClock, SteadySecondsNeverGoBack) {
+  SystemClock clock;
+  double last = clock.steady_seconds();
+  for (int i = 0; i < 1000; ++i) {
+    const double now = clock.steady_seconds();
+    ASSERT_GE(now, last);
+    last = now;
+  }
+}
+
+TEST(RandomEntropy, DoesNotRepeatItself) {
+  RandomEntropy entropy;
+  const std::uint32_t first = entropy.next();
+  bool differs = false;
+  for (int i = 0; i < 4 && !differs; ++i) differs = entropy.next() != first;
+  EXPECT_TRUE(differs);
+}
+
+}  // namespace
+}  // namespace tavlo
