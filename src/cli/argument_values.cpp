@@ -1,0 +1,119 @@
+#include "cli/argument_values.h"
+
+#include <CLI/Error.hpp>
+#include <charconv>
+#include <optional>
+
+#include "numerics/number_text.h"
+
+namespace tavlo::cli {
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& what) { throw CLI::ValidationError(what); }
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::size_t start = 0;
+  for (std::size_t end = 0; end != std::string::npos; start = end + 1) {
+    end = text.find(separator, start);
+    parts.push_back(text.substr(start, end - start));
+  }
+  return parts;
+}
+
+template <class Parse>
+auto parse_list(const std::string& text, Parse parse) {
+  std::vector<decltype(parse(text))> list;
+  for (const std::string& part : split(text, ',')) list.push_back(parse(part));
+  return list;
+}
+
+std::optional<int> whole_number(const std::string& text) {
+  int number = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, fault] = std::from_chars(text.data(), last, number);
+  if (fault != std::errc() || end != last || text.empty()) return std::nullopt;
+  return number;
+}
+
+const Model* parse_model(const std::string& text) {
+  if (const Model* model = find_model_by_name(text)) return model;
+  const auto code = whole_number(text);
+  const Model* model = code && *code >= 0 && *code <= model_mask ? find_model(*code) : nullptr;
+  if (!model)
+    refuse("'" + text +
+           "' is no model (W2P W3T W4P W5C W7P W3B W5X E R Wb N LN G- G+ FM, or a code)");
+  return model;
+}
+
+const Method* parse_method(const std::string& text) {
+  const Method* method = find_method_by_name(text);
+  if (!method) refuse("'" + text + "' is no method (rr, mle, rrs)");
+  return method;
+}
+
+double parse_finite(const std::string& text) {
+  const auto number = parse_number(text);
+  if (!number) refuse("'" + text + "' is not a number");
+  return *number;
+}
+
+double parse_percent(const std::string& text) {
+  const double percent = parse_finite(text);
+  if (!(percent > 0.0 && percent < 100.0))
+    refuse("'" + text + "' is not a percentage between 0 and 100");
+  return percent / 100.0;
+}
+
+int parse_length(const std::string& text, const std::string& size) {
+  constexpr int least = 16;
+  constexpr int most = 16384;
+  const auto length = whole_number(text);
+  if (!length || *length < least || *length > most)
+    refuse("'" + size + "' is no size such as 1000x600 (each from 16 to 16384)");
+  return *length;
+}
+
+}  // namespace
+
+std::vector<const Model*> parse_models(const std::string& text) {
+  return parse_list(text, parse_model);
+}
+
+std::vector<const Method*> parse_methods(const std::string& text) {
+  return parse_list(text, parse_method);
+}
+
+FitChoice parse_fit_choice(const std::string& text) {
+  const std::vector<std::string> parts = split(text, '/');
+  if (parts.size() != 2) refuse("'" + text + "' is no fit such as W2P/mle");
+  return {parse_model(parts[0]), parse_method(parts[1])};
+}
+
+std::vector<double> parse_percents(const std::string& text) {
+  return parse_list(text, parse_percent);
+}
+
+std::vector<double> parse_numbers(const std::string& text) {
+  return parse_list(text, parse_finite);
+}
+
+PictureSize parse_size(const std::string& text) {
+  const std::vector<std::string> parts = split(text, 'x');
+  return {parse_length(parts.front(), text), parse_length(parts.size() == 2 ? parts[1] : "", text)};
+}
+
+void require_picture_name(const std::string& path) {
+  const std::string type = extension(path);
+  if (type == ".wmf") refuse("charts as .wmf are not available yet (" + path + ")");
+  if (type != ".svg" && type != ".pdf" && type != ".png")
+    refuse("the chart '" + path + "' must end in .svg, .pdf or .png");
+}
+
+void require_log_name(const std::string& path) {
+  const std::string type = extension(path);
+  if (type != ".rtf" && type != ".txt") refuse("the log '" + path + "' must end in .rtf or .txt");
+}
+
+}  // namespace tavlo::cli

@@ -1,0 +1,34 @@
+// Argument values: the texts behind options, turned into models, numbers and
+// sizes. A wrong one is a CLI::ValidationError in the user's words.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/arguments.h"
+
+namespace tavlo::cli {
+
+/// "W2P,W3T" or model codes.
+std::vector<const Model*> parse_models(const std::string& text);
+
+/// "rr,mle".
+std::vector<const Method*> parse_methods(const std::string& text);
+
+/// "W2P/mle".
+FitChoice parse_fit_choice(const std::string& text);
+
+/// "1,10,50": percents between 0 and 100, given back as fractions.
+std::vector<double> parse_percents(const std::string& text);
+
+/// "500,1e3".
+std::vector<double> parse_numbers(const std::string& text);
+
+/// "1000x600".
+PictureSize parse_size(const std::string& text);
+
+/// Refuses a picture whose extension names no format that can be written.
+void require_picture_name(const std::string& path);
+void require_log_name(const std::string& path);
+
+}  // namespace tavlo::cli

@@ -1,0 +1,68 @@
+// Arguments: what the user asked for on the command line, checked and in the
+// program's own terms.
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "cli/exit_code.h"
+#include "project/models.h"
+
+namespace tavlo::cli {
+
+/// Pixels of a PNG; of 1/96 inch elsewhere.
+struct PictureSize {
+  int width = 1000;
+  int height = 600;
+};
+
+/// What every command on data knows.
+struct CommonArguments {
+  std::vector<std::string> files;  ///< "-" is standard input
+  bool negative_is_value = false;
+  bool benard = true;  ///< ranks by Benard's approximation
+  bool json = false;
+  bool strict = false;  ///< doubts are answered with Cancel
+  std::string slope;    ///< answer to the question for a slope; empty cancels
+};
+
+struct FitChoice {
+  const Model* model = nullptr;
+  const Method* method = nullptr;
+};
+
+struct FitArguments {
+  CommonArguments common;
+  std::vector<FitChoice> choices;  ///< every model with every method
+  std::vector<double> b_life;      ///< fractions failed
+  std::vector<double> at;          ///< times
+  std::vector<std::string> charts;
+  std::string log;
+  PictureSize size;
+};
+
+struct RankArguments {
+  CommonArguments common;
+};
+
+struct ChartArguments {
+  CommonArguments common;  ///< one file
+  std::string out;
+  std::vector<FitChoice> choices;
+  PictureSize size;
+};
+
+using Command = std::variant<FitArguments, RankArguments, ChartArguments>;
+
+/// The command; or, when help was given or the usage was wrong, which has been
+/// said already, the code to end with.
+std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* argv);
+
+/// The name of a model on the command line; its code where it has no name.
+std::string command_name(const Model& model);
+
+/// Extension of a file name in lower case, with its full stop; may be empty.
+std::string extension(const std::string& path);
+
+}  // namespace tavlo::cli

@@ -1,0 +1,104 @@
+// The command line's ports: boxes are answered from flags and told on standard
+// error, and nothing waits for a person.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "chart/font_metrics.h"
+#include "files/disk_files.h"
+#include "files/system_ports.h"
+#include "ports/ports.h"
+
+namespace tavlo::cli {
+
+/// Writes "tavlo-cli: ..." and a line end to standard error.
+void complain(const std::string& what);
+
+/// A box that came, and its answer.
+struct AnsweredBox {
+  Box box;
+  BoxAnswer answer = BoxAnswer::ok;
+};
+
+/// Title and text of a box on one line.
+std::string box_line(const Box& box);
+
+/// Answers doubts with OK, or Cancel when `strict`; tells each box as it comes.
+class CliPrompts : public Prompts {
+ public:
+  CliPrompts(bool strict, std::string slope) : strict_(strict), slope_(std::move(slope)) {}
+
+  /// What messages are about: a file, or a fit of it.
+  void set_subject(std::string subject) { subject_ = std::move(subject); }
+  const std::string& subject() const { return subject_; }
+
+  BoxAnswer show(const Box& box) override;
+  std::optional<std::string> ask_line(const std::string& title, const std::string& text,
+                                      const std::string& suggestion) override;
+  std::optional<std::string> choose_file(const FileRequest&) override { return std::nullopt; }
+
+  const std::vector<AnsweredBox>& seen() const { return seen_; }
+
+ private:
+  BoxAnswer answer(BoxButtons buttons) const;
+
+  bool strict_;
+  std::string slope_;
+  std::string subject_;
+  std::vector<AnsweredBox> seen_;
+};
+
+class IdleEventLoop : public EventLoop {
+ public:
+  void yield() override {}
+};
+
+class EmptyClipboard : public Clipboard {
+ public:
+  std::string text() override { return {}; }
+  void set_text(const std::string&, const std::string&) override {}
+};
+
+class NoViews : public Views {
+ public:
+  void status(const std::string&) override {}
+  void busy_pointer(bool) override {}
+  void fit_button_caption(int, const std::string&) override {}
+  void sheet_changed(int) override {}
+  void fit_grid_changed(int) override {}
+  void chart_changed(int) override {}
+  void log_changed() override {}
+};
+
+/// The environment, and no other programs.
+class QuietHost : public Host {
+ public:
+  std::string environment(const std::string& name) override;
+  bool start_program(const std::string&, const std::vector<std::string>&) override { return false; }
+};
+
+/// All the ports of one run over one file.
+class CliWorld {
+ public:
+  CliWorld(bool strict, const std::string& slope) : prompts(strict, slope) {}
+
+  Ports ports() {
+    return {prompts,       event_loop_, clock_, entropy_, clipboard_,
+            text_measure_, files,       host_,  views_};
+  }
+
+  CliPrompts prompts;
+  DiskFiles files;
+
+ private:
+  IdleEventLoop event_loop_;
+  SystemClock clock_;
+  RandomEntropy entropy_;
+  EmptyClipboard clipboard_;
+  MetricTextMeasure text_measure_;
+  QuietHost host_;
+  NoViews views_;
+};
+
+}  // namespace tavlo::cli

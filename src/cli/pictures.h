@@ -1,0 +1,26 @@
+// Pictures: charts as files. The module that paints is loaded only when a
+// picture is asked for, so that a plain fit starts at once.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/arguments.h"
+#include "cli/fitting.h"
+#include "project/session.h"
+
+namespace tavlo::cli {
+
+/// Puts the data and every fit of `outcomes` on chart 1: the first fit stands
+/// with the data's symbols, each further one has a plot set of its own that is
+/// only a line. The axes are those of the first fit's paper.
+void show_on_chart(Session& session, const std::vector<FitOutcome>& outcomes,
+                   const std::string& title);
+
+/// Draws chart 1 and writes it to each path, by its extension. What is wrong,
+/// as "PATH: what", for the first that can't be written.
+std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
+                                          const PictureSize& size);
+
+}  // namespace tavlo::cli

@@ -1,0 +1,13 @@
+// Totals line: the heading that people see above each file's results.
+#pragma once
+
+#include <string>
+
+#include "project/records.h"
+
+namespace tavlo::cli {
+
+/// "bearings.txt: 20 units, 10 failures, 10 suspensions" and a line end.
+std::string totals_line(const std::string& file, const DataSet& data);
+
+}  // namespace tavlo::cli

@@ -1,0 +1,70 @@
+#include <gtest/gtest.h>
+
+#include "program_run.h"
+
+namespace tavlo {
+namespace {
+
+using test::CliFolder;
+using test::ProgramRun;
+
+struct UsageCase {
+  std::vector<std::string> arguments;
+  const char* message;
+};
+
+TEST(Arguments, WrongUsageEndsWithTwoAndSaysWhy) {
+  const UsageCase cases[] = {
+      {{}, "a command is required"},
+      {{"frobnicate", "x"}, "there is no command 'frobnicate'"},
+      {{"fit"}, "FILE is required"},
+      {{"fit", "x", "--wrong"}, "--wrong"},
+      {{"fit", "x", "--model", "W9P"}, "'W9P' is no model"},
+      {{"fit", "x", "--model", "99"}, "'99' is no model"},
+      {{"fit", "x", "--model", "2146"}, "'2146' is no model"},
+      {{"fit", "x", "--model", "W2P,"}, "'' is no model"},
+      {{"fit", "x", "--method", "ls"}, "'ls' is no method"},
+      {{"fit", "x", "--ranks", "mean"}, "'mean' is no kind of ranks"},
+      {{"fit", "x", "--b-life", "0"}, "'0' is not a percentage"},
+      {{"fit", "x", "--b-life", "10,100"}, "'100' is not a percentage"},
+      {{"fit", "x", "--at", "5,now"}, "'now' is not a number"},
+      {{"fit", "x", "--at", "inf"}, "'inf' is not a number"},
+      {{"fit", "x", "--slope", "b"}, "'b' is not a number"},
+      {{"fit", "x", "--size", "1000"}, "'1000' is no size"},
+      {{"fit", "x", "--size", "0x5"}, "'0x5' is no size"},
+      {{"fit", "x", "--size", "99999999999x600"}, "is no size"},
+      {{"fit", "x", "--log", "x.doc"}, "must end in .rtf or .txt"},
+      {{"fit", "x", "--chart", "x.jpg"}, "must end in .svg, .pdf or .png"},
+      {{"fit", "x", "--chart", "dir.png/x"}, "must end in .svg, .pdf or .png"},
+      {{"fit", "x", "--chart", "x.wmf"}, "not available yet"},
+      {{"fit", "x", "--project", "x"}, "not available yet"},
+      {{"fit", "x", "y", "--chart", "x.svg"}, "one FILE at a time"},
+      {{"chart", "x"}, "OUT is required"},
+      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"},
+  };
+  const CliFolder folder;
+  for (const UsageCase& row : cases) {
+    const ProgramRun run = folder.run(row.arguments);
+    EXPECT_EQ(run.code, 2) << row.message;
+    EXPECT_TRUE(run.err.starts_with("tavlo-cli: ")) << run.err;
+    EXPECT_NE(run.err.find(row.message), std::string::npos) << run.err;
+    EXPECT_EQ(run.out, "") << row.message;
+  }
+}
+
+TEST(Arguments, HelpAndVersionEndWell) {
+  const CliFolder folder;
+  EXPECT_TRUE(folder.run({"--version"}).out.starts_with("tavlo-cli "));
+  const UsageCase cases[] = {{{"--help"}, "rank"},
+                             {{"fit", "--help"}, "--b-life"},
+                             {{"rank", "--help"}, "--ranks"},
+                             {{"chart", "--help"}, "--size"}};
+  for (const UsageCase& row : cases) {
+    const ProgramRun run = folder.run(row.arguments);
+    EXPECT_EQ(run.code, 0);
+    EXPECT_NE(run.out.find(row.message), std::string::npos) << run.out;
+  }
+}
+
+}  // namespace
+}  // namespace tavlo
