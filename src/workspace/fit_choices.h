@@ -1,0 +1,42 @@
+// Fit choices: what a click on a model or a method of the fit panel means. Free
+// of Qt: the panel only calls these and shows the result.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "project/session.h"
+
+namespace tavlo {
+
+/// An option button of the panel. Code and formula are in the table of models.
+struct ModelOption {
+  int index;            ///< panel row, see Model::panel_row
+  const char* caption;  ///< short, with its mnemonic
+  const char* label;    ///< long, shown when the frame is widened; may be empty
+  const char* tool_tip;
+};
+
+/// All options of the panel, in their order on it.
+std::span<const ModelOption> model_options();
+
+/// The model behind an option, or null: option 13 only asks for help.
+const Model* model_of_option(int index);
+
+/// True when the model can be calculated; others are shown but can't be chosen.
+bool is_available(const Model& model);
+
+/// Chooses the model of an option and shows its formula. With QuickCalculation
+/// on, the fit is calculated at once, provided there is something to calculate.
+void opt_Model_Click(Session& session, int fit_index, int option);
+
+/// The same for a method: 0, 1 or 2.
+void opt_Method_Click(Session& session, int fit_index, std::int16_t method);
+
+/// "Method: RR: XonY", for the status bar.
+const char* method_status(int method);
+
+/// "RR: Rank Regression (Standard X on Y)", for the method menu.
+const char* method_menu_caption(int method);
+
+}  // namespace tavlo

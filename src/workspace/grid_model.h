@@ -1,0 +1,44 @@
+// GridModel: shows a Grid of the core in a QTableView. Rows behind the headings
+// only are counted, so model row 0 is grid row 1.
+#pragma once
+
+#include <QAbstractTableModel>
+
+#include "project/grid.h"
+
+class QTableView;
+
+namespace tavlo {
+
+class GridModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  /// With `numbers_in_header` column 0 of the grid becomes the row header and
+  /// model column 0 is grid column 1.
+  GridModel(Grid& grid, bool numbers_in_header, QObject* parent);
+
+  /// Shows the grid as it stands now; keeps scroll position and selection.
+  void refresh();
+
+  int grid_row(const QModelIndex& index) const { return index.row() + 1; }
+  int grid_column(const QModelIndex& index) const { return index.column() + first_column_; }
+  QModelIndex at(int grid_row, int grid_column) const;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  /// The grid takes the selection of the view as its own.
+  void mirror_selection(const QTableView& view);
+
+ private:
+  QString text(int row, int column) const;
+
+  Grid& grid_;
+  int first_column_;
+  int rows_;
+};
+
+}  // namespace tavlo

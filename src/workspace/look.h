@@ -1,0 +1,19 @@
+// Look: style, colours and font of the program, the same on every desktop.
+#pragma once
+
+class QApplication;
+class QTableView;
+class QWidget;
+
+namespace tavlo {
+
+void set_look(QApplication& application);
+
+/// Gives a table the look of a sheet: a light selection that text stays readable
+/// on, thin lines, rows as high as a line of text needs.
+void set_table_look(QTableView& table);
+
+/// Shows the main window in its usual size, or maximised on a smaller screen.
+void show_fitting(QWidget& window);
+
+}  // namespace tavlo

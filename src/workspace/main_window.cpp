@@ -1,0 +1,298 @@
+#include "workspace/main_window.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QTimer>
+
+#include "files/clipboard_text.h"
+#include "files/intake.h"
+#include "fit/reports.h"
+#include "numerics/date_text.h"
+#include "workspace/command_table.h"
+#include "workspace/fit_choices.h"
+#include "workspace/icons.h"
+#include "workspace/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+std::string log_head_line(Clock& clock) {
+  const DateTime now = clock.now();
+  return std::string("Tavlo ") + TAVLO_VERSION + "  " + format_date(now, "yyyy") +
+         format_date(now, "  ddd dd mmm yyyy    hh:mmampm") + "\n";
+}
+
+/// The usual first choice, so that a person can type times and calculate.
+void choose_standard_fit(FitPanel& panel) {
+  const Model* model = find_model(model_code::weibull2);
+  panel.nModel = model->code;
+  panel.txt_Custom = model->panel_formula;
+  panel.nMethod = method_code::x_on_y;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Program& program)
+    : program_(program),
+      session_(program.session),
+      tree_dock_(tr("Project")),
+      windows_(program),
+      busy_(program.session) {
+  setObjectName(QStringLiteral("frm_vk"));
+  setWindowTitle(QStringLiteral("Tavlo"));
+  setCentralWidget(&windows_);
+  program_.prompts.set_parent(this);
+  set_up_tree();
+  set_up_status_bar();
+  set_up_commands();
+  set_up_window_commands();
+  set_up_menus();
+  connect_views();
+  NewProject();
+}
+
+void MainWindow::set_up_tree() {
+  tree_dock_.setObjectName(QStringLiteral("dock_Project"));
+  tree_dock_.setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
+  tree_dock_.setWidget(&tree_);
+  addDockWidget(Qt::LeftDockWidgetArea, &tree_dock_);
+  resizeDocks({&tree_dock_}, {fontMetrics().height() * 8}, Qt::Horizontal);
+  tree_dock_.setVisible(session_.settings.ProjectTree);
+  connect(&tree_, &ProjectTree::chosen, this,
+          [this](const QString& key) { program_.commands.run([&] { open_child(key); }); });
+}
+
+void MainWindow::set_up_status_bar() {
+  hint_.setObjectName(QStringLiteral("lbl_Tip"));
+  hint_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  rows_panel_.setObjectName(QStringLiteral("lbl_Rows"));
+  method_panel_.setObjectName(QStringLiteral("lbl_Method"));
+  for (QLabel* label : {&hint_, &rows_panel_, &method_panel_})
+    label->setContentsMargins(8, 0, 8, 0);
+  statusBar()->addWidget(&hint_, 1);
+  statusBar()->addPermanentWidget(&rows_panel_);
+  statusBar()->addPermanentWidget(&method_panel_);
+  statusBar()->setVisible(session_.settings.StatusBar);
+}
+
+void MainWindow::set_up_commands() {
+  actions_ = {{command::new_project, [this] { ask_for_new_project(); }},
+              {command::exit, [this] { QTimer::singleShot(0, this, &QWidget::close); }},
+              {command::select_all, [this] { select_all(); }},
+              {command::cut, [this] { cut(); }},
+              {command::copy, [this] { copy(); }},
+              {command::paste, [this] { paste(); }},
+              {command::report, [this] { toggle_report(); }},
+              {command::about, [this] { show_about(); }}};
+}
+
+void MainWindow::set_up_window_commands() {
+  actions_.merge(std::map<int, std::function<void()>>{
+      {command::cascade, [this] { windows_.cascade(); }},
+      {command::tile_horizontal, [this] { windows_.tile(false); }},
+      {command::tile_vertical, [this] { windows_.tile(true); }},
+      {command::tile_block, [this] { windows_.Tile_Block(); }},
+      {command::close_all, [this] { windows_.hide_all(); }},
+      {command::restore_all, [this] { windows_.restore_all(); }}});
+}
+
+void MainWindow::set_up_menus() {
+  menus_ = std::make_unique<Menus>(
+      *menuBar(), [this](int id) { return actions_.contains(id); },
+      [this](int id) { DoCommand(id); });
+  QMenu& analysis = menus_->menu(QStringLiteral("&Analysis"));
+  QAction* first = analysis.actions().value(0);
+  auto* calculate = new QAction(tr("&Calculate Fit"), &analysis);
+  calculate->setObjectName(QStringLiteral("mnu_Calculate"));
+  calculate->setShortcut(QKeySequence(Qt::ALT | Qt::Key_C));
+  connect(calculate, &QAction::triggered, this,
+          program_.commands.slot([this] { CheckAndFit(session_, windows_.current_index()); }));
+  analysis.insertAction(first, calculate);
+  auto* methods = new QMenu(tr("&Method"), &analysis);
+  analysis.insertMenu(first, methods);
+  set_up_method_menu(*methods);
+  set_up_window_menu(menus_->menu(QStringLiteral("&Window")));
+}
+
+void MainWindow::set_up_method_menu(QMenu& menu) {
+  auto* group = new QActionGroup(&menu);
+  for (const Method& method : methods()) {
+    QAction* action = menu.addAction(to_qt(method_menu_caption(method.code)));
+    action->setCheckable(true);
+    group->addAction(action);
+    method_actions_[method.code] = action;
+    connect(action, &QAction::triggered, this,
+            program_.commands.slot([this, code = method.code] { choose_method(code); }));
+  }
+}
+
+void MainWindow::set_up_window_menu(QMenu& menu) {
+  menu.addSeparator();
+  add_key(menu, tr("&Next Window"),
+          {QKeySequence(Qt::Key_F6), QKeySequence(Qt::CTRL | Qt::Key_Tab)},
+          [this] { windows_.activateNextSubWindow(); });
+  add_key(menu, tr("Previous &Window"),
+          {QKeySequence(Qt::SHIFT | Qt::Key_F6), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab)},
+          [this] { windows_.activatePreviousSubWindow(); });
+  menu.addSeparator();
+  add_key(menu, tr("&Data"), {QKeySequence(Qt::CTRL | Qt::Key_1)},
+          [this] { open_child(QStringLiteral("D1")); });
+  add_key(menu, tr("&Fit"), {QKeySequence(Qt::CTRL | Qt::Key_2)},
+          [this] { open_child(QStringLiteral("F1")); });
+  add_key(menu, tr("Char&t"), {QKeySequence(Qt::CTRL | Qt::Key_3)},
+          [this] { open_child(QStringLiteral("C1")); });
+  add_key(menu, tr("L&og"), {QKeySequence(Qt::CTRL | Qt::Key_4)},
+          [this] { open_child(QStringLiteral("L1")); });
+  add_key(menu, tr("&Project Tree"), {QKeySequence(Qt::CTRL | Qt::Key_0)}, [this] {
+    tree_dock_.show();
+    tree_.setFocus();
+  });
+}
+
+void MainWindow::add_key(QMenu& menu, const QString& caption, const QList<QKeySequence>& keys,
+                         const std::function<void()>& action) {
+  QAction* entry = menu.addAction(caption);
+  entry->setShortcuts(keys);
+  connect(entry, &QAction::triggered, this, program_.commands.slot(action));
+}
+
+void MainWindow::connect_views() {
+  connect(&program_.views, &ViewSignals::status_text, &hint_, &QLabel::setText);
+  connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
+  connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &QLabel::setText);
+  connect(&windows_, &ProjectWindows::content_changed, this, &MainWindow::show_state);
+  connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
+  connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
+  connect(&program_.commands, &UserCommands::finished, this, [this] {
+    session_.stop_requested = false;
+    if (close_wanted_) QTimer::singleShot(0, this, &QWidget::close);
+  });
+}
+
+void MainWindow::NewProject() {
+  windows_.end_all();
+  reset_project(session_);
+  for (int i = 1; i <= session_.nFit; ++i) {
+    choose_standard_fit(*session_.gFitForm(i));
+    Load_Fit(session_, i);
+  }
+  AppendLog(session_, log_head_line(session_.ports.clock), false);
+  tree_.rebuild();
+  windows_.build();
+  set_up_pop_up_menus();
+  hint_.setText(tr("Ready"));
+  show_state();
+}
+
+void MainWindow::set_up_pop_up_menus() {
+  for (int i = 1; i <= session_.nData; ++i) {
+    SheetView& sheet = windows_.sheet(i);
+    for (const int id : {command::cut, command::copy, command::paste, command::select_all})
+      sheet.addAction(menus_->action(id));
+    sheet.setContextMenuPolicy(Qt::ActionsContextMenu);
+  }
+}
+
+void MainWindow::DoCommand(int id) {
+  const auto found = actions_.find(id);
+  if (found == actions_.end() || program_.is_busy()) return;
+  program_.commands.run(found->second);
+}
+
+void MainWindow::ask_for_new_project() {
+  bool empty = true;
+  for (int i = 1; i <= session_.nData; ++i) empty = empty && session_.gDataForm(i)->lrows == 0;
+  if (!empty &&
+      session_.ports.prompts.show({"New Project",
+                                   "The data and fits of this project will be lost.\nStart a new "
+                                   "project?",
+                                   BoxIcon::question, BoxButtons::yes_no}) != BoxAnswer::yes)
+    return;
+  // The windows may not end inside an event of their own.
+  QTimer::singleShot(0, this, program_.commands.slot([this] { NewProject(); }));
+}
+
+void MainWindow::select_all() {
+  if (const int index = windows_.focused_sheet()) windows_.sheet(index).selectAll();
+}
+
+void MainWindow::cut() {
+  const int index = windows_.focused_sheet();
+  if (index == 0) return;
+  copy();
+  windows_.sheet(index).clear_selected();
+}
+
+void MainWindow::copy() {
+  if (const int sheet = windows_.focused_sheet()) {
+    windows_.sheet(sheet).mirror_selection();
+    CopyClip(session_, sheet);
+  } else if (const int panel = windows_.focused_panel()) {
+    windows_.panel(panel).mirror_selection();
+    CopyClip(session_, session_.gFitForm(panel)->grd_Fit);
+  } else if (windows_.log().hasFocus()) {
+    windows_.log().copy();
+  }
+}
+
+void MainWindow::paste() {
+  const int index = windows_.focused_sheet();
+  if (index == 0) return;
+  windows_.sheet(index).mirror_selection();
+  PasteClip(session_, index);
+  show_state();
+}
+
+void MainWindow::toggle_report() {
+  ChildWindow* chart = windows_.child(QStringLiteral("C1"));
+  ChildWindow* log = windows_.child(QStringLiteral("L1"));
+  const bool to_chart =
+      chart->isMinimized() || (!log->isMinimized() && windows_.activeSubWindow() == log);
+  (to_chart ? chart : log)->bring_to_front();
+}
+
+void MainWindow::show_about() {
+  session_.ports.prompts.show(
+      {"About Tavlo(TM)",
+       std::string("Tavlo ") + TAVLO_VERSION +
+           "\n\nLife data analysis: times to failure and suspensions, fitted and shown on "
+           "probability paper.",
+       BoxIcon::information, BoxButtons::ok});
+}
+
+void MainWindow::open_child(const QString& node_key) {
+  if (ChildWindow* child = windows_.child(node_key)) child->bring_to_front();
+}
+
+void MainWindow::choose_method(int method) {
+  const int index = windows_.current_index();
+  opt_Method_Click(session_, index, static_cast<std::int16_t>(method));
+  windows_.panel(index).show_choices();
+  show_state();
+}
+
+void MainWindow::show_state() {
+  const FitPanel& panel = *session_.gFitForm(windows_.current_index());
+  rows_panel_.setText(tr("%1 rows").arg(session_.gDataForm(panel.data_index)->lrows));
+  const Model* model = find_model(panel.nModel);
+  const Method* method = find_method(panel.nMethod);
+  if (model && method)
+    method_panel_.setText(
+        QStringLiteral("%1, %2").arg(to_qt(model->long_name), to_qt(method->panel_caption)));
+  if (const auto found = method_actions_.find(panel.nMethod); found != method_actions_.end())
+    found->second->setChecked(true);
+}
+
+// The fit works on the records of the windows: they go after it has returned.
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (!program_.is_busy()) return QMainWindow::closeEvent(event);
+  session_.stop_requested = true;
+  close_wanted_ = true;
+  event->ignore();
+}
+
+}  // namespace tavlo

@@ -1,0 +1,99 @@
+// Somebody who types rubbish, closes what is needed and clicks twice.
+#include "gui/window_world.h"
+
+namespace tavlo {
+
+namespace {
+
+using test::wait_until;
+using CarelessUser = test::WindowWorld;
+
+TEST_F(CarelessUser, CalculatesAnEmptySheet) {
+  person.press({QStringLiteral("alt+c")});
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
+  EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("At least 2 points are needed")));
+  EXPECT_EQ(fits().rows(), 1);
+  EXPECT_FALSE(session().gFitForm(1)->busy);
+}
+
+TEST_F(CarelessUser, TypesLettersInNumberColumns) {
+  person.type(QStringLiteral("abc\n100\n200\n"));
+  ASSERT_TRUE(wait_until([&] { return sheet().row() == 4; }));
+  person.press({QStringLiteral("alt+c")});
+  ASSERT_TRUE(wait_until([&] { return !program.commands.running() && !program.is_busy(); }));
+  // The program goes on: a good set fits after the row is gone.
+  person.press({QStringLiteral("ctrl+Home"), QStringLiteral("shift+End"), QStringLiteral("Delete"),
+                QStringLiteral("alt+c")});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() > 1; }));
+  EXPECT_EQ(session().gData(1).Count, 2);
+}
+
+TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
+  person.type(QStringLiteral("100\n"));
+  ChildWindow& child = *window.windows().child(QStringLiteral("D1"));
+  person.press({QStringLiteral("ctrl+w")});
+  ASSERT_TRUE(wait_until([&] { return child.isHidden(); }));
+  const QTreeWidgetItem* node = window.tree().node(QStringLiteral("D1"));
+  EXPECT_EQ(node->parent()->text(0), QStringLiteral("Recycle"));
+  EXPECT_TRUE(window.tree().node(QStringLiteral("R1"))->isHidden());
+
+  person.press({QStringLiteral("ctrl+0"), QStringLiteral("End"), QStringLiteral("Return")});
+  ASSERT_TRUE(wait_until([&] { return child.isVisible(); }));
+  EXPECT_EQ(node->parent()->text(0), QStringLiteral("Data"));
+  EXPECT_FALSE(window.tree().node(QStringLiteral("R1"))->isHidden());
+  EXPECT_EQ(sheet().text(1, sheet_column::x), "100");
+
+  person.click(window.windows().sheet(1), {60, 60});
+  person.press({QStringLiteral("F6"), QStringLiteral("ctrl+w")});
+  ASSERT_TRUE(wait_until([&] { return window.windows().child(QStringLiteral("F1"))->isHidden(); }))
+      << "F6 goes to the next window";
+}
+
+TEST_F(CarelessUser, ClicksTheButtonTwice) {
+  type_handbook_example();
+  person.click_twice(widget("btn_Fit"));
+  ASSERT_TRUE(wait_until([&] { return fits().rows() > 1 && !program.commands.running(); }));
+  EXPECT_EQ(fits().rows(), 2);
+  EXPECT_EQ(log().find("Tavlo Fit"), log().rfind("Tavlo Fit")) << "one entry for one fit";
+}
+
+TEST_F(CarelessUser, ResizesToTinyAndLarge) {
+  type_handbook_example();
+  person.press({QStringLiteral("alt+c")});
+  ASSERT_TRUE(wait_until([&] { return chart_has_fit_line() && !program.commands.running(); }));
+  const int compositions = window.windows().chart(1).compositions();
+  window.showNormal();
+  for (const QSize& size : {QSize(240, 180), QSize(1700, 1100), QSize(1100, 700)}) {
+    person.resize(window, size);
+    EXPECT_TRUE(wait_until([&] {
+      return std::abs(window.width() - std::max(size.width(), window.minimumSizeHint().width())) <
+             3;
+    })) << window.width();
+  }
+  EXPECT_EQ(window.windows().chart(1).compositions(), compositions) << "a resize composes nothing";
+}
+
+TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
+  session().gFitForm(1)->busy = true;
+  window.close();
+  EXPECT_TRUE(window.isVisible()) << "the fit still needs its window";
+  EXPECT_TRUE(session().stop_requested);
+  session().gFitForm(1)->busy = false;
+  program.commands.run([] {});
+  EXPECT_TRUE(wait_until([&] { return !window.isVisible(); }));
+}
+
+TEST_F(CarelessUser, AskedBeforeAProjectIsThrownAway) {
+  person.type(QStringLiteral("100\n"));
+  person.press({QStringLiteral("ctrl+n")});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 0; }));
+  ASSERT_EQ(boxes.texts().size(), 1);
+  EXPECT_EQ(window.windows().children().size(), 4u);
+  ASSERT_TRUE(wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
+  person.type(QStringLiteral("7\n"));
+  EXPECT_TRUE(wait_until([&] { return sheet().text(1, sheet_column::x) == "7"; }));
+}
+
+}  // namespace
+
+}  // namespace tavlo

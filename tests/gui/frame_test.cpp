@@ -1,0 +1,84 @@
+// The parts of the frame that need no hand on the keyboard.
+#include "gui/window_world.h"
+#include "workspace/block_layout.h"
+#include "workspace/box_folding.h"
+#include "workspace/command_table.h"
+
+namespace tavlo {
+
+namespace {
+
+using Frame = test::WindowWorld;
+
+TEST(BoxFolding, ShowsThreeAndCountsTheRest) {
+  BoxFolding folding;
+  const Box fault{"Error", "no rank", BoxIcon::stop, BoxButtons::ok};
+  int shown = 0;
+  for (int i = 0; i < 10000; ++i) shown += folding.wants_showing(fault) ? 1 : 0;
+  EXPECT_EQ(shown, 3);
+  const auto rest = folding.end_run();
+  ASSERT_TRUE(rest);
+  EXPECT_EQ(rest->text, "no rank\n\nand 9997 more");
+  EXPECT_FALSE(folding.end_run());
+}
+
+TEST(BoxFolding, NeverAnswersAQuestion) {
+  BoxFolding folding;
+  const Box question{"Error", "go on?", BoxIcon::exclamation, BoxButtons::retry_cancel};
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(folding.wants_showing(question));
+  EXPECT_FALSE(folding.end_run());
+}
+
+// Whatever is hidden and however large the frame: the visible blocks cover the
+// area and nowhere each other.
+TEST(BlockLayout, CoversTheArea) {
+  for (const QSize& area :
+       {QSize(900, 600), QSize(1130, 725), QSize(1790, 1000), QSize(3600, 2000)})
+    for (unsigned mask = 1; mask < 16; ++mask) {
+      std::array<bool, block_count> visible{};
+      for (std::size_t i = 0; i < block_count; ++i) visible[i] = (mask >> i & 1u) != 0;
+      const auto places = block_layout(area, 17, visible);
+      qint64 covered = 0;
+      for (std::size_t i = 0; i < block_count; ++i) {
+        EXPECT_EQ(visible[i], !places[i].isEmpty()) << mask;
+        covered += qint64{places[i].width()} * places[i].height() * (visible[i] ? 1 : 0);
+        for (std::size_t k = 0; k < i; ++k)
+          EXPECT_FALSE(visible[i] && visible[k] && places[i].intersects(places[k])) << mask;
+      }
+      EXPECT_EQ(covered, qint64{area.width()} * area.height()) << mask;
+    }
+}
+
+// Each command of the table is either carried out or disabled in the menu.
+TEST_F(Frame, DeadEntriesAreDisabled) {
+  for (const int id : {2, 3, 6, 8, 11, 28, 34, 35, 49})
+    EXPECT_FALSE(window.findChild<QAction*>(QStringLiteral("mnu_%1").arg(id))->isEnabled()) << id;
+  for (const int id : {command::new_project, command::exit, command::paste, command::tile_block})
+    EXPECT_TRUE(window.findChild<QAction*>(QStringLiteral("mnu_%1").arg(id))->isEnabled()) << id;
+  const auto log_before = log();
+  for (const int id : {-1, 0, 2, 3, 6, 8, 11, 42, 52, 1000}) window.DoCommand(id);
+  EXPECT_EQ(log(), log_before);
+}
+
+TEST_F(Frame, AnExceptionInACommandIsABox) {
+  program.commands.run([] { throw RunTimeError(run_time::subscript); });
+  ASSERT_EQ(boxes.texts().size(), 1);
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("Subscript out of range")));
+  EXPECT_FALSE(program.commands.running());
+}
+
+TEST_F(Frame, HoldsAHundredThousandRows) {
+  QString column;
+  for (int i = 1; i <= 100000; ++i) column += QString::number(i) + u'\n';
+  person.copy_elsewhere(column);
+  person.press({QStringLiteral("ctrl+v")});
+  ASSERT_TRUE(test::wait_until([&] { return session().gDataForm(1)->lrows == 100000; }));
+  person.press({QStringLiteral("ctrl+End"), QStringLiteral("alt+c")});
+  ASSERT_TRUE(test::wait_until([&] { return fits().rows() == 2; }, 60000));
+  EXPECT_EQ(session().gData(1).Count, 100000);
+  EXPECT_EQ(boxes.texts(), QStringList());
+}
+
+}  // namespace
+
+}  // namespace tavlo

@@ -1,0 +1,97 @@
+// The main job: typed or pasted times become a fitted line.
+#include "gui/window_world.h"
+#include "numerics/number_text.h"
+
+namespace tavlo {
+
+namespace {
+
+using test::wait_until;
+using MainJob = test::WindowWorld;
+
+double number(const Grid& grid, int row, int column) {
+  return parse_number(grid.text(row, column)).value_or(-1);
+}
+
+// The e-Handbook's maximum likelihood answer: eta 606.528, beta 1.7208.
+TEST_F(MainJob, KeyboardAlone) {
+  EXPECT_FALSE(chart_has_fit_line());
+  type_handbook_example();
+  person.press({QStringLiteral("ctrl+2"), QStringLiteral("shift+Tab"), QStringLiteral("Down")});
+  ASSERT_TRUE(wait_until([&] { return session().gFitForm(1)->nMethod == method_code::mle; }));
+  person.press({QStringLiteral("ctrl+1"), QStringLiteral("alt+c")});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() > 1 && !program.commands.running(); }));
+
+  EXPECT_EQ(fits().text(1, fit_column::model), "W/MLE");
+  EXPECT_NEAR(number(fits(), 1, fit_column::scale), 606.528, 0.01);
+  EXPECT_NEAR(number(fits(), 1, fit_column::shape), 1.7208, 0.001);
+  EXPECT_NEAR(number(fits(), 1, fit_column::quality), -75.1346, 0.001);
+  EXPECT_NE(log().find("********** Tavlo Fit ********** "), std::string::npos) << log();
+  EXPECT_NE(from_qt(window.windows().log().toPlainText()).find("606.52"), std::string::npos);
+  EXPECT_TRUE(chart_has_fit_line());
+  EXPECT_EQ(boxes.texts(), QStringList());
+
+  person.press({QStringLiteral("ctrl+4"), QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")});
+  EXPECT_TRUE(person.paste_elsewhere().contains(QStringLiteral("Tavlo Fit"))) << "from the log";
+}
+
+TEST_F(MainJob, MouseAlone) {
+  person.copy_elsewhere(QStringLiteral("100\n200\n300\n"));
+  person.click(*window.windows().sheet(1).viewport(), {20, 10});
+  person.press({QStringLiteral("ctrl+v")});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 3; }));
+  person.click(widget("opt_Method_2"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 2; }));
+  EXPECT_EQ(fits().text(1, fit_column::model), "W/rrs");
+  person.click(widget("opt_Method_0"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 3; }));
+  person.click(widget("btn_Fit"));
+  person.click(widget("opt_Model_4"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return !program.commands.running(); }));
+  EXPECT_EQ(fits().rows(), 3) << "a fit that stands is not added again";
+  EXPECT_EQ(session().gFitForm(1)->nModel, model_code::weibull2) << "a model not available yet";
+  EXPECT_TRUE(chart_has_fit_line());
+}
+
+TEST_F(MainJob, PasteTwoColumnsAndCopyTheNotation) {
+  person.copy_elsewhere(QStringLiteral("150\t2\r\n>200\t5\r\n320.5\t1\r\n"));
+  person.press({QStringLiteral("ctrl+v")});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 3; }));
+  EXPECT_EQ(sheet().text(1, sheet_column::fails), "2");
+  EXPECT_EQ(sheet().text(2, sheet_column::susps), "5");
+  person.press({QStringLiteral("ctrl+a"), QStringLiteral("ctrl+c")});
+  QString copied;
+  wait_until([&] { return !(copied = person.paste_elsewhere()).contains(u'\t'); });
+  EXPECT_EQ(copied, QStringLiteral("150x2\r\n>200x5\r\n320.5\r\n"));
+}
+
+// Keys of the sheet: what each does to the text and to the current cell.
+TEST_F(MainJob, KeysOfTheSheet) {
+  person.type(QStringLiteral("100x3\n"));
+  ASSERT_TRUE(wait_until([&] { return sheet().row() == 2; }));
+  EXPECT_EQ(sheet().text(1, sheet_column::fails), "3");
+
+  person.press({QStringLiteral("5"), QStringLiteral("0"), QStringLiteral("Right")});
+  ASSERT_TRUE(wait_until([&] { return sheet().column() == sheet_column::y; }));
+  EXPECT_EQ(sheet().text(2, sheet_column::x), "50");
+
+  person.press({QStringLiteral("Left"), QStringLiteral("9"), QStringLiteral("Escape"),
+                QStringLiteral("F2"), QStringLiteral("7"), QStringLiteral("Up")});
+  ASSERT_TRUE(wait_until([&] { return sheet().row() == 1; }));
+  EXPECT_EQ(sheet().text(2, sheet_column::x), "507") << "Escape leaves, F2 goes on";
+
+  person.press({QStringLiteral("shift+Down"), QStringLiteral("Delete")});
+  ASSERT_TRUE(wait_until([&] { return sheet().text(2, sheet_column::x).empty(); }));
+  EXPECT_EQ(sheet().text(1, sheet_column::x), "");
+  EXPECT_EQ(sheet().text(1, sheet_column::fails), "3") << "only the selection is emptied";
+
+  person.press({QStringLiteral("ctrl+End"), QStringLiteral("Home")});
+  person.type(QStringLiteral("8\n"));
+  ASSERT_TRUE(wait_until([&] { return sheet().row() == DataSheet::least_rows + 1; }));
+  EXPECT_EQ(sheet().text(DataSheet::least_rows + 1, sheet_column::order),
+            std::to_string(DataSheet::least_rows + 1));
+}
+
+}  // namespace
+
+}  // namespace tavlo

@@ -1,0 +1,102 @@
+#include "gui/person.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTest>
+
+namespace tavlo::test {
+
+namespace {
+
+/// Runs a program while the event loop turns; its output.
+QByteArray run(const QString& program, const QStringList& arguments, const QByteArray& input = {},
+               bool wants_output = false) {
+  QProcess process;
+  if (!wants_output) process.setStandardOutputFile(QProcess::nullDevice());
+  process.start(program, arguments);
+  process.write(input);
+  process.closeWriteChannel();
+  const bool ended = wait_until([&] { return process.state() == QProcess::NotRunning; });
+  EXPECT_TRUE(ended && process.exitCode() == 0)
+      << qPrintable(program) << " " << qPrintable(arguments.join(u' ')) << "\n"
+      << process.readAllStandardError().toStdString();
+  return wants_output ? process.readAllStandardOutput() : QByteArray();
+}
+
+void xdotool(const QStringList& arguments) { run(QStringLiteral("xdotool"), arguments); }
+
+QStringList move_to(const QWidget& widget, const QPoint& at) {
+  const QPoint point = widget.mapToGlobal(at) * widget.devicePixelRatioF();
+  return {QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y())};
+}
+
+}  // namespace
+
+bool wait_until(const std::function<bool()>& holds, int milliseconds) {
+  return QTest::qWaitFor(holds, milliseconds);
+}
+
+void Person::type(const QString& text) {
+  QStringList arguments;
+  for (const QString& part : text.split(u'\n')) {
+    if (!arguments.isEmpty()) arguments << QStringLiteral("key") << QStringLiteral("Return");
+    if (!part.isEmpty())
+      xdotool(arguments + QStringList{QStringLiteral("type"), QStringLiteral("--delay"),
+                                      QStringLiteral("4"), part});
+    else if (!arguments.isEmpty())
+      xdotool(arguments);
+    arguments = {QStringLiteral("sleep"), QStringLiteral("0")};
+  }
+}
+
+void Person::press(const QStringList& keys) {
+  for (const QString& key : keys) xdotool({QStringLiteral("key"), key});
+}
+
+void Person::click(const QWidget& widget) { click(widget, widget.rect().center()); }
+
+void Person::click(const QWidget& widget, const QPoint& at) {
+  xdotool(move_to(widget, at) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
+}
+
+void Person::click_twice(const QWidget& widget) {
+  xdotool(move_to(widget, widget.rect().center()) +
+          QStringList{QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
+                      QStringLiteral("--delay"), QStringLiteral("10"), QStringLiteral("1")});
+}
+
+void Person::copy_elsewhere(const QString& text) {
+  run(QStringLiteral("xclip"),
+      {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-i")},
+      text.toUtf8());
+}
+
+QString Person::paste_elsewhere() {
+  return QString::fromUtf8(run(
+      QStringLiteral("xclip"),
+      {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")}, {}, true));
+}
+
+void Person::resize(const QWidget& window, const QSize& size) {
+  xdotool({QStringLiteral("windowsize"), QString::number(window.winId()),
+           QString::number(size.width()), QString::number(size.height())});
+}
+
+BoxReader::BoxReader() {
+  connect(&timer_, &QTimer::timeout, this, [this] { look(); });
+  timer_.start(10);
+}
+
+void BoxReader::look() {
+  auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+  if (!box || box == answered_ || !box->isActiveWindow()) return;
+  answered_ = box;
+  texts_ << box->text();
+  QProcess::startDetached(QStringLiteral("xdotool"),
+                          {QStringLiteral("key"), QStringLiteral("Return")});
+}
+
+}  // namespace tavlo::test

@@ -1,0 +1,56 @@
+// Person: somebody in front of the program, with a real keyboard, mouse and
+// clipboard. Every act spins the event loop until it is over; nobody waits for a
+// fixed time.
+#pragma once
+
+#include <QObject>
+#include <QPoint>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+
+namespace tavlo::test {
+
+/// Turns the event loop until `holds` does; false when that takes too long.
+bool wait_until(const std::function<bool()>& holds, int milliseconds = 15000);
+
+class Person {
+ public:
+  /// Types a text; "\n" is the Enter key.
+  void type(const QString& text);
+
+  /// Presses keys in their order, each as xdotool names them: "alt+c", "F6".
+  void press(const QStringList& keys);
+
+  /// Clicks at the middle of the widget, or at a point of it.
+  void click(const QWidget& widget);
+  void click(const QWidget& widget, const QPoint& at);
+  void click_twice(const QWidget& widget);
+
+  /// Puts a text on the clipboard, as another program does.
+  void copy_elsewhere(const QString& text);
+
+  /// The clipboard's text, as another program gets it.
+  QString paste_elsewhere();
+
+  void resize(const QWidget& window, const QSize& size);
+};
+
+/// Reads each message box and presses Enter on it.
+class BoxReader : public QObject {
+ public:
+  BoxReader();
+  const QStringList& texts() const { return texts_; }
+
+ private:
+  void look();
+
+  QTimer timer_;
+  QStringList texts_;
+  QPointer<QWidget> answered_;
+};
+
+}  // namespace tavlo::test

@@ -1,0 +1,37 @@
+// WindowWorld: the whole program in one test, with somebody in front of it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QPointer>
+
+#include "gui/person.h"
+#include "workspace/main_window.h"
+
+namespace tavlo::test {
+
+class WindowWorld : public ::testing::Test {
+ protected:
+  void SetUp() override;
+
+  Session& session() { return program.session; }
+  Grid& sheet() { return session().gDataForm(1)->grd_Data; }
+  Grid& fits() { return session().gFitForm(1)->grd_Fit; }
+  std::string log() { return session().log.plain(); }
+
+  /// The widget of that object name; the test fails when there is none.
+  QWidget& widget(const char* name);
+
+  /// Types the failure times of the e-Handbook's example and its suspensions.
+  void type_handbook_example();
+
+  /// True when the chart shows a line that is neither upright nor level.
+  bool chart_has_fit_line();
+
+  Program program;
+  MainWindow window{program};
+  Person person;
+  BoxReader boxes;
+};
+
+}  // namespace tavlo::test
