@@ -7,16 +7,6 @@ namespace tavlo::cli {
 
 namespace {
 
-int find_slot(const FitSet& fits, int model_code, int method_code) {
-  for (int k = 1; k <= fits.nFits; ++k) {
-    const FitResult& fit = fits.Fits(k);
-    if (fit.ModelCode == model_code && fit.Method == method_code &&
-        fit.Status == FitStatus::calculated)
-      return k;
-  }
-  return 0;
-}
-
 bool is_accepted_doubt(const AnsweredBox& seen) {
   return seen.box.buttons != BoxButtons::ok && seen.answer != BoxAnswer::cancel;
 }
@@ -44,22 +34,14 @@ std::string why_refused(const CliPrompts& prompts, std::size_t first) {
   return told_here(prompts, "there are too few failures for this model");
 }
 
-/// The routines take the size of a time on a logarithmic axis, which makes a
-/// line of negative times that means nothing.
-bool has_times_off_the_paper(const DataSet& data, const Model& model) {
-  return model.x_scale() == x_scale::log && data.Count > 0 && data.Points(1).X <= 0.0F;
-}
-
 FitOutcome fit_one(Session& session, CliPrompts& prompts, const FitChoice& choice, bool report) {
   const std::size_t seen = prompts.seen().size();
   FitOutcome outcome{choice, 0, {}};
-  if (has_times_off_the_paper(session.gData(1), *choice.model)) {
-    outcome.error = told_here(prompts, "this model needs times above 0, the data hold others");
-    return outcome;
-  }
   std::int16_t code = choice.model->code;
   Fit_Distribution(session, 1, 1, code, choice.method->code, false, report);
-  outcome.slot = find_slot(session.gFit(1), code, choice.method->code);
+  const int slot = find_slot(session.gFit(1), code, choice.method->code);
+  const bool stands = slot > 0 && session.gFit(1).Fits(slot).Status == FitStatus::calculated;
+  outcome.slot = stands ? slot : 0;
   if (outcome.slot == 0) outcome.error = why_refused(prompts, seen);
   return outcome;
 }

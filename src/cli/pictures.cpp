@@ -63,12 +63,6 @@ void show_fit(Session& session, Chart& chart, int row, int slot) {
   marker.SymbolFill = 0;
 }
 
-/// Several lines lie close together: thin ones can be told apart.
-void thin_lines(Chart& chart, int rows) {
-  constexpr std::int32_t thin = 25;
-  for (int row = 1; rows > 1 && row <= rows; ++row) chart.Markers(row).LineWidth = thin;
-}
-
 void use_paper_of(Chart& chart, const Model& model) {
   chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
   chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
@@ -90,7 +84,6 @@ void show_on_chart(Session& session, const std::vector<FitOutcome>& outcomes,
     if (row == 0) use_paper_of(chart, *outcome.choice.model);
     show_fit(session, chart, ++row, outcome.slot);
   }
-  thin_lines(chart, row);
 }
 
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,

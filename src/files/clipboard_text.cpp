@@ -96,34 +96,49 @@ std::optional<std::string> unexpected_cell(const Cells& cells, const std::vector
   return std::nullopt;
 }
 
+/// The shape of a pasted text, found from its beginning.
 struct PastedText {
-  std::vector<Cells> lines;
-  std::string fault;  ///< what can't be taken; empty when all can
+  std::string_view text;
+  std::string_view line_end;
+  std::optional<char> separator;
 };
 
-PastedText take_apart(std::string_view text, const std::vector<int>& columns) {
-  PastedText pasted;
+PastedText shape_of(std::string_view text, const std::vector<int>& columns) {
   const std::string_view line_end = line_separator(text);
   const bool into_numbers = columns.front() < sheet_column::mode;
-  const auto separator = column_separator(text, text.substr(0, text.find(line_end)), into_numbers);
+  return {text, line_end,
+          column_separator(text, text.substr(0, text.find(line_end)), into_numbers)};
+}
+
+/// Calls `act(line number, cells)` for each line that is not blank, until it
+/// answers false.
+template <class Act>
+void for_each_line(const PastedText& pasted, Act act) {
+  std::string_view text = pasted.text;
   for (long number = 1; !text.empty(); ++number) {
-    const auto end = text.find(line_end);
+    const auto end = text.find(pasted.line_end);
     const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + line_end.size());
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + pasted.line_end.size());
     if (trimmed(line).empty()) continue;
-    Cells cells = split(line, separator);
+    Cells cells = split(line, pasted.separator);
     drop_empty_marks(cells);
-    if (const auto bad = unexpected_cell(cells, columns)) {
-      pasted.fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
-      return pasted;
-    }
-    pasted.lines.push_back(std::move(cells));
-    if (pasted.lines.size() > static_cast<std::size_t>(most_rows)) {
-      pasted.fault = "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
-      return pasted;
-    }
+    if (!act(number, cells)) return;
   }
-  return pasted;
+}
+
+/// What the sheet can't take of the text; empty when it can take all.
+std::string fault_of(const PastedText& pasted, const std::vector<int>& columns, int first_row) {
+  std::string fault;
+  int row = first_row;
+  for_each_line(pasted, [&](long number, const Cells& cells) {
+    if (const auto bad = unexpected_cell(cells, columns)) {
+      fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
+    } else if (row++ > most_rows) {
+      fault = "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
+    }
+    return fault.empty();
+  });
+  return fault;
 }
 
 void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector<int>& columns) {
@@ -148,13 +163,17 @@ void PasteClip(Session& session, int data_index) {
     DataSheet& sheet = *session.gDataForm(data_index);
     sheet.txt_Edit_LostFocus();
     const auto columns = target_columns(sheet.grd_Data.column());
-    const PastedText pasted = take_apart(session.ports.clipboard.text(), columns);
-    if (!pasted.fault.empty()) {
-      session.ports.prompts.show({paste_title, pasted.fault, BoxIcon::exclamation, BoxButtons::ok});
+    const std::string text = session.ports.clipboard.text();
+    const PastedText pasted = shape_of(text, columns);
+    int row = std::max(sheet.grd_Data.row(), 1);
+    if (const std::string fault = fault_of(pasted, columns, row); !fault.empty()) {
+      session.ports.prompts.show({paste_title, fault, BoxIcon::exclamation, BoxButtons::ok});
       return;
     }
-    int row = std::max(sheet.grd_Data.row(), 1);
-    for (const Cells& cells : pasted.lines) enter_line(sheet, row++, cells, columns);
+    for_each_line(pasted, [&](long, const Cells& cells) {
+      enter_line(sheet, row++, cells, columns);
+      return true;
+    });
     sheet.bclean = false;
     session.ports.views.sheet_changed(data_index);
   });

@@ -103,9 +103,7 @@ class BusyPanel {
 };
 
 int slot_of(const FitSet& fits, const FitPanel& panel) {
-  for (int k = 1; k <= fits.nFits; ++k)
-    if (fits.Fits(k).ModelCode == panel.nModel && fits.Fits(k).Method == panel.nMethod) return k;
-  return 0;
+  return find_slot(fits, panel.nModel, panel.nMethod);
 }
 
 }  // namespace

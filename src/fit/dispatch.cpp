@@ -3,6 +3,7 @@
 #include "fit/classical_fits.h"
 #include "fit/gates.h"
 #include "fit/reports.h"
+#include "numerics/number_text.h"
 #include "project/models.h"
 
 namespace tavlo {
@@ -33,12 +34,6 @@ bool has_data(const Session& session, int data_index) {
   return sheet.bclean || sheet.lrows >= 2;
 }
 
-int find_slot(const FitSet& fits, int model_code, int method_code) {
-  for (int k = 1; k <= fits.nFits; ++k)
-    if (fits.Fits(k).Method == method_code && fits.Fits(k).ModelCode == model_code) return k;
-  return 0;
-}
-
 int new_slot(FitSet& fits, std::int16_t model_code, std::int16_t method_code, double slope) {
   FitResult fit = fits.Fits(0);
   fit.Method = method_code;
@@ -51,6 +46,19 @@ int new_slot(FitSet& fits, std::int16_t model_code, std::int16_t method_code, do
   fits.Fits.resize(fits.nFits);
   fits.Fits.push_back(std::move(fit));
   return ++fits.nFits;
+}
+
+/// The routines take the size of a time on a logarithmic axis, so a negative one
+/// would be fitted as what it is not. Points stand in ascending order of X.
+bool refuses_negative_times(Prompts& prompts, const Model& model, const DataSet& data) {
+  if (model.x_scale() != x_scale::log || data.Count < 1 || !(data.Points(1).X < 0.0F)) return false;
+  const DataPoint& row = data.Points(1);
+  prompts.show({"Negative times",
+                "Row " + std::to_string(row.Order > 0 ? row.Order : 1) + ": Data X is " +
+                    number_text(static_cast<double>(row.X), 7) + ".  The model " + model.long_name +
+                    " needs times above 0.\nFit Cancelled",
+                BoxIcon::exclamation, BoxButtons::ok});
+  return true;
 }
 
 /// Runs the routine of the model; false when there is none, after saying so.
@@ -124,6 +132,7 @@ void Fit_Distribution(Session& session, int data_index, int fit_index, std::int1
       return;
     const Model* model = find_model(model_code);
     if (!model) throw RunTimeError(run_time::invalid_argument);
+    if (refuses_negative_times(session.ports.prompts, *model, session.gData(data_index))) return;
     const BusyPointer busy(session.ports.views);
     if (!has_data(session, data_index)) {
       AppendLog(session, "Please enter data for set # " + std::to_string(data_index) + "\n", false);

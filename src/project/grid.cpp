@@ -2,36 +2,43 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 #include "numerics/number_text.h"
 
 namespace tavlo {
 
 Grid::Grid(int rows, int columns)
-    : columns_(columns),
-      cells_(static_cast<std::size_t>(std::max(rows, 1)),
-             std::vector<std::string>(static_cast<std::size_t>(columns))) {}
+    : rows_(std::max(rows, 1)), columns_(static_cast<std::size_t>(columns)) {}
 
 void Grid::set_rows(int rows) {
-  cells_.resize(static_cast<std::size_t>(std::max(rows, 1)),
-                std::vector<std::string>(static_cast<std::size_t>(columns_)));
-  const int last = this->rows() - 1;
-  row_ = std::min(row_, last);
-  row_end_ = std::min(row_end_, last);
+  rows_ = std::max(rows, 1);
+  for (Column& column : columns_)
+    if (!column.empty()) column.resize(static_cast<std::size_t>(rows_));
+  row_ = std::min(row_, rows_ - 1);
+  row_end_ = std::min(row_end_, rows_ - 1);
 }
 
-std::vector<std::string>& Grid::checked(int row, int column) {
-  if (row < 0 || row >= rows() || column < 0 || column >= columns_)
+void Grid::check(int row, int column) const {
+  if (row < 0 || row >= rows_ || column < 0 || column >= columns())
     throw RunTimeError(run_time::subscript);
-  return cells_[static_cast<std::size_t>(row)];
 }
 
 const std::string& Grid::text(int row, int column) const {
-  return const_cast<Grid*>(this)->checked(row, column)[static_cast<std::size_t>(column)];
+  static const std::string nothing;
+  check(row, column);
+  const Column& texts = columns_[static_cast<std::size_t>(column)];
+  return texts.empty() ? nothing : texts[static_cast<std::size_t>(row)];
 }
 
 void Grid::set_text(int row, int column, std::string text) {
-  checked(row, column)[static_cast<std::size_t>(column)] = std::move(text);
+  check(row, column);
+  Column& texts = columns_[static_cast<std::size_t>(column)];
+  if (texts.empty()) {
+    if (text.empty()) return;
+    texts.resize(static_cast<std::size_t>(rows_));
+  }
+  texts[static_cast<std::size_t>(row)] = std::move(text);
 }
 
 void Grid::clear(const GridBlock& block) {
@@ -41,7 +48,7 @@ void Grid::clear(const GridBlock& block) {
 }
 
 void Grid::go_to(int row, int column) {
-  checked(row, column);
+  check(row, column);
   row_ = row_end_ = row;
   column_ = column_end_ = column;
 }
@@ -52,31 +59,33 @@ GridBlock Grid::selection() const {
 }
 
 void Grid::select_to(int row, int column) {
-  checked(row, column);
+  check(row, column);
   row_end_ = row;
   column_end_ = column;
 }
 
 void Grid::sort_rows(int first, int last, int key_column, bool ascending) {
   if (first > last) return;
-  checked(first, key_column);
-  checked(last, key_column);
+  check(first, key_column);
+  check(last, key_column);
   constexpr double lowest = -std::numeric_limits<double>::infinity();
-  struct KeyedRow {
-    double key;
-    std::vector<std::string> texts;
-  };
-  std::vector<KeyedRow> rows;
-  rows.reserve(static_cast<std::size_t>(last - first) + 1);
-  for (int r = first; r <= last; ++r) {
-    const double key = parse_number(text(r, key_column)).value_or(ascending ? 0.0 : lowest);
-    rows.push_back({key, std::move(checked(r, 0))});
-  }
-  std::stable_sort(rows.begin(), rows.end(), [ascending](const KeyedRow& a, const KeyedRow& b) {
-    return ascending ? a.key < b.key : a.key > b.key;
+  const auto count = static_cast<std::size_t>(last - first) + 1;
+  std::vector<double> keys(count);
+  for (std::size_t i = 0; i < count; ++i)
+    keys[i] = parse_number(text(first + static_cast<int>(i), key_column))
+                  .value_or(ascending ? 0.0 : lowest);
+  std::vector<std::size_t> order(count);
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    return ascending ? keys[a] < keys[b] : keys[a] > keys[b];
   });
-  for (int r = first; r <= last; ++r)
-    checked(r, 0) = std::move(rows[static_cast<std::size_t>(r - first)].texts);
+  for (Column& column : columns_) {
+    if (column.empty()) continue;
+    Column sorted(count);
+    const auto start = static_cast<std::size_t>(first);
+    for (std::size_t i = 0; i < count; ++i) sorted[i] = std::move(column[start + order[i]]);
+    std::move(sorted.begin(), sorted.end(), column.begin() + first);
+  }
 }
 
 }  // namespace tavlo

@@ -23,8 +23,8 @@ class Grid {
  public:
   Grid(int rows, int columns);
 
-  int rows() const { return static_cast<int>(cells_.size()); }
-  int columns() const { return columns_; }
+  int rows() const { return rows_; }
+  int columns() const { return static_cast<int>(columns_.size()); }
 
   /// Changes the number of rows, keeping what they hold; at least 1.
   void set_rows(int rows);
@@ -52,10 +52,14 @@ class Grid {
   void sort_rows(int first, int last, int key_column, bool ascending);
 
  private:
-  std::vector<std::string>& checked(int row, int column);
+  /// A column holds no texts until one is written to it: most sheets leave most
+  /// columns empty, and a million rows must stay small.
+  using Column = std::vector<std::string>;
 
-  int columns_;
-  std::vector<std::vector<std::string>> cells_;
+  void check(int row, int column) const;
+
+  int rows_;
+  std::vector<Column> columns_;
   int row_ = 0;
   int column_ = 0;
   int row_end_ = 0;

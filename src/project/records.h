@@ -109,6 +109,9 @@ struct FitSet {
   std::string Title = "Fit 0";
 };
 
+/// The slot from 1 that holds the model's fit by the method; 0 when none does.
+int find_slot(const FitSet& fits, int model_code, int method_code);
+
 /// Factory defaults; without an identity.
 DataSet fuStandardData();
 FitSet fuStandard_Fit();

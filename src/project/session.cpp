@@ -36,6 +36,13 @@ int index_of(const Records& records, int count, std::int32_t unique_id) {
   return 0;
 }
 
+/// The factory's first fit line is a bar that hides the points; a new chart
+/// starts with lines that show how close the points lie.
+void make_lines_fine(Chart& chart) {
+  constexpr std::int32_t fine_line = 24;
+  for (int i = 1; i <= chart.nMarkers; ++i) chart.Markers(i).LineWidth = fine_line;
+}
+
 /// Shows each data set and its fits on a plot set of the chart.
 void link_markers(Session& session, Chart& chart) {
   const int last = std::min(chart.nMarkers, std::min(session.nData, session.nFit));
@@ -104,6 +111,7 @@ int New_frm_Chart(Session& session) {
     chart.nDataIds = chart.nFitIds = 1;
     chart.DataIds.push_back(session.nData > 0 ? session.gData(1).UniqueId : 0);
     chart.FitIds.push_back(session.nFit > 0 ? session.gFit(1).UniqueId : 0);
+    make_lines_fine(chart);
     link_markers(session, chart);
     session.gChart.push_back(std::move(chart));
     return ++session.nCharts;

@@ -63,6 +63,7 @@ TEST_F(MakeChartTest, BoxesAreInsetByHalfTheirLine) {
 }
 
 TEST_F(MakeChartTest, AStraightFitLineIsTwoPointsInsideThePlot) {
+  here.chart().Markers(1).LineWidth = 96;
   const DrawingRecord drawing = here.draw();
   const Polyline line = all<Polyline>(drawing).back();
   ASSERT_EQ(line.places.size(), 2u);

@@ -118,7 +118,8 @@ TEST(FitCommand, NegativeTimesAsValuesHaveNoWeibull) {
   const ProgramRun run = folder.run({"fit", "-", "--negative-is-value"}, "-5\n6\n7\n");
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err,
-            "tavlo-cli: -: W2P/rr: this model needs times above 0, the data hold others\n");
+            "tavlo-cli: -: W2P/rr: Negative times: Row 1: Data X is -5.  The model Weibull needs "
+            "times above 0. Fit Cancelled\n");
   EXPECT_EQ(folder.run({"fit", "-"}, "-5\n6\n7\n").code, 0);
 }
 
