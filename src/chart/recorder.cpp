@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "numerics/rounding.h"
+#include "project/code_page.h"
 
 namespace tavlo {
 
@@ -25,14 +26,6 @@ std::int32_t pen_width(std::int32_t width) {
 }
 
 bool is_dashed(std::int32_t style) { return style >= 1 && style <= 4; }
-
-/// Cuts UTF-8 at a character's start.
-std::string cut(const std::string& text, std::size_t longest) {
-  if (text.size() <= longest) return text;
-  std::size_t end = longest;
-  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-  return text.substr(0, end);
-}
 
 }  // namespace
 
@@ -76,7 +69,7 @@ Handle Recorder::fl_MakeFont(const ChartItem& item, std::int32_t angle, bool& ma
   const Handle handle = next_handle(Kind::font);
   const double em = drawn_font_size(item.FontSize) * units_per_point;
   add(CreateFont{handle, -ToInt32(em), angle, item.FontBold ? 600 : 400, item.FontItalic,
-                 item.FontUnderline, cut(item.FontName, longest_face)});
+                 item.FontUnderline, std::string(utf8_front(item.FontName, longest_face))});
   made = true;
   return handle;
 }
@@ -96,7 +89,7 @@ void Recorder::align(TextAlign align) { add(SetTextAlign{align}); }
 void Recorder::text_colour(std::int32_t colour) { add(SetTextColour{colour & colour_mask}); }
 
 void Recorder::text(Place place, const std::string& utf8) {
-  if (!utf8.empty()) add(Text{place, cut(utf8, longest_text)});
+  if (!utf8.empty()) add(Text{place, std::string(utf8_front(utf8, longest_text))});
 }
 
 Selected::Selected(Recorder& recorder, Handle handle, bool made)

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
 #include "chart/canvas.h"
 
@@ -147,18 +148,25 @@ const std::array<Drawer, 27> drawers = {
     [](Shapes& s) { s.polygon(rotated_by_eighth(fat_plus(0.35))); },
 };
 
+/// Adds `by`; a mark may stand at the edge of 32 bits, so the sum is held there.
+void shift(std::int32_t& at, std::int32_t by) {
+  using Range = std::numeric_limits<std::int32_t>;
+  at = static_cast<std::int32_t>(
+      std::clamp<std::int64_t>(std::int64_t{at} + by, Range::min(), Range::max()));
+}
+
 Record moved(Record record, Place by) {
   if (auto* ellipse = std::get_if<Ellipse>(&record)) {
-    ellipse->left += by.x;
-    ellipse->right += by.x;
-    ellipse->top += by.y;
-    ellipse->bottom += by.y;
+    shift(ellipse->left, by.x);
+    shift(ellipse->right, by.x);
+    shift(ellipse->top, by.y);
+    shift(ellipse->bottom, by.y);
     return record;
   }
   auto* polygon = std::get_if<Polygon>(&record);
   for (Place& place : polygon ? polygon->places : std::get<Polyline>(record).places) {
-    place.x += by.x;
-    place.y += by.y;
+    shift(place.x, by.x);
+    shift(place.y, by.y);
   }
   return record;
 }

@@ -57,7 +57,8 @@ void add_slope(CLI::App& app, CommonArguments& common) {
   add_text(
       app, "--slope",
       [&common](const std::string& text) {
-        parse_numbers(text);
+        if (parse_numbers(text).size() != 1)
+          throw CLI::ValidationError("'" + text + "' is not one slope");
         common.slope = text;
       },
       "Slope of a Weibayes fit", "BETA");

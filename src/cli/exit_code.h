@@ -1,4 +1,4 @@
-// Exit codes of the command line, the worst first.
+// Exit codes of the command line, the worst last.
 #pragma once
 
 namespace tavlo::cli {

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "cli/fit_report.h"
 #include "cli/text_table.h"
 #include "cli/totals_line.h"

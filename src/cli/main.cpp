@@ -1,6 +1,6 @@
 // tavlo-cli: everything that the windows compute, without a window.
 #include <cstdio>
-#include <new>
+#include <exception>
 
 #include "cli/arguments.h"
 #include "cli/cli_ports.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "numerics/number_text.h"
+#include "project/code_page.h"
 
 namespace tavlo {
 
@@ -63,9 +64,10 @@ Cells split(std::string_view line, std::optional<char> separator) {
 }
 
 /// What other programs write for an empty number.
-void drop_empty_marks(Cells& cells) {
-  for (std::string& cell : cells)
-    if (cell == "-2.9E+29" || cell == "3.3E+33") cell = "0";
+void drop_empty_marks(Cells& cells, const std::vector<int>& columns) {
+  for (std::size_t i = 0; i < std::min(cells.size(), columns.size()); ++i)
+    if (columns[i] < sheet_column::mode && (cells[i] == "-2.9E+29" || cells[i] == "3.3E+33"))
+      cells[i] = "0";
 }
 
 bool is_number_like(std::string_view cell) {
@@ -76,13 +78,13 @@ bool is_number_like(std::string_view cell) {
 }
 
 /// Sheet columns that the cells of a line go to. Behind an X stand the counts:
-/// the fraction failed is the program's to calculate.
+/// the fraction failed is the program's to calculate, as the order numbers are.
 std::vector<int> target_columns(int first_column) {
-  if (first_column == sheet_column::x)
+  if (first_column <= sheet_column::x)
     return {sheet_column::x, sheet_column::fails, sheet_column::susps, sheet_column::mode,
             sheet_column::comment};
   std::vector<int> columns;
-  for (int c = std::max(first_column, 1); c < sheet_column::count; ++c) columns.push_back(c);
+  for (int c = first_column; c < sheet_column::count; ++c) columns.push_back(c);
   return columns;
 }
 
@@ -90,7 +92,8 @@ std::vector<int> target_columns(int first_column) {
 std::optional<std::string> unexpected_cell(const Cells& cells, const std::vector<int>& columns) {
   for (std::size_t i = 0; i < std::min(cells.size(), columns.size()); ++i) {
     if (columns[i] >= sheet_column::mode || is_number_like(cells[i])) continue;
-    if (!cells[i].empty()) return "\"" + cells[i].substr(0, 60) + "\" is not a number.";
+    if (!cells[i].empty())
+      return "\"" + std::string(utf8_front(cells[i], 60)) + "\" is not a number.";
     if (columns[i] == sheet_column::x) return "the time is missing.";
   }
   return std::nullopt;
@@ -101,13 +104,15 @@ struct PastedText {
   std::string_view text;
   std::string_view line_end;
   std::optional<char> separator;
+  std::vector<int> columns;  ///< of the sheet, see target_columns
 };
 
-PastedText shape_of(std::string_view text, const std::vector<int>& columns) {
+PastedText shape_of(std::string_view text, int first_column) {
   const std::string_view line_end = line_separator(text);
+  const std::vector<int> columns = target_columns(first_column);
   const bool into_numbers = columns.front() < sheet_column::mode;
-  return {text, line_end,
-          column_separator(text, text.substr(0, text.find(line_end)), into_numbers)};
+  return {text, line_end, column_separator(text, text.substr(0, text.find(line_end)), into_numbers),
+          columns};
 }
 
 /// Calls `act(line number, cells)` for each line that is not blank, until it
@@ -121,17 +126,17 @@ void for_each_line(const PastedText& pasted, Act act) {
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + pasted.line_end.size());
     if (trimmed(line).empty()) continue;
     Cells cells = split(line, pasted.separator);
-    drop_empty_marks(cells);
+    drop_empty_marks(cells, pasted.columns);
     if (!act(number, cells)) return;
   }
 }
 
 /// What the sheet can't take of the text; empty when it can take all.
-std::string fault_of(const PastedText& pasted, const std::vector<int>& columns, int first_row) {
+std::string fault_of(const PastedText& pasted, int first_row) {
   std::string fault;
   int row = first_row;
   for_each_line(pasted, [&](long number, const Cells& cells) {
-    if (const auto bad = unexpected_cell(cells, columns)) {
+    if (const auto bad = unexpected_cell(cells, pasted.columns)) {
       fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
     } else if (row++ > most_rows) {
       fault = "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
@@ -162,16 +167,15 @@ void PasteClip(Session& session, int data_index) {
   guarded(session.errors, error_words("Paste error: ", "PasteClip routine:"), [&] {
     DataSheet& sheet = *session.gDataForm(data_index);
     sheet.txt_Edit_LostFocus();
-    const auto columns = target_columns(sheet.grd_Data.column());
     const std::string text = session.ports.clipboard.text();
-    const PastedText pasted = shape_of(text, columns);
+    const PastedText pasted = shape_of(text, sheet.grd_Data.column());
     int row = std::max(sheet.grd_Data.row(), 1);
-    if (const std::string fault = fault_of(pasted, columns, row); !fault.empty()) {
+    if (const std::string fault = fault_of(pasted, row); !fault.empty()) {
       session.ports.prompts.show({paste_title, fault, BoxIcon::exclamation, BoxButtons::ok});
       return;
     }
     for_each_line(pasted, [&](long, const Cells& cells) {
-      enter_line(sheet, row++, cells, columns);
+      enter_line(sheet, row++, cells, pasted.columns);
       return true;
     });
     sheet.bclean = false;

@@ -15,10 +15,17 @@ namespace {
 constexpr const char* calculate_caption = "&Calculate Fit";
 constexpr const char* working_caption = "working";
 
+bool has_row_without_x(const Grid& grid, int rows) {
+  for (int r = 1; r <= rows; ++r)
+    if (grid.text(r, sheet_column::x).empty()) return true;
+  return false;
+}
+
 /// Rows without an X go to the end and are emptied; the sheet forgets them.
 void drop_empty_rows(DataSheet& sheet) {
   Grid& grid = sheet.grd_Data;
   const int old_rows = std::min(sheet.lrows, grid.rows() - 1);
+  if (!has_row_without_x(grid, old_rows)) return;
   grid.sort_rows(1, old_rows, sheet_column::x, false);
   int last = old_rows;
   while (last > 0 && grid.text(last, sheet_column::x).empty()) --last;
@@ -33,8 +40,8 @@ void number_rows(DataSheet& sheet) {
 }
 
 /// Cleans and reads the sheet: the record gets the rows in ascending order of
-/// X, the sheet goes back to the order of entry.
-void read_sheet(Session& session, int data_index) {
+/// X, the sheet goes back to the order of entry. False when a cell can't be read.
+bool read_sheet(Session& session, int data_index) {
   DataSheet& sheet = *session.gDataForm(data_index);
   Grid& grid = sheet.grd_Data;
   const int row = grid.row();
@@ -44,10 +51,11 @@ void read_sheet(Session& session, int data_index) {
   number_rows(sheet);
   grid.sort_rows(1, sheet.lrows, sheet_column::x, true);
   if (session.settings.SortRaw) number_rows(sheet);
-  Sync_Data(session, data_index, true, true);
+  const bool readable = Sync_Data(session, data_index, true, true);
   grid.sort_rows(1, sheet.lrows, sheet_column::order, true);
   grid.go_to(std::min(row, grid.rows() - 1), column);
   session.ports.views.sheet_changed(data_index);
+  return readable;
 }
 
 std::string listed(double count, const std::string& x, const char* end) {
@@ -102,22 +110,24 @@ class BusyPanel {
   int index_;
 };
 
-int slot_of(const FitSet& fits, const FitPanel& panel) {
-  return find_slot(fits, panel.nModel, panel.nMethod);
+/// The slot of the panel's fit if it stands calculated; 0 otherwise.
+int calculated_slot(const FitSet& fits, const FitPanel& panel) {
+  const int slot = find_slot(fits, panel.nModel, panel.nMethod);
+  return slot > 0 && fits.Fits(slot).Status == FitStatus::calculated ? slot : 0;
 }
 
 }  // namespace
 
-void CheckDirtyData(Session& session, int data_index, bool& clean, bool refit) {
+bool CheckDirtyData(Session& session, int data_index, bool& clean, bool refit) {
   DataSheet& sheet = *session.gDataForm(data_index);
   sheet.txt_Edit_LostFocus();
   clean = sheet.bclean;
-  if (clean) return;
+  if (clean) return true;
   const bool has_fits = session.gFit(data_index).nFits > 0;
   if (refit && has_fits)
     AppendLog(session, "\\par Data Sets have changed.  Updated Fits below. \\par", true);
-  if (sheet.lrows < 1) return;
-  read_sheet(session, data_index);
+  if (sheet.lrows < 1) return true;
+  if (!read_sheet(session, data_index)) return false;
   list_short_set(session, data_index);
   if (refit) {
     refit_all(session, data_index);
@@ -127,6 +137,7 @@ void CheckDirtyData(Session& session, int data_index, bool& clean, bool refit) {
     session.gData(data_index).Changed = 0;
   }
   Load_Fit(session, data_index);
+  return true;
 }
 
 void CheckAndFit(Session& session, int fit_index) {
@@ -135,14 +146,13 @@ void CheckAndFit(Session& session, int fit_index) {
   if (panel.nModel < 0) return AppendLog(session, "Please select a model\n", false);
   if (panel.nMethod < 0) return;
   const BusyPanel busy(session, fit_index);
-  const int slot_before = slot_of(session.gFit(fit_index), panel);
   bool clean = true;
-  CheckDirtyData(session, panel.data_index, clean, true);
+  if (!CheckDirtyData(session, panel.data_index, clean, true)) return;
+  const int refitted = clean ? 0 : calculated_slot(session.gFit(fit_index), panel);
   Fit_Distribution(session, panel.data_index, fit_index, panel.nModel, panel.nMethod, true, true);
-  // A fit that stood already was calculated again without an entry of its own;
-  // the user asked for this one, so its new numbers belong in the log.
-  if (!clean && slot_before > 0 && slot_of(session.gFit(fit_index), panel) == slot_before)
-    PostFitLog(session, slot_before, panel.data_index, fit_index);
+  // A fit that intake has calculated again got no entry of its own; the user
+  // asked for this one, so its new numbers belong in the log.
+  if (refitted > 0) PostFitLog(session, refitted, panel.data_index, fit_index);
 }
 
 }  // namespace tavlo

@@ -1,6 +1,8 @@
 #include "files/sync_data.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <string>
 #include <unordered_map>
 
@@ -66,6 +68,17 @@ void sheet_to_record(const DataSheet& sheet, const std::string& format, DataSet&
   }
 }
 
+/// Tells which time is too large for the 32 bits that a record has for it.
+void add_large_time_line(ErrorReporter& reporter, const Grid& grid) {
+  for (int r = 1; r < grid.rows(); ++r) {
+    const std::string& x = grid.text(r, sheet_column::x);
+    if (std::fabs(number_or_zero(x)) <= std::numeric_limits<float>::max()) continue;
+    reporter.add_lines({"Row " + grid.text(r, sheet_column::order) + ": Data X is " + x +
+                        ", and a time can be 3.4E+38 at the most."});
+    return;
+  }
+}
+
 std::string text_unless_zero(double value, int digits = 15) {
   return value == 0.0 ? std::string() : number_text(value, digits);
 }
@@ -90,21 +103,26 @@ void record_to_sheet(const DataSet& data, const std::string& format, DataSheet& 
 
 }  // namespace
 
-void Sync_Data(Session& session, int index, bool to_record, bool rank) {
+bool Sync_Data(Session& session, int index, bool to_record, bool rank) {
   if (index < 1 || index > session.gData.bound() || index > session.gDataForm.bound()) {
     session.ports.prompts.show({"Sync_Data: Array out of range.",
                                 "ID number out of bounds while updating Data."
                                 "  Data file may be missing data.",
                                 BoxIcon::stop, BoxButtons::ok});
-    return;
+    return false;
   }
-  guarded(session.errors, error_words("Data Synchronization error: ", "Sync_Data routine:"), [&] {
-    DataSet& data = session.gData(index);
-    DataSheet& sheet = *session.gDataForm(index);
+  DataSet& data = session.gData(index);
+  DataSheet& sheet = *session.gDataForm(index);
+  const auto words = [&sheet](ErrorReporter& reporter) {
+    reporter.add_lines({"Data Synchronization error: ", "Sync_Data routine:"});
+    add_large_time_line(reporter, sheet.grd_Data);
+  };
+  return guarded(session.errors, false, words, [&] {
     const std::string format = y_format(session.settings);
     if (to_record) sheet_to_record(sheet, format, data);
     if (rank) Make_Ranks(session.errors, session.settings.Benard, data);
     if (rank || !to_record) record_to_sheet(data, format, sheet);
+    return true;
   });
 }
 

@@ -39,8 +39,8 @@ bool looks_like_utf16(std::string_view bytes) {
 
 std::string quoted(std::string_view text) {
   constexpr std::size_t most = 40;
-  const bool cut = text.size() > most;
-  const std::string_view part = text.substr(0, most);
+  const std::string_view part = utf8_front(text, most);
+  const bool cut = part.size() < text.size();
   const std::string readable = is_utf8(part) ? std::string(part) : utf8_from_ansi(part);
   std::string shown = "'";
   for (const char c : readable) shown += is_control(c) ? escaped(c) : std::string(1, c);

@@ -16,7 +16,7 @@ class PixelGrid {
 
   bool exists() const { return exists_; }
 
-  /// A device pixel in the painter's coordinates; 1/96 inch has no say here.
+  /// The side of a device pixel in the painter's coordinates.
   double pixel() const { return pixel_; }
 
   /// A pen's width as a whole number of device pixels, at least one.

@@ -43,7 +43,9 @@ bool is_short(const drawing::Polyline& line) {
   constexpr int shortest_dashed = 200;  // logical units
   const drawing::Place& a = line.places.front();
   const drawing::Place& b = line.places.back();
-  return std::abs(a.x - b.x) <= shortest_dashed && std::abs(a.y - b.y) <= shortest_dashed;
+  const auto length =
+      std::max(std::abs(std::int64_t{a.x} - b.x), std::abs(std::int64_t{a.y} - b.y));
+  return length <= shortest_dashed;
 }
 
 /// Visits the records one by one with the state that they set.

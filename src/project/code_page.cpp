@@ -90,6 +90,15 @@ bool is_utf8(std::string_view text) {
   return true;
 }
 
+// A character has three bytes behind its first at the most; where more of them
+// stand in a row the text is no UTF-8, and any place is as good as another.
+std::string_view utf8_front(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  std::size_t end = most;
+  while (end > 0 && most - end < 3 && (byte_of(text[end]) & 0xC0) == 0x80) --end;
+  return text.substr(0, end);
+}
+
 std::string utf8_from_ansi(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());

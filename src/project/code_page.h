@@ -24,4 +24,7 @@ char32_t next_code_point(std::string_view& text);
 /// True when the whole text is well-formed UTF-8.
 bool is_utf8(std::string_view text);
 
+/// The first `most` bytes of the text at the most, cut between two characters.
+std::string_view utf8_front(std::string_view text, std::size_t most);
+
 }  // namespace tavlo

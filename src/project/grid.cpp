@@ -74,6 +74,9 @@ void Grid::sort_rows(int first, int last, int key_column, bool ascending) {
   for (std::size_t i = 0; i < count; ++i)
     keys[i] = parse_number(text(first + static_cast<int>(i), key_column))
                   .value_or(ascending ? 0.0 : lowest);
+  if (std::is_sorted(keys.begin(), keys.end(),
+                     [ascending](double a, double b) { return ascending ? a < b : a > b; }))
+    return;
   std::vector<std::size_t> order(count);
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {

@@ -11,7 +11,6 @@ ChildWindow::ChildWindow(QWidget* content, const QString& node_key, const QStrin
   setWidget(content);
   setWindowTitle(title);
   setWindowIcon(icon);
-  setObjectName(QStringLiteral("child_") + node_key);
   setAccessibleName(title);
   setFocusProxy(content);
 }

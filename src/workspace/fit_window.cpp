@@ -6,7 +6,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
-#include <utility>
+#include <algorithm>
 
 #include "files/intake.h"
 #include "workspace/fit_choices.h"
@@ -81,7 +81,7 @@ QWidget* FitWindow::make_model_frame() {
   chk_Big_->setObjectName(QStringLiteral("chk_Big"));
   chk_Big_->setToolTip(tr("Show the names of the models"));
   connect(chk_Big_, &QCheckBox::toggled, this, &FitWindow::place_model_options);
-  for (const ModelOption& option : model_options()) add_model_option(option.index);
+  for (const ModelOption& option : model_options()) add_model_option(option);
   place_model_options(false);
   connect(&opt_Model_, &QButtonGroup::idClicked, this, [this](int option) {
     commands_.run([&] {
@@ -93,18 +93,17 @@ QWidget* FitWindow::make_model_frame() {
   return model_frame_;
 }
 
-void FitWindow::add_model_option(int index) {
-  const ModelOption& option = model_options()[static_cast<std::size_t>(index)];
-  const Model* model = model_of_option(index);
+void FitWindow::add_model_option(const ModelOption& option) {
+  const Model* model = model_of_option(option.index);
   const bool available = model && is_available(*model);
   auto* button = new QRadioButton(to_qt(option.caption), model_frame_);
-  button->setObjectName(option_name("opt_Model", index));
+  button->setObjectName(option_name("opt_Model", option.index));
   button->setAccessibleName(to_qt(option.label));
   button->setEnabled(available);
   const QString label = to_qt(option.label);
   const QString tip = available ? to_qt(option.tool_tip) : tr("not available yet");
   button->setToolTip(label + QStringLiteral("\n") + tip);
-  opt_Model_.addButton(button, index);
+  opt_Model_.addButton(button, option.index);
 }
 
 void FitWindow::place_model_options(bool with_labels) {
@@ -202,7 +201,7 @@ void FitWindow::show_choices() {
 void FitWindow::refresh_grid() {
   model_.refresh();
   fit_columns();
-  if (const int rows = model_.rowCount(); rows > 0) grd_Fit_.scrollToBottom();
+  grd_Fit_.scrollToBottom();
 }
 
 // Wide enough for the heading, for a usual number and for what stands there.

@@ -15,6 +15,8 @@
 
 namespace tavlo {
 
+struct ModelOption;
+
 class FitWindow : public QWidget {
   Q_OBJECT
 
@@ -40,7 +42,7 @@ class FitWindow : public QWidget {
 
  private:
   QWidget* make_model_frame();
-  void add_model_option(int index);
+  void add_model_option(const ModelOption& option);
   QWidget* make_method_frame();
   QWidget* make_action_column();
   void set_up_grid();

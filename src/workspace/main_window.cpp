@@ -9,32 +9,12 @@
 
 #include "files/clipboard_text.h"
 #include "files/intake.h"
-#include "fit/reports.h"
-#include "numerics/date_text.h"
 #include "workspace/command_table.h"
 #include "workspace/fit_choices.h"
-#include "workspace/icons.h"
+#include "workspace/new_project.h"
 #include "workspace/qt_text.h"
 
 namespace tavlo {
-
-namespace {
-
-std::string log_head_line(Clock& clock) {
-  const DateTime now = clock.now();
-  return std::string("Tavlo ") + TAVLO_VERSION + "  " + format_date(now, "yyyy") +
-         format_date(now, "  ddd dd mmm yyyy    hh:mmampm") + "\n";
-}
-
-/// The usual first choice, so that a person can type times and calculate.
-void choose_standard_fit(FitPanel& panel) {
-  const Model* model = find_model(model_code::weibull2);
-  panel.nModel = model->code;
-  panel.txt_Custom = model->panel_formula;
-  panel.nMethod = method_code::x_on_y;
-}
-
-}  // namespace
 
 MainWindow::MainWindow(Program& program)
     : program_(program),
@@ -175,12 +155,7 @@ void MainWindow::connect_views() {
 
 void MainWindow::NewProject() {
   windows_.end_all();
-  reset_project(session_);
-  for (int i = 1; i <= session_.nFit; ++i) {
-    choose_standard_fit(*session_.gFitForm(i));
-    Load_Fit(session_, i);
-  }
-  AppendLog(session_, log_head_line(session_.ports.clock), false);
+  start_project(session_);
   tree_.rebuild();
   windows_.build();
   set_up_pop_up_menus();

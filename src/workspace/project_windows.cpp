@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QResizeEvent>
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "workspace/block_layout.h"
 #include "workspace/icons.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <set>
 
 namespace tavlo {
@@ -35,6 +36,23 @@ TEST(Symbols, TakeTheirSizeAroundTheirPlaceAndDiffer) {
     EXPECT_GE(widest, 50) << symbol;
     EXPECT_LE(widest, 87) << symbol;
     EXPECT_TRUE(looks.emplace(look, is_solid_symbol(symbol)).second) << symbol;
+  }
+}
+
+TEST(Symbols, StayWithin32BitsAtTheirEdge) {
+  constexpr std::int32_t edge = std::numeric_limits<std::int32_t>::max();
+  for (const int symbol : {1, 2, 9}) {
+    DrawingRecord drawing;
+    Recorder recorder(drawing);
+    SymbolStamp(symbol, 150).draw(recorder, {edge - 10, edge - 10});
+    for (const Record& record : drawing.records) {
+      if (const auto* ellipse = std::get_if<Ellipse>(&record))
+        EXPECT_EQ(ellipse->right, edge);
+      else if (const auto* polygon = std::get_if<Polygon>(&record))
+        for (const Place& place : polygon->places) EXPECT_GT(place.x, edge - 100);
+      else
+        for (const Place& place : std::get<Polyline>(record).places) EXPECT_GT(place.y, edge - 100);
+    }
   }
 }
 

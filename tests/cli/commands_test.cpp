@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "numerics/number_text.h"
 #include "program_run.h"
 #include "support/test_world.h"
 
@@ -138,11 +139,11 @@ TEST(FitCommand, PeopleGetATable) {
   const ProgramRun run = folder.run({"fit", "d", "--method", "mle,rr", "--b-life", "10"});
   const ProgramRun exact = folder.run({"fit", "d", "--method", "mle", "--b-life", "10", "--json"});
   const json fit = fit_of(exact);
-  char line[80];
-  std::snprintf(line, sizeof line, "  W2P/mle  %.6g  %.6g             %.6g  %.6g\n",
-                fit.at("rows")[0].at("eta").get<double>(),
-                fit.at("rows")[0].at("beta").get<double>(), fit.at("log_likelihood").get<double>(),
-                fit.at("b_life")[0].at("x").get<double>());
+  const auto six = [](const json& number) { return number_text(number.get<double>(), 6); };
+  const std::string line = "  W2P/mle  " + six(fit.at("rows")[0].at("eta")) + "  " +
+                           six(fit.at("rows")[0].at("beta")) + "             " +
+                           six(fit.at("log_likelihood")) + "  " + six(fit.at("b_life")[0].at("x")) +
+                           "\n";
   EXPECT_TRUE(run.out.starts_with("d: 4 units, 3 failures, 1 suspension\n\n  Fit ")) << run.out;
   EXPECT_NE(run.out.find(line), std::string::npos) << run.out << line;
 }

@@ -97,6 +97,16 @@ TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
   sheet_of(world).grd_Data.go_to(1, sheet_column::mode);
   paste(world, "worn out\nbroken");
   EXPECT_EQ(sheet_of(world).grd_Data.text(1, sheet_column::mode), "worn out");
+  sheet_of(world).grd_Data.go_to(1, sheet_column::order);
+  paste(world, "11\t2\t3");
+  EXPECT_EQ(shown(world), "11|2|3 20|6| 30|1| 40|1|") << "order numbers are the program's";
+}
+
+TEST(Paste, TheMarkOfAnEmptyNumberIsOnlyThatInANumberColumn) {
+  TestWorld world;
+  paste(world, "5\t3.3E+33\t1\tworn\t3.3E+33");
+  EXPECT_EQ(shown(world), "5|0|1");
+  EXPECT_EQ(sheet_of(world).grd_Data.text(1, sheet_column::comment), "3.3E+33");
 }
 
 TEST(Paste, GrowsTheSheetAndEndsAPendingEdit) {

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "numerics/number_text.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -14,10 +15,10 @@ std::string summary(const DataSet& data) {
   std::string text;
   for (int i = 1; i <= data.Count; ++i) {
     const DataPoint& point = data.Points(i);
-    char numbers[120];
-    std::snprintf(numbers, sizeof numbers, "%g %g %g %d", static_cast<double>(point.X), point.Fails,
-                  point.Susps, point.Order);
-    text += (i > 1 ? "; " : "") + std::string(numbers);
+    if (i > 1) text += "; ";
+    for (const double number : {static_cast<double>(point.X), point.Fails, point.Susps})
+      text += number_text(number, 6) + " ";
+    text += std::to_string(point.Order);
     if (point.Mode != 0) text += " " + data.ModeNames(point.Mode);
     if (!point.Comment.empty()) text += " '" + point.Comment + "'";
   }
@@ -72,6 +73,9 @@ TEST(DataText, NegativeTimesAreValuesOnlyWhenAskedFor) {
 
 TEST(DataText, EachFaultHasItsLineAndItsWords) {
   const std::string long_line(70000, '1');
+  const std::string letters(39, 'a');  // the cut falls into the letter behind them
+  const std::string long_word = "1\n" + letters + "\xC3\xBC and more";
+  const std::string cut_word = "2: '" + letters + "...' is not a number";
   const Case cases[] = {
       {"", "1: the file is empty"},
       {" \n\t\n\n", "4: there is no data, only blank lines or remarks"},
@@ -126,6 +130,7 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
        "1\0\n\0",
        "1: this is UTF-16 text; save it as UTF-8"},
       {long_line, "1: the line is too long"},
+      {long_word, cut_word.c_str()},
   };
   for (const Case& row : cases) EXPECT_EQ(read(row.text), row.expected) << row.text.substr(0, 80);
 }
@@ -165,7 +170,7 @@ TEST(DataText, SortsStablyAndKeepsTheOrderOfEntry) {
     for (int i = 1; i <= size; ++i) {
       const int time = static_cast<int>(random() % 21) - 10;
       if (time != 0) expected.emplace_back(static_cast<float>(time) / 4, expected.size() + 1);
-      if (time != 0) text += std::to_string(time * 0.25) + "\n";
+      if (time != 0) text += number_text(time * 0.25) + "\n";
     }
     if (expected.empty()) continue;
     std::stable_sort(expected.begin(), expected.end(),

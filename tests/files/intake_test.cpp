@@ -2,31 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "files/sync_data.h"
-#include "support/test_world.h"
+#include "files/sheet_world.h"
 
 namespace tavlo {
 namespace {
 
-using test::TestWorld;
-
-struct SheetWorld : TestWorld {
-  explicit SheetWorld(const std::vector<std::string>& typed) {
-    int row = 0;
-    for (const std::string& text : typed) sheet().enter(++row, sheet_column::x, text);
-    panel().nModel = 98;
-    panel().nMethod = 0;
-  }
-  DataSheet& sheet() { return *session.gDataForm(1); }
-  FitPanel& panel() { return *session.gFitForm(1); }
-  DataSet& data() { return session.gData(1); }
-  std::string log() { return session.log.plain(); }
-  std::vector<std::string> column(int column) {
-    std::vector<std::string> texts;
-    for (int r = 1; r <= sheet().lrows; ++r) texts.push_back(sheet().grd_Data.text(r, column));
-    return texts;
-  }
-};
+using test::SheetWorld;
 
 TEST(Intake, TheRecordIsSortedWhileTheSheetKeepsTheOrderOfEntry) {
   SheetWorld world({"300", "100", "", "", ">200x3", "100x2"});
@@ -72,50 +53,6 @@ TEST(Intake, OnlyShortSetsAreListed) {
   }
 }
 
-TEST(Intake, ARankShownRoundedDoesNotReplaceTheRank) {
-  SheetWorld world({"100", "200", "300"});
-  bool clean = true;
-  CheckDirtyData(world.session, 1, clean, true);
-  const float rank = world.data().Points(1).Y;
-  world.data().Points(0).Order |= 1;  // ranks of its own: ranking leaves them alone
-  Sync_Data(world.session, 1, true, false);
-  EXPECT_EQ(world.data().Points(1).Y, rank);
-  world.sheet().enter(1, sheet_column::y, "0.25");
-  Sync_Data(world.session, 1, true, false);
-  EXPECT_EQ(world.data().Points(1).Y, 0.25f);
-}
-
-TEST(Intake, FailureModesGetTheirNumbersByName) {
-  SheetWorld world({"100", "200", "300"});
-  world.sheet().enter(1, sheet_column::mode, "worn");
-  world.sheet().enter(3, sheet_column::mode, "broken");
-  world.sheet().enter(2, sheet_column::mode, "worn");
-  world.sheet().enter(2, sheet_column::comment, " lot 7 ");
-  Sync_Data(world.session, 1, true, false);
-  EXPECT_EQ(world.data().nModes, 2);
-  EXPECT_EQ(world.data().Points(2).Mode, 1);
-  EXPECT_EQ(world.data().ModeNames(world.data().Points(3).Mode), "broken");
-  EXPECT_EQ(world.data().Points(2).Comment, "lot 7");
-}
-
-TEST(Intake, TheSheetShowsThirtyRowsOrOneMoreThanItHolds) {
-  for (const auto& [points, rows] : {std::pair{12, 31}, {30, 31}, {31, 32}}) {
-    TestWorld world;
-    world.session.gData(1) =
-        test::make_data(std::vector<test::Point>(static_cast<std::size_t>(points), test::Point{5}));
-    Sync_Data(world.session, 1, false, false);
-    EXPECT_EQ(world.session.gDataForm(1)->grd_Data.rows(), rows) << points;
-  }
-}
-
-TEST(Intake, ASetOutsideTheProjectGetsItsBox) {
-  TestWorld world;
-  world.prompts.expect_box(
-      "Sync_Data: Array out of range.",
-      "ID number out of bounds while updating Data.  Data file may be missing");
-  Sync_Data(world.session, 2, true, true);
-}
-
 TEST(CheckAndFit, FitsLogsAndFreesTheButton) {
   SheetWorld world(
       {"54", "187", "216", "240", "244", "335", "361", "373", "375", "386", ">500x10"});
@@ -154,6 +91,31 @@ TEST(CheckAndFit, LettersInTheNumberColumnAreNamedByTheirRow) {
   world.prompts.expect_box("Error: 5", "Weibull 123Par Fit: \nRow 3: Data X is 0");
   CheckAndFit(world.session, 1);
   EXPECT_EQ(world.session.gFit(1).nFits, 0);
+}
+
+TEST(CheckAndFit, ATimeTooLargeForARecordIsNamedAndNothingIsFitted) {
+  SheetWorld world({"300", "1e39", "200"});
+  world.prompts.expect_box("Error: 6 Overflow", "Row 2: Data X is 1E+39");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).nFits, 0);
+  EXPECT_FALSE(world.sheet().bclean) << "the next press reads the sheet again";
+  EXPECT_FALSE(world.panel().busy);
+  EXPECT_EQ(world.column(sheet_column::x), (std::vector<std::string>{"300", "1E+39", "200"}));
+  world.sheet().enter(2, sheet_column::x, "100");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).nFits, 1);
+}
+
+TEST(CheckAndFit, ARefitThatIsRefusedPutsNoOldNumbersIntoTheLog) {
+  SheetWorld world({"100", "200"});
+  CheckAndFit(world.session, 1);
+  world.sheet().enter(2, sheet_column::x, "");
+  const std::string words = "At least 2 points";
+  world.prompts.expect_box("Insufficient points for Fit", words);  // the refit
+  world.prompts.expect_box("Insufficient points for Fit", words);  // the fit asked for
+  CheckAndFit(world.session, 1);
+  const std::string log = world.log();
+  EXPECT_EQ(log.find("Tavlo Fit"), log.rfind("Tavlo Fit"));
 }
 
 TEST(CheckAndFit, WithoutModelDataOrPeaceItSaysSo) {

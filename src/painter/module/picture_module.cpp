@@ -59,7 +59,7 @@ extern "C" Q_DECL_EXPORT bool tavlo_write_picture(const tavlo::DrawingRecord& dr
   try {
     if (!is_drawable(drawing, width, height, error) || !application_is_up(error)) return false;
     bytes = picture(drawing, format, {width, height}).toStdString();
-    if (bytes.empty()) error = std::string("no picture of the format ") + format;
+    if (bytes.empty()) error = std::string("the picture can't be made as ") + format;
     return !bytes.empty();
   } catch (const std::bad_alloc&) {
     error = "there is not enough memory for the picture";

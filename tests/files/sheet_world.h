@@ -1,0 +1,26 @@
+// A world with times typed into its first sheet.
+#pragma once
+
+#include "support/test_world.h"
+
+namespace tavlo::test {
+
+struct SheetWorld : TestWorld {
+  explicit SheetWorld(const std::vector<std::string>& typed) {
+    int row = 0;
+    for (const std::string& text : typed) sheet().enter(++row, sheet_column::x, text);
+    panel().nModel = 98;
+    panel().nMethod = 0;
+  }
+  DataSheet& sheet() { return *session.gDataForm(1); }
+  FitPanel& panel() { return *session.gFitForm(1); }
+  DataSet& data() { return session.gData(1); }
+  std::string log() { return session.log.plain(); }
+  std::vector<std::string> column(int column) {
+    std::vector<std::string> texts;
+    for (int r = 1; r <= sheet().lrows; ++r) texts.push_back(sheet().grd_Data.text(r, column));
+    return texts;
+  }
+};
+
+}  // namespace tavlo::test
