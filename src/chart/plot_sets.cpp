@@ -13,7 +13,8 @@ const FitResult* fit_of(const Session& session, const ChartMarker& marker, int d
   const FitSet& fits = session.gFit(index);
   if (marker.FitNumber < 0 || marker.FitNumber > fits.Fits.bound()) return nullptr;
   const FitResult& fit = fits.Fits(marker.FitNumber);
-  return fit.Rows.bound() > 0 && fit.nRows > 0 ? &fit : nullptr;
+  const bool stands = fit.Status == FitStatus::calculated;
+  return stands && fit.Rows.bound() > 0 && fit.nRows > 0 ? &fit : nullptr;
 }
 
 }  // namespace

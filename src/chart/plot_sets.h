@@ -15,8 +15,8 @@ struct PlotSet {
 
 /// The marker rows from 1 whose data set exists, in order. Fit number 0 is the
 /// working fit, slot 0 of the fit set; the fit set is the marker's own or, when
-/// there is none of that identity, the one of the data set's index. A fit without
-/// populations counts as none.
+/// there is none of that identity, the one of the data set's index. A fit that
+/// is stale or has no populations counts as none.
 std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart);
 
 }  // namespace tavlo

@@ -63,6 +63,9 @@ double parse_percent(const std::string& text) {
   const double percent = parse_finite(text);
   if (!(percent > 0.0 && percent < 100.0))
     refuse("'" + text + "' is not a percentage between 0 and 100");
+  constexpr double nearest = 1e-8;  // closer to the ends the fractions lose their digits
+  if (percent < nearest || percent > 100.0 - nearest)
+    refuse("'" + text + "' is too close to 0 or 100 for a sure answer (1e-8 to 99.99999999)");
   return percent / 100.0;
 }
 

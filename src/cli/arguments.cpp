@@ -1,7 +1,9 @@
 #include "cli/arguments.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cctype>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 
@@ -57,8 +59,9 @@ void add_slope(CLI::App& app, CommonArguments& common) {
   add_text(
       app, "--slope",
       [&common](const std::string& text) {
-        if (parse_numbers(text).size() != 1)
-          throw CLI::ValidationError("'" + text + "' is not one slope");
+        const std::vector<double> slopes = parse_numbers(text);
+        if (slopes.size() != 1 || !(slopes.front() > 0.0))
+          throw CLI::ValidationError("'" + text + "' is not one slope above 0");
         common.slope = text;
       },
       "Slope of a Weibayes fit", "BETA");
@@ -68,6 +71,23 @@ void add_size(CLI::App& app, PictureSize& size) {
   add_text(
       app, "--size", [&size](const std::string& text) { size = parse_size(text); },
       "Size of a chart in pixels (1000x600)", "WxH");
+}
+
+/// A slope that no model takes was meant for another one.
+void require_use_of_slope(const CommonArguments& common, const std::vector<FitChoice>& choices) {
+  const bool used = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
+    return choice.model->fixes_slope();
+  });
+  if (!common.slope.empty() && !used)
+    throw CLI::ValidationError("--slope is for the models with a given slope (Wb E R)");
+}
+
+/// An output that is an input would destroy the data.
+void require_other_file(const std::string& out, const std::vector<std::string>& files) {
+  std::error_code missing;
+  for (const std::string& file : files)
+    if (file == out || std::filesystem::equivalent(file, out, missing))
+      throw CLI::ValidationError("'" + out + "' holds the data and would be overwritten");
 }
 
 /// The models and methods of `fit` while the options come in any order.
@@ -132,6 +152,9 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
     fit.choices = all_pairs(lists);
     if (!fit.charts.empty() && fit.common.files.size() > 1)
       throw CLI::ValidationError("--chart takes one FILE at a time");
+    require_use_of_slope(fit.common, fit.choices);
+    require_other_file(fit.log, fit.common.files);
+    for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
   });
 }
 
@@ -163,6 +186,10 @@ void add_chart_command(CLI::App& app, ChartArguments& chart) {
   add_slope(*command, chart.common);
   add_size(*command, chart.size);
   add_ranking(*command, chart.common);
+  command->final_callback([&chart] {
+    require_use_of_slope(chart.common, chart.choices);
+    require_other_file(chart.out, chart.common.files);
+  });
 }
 
 /// The library would only say that a command is required.

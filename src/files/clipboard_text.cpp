@@ -37,13 +37,13 @@ std::string_view line_separator(std::string_view text) {
 }
 
 /// The character between columns; nothing when the text has one column. A count
-/// behind an "x" belongs to the notation of one cell.
+/// behind an "x" belongs to the notation of one cell, a decimal comma to a number.
 std::optional<char> column_separator(std::string_view text, std::string_view first_line,
-                                     bool into_numbers) {
+                                     bool into_numbers, char decimal_point) {
   if (text.find('\t') != std::string_view::npos) return '\t';
   if (!into_numbers) return std::nullopt;  // words hold blanks and commas
   for (const char candidate : {' ', 'x', 'X', ','})
-    if (first_line.find(candidate) != std::string_view::npos)
+    if (candidate != decimal_point && first_line.find(candidate) != std::string_view::npos)
       return candidate == 'x' || candidate == 'X' ? std::nullopt : std::optional(candidate);
   return std::nullopt;
 }
@@ -107,11 +107,12 @@ struct PastedText {
   std::vector<int> columns;  ///< of the sheet, see target_columns
 };
 
-PastedText shape_of(std::string_view text, int first_column) {
+PastedText shape_of(std::string_view text, int first_column, char decimal_point) {
   const std::string_view line_end = line_separator(text);
   const std::vector<int> columns = target_columns(first_column);
   const bool into_numbers = columns.front() < sheet_column::mode;
-  return {text, line_end, column_separator(text, text.substr(0, text.find(line_end)), into_numbers),
+  return {text, line_end,
+          column_separator(text, text.substr(0, text.find(line_end)), into_numbers, decimal_point),
           columns};
 }
 
@@ -152,6 +153,10 @@ void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector
   // What stood in the row must not lend its counts to the new time.
   if (from_x) sheet.grd_Data.clear({row, sheet_column::x, row, sheet_column::susps});
   sheet.enter(row, columns.front(), cells.front());
+  // Columns for both counts say all: an empty one is none, not the usual one.
+  const bool has_both_counts =
+      from_x && cells.size() > 2 && !(cells[1].empty() && cells[2].empty());
+  if (has_both_counts) sheet.grd_Data.clear({row, sheet_column::fails, row, sheet_column::susps});
   // Behind a suspension a lone second column tells how many there are.
   const bool counts_suspensions =
       from_x && cells.size() == 2 && !sheet.grd_Data.text(row, sheet_column::susps).empty();
@@ -168,7 +173,8 @@ void PasteClip(Session& session, int data_index) {
     DataSheet& sheet = *session.gDataForm(data_index);
     sheet.txt_Edit_LostFocus();
     const std::string text = session.ports.clipboard.text();
-    const PastedText pasted = shape_of(text, sheet.grd_Data.column());
+    const PastedText pasted =
+        shape_of(text, sheet.grd_Data.column(), session.settings.punctuation.DecimalPoint);
     int row = std::max(sheet.grd_Data.row(), 1);
     if (const std::string fault = fault_of(pasted, row); !fault.empty()) {
       session.ports.prompts.show({paste_title, fault, BoxIcon::exclamation, BoxButtons::ok});

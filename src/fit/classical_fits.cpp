@@ -1,6 +1,7 @@
 #include "fit/classical_fits.h"
 
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -51,7 +52,10 @@ LikelihoodValue likelihood_at_fixed_slope(const WeibullTask& task) {
 
 LikelihoodValue maximum_likelihood(WeibullTask& task) {
   const WeibullLikelihood likelihood(task.data, task.one_mode());
-  if (likelihood.failures() == 0) throw RunTimeError(run_time::division_by_zero);
+  if (likelihood.failures() == 0) {
+    task.refusal = "There is no failure among the data.";
+    throw RunTimeError(run_time::division_by_zero);
+  }
   if (const auto closed = one_failure_one_suspension(task.data, likelihood.failures()))
     return *closed;
   if (const auto solved = solve_slope(likelihood, task.shape)) return *solved;
@@ -136,9 +140,17 @@ std::optional<WeibullFit> fit_by_regression(const WeibullTask& task) {
   return solved ? std::optional(line) : std::nullopt;
 }
 
+/// A scale that has sunk to nothing would show as an eta of 0.
+WeibullFit with_real_scale(WeibullTask& task, const WeibullFit& fit) {
+  if (fit.scale >= std::numeric_limits<double>::min()) return fit;
+  task.refusal = "The fit has a characteristic life beyond all numbers.";
+  throw RunTimeError(run_time::overflow);
+}
+
 std::optional<WeibullFit> fit_weibull(WeibullTask& task) {
-  if (task.method == method_code::mle) return fit_by_likelihood(task);
-  return fit_by_regression(task);
+  if (task.method == method_code::mle) return with_real_scale(task, fit_by_likelihood(task));
+  const auto fit = fit_by_regression(task);
+  return fit ? std::optional(with_real_scale(task, *fit)) : std::nullopt;
 }
 
 void store(FitResult& fit, FitParam& row, const WeibullFit& result) {

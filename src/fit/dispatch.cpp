@@ -85,9 +85,11 @@ Outcome fit_slot(Session& session, int data_index, int fit_index, const Model& m
   if (fit.Status == FitStatus::calculated) return outcome;
 
   // A refit must not take the slope of the old fit for a slope that was asked for.
+  const Slots<FitParam> old_rows = fit.Rows;
   if (fit.nRows >= 1) fit.Rows(1).Shape = free_slope;
   outcome.available = run_routine(session, model, session.gData(data_index), fit);
   outcome.calculated = fit.Status == FitStatus::calculated;
+  if (!outcome.calculated) fit.Rows = old_rows;
   if (outcome.slot == fits.nFits && !outcome.calculated) {
     fits.nFits -= 1;
     fits.Fits.resize(fits.nFits);

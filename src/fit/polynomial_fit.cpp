@@ -15,11 +15,9 @@
 namespace tavlo {
 namespace {
 
-/// Below this share of the raw sum of squares, the spread is rounding of equal
-/// values: the elimination would not notice and give a huge slope.
-constexpr double no_spread = 1e-12;
-
-/// A row that takes part: weight, independent and dependent coordinate.
+/// A row that takes part: weight, and its coordinates less their means. Moments
+/// about the means keep the digits that raw ones lose where the spread is small,
+/// and the answer doesn't hang on the unit of time.
 struct WeightedPoint {
   double weight;
   double u;
@@ -31,7 +29,7 @@ class PolynomialFit {
   PolynomialFit(ErrorReporter& reporter, DataSet& data, const PolynomialRequest& request)
       : reporter_(reporter), data_(data), request_(request) {}
 
-  void run(Slots<double>& coefficients, bool wants_r_squared, double& r_squared);
+  void run(Slots<double>& coefficients, bool wants_r_squared, double& result);
   void add_words(double stage) const;
   bool solution_failed() const { return stage_ >= 4.0 && stage_ < 5.0; }
   double stage() const { return stage_; }
@@ -39,12 +37,13 @@ class PolynomialFit {
  private:
   [[noreturn]] void fail(int code = error_code::none) const;
   void gather();
+  void centre();
   void take_moments();
   void add_to_moments(const WeightedPoint& point);
   void store_means();
-  bool has_spread() const;
-  void solve(Slots<double>& coefficients);
-  double r_squared_of(const Slots<double>& coefficients) const;
+  void solve();
+  void uncentre(Slots<double>& coefficients) const;
+  double r_squared() const;
 
   auto slot(int power) const { return static_cast<std::size_t>(power); }
 
@@ -55,9 +54,13 @@ class PolynomialFit {
   int degree_ = 0;
   int rows_ = 0;
   std::vector<WeightedPoint> points_;
+  double weight_ = 0;
+  double u_mean_ = 0;
+  double v_mean_ = 0;
+  bool has_spread_ = false;
   std::vector<CompensatedSum> u_sums_;  // M(j): weight times u to the j-th power
   std::vector<CompensatedSum> v_sums_;  // V(j): the same times v
-  CompensatedSum v_squares_;
+  std::vector<double> centred_;         // coefficients about the means
 };
 
 void PolynomialFit::fail(int code) const {
@@ -65,7 +68,7 @@ void PolynomialFit::fail(int code) const {
   throw RunTimeError(run_time::invalid_argument);
 }
 
-void PolynomialFit::run(Slots<double>& coefficients, bool wants_r_squared, double& r_squared) {
+void PolynomialFit::run(Slots<double>& coefficients, bool wants_r_squared, double& result) {
   if (request_.order == 0) fail();
   degree_ = std::abs(request_.order);
   stage_ = 1.1;
@@ -75,14 +78,16 @@ void PolynomialFit::run(Slots<double>& coefficients, bool wants_r_squared, doubl
   rows_ = limited ? request_.row_limit : data_.Count;
   stage_ = 2.0;
   gather();
+  centre();
   take_moments();
   stage_ = 3.0;
-  if (!(u_sums_[0].value() >= degree_)) fail();
+  if (!(weight_ >= degree_)) fail();
   store_means();
   stage_ = 4.0;
-  solve(coefficients);
+  solve();
+  uncentre(coefficients);
   stage_ = 5.0;
-  r_squared = wants_r_squared ? r_squared_of(coefficients) : 0.0;
+  result = wants_r_squared ? r_squared() : 0.0;
 }
 
 /// Copies the rows that take part: the records are wide, and both passes over
@@ -105,6 +110,31 @@ void PolynomialFit::gather() {
   }
 }
 
+void PolynomialFit::centre() {
+  CompensatedSum weight;
+  CompensatedSum u_sum;
+  CompensatedSum v_sum;
+  for (const WeightedPoint& point : points_) {
+    weight += point.weight;
+    u_sum += point.weight * point.u;
+    v_sum += point.weight * point.v;
+  }
+  weight_ = finite(weight.value());
+  if (weight_ == 0.0) return;
+  u_mean_ = finite(u_sum.value()) / weight_;
+  v_mean_ = finite(v_sum.value()) / weight_;
+  bool u_spread = false;
+  bool v_spread = false;
+  const WeightedPoint first = points_.front();
+  for (WeightedPoint& point : points_) {
+    u_spread = u_spread || point.u != first.u;
+    v_spread = v_spread || point.v != first.v;
+    point.u -= u_mean_;
+    point.v -= v_mean_;
+  }
+  has_spread_ = u_spread && v_spread;
+}
+
 void PolynomialFit::add_to_moments(const WeightedPoint& point) {
   double term = point.weight;
   for (int j = 0; j <= degree_; ++j) {
@@ -121,35 +151,19 @@ void PolynomialFit::add_to_moments(const WeightedPoint& point) {
 void PolynomialFit::take_moments() {
   u_sums_.assign(slot(2 * degree_) + 1, {});
   v_sums_.assign(slot(degree_) + 1, {});
-  for (const WeightedPoint& point : points_) {
-    add_to_moments(point);
-    v_squares_ += point.weight * point.v * point.v;
-  }
+  for (const WeightedPoint& point : points_) add_to_moments(point);
   for (const auto* sums : {&u_sums_, &v_sums_})
     for (const CompensatedSum& sum : *sums) finite(sum.value());
-  finite(v_squares_.value());
 }
 
 void PolynomialFit::store_means() {
-  const Real count = u_sums_[0].value();
-  const double u_mean = (u_sums_[1].value() / count).value();
-  const double v_mean = (v_sums_[0].value() / count).value();
   const auto index = static_cast<std::size_t>(request_.index);
   DataPoint& summary = data_.Points(0);
-  summary.XT[index] = request_.order > 0 ? u_mean : v_mean;
-  summary.YT[index] = request_.order > 0 ? v_mean : u_mean;
+  summary.XT[index] = request_.order > 0 ? u_mean_ : v_mean_;
+  summary.YT[index] = request_.order > 0 ? v_mean_ : u_mean_;
 }
 
-bool PolynomialFit::has_spread() const {
-  const double count = u_sums_[0].value();
-  const auto spread = [count](const CompensatedSum& squares, const CompensatedSum& sum) {
-    const double about_mean = squares.value() - sum.value() * (sum.value() / count);
-    return about_mean > no_spread * squares.value();
-  };
-  return spread(u_sums_[2], u_sums_[1]) && spread(v_squares_, v_sums_[0]);
-}
-
-void PolynomialFit::solve(Slots<double>& coefficients) {
+void PolynomialFit::solve() {
   const int n = degree_ + 1;
   Matrix system(n, n);
   for (int row = 1; row <= n; ++row) {
@@ -157,24 +171,31 @@ void PolynomialFit::solve(Slots<double>& coefficients) {
     for (int column = 1; column <= n; ++column)
       system(row, column) = u_sums_[slot(row + column - 2)].value();
   }
-  const int code = has_spread() ? MatSolve(reporter_, system, false) : error_code::singular_matrix;
+  const int code = has_spread_ ? MatSolve(reporter_, system, false) : error_code::singular_matrix;
   if (code != error_code::none) {
     stage_ += 0.01 * (code - 1000);
     fail(code);
   }
-  for (int j = 0; j <= degree_; ++j) coefficients(j) = system(j + 1, 0);
+  for (int j = 0; j <= degree_; ++j) centred_.push_back(system(j + 1, 0));
 }
 
-double PolynomialFit::r_squared_of(const Slots<double>& coefficients) const {
-  const double v_mean = (v_sums_[0].value() / Real(u_sums_[0].value())).value();
-  const double* c = coefficients.data();
+/// The same polynomial in u itself: Horner's scheme, shifted once for each power.
+void PolynomialFit::uncentre(Slots<double>& coefficients) const {
+  std::vector<Real> shifted(centred_.begin(), centred_.end());
+  for (int j = 0; j < degree_; ++j)
+    for (int k = degree_ - 1; k >= j; --k) shifted[slot(k)] -= shifted[slot(k + 1)] * u_mean_;
+  shifted[0] += v_mean_;
+  for (int j = 0; j <= degree_; ++j) coefficients(j) = shifted[slot(j)].value();
+}
+
+double PolynomialFit::r_squared() const {
   CompensatedSum about_line;
   CompensatedSum about_mean;
   for (const WeightedPoint& point : points_) {
-    double line = c[degree_];
-    for (int j = degree_ - 1; j >= 0; --j) line = line * point.u + c[j];
+    double line = centred_.back();
+    for (int j = degree_ - 1; j >= 0; --j) line = line * point.u + centred_[slot(j)];
     about_line += point.weight * (point.v - line) * (point.v - line);
-    about_mean += point.weight * (point.v - v_mean) * (point.v - v_mean);
+    about_mean += point.weight * point.v * point.v;
   }
   return fd_RSquared(reporter_, finite(about_line.value()), finite(about_mean.value()));
 }
@@ -182,7 +203,7 @@ double PolynomialFit::r_squared_of(const Slots<double>& coefficients) const {
 void PolynomialFit::add_words(double stage) const {
   const std::string order = "Order: " + std::to_string(degree_);
   const std::string size = "Array size: " + std::to_string(rows_);
-  const std::string points = " Points: " + number_text(u_sums_.empty() ? 0.0 : u_sums_[0].value());
+  const std::string points = " Points: " + number_text(weight_);
   reporter_.add_lines({"Polynomial Fit Subroutine: "});
   if (stage < 1.09)
     reporter_.add_lines({"Order must be > 0", order});
@@ -198,6 +219,8 @@ void PolynomialFit::add_words(double stage) const {
     reporter_.add_lines({"Matrix solution error"});
   else
     reporter_.add_lines({"R squared calculation error"});
+  if (solution_failed() && !has_spread_)
+    reporter_.add_lines({"All times, or all ranks, are equal: no line goes through them."});
   reporter_.add_lines({"PolyFitD routine:"});
 }
 

@@ -20,9 +20,8 @@ struct PolynomialRequest {
 /// Fits the polynomial; rows weigh as their `Fails`. Writes the weighted means to
 /// XT and YT (of the index) of row 0 and element j of `coefficients`, enlarged if
 /// shorter than the degree, to the j-th power. `r_squared`: 0 or more on entry
-/// asks for it, otherwise it comes back 0. A system whose sum of squares about
-/// the mean is no more than 1e-12 of the raw one, in X or in Y, counts as
-/// singular. On failure, which is reported as "Polynomial Fit Subroutine: ",
+/// asks for it, otherwise it comes back 0. A system whose rows are all equal in X
+/// or in Y counts as singular. On failure, which is reported as "Polynomial Fit Subroutine: ",
 /// returns false with minus the stage reached in `r_squared`: 1.0 order 0, 1.1
 /// and 1.2 arrays, 2.0 moments, 3.0 too few points, 4.0 solution (and 0.01 times
 /// the fault of MatSolve less 1000), 5.0 r squared.

@@ -126,9 +126,11 @@ void load_row(Session& session, const FitResult& fit, int slot, int row, Grid& g
   grid.set_rows(to + 1);
   if (row == 1) {
     grid.set_text(to, fit_column::number, std::to_string(slot));
-    grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
     grid.set_text(to, fit_column::model, fs_ModelNames(fit.ModelCode, fit.Method).short_name);
   }
+  // Numbers of a fit that no longer belongs to its data would be taken for true.
+  if (fit.Status != FitStatus::calculated) return;
+  if (row == 1) grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
   const ShownParameters shown =
       shown_parameters(fit.ModelCode, from).value_or(ShownParameters{from.Scale, from.Shape});
   grid.set_text(to, fit_column::sub_population, fs_BitList(from.Applies, false));

@@ -1,5 +1,6 @@
 #include "fit/slope_equation.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -29,7 +30,11 @@ class SlopeSearch {
   const LikelihoodValue& last() const { return last_; }
 
  private:
-  bool is_solved() const { return std::fabs(last_.score) < score_tolerance; }
+  /// The score rises by about 1/beta^2, so a relative error of beta needs its
+  /// product with beta; small slopes take the score itself.
+  bool is_solved() const {
+    return std::fabs(last_.score) * std::max(1.0, last_.shape) < score_tolerance;
+  }
 
   void take(double beta) {
     before_ = last_;

@@ -141,6 +141,14 @@ double read_number(std::string& text, char separator) {
 
 }  // namespace
 
+std::string with_decimal_point(std::string text, const NumberPunctuation& punctuation) {
+  const char point = punctuation.DecimalPoint;
+  if (point == '.' || text.find(point) == std::string::npos) return text;
+  std::erase(text, '.');
+  std::replace(text.begin(), text.end(), point, '.');
+  return text;
+}
+
 double fd_Str2Dbl(ErrorReporter& reporter, std::string& text, std::int32_t& whole,
                   const NumberPunctuation& punctuation) {
   whole = 0;

@@ -14,6 +14,11 @@ struct NumberPunctuation {
   char ListPoint = ',';
 };
 
+/// What a person typed with the system's decimal character, in the program's own
+/// form: where that is a comma, "1.234,5" and "1,5" become "1234.5" and "1.5",
+/// while a text without a comma stands as it is.
+std::string with_decimal_point(std::string text, const NumberPunctuation& punctuation);
+
 /// The number in `text`, 0 if there is none. `text` is rewritten to its cleaned
 /// form: digits, separator and exponent, without sign and suffix; "0" where
 /// nothing numeric is left. The suffixes K M G T P % multiply. Units are read

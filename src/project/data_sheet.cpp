@@ -164,7 +164,7 @@ void DataSheet::set_count(int row, int column, double count) {
 }
 
 double DataSheet::number_in(const std::string& text) const {
-  return fd_Str2Dbl(reporter_, text, settings_.punctuation);
+  return fd_Str2Dbl(reporter_, with_decimal_point(text, settings_.punctuation));
 }
 
 void DataSheet::SetChanged(int column) {

@@ -13,6 +13,8 @@ ChildWindow::ChildWindow(QWidget* content, const QString& node_key, const QStrin
   setWindowIcon(icon);
   setAccessibleName(title);
   setFocusProxy(content);
+  // Tab goes round the controls of the content; the frame itself is no stop.
+  setFocusPolicy(Qt::ClickFocus);
 }
 
 void ChildWindow::bring_to_front() {

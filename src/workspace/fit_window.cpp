@@ -69,7 +69,6 @@ void FitWindow::lay_out() {
   auto* whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   whole->addWidget(scroller);
-  setFocusProxy(btn_Fit_);
 }
 
 QWidget* FitWindow::make_model_frame() {
@@ -218,6 +217,12 @@ void FitWindow::fit_columns() {
       width = std::max(width, metrics.horizontalAdvance(model_.index(r, c).data().toString()));
     grd_Fit_.setColumnWidth(c, width + margin);
   }
+}
+
+// A focus proxy would take the button out of the round of the Tab key.
+void FitWindow::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  btn_Fit_->setFocus();
 }
 
 // The names close again when the mouse leaves the frame. A frame without the

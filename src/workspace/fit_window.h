@@ -39,6 +39,7 @@ class FitWindow : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
   QWidget* make_model_frame();

@@ -144,6 +144,7 @@ void MainWindow::connect_views() {
   connect(&program_.views, &ViewSignals::status_text, &hint_, &QLabel::setText);
   connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
   connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &QLabel::setText);
+  connect(&windows_, &ProjectWindows::rows_pasted, this, [this] { DoCommand(command::paste); });
   connect(&windows_, &ProjectWindows::content_changed, this, &MainWindow::show_state);
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
@@ -178,15 +179,17 @@ void MainWindow::DoCommand(int id) {
   program_.commands.run(found->second);
 }
 
-void MainWindow::ask_for_new_project() {
+/// A project can't be saved yet, so the person decides before it is gone.
+bool MainWindow::may_lose_project(const std::string& title, const std::string& question) {
   bool empty = true;
   for (int i = 1; i <= session_.nData; ++i) empty = empty && session_.gDataForm(i)->lrows == 0;
-  if (!empty &&
-      session_.ports.prompts.show({"New Project",
-                                   "The data and fits of this project will be lost.\nStart a new "
-                                   "project?",
-                                   BoxIcon::question, BoxButtons::yes_no}) != BoxAnswer::yes)
-    return;
+  return empty || session_.ports.prompts.show(
+                      {title, "The data and fits of this project will be lost.\n" + question,
+                       BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
+}
+
+void MainWindow::ask_for_new_project() {
+  if (!may_lose_project("New Project", "Start a new project?")) return;
   // The windows may not end inside an event of their own.
   QTimer::singleShot(0, this, program_.commands.slot([this] { NewProject(); }));
 }
@@ -264,7 +267,11 @@ void MainWindow::show_state() {
 
 // The fit works on the records of the windows: they go after it has returned.
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (!program_.is_busy()) return QMainWindow::closeEvent(event);
+  if (!program_.is_busy()) {
+    const bool may_close = close_wanted_ || may_lose_project("Tavlo", "Leave the program?");
+    event->setAccepted(may_close);
+    return;
+  }
   session_.stop_requested = true;
   close_wanted_ = true;
   event->ignore();

@@ -49,6 +49,7 @@ class MainWindow : public QMainWindow {
   void add_key(QMenu& menu, const QString& caption, const QList<QKeySequence>& keys,
                const std::function<void()>& action);
 
+  bool may_lose_project(const std::string& title, const std::string& question);
   void ask_for_new_project();
   void select_all();
   void cut();

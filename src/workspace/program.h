@@ -16,7 +16,9 @@ struct Program {
   Program()
       : session(Ports{prompts, event_loop, clock, entropy, clipboard, text_measure, files, host,
                       views}),
-        commands(prompts) {}
+        commands(prompts) {
+    session.settings.punctuation = system_punctuation();
+  }
 
   /// True while a fit is under way in one of the panels.
   bool is_busy() const {

@@ -98,6 +98,7 @@ void ProjectWindows::build_sheets() {
   for (int i = 1; i <= session.nData; ++i) {
     auto* view = new SheetView(*session.gDataForm(i), program_.commands, nullptr);
     connect(view, &SheetView::hint_wanted, this, &ProjectWindows::hint_wanted);
+    connect(view, &SheetView::rows_pasted, this, &ProjectWindows::rows_pasted);
     connect(view, &SheetView::edited, this, &ProjectWindows::content_changed);
     sheets_.push_back(view);
     add(view, key_of('D', i), QStringLiteral("frm_data"), QStringLiteral("editor"),

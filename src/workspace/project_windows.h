@@ -58,6 +58,7 @@ class ProjectWindows : public QMdiArea {
   void child_hidden(const QString& node_key);
   void child_shown(const QString& node_key);
   void hint_wanted(const QString& hint);
+  void rows_pasted();
   void content_changed();
 
  protected:

@@ -3,8 +3,10 @@
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QInputDialog>
+#include <QLocale>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProcess>
@@ -58,7 +60,22 @@ QStringList filters_of(const std::string& filter) {
   return filters;
 }
 
+/// A box is only as wide as its text, and a title cut short says nothing.
+void widen_to_title(QMessageBox& window) {
+  constexpr int icon_and_buttons = 120;
+  auto* grid = qobject_cast<QGridLayout*>(window.layout());
+  if (!grid) return;
+  const int width = window.fontMetrics().horizontalAdvance(window.windowTitle());
+  grid->addItem(new QSpacerItem(width * 5 / 4 + icon_and_buttons, 0), grid->rowCount(), 0, 1,
+                grid->columnCount());
+}
+
 }  // namespace
+
+NumberPunctuation system_punctuation() {
+  const bool comma = QLocale::system().decimalPoint() == QStringLiteral(",");
+  return comma ? NumberPunctuation{',', '.'} : NumberPunctuation{'.', ','};
+}
 
 BoxAnswer QtPrompts::show(const Box& box) {
   if (!folding_.continues(box)) end_command();
@@ -75,6 +92,8 @@ BoxAnswer QtPrompts::show_now(const Box& box) {
   window.setObjectName(QStringLiteral("box"));
   window.setTextFormat(Qt::PlainText);
   window.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  if (box.buttons == BoxButtons::yes_no) window.setDefaultButton(QMessageBox::No);
+  widen_to_title(window);
   return answer_of(window.exec());
 }
 

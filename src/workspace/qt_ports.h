@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "numerics/number_reading.h"
 #include "ports/clipboard.h"
 #include "ports/event_loop.h"
 #include "ports/host.h"
@@ -13,6 +14,9 @@
 #include "workspace/box_folding.h"
 
 namespace tavlo {
+
+/// The number punctuation of the desktop: a comma or a point.
+NumberPunctuation system_punctuation();
 
 /// Modal boxes over the main window. Long runs of equal boxes are folded, see
 /// BoxFolding; `end_command` shows what was folded.

@@ -1,5 +1,7 @@
 #include "workspace/sheet_view.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <algorithm>
@@ -18,6 +20,11 @@ constexpr Qt::KeyboardModifiers command_keys =
 
 bool types_text(const QKeyEvent& key) {
   return !(key.modifiers() & command_keys) && !key.text().isEmpty() && key.text()[0].isPrint();
+}
+
+bool clipboard_has_lines() {
+  const QString text = QGuiApplication::clipboard()->text().trimmed();
+  return text.contains(u'\n') || text.contains(u'\r') || text.contains(u'\t');
 }
 
 /// Where a key in the edit box sends the current cell; nothing for other keys.
@@ -176,6 +183,12 @@ void SheetView::clear_selected() {
 bool SheetView::edit_key(QKeyEvent& key) {
   if (key.key() == Qt::Key_Escape) {
     cancel_edit();
+    return true;
+  }
+  // Rows pasted into one cell would run together into one number.
+  if (key.matches(QKeySequence::Paste) && clipboard_has_lines()) {
+    leave_edit();
+    emit rows_pasted();
     return true;
   }
   if (key.modifiers() & command_keys) return false;

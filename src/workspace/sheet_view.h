@@ -32,6 +32,8 @@ class SheetView : public QTableView {
  signals:
   void edited();
   void hint_wanted(const QString& hint);
+  /// Several cells were pasted while one was being edited; the edit has ended.
+  void rows_pasted();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

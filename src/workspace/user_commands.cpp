@@ -18,10 +18,10 @@ void UserCommands::attempt(const std::function<void()>& action) {
   try {
     action();
   } catch (const std::exception& error) {
-    prompts_.show({"Tavlo",
-                   std::string("This could not be done: ") + error.what() +
-                       ".\nThe project is as it was before the step that failed.",
-                   BoxIcon::stop, BoxButtons::ok});
+    prompts_.show(
+        {"Tavlo",
+         std::string("This could not be done: ") + error.what() + ".\nThe steps before it stand.",
+         BoxIcon::stop, BoxButtons::ok});
   }
 }
 

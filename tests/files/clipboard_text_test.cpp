@@ -46,7 +46,8 @@ TEST(Paste, ReadsTheShapesThatOtherProgramsWrite) {
       {"100\v200", "100|1| 200|1|"},
       {"100x3\n>100x5\n-7", "100|3| 100||5 7||1"},
       {"100 x 3\n200 x 1", "100|3| 200|1|"},
-      {"100\t2\t1\n200\t\t4", "100|2|1 200|1|4"},
+      {"100\t2\t1\n200\t\t4", "100|2|1 200||4"},
+      {"100\t1\t0\n200\t2\t\n300\t\t", "100|1|0 200|2| 300|1|"},
       {"100,2\n200,3", "100|2| 200|3|"},
       {"100 2\n200  3", "100|2| 200|3|"},
       {">100\t5", "100||5"},
@@ -61,6 +62,15 @@ TEST(Paste, ReadsTheShapesThatOtherProgramsWrite) {
     paste(world, row.clipboard);
     EXPECT_EQ(shown(world), row.sheet) << row.clipboard;
   }
+}
+
+TEST(Paste, ADecimalCommaIsNoColumn) {
+  TestWorld world;
+  world.session.settings.punctuation = {',', '.'};
+  paste(world, "1,5\n1.234,5\n>2,5x3\n7.5");
+  EXPECT_EQ(shown(world), "1.5|1| 1234.5|1| 2.5||3 7.5|1|");
+  paste(world, "1,5\t2");
+  EXPECT_EQ(shown(world).substr(0, 6), "1.5|2|");
 }
 
 TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {

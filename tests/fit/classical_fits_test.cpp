@@ -253,11 +253,26 @@ TEST(WeibullFit, ByFailureModeReadsItsRowAndRanks) {
   }
 }
 
+// Two points have one line, whichever way it is sought and whatever the unit.
+TEST(WeibullFit, NarrowDataKeepTheirDigits) {
+  for (const double unit : {1.0, 1.0 / 1024, 1024.0, 1048576.0}) {
+    for (const double step : {1.0001, 1.01, 2.0}) {
+      TestWorld world;
+      DataSet data = ranked(world, make_data({{1000 * unit}, {1000 * step * unit}}));
+      const FitResult x_on_y = fitted(world, data, request(method_code::x_on_y));
+      const FitResult y_on_x = fitted(world, data, request(method_code::y_on_x));
+      EXPECT_LT(relative_difference(x_on_y.Rows(1).Shape, y_on_x.Rows(1).Shape), 1e-10) << step;
+      EXPECT_LT(relative_difference(x_on_y.Rows(1).Scale, y_on_x.Rows(1).Scale), 1e-10) << step;
+    }
+  }
+}
+
 TEST(WeibullFit, WhatCannotBeFittedIsReportedAndStoresNothing) {
-  const char* const no_line = "Matrix solution error\nPolyFitD routine:\n";
+  const char* const no_line = "Matrix solution error\nAll times, or all ranks, are equal";
   const char* const no_points = "Insufficient data points\nOrder: 1 Points: 0\n";
   const char* const no_fit = "Weibull 123Par Fit: \nFit_Wb123 routine:\nDivision by zero";
   const char* const no_limit = "the slope has no limit.\nFit_Wb123 routine:\n";
+  const char* const no_life = "a characteristic life beyond all numbers.\nFit_Wb123 routine:\n";
   const std::vector<Point> tied = {{100}, {100}, {100}};
   const std::vector<Point> none = {{100, 0, 1}, {120, 0, 1}};
   const std::vector<Point> zero = {{0, 0, 1}, {20}, {30}};
@@ -273,7 +288,9 @@ TEST(WeibullFit, WhatCannotBeFittedIsReportedAndStoresNothing) {
       {{{100, 0, 1}, {200}}, request(method_code::mle), {no_limit}},
       {none, request(method_code::x_on_y), {no_points, no_fit}},
       {none, request(method_code::y_on_x, model_code::weibayes, 2), {no_points}},
-      {none, request(method_code::mle), {no_fit}},
+      {none, request(method_code::mle), {"There is no failure among the data."}},
+      {{{1, 50}, {1000}, {2000, 0, 950}}, request(method_code::x_on_y), {no_life}},
+      {{{1, 50}, {1000}, {2000, 0, 950}}, request(method_code::y_on_x), {no_life}},
       // Y on X takes a slope of 0 as given; X on Y as free.
       {{{1}, {2}}, request(method_code::y_on_x, model_code::weibull2, 0), {no_fit}},
       {zero, request(method_code::mle), {"Median Rank Error: ", "Weibull 123Par Fit: "}},

@@ -114,6 +114,24 @@ TEST(Dispatch, AFailedNewFitLeavesNoTrace) {
   EXPECT_EQ(world.views.said.back(), "ready") << "the hourglass goes in any case";
 }
 
+TEST(Dispatch, AnOldFitThatFailsOnNewDataShowsNoNumbers) {
+  FitWorld world(five);
+  world.fit(98, 0);
+  world.fit(98, 2);
+  const double old_shape = world.fits().Fits(1).Rows(1).Shape;
+  world.session.gFit(1).Fits(1).Status = FitStatus::stale;
+  world.session.gData(1).Points(1).X = 0;  // has no logarithm
+  world.prompts.accept_all();
+  world.fit(98, 0);
+  EXPECT_EQ(world.fits().nFits, 2);
+  EXPECT_EQ(world.fits().Fits(1).Status, FitStatus::stale);
+  EXPECT_EQ(world.fits().Fits(1).Rows(1).Shape, old_shape) << "no half-made fit";
+  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
+  EXPECT_EQ(grid.text(1, fit_column::model), "W/rr");
+  EXPECT_EQ(grid.text(1, fit_column::quality) + grid.text(1, fit_column::shape), "");
+  EXPECT_NE(grid.text(2, fit_column::shape), "");
+}
+
 TEST(Dispatch, AModelWithoutARoutineIsRefusedInWords) {
   FitWorld world(five);
   world.prompts.expect_box("Not available yet", "Normal is not available yet");

@@ -86,8 +86,11 @@ TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
 TEST_F(CarelessUser, AskedBeforeAProjectIsThrownAway) {
   person.type(QStringLiteral("100\n"));
   person.press({QStringLiteral("ctrl+n")});
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
+  EXPECT_EQ(session().gDataForm(1)->lrows, 1) << "Enter alone throws nothing away";
+  boxes.press_on_boxes(QStringLiteral("alt+y"));
+  person.press({QStringLiteral("ctrl+n")});
   ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 0; }));
-  ASSERT_EQ(boxes.texts().size(), 1);
   EXPECT_EQ(window.windows().children().size(), 4u);
   ASSERT_TRUE(wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
   person.type(QStringLiteral("7\n"));

@@ -1,4 +1,6 @@
 // The parts of the frame that need no hand on the keyboard.
+#include <QApplication>
+
 #include "gui/window_world.h"
 #include "workspace/block_layout.h"
 #include "workspace/box_folding.h"
@@ -58,6 +60,29 @@ TEST_F(Frame, DeadEntriesAreDisabled) {
   const auto log_before = log();
   for (const int id : {-1, 0, 2, 3, 6, 8, 11, 42, 52, 1000}) window.DoCommand(id);
   EXPECT_EQ(log(), log_before);
+}
+
+TEST_F(Frame, TabGoesRoundAllControlsOfThePanel) {
+  person.press({QStringLiteral("ctrl+2")});
+  ASSERT_TRUE(test::wait_until([&] { return widget("btn_Fit").hasFocus(); }));
+  QStringList stops;
+  for (int i = 0; i < 8; ++i) {
+    const QWidget* before = QApplication::focusWidget();
+    person.press({QStringLiteral("Tab")});
+    ASSERT_TRUE(test::wait_until([&] { return QApplication::focusWidget() != before; }));
+    stops << QApplication::focusWidget()->objectName();
+  }
+  for (const char* name : {"opt_Model_2", "opt_Method_0", "btn_Fit", "grd_Fit"})
+    EXPECT_TRUE(stops.contains(QString::fromUtf8(name))) << name;
+}
+
+TEST_F(Frame, LeavingWithDataAsksFirst) {
+  person.type(QStringLiteral("100\n"));
+  ASSERT_TRUE(test::wait_until([&] { return sheet().row() == 2; }));
+  window.close();
+  EXPECT_TRUE(window.isVisible());
+  ASSERT_EQ(boxes.texts().size(), 1);
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("will be lost")));
 }
 
 TEST_F(Frame, AnExceptionInACommandIsABox) {

@@ -96,7 +96,7 @@ void BoxReader::look() {
   answered_ = box;
   texts_ << box->text();
   QProcess::startDetached(QStringLiteral("xdotool"),
-                          {QStringLiteral("key"), QStringLiteral("Return")});
+                          {QStringLiteral("key"), key_});
 }
 
 }  // namespace tavlo::test

@@ -39,16 +39,18 @@ class Person {
   void resize(const QWidget& window, const QSize& size);
 };
 
-/// Reads each message box and presses Enter on it.
+/// Reads each message box and presses a key on it: Enter unless told otherwise.
 class BoxReader : public QObject {
  public:
   BoxReader();
+  void press_on_boxes(const QString& key) { key_ = key; }
   const QStringList& texts() const { return texts_; }
 
  private:
   void look();
 
   QTimer timer_;
+  QString key_ = QStringLiteral("Return");
   QStringList texts_;
   QPointer<QWidget> answered_;
 };
