@@ -58,6 +58,19 @@ void draw_plot_set(Canvas& canvas, const Session& session, const PlotSet& set) {
   draw_data_points(canvas, *set.marker, session.gData(set.data_index));
 }
 
+/// Points and lines alone, before their place in the drawing comes. What fails
+/// here fails again when they are drawn, and is told then.
+DrawingRecord content_of(const Canvas& canvas, const Session& session,
+                         const std::vector<PlotSet>& sets) {
+  DrawingRecord content;
+  Recorder recorder(content);
+  QueuedPrompts unheard(canvas.prompts);
+  ErrorReporter unread(unheard, session.ports.clock);
+  Canvas trial{recorder, canvas.chart, canvas.text_measure, unheard, unread};
+  for (const PlotSet& set : sets) draw_plot_set(trial, session, set);
+  return content;
+}
+
 void compose(Canvas& canvas, Session& session) {
   const std::vector<PlotSet> sets = plot_sets(session, canvas.chart);
   draw_box(canvas.recorder, canvas.chart.Boxes(chart_item::chart_box));
@@ -65,7 +78,7 @@ void compose(Canvas& canvas, Session& session) {
   draw_titles(canvas, session.ports.clock.now());
   DrawGrid(canvas, false);
   DrawGrid(canvas, true);
-  draw_parameter_box(canvas, session, sets);
+  draw_parameter_box(canvas, session, sets, content_of(canvas, session, sets));
   draw_marks(canvas);
   for (const PlotSet& set : sets) draw_plot_set(canvas, session, set);
 }

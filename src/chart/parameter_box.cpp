@@ -4,6 +4,7 @@
 #include <array>
 
 #include "chart/boxes.h"
+#include "chart/crowding.h"
 #include "chart/parameter_table.h"
 
 namespace tavlo {
@@ -55,16 +56,36 @@ Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& i
   return layout;
 }
 
-/// The record's place; the factory's, on the plot's corner, means just inside.
-ChartItem placed_box(const Chart& chart, const Layout& layout, std::size_t lines) {
+/// The corners of the plot, the factory's first.
+std::array<Place, 4> corners(const ChartItem& plot, const ChartItem& box) {
+  const double left = plot.Left + inside_corner;
+  const double top = plot.Top + inside_corner;
+  const double right = plot.Left + plot.Width - box.Width - inside_corner;
+  const double bottom = plot.Top + plot.Height - box.Height - inside_corner;
+  return {Place{to_unit(left), to_unit(top)}, Place{to_unit(right), to_unit(bottom)},
+          Place{to_unit(right), to_unit(top)}, Place{to_unit(left), to_unit(bottom)}};
+}
+
+Place freest_corner(const ChartItem& plot, const ChartItem& box, const DrawingRecord& content) {
+  const auto hidden = [&](const Place& at) {
+    return shapes_touching(content, {at.x, at.y, at.x + box.Width, at.y + box.Height});
+  };
+  const auto candidates = corners(plot, box);
+  return *std::min_element(candidates.begin(), candidates.end(),
+                           [&](const Place& a, const Place& b) { return hidden(a) < hidden(b); });
+}
+
+/// The record's place; the factory's, on the plot's corner, means a free corner.
+ChartItem placed_box(const Chart& chart, const Layout& layout, std::size_t lines,
+                     const DrawingRecord& content) {
   ChartItem box = chart.Boxes(chart_item::parameter_box);
   const ChartItem& plot = chart.Boxes(chart_item::plot_box);
-  const bool in_corner = box.Left == plot.Left && box.Top == plot.Top;
-  const double shift = in_corner ? inside_corner : 0.0;
-  box.Left = to_unit(box.Left + shift);
-  box.Top = to_unit(box.Top + shift);
   box.Width = to_unit(layout.width + 2 * padding);
   box.Height = to_unit(layout.line_height * static_cast<double>(lines) + padding);
+  if (box.Left != plot.Left || box.Top != plot.Top) return box;
+  const Place at = freest_corner(plot, box, content);
+  box.Left = at.x;
+  box.Top = at.y;
   return box;
 }
 
@@ -107,11 +128,12 @@ void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& bo
 
 }  // namespace
 
-void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets) {
+void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
+                        const DrawingRecord& content) {
   const ParameterTable table = parameter_table(session, sets);
   if (table.lines.empty()) return;
   const Layout layout = layout_of(canvas, table, canvas.chart.Boxes(chart_item::parameter_box));
-  const ChartItem box = placed_box(canvas.chart, layout, table.lines.size());
+  const ChartItem box = placed_box(canvas.chart, layout, table.lines.size(), content);
   draw_box(canvas.recorder, box);
   draw_rules(canvas, table, box, layout);
   draw_table(canvas, table, box, layout);

@@ -10,7 +10,10 @@ namespace tavlo {
 
 /// Draws a heading for each data set ("N" failures, "S" suspensions) and, for
 /// each of its fits, the names of the parameters, the populations and the
-/// quality. At most 50 lines; nothing when no fit is on the chart.
-void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets);
+/// quality. At most 50 lines; nothing when no fit is on the chart. A box that
+/// the user hasn't moved goes to the corner of the plot where the least of
+/// `content`, the points and lines of the chart, would be hidden.
+void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
+                        const DrawingRecord& content);
 
 }  // namespace tavlo
