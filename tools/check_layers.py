@@ -64,4 +64,6 @@ def main(source):
 
 
 if __name__ == "__main__":
+    if len(sys.argv) != 2:
+        sys.exit("usage: check_layers.py SOURCE_FOLDER")
     sys.exit(main(sys.argv[1]))

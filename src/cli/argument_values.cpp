@@ -102,7 +102,7 @@ std::vector<double> parse_numbers(const std::string& text) {
   return parse_list(text, parse_finite);
 }
 
-PictureSize parse_size(const std::string& text) {
+PixelSize parse_size(const std::string& text) {
   const std::vector<std::string> parts = split(text, 'x');
   return {parse_length(parts.front(), text), parse_length(parts.size() == 2 ? parts[1] : "", text)};
 }

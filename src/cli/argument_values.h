@@ -25,7 +25,7 @@ std::vector<double> parse_percents(const std::string& text);
 std::vector<double> parse_numbers(const std::string& text);
 
 /// "1000x600".
-PictureSize parse_size(const std::string& text);
+PixelSize parse_size(const std::string& text);
 
 /// Refuses a picture whose extension names no format that can be written.
 void require_picture_name(const std::string& path);

@@ -67,7 +67,7 @@ void add_slope(CLI::App& app, CommonArguments& common) {
       "Slope of a Weibayes fit", "BETA");
 }
 
-void add_size(CLI::App& app, PictureSize& size) {
+void add_size(CLI::App& app, PixelSize& size) {
   add_text(
       app, "--size", [&size](const std::string& text) { size = parse_size(text); },
       "Size of a chart in pixels (1000x600)", "WxH");

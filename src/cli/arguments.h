@@ -12,7 +12,7 @@
 namespace tavlo::cli {
 
 /// Pixels of a PNG; of 1/96 inch elsewhere.
-struct PictureSize {
+struct PixelSize {
   int width = 1000;
   int height = 600;
 };
@@ -39,7 +39,7 @@ struct FitArguments {
   std::vector<double> at;          ///< times
   std::vector<std::string> charts;
   std::string log;
-  PictureSize size;
+  PixelSize size;
 };
 
 struct RankArguments {
@@ -50,7 +50,7 @@ struct ChartArguments {
   CommonArguments common;  ///< one file
   std::string out;
   std::vector<FitChoice> choices;
-  PictureSize size;
+  PixelSize size;
 };
 
 using Command = std::variant<FitArguments, RankArguments, ChartArguments>;

@@ -30,15 +30,16 @@ ExitCode code_of(const std::vector<FitOutcome>& outcomes) {
   return all_made ? ExitCode::done : ExitCode::fit_refused;
 }
 
-std::string stem(const std::string& path) {
+std::string title_of(const std::string& path) {
+  if (path == "-") return "Results";
   const std::string name = path.substr(path.rfind('/') + 1);
   return name.substr(0, name.find_last_of('.'));
 }
 
 ExitCode draw(Session& session, const std::vector<FitOutcome>& outcomes, const std::string& file,
-              const std::vector<std::string>& paths, const PictureSize& size) {
+              const std::vector<std::string>& paths, const PixelSize& size) {
   if (paths.empty()) return ExitCode::done;
-  show_on_chart(session, outcomes, stem(file));
+  show_on_chart(session, outcomes, title_of(file));
   const auto fault = write_pictures(session, paths, size);
   if (fault) complain(*fault);
   return fault ? ExitCode::file_fault : ExitCode::done;

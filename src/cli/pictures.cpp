@@ -42,7 +42,7 @@ WritePicture load_painter(std::string& error) {
 }
 
 FileResult write_picture(WritePicture paint, Session& session, const DrawingRecord& drawing,
-                         const std::string& path, const PictureSize& size) {
+                         const std::string& path, const PixelSize& size) {
   std::string bytes;
   std::string error;
   const std::string format = extension(path).substr(1);
@@ -87,7 +87,7 @@ void show_on_chart(Session& session, const std::vector<FitOutcome>& outcomes,
 }
 
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
-                                          const PictureSize& size) {
+                                          const PixelSize& size) {
   std::string error;
   const WritePicture paint = load_painter(error);
   if (!paint) return paths.front() + ": " + error;

@@ -21,6 +21,6 @@ void show_on_chart(Session& session, const std::vector<FitOutcome>& outcomes,
 /// Draws chart 1 and writes it to each path, by its extension. What is wrong,
 /// as "PATH: what", for the first that can't be written.
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
-                                          const PictureSize& size);
+                                          const PixelSize& size);
 
 }  // namespace tavlo::cli
