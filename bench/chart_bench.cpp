@@ -66,6 +66,7 @@ struct BenchWorld {
             Ports{prompts, event_loop, clock, entropy, clipboard, measure, files, host, views}) {
     FitResult fit;
     fit.ModelCode = model_code::weibull2;
+    fit.Status = FitStatus::calculated;
     fit.nRows = 1;
     fit.Rows.push_back({1 / 1000.0, 1, 2, 0, 1});
     session.gFit(1).nFits = 1;

@@ -6,6 +6,7 @@
 #include "chart/boxes.h"
 #include "chart/crowding.h"
 #include "chart/parameter_table.h"
+#include "chart/plot_coordinates.h"
 
 namespace tavlo {
 
@@ -60,15 +61,16 @@ Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& i
 std::array<Place, 4> corners(const ChartItem& plot, const ChartItem& box) {
   const double left = plot.Left + inside_corner;
   const double top = plot.Top + inside_corner;
-  const double right = plot.Left + plot.Width - box.Width - inside_corner;
-  const double bottom = plot.Top + plot.Height - box.Height - inside_corner;
+  const double right = x_extent(plot).end - box.Width - inside_corner;
+  const double bottom = y_extent(plot).end - box.Height - inside_corner;
   return {Place{to_unit(left), to_unit(top)}, Place{to_unit(right), to_unit(bottom)},
           Place{to_unit(right), to_unit(top)}, Place{to_unit(left), to_unit(bottom)}};
 }
 
 Place freest_corner(const ChartItem& plot, const ChartItem& box, const DrawingRecord& content) {
   const auto hidden = [&](const Place& at) {
-    return shapes_touching(content, {at.x, at.y, at.x + box.Width, at.y + box.Height});
+    return shapes_touching(content, {at.x, at.y, to_unit(static_cast<double>(at.x) + box.Width),
+                                     to_unit(static_cast<double>(at.y) + box.Height)});
   };
   const auto candidates = corners(plot, box);
   return *std::min_element(candidates.begin(), candidates.end(),

@@ -95,8 +95,7 @@ void BoxReader::look() {
   if (!box || box == answered_ || !box->isActiveWindow()) return;
   answered_ = box;
   texts_ << box->text();
-  QProcess::startDetached(QStringLiteral("xdotool"),
-                          {QStringLiteral("key"), key_});
+  QProcess::startDetached(QStringLiteral("xdotool"), {QStringLiteral("key"), key_});
 }
 
 }  // namespace tavlo::test
