@@ -17,3 +17,7 @@ if(TAVLO_SANITIZE)
   add_compile_options(-fsanitize=${TAVLO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${TAVLO_SANITIZE})
 endif()
+
+if(TAVLO_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)  # the fuzzer follows what the core does
+endif()
