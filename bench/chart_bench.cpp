@@ -5,85 +5,16 @@
 #include <cmath>
 #include <random>
 
-#include "chart/auto_scale.h"
 #include "chart/canvas.h"
+#include "chart/chart_world.h"
 #include "chart/fit_line.h"
-#include "chart/font_metrics.h"
-#include "chart/make_chart.h"
 #include "project/models.h"
-#include "project/session.h"
 
 namespace tavlo {
 namespace {
 
-// A world in which nothing happens.
-struct NoPrompts : Prompts {
-  BoxAnswer show(const Box&) override { return BoxAnswer::ok; }
-  std::optional<std::string> ask_line(const std::string&, const std::string&,
-                                      const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> choose_file(const FileRequest&) override { return std::nullopt; }
-};
-struct NoEvents : EventLoop {
-  void yield() override {}
-};
-struct StoppedClock : Clock {
-  double seconds_since_midnight() override { return 0; }
-  DateTime now() override { return {}; }
-  double day_count() override { return 46000; }
-  double steady_seconds() override { return 0; }
-};
-struct NoEntropy : Entropy {
-  std::uint32_t next() override { return 1; }
-};
-struct NoClipboard : Clipboard {
-  std::string text() override { return {}; }
-  void set_text(const std::string&, const std::string&) override {}
-};
-struct NoFiles : FileSystem {
-  FileResult read_whole(const std::string&, std::uint64_t, std::string&) override { return {}; }
-  FileResult write_whole(const std::string&, std::string_view) override { return {}; }
-  bool exists(const std::string&) override { return false; }
-};
-struct NoHost : Host {
-  std::string environment(const std::string&) override { return {}; }
-  bool start_program(const std::string&, const std::vector<std::string>&) override { return false; }
-};
-struct NoViews : Views {
-  void status(const std::string&) override {}
-  void busy_pointer(bool) override {}
-  void fit_button_caption(int, const std::string&) override {}
-  void sheet_changed(int) override {}
-  void fit_grid_changed(int) override {}
-  void chart_changed(int) override {}
-  void log_changed() override {}
-};
-
-struct BenchWorld {
-  BenchWorld()
-      : session(
-            Ports{prompts, event_loop, clock, entropy, clipboard, measure, files, host, views}) {
-    FitResult fit;
-    fit.ModelCode = model_code::weibull2;
-    fit.Status = FitStatus::calculated;
-    fit.nRows = 1;
-    fit.Rows.push_back({1 / 1000.0, 1, 2, 0, 1});
-    session.gFit(1).nFits = 1;
-    session.gFit(1).Fits.resize(1);
-    session.gFit(1).Fits(1) = fit;
-  }
-
-  NoPrompts prompts;
-  NoEvents event_loop;
-  StoppedClock clock;
-  NoEntropy entropy;
-  NoClipboard clipboard;
-  MetricTextMeasure measure;
-  NoFiles files;
-  NoHost host;
-  NoViews views;
-  Session session;
+struct BenchWorld : test::ChartWorld {
+  BenchWorld() { show(test::fit_of(model_code::weibull2, {{1 / 1000.0, 1, 2, 0, 1}})); }
 };
 
 DataSet weibull_sample(int count) {
@@ -123,7 +54,7 @@ void fit_line(benchmark::State& state) {
   for (auto _ : state) {
     DrawingRecord drawing;
     Recorder recorder(drawing);
-    Canvas canvas{recorder, chart, here.measure, here.prompts, here.session.errors};
+    Canvas canvas{recorder, chart, here.measure, here.world.prompts, here.session.errors};
     DrawData_One_Line(canvas, chart.Markers(1), fit);
     benchmark::DoNotOptimize(drawing);
   }

@@ -11,38 +11,10 @@
 #include "fit/median_ranks.h"
 #include "fit/ranking.h"
 #include "project/models.h"
+#include "support/test_world.h"
 
 namespace tavlo {
 namespace {
-
-class NoPrompts : public Prompts {
- public:
-  BoxAnswer show(const Box& box) override {
-    benchmark::DoNotOptimize(box.text.size());
-    ++shown;
-    return BoxAnswer::ok;
-  }
-  std::optional<std::string> ask_line(const std::string&, const std::string&,
-                                      const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> choose_file(const FileRequest&) override { return std::nullopt; }
-  int shown = 0;
-};
-
-class NoClock : public Clock {
- public:
-  double seconds_since_midnight() override { return 0; }
-  DateTime now() override { return {}; }
-  double day_count() override { return 0; }
-  double steady_seconds() override { return 0; }
-};
-
-struct World {
-  NoPrompts prompts;
-  NoClock clock;
-  ErrorReporter errors{prompts, clock};
-};
 
 constexpr int rows = 1'000'000;
 
@@ -68,13 +40,14 @@ DataSet sorted_data(int period) {
 }
 
 void rank(benchmark::State& state, int period, bool benard) {
-  World world;
+  test::TestWorld world;
+  world.prompts.accept_all();
   DataSet data = sorted_data(period);
   for (auto _ : state) {
-    Make_Ranks(world.errors, benard, data);
+    Make_Ranks(world.session.errors, benard, data);
     benchmark::DoNotOptimize(data.YMax);
   }
-  if (world.prompts.shown != 0) state.SkipWithError("a box was shown");
+  if (!world.prompts.shown().empty()) state.SkipWithError("a box was shown");
 }
 BENCHMARK_CAPTURE(rank, failures_only, 0, true)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(rank, failures_without_benard, 0, false)->Unit(benchmark::kMillisecond);
@@ -91,7 +64,8 @@ void exact_median_ranks(benchmark::State& state) {
 BENCHMARK(exact_median_ranks)->Arg(20)->Arg(1000)->Arg(5000)->Unit(benchmark::kMillisecond);
 
 void rank_and_fit(benchmark::State& state, std::int16_t method, int period) {
-  World world;
+  test::TestWorld world;
+  world.prompts.accept_all();
   DataSet data = sorted_data(period);
   FitResult fit;
   fit.ModelCode = model_code::weibull2;
@@ -99,8 +73,8 @@ void rank_and_fit(benchmark::State& state, std::int16_t method, int period) {
   fit.Rows.resize(1);
   for (auto _ : state) {
     fit.Rows(1).Shape = -1;
-    Make_Ranks(world.errors, true, data);
-    Fit_Wb123(world.errors, world.prompts, data, fit, 1);
+    Make_Ranks(world.session.errors, true, data);
+    Fit_Wb123(world.session.errors, world.prompts, data, fit, 1);
     benchmark::DoNotOptimize(fit.Quality);
   }
   if (fit.Status != FitStatus::calculated) state.SkipWithError("no fit");

@@ -10,31 +10,10 @@
 #include "numerics/number_reading.h"
 #include "numerics/number_text.h"
 #include "numerics/sorting.h"
+#include "support/test_world.h"
 
 namespace tavlo {
 namespace {
-
-struct NoPrompts : Prompts {
-  BoxAnswer show(const Box&) override { return BoxAnswer::ok; }
-  std::optional<std::string> ask_line(const std::string&, const std::string&,
-                                      const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> choose_file(const FileRequest&) override { return std::nullopt; }
-};
-
-struct StoppedClock : Clock {
-  double seconds_since_midnight() override { return 0; }
-  DateTime now() override { return {}; }
-  double day_count() override { return 0; }
-  double steady_seconds() override { return 0; }
-};
-
-struct Reporter {
-  NoPrompts prompts;
-  StoppedClock clock;
-  ErrorReporter reporter{prompts, clock};
-};
 
 std::vector<double> uniform_values(std::size_t count) {
   std::mt19937_64 random(1);
@@ -55,18 +34,19 @@ void over(benchmark::State& state, const std::vector<Value>& values, Routine rou
 }
 
 void normal_quantile(benchmark::State& state) {
-  Reporter world;
-  over(state, uniform_values(1000), [&](double p) { return fd_NormZ(world.reporter, p); });
+  test::TestWorld world;
+  over(state, uniform_values(1000), [&](double p) { return fd_NormZ(world.session.errors, p); });
 }
 
 void normal_probability(benchmark::State& state) {
-  Reporter world;
-  over(state, uniform_values(1000), [&](double p) { return fd_NormCDF(world.reporter, 6 * p); });
+  test::TestWorld world;
+  over(state, uniform_values(1000),
+       [&](double p) { return fd_NormCDF(world.session.errors, 6 * p); });
 }
 
 void rounding_to_digits(benchmark::State& state) {
-  Reporter world;
-  over(state, uniform_values(1000), [&](double x) { return fd_Round(world.reporter, x, 6); });
+  test::TestWorld world;
+  over(state, uniform_values(1000), [&](double x) { return fd_Round(world.session.errors, x, 6); });
 }
 
 std::vector<std::string> number_texts() {
@@ -76,8 +56,9 @@ std::vector<std::string> number_texts() {
 }
 
 void reading_typed_text(benchmark::State& state) {
-  Reporter world;
-  over(state, number_texts(), [&](const std::string& t) { return fd_Str2Dbl(world.reporter, t); });
+  test::TestWorld world;
+  over(state, number_texts(),
+       [&](const std::string& t) { return fd_Str2Dbl(world.session.errors, t); });
 }
 
 void parsing_a_number(benchmark::State& state) {
@@ -93,14 +74,14 @@ void writing_by_a_pattern(benchmark::State& state) {
 }
 
 void sorting_a_million(benchmark::State& state) {
-  Reporter world;
+  test::TestWorld world;
   const std::vector<double> values = uniform_values(1'000'000);
   for (auto _ : state) {
     state.PauseTiming();
     Slots<double> list;
     for (const double value : values) list.push_back(value);
     state.ResumeTiming();
-    Sort_Array(world.reporter, list);
+    Sort_Array(world.session.errors, list);
   }
 }
 

@@ -35,11 +35,6 @@ void order_and_total(DataSet& data) {
   rows[0].Susps = finite(susps);
 }
 
-float stored_position(double position) {
-  if (std::fabs(position) <= std::numeric_limits<float>::max()) return static_cast<float>(position);
-  throw RunTimeError(std::isnan(position) ? run_time::invalid_argument : run_time::overflow);
-}
-
 /// Writes XT(2) and clears YT(2); false when X has no logarithm.
 bool take_logarithm(DataPoint& row) {
   const float size = std::fabs(row.X);
@@ -68,7 +63,7 @@ void rank_rows(DataSet& data, PositionOf position_of) {
   int without_logarithm = 0;
   for (int i = 1; i <= data.Count; ++i) {
     DataPoint& row = rows[i];
-    row.Y = stored_position(position_of(row, i == data.Count || rows[i + 1].X != row.X));
+    row.Y = ToSingle(finite(position_of(row, i == data.Count || rows[i + 1].X != row.X)));
     if (row.Fails > 0) {
       if (first == 0) first = i;
       last = i;
