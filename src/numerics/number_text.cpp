@@ -87,13 +87,6 @@ std::string number_text(double value, int digits) {
   return sign + plain_text(mantissa) + exponent_text(exponent);
 }
 
-std::string exact_number_text(double value) {
-  if (!std::isfinite(value)) return special_text(value);
-  char text[32];
-  const auto written = std::to_chars(text, text + sizeof text, value);
-  return std::string(text, written.ptr);
-}
-
 std::optional<double> parse_number(std::string_view text) {
   if (!text.empty() && text.front() == '+') {
     text.remove_prefix(1);

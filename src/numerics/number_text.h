@@ -14,9 +14,6 @@ namespace tavlo {
 /// with an exponent of at least two digits. "NaN", "Infinity", "-Infinity".
 std::string number_text(double value, int digits = 15);
 
-/// The shortest text that reads back as exactly `value` (for JSON and files).
-std::string exact_number_text(double value);
-
 /// `value` by a pattern as "0.00", "00.0000%", "0E+0", "0.00E+00", "0", "#,##0":
 /// zeros are digits always shown, # digits shown when needed, % multiplies by
 /// 100, E+0 and E-0 give a power of ten, a comma among the digits groups them by

@@ -180,12 +180,4 @@ void DataSheet::grow_to(int row) {
     grd_Data.set_text(r, sheet_column::order, std::to_string(r));
 }
 
-void DataSheet::clear_data() {
-  cancel_edit();
-  grd_Data.set_rows(1);
-  grow_to(least_rows);
-  grd_Data.go_to(1, sheet_column::x);
-  lrows = 0;
-}
-
 }  // namespace tavlo

@@ -40,7 +40,6 @@ class DataSheet {
   Grid grd_Data;
 
   bool editing() const { return editing_; }
-  const std::string& txt_Edit() const { return edit_text_; }
   void set_txt_Edit(std::string text) { edit_text_ = std::move(text); }
 
   /// Opens the edit box on the current cell with `text`.
@@ -66,9 +65,6 @@ class DataSheet {
   /// column reads the data notation, columns 1 to 4 take numbers. A text that
   /// stands there already changes nothing.
   void enter(int row, int column, const std::string& typed);
-
-  /// Empties every cell and goes back to the least number of rows.
-  void clear_data();
 
   /// "Data X: Enter time to failure in this column." and so on.
   static const char* hint(int column);
