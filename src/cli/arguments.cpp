@@ -64,7 +64,7 @@ void add_slope(CLI::App& app, CommonArguments& common) {
           throw CLI::ValidationError("'" + text + "' is not one slope above 0");
         common.slope = text;
       },
-      "Slope of a Weibayes fit", "BETA");
+      "Slope of a Weibayes fit (Wb); the exponential (E) has 1, the Rayleigh (R) 2", "BETA");
 }
 
 void add_size(CLI::App& app, PixelSize& size) {
@@ -73,13 +73,16 @@ void add_size(CLI::App& app, PixelSize& size) {
       "Size of a chart in pixels (1000x600)", "WxH");
 }
 
-/// A slope that no model takes was meant for another one.
-void require_use_of_slope(const CommonArguments& common, const std::vector<FitChoice>& choices) {
-  const bool used = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
-    return choice.model->fixes_slope();
+/// A Weibayes has no slope of its own, and no other model takes one.
+void require_slope_of_weibayes(const CommonArguments& common,
+                               const std::vector<FitChoice>& choices) {
+  const bool wanted = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
+    return choice.model->code == model_code::weibayes;
   });
-  if (!common.slope.empty() && !used)
-    throw CLI::ValidationError("--slope is for the models with a given slope (Wb E R)");
+  if (!common.slope.empty() && !wanted)
+    throw CLI::ValidationError("--slope is for a Weibayes fit (--model Wb)");
+  if (common.slope.empty() && wanted)
+    throw CLI::ValidationError("Wb needs its slope: add --slope BETA");
 }
 
 /// An output that is an input would destroy the data.
@@ -152,7 +155,7 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
     fit.choices = all_pairs(lists);
     if (!fit.charts.empty() && fit.common.files.size() > 1)
       throw CLI::ValidationError("--chart takes one FILE at a time");
-    require_use_of_slope(fit.common, fit.choices);
+    require_slope_of_weibayes(fit.common, fit.choices);
     require_other_file(fit.log, fit.common.files);
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
   });
@@ -187,7 +190,7 @@ void add_chart_command(CLI::App& app, ChartArguments& chart) {
   add_size(*command, chart.size);
   add_ranking(*command, chart.common);
   command->final_callback([&chart] {
-    require_use_of_slope(chart.common, chart.choices);
+    require_slope_of_weibayes(chart.common, chart.choices);
     require_other_file(chart.out, chart.common.files);
   });
 }

@@ -33,6 +33,9 @@ class CliPrompts : public Prompts {
   void set_subject(std::string subject) { subject_ = std::move(subject); }
   const std::string& subject() const { return subject_; }
 
+  /// The slope that the model at work has of its own; 0 when it is asked for.
+  void set_own_slope(double slope) { own_slope_ = slope; }
+
   BoxAnswer show(const Box& box) override;
   std::optional<std::string> ask_line(const std::string& title, const std::string& text,
                                       const std::string& suggestion) override;
@@ -45,6 +48,7 @@ class CliPrompts : public Prompts {
 
   bool strict_;
   std::string slope_;
+  double own_slope_ = 0;
   std::string subject_;
   std::vector<AnsweredBox> seen_;
 };

@@ -11,7 +11,7 @@ Json rows_json(const FitResult& fit, const Model& model) {
   Json rows = Json::array();
   for (int i = 1; i <= fit.nRows; ++i) {
     const FitParam& row = fit.Rows(i);
-    const ShownParameters shown = shown_parameters(fit.ModelCode, row).value_or(ShownParameters{});
+    const ShownParameters shown = grid_parameters(fit.ModelCode, row);
     rows.push_back({{names.first_key, json_number(shown.first)},
                     {names.second_key, json_number(shown.second)},
                     {"t0", json_number(row.T0)},
@@ -24,9 +24,11 @@ Json rows_json(const FitResult& fit, const Model& model) {
 Json points_json(const std::vector<LifePoint>& points, bool time_first) {
   Json list = Json::array();
   for (const LifePoint& point : points) {
-    const Json x = point.known ? json_number(point.x) : Json(nullptr);
-    const Json p = json_number(point.p);
-    list.push_back(time_first ? Json{{"x", x}, {"p", p}} : Json{{"p", p}, {"x", x}});
+    const auto answer = [&point](double value) {
+      return point.known ? json_number(value) : Json(nullptr);
+    };
+    list.push_back(time_first ? Json{{"x", json_number(point.x)}, {"p", answer(point.p)}}
+                              : Json{{"p", json_number(point.p)}, {"x", answer(point.x)}});
   }
   return list;
 }

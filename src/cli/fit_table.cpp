@@ -21,8 +21,7 @@ std::vector<std::string> headings(const FitReport& report, Family family) {
 
 std::vector<std::string> first_row(const FitReport& report, const FitOutcome& outcome,
                                    const FitResult& fit) {
-  const ShownParameters shown =
-      shown_parameters(fit.ModelCode, fit.Rows(1)).value_or(ShownParameters{});
+  const ShownParameters shown = grid_parameters(fit.ModelCode, fit.Rows(1));
   const bool likelihood = fit.Method == method_code::mle;
   std::vector<std::string> cells = {fit_name(outcome.choice), number(shown.first),
                                     number(shown.second), likelihood ? "" : number(fit.Quality),
@@ -30,14 +29,13 @@ std::vector<std::string> first_row(const FitReport& report, const FitOutcome& ou
   for (const LifePoint& point : b_lives(report.session, fit, report.arguments.b_life))
     cells.push_back(point.known ? number(point.x) : "?");
   for (const LifePoint& point : fractions_at(report.session, fit, report.arguments.at))
-    cells.push_back(number(point.p));
+    cells.push_back(point.known ? number(point.p) : "?");
   return cells;
 }
 
 /// Populations behind the first: only their parameters.
 std::vector<std::string> further_row(const FitResult& fit, int row, std::size_t cells) {
-  const ShownParameters shown =
-      shown_parameters(fit.ModelCode, fit.Rows(row)).value_or(ShownParameters{});
+  const ShownParameters shown = grid_parameters(fit.ModelCode, fit.Rows(row));
   std::vector<std::string> line(cells);
   line[1] = number(shown.first);
   line[2] = number(shown.second);

@@ -38,12 +38,21 @@ FitOutcome fit_one(Session& session, CliPrompts& prompts, const FitChoice& choic
   const std::size_t seen = prompts.seen().size();
   FitOutcome outcome{choice, 0, {}};
   std::int16_t code = choice.model->code;
+  prompts.set_own_slope(choice.model->fixed_slope > 0 ? choice.model->fixed_slope : 0.0);
   Fit_Distribution(session, 1, 1, code, choice.method->code, false, report);
   const int slot = find_slot(session.gFit(1), code, choice.method->code);
   const bool stands = slot > 0 && session.gFit(1).Fits(slot).Status == FitStatus::calculated;
   outcome.slot = stands ? slot : 0;
+  if (stands) outcome.choice.model = find_model(code);  // a slope of 1 is the exponential
   if (outcome.slot == 0) outcome.error = why_refused(prompts, seen);
   return outcome;
+}
+
+/// The model has no F where even the lowest fraction that it knows isn't reached.
+LifePoint fraction_at(ErrorReporter& reporter, const FitResult& fit, double time) {
+  constexpr double no_fraction = 1e-30;
+  const double fraction = Fd_YofX(reporter, fit, time);
+  return {time, fraction, fraction > no_fraction};
 }
 
 }  // namespace
@@ -75,8 +84,7 @@ std::vector<LifePoint> b_lives(Session& session, const FitResult& fit,
 std::vector<LifePoint> fractions_at(Session& session, const FitResult& fit,
                                     const std::vector<double>& times) {
   std::vector<LifePoint> points;
-  for (const double time : times)
-    points.push_back({time, Fd_YofX(session.errors, fit, time), true});
+  for (const double time : times) points.push_back(fraction_at(session.errors, fit, time));
   return points;
 }
 

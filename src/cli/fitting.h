@@ -13,8 +13,8 @@
 namespace tavlo::cli {
 
 struct FitOutcome {
-  FitChoice choice;
-  int slot = 0;  ///< in gFit(1); 0 when the fit was refused or failed
+  FitChoice choice;  ///< as it was fitted: the slope given may have changed the model
+  int slot = 0;      ///< in gFit(1); 0 when the fit was refused or failed
   std::string error;
 };
 

@@ -150,6 +150,9 @@ void MainWindow::connect_views() {
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
   connect(&program_.commands, &UserCommands::finished, this, [this] {
     session_.stop_requested = false;
+    // The slope entered for a Weibayes may have changed the model.
+    windows_.panel(windows_.current_index()).show_choices();
+    show_state();
     if (close_wanted_) QTimer::singleShot(0, this, &QWidget::close);
   });
 }
