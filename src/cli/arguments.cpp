@@ -60,8 +60,8 @@ void add_slope(CLI::App& app, CommonArguments& common) {
       app, "--slope",
       [&common](const std::string& text) {
         const std::vector<double> slopes = parse_numbers(text);
-        if (slopes.size() != 1 || !(slopes.front() > 0.0))
-          throw CLI::ValidationError("'" + text + "' is not one slope above 0");
+        if (slopes.size() != 1 || !(slopes.front() >= 1e-6 && slopes.front() <= 1e6))
+          throw CLI::ValidationError("'" + text + "' is not one slope from 1e-6 to 1e6");
         common.slope = text;
       },
       "Slope of a Weibayes fit (Wb); the exponential (E) has 1, the Rayleigh (R) 2", "BETA");

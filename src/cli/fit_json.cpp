@@ -38,11 +38,15 @@ void add_result(Json& object, const FitReport& report, const FitResult& fit, con
   const Json quality = json_number(fit.Quality);
   object["status"] = 1;
   object["quality"] = quality;
-  object["r_squared"] = likelihood ? Json(nullptr) : quality;
-  object["log_likelihood"] = likelihood ? quality : Json(nullptr);
+  // The quality of a fit by failure mode is that of its last mode, of either kind.
+  const bool one_kind = model.family != Family::none;
+  object["r_squared"] = one_kind && !likelihood ? quality : Json(nullptr);
+  object["log_likelihood"] = one_kind && likelihood ? quality : Json(nullptr);
   object["rows"] = rows_json(fit, model);
-  object["b_life"] = points_json(b_lives(report.session, fit, report.arguments.b_life), false);
-  object["at"] = points_json(fractions_at(report.session, fit, report.arguments.at), true);
+  object["b_life"] =
+      points_json(b_lives(report.session, report.file, fit, report.arguments.b_life), false);
+  object["at"] =
+      points_json(fractions_at(report.session, report.file, fit, report.arguments.at), true);
 }
 
 Json outcome_json(const FitReport& report, const FitOutcome& outcome) {

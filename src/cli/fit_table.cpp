@@ -26,9 +26,9 @@ std::vector<std::string> first_row(const FitReport& report, const FitOutcome& ou
   std::vector<std::string> cells = {fit_name(outcome.choice), number(shown.first),
                                     number(shown.second), likelihood ? "" : number(fit.Quality),
                                     likelihood ? number(fit.Quality) : ""};
-  for (const LifePoint& point : b_lives(report.session, fit, report.arguments.b_life))
+  for (const LifePoint& point : b_lives(report.session, report.file, fit, report.arguments.b_life))
     cells.push_back(point.known ? number(point.x) : "?");
-  for (const LifePoint& point : fractions_at(report.session, fit, report.arguments.at))
+  for (const LifePoint& point : fractions_at(report.session, report.file, fit, report.arguments.at))
     cells.push_back(point.known ? number(point.p) : "?");
   return cells;
 }

@@ -1,5 +1,7 @@
 #include "cli/fitting.h"
 
+#include <algorithm>
+
 #include "fit/dispatch.h"
 #include "solver/mixture_functions.h"
 
@@ -55,6 +57,17 @@ LifePoint fraction_at(ErrorReporter& reporter, const FitResult& fit, double time
   return {time, fraction, fraction > no_fraction};
 }
 
+/// An answer that is left out is told, or it would read as a slip.
+void tell_unknown(const std::string& subject, const FitResult& fit,
+                  const std::vector<LifePoint>& points, const std::string& kind) {
+  if (std::all_of(points.begin(), points.end(), [](const LifePoint& p) { return p.known; })) return;
+  const Model* model = find_model(fit.ModelCode);
+  const bool no_gumbel = model && model->family == Family::gumbel && !(fit.Rows(1).Scale > 0);
+  complain(subject + ": " + fit.Label + ": " +
+           (no_gumbel ? "this Gumbel gives no " + kind + ": its Xi is below 0"
+                      : "a " + kind + " asked for lies outside the model"));
+}
+
 }  // namespace
 
 std::string fit_name(const FitChoice& choice) {
@@ -73,18 +86,20 @@ std::vector<FitOutcome> fit_all(Session& session, CliPrompts& prompts,
   return outcomes;
 }
 
-std::vector<LifePoint> b_lives(Session& session, const FitResult& fit,
+std::vector<LifePoint> b_lives(Session& session, const std::string& subject, const FitResult& fit,
                                const std::vector<double>& fractions) {
   std::vector<LifePoint> points;
   for (const double fraction : fractions)
     points.push_back(find_life(session.errors, session.gData(1), fit, fraction));
+  tell_unknown(subject, fit, points, "life");
   return points;
 }
 
-std::vector<LifePoint> fractions_at(Session& session, const FitResult& fit,
-                                    const std::vector<double>& times) {
+std::vector<LifePoint> fractions_at(Session& session, const std::string& subject,
+                                    const FitResult& fit, const std::vector<double>& times) {
   std::vector<LifePoint> points;
   for (const double time : times) points.push_back(fraction_at(session.errors, fit, time));
+  tell_unknown(subject, fit, points, "fraction");
   return points;
 }
 

@@ -26,12 +26,13 @@ std::string fit_name(const FitChoice& choice);
 std::vector<FitOutcome> fit_all(Session& session, CliPrompts& prompts,
                                 const std::vector<FitChoice>& choices, bool report);
 
-/// Times at which the fit reaches the fractions.
-std::vector<LifePoint> b_lives(Session& session, const FitResult& fit,
+/// Times at which the fit reaches the fractions. An answer that the model doesn't
+/// have is told on standard error, about `subject`.
+std::vector<LifePoint> b_lives(Session& session, const std::string& subject, const FitResult& fit,
                                const std::vector<double>& fractions);
 
-/// Fractions that the fit has reached at the times.
-std::vector<LifePoint> fractions_at(Session& session, const FitResult& fit,
-                                    const std::vector<double>& times);
+/// Fractions that the fit has reached at the times; told likewise.
+std::vector<LifePoint> fractions_at(Session& session, const std::string& subject,
+                                    const FitResult& fit, const std::vector<double>& times);
 
 }  // namespace tavlo::cli

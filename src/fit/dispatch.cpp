@@ -54,7 +54,8 @@ int new_slot(FitSet& fits, std::int16_t model_code, std::int16_t method_code, do
 /// The routines take the size of a time on a logarithmic axis, so a negative one
 /// would be fitted as what it is not. Points stand in ascending order of X.
 bool refuses_negative_times(Prompts& prompts, const Model& model, const DataSet& data) {
-  if (model.x_scale() != x_scale::log || data.Count < 1 || !(data.Points(1).X < 0.0F)) return false;
+  const bool log_time = model.x_scale() == x_scale::log || model.routine == FitRoutine::by_mode;
+  if (!log_time || data.Count < 1 || !(data.Points(1).X < 0.0F)) return false;
   const DataPoint& row = data.Points(1);
   prompts.show({"Negative times",
                 "Row " + std::to_string(row.Order > 0 ? row.Order : 1) + ": Data X is " +
@@ -76,13 +77,17 @@ Outcome calculate(Session& session, int data_index, FitResult& fit, const Model&
                   double slope) {
   // A refit must not take the slope of the old fit for a slope that was asked for.
   const Slots<FitParam> old_rows = fit.Rows;
+  const FitStatus old_status = fit.Status;
   if (fit.nRows >= 1) fit.Rows(1).Shape = slope;
   Outcome outcome;
   outcome.available = run_routine(session, model, data_index, fit);
-  outcome.calculated = fit.Status == FitStatus::calculated;
+  // A fit by failure mode that ends early leaves the code of a plain Weibull,
+  // and would answer for that model.
+  outcome.calculated = fit.Status == FitStatus::calculated && fit.ModelCode == model.code;
   if (outcome.calculated) return outcome;
   fit.Rows = old_rows;
   fit.ModelCode = model.code;
+  fit.Status = old_status;
   return outcome;
 }
 
@@ -149,7 +154,7 @@ double slope_to_offer(const FitSet& fits, const Model& model, int method_code) {
 
 /// The slope to fit with, free (-1) for most models; nothing when the user has
 /// named none. A slope of 1 or 2 makes the model the exponential or the Rayleigh.
-std::optional<double> choose_slope(Session& session, int fit_index, std::int16_t& model_code,
+std::optional<double> choose_slope(Session& session, int fit_index, std::int16_t& code,
                                    const Model& model, int method_code) {
   constexpr double free_slope = -1.0;
   if (!model.fixes_slope()) return free_slope;
@@ -157,9 +162,9 @@ std::optional<double> choose_slope(Session& session, int fit_index, std::int16_t
   const auto slope =
       ask_slope(session.ports.prompts, session.errors, session.settings.punctuation, offered);
   if (!slope) return std::nullopt;
-  model_code = *slope == 1   ? model_code::exponential
-               : *slope == 2 ? model_code::rayleigh
-                             : model_code::weibayes;
+  code = *slope == 1   ? model_code::exponential
+         : *slope == 2 ? model_code::rayleigh
+                       : model_code::weibayes;
   return slope;
 }
 

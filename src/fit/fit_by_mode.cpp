@@ -38,22 +38,27 @@ void tell_likelihood(Prompts& prompts, const std::string& mode) {
                     "fit cannot be calculated.  MLE will be used\nFor this failure mode."});
 }
 
-/// False when the routine ends with this mode.
+/// False when the routine ends with this mode: a fit without one of its modes
+/// would show what isn't there.
 bool fit_mode(ErrorReporter& reporter, Prompts& prompts, DataSet& data, FitResult& fit, int mode) {
-  const auto fit_now = [&] { Fit_Wb123(reporter, prompts, data, fit, rank_index_of_mode); };
+  const auto fit_now = [&] {
+    fit.Status = FitStatus::not_calculated;
+    Fit_Wb123(reporter, prompts, data, fit, rank_index_of_mode);
+    return fit.Status == FitStatus::calculated;
+  };
   data.Points(0).Mode = static_cast<std::int16_t>(mode);
-  if (failure_rows(data, mode) >= 2) return fit_now(), true;
+  if (failure_rows(data, mode) >= 2) return fit_now();
   if (data.Points(data.Count).Mode == mode) {
     tell_insufficient(prompts, mode_name(data, mode));
     return false;
   }
-  if (fit.Method == method_code::mle) return fit_now(), true;
+  if (fit.Method == method_code::mle) return fit_now();
   tell_likelihood(prompts, mode_name(data, mode));
   const std::int16_t asked_for = fit.Method;
   fit.Method = method_code::mle;
-  fit_now();
+  const bool made = fit_now();
   fit.Method = asked_for;
-  return true;
+  return made;
 }
 
 }  // namespace

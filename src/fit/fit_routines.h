@@ -7,8 +7,8 @@
 
 namespace tavlo {
 
-/// Runs the routine of the model on gData(data_index) for `fit`, which is a slot
-/// of gFit(fit_index). False when there is no routine, after saying so.
+/// Runs the routine of the model on gData(data_index) for `fit`. False when there
+/// is no routine, after saying so.
 bool run_routine(Session& session, const Model& model, int data_index, FitResult& fit);
 
 }  // namespace tavlo

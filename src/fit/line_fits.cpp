@@ -4,10 +4,10 @@
 #include <limits>
 #include <optional>
 
+#include "fit/paper_coordinates.h"
 #include "fit/polynomial_fit.h"
-#include "fit/zero_time.h"
+#include "fit/row_faults.h"
 #include "numerics/normal.h"
-#include "numerics/number_text.h"
 #include "numerics/real.h"
 #include "project/models.h"
 #include "solver/mixture_functions.h"
@@ -20,18 +20,6 @@ struct PaperLine {
   Real c1;
   double r_squared = 0;
 };
-
-/// Writes the coordinates of all rows. A row without failures has no ordinate.
-template <class Ordinate>
-void write_coordinates(DataSet& data, bool log_time, Ordinate ordinate) {
-  if (data.Count > data.Points.bound()) throw RunTimeError(run_time::subscript);
-  for (int i = 1; i <= data.Count; ++i) {
-    DataPoint& row = data.Points(i);
-    const Real x = static_cast<double>(row.X);
-    row.XT[1] = (log_time ? ln(abs(x)) : x).value();
-    row.YT[1] = row.Fails <= 0 ? 0.0 : ordinate(static_cast<double>(row.Y));
-  }
-}
 
 /// y = c0 + c1 x, or x = c0 + c1 y; nothing when the regression has failed and
 /// said so.
@@ -50,19 +38,6 @@ void store(FitResult& fit, Real scale, Real shape, double quality) {
   fit.Rows = Slots<FitParam>(1);
   fit.Rows(1) = {
       .Scale = scale.value(), .Fraction = 1, .Shape = shape.value(), .T0 = 0, .Applies = 1};
-}
-
-/// Names the first failure whose rank is no probability: fewer than 0.3 units in
-/// all can bring one.
-void add_rank_line(ErrorReporter& reporter, const DataSet& data) {
-  for (int i = 1; i <= data.Count && i <= data.Points.bound(); ++i) {
-    const DataPoint& row = data.Points(i);
-    if (row.Fails <= 0 || (row.Y > 0 && row.Y < 1)) continue;
-    reporter.add_lines({"Row " + std::to_string(row.Order > 0 ? row.Order : i) + ": the rank " +
-                        number_text(static_cast<double>(row.Y), 7) +
-                        " has no place on probability paper."});
-    return;
-  }
 }
 
 auto line_words(const DataSet& data, bool log_time, const char* prefix, const char* place) {

@@ -142,22 +142,39 @@ const FamilyForm forms[] = {
      [](double p, double a, double) { return -a * std::log1p(-p); }},
 };
 
+void expect_closed_form(const json& fit, const FamilyForm& form) {
+  const double a = fit.at("rows")[0].at(form.first);
+  const double b = fit.at("rows")[0].at(form.second);
+  for (const json& life : fit.at("b_life"))
+    EXPECT_LT(relative_difference(life.at("x"), form.life(life.at("p"), a, b)), 1e-8) << life;
+  for (const json& at : fit.at("at"))
+    EXPECT_NEAR(at.at("p"), form.fraction(at.at("x"), a, b), 1e-8) << form.model << at;
+}
+
+// In wide and in narrow data, far outside of the times too.
 TEST(FitCommand, EveryFamilyAnswersByItsClosedForm) {
   const CliFolder folder;
-  for (const FamilyForm& form : forms) {
-    const ProgramRun run =
-        folder.run({"fit", example("censored-test.txt"), "--model", form.model, "--method",
-                    "rr,rrs", "--b-life", "1,10,50,90", "--at", "100,500,800", "--json"});
-    ASSERT_EQ(run.code, 0) << run.err;
-    for (const json& fit : run.json().at(0).at("fits")) {
-      const double a = fit.at("rows")[0].at(form.first);
-      const double b = fit.at("rows")[0].at(form.second);
-      for (const json& life : fit.at("b_life"))
-        EXPECT_LT(relative_difference(life.at("x"), form.life(life.at("p"), a, b)), 1e-8) << life;
-      for (const json& at : fit.at("at"))
-        EXPECT_NEAR(at.at("p"), form.fraction(at.at("x"), a, b), 1e-8) << at;
+  folder.write("narrow", "1000\n1001\n1002\n1003\n1004\n>1005\n");
+  for (const std::string& file : {example("censored-test.txt"), std::string("narrow")}) {
+    for (const FamilyForm& form : forms) {
+      const ProgramRun run =
+          folder.run({"fit", file, "--model", form.model, "--method", "rr,rrs", "--b-life",
+                      "1,10,50,90,99.99", "--at", "1,100,500,800,1002,1050,3000", "--json"});
+      ASSERT_EQ(run.code, 0) << run.err;
+      EXPECT_EQ(run.err, "");
+      const json fits = run.json().at(0).at("fits");
+      for (const json& fit : fits) expect_closed_form(fit, form);
     }
   }
+}
+
+TEST(FitCommand, AFitByModeThatEndsEarlyIsNoAnswerForAnother) {
+  const CliFolder folder;
+  folder.write("d", "x,mode\n10,a\n20,a\n30,b\n");
+  const ProgramRun both = folder.run({"fit", "d", "--model", "FM,W2P", "--json"});
+  const ProgramRun alone = folder.run({"fit", "d", "--json"});
+  EXPECT_EQ(fit_of(both).at("status"), 0);
+  EXPECT_EQ(fit_of(both, 1).at("rows"), fit_of(alone).at("rows"));
 }
 
 TEST(FitCommand, TheSlopeOfAWeibayes) {
@@ -182,6 +199,7 @@ TEST(FitCommand, AModelWithoutAnAnswerSaysNull) {
                                      "-5,10", "--b-life", "10", "--json"});
   ASSERT_EQ(run.code, 0) << run.err;
   EXPECT_TRUE(fit_of(run).at("at")[0].at("p").is_null());
+  EXPECT_NE(run.err.find("LN/rr: a fraction asked for lies outside"), std::string::npos) << run.err;
   EXPECT_TRUE(fit_of(run).at("at")[1].at("p").is_number());
 }
 

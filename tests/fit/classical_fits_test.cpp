@@ -218,6 +218,18 @@ TEST(WeibullFit, ASlopeFarOffHasANegativeQuality) {
             -1);
 }
 
+// Rounding is no spread: the quality of a line through equal times is 1 or -1,
+// never a ratio of two noises.
+TEST(WeibullFit, ALineOfGivenSlopeThroughEqualTimes) {
+  TestWorld world;
+  for (const double x : {8660499.0, 123.4, 0.1, 7.7e-5}) {
+    DataSet data = ranked(world, make_data({{x}, {x}, {x}, {x * 1.1, 0, 1}, {x * 2, 0, 1}}));
+    const double quality =
+        fitted(world, data, request(method_code::x_on_y, model_code::exponential, 1)).Quality;
+    EXPECT_EQ(std::fabs(quality), 1) << x;
+  }
+}
+
 TEST(WeibullFit, ByFailureModeReadsItsRowAndRanks) {
   TestWorld world;
   DataSet data =

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "fit/ranking.h"
+#include "numerics/number_text.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -222,7 +223,9 @@ TEST(Dispatch, HeadingsFollowTheMixOfFamilies) {
   EXPECT_EQ(grid.text(0, fit_column::scale), "eta, Med, mu, Xi");
   EXPECT_EQ(grid.text(0, fit_column::shape), "beta, sdF, sigma, Del");
   // The LogNormal shows the median and exp(sigma), the others mu, sigma, Xi, Del.
-  const auto shown = [&](int row, int column) { return std::stod(grid.text(row, column)); };
+  const auto shown = [&](int row, int column) {
+    return parse_number(grid.text(row, column)).value_or(-1);
+  };
   const auto row_of = [&](int slot) { return world.fits().Fits(slot).Rows(1); };
   EXPECT_NEAR(shown(2, fit_column::scale), row_of(2).Scale, 1e-2);
   EXPECT_NEAR(shown(2, fit_column::shape), std::exp(1 / row_of(2).Shape), 1e-3);
