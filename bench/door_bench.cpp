@@ -75,7 +75,7 @@ void routine(benchmark::State& state, std::int16_t code, std::int16_t method) {
   fit.Rows.resize(1);
   for (auto _ : state) {
     fit.Rows(1).Shape = find_model(code)->fixes_slope() ? 1.5 : -1;
-    run_routine(world.session_with_slope, *find_model(code), 1, fit);
+    run_routine(world.session_with_slope, *find_model(code), 1, 1, fit);
     benchmark::DoNotOptimize(fit.Quality);
   }
   if (fit.Status != FitStatus::calculated) state.SkipWithError("no fit");
