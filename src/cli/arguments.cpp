@@ -43,6 +43,8 @@ void add_ranking(CLI::App& app, CommonArguments& common) {
   add_text(app, "--ranks", take_ranks,
            "Median ranks: benard, the usual approximation (default), or exact", "KIND");
   app.add_flag("--strict", common.strict, "Answer every doubt with Cancel");
+  app.add_flag("--censored", common.censored,
+               "Take suspensions into the likelihood of mixtures (W3T to W7P by mle)");
 }
 
 void add_files(CLI::App& app, CommonArguments& common) {

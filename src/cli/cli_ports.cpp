@@ -26,7 +26,7 @@ BoxAnswer CliPrompts::answer(BoxButtons buttons) const {
     case BoxButtons::ok_cancel: return strict_ ? BoxAnswer::cancel : BoxAnswer::ok;
     case BoxButtons::yes_no: return strict_ ? BoxAnswer::no : BoxAnswer::yes;
     case BoxButtons::yes_no_cancel: return strict_ ? BoxAnswer::cancel : BoxAnswer::yes;
-    case BoxButtons::retry_cancel: break;  // trying again would change nothing
+    case BoxButtons::retry_cancel: return strict_ ? BoxAnswer::cancel : BoxAnswer::retry;
   }
   return BoxAnswer::cancel;
 }

@@ -64,15 +64,21 @@ class EmptyClipboard : public Clipboard {
   void set_text(const std::string&, const std::string&) override {}
 };
 
-class NoViews : public Views {
+/// Shows nothing, and keeps the last words for the status panel.
+class CliViews : public Views {
  public:
-  void status(const std::string&) override {}
+  void status(const std::string& text) override { last_status_ = text; }
+  const std::string& last_status() const { return last_status_; }
+  void forget_status() { last_status_.clear(); }
   void busy_pointer(bool) override {}
   void fit_button_caption(int, const std::string&) override {}
   void sheet_changed(int) override {}
   void fit_grid_changed(int) override {}
   void chart_changed(int) override {}
   void log_changed() override {}
+
+ private:
+  std::string last_status_;
 };
 
 /// The environment, and no other programs.
@@ -88,11 +94,11 @@ class CliWorld {
   CliWorld(bool strict, const std::string& slope) : prompts(strict, slope) {}
 
   Ports ports() {
-    return {prompts,       event_loop_, clock_, entropy_, clipboard_,
-            text_measure_, files,       host_,  views_};
+    return {prompts, event_loop_, clock_, entropy_, clipboard_, text_measure_, files, host_, views};
   }
 
   CliPrompts prompts;
+  CliViews views;
   DiskFiles files;
 
  private:
@@ -102,7 +108,6 @@ class CliWorld {
   EmptyClipboard clipboard_;
   MetricTextMeasure text_measure_;
   QuietHost host_;
-  NoViews views_;
 };
 
 }  // namespace tavlo::cli

@@ -33,6 +33,15 @@ Json points_json(const std::vector<LifePoint>& points, bool time_first) {
   return list;
 }
 
+/// How sure the answer of a mixture is.
+Json starts_json(const StartsReport& starts) {
+  return {{"tried", starts.tried},
+          {"agreed", starts.agreed},
+          {"runner_up", starts.has_runner_up ? json_number(starts.runner_up) : Json(nullptr)},
+          {"interior_maximum", starts.interior_maximum},
+          {"sound", starts.sound}};
+}
+
 void add_result(Json& object, const FitReport& report, const FitResult& fit, const Model& model) {
   const bool likelihood = fit.Method == method_code::mle;
   const Json quality = json_number(fit.Quality);
@@ -42,6 +51,7 @@ void add_result(Json& object, const FitReport& report, const FitResult& fit, con
   const bool one_kind = model.family != Family::none;
   object["r_squared"] = one_kind && !likelihood ? quality : Json(nullptr);
   object["log_likelihood"] = one_kind && likelihood ? quality : Json(nullptr);
+  if (fit.starts) object["starts"] = starts_json(*fit.starts);
   object["rows"] = rows_json(fit, model);
   object["b_life"] =
       points_json(b_lives(report.session, report.file, fit, report.arguments.b_life), false);

@@ -29,14 +29,29 @@ std::string told_here(const CliPrompts& prompts, const std::string& words) {
   return words;
 }
 
-/// A fit that ends without a word has failed its gate.
-std::string why_refused(const CliPrompts& prompts, std::size_t first) {
-  const std::string words = words_since(prompts, first);
+/// A fit that ends without a box has told the status panel, or has failed its gate.
+std::string why_refused(const CliWorld& world, std::size_t first) {
+  const std::string words = words_since(world.prompts, first);
   if (!words.empty()) return words;
-  return told_here(prompts, "there are too few failures for this model");
+  const std::string& status = world.views.last_status();
+  return told_here(world.prompts,
+                   status.empty() ? "there are too few failures for this model" : status);
 }
 
-FitOutcome fit_one(Session& session, CliPrompts& prompts, const FitChoice& choice, bool report) {
+/// The likelihood of a mixture leaves suspensions out unless it is told not to.
+void warn_of_suspensions(const Session& session, const CliPrompts& prompts, const FitResult& fit) {
+  constexpr int parameters_of_weibull = 2;
+  const Model* model = find_model(fit.ModelCode);
+  if (fit.Method != method_code::mle || !model || model->solver_parameters <= parameters_of_weibull)
+    return;
+  if (session.gData(1).Points(0).Susps > 0 && !session.solver.data.CensoredLikelihood)
+    complain(prompts.subject() +
+             ": warning: suspensions are not in this likelihood (--censored takes them in)");
+}
+
+FitOutcome fit_one(Session& session, CliWorld& world, const FitChoice& choice, bool report) {
+  CliPrompts& prompts = world.prompts;
+  world.views.forget_status();
   const std::size_t seen = prompts.seen().size();
   FitOutcome outcome{choice, 0, {}};
   std::int16_t code = choice.model->code;
@@ -46,7 +61,8 @@ FitOutcome fit_one(Session& session, CliPrompts& prompts, const FitChoice& choic
   const bool stands = slot > 0 && session.gFit(1).Fits(slot).Status == FitStatus::calculated;
   outcome.slot = stands ? slot : 0;
   if (stands) outcome.choice.model = find_model(code);  // a slope of 1 is the exponential
-  if (outcome.slot == 0) outcome.error = why_refused(prompts, seen);
+  if (outcome.slot == 0) outcome.error = why_refused(world, seen);
+  if (outcome.slot != 0) warn_of_suspensions(session, prompts, session.gFit(1).Fits(outcome.slot));
   return outcome;
 }
 
@@ -74,13 +90,14 @@ std::string fit_name(const FitChoice& choice) {
   return command_name(*choice.model) + "/" + choice.method->command_name;
 }
 
-std::vector<FitOutcome> fit_all(Session& session, CliPrompts& prompts,
+std::vector<FitOutcome> fit_all(Session& session, CliWorld& world,
                                 const std::vector<FitChoice>& choices, bool report) {
+  CliPrompts& prompts = world.prompts;
   const std::string file = prompts.subject();
   std::vector<FitOutcome> outcomes;
   for (const FitChoice& choice : choices) {
     prompts.set_subject(file + ": " + fit_name(choice));
-    outcomes.push_back(fit_one(session, prompts, choice, report));
+    outcomes.push_back(fit_one(session, world, choice, report));
   }
   prompts.set_subject(file);
   return outcomes;

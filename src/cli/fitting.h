@@ -23,7 +23,7 @@ std::string fit_name(const FitChoice& choice);
 
 /// Fits data set 1 by every choice; a fit that is made goes into the log when
 /// `report`.
-std::vector<FitOutcome> fit_all(Session& session, CliPrompts& prompts,
+std::vector<FitOutcome> fit_all(Session& session, CliWorld& world,
                                 const std::vector<FitChoice>& choices, bool report);
 
 /// Times at which the fit reaches the fractions. An answer that the model doesn't

@@ -73,14 +73,14 @@ void forget_other_slope(FitResult& fit, const Model& model, double slope) {
 }
 
 /// Fits a slot. A failed attempt leaves its model and rows as they were.
-Outcome calculate(Session& session, int data_index, FitResult& fit, const Model& model,
-                  double slope) {
+Outcome calculate(Session& session, int data_index, int fit_index, FitResult& fit,
+                  const Model& model, double slope) {
   // A refit must not take the slope of the old fit for a slope that was asked for.
   const Slots<FitParam> old_rows = fit.Rows;
   const FitStatus old_status = fit.Status;
   if (fit.nRows >= 1) fit.Rows(1).Shape = slope;
   Outcome outcome;
-  outcome.available = run_routine(session, model, data_index, fit);
+  outcome.available = run_routine(session, model, data_index, fit_index, fit);
   // A fit by failure mode that ends early leaves the code of a plain Weibull,
   // and would answer for that model.
   outcome.calculated = fit.Status == FitStatus::calculated && fit.ModelCode == model.code;
@@ -102,7 +102,7 @@ Outcome fit_slot(Session& session, int data_index, int fit_index, const Model& m
   forget_other_slope(fit, model, slope);
   Outcome outcome;
   if (fit.Status != FitStatus::calculated)
-    outcome = calculate(session, data_index, fit, model, slope);
+    outcome = calculate(session, data_index, fit_index, fit, model, slope);
   outcome.slot = slot;
   if (slot == fits.nFits && fits.Fits(slot).Status != FitStatus::calculated) {
     fits.nFits -= 1;
@@ -194,6 +194,7 @@ void fit_data(Session& session, const Request& request, std::int16_t& model_code
 void Fit_Distribution(Session& session, int data_index, int fit_index, std::int16_t& model_code,
                       std::int16_t method_code, bool draw, bool report) {
   const auto words = error_words("Error calculating Fit: ", "Fit_Distribution routine:");
+  session.solver.remark.clear();
   guarded(session.errors, words, [&] {
     fit_data(session, {data_index, fit_index, method_code, draw, report}, model_code);
   });

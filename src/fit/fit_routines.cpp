@@ -1,23 +1,15 @@
 #include "fit/fit_routines.h"
 
-#include <string>
-
 #include "fit/classical_fits.h"
 #include "fit/fit_by_mode.h"
 #include "fit/line_fits.h"
+#include "solver/fit_line.h"
 
 namespace tavlo {
 namespace {
 
 bool refuse(Prompts& prompts, const char* words) {
   prompts.show({"", words, BoxIcon::exclamation, BoxButtons::ok});
-  return false;
-}
-
-bool fit_by_solver(Session& session, const Model& model) {
-  session.ports.prompts.show({"Not available yet",
-                              std::string(model.long_name) + " is not available yet.",
-                              BoxIcon::exclamation, BoxButtons::ok});
   return false;
 }
 
@@ -35,7 +27,7 @@ bool run_likelihood(Session& session, const Model& model, DataSet& data, FitResu
     case FitRoutine::custom:
     case FitRoutine::mixture: break;
   }
-  return fit_by_solver(session, model);
+  return true;
 }
 
 bool run_regression(Session& session, const Model& model, DataSet& data, FitResult& fit) {
@@ -50,12 +42,23 @@ bool run_regression(Session& session, const Model& model, DataSet& data, FitResu
     case FitRoutine::custom: return refuse(prompts, "Custom not programmed");
     case FitRoutine::mixture: break;
   }
-  return fit_by_solver(session, model);
+  return true;
+}
+
+/// The solver also answers, by a refusal, for what no other routine takes.
+bool is_for_solver(const Model& model, int method) {
+  const bool likelihood = method == method_code::mle;
+  return model.routine == FitRoutine::mixture ||
+         (likelihood &&
+          (model.routine == FitRoutine::by_mode || model.routine == FitRoutine::custom));
 }
 
 }  // namespace
 
-bool run_routine(Session& session, const Model& model, int data_index, FitResult& fit) {
+bool run_routine(Session& session, const Model& model, int data_index, int fit_index,
+                 FitResult& fit) {
+  if (is_for_solver(model, fit.Method))
+    return Fit_Line(session, data_index, fit_index, model.code, fit.Method), true;
   DataSet& data = session.gData(data_index);
   return fit.Method == method_code::mle ? run_likelihood(session, model, data, fit)
                                         : run_regression(session, model, data, fit);

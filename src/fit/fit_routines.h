@@ -7,8 +7,9 @@
 
 namespace tavlo {
 
-/// Runs the routine of the model on gData(data_index) for `fit`. False when there
-/// is no routine, after saying so.
-bool run_routine(Session& session, const Model& model, int data_index, FitResult& fit);
+/// Runs the routine of the model on gData(data_index) for `fit`, a slot of
+/// gFit(fit_index). False when there is no routine, after saying so.
+bool run_routine(Session& session, const Model& model, int data_index, int fit_index,
+                 FitResult& fit);
 
 }  // namespace tavlo

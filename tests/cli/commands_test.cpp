@@ -177,6 +177,43 @@ TEST(FitCommand, AFitByModeThatEndsEarlyIsNoAnswerForAnother) {
   EXPECT_EQ(fit_of(both, 1).at("rows"), fit_of(alone).at("rows"));
 }
 
+/// R of W5C from its printed rows: infant mortality on a share, wear-out on all.
+double survival_of_w5c(const json& rows, double x) {
+  const auto hazard = [&](std::size_t i) {
+    return std::pow(x / rows[i].at("eta").get<double>(), rows[i].at("beta").get<double>());
+  };
+  const double p = rows[0].at("fraction");
+  return std::exp(-hazard(1)) * (p * std::exp(-hazard(0)) + 1 - p);
+}
+
+TEST(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
+  const CliFolder folder;
+  std::string text;
+  for (int i = 1; i <= 20; ++i) text += std::to_string(12.5 * i * (1 + i % 4)) + "\n";
+  for (int i = 1; i <= 40; ++i) text += std::to_string(600 + 17.3 * i) + "\n>1400\n";
+  folder.write("d", text);
+  const ProgramRun run = folder.run({"fit", "d", "--model", "W5C", "--method", "rr,mle,rrs",
+                                     "--b-life", "1,10,50", "--at", "30,200,900", "--json"});
+  ASSERT_EQ(run.code, 0) << run.err;
+  EXPECT_NE(run.err.find("W5C/mle: warning: suspensions are not in this likelihood"),
+            std::string::npos)
+      << run.err;
+  const json fits = run.json().at(0).at("fits");
+  for (const json& fit : fits) {
+    EXPECT_GE(fit.at("starts").at("tried"), fit.at("starts").at("agreed"));
+    EXPECT_EQ(fit.at("rows")[1].at("applies"), 3);
+    for (const json& life : fit.at("b_life"))
+      EXPECT_NEAR(1 - survival_of_w5c(fit.at("rows"), life.at("x")), life.at("p"), 1e-8);
+    for (const json& at : fit.at("at"))
+      EXPECT_NEAR(1 - survival_of_w5c(fit.at("rows"), at.at("x")), at.at("p"), 1e-8);
+  }
+  const ProgramRun censored =
+      folder.run({"fit", "d", "--model", "W5C", "--method", "mle", "--censored", "--json"});
+  EXPECT_EQ(censored.err.find("not in this likelihood"), std::string::npos);
+  EXPECT_GT(fit_of(censored).at("rows")[1].at("eta"), fits[1].at("rows")[1].at("eta"))
+      << "units that still run make life longer";
+}
+
 TEST(FitCommand, TheSlopeOfAWeibayes) {
   const CliFolder folder;
   const auto run_with = [&](const char* slope) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -234,6 +235,50 @@ TEST(Dispatch, HeadingsFollowTheMixOfFamilies) {
   EXPECT_NEAR(shown(4, fit_column::shape), row_of(4).Shape, 1e-1);
   for (const char* labels : {" Med: ", "sigF: ", " mu: ", "sigma: ", " Xi: ", "Del: "})
     EXPECT_NE(world.log().find(labels), std::string::npos) << labels;
+}
+
+/// Failures at the ranks of a part with infant failures, with a wear-out behind.
+std::vector<test::Point> infant_and_wear_out() {
+  std::vector<test::Point> points;
+  for (int i = 1; i <= 60; ++i) {
+    const double F = (i - 0.3) / 60.4;
+    const bool infant = F < 0.2;
+    const double own = infant ? F / 0.25 : (F - 0.15) / 0.85;
+    points.push_back({infant ? 50 * std::pow(-std::log1p(-own), 1 / 1.5)
+                             : 1000 * std::pow(-std::log1p(-own), 1 / 3.0)});
+  }
+  std::sort(points.begin(), points.end(), [](auto& a, auto& b) { return a.x < b.x; });
+  return points;
+}
+
+// Populations, shares and how sure the answer is.
+TEST(Dispatch, AMixtureIsReportedByItsPopulations) {
+  FitWorld world(infant_and_wear_out());
+  world.fit(354, 2);
+  ASSERT_EQ(world.fits().nFits, 1);
+  const FitResult& fit = world.fits().Fits(1);
+  ASSERT_EQ(fit.nRows, 2);
+  ASSERT_TRUE(fit.starts.has_value());
+  EXPECT_GT(fit.starts->agreed, 0);
+  EXPECT_NE(world.session.solver.remark.find("starts ended at this optimum"), std::string::npos);
+  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
+  ASSERT_EQ(grid.rows(), 3);
+  EXPECT_EQ(grid.text(1, fit_column::model), "W5C/rrs");
+  EXPECT_EQ(grid.text(1, fit_column::sub_population), "1");
+  EXPECT_EQ(grid.text(2, fit_column::sub_population), "1,2");
+  EXPECT_EQ(grid.text(2, fit_column::number), "");
+  const std::string log = world.log();
+  for (const char* words : {"W5C/rrs 5c \tN= 60 /S= 0\n", "\nPopulations:\n\t1:   ",
+                            "%\nApplies to Pop: 1\n eta: \t", "\nApplies to Pop: 1,2\n eta: \t"})
+    EXPECT_NE(log.find(words), std::string::npos) << words << log;
+}
+
+TEST(Dispatch, ACancelledMixtureLeavesTheOldFitAlone) {
+  FitWorld world(infant_and_wear_out());
+  world.prompts.expect_box("3 Parameter MLE Warning.", "Warning!", BoxAnswer::cancel);
+  world.fit(162, 1);
+  EXPECT_EQ(world.fits().nFits, 0);
+  EXPECT_EQ(world.log(), "");
 }
 
 // It has no paper of its own, so its entry is refused; the chart stays on its own.

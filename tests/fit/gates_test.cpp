@@ -108,6 +108,8 @@ const GateRow gates[] = {
 
 /// Boxes behind the gate of a model that has no routine for the method.
 std::string refusal(int code, int method) {
+  const bool solver_refuses = code == 226 || code == 418 || (method == 1 && code >= 1152);
+  if (solver_refuses) return "model not programmed";
   if (method != 1 && code == 986) return "3Par LN not programmed";
   if (method != 1 && code == 1152) return "Custom not programmed";
   if (method == 1 && (code == 857 || code == 922))
@@ -118,10 +120,8 @@ std::string refusal(int code, int method) {
   return {};
 }
 
-bool goes_to_the_solver(int code, int method) {
-  const bool mixture =
-      code == 162 || code == 226 || code == 290 || code == 354 || code == 418 || code == 482;
-  return mixture || (method == 1 && (code == 1152 || code == 1216));
+bool goes_to_the_solver(int code) {
+  return code == 162 || code == 290 || code == 354 || code == 482;
 }
 
 /// Failures of one unit, the last of a fraction; a likelihood gets a unit that
@@ -155,8 +155,9 @@ void expect_routine(TestWorld& world, const Request& request) {
   if (!words.empty()) world.prompts.expect_box("", words);
   const bool fixed = request.code == 674 || request.code == 738 || request.code == 802;
   if (fixed) world.prompts.expect_line("Enter Weibull Slope", "1.5");
-  if (request.code == 1216) world.prompts.expect_box("", "Fit_ByMode model not programmed yet");
-  const bool no_failures = request.method == 1 && request.failures == 0;
+  if (request.code == 1216 && request.method != 1)
+    world.prompts.expect_box("", "Fit_ByMode model not programmed yet");
+  const bool no_failures = request.method == 1 && request.failures == 0 && words.empty();
   if (no_failures) world.prompts.expect_box("", "There is no failure among the data.");
 }
 
@@ -187,8 +188,7 @@ void expect_boxes(const GateRow& gate, const Request& request) {
     ask(world, request);
     EXPECT_EQ(world.session.fit_doubts_warned, 0) << "a refused doubt comes again";
   }
-  if (goes_to_the_solver(request.code, request.method))
-    return expect_solver(world, gate, request, outcome);
+  if (goes_to_the_solver(request.code)) return expect_solver(world, gate, request, outcome);
   if (outcome == Outcome::doubt) world.prompts.expect_box(gate.doubt_title, gate.doubt_text);
   expect_routine(world, request);
   ask(world, request);
