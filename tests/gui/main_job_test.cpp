@@ -1,5 +1,6 @@
 // The main job: typed or pasted times become a fitted line.
 #include <QAbstractButton>
+#include <QLabel>
 
 #include "gui/window_world.h"
 #include "numerics/number_text.h"
@@ -83,6 +84,23 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
   ASSERT_TRUE(wait_until([&] { return session().gFitForm(1)->nModel == model_code::exponential; }));
   EXPECT_TRUE(dynamic_cast<const QAbstractButton&>(widget("opt_Model_12")).isChecked());
   EXPECT_EQ(fits().text(0, fit_column::scale), "mu, Med, Xi, eta");
+}
+
+TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
+  QString times;
+  for (int i = 1; i <= 60; ++i)
+    times += QString::number(i <= 20 ? 3 * i + i % 4 : 500 + 12 * i + i % 7) + u'\n';
+  person.copy_elsewhere(times);
+  person.click(*window.windows().sheet(1).viewport(), {20, 10});
+  person.press({QStringLiteral("ctrl+v")});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 60; }));
+  person.click(widget("opt_Model_5"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 3 && !program.commands.running(); }));
+  EXPECT_EQ(fits().text(1, fit_column::model), "W5C/rr");
+  EXPECT_EQ(fits().text(2, fit_column::sub_population), "1,2");
+  const auto& hint = dynamic_cast<const QLabel&>(widget("lbl_Tip"));
+  EXPECT_TRUE(hint.text().contains(QStringLiteral("starts ended at this optimum"))) << "status";
+  EXPECT_TRUE(chart_has_fit_line());
 }
 
 TEST_F(MainJob, PasteTwoColumnsAndCopyTheNotation) {
