@@ -43,6 +43,8 @@ Json starts_json(const StartsReport& starts) {
 }
 
 void add_result(Json& object, const FitReport& report, const FitResult& fit, const Model& model) {
+  if (has_censored_likelihood(report.session, fit))
+    object["name"] = object.at("name").get<std::string>() + "c";
   const bool likelihood = fit.Method == method_code::mle;
   const Json quality = json_number(fit.Quality);
   object["status"] = 1;

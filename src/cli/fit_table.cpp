@@ -77,7 +77,8 @@ void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
              const FitOutcome& outcome, const FamilyFits& fits) {
   const FitResult& fit = fit_of(report, outcome);
   for (int row = 1; row <= fit.nRows; ++row) {
-    std::vector<std::string> cells = {row == 1 ? fit_name(outcome.choice) : ""};
+    const char* const censored = has_censored_likelihood(report.session, fit) ? "c" : "";
+    std::vector<std::string> cells = {row == 1 ? fit_name(outcome.choice) + censored : ""};
     const auto add = [&cells](const std::vector<std::string>& more) {
       cells.insert(cells.end(), more.begin(), more.end());
     };

@@ -38,12 +38,17 @@ std::string why_refused(const CliWorld& world, std::size_t first) {
                    status.empty() ? "there are too few failures for this model" : status);
 }
 
-/// The likelihood of a mixture leaves suspensions out unless it is told not to.
-void warn_of_suspensions(const Session& session, const CliPrompts& prompts, const FitResult& fit) {
+/// A likelihood that the solver has found: that of a mixture.
+bool is_mixture_likelihood(const FitResult& fit) {
   constexpr int parameters_of_weibull = 2;
   const Model* model = find_model(fit.ModelCode);
-  if (fit.Method != method_code::mle || !model || model->solver_parameters <= parameters_of_weibull)
-    return;
+  return fit.Method == method_code::mle && model &&
+         model->solver_parameters > parameters_of_weibull;
+}
+
+/// The likelihood of a mixture leaves suspensions out unless it is told not to.
+void warn_of_suspensions(const Session& session, const CliPrompts& prompts, const FitResult& fit) {
+  if (!is_mixture_likelihood(fit)) return;
   if (session.gData(1).Points(0).Susps > 0 && !session.solver.data.CensoredLikelihood)
     complain(prompts.subject() +
              ": warning: suspensions are not in this likelihood (--censored takes them in)");
@@ -85,6 +90,10 @@ void tell_unknown(const std::string& subject, const FitResult& fit,
 }
 
 }  // namespace
+
+bool has_censored_likelihood(const Session& session, const FitResult& fit) {
+  return is_mixture_likelihood(fit) && session.solver.data.CensoredLikelihood;
+}
 
 std::string fit_name(const FitChoice& choice) {
   return command_name(*choice.model) + "/" + choice.method->command_name;

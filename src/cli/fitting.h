@@ -26,6 +26,9 @@ std::string fit_name(const FitChoice& choice);
 std::vector<FitOutcome> fit_all(Session& session, CliWorld& world,
                                 const std::vector<FitChoice>& choices, bool report);
 
+/// True for a mixture whose likelihood takes its suspensions in, as its name tells.
+bool has_censored_likelihood(const Session& session, const FitResult& fit);
+
 /// Times at which the fit reaches the fractions. An answer that the model doesn't
 /// have is told on standard error, about `subject`.
 std::vector<LifePoint> b_lives(Session& session, const std::string& subject, const FitResult& fit,

@@ -121,18 +121,31 @@ bool has_lives(const SolverParams& p, int K) {
   return !(K == 5 || K == 7) || p.EtaC > 0;
 }
 
+double first_failure(const Task& task) {
+  const DataSet& set = task.session.gData(task.data_index);
+  for (int i = 1; i <= set.Count; ++i)
+    if (set.Points(i).Fails > 0) return static_cast<double>(set.Points(i).X);
+  return 0;
+}
+
 /// Why the answer may not stand; empty when it may. W2P always may.
 std::string refusal_of(const Task& task, double quality) {
   const SolverParams& p = task.state().params;
   if (task.model->K == 2) return "";
   if (!has_lives(p, task.model->K)) return "a characteristic life came out as 0";
-  if (task.is_likelihood()) {
-    if (quality > 0)
-      return "Ln(L) is above 0, as the times are small numbers; enter them in a smaller unit, "
-             "such as hours for days";
-    return quality <= 0 ? "" : "the likelihood is not defined";
-  }
-  return quality > 0 && quality <= 1 ? "" : "the line is worse than no line";
+  if (task.model->K == 3 && !(p.Extra < first_failure(task)))
+    return "the minimum life lies above the first failure";
+  if (task.is_likelihood() && quality > 0)
+    return "Ln(L) is above 0, as the times are small numbers; enter them in a smaller unit, such "
+           "as "
+           "hours for days";
+  if (task.is_likelihood() && !(quality <= 0)) return "the likelihood is not defined";
+  if (!task.is_likelihood() && !(quality > 0 && quality <= 1))
+    return "the line is worse than no line";
+  if (!task.state().starts.sound)
+    return "the model has more parameters than the data support: its best answers spend a "
+           "population on less than two failures or on a spike";
+  return "";
 }
 
 FitParam population(double eta, double beta, double fraction, double t0, std::int32_t applies) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "solver/main_loop.h"
+#include "solver/nested_starts.h"
 #include "solver/parameter_translation.h"
 #include "solver/sound_answer.h"
 #include "solver/start_points.h"
@@ -47,7 +48,10 @@ class Search {
 
   void run() {
     refine(runs_of_the_answer);
-    StartPoints points(promising_starts(quiet_, K_), K_);
+    std::vector<ParameterVector> starts = nested_starts(quiet_.state, K_);
+    const std::vector<ParameterVector> promising = promising_starts(quiet_, K_);
+    starts.insert(starts.end(), promising.begin(), promising.end());
+    StartPoints points(std::move(starts), K_);
     for (int without_gain = 0; tried_ < most_starts && without_gain < starts_without_gain;) {
       if (quiet_.aborted()) return;
       const Answer answer = minimised(points.next(best_.X), runs_of_a_start);

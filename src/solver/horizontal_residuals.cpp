@@ -129,7 +129,7 @@ void keep_distances(Solver& solver, const RowSelection& rows, std::vector<double
     fvec[RowBlock::at(i)] = distance;
     sum += distance * distance;
   }
-  step(solver, where, [&] { solver.params.SumSq = finite(sum); });
+  solver.params.SumSq = finite(sum);
 }
 
 /// The log time t0 + exp(beyond), or that of time 0, the nearest, where there is none.
@@ -184,11 +184,15 @@ void keep_distances_beyond_t0(Solver& solver, const RowSelection& rows, std::vec
   step(solver, where, [&] { line.keep_spread(); });
 }
 
+/// The sum of squares of an evaluation that was not completed.
+constexpr double no_sum = 1e30;
+
 }  // namespace
 
 void XonYFn(Solver& solver, int n, int K, ParameterVector& X, std::vector<double>& fvec) {
   if (K < 2 || K > 7 || K == 6) return;
   const RowSelection rows = rows_of(n);
+  bool complete = false;
   step(solver, where, [&] {
     const SolverData& data = solver.data;
     if (rows.last >= static_cast<int>(fvec.size()) || rows.last > data.Ys.bound() ||
@@ -200,7 +204,10 @@ void XonYFn(Solver& solver, int n, int K, ParameterVector& X, std::vector<double
       keep_distances_beyond_t0(solver, rows, fvec);
     else
       keep_distances(solver, rows, fvec);
+    complete = true;
   });
+  // A sum of some rows, or of none, would look like a perfect line.
+  if (!complete) solver.params.SumSq = no_sum;
 }
 
 }  // namespace tavlo

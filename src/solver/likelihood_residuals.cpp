@@ -1,4 +1,5 @@
 #include <cmath>
+#include <type_traits>
 
 #include "solver/likelihood_rows.h"
 #include "solver/mixture_terms.h"
@@ -96,15 +97,22 @@ class LikelihoodPass {
       if (block.is_sound(g)) return keep(block, g);
     }
     for (int k = 0; k < block.count; ++k)
-      step(solver_, where, [&] {
-        const double x = block.x[RowBlock::at(k)];
-        keep_row(block.row(k), K == 3 && pull_minimum_life_below(solver_.params, X_, x)
-                                   ? impossible_row
-                                   : Formula{solver_.params}(Real(x)).value());
-      });
+      step(solver_, where, [&] { keep_row(block.row(k), value_at(block.x[RowBlock::at(k)])); });
   }
 
  private:
+  /// A failure below the minimum life pulls that down; a unit that left the test
+  /// before it has survived for certain.
+  double value_at(double x) {
+    SolverParams& q = solver_.params;
+    if constexpr (std::is_same_v<Formula, LogReliability<3>>) {
+      if (!(exp(Real(x)) > q.Extra)) return 0;
+    } else if (K == 3 && pull_minimum_life_below(q, X_, x)) {
+      return impossible_row;
+    }
+    return Formula{q}(Real(x)).value();
+  }
+
   void keep(const RowBlock& block, RowBlock::Values& g) {
     double sum = 0;
     bool all_are_roots = true;

@@ -99,24 +99,6 @@ void minimise(Attempt& attempt) {
     polish(attempt);
 }
 
-/// True when the fit may go on. Shown once in a run.
-bool accepts_likelihood_warning(Solver& solver) {
-  if (solver.state.minimum_life_warned || solver.quiet) return true;
-  solver.state.minimum_life_warned = true;
-  const BoxAnswer answer =
-      solver.prompts.show({"3 Parameter MLE Warning.",
-                           "Warning!  Some three parameter Weibull data sets\n"
-                           " may not converge with MLE, especially under\n"
-                           " the following conditions:\n"
-                           " 1. Small sample size (<50 failures), or\n"
-                           " 2. Multiple failures at same time.\n"
-                           "Compare your results to the 'X on Y Rank Regression' results.\n"
-                           "(This special warning applies to 3 parameter MLE fits.)\n"
-                           "'OK' to continue, 'Cancel' to stop MLE solution.",
-                           BoxIcon::exclamation, BoxButtons::ok_cancel});
-  return answer != BoxAnswer::cancel;
-}
-
 void warn_of_alternate_method(Solver& solver) {
   if (solver.quiet) return;
   solver.prompts.show({"3 Parameter does not Converge!",
@@ -169,6 +151,23 @@ void conclude(Attempt& attempt) {
 }
 
 }  // namespace
+
+bool accepts_likelihood_warning(Solver& solver) {
+  if (solver.state.minimum_life_warned || solver.quiet) return true;
+  solver.state.minimum_life_warned = true;
+  const BoxAnswer answer =
+      solver.prompts.show({"3 Parameter MLE Warning.",
+                           "Warning!  Some three parameter Weibull data sets\n"
+                           " may not converge with MLE, especially under\n"
+                           " the following conditions:\n"
+                           " 1. Small sample size (<50 failures), or\n"
+                           " 2. Multiple failures at same time.\n"
+                           "Compare your results to the 'X on Y Rank Regression' results.\n"
+                           "(This special warning applies to 3 parameter MLE fits.)\n"
+                           "'OK' to continue, 'Cancel' to stop MLE solution.",
+                           BoxIcon::exclamation, BoxButtons::ok_cancel});
+  return answer != BoxAnswer::cancel;
+}
 
 void store_solution(Solver& solver, int K, const ParameterVector& X, int info) {
   SolutionTable& table = solver.table;

@@ -18,6 +18,10 @@ inline constexpr int status_cancelled = -1;
 /// life solved the regression, status_cancelled after a Cancel.
 void MainLoop(Solver& solver, int& M, int K, ParameterVector& X, int& status);
 
+/// Warns, once in a run, that W3T by MLE may not converge. False when the user has
+/// cancelled.
+bool accepts_likelihood_warning(Solver& solver);
+
 /// The minimiser alone, from X (parameters): runs again while it stops for want
 /// of evaluations, at most `runs` times. X and the parameters follow the best
 /// point, X[0] and SumSq its quality. Returns the last info.

@@ -61,7 +61,7 @@ Pack halley_step(const Curve& curve, Pack target) {
   return newton / bounded(0.5, correction, 2.0);
 }
 
-/// The root for two rows. A step that leaves the bracket is replaced by its middle.
+/// The root for the rows of a pack. A step that leaves the bracket is replaced by its middle.
 template <int K>
 Pack model_time(const SolverParams& q, Pack start, Pack target) {
   Pack x = start;

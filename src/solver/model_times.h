@@ -1,6 +1,6 @@
 // Model times: the log time at which the model reaches an ordinate, for many rows
 // at once. A closed form for one Weibull; for the others Halley's method within a
-// narrowing bracket, two rows in a pack.
+// narrowing bracket, the rows of a pack together.
 #pragma once
 
 #include "solver/rows.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <vector>
 
 namespace tavlo {
@@ -23,9 +24,12 @@ class Profile {
       times_.push_back(block.T.data()[i]);
       if (i <= block.N) failures_ += 1;
     }
-    first_ = *std::min_element(times_.begin(), times_.end());
+    // Only failures bound the minimum life: a unit may leave the test before it.
+    const auto failed = static_cast<std::ptrdiff_t>(failures_);
+    first_ = *std::min_element(times_.begin(), times_.begin() + failed);
     for (double& time : times_) time -= first_;
-    logs_.resize(times_.size());
+    rests_.reserve(times_.size());
+    logs_.reserve(times_.size());
   }
 
   double first() const { return first_; }
@@ -37,10 +41,9 @@ class Profile {
     const double beta = beta_;
     double inverse = 0;
     double hazard_rate = 0;
-    for (std::size_t i = 0; i < times_.size(); ++i) {
-      const double rest = times_[i] + distance;
-      if (i < failures_) inverse += 1 / rest;
-      hazard_rate += std::exp(beta * (logs_[i] - ln_eta_)) / rest;
+    for (std::size_t i = 0; i < rests_.size(); ++i) {
+      if (i < failures_) inverse += 1 / rests_[i];
+      hazard_rate += std::exp(beta * (logs_[i] - ln_eta_)) / rests_[i];
     }
     return beta * hazard_rate - (beta - 1) * inverse;
   }
@@ -75,12 +78,22 @@ class Profile {
     return {mean - 1 / beta - failed, s2 / s0 - mean * mean + 1 / (beta * beta)};
   }
 
-  void solve(double distance) {
-    sum_failed_ = 0;
-    for (std::size_t i = 0; i < times_.size(); ++i) {
-      logs_[i] = std::log(times_[i] + distance);
-      if (i < failures_) sum_failed_ += logs_[i];
+  /// Times beyond t0 and their logarithms. Suspensions at or below t0, certain to
+  /// survive, weigh nothing.
+  void measure_from(double distance) {
+    rests_.clear();
+    logs_.clear();
+    for (const double time : times_) {
+      if (!(time + distance > 0)) continue;
+      rests_.push_back(time + distance);
+      logs_.push_back(std::log(rests_.back()));
     }
+    const auto failed = static_cast<std::ptrdiff_t>(failures_);
+    sum_failed_ = std::accumulate(logs_.begin(), logs_.begin() + failed, 0.0);
+  }
+
+  void solve(double distance) {
+    measure_from(distance);
     top_ = *std::max_element(logs_.begin(), logs_.end());
     double low = 1e-3, high = steepest_beta;
     for (int i = 0; i < 60; ++i) {
@@ -98,6 +111,7 @@ class Profile {
   }
 
   std::vector<double> times_;  // from the first; failures stand first
+  std::vector<double> rests_;  // beyond t0
   std::vector<double> logs_;
   std::size_t failures_ = 0;
   double first_ = 0;

@@ -39,14 +39,16 @@ StartPoints::StartPoints(std::vector<ParameterVector> promising, int K)
     : K_(K), promising_(std::move(promising)), random_(seed) {}
 
 ParameterVector StartPoints::next(const ParameterVector& best) {
-  if (promising_used_ < promising_.size()) return promising_[promising_used_++];
+  constexpr std::size_t before_exchanges = 2;
+  const bool any_promising = promising_used_ < promising_.size();
+  if (any_promising && promising_used_ < before_exchanges) return promising_[promising_used_++];
   const auto pairs = exchanges(K_);
   const auto exchange = static_cast<std::size_t>(exchanges_used_);
   if (exchange < pairs.size()) {
     exchanges_used_ += 1;
     return exchanged(best, pairs[exchange]);
   }
-  return stepped(best);
+  return any_promising ? promising_[promising_used_++] : stepped(best);
 }
 
 /// Uniform in -1 to 1, the same on every machine.

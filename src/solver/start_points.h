@@ -10,7 +10,8 @@ namespace tavlo {
 
 class StartPoints {
  public:
-  /// The promising ones come first, in their order.
+  /// The promising ones come first, in their order, but for the exchanges, which
+  /// follow the first two.
   StartPoints(std::vector<ParameterVector> promising, int K);
 
   /// The next start (parameters in slots 1 to K), around the `best` answer so far

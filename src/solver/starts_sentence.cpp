@@ -12,7 +12,7 @@ std::string counts(const StartsReport& starts) {
 }
 
 std::string runner_up(const StartsReport& starts, bool likelihood) {
-  if (!starts.has_runner_up) return "; no other was found.";
+  if (!starts.has_runner_up) return "; no other that stands up was found.";
   return std::string("; the best other one has ") + (likelihood ? "Ln(L) " : "r^2 ") +
          number_text(starts.runner_up, 6) + ".";
 }
@@ -26,12 +26,7 @@ std::string starts_sentence(const FitResult& fit) {
     return "The likelihood has no maximum with a minimum life below the first time; "
            "compare with the regression.";
   if (starts.tried < 2) return "";
-  std::string text = counts(starts) + runner_up(starts, fit.Method == method_code::mle);
-  if (!starts.sound)
-    text +=
-        " The optimum lies where a population holds less than two failures or is a spike: "
-        "the model has more parameters than the data support.";
-  return text;
+  return counts(starts) + runner_up(starts, fit.Method == method_code::mle);
 }
 
 }  // namespace tavlo

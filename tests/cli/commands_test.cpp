@@ -189,8 +189,8 @@ double survival_of_w5c(const json& rows, double x) {
 TEST(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
   const CliFolder folder;
   std::string text;
-  for (int i = 1; i <= 20; ++i) text += std::to_string(12.5 * i * (1 + i % 4)) + "\n";
-  for (int i = 1; i <= 40; ++i) text += std::to_string(600 + 17.3 * i) + "\n>1400\n";
+  for (int i = 1; i <= 20; ++i) text += number_text(12.5 * i * (1 + i % 4)) + "\n";
+  for (int i = 1; i <= 40; ++i) text += number_text(600 + 17.3 * i) + "\n>1400\n";
   folder.write("d", text);
   const ProgramRun run = folder.run({"fit", "d", "--model", "W5C", "--method", "rr,mle,rrs",
                                      "--b-life", "1,10,50", "--at", "30,200,900", "--json"});
@@ -210,6 +210,7 @@ TEST(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
   const ProgramRun censored =
       folder.run({"fit", "d", "--model", "W5C", "--method", "mle", "--censored", "--json"});
   EXPECT_EQ(censored.err.find("not in this likelihood"), std::string::npos);
+  EXPECT_EQ(fit_of(censored).at("name"), "W5C/MLEc");
   EXPECT_GT(fit_of(censored).at("rows")[1].at("eta"), fits[1].at("rows")[1].at("eta"))
       << "units that still run make life longer";
 }

@@ -167,6 +167,42 @@ TEST(FitLine, AnswersDoNotDependOnTheOrderOfTheFits) {
   }
 }
 
+// A minimum life below 0: low ranks lie on the line before time 0, and count.
+TEST(FitLine, TheQualityOfAMinimumLifeIsThatOfTheWholeLine) {
+  std::mt19937_64 random(5);
+  int below_zero = 0;
+  for (int sample = 0; sample < 40; ++sample) {
+    std::vector<double> times;
+    while (times.size() < 40) {
+      const double unit = std::ldexp(static_cast<double>(random() >> 11), -53);
+      const double time = 1000 * std::cbrt(-std::log1p(-unit)) - 20.0 * sample;
+      if (time > 1) times.push_back(time);
+    }
+    std::sort(times.begin(), times.end());
+    const DataSet data = data_at(times);
+    for (const std::int16_t method : {method_code::x_on_y, method_code::y_on_x}) {
+      FitWorld world(data);
+      const FitResult fit = world.fit(model_code::weibull3, method);
+      if (fit.Status != FitStatus::calculated) continue;
+      const double t0 = fit.Rows(1).T0;
+      if (t0 < -1e5) continue;  // the plain sums below lose their digits
+      below_zero += t0 < 0;
+      double x = 0, y = 0, xx = 0, xy = 0, yy = 0;
+      for (int i = 1; i <= data.Count; ++i) {
+        const double a = std::log(static_cast<double>(data.Points(i).X) - t0);
+        const double b = std::log(-std::log1p(-static_cast<double>(data.Points(i).Y)));
+        x += a, y += b, xx += a * a, xy += a * b, yy += b * b;
+      }
+      const double n = data.Count, covariance = n * xy - x * y;
+      const double r2 = covariance * covariance / ((n * xx - x * x) * (n * yy - y * y));
+      EXPECT_NEAR(fit.Quality, r2, 1e-6) << "t0 " << t0;
+      EXPECT_EQ(world.fit(model_code::weibull3, method).Quality, fit.Quality);
+      EXPECT_TRUE(world.prompts.shown().empty());
+    }
+  }
+  EXPECT_GT(below_zero, 20);
+}
+
 TEST(FitLine, NewPointsForgetTheOldSolutions) {
   const DataSet first = random_sample(usual_mixture(model_code::weibull5c), {.n = 80, .seed = 1});
   const DataSet second = random_sample(usual_mixture(model_code::weibull4), {.n = 80, .seed = 2});
@@ -219,6 +255,56 @@ TEST(FitLine, SuspensionsTakePartInTheLikelihoodOnRequest) {
   EXPECT_NEAR(with.Quality, ln_likelihood, 1e-6 * std::fabs(ln_likelihood));
   EXPECT_GT(with.Quality, of_truth);
   EXPECT_NEAR(fitted.reliability(300), truth.reliability(300), 0.06);
+}
+
+TEST(FitLine, AMinimumLifeStandsAgainstUnitsThatLeftBefore) {
+  DataSet data = test::make_data({{10, 0, 1},
+                                  {60, 0, 2},
+                                  {310},
+                                  {340},
+                                  {365},
+                                  {380},
+                                  {400},
+                                  {415},
+                                  {430},
+                                  {450},
+                                  {475},
+                                  {520, 0, 1},
+                                  {530}});
+  for (int i = 1, failed = 0; i <= data.Count; ++i)
+    if (data.Points(i).Fails > 0) data.Points(i).Y = static_cast<float>((++failed - 0.3) / 14.4);
+  data.Points(0).Fails = 9;
+  data.Points(0).Susps = 4;
+  FitWorld world(data);
+  world.session.solver.data.CensoredLikelihood = true;
+  const FitResult fit = world.fit(model_code::weibull3, method_code::mle);
+  ASSERT_EQ(fit.Status, FitStatus::calculated) << world.last_status();
+  const FitParam& row = fit.Rows(1);
+  EXPECT_GT(row.T0, 100);
+  double expected = 0;
+  for (int i = 1; i <= data.Count; ++i) {
+    const double u = (static_cast<double>(data.Points(i).X) - row.T0) * row.Scale;
+    if (u > 0) expected -= (data.Points(i).Fails + data.Points(i).Susps) * std::pow(u, row.Shape);
+    if (data.Points(i).Fails > 0)
+      expected += std::log(row.Shape * row.Scale) + (row.Shape - 1) * std::log(u);
+  }
+  EXPECT_NEAR(fit.Quality, expected, 1e-8);
+}
+
+// A population more can't fit worse; it has the simpler model among its starts.
+TEST(FitLine, TheLargerModelIsNeverWorse) {
+  for (std::uint64_t seed = 1; seed <= 12; ++seed) {
+    FitWorld world(random_sample({5, 2.5, 1000, 0, 1, 1.5, 60, 0.25}, {.n = 60, .seed = seed}));
+    for (const std::int16_t method : test::all_methods) {
+      const FitResult line = world.fit(model_code::weibull2, method);
+      const FitResult four = world.fit(model_code::weibull4, method);
+      const FitResult five = world.fit(model_code::weibull5c, method);
+      const FitResult seven = world.fit(model_code::weibull7, method);
+      const double slack = method == method_code::mle ? 0.01 : 1e-6;
+      EXPECT_GE(four.Quality, line.Quality - slack) << seed << " method " << method;
+      EXPECT_GE(seven.Quality, five.Quality - slack) << seed << " method " << method;
+    }
+  }
 }
 
 TEST(FitLine, ARefusedAnswerTellsWhyAndLeavesRowsAlone) {

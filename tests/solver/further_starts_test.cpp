@@ -75,7 +75,8 @@ TEST(FurtherStarts, TheSentenceSaysWhatWasFound) {
   EXPECT_EQ(starts_sentence(fit),
             "9 of 12 starts ended at this optimum; the best other one has r^2 0.9931.");
   fit.starts->has_runner_up = false;
-  EXPECT_EQ(starts_sentence(fit), "9 of 12 starts ended at this optimum; no other was found.");
+  EXPECT_EQ(starts_sentence(fit),
+            "9 of 12 starts ended at this optimum; no other that stands up was found.");
   fit.starts->interior_maximum = false;
   EXPECT_NE(starts_sentence(fit).find("no maximum"), std::string::npos);
 }

@@ -84,7 +84,7 @@ TEST(PlotPieces, AFallingOrUprightChordHasNone) {
 }
 
 double ordinate(const test::PreciseMixture& m, double x) {
-  return std::log(-std::log(m.reliability(std::exp(x))));
+  return std::log(-std::log(m.mixture().reliability(std::exp(x))));
 }
 
 // On a plot that is exactly a mixture's, its parameters are what relaxation leaves

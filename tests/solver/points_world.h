@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "solver/solver.h"
+#include "support/mixture_samples.h"
 #include "support/test_world.h"
 
 namespace tavlo::test {
@@ -50,31 +51,18 @@ inline std::vector<TimeAndRank> ranked_times(const std::vector<double>& times) {
   return points;
 }
 
-/// Cumulative hazards of populations (beta, eta), the third carried by the share p.
+/// Points exactly on the curve of a mixture: populations A and B act on every unit, C
+/// on the share p.
 struct PreciseMixture {
   double beta_a, eta_a;
   double beta_b = 0, eta_b = 0;
   double beta_c = 0, eta_c = 0, p = 0;
 
-  double reliability(double t) const {
-    const auto survival = [t](double beta, double eta) {
-      return eta > 0 ? std::exp(-std::pow(t / eta, beta)) : 1.0;
-    };
-    return survival(beta_a, eta_a) * survival(beta_b, eta_b) *
-           (p * survival(beta_c, eta_c) + 1 - p);
-  }
+  TrueMixture mixture() const { return {7, beta_a, eta_a, beta_b, eta_b, beta_c, eta_c, p}; }
 
-  /// Points exactly on the curve.
   std::vector<TimeAndRank> sample(int n) const {
     std::vector<double> times;
-    for (int i = 1; i <= n; ++i) {
-      double low = -50, high = 50;
-      for (int halving = 0; halving < 60; ++halving) {
-        const double middle = (low + high) / 2;
-        (reliability(std::exp(middle)) > 1 - median_rank(i, n) ? low : high) = middle;
-      }
-      times.push_back(std::exp(low));
-    }
+    for (int i = 1; i <= n; ++i) times.push_back(mixture().quantile(median_rank(i, n)));
     return ranked_times(times);
   }
 };

@@ -70,6 +70,17 @@ TEST(RegularMaximum, FollowsShiftAndUnitOfTime) {
   EXPECT_NEAR(other->ln_likelihood, plain->ln_likelihood - 80 * std::log(8.0), 1e-6);
 }
 
+// A unit that left the test before the minimum life says nothing of it.
+TEST(RegularMaximum, EarlySuspensionsChangeNothing) {
+  const auto times = sample(5, 80, 2.5, 100, 300);
+  const auto plain = regular_maximum(block_of(times), 80);
+  const auto early = regular_maximum(block_of(times, {1, 40, 150}), 83);
+  ASSERT_TRUE(plain && early);
+  EXPECT_GT(plain->t0, 200);
+  EXPECT_NEAR(early->t0, plain->t0, 1e-6);
+  EXPECT_NEAR(early->ln_likelihood, plain->ln_likelihood, 1e-8);
+}
+
 // With a slope of 1 or less the likelihood rises to the first time without limit.
 TEST(RegularMaximum, ThereIsNoneWhereTheSlopeIsBelowOne) {
   for (std::uint64_t seed = 1; seed <= 20; ++seed)

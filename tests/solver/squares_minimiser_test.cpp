@@ -275,6 +275,36 @@ TEST(SquaresMinimiser, FailedArithmeticEndsWithZeroAndTheBestX) {
   EXPECT_DOUBLE_EQ(run.fvec[2], 1 - run.X[1]);
 }
 
+// With a wide bound the first step on Rosenbrock's function goes down to x2 = -3.8.
+TEST(SquaresMinimiser, AStepToWhereARowFailsIsTurnedDownWithoutABox) {
+  const Problem problem = rosenbrock();
+  const auto function = as_function(problem);
+  int failures = 0;
+  const auto failing_below = [&](double limit, Solver& solver) {
+    return [&failures, &function, &solver, limit](int n, int K, ParameterVector& X,
+                                                  std::vector<double>& fvec, JacobianMatrix& fjac,
+                                                  int& iflag) {
+      function(n, K, X, fvec, fjac, iflag);
+      step(solver, "in a test", [&] {
+        if (X[2] >= limit) return;
+        ++failures;
+        throw RunTimeError(run_time::overflow);
+      });
+    };
+  };
+  Search run(problem);
+  EXPECT_GE(run.with(failing_below(-1, run.world.solver), 1, 100), 1);
+  EXPECT_GT(failures, 0);
+  EXPECT_TRUE(run.world.prompts.shown().empty());
+  EXPECT_NEAR(run.X[1], 1, 1e-6);
+  EXPECT_NEAR(run.X[2], 1, 1e-6);
+
+  Search from_failure(problem);  // what is wrong with the start is told
+  from_failure.world.prompts.expect_box("*** Tavlo Error ***", "in a test", BoxAnswer::retry);
+  from_failure.with(failing_below(2, from_failure.world.solver));
+  from_failure.world.prompts.verify();
+}
+
 // A row that can't be evaluated keeps the value of the trial before, and a trial X
 // that the function moves is where the search goes on.
 TEST(SquaresMinimiser, TrialValuesLiveFromTrialToTrial) {
