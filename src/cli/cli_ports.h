@@ -58,6 +58,7 @@ class EmptyClipboard : public Clipboard {
  public:
   std::string text() override { return {}; }
   void set_text(const std::string&, const std::string&) override {}
+  bool set_picture(const std::vector<ClipboardForm>&) override { return false; }
 };
 
 class NoViews : public Views {
