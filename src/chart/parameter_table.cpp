@@ -58,7 +58,7 @@ TableLine heading_line(const Model& model) {
 }
 
 TableLine value_line(const Model& model, const FitParam& row, int digits) {
-  const ShownParameters shown = shown_parameters(model.code, row).value_or(ShownParameters{});
+  const ShownParameters shown = grid_parameters(model.code, row);
   TableLine line;
   line.cells = {"",
                 fs_BitList(row.Applies, false),

@@ -43,6 +43,8 @@ void add_ranking(CLI::App& app, CommonArguments& common) {
   add_text(app, "--ranks", take_ranks,
            "Median ranks: benard, the usual approximation (default), or exact", "KIND");
   app.add_flag("--strict", common.strict, "Answer every doubt with Cancel");
+  app.add_flag("--censored", common.censored,
+               "Take suspensions into the likelihood of mixtures (W3T to W7P by mle)");
 }
 
 void add_files(CLI::App& app, CommonArguments& common) {
@@ -60,11 +62,11 @@ void add_slope(CLI::App& app, CommonArguments& common) {
       app, "--slope",
       [&common](const std::string& text) {
         const std::vector<double> slopes = parse_numbers(text);
-        if (slopes.size() != 1 || !(slopes.front() > 0.0))
-          throw CLI::ValidationError("'" + text + "' is not one slope above 0");
+        if (slopes.size() != 1 || !(slopes.front() >= 1e-6 && slopes.front() <= 1e6))
+          throw CLI::ValidationError("'" + text + "' is not one slope from 1e-6 to 1e6");
         common.slope = text;
       },
-      "Slope of a Weibayes fit", "BETA");
+      "Slope of a Weibayes fit (Wb); the exponential (E) has 1, the Rayleigh (R) 2", "BETA");
 }
 
 void add_sub_populations(CLI::App& app, bool& sub_populations) {
@@ -96,13 +98,16 @@ void add_looks(CLI::App& app, ChartArguments& chart) {
       ->excludes(type);
 }
 
-/// A slope that no model takes was meant for another one.
-void require_use_of_slope(const CommonArguments& common, const std::vector<FitChoice>& choices) {
-  const bool used = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
-    return choice.model->fixes_slope();
+/// A Weibayes has no slope of its own, and no other model takes one.
+void require_slope_of_weibayes(const CommonArguments& common,
+                               const std::vector<FitChoice>& choices) {
+  const bool wanted = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
+    return choice.model->code == model_code::weibayes;
   });
-  if (!common.slope.empty() && !used)
-    throw CLI::ValidationError("--slope is for the models with a given slope (Wb E R)");
+  if (!common.slope.empty() && !wanted)
+    throw CLI::ValidationError("--slope is for a Weibayes fit (--model Wb)");
+  if (common.slope.empty() && wanted)
+    throw CLI::ValidationError("Wb needs its slope: add --slope BETA");
 }
 
 /// An output that is an input would destroy the data.
@@ -177,7 +182,7 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
     fit.choices = all_pairs(lists);
     if (!fit.charts.empty() && fit.common.files.size() > 1)
       throw CLI::ValidationError("--chart takes one FILE at a time");
-    require_use_of_slope(fit.common, fit.choices);
+    require_slope_of_weibayes(fit.common, fit.choices);
     require_other_file(fit.log, fit.common.files);
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
   });
@@ -214,7 +219,7 @@ void add_chart_command(CLI::App& app, ChartArguments& chart) {
   add_looks(*command, chart);
   add_ranking(*command, chart.common);
   command->final_callback([&chart] {
-    require_use_of_slope(chart.common, chart.choices);
+    require_slope_of_weibayes(chart.common, chart.choices);
     require_other_file(chart.out, chart.common.files);
     require_other_file(chart.out, {chart.profile});
   });

@@ -24,8 +24,9 @@ struct CommonArguments {
   bool negative_is_value = false;
   bool benard = true;  ///< ranks by Benard's approximation
   bool json = false;
-  bool strict = false;  ///< doubts are answered with Cancel
-  std::string slope;    ///< answer to the question for a slope; empty cancels
+  bool strict = false;    ///< doubts are answered with Cancel
+  std::string slope;      ///< answer to the question for a slope; empty cancels
+  bool censored = false;  ///< suspensions take part in the likelihood of a mixture
 };
 
 struct FitChoice {

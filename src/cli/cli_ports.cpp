@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "numerics/number_text.h"
+
 namespace tavlo::cli {
 
 void complain(const std::string& what) {
@@ -11,7 +13,7 @@ void complain(const std::string& what) {
 }
 
 std::string box_line(const Box& box) {
-  std::string line = box.title + ": ";
+  std::string line = box.title.empty() ? "" : box.title + ": ";
   for (const char c : box.text)
     if (c != '\r') line += c == '\n' ? ' ' : c;
   while (line.ends_with(' ')) line.pop_back();
@@ -24,7 +26,7 @@ BoxAnswer CliPrompts::answer(BoxButtons buttons) const {
     case BoxButtons::ok_cancel: return strict_ ? BoxAnswer::cancel : BoxAnswer::ok;
     case BoxButtons::yes_no: return strict_ ? BoxAnswer::no : BoxAnswer::yes;
     case BoxButtons::yes_no_cancel: return strict_ ? BoxAnswer::cancel : BoxAnswer::yes;
-    case BoxButtons::retry_cancel: break;  // trying again would change nothing
+    case BoxButtons::retry_cancel: return strict_ ? BoxAnswer::cancel : BoxAnswer::retry;
   }
   return BoxAnswer::cancel;
 }
@@ -39,6 +41,7 @@ BoxAnswer CliPrompts::show(const Box& box) {
 
 std::optional<std::string> CliPrompts::ask_line(const std::string&, const std::string&,
                                                 const std::string&) {
+  if (own_slope_ > 0) return number_text(own_slope_);
   if (slope_.empty()) return std::nullopt;
   return slope_;
 }

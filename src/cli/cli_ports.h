@@ -33,6 +33,9 @@ class CliPrompts : public Prompts {
   void set_subject(std::string subject) { subject_ = std::move(subject); }
   const std::string& subject() const { return subject_; }
 
+  /// The slope that the model at work has of its own; 0 when it is asked for.
+  void set_own_slope(double slope) { own_slope_ = slope; }
+
   BoxAnswer show(const Box& box) override;
   std::optional<std::string> ask_line(const std::string& title, const std::string& text,
                                       const std::string& suggestion) override;
@@ -45,6 +48,7 @@ class CliPrompts : public Prompts {
 
   bool strict_;
   std::string slope_;
+  double own_slope_ = 0;
   std::string subject_;
   std::vector<AnsweredBox> seen_;
 };
@@ -61,15 +65,21 @@ class EmptyClipboard : public Clipboard {
   bool set_picture(const std::vector<ClipboardForm>&) override { return false; }
 };
 
-class NoViews : public Views {
+/// Shows nothing, and keeps the last words for the status panel.
+class CliViews : public Views {
  public:
-  void status(const std::string&) override {}
+  void status(const std::string& text) override { last_status_ = text; }
+  const std::string& last_status() const { return last_status_; }
+  void forget_status() { last_status_.clear(); }
   void busy_pointer(bool) override {}
   void fit_button_caption(int, const std::string&) override {}
   void sheet_changed(int) override {}
   void fit_grid_changed(int) override {}
   void chart_changed(int) override {}
   void log_changed() override {}
+
+ private:
+  std::string last_status_;
 };
 
 /// The environment, and no other programs.
@@ -85,11 +95,11 @@ class CliWorld {
   CliWorld(bool strict, const std::string& slope) : prompts(strict, slope) {}
 
   Ports ports() {
-    return {prompts,       event_loop_, clock_, entropy_, clipboard_,
-            text_measure_, files,       host_,  views_};
+    return {prompts, event_loop_, clock_, entropy_, clipboard_, text_measure_, files, host_, views};
   }
 
   CliPrompts prompts;
+  CliViews views;
   DiskFiles files;
 
  private:
@@ -99,7 +109,6 @@ class CliWorld {
   EmptyClipboard clipboard_;
   MetricTextMeasure text_measure_;
   QuietHost host_;
-  NoViews views_;
 };
 
 }  // namespace tavlo::cli

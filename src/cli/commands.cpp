@@ -64,7 +64,7 @@ ExitCode fit_file(const FitArguments& arguments, const std::string& file, RichTe
   if (const auto fault = load_data(session, arguments.common, file))
     return file_fault(arguments.common, file, *fault);
   session.log = std::move(log);
-  const auto outcomes = fit_all(session, world.prompts, arguments.choices, !arguments.log.empty());
+  const auto outcomes = fit_all(session, world, arguments.choices, !arguments.log.empty());
   log = std::move(session.log);
   const FitReport report{file, arguments, session, world.prompts, outcomes};
   print(arguments.common.json ? fit_json(report) + "\n" : fit_table(report));
@@ -131,7 +131,7 @@ ExitCode run(const ChartArguments& arguments) {
     return file_fault(arguments.common, file, *fault);
   if (const auto fault = dress_chart(session, arguments))
     return file_fault(arguments.common, file, *fault);
-  const auto outcomes = fit_all(session, world.prompts, arguments.choices, false);
+  const auto outcomes = fit_all(session, world, arguments.choices, false);
   session.gChart(1).SubPopulations = arguments.sub_populations;
   return worse(code_of(outcomes),
                draw(session, outcomes, file, {arguments.out}, arguments.size, paper_of(arguments)));

@@ -11,7 +11,7 @@ Json rows_json(const FitResult& fit, const Model& model) {
   Json rows = Json::array();
   for (int i = 1; i <= fit.nRows; ++i) {
     const FitParam& row = fit.Rows(i);
-    const ShownParameters shown = shown_parameters(fit.ModelCode, row).value_or(ShownParameters{});
+    const ShownParameters shown = grid_parameters(fit.ModelCode, row);
     rows.push_back({{names.first_key, json_number(shown.first)},
                     {names.second_key, json_number(shown.second)},
                     {"t0", json_number(row.T0)},
@@ -24,11 +24,22 @@ Json rows_json(const FitResult& fit, const Model& model) {
 Json points_json(const std::vector<LifePoint>& points, bool time_first) {
   Json list = Json::array();
   for (const LifePoint& point : points) {
-    const Json x = point.known ? json_number(point.x) : Json(nullptr);
-    const Json p = json_number(point.p);
-    list.push_back(time_first ? Json{{"x", x}, {"p", p}} : Json{{"p", p}, {"x", x}});
+    const auto answer = [&point](double value) {
+      return point.known ? json_number(value) : Json(nullptr);
+    };
+    list.push_back(time_first ? Json{{"x", json_number(point.x)}, {"p", answer(point.p)}}
+                              : Json{{"p", json_number(point.p)}, {"x", answer(point.x)}});
   }
   return list;
+}
+
+/// How sure the answer of a mixture is.
+Json starts_json(const StartsReport& starts) {
+  return {{"tried", starts.tried},
+          {"agreed", starts.agreed},
+          {"runner_up", starts.has_runner_up ? json_number(starts.runner_up) : Json(nullptr)},
+          {"interior_maximum", starts.interior_maximum},
+          {"sound", starts.sound}};
 }
 
 void add_result(Json& object, const FitReport& report, const FitResult& fit, const Model& model) {
@@ -36,11 +47,16 @@ void add_result(Json& object, const FitReport& report, const FitResult& fit, con
   const Json quality = json_number(fit.Quality);
   object["status"] = 1;
   object["quality"] = quality;
-  object["r_squared"] = likelihood ? Json(nullptr) : quality;
-  object["log_likelihood"] = likelihood ? quality : Json(nullptr);
+  // The quality of a fit by failure mode is that of its last mode, of either kind.
+  const bool one_kind = model.family != Family::none;
+  object["r_squared"] = one_kind && !likelihood ? quality : Json(nullptr);
+  object["log_likelihood"] = one_kind && likelihood ? quality : Json(nullptr);
+  if (fit.starts) object["starts"] = starts_json(*fit.starts);
   object["rows"] = rows_json(fit, model);
-  object["b_life"] = points_json(b_lives(report.session, fit, report.arguments.b_life), false);
-  object["at"] = points_json(fractions_at(report.session, fit, report.arguments.at), true);
+  object["b_life"] =
+      points_json(b_lives(report.session, report.file, fit, report.arguments.b_life), false);
+  object["at"] =
+      points_json(fractions_at(report.session, report.file, fit, report.arguments.at), true);
 }
 
 Json outcome_json(const FitReport& report, const FitOutcome& outcome) {

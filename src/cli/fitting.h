@@ -13,8 +13,8 @@
 namespace tavlo::cli {
 
 struct FitOutcome {
-  FitChoice choice;
-  int slot = 0;  ///< in gFit(1); 0 when the fit was refused or failed
+  FitChoice choice;  ///< as it was fitted: the slope given may have changed the model
+  int slot = 0;      ///< in gFit(1); 0 when the fit was refused or failed
   std::string error;
 };
 
@@ -23,15 +23,16 @@ std::string fit_name(const FitChoice& choice);
 
 /// Fits data set 1 by every choice; a fit that is made goes into the log when
 /// `report`.
-std::vector<FitOutcome> fit_all(Session& session, CliPrompts& prompts,
+std::vector<FitOutcome> fit_all(Session& session, CliWorld& world,
                                 const std::vector<FitChoice>& choices, bool report);
 
-/// Times at which the fit reaches the fractions.
-std::vector<LifePoint> b_lives(Session& session, const FitResult& fit,
+/// Times at which the fit reaches the fractions. An answer that the model doesn't
+/// have is told on standard error, about `subject`.
+std::vector<LifePoint> b_lives(Session& session, const std::string& subject, const FitResult& fit,
                                const std::vector<double>& fractions);
 
-/// Fractions that the fit has reached at the times.
-std::vector<LifePoint> fractions_at(Session& session, const FitResult& fit,
-                                    const std::vector<double>& times);
+/// Fractions that the fit has reached at the times; told likewise.
+std::vector<LifePoint> fractions_at(Session& session, const std::string& subject,
+                                    const FitResult& fit, const std::vector<double>& times);
 
 }  // namespace tavlo::cli

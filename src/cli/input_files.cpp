@@ -45,6 +45,7 @@ std::optional<std::string> load_data(Session& session, const CommonArguments& co
     return file + ":" + std::to_string(fault->line) + ": " + fault->what;
   session.settings.Benard = common.benard;
   session.settings.NegativeSuspension = !common.negative_is_value;
+  session.solver.data.CensoredLikelihood = common.censored;
   Make_Ranks(session.errors, common.benard, data);
   return std::nullopt;
 }

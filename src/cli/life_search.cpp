@@ -51,7 +51,7 @@ class Walk {
 LifePoint find_life(ErrorReporter& reporter, const DataSet& data, const FitResult& fit,
                     double fraction) {
   LifePoint point{0, fraction, false};
-  const bool logarithmic = (fit.ModelCode & x_scale_mask) == x_scale::log;
+  const bool logarithmic = (fit.ModelCode & x_scale_mask) != x_scale::linear;
   const Bracket ends = Walk(data, logarithmic).enclose(fraction, [&](double x) {
     return std::isfinite(x) ? Fd_YofX(reporter, fit, x) : fraction;
   });

@@ -81,7 +81,9 @@ void show_further_fit(Session& session, Chart& chart, int slot) {
   marker.LineStyle = (row - 1) / colours % styles;
 }
 
+/// A model without axes of its own is drawn on the paper that the chart has.
 void use_paper_of(Chart& chart, const Model& model) {
+  if (model.y_scale() == 0) return;
   chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
   chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
 }

@@ -100,7 +100,8 @@ class BusyPanel {
   ~BusyPanel() {
     session_.gFitForm(index_)->busy = false;
     session_.ports.views.fit_button_caption(index_, calculate_caption);
-    session_.ports.views.status("Ready");
+    const std::string& remark = session_.solver.remark;
+    session_.ports.views.status(remark.empty() ? "Ready" : "Ready.  " + remark);
   }
   BusyPanel(const BusyPanel&) = delete;
   BusyPanel& operator=(const BusyPanel&) = delete;

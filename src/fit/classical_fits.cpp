@@ -7,9 +7,10 @@
 
 #include "fit/compensated_sum.h"
 #include "fit/likelihood.h"
+#include "fit/paper_coordinates.h"
 #include "fit/polynomial_fit.h"
+#include "fit/row_faults.h"
 #include "fit/slope_equation.h"
-#include "fit/zero_time.h"
 #include "numerics/elementary.h"
 #include "numerics/real.h"
 #include "project/models.h"
@@ -71,18 +72,6 @@ WeibullFit fit_by_likelihood(WeibullTask& task) {
   return {value.scale, value.shape, value.ln_likelihood};
 }
 
-/// Writes the coordinates of the whole set: ln|X|, and the Weibull ordinate of
-/// the rank on rows with failures.
-void write_coordinates(DataSet& data) {
-  if (data.Count > data.Points.bound()) throw RunTimeError(run_time::subscript);
-  DataPoint* rows = data.Points.data();
-  for (int i = 1; i <= data.Count; ++i) {
-    DataPoint& row = rows[i];
-    row.XT[1] = ln(abs(Real(static_cast<double>(row.X)))).value();
-    row.YT[1] = row.Fails <= 0 ? 0.0 : fd_WblY(std::fabs(static_cast<double>(row.Y)));
-  }
-}
-
 /// r squared of a given line, over all rows with failures. By failure mode too:
 /// rows of other modes take part, which stored results depend on.
 double quality_of_line(const WeibullTask& task, double beta, double ln_eta) {
@@ -91,6 +80,8 @@ double quality_of_line(const WeibullTask& task, double beta, double ln_eta) {
   const bool y_on_x = task.method == method_code::y_on_x;
   CompensatedSum about_line;
   CompensatedSum about_mean;
+  std::optional<double> first;
+  bool has_spread = false;
   for (int i = 1; i <= task.data.Count; ++i) {
     if (!(rows[i].Fails > 0)) continue;
     const double x = rows[i].XT[index];
@@ -99,8 +90,12 @@ double quality_of_line(const WeibullTask& task, double beta, double ln_eta) {
     const double off_mean = y_on_x ? y - rows[0].YT[index] : x - rows[0].XT[index];
     about_line += rows[i].Fails * off_line * off_line;
     about_mean += rows[i].Fails * off_mean * off_mean;
+    if (!first) first = y_on_x ? y : x;
+    has_spread = has_spread || *first != (y_on_x ? y : x);
   }
-  return fd_RSquared(task.reporter, finite(about_line.value()), finite(about_mean.value()));
+  // Equal values differ from their mean by rounding alone, which is no spread.
+  const double spread = has_spread ? finite(about_mean.value()) : 0.0;
+  return fd_RSquared(task.reporter, finite(about_line.value()), spread);
 }
 
 /// A line of the given slope through the weighted means.
@@ -123,7 +118,8 @@ WeibullFit line_of_free_slope(const WeibullTask& task, const Slots<double>& c, d
 /// Nothing when the regression has failed and said so. Without coefficients a
 /// free slope ends in a division by zero, which is reported on top.
 std::optional<WeibullFit> fit_by_regression(const WeibullTask& task) {
-  if (!task.one_mode()) write_coordinates(task.data);
+  if (!task.one_mode())
+    write_coordinates(task.data, true, [](double Y) { return fd_WblY(std::fabs(Y)); });
   const bool y_on_x = task.method == method_code::y_on_x;
   const bool is_fixed = y_on_x ? task.shape >= 0 : task.shape > 0;
   Slots<double> coefficients(1);
@@ -168,6 +164,7 @@ void Fit_Wb123(ErrorReporter& reporter, Prompts& prompts, DataSet& data, FitResu
     to.add_lines({"Weibull 123Par Fit: "});
     if (!refusal.empty()) to.add_lines({refusal});
     add_zero_time_line(to, data);
+    if (fit.Method != method_code::mle) add_rank_line(to, data);
     to.add_lines({"Fit_Wb123 routine:"});
   };
   guarded(reporter, words, [&] {

@@ -1,8 +1,11 @@
 #include "fit/dispatch.h"
 
-#include "fit/classical_fits.h"
+#include <optional>
+
+#include "fit/fit_routines.h"
 #include "fit/gates.h"
 #include "fit/reports.h"
+#include "fit/slope_question.h"
 #include "numerics/number_text.h"
 #include "project/models.h"
 
@@ -51,7 +54,8 @@ int new_slot(FitSet& fits, std::int16_t model_code, std::int16_t method_code, do
 /// The routines take the size of a time on a logarithmic axis, so a negative one
 /// would be fitted as what it is not. Points stand in ascending order of X.
 bool refuses_negative_times(Prompts& prompts, const Model& model, const DataSet& data) {
-  if (model.x_scale() != x_scale::log || data.Count < 1 || !(data.Points(1).X < 0.0F)) return false;
+  const bool log_time = model.x_scale() == x_scale::log || model.routine == FitRoutine::by_mode;
+  if (!log_time || data.Count < 1 || !(data.Points(1).X < 0.0F)) return false;
   const DataPoint& row = data.Points(1);
   prompts.show({"Negative times",
                 "Row " + std::to_string(row.Order > 0 ? row.Order : 1) + ": Data X is " +
@@ -61,36 +65,46 @@ bool refuses_negative_times(Prompts& prompts, const Model& model, const DataSet&
   return true;
 }
 
-/// Runs the routine of the model; false when there is none, after saying so.
-bool run_routine(Session& session, const Model& model, DataSet& data, FitResult& fit) {
-  if (model.routine == FitRoutine::weibull && !model.fixes_slope()) {
-    Fit_Wb123(session.errors, session.ports.prompts, data, fit, 1);
-    return true;
-  }
-  session.ports.prompts.show({"Not available yet",
-                              std::string(model.long_name) + " is not available yet.",
-                              BoxIcon::exclamation, BoxButtons::ok});
-  return false;
+/// A slope that differs from that of a finished Weibayes asks for a new one.
+void forget_other_slope(FitResult& fit, const Model& model, double slope) {
+  if (model.code == model_code::weibayes && fit.Status == FitStatus::calculated && fit.nRows >= 1 &&
+      fit.Rows(1).Shape != slope)
+    fit.Status = FitStatus::stale;
+}
+
+/// Fits a slot. A failed attempt leaves its model and rows as they were.
+Outcome calculate(Session& session, int data_index, int fit_index, FitResult& fit,
+                  const Model& model, double slope) {
+  // A refit must not take the slope of the old fit for a slope that was asked for.
+  const Slots<FitParam> old_rows = fit.Rows;
+  const FitStatus old_status = fit.Status;
+  if (fit.nRows >= 1) fit.Rows(1).Shape = slope;
+  Outcome outcome;
+  outcome.available = run_routine(session, model, data_index, fit_index, fit);
+  // A fit by failure mode that ends early leaves the code of a plain Weibull,
+  // and would answer for that model.
+  outcome.calculated = fit.Status == FitStatus::calculated && fit.ModelCode == model.code;
+  if (outcome.calculated) return outcome;
+  fit.Rows = old_rows;
+  fit.ModelCode = model.code;
+  fit.Status = old_status;
+  return outcome;
 }
 
 /// Finds or makes the slot and fits it unless it stands calculated. A new fit
 /// that fails leaves no trace.
 Outcome fit_slot(Session& session, int data_index, int fit_index, const Model& model,
-                 std::int16_t method_code) {
-  constexpr double free_slope = -1.0;
+                 std::int16_t method_code, double slope) {
   FitSet& fits = session.gFit(fit_index);
-  Outcome outcome{find_slot(fits, model.code, method_code), false, true};
-  if (outcome.slot == 0) outcome.slot = new_slot(fits, model.code, method_code, free_slope);
-  FitResult& fit = fits.Fits(outcome.slot);
-  if (fit.Status == FitStatus::calculated) return outcome;
-
-  // A refit must not take the slope of the old fit for a slope that was asked for.
-  const Slots<FitParam> old_rows = fit.Rows;
-  if (fit.nRows >= 1) fit.Rows(1).Shape = free_slope;
-  outcome.available = run_routine(session, model, session.gData(data_index), fit);
-  outcome.calculated = fit.Status == FitStatus::calculated;
-  if (!outcome.calculated) fit.Rows = old_rows;
-  if (outcome.slot == fits.nFits && !outcome.calculated) {
+  int slot = find_slot(fits, model.code, method_code);
+  if (slot == 0) slot = new_slot(fits, model.code, method_code, slope);
+  FitResult& fit = fits.Fits(slot);
+  forget_other_slope(fit, model, slope);
+  Outcome outcome;
+  if (fit.Status != FitStatus::calculated)
+    outcome = calculate(session, data_index, fit_index, fit, model, slope);
+  outcome.slot = slot;
+  if (slot == fits.nFits && fits.Fits(slot).Status != FitStatus::calculated) {
     fits.nFits -= 1;
     fits.Fits.resize(fits.nFits);
   }
@@ -102,8 +116,9 @@ Outcome fit_slot(Session& session, int data_index, int fit_index, const Model& m
 void redraw_chart(Session& session, const Model& model, int slot) {
   if (session.nCharts < 1) return;
   Chart& chart = session.gChart(session.nCharts);
-  if (session.settings.ShowLast) {
-    chart.Markers(1).FitNumber = slot;
+  if (session.settings.ShowLast) chart.Markers(1).FitNumber = slot;
+  // A model without axes of its own is drawn on the paper that the chart has.
+  if (session.settings.ShowLast && model.y_scale() != 0) {
     chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
     chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
   }
@@ -111,9 +126,17 @@ void redraw_chart(Session& session, const Model& model, int slot) {
   session.ports.views.chart_changed(session.nCharts);
 }
 
-void fit_and_show(Session& session, int data_index, int fit_index, const Model& model,
-                  std::int16_t method_code, bool draw, bool report) {
-  const Outcome outcome = fit_slot(session, data_index, fit_index, model, method_code);
+struct Request {
+  int data_index;
+  int fit_index;
+  std::int16_t method_code;
+  bool draw;
+  bool report;
+};
+
+void fit_and_show(Session& session, const Request& request, const Model& model, double slope) {
+  const auto& [data_index, fit_index, method_code, draw, report] = request;
+  const Outcome outcome = fit_slot(session, data_index, fit_index, model, method_code, slope);
   Load_Fit(session, fit_index);
   if (!outcome.available) return;
   const bool slot_stands = outcome.slot <= session.gFit(fit_index).nFits;
@@ -122,25 +145,58 @@ void fit_and_show(Session& session, int data_index, int fit_index, const Model& 
   if (report && outcome.calculated) PostFitLog(session, outcome.slot, data_index, fit_index);
 }
 
+/// Slope to offer: that of the model or, for a fit that stands, the one it has.
+double slope_to_offer(const FitSet& fits, const Model& model, int method_code) {
+  if (model.fixed_slope > 0) return model.fixed_slope;
+  const int slot = find_slot(fits, model.code, method_code);
+  return slot > 0 && fits.Fits(slot).Rows.bound() >= 1 ? fits.Fits(slot).Rows(1).Shape : 0.0;
+}
+
+/// The slope to fit with, free (-1) for most models; nothing when the user has
+/// named none. A slope of 1 or 2 makes the model the exponential or the Rayleigh.
+std::optional<double> choose_slope(Session& session, int fit_index, std::int16_t& code,
+                                   const Model& model, int method_code) {
+  constexpr double free_slope = -1.0;
+  if (!model.fixes_slope()) return free_slope;
+  const double offered = slope_to_offer(session.gFit(fit_index), model, method_code);
+  const auto slope =
+      ask_slope(session.ports.prompts, session.errors, session.settings.punctuation, offered);
+  if (!slope) return std::nullopt;
+  code = *slope == 1   ? model_code::exponential
+         : *slope == 2 ? model_code::rayleigh
+                       : model_code::weibayes;
+  return slope;
+}
+
+void fit_data(Session& session, const Request& request, std::int16_t& model_code) {
+  Prompts& prompts = session.ports.prompts;
+  const DataSet& data = session.gData(request.data_index);
+  if (!passes_gate(prompts, model_code, request.method_code, data.Points(0).Fails,
+                   session.fit_doubts_warned))
+    return;
+  const Model* model = find_model(model_code);
+  if (!model) throw RunTimeError(run_time::invalid_argument);
+  if (refuses_negative_times(prompts, *model, data)) return;
+  const auto slope =
+      choose_slope(session, request.fit_index, model_code, *model, request.method_code);
+  if (!slope) return;
+  const BusyPointer busy(session.ports.views);
+  if (!has_data(session, request.data_index)) {
+    AppendLog(session, "Please enter data for set # " + std::to_string(request.data_index) + "\n",
+              false);
+    return;
+  }
+  fit_and_show(session, request, *find_model(model_code), *slope);
+}
+
 }  // namespace
 
 void Fit_Distribution(Session& session, int data_index, int fit_index, std::int16_t& model_code,
                       std::int16_t method_code, bool draw, bool report) {
   const auto words = error_words("Error calculating Fit: ", "Fit_Distribution routine:");
+  session.solver.remark.clear();
   guarded(session.errors, words, [&] {
-    const double failures = session.gData(data_index).Points(0).Fails;
-    if (!passes_gate(session.ports.prompts, model_code, method_code, failures,
-                     session.fit_doubts_warned))
-      return;
-    const Model* model = find_model(model_code);
-    if (!model) throw RunTimeError(run_time::invalid_argument);
-    if (refuses_negative_times(session.ports.prompts, *model, session.gData(data_index))) return;
-    const BusyPointer busy(session.ports.views);
-    if (!has_data(session, data_index)) {
-      AppendLog(session, "Please enter data for set # " + std::to_string(data_index) + "\n", false);
-      return;
-    }
-    fit_and_show(session, data_index, fit_index, *model, method_code, draw, report);
+    fit_data(session, {data_index, fit_index, method_code, draw, report}, model_code);
   });
 }
 

@@ -7,8 +7,8 @@
 #include "fit/adjusted_rank.h"
 #include "fit/median_ranks.h"
 #include "fit/mode_ranks.h"
+#include "fit/row_faults.h"
 #include "fit/tie_order.h"
-#include "fit/zero_time.h"
 #include "numerics/real.h"
 #include "numerics/rounding.h"
 

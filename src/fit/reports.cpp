@@ -131,8 +131,7 @@ void load_row(Session& session, const FitResult& fit, int slot, int row, Grid& g
   // Numbers of a fit that no longer belongs to its data would be taken for true.
   if (fit.Status != FitStatus::calculated) return;
   if (row == 1) grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
-  const ShownParameters shown =
-      shown_parameters(fit.ModelCode, from).value_or(ShownParameters{from.Scale, from.Shape});
+  const ShownParameters shown = grid_parameters(fit.ModelCode, from);
   grid.set_text(to, fit_column::sub_population, fs_BitList(from.Applies, false));
   grid.set_text(to, fit_column::fraction, rounded(reporter, 100.0 * from.Fraction, digits));
   grid.set_text(to, fit_column::scale, rounded(reporter, shown.first, digits));

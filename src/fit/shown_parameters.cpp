@@ -26,4 +26,9 @@ std::optional<ShownParameters> shown_parameters(int model_code, const FitParam& 
   }
 }
 
+ShownParameters grid_parameters(int model_code, const FitParam& row) {
+  const auto shown = shown_parameters(model_code, row);
+  return shown ? *shown : ShownParameters{reciprocal(row.Scale), row.Shape};
+}
+
 }  // namespace tavlo

@@ -18,4 +18,8 @@ struct ShownParameters {
 /// result is beyond all numbers.
 std::optional<ShownParameters> shown_parameters(int model_code, const FitParam& row);
 
+/// The same for tables, where a model without axes (the fit by failure mode)
+/// reads as the Weibulls that it is made of.
+ShownParameters grid_parameters(int model_code, const FitParam& row);
+
 }  // namespace tavlo

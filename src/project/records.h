@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -88,6 +89,16 @@ struct FitParam {
 
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };
 
+/// How sure a mixture's answer is: what the further starts of the solver found.
+struct StartsReport {
+  int tried = 0;   ///< starts that ran, the first among them
+  int agreed = 0;  ///< starts that ended at the answer
+  bool has_runner_up = false;
+  double runner_up = 0;          ///< quality of the best other optimum
+  bool interior_maximum = true;  ///< W3T by MLE: the likelihood has a regular maximum
+  bool sound = true;  ///< false: no start gave an answer that stands up, this one included
+};
+
 /// One model fitted by one method.
 struct FitResult {
   double Quality = 0;  ///< r squared of a regression, ln of the likelihood for MLE
@@ -97,6 +108,7 @@ struct FitResult {
   std::int32_t nRows = 0;  ///< upper bound of `Rows`
   std::string Label;
   Slots<FitParam> Rows;
+  std::optional<StartsReport> starts;  ///< of a mixture; in memory only, no file keeps it
 };
 
 /// All the fits of one data set.

@@ -14,6 +14,7 @@
 #include "project/records.h"
 #include "project/rich_text.h"
 #include "project/settings.h"
+#include "project/solver_state.h"
 #include "project/unique_id.h"
 
 namespace tavlo {
@@ -42,8 +43,8 @@ struct Session {
   Slots<std::unique_ptr<FitPanel>> gFitForm;
   RichText log;
 
-  int fit_doubts_warned = 0;    ///< doubts that the user has said OK to, see SufficiencyGate
-  bool stop_requested = false;  ///< set to end a long calculation at its next row
+  int fit_doubts_warned = 0;  ///< doubts that the user has said OK to, see SufficiencyGate
+  SolverState solver;         ///< its abort flag ends a long calculation at the next row
 };
 
 /// Empties the project and builds it again with one data set, one fit set and

@@ -110,25 +110,26 @@ double plain_weibull(ErrorReporter& reporter, const FitResult& fit, double x) {
     if (sum == 0) return std::nullopt;
     return exp(sum).value();
   });
-  return held(reporter, F);
+  return held(reporter, x <= 0 ? Real(0) : F);
 }
 
 /// Gumbel Lower (smallest value) and Upper (largest value): the first row only.
 double gumbel(ErrorReporter& reporter, const FitResult& fit, double x, bool lower) {
   const FitParam& row = fit.Rows(1);
   if (!(row.Scale > 0 && row.Shape > 0)) return no_reading;
-  const Real z = -1 / (Real(row.Shape) * row.Scale) + Real(x) / row.Shape;
+  const Real far = -1 / (Real(row.Shape) * row.Scale) + Real(x) / row.Shape;
+  const Real z = std::clamp(far.value(), -exponent_limit, exponent_limit);
   return held(reporter, lower ? 1 - exp(-exp(z)) : exp(-exp(-z)));
 }
 
 /// 1 - the sum of shares times the products of the rows' survivals.
 double product_mixture(ErrorReporter& reporter, const FitResult& fit, const RowValues& survivals) {
   const Real F = fraction_failed(fit, [&](std::int32_t bit) -> std::optional<double> {
-    Real product = 1;
+    std::optional<double> product;
     for (int j = 1; j <= fit.nRows; ++j)
-      if (fit.Rows(j).Applies & bit) product *= survivals[static_cast<std::size_t>(j)];
-    if (product == 1) return std::nullopt;
-    return product.value();
+      if (fit.Rows(j).Applies & bit)
+        product = product.value_or(1.0) * survivals[static_cast<std::size_t>(j)];
+    return product;
   });
   return held(reporter, F);
 }

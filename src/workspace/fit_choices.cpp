@@ -62,12 +62,10 @@ const Model* model_of_option(int index) {
   return found == all.end() ? nullptr : &*found;
 }
 
-bool is_available(const Model& model) { return model.code == model_code::weibull2; }
-
 void opt_Model_Click(Session& session, int fit_index, int option) {
   FitPanel& panel = *session.gFitForm(fit_index);
   const Model* model = model_of_option(option);
-  if (panel.busy || !model || !is_available(*model)) return;
+  if (panel.busy || !model) return;
   panel.nModel = model->code;
   panel.txt_Custom = model->panel_formula;
   calculate_at_once(session, fit_index);

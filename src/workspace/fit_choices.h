@@ -23,9 +23,6 @@ std::span<const ModelOption> model_options();
 /// The model behind an option, or null: option 13 only asks for help.
 const Model* model_of_option(int index);
 
-/// True when the model can be calculated; others are shown but can't be chosen.
-bool is_available(const Model& model);
-
 /// Chooses the model of an option and shows its formula. With QuickCalculation
 /// on, the fit is calculated at once, provided there is something to calculate.
 void opt_Model_Click(Session& session, int fit_index, int option);

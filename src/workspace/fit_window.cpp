@@ -93,8 +93,7 @@ QWidget* FitWindow::make_model_frame() {
 }
 
 void FitWindow::add_model_option(const ModelOption& option) {
-  const Model* model = model_of_option(option.index);
-  const bool available = model && is_available(*model);
+  const bool available = model_of_option(option.index) != nullptr;
   auto* button = new QRadioButton(to_qt(option.caption), model_frame_);
   button->setObjectName(option_name("opt_Model", option.index));
   button->setAccessibleName(to_qt(option.label));

@@ -163,7 +163,10 @@ void MainWindow::connect_views() {
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
   connect(&program_.commands, &UserCommands::finished, this, [this] {
-    session_.stop_requested = false;
+    session_.solver.abort_flag = 0;
+    // The slope entered for a Weibayes may have changed the model.
+    windows_.panel(windows_.current_index()).show_choices();
+    show_state();
     if (close_wanted_) QTimer::singleShot(0, this, &QWidget::close);
   });
 }
@@ -290,7 +293,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(may_close);
     return;
   }
-  session_.stop_requested = true;
+  session_.solver.abort_flag = 1;
   close_wanted_ = true;
   event->ignore();
 }

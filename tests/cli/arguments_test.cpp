@@ -31,6 +31,8 @@ TEST(Arguments, WrongUsageEndsWithTwoAndSaysWhy) {
       {{"fit", "x", "--at", "inf"}, "'inf' is not a number"},
       {{"fit", "x", "--slope", "b"}, "'b' is not a number"},
       {{"fit", "x", "--slope", "1,2"}, "'1,2' is not one slope"},
+      {{"fit", "x", "--model", "E", "--slope", "2"}, "--slope is for a Weibayes fit"},
+      {{"fit", "x", "--model", "W2P,Wb"}, "Wb needs its slope"},
       {{"fit", "x", "--size", "1000"}, "'1000' is no size"},
       {{"fit", "x", "--size", "0x5"}, "'0x5' is no size"},
       {{"fit", "x", "--size", "99999999999x600"}, "is no size"},

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fit/independent_line.h"
 #include "fit/random_sample.h"
 #include "fit/ranking.h"
 #include "project/models.h"
@@ -10,11 +11,11 @@
 namespace tavlo {
 namespace {
 
+using test::Float;
 using test::make_data;
 using test::Point;
 using test::relative_difference;
 using test::TestWorld;
-using Float = long double;
 
 FitResult request(std::int16_t method, std::int16_t code = model_code::weibull2,
                   double slope = -1) {
@@ -51,27 +52,11 @@ Float ordinate(const DataPoint& row) {
   return F > 1e-8L ? std::log(-std::log1p(-F)) : std::log(F);
 }
 
-/// Least squares about the means; with a slope, the line of it through them.
+/// The line of a regression, or with a slope the line of it, through the means.
 Answer regression(const DataSet& data, bool y_on_x, Float slope = 0) {
-  Float n = 0, x_mean = 0, y_mean = 0, xx = 0, xy = 0, yy = 0;
-  const auto each_failure = [&](auto&& use) {
-    for (int i = 1; i <= data.Count; ++i)
-      if (data.Points(i).Fails > 0)
-        use(Float(data.Points(i).Fails), ln_time(data.Points(i)), ordinate(data.Points(i)));
-  };
-  each_failure([&](Float w, Float x, Float y) { n += w, x_mean += w * x, y_mean += w * y; });
-  x_mean /= n;
-  y_mean /= n;
-  each_failure([&](Float w, Float x, Float y) {
-    xx += w * (x - x_mean) * (x - x_mean);
-    xy += w * (x - x_mean) * (y - y_mean);
-    yy += w * (y - y_mean) * (y - y_mean);
-  });
-  const Float beta = slope > 0 ? slope : y_on_x ? xy / xx : yy / xy;
-  // Sum of squares off the line, in the direction of the regression.
-  const Float off_in_y = yy - 2 * beta * xy + beta * beta * xx;
-  const Float quality = 1 - (y_on_x ? off_in_y / yy : off_in_y / (beta * beta) / xx);
-  return {std::exp(x_mean - y_mean / beta), beta, quality};
+  const test::LineSums sums(test::paper_points(data, ln_time, ordinate));
+  const Float beta = slope > 0 ? slope : sums.slope(y_on_x);
+  return {std::exp(sums.x_mean - sums.y_mean / beta), beta, sums.r_squared(beta, y_on_x)};
 }
 
 struct Likelihood {
@@ -231,6 +216,18 @@ TEST(WeibullFit, ASlopeFarOffHasANegativeQuality) {
   DataSet data = ranked(world, make_data({{90}, {95}, {100}, {105}, {110}}));
   EXPECT_LT(fitted(world, data, request(method_code::x_on_y, model_code::weibayes, 0.5)).Quality,
             -1);
+}
+
+// Rounding is no spread: the quality of a line through equal times is 1 or -1,
+// never a ratio of two noises.
+TEST(WeibullFit, ALineOfGivenSlopeThroughEqualTimes) {
+  TestWorld world;
+  for (const double x : {8660499.0, 123.4, 0.1, 7.7e-5}) {
+    DataSet data = ranked(world, make_data({{x}, {x}, {x}, {x * 1.1, 0, 1}, {x * 2, 0, 1}}));
+    const double quality =
+        fitted(world, data, request(method_code::x_on_y, model_code::exponential, 1)).Quality;
+    EXPECT_EQ(std::fabs(quality), 1) << x;
+  }
 }
 
 TEST(WeibullFit, ByFailureModeReadsItsRowAndRanks) {

@@ -1,4 +1,7 @@
 // The main job: typed or pasted times become a fitted line.
+#include <QAbstractButton>
+#include <QLabel>
+
 #include "gui/window_world.h"
 #include "numerics/number_text.h"
 
@@ -46,10 +49,57 @@ TEST_F(MainJob, MouseAlone) {
   person.click(widget("opt_Method_0"), {8, 8});
   ASSERT_TRUE(wait_until([&] { return fits().rows() == 3; }));
   person.click(widget("btn_Fit"));
-  person.click(widget("opt_Model_4"), {8, 8});
   ASSERT_TRUE(wait_until([&] { return !program.commands.running(); }));
   EXPECT_EQ(fits().rows(), 3) << "a fit that stands is not added again";
-  EXPECT_EQ(session().gFitForm(1)->nModel, model_code::weibull2) << "a model not available yet";
+  EXPECT_TRUE(chart_has_fit_line());
+}
+
+// A click on each model adds its fit; the question for a slope takes its offer
+// or what is typed.
+TEST_F(MainJob, EveryClassicalModelByAClick) {
+  person.copy_elsewhere(QStringLiteral("100\n150\n210\n300\n>400\n"));
+  person.click(*window.windows().sheet(1).viewport(), {20, 10});
+  person.press({QStringLiteral("ctrl+v")});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 5; }));
+  const auto choose = [&](const char* option, const std::string& name) {
+    person.click(widget(option), {8, 8});
+    const int row = fits().rows();
+    EXPECT_TRUE(wait_until([&] { return fits().rows() > row || fits().text(row - 1, 2) == name; }))
+        << option;
+    EXPECT_EQ(fits().text(fits().rows() - 1, fit_column::model), name);
+    EXPECT_TRUE(chart_has_fit_line()) << name;
+  };
+  choose("opt_Model_8", "N/rr");
+  choose("opt_Model_9", "LN/rr");
+  choose("opt_Model_10", "G-/rr");
+  choose("opt_Model_11", "G+/rr");
+  EXPECT_EQ(boxes.texts(), QStringList());
+  choose("opt_Model_12", "E/rr");
+  boxes.answer_questions({QStringLiteral("2"), QStringLiteral("period"), QStringLiteral("5")});
+  choose("opt_Model_14", "Wb/rr");
+  EXPECT_EQ(number(fits(), fits().rows() - 1, fit_column::shape), 2.5);
+  EXPECT_EQ(boxes.texts().size(), 2);
+  boxes.answer_questions({QStringLiteral("1")});
+  person.click(widget("opt_Model_14"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return session().gFitForm(1)->nModel == model_code::exponential; }));
+  EXPECT_TRUE(dynamic_cast<const QAbstractButton&>(widget("opt_Model_12")).isChecked());
+  EXPECT_EQ(fits().text(0, fit_column::scale), "mu, Med, Xi, eta");
+}
+
+TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
+  QString times;
+  for (int i = 1; i <= 60; ++i)
+    times += QString::number(i <= 20 ? 3 * i + i % 4 : 500 + 12 * i + i % 7) + u'\n';
+  person.copy_elsewhere(times);
+  person.click(*window.windows().sheet(1).viewport(), {20, 10});
+  person.press({QStringLiteral("ctrl+v")});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 60; }));
+  person.click(widget("opt_Model_5"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 3 && !program.commands.running(); }));
+  EXPECT_EQ(fits().text(1, fit_column::model), "W5C/rr");
+  EXPECT_EQ(fits().text(2, fit_column::sub_population), "1,2");
+  const auto& hint = dynamic_cast<const QLabel&>(widget("lbl_Tip"));
+  EXPECT_TRUE(hint.text().contains(QStringLiteral("starts ended at this optimum"))) << "status";
   EXPECT_TRUE(chart_has_fit_line());
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QProcess>
 #include <QTest>
@@ -116,11 +117,17 @@ BoxReader::BoxReader() {
 }
 
 void BoxReader::look() {
-  auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-  if (!box || box == answered_ || !box->isActiveWindow()) return;
-  answered_ = box;
-  texts_ << box->text();
-  QProcess::startDetached(QStringLiteral("xdotool"), {QStringLiteral("key"), key_});
+  QWidget* const window = QApplication::activeModalWidget();
+  if (!window || window == answered_ || !window->isActiveWindow()) return;
+  const auto* box = qobject_cast<QMessageBox*>(window);
+  const auto* question = qobject_cast<QInputDialog*>(window);
+  if (!box && !question) return;
+  answered_ = window;
+  texts_ << (box ? box->text() : question->labelText());
+  QStringList keys = {QStringLiteral("key")};
+  if (question) keys += line_keys_;
+  keys += key_;
+  QProcess::startDetached(QStringLiteral("xdotool"), keys);
 }
 
 }  // namespace tavlo::test

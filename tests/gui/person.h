@@ -53,11 +53,14 @@ class Person {
   void resize(const QWidget& window, const QSize& size);
 };
 
-/// Reads each message box and presses a key on it: Enter unless told otherwise.
+/// Reads each message box and question and presses a key on it: Enter unless told
+/// otherwise.
 class BoxReader : public QObject {
  public:
   BoxReader();
   void press_on_boxes(const QString& key) { key_ = key; }
+  /// The keys to press in each question for a line of text, before Enter.
+  void answer_questions(const QStringList& keys) { line_keys_ = keys; }
   const QStringList& texts() const { return texts_; }
 
  private:
@@ -65,6 +68,7 @@ class BoxReader : public QObject {
 
   QTimer timer_;
   QString key_ = QStringLiteral("Return");
+  QStringList line_keys_;
   QStringList texts_;
   QPointer<QWidget> answered_;
 };
