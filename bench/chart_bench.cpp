@@ -8,6 +8,7 @@
 #include "chart/canvas.h"
 #include "chart/chart_world.h"
 #include "chart/fit_line.h"
+#include "chart/readout.h"
 #include "project/models.h"
 
 namespace tavlo {
@@ -46,6 +47,36 @@ void compose(benchmark::State& state) {
   }
 }
 BENCHMARK(compose)->Arg(20)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+
+/// Twenty sets, each with its fit, symbols and a line of the legend.
+void compose_twenty_sets(benchmark::State& state) {
+  test::ChartWorld here;
+  for (int i = 1; i <= 20; ++i) {
+    if (i > 1) New_frm_Data(here.session);
+    if (i > 1) New_frm_Fit(here.session);
+    DataSet data = weibull_sample(static_cast<int>(state.range(0)));
+    data.UniqueId = here.session.gData(i).UniqueId;
+    here.session.gData(i) = std::move(data);
+    here.session.gFit(i).nFits = 1;
+    here.session.gFit(i).Fits.resize(1);
+    here.session.gFit(i).Fits(1) =
+        test::fit_of(model_code::weibull2, {{1 / (500.0 * i), 1, 2, 0, 1}});
+  }
+  for (auto _ : state) benchmark::DoNotOptimize(here.draw());
+}
+BENCHMARK(compose_twenty_sets)->Arg(20)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+/// One move of the pointer over a chart of many points, with the fit's sayings.
+void precise_reading(benchmark::State& state) {
+  BenchWorld here;
+  DataSet data = weibull_sample(static_cast<int>(state.range(0)));
+  data.UniqueId = here.session.gData(1).UniqueId;
+  here.session.gData(1) = std::move(data);
+  here.draw();
+  Readout readout(here.session, here.chart());
+  for (auto _ : state) benchmark::DoNotOptimize(readout.precise_at({5000, 3000}, 60));
+}
+BENCHMARK(precise_reading)->Arg(20)->Arg(1000000)->Unit(benchmark::kMicrosecond);
 
 void fit_line(benchmark::State& state) {
   BenchWorld here;

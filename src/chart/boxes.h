@@ -10,4 +10,10 @@ namespace tavlo {
 /// kept inside.
 void draw_box(Recorder& recorder, const ChartItem& item);
 
+/// The rectangle of an item from its Left and Top, Width and Height.
+drawing::Rectangle area_of(const ChartItem& item);
+
+/// Moves an item that would stand outside the chart box back into it.
+void keep_on_chart(ChartItem& item, const Chart& chart);
+
 }  // namespace tavlo

@@ -1,6 +1,9 @@
 #include "chart/crowding.h"
 
 #include <algorithm>
+#include <limits>
+
+#include "chart/plot_coordinates.h"
 
 namespace tavlo {
 
@@ -52,12 +55,84 @@ struct Count {
   }
 };
 
+constexpr double inside_corner = 80;
+
+/// The places that a box can stand at, as shares of the room that is left.
+class Room {
+ public:
+  Room(const ChartItem& plot, const TextSize& box)
+      : left_(x_extent(plot).begin + inside_corner),
+        top_(y_extent(plot).begin + inside_corner),
+        across_(std::max(0.0, x_extent(plot).length() - 2 * inside_corner - box.width)),
+        down_(std::max(0.0, y_extent(plot).length() - 2 * inside_corner - box.height)) {}
+
+  Place at(double x_share, double y_share) const {
+    return {to_unit(left_ + x_share * across_), to_unit(top_ + y_share * down_)};
+  }
+
+ private:
+  double left_, top_, across_, down_;
+};
+
+/// 0, 0 is the upper left corner, 1, 1 the lower right one.
+struct Share {
+  double x;
+  double y;
+};
+
+Share share_of(Corner corner) {
+  const bool right = corner == Corner::top_right || corner == Corner::bottom_right;
+  const bool bottom = corner == Corner::bottom_left || corner == Corner::bottom_right;
+  return {right ? 1.0 : 0.0, bottom ? 1.0 : 0.0};
+}
+
+/// The preferred corner, the one opposite, the two beside it.
+std::vector<Share> corners_from(Share first) {
+  return {first, {1 - first.x, 1 - first.y}, {first.x, 1 - first.y}, {1 - first.x, first.y}};
+}
+
+/// A lattice over the room, the nearest to the preferred corner first.
+std::vector<Share> lattice_from(Share first) {
+  constexpr int cells = 8;
+  std::vector<Share> shares;
+  for (int i = 0; i <= cells; ++i)
+    for (int k = 0; k <= cells; ++k) shares.push_back({i / double{cells}, k / double{cells}});
+  const auto distance = [first](const Share& at) {
+    return (at.x - first.x) * (at.x - first.x) + (at.y - first.y) * (at.y - first.y);
+  };
+  std::stable_sort(shares.begin(), shares.end(),
+                   [&](const Share& a, const Share& b) { return distance(a) < distance(b); });
+  return shares;
+}
+
 }  // namespace
 
 int shapes_touching(const DrawingRecord& drawing, const Rectangle& area) {
   int count = 0;
   for (const Record& record : drawing.records) count += std::visit(Count{area}, record);
   return count;
+}
+
+Place freest_place(const ChartItem& plot, const TextSize& box, Corner preferred,
+                   const DrawingRecord& content, const std::vector<Rectangle>& taken) {
+  constexpr int worse_than_any_line = 1000000;
+  const Room room(plot, box);
+  Place best = room.at(share_of(preferred).x, share_of(preferred).y);
+  int least = std::numeric_limits<int>::max();
+  const auto consider = [&](const Share& share) {
+    if (least == 0) return;
+    const Place at = room.at(share.x, share.y);
+    const Rectangle area{at.x, at.y, to_unit(at.x + box.width), to_unit(at.y + box.height)};
+    int hidden = shapes_touching(content, area);
+    for (const Rectangle& other : taken)
+      if (box_touches(other, area)) hidden += worse_than_any_line;
+    if (hidden >= least) return;
+    least = hidden;
+    best = at;
+  };
+  for (const Share& share : corners_from(share_of(preferred))) consider(share);
+  for (const Share& share : lattice_from(share_of(preferred))) consider(share);
+  return best;
 }
 
 }  // namespace tavlo

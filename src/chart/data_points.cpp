@@ -34,16 +34,16 @@ std::vector<DataPair> drawable_pairs(const DataSet& data, int x_code, int y_code
   return pairs;
 }
 
-/// The first place of each cell of a grid, in order.
-std::vector<Place> first_of_each_cell(const std::vector<Place>& places, int cell) {
-  std::vector<Place> kept;
+/// The first point of each cell of a grid, in order.
+std::vector<PlacedPoint> first_of_each_cell(const std::vector<PlacedPoint>& points, int cell) {
+  std::vector<PlacedPoint> kept;
   std::unordered_set<std::uint64_t> seen;
-  seen.reserve(std::min<std::size_t>(places.size(), 16384));
-  for (const Place& place : places) {
-    if (!kept.empty() && kept.back() == place) continue;
-    const auto x = static_cast<std::uint32_t>(place.x / cell);
-    const auto y = static_cast<std::uint32_t>(place.y / cell);
-    if (seen.insert(std::uint64_t{x} << 32 | y).second) kept.push_back(place);
+  seen.reserve(std::min<std::size_t>(points.size(), 16384));
+  for (const PlacedPoint& point : points) {
+    if (!kept.empty() && kept.back().place == point.place) continue;
+    const auto x = static_cast<std::uint32_t>(point.place.x / cell);
+    const auto y = static_cast<std::uint32_t>(point.place.y / cell);
+    if (seen.insert(std::uint64_t{x} << 32 | y).second) kept.push_back(point);
   }
   return kept;
 }
@@ -52,18 +52,21 @@ bool is_within(std::int32_t at, const Extent& extent, double margin) {
   return at >= extent.begin - margin && at <= extent.end + margin;
 }
 
-/// Places whose symbol can be seen; at most half a symbol reaches over the edge.
-std::vector<Place> visible(const std::vector<Place>& places, const ChartItem& plot, double margin) {
-  const Extent across = x_extent(plot);
-  const Extent down = y_extent(plot);
-  std::vector<Place> kept;
-  for (const Place& place : places)
-    if (is_within(place.x, across, margin) && is_within(place.y, down, margin))
-      kept.push_back(place);
-  return kept;
+int size_of(const ChartMarker& marker) { return std::abs(int{marker.Size}); }
+
+/// From so many symbols on, those that nobody can tell apart are drawn once.
+std::vector<Place> drawn_places(std::vector<PlacedPoint> points, int size) {
+  if (points.size() > crowd) points = first_of_each_cell(points, std::max(1, size / crowd_grain));
+  std::vector<Place> places;
+  places.reserve(points.size());
+  for (const PlacedPoint& point : points) places.push_back(point.place);
+  return places;
 }
 
-std::vector<Place> places_of(Canvas& canvas, const DataSet& data, int size) {
+}  // namespace
+
+std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marker,
+                                        const DataSet& data) {
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   ChartAxis x_axis = canvas.chart.Axes(0);
   ChartAxis y_axis = canvas.chart.Axes(1);
@@ -71,27 +74,36 @@ std::vector<Place> places_of(Canvas& canvas, const DataSet& data, int size) {
   constexpr std::int32_t nowhere = std::numeric_limits<std::int32_t>::min();
   std::vector<Place> places(pairs.size(), Place{nowhere, nowhere});
   xy2Long(canvas.errors, canvas.prompts, plot, x_axis, y_axis, places, pairs);
-  places = first_of_each_cell(visible(places, plot, size / 2.0), 1);
-  if (places.size() > crowd) places = first_of_each_cell(places, std::max(1, size / crowd_grain));
-  return places;
+  const double margin = size_of(marker) / 2.0;  // at most half a symbol reaches over the edge
+  std::vector<PlacedPoint> points;
+  for (std::size_t i = 0; i < places.size(); ++i)
+    if (is_within(places[i].x, x_extent(plot), margin) &&
+        is_within(places[i].y, y_extent(plot), margin))
+      points.push_back({places[i], pairs[i]});
+  return first_of_each_cell(points, 1);
 }
 
-}  // namespace
+bool has_symbols(const ChartMarker& marker) {
+  if (marker.SymbolStyle == pen_style::none && marker.SymbolFill == 0) return false;
+  return is_symbol(marker.Symbol);
+}
 
-void draw_data_points(Canvas& canvas, const ChartMarker& marker, const DataSet& data) {
-  const bool fill = marker.SymbolFill != 0;
-  if (marker.SymbolStyle == pen_style::none && !fill) return;
-  const int size = std::abs(int{marker.Size});
-  const SymbolStamp stamp(marker.Symbol, size);
-  if (stamp.record_count() == 0) return;
-  const std::vector<Place> places = places_of(canvas, data, size);
+void draw_symbols(Recorder& recorder, const ChartMarker& marker, const SymbolStamp& stamp,
+                  const std::vector<Place>& places) {
   const bool solid = is_solid_symbol(marker.Symbol);
   const auto pen =
-      Selected::pen(canvas.recorder, marker.SymbolStyle, marker.SymbolWidth, marker.SymbolColor);
-  const auto brush = Selected::brush(canvas.recorder, fill || solid,
+      Selected::pen(recorder, marker.SymbolStyle, marker.SymbolWidth, marker.SymbolColor);
+  const auto brush = Selected::brush(recorder, marker.SymbolFill != 0 || solid,
                                      solid ? marker.SymbolColor : marker.FillColor);
-  canvas.recorder.reserve(places.size() * stamp.record_count());
-  for (const Place& place : places) stamp.draw(canvas.recorder, place);
+  recorder.reserve(places.size() * stamp.record_count());
+  for (const Place& place : places) stamp.draw(recorder, place);
+}
+
+void draw_data_points(Canvas& canvas, const ChartMarker& marker, const DataSet& data) {
+  if (!has_symbols(marker)) return;
+  const int size = size_of(marker);
+  draw_symbols(canvas.recorder, marker, SymbolStamp(marker.Symbol, size),
+               drawn_places(visible_points(canvas, marker, data), size));
 }
 
 }  // namespace tavlo

@@ -121,10 +121,19 @@ using Record = std::variant<TransparentBackground, CreatePen, CreateBrush, Creat
 
 namespace tavlo {
 
+/// Where a box that finds its own place came to stand, so that a window can tell
+/// what lies under the pointer and let the user move it.
+struct ItemArea {
+  int item = 0;  ///< index in Chart::Boxes
+  drawing::Rectangle area;
+  friend bool operator==(const ItemArea&, const ItemArea&) = default;
+};
+
 struct DrawingRecord {
   std::int32_t width = 0;  ///< of the chart box; 0 when nothing could be drawn
   std::int32_t height = 0;
   std::vector<drawing::Record> records;
+  std::vector<ItemArea> areas;  ///< no part of the picture
 
   friend bool operator==(const DrawingRecord&, const DrawingRecord&) = default;
 };

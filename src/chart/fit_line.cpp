@@ -19,6 +19,7 @@ namespace {
 constexpr double search_tolerance = 0.0001;
 constexpr int samples = 1000;
 constexpr int thinning_tolerance = 3;
+constexpr std::int32_t thinnest_line = 8;  // that still has its full colour on a screen
 
 /// How far the pen would reach over the edge of the plot. Wider than a quarter of
 /// the plot it is no longer a line, and nothing is held back for it.
@@ -38,14 +39,6 @@ Limits pulled_in(const AxisMap& map, double pen, double length) {
     if (!(limits.high > 0.0)) limits.high = 1e-5;
   }
   return limits;
-}
-
-/// A single population with a minimum life begins just above it: at the minimum
-/// life itself the model's F reads 1, and the line would be lost.
-double first_x(const FitResult& fit, double low) {
-  if (fit.nRows != 1) return low;
-  const double minimum_life = fit.Rows(1).T0;
-  return minimum_life > 0.0 && low <= minimum_life ? minimum_life * (1.0 + 1e-6) : low;
 }
 
 /// Cuts the X limits to the part of the line inside the Y limits; false when
@@ -104,7 +97,7 @@ void draw_line(Canvas& canvas, const ChartMarker& marker, const FitResult& fit) 
   const AxisMap y_map = AxisMap::y(canvas.errors, plot, canvas.chart.Axes(1));
   const double pen_reach = half_pen(plot, marker);
   Limits x = pulled_in(x_map, pen_reach, x_extent(plot).length());
-  x.low = first_x(fit, x.low);
+  x.low = first_x_of_line(fit, x.low);
   const Limits y = pulled_in(y_map, pen_reach, y_extent(plot).length());
   if (!(x.low < x.high) || !clip_to_plot(canvas.errors, fit, y, x)) return;
   std::vector<Place> line;
@@ -116,13 +109,44 @@ void draw_line(Canvas& canvas, const ChartMarker& marker, const FitResult& fit) 
   canvas.recorder.add(Polyline{thin_line(line, thinning_tolerance)});
 }
 
+/// One row of a mixture as a fit of its own.
+FitResult single_population(FitParam row) {
+  row.Fraction = 1.0;
+  row.Applies = 1;
+  FitResult alone;
+  alone.ModelCode = model_code::weibull2;
+  alone.nRows = 1;
+  alone.Rows.resize(1);
+  alone.Rows(1) = row;
+  return alone;
+}
+
 }  // namespace
 
+/// At the minimum life itself the model's F reads 1, and the line would be lost.
+double first_x_of_line(const FitResult& fit, double low) {
+  if (fit.nRows != 1) return low;
+  const double minimum_life = fit.Rows(1).T0;
+  return minimum_life > 0.0 && low <= minimum_life ? minimum_life * (1.0 + 1e-6) : low;
+}
+
+bool has_line(const ChartMarker& marker) {
+  return marker.LineWidth != 0 && marker.LineStyle != pen_style::none;
+}
+
 void DrawData_One_Line(Canvas& canvas, const ChartMarker& marker, const FitResult& fit) {
-  if (marker.LineWidth == 0 || marker.LineStyle == pen_style::none) return;
+  if (!has_line(marker)) return;
   if (!scales_are_drawn(canvas)) return;
   guarded(canvas.errors, error_words("Error drawing a fit line: ", "DrawData_One_Line routine:"),
           [&] { draw_line(canvas, marker, fit); });
+}
+
+void draw_sub_populations(Canvas& canvas, const ChartMarker& marker, const FitResult& fit) {
+  const int last = std::min<int>(fit.nRows, fit.Rows.bound());
+  ChartMarker thin = marker;
+  thin.LineWidth = std::max(thinnest_line, std::abs(marker.LineWidth / 3));
+  for (int i = 1; last > 1 && i <= last; ++i)
+    DrawData_One_Line(canvas, thin, single_population(fit.Rows(i)));
 }
 
 }  // namespace tavlo

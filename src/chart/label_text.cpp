@@ -26,17 +26,19 @@ int decimals_of(std::string_view pattern) {
   return static_cast<int>(end - point - 1);
 }
 
-/// Whether the value is told by the pattern's decimals. Exact equality would
-/// never hold for 3 x 0.1 or 0.07 x 100.
-bool tells(std::string_view pattern, double value) {
+/// Whether the value is told by the pattern's decimals, to within `close`. Exact
+/// equality would never hold for 3 x 0.1 or 0.07 x 100.
+bool tells(std::string_view pattern, double value, double close = 0.0) {
   if (has_exponent(pattern)) return true;
-  const double shown = is_percent(pattern) ? value * 100.0 : value;
+  const double percent = is_percent(pattern) ? 100.0 : 1.0;
+  const double shown = value * percent;
   const double unit = std::pow(10.0, decimals_of(pattern));
-  return std::fabs(round_half_even(shown * unit) / unit - shown) <= 1e-9 * std::fabs(shown);
+  const double tolerance = std::max(1e-9 * std::fabs(shown), close * percent);
+  return std::fabs(round_half_even(shown * unit) / unit - shown) <= tolerance;
 }
 
-std::string grown_to_tell(std::string pattern, double value) {
-  while (!tells(pattern, value)) pattern = with_one_decimal_more(pattern);
+std::string grown_to_tell(std::string pattern, double value, double close = 0.0) {
+  while (!tells(pattern, value, close)) pattern = with_one_decimal_more(pattern);
   return pattern;
 }
 
@@ -61,7 +63,16 @@ std::string general_text(double value, int digits = exact_digits) {
   return has_exponent(plain) || with_exponent.size() < plain.size() ? with_exponent : plain;
 }
 
-/// A limit may hold digits that nobody asked for: enough to place it on the axis.
+/// How near to a limit its label comes. A limit may hold digits that nobody asked
+/// for, as after a zoom: three of them place it on any axis.
+double close_to_limit(int code, double value, Limits limits) {
+  const double range = std::fabs(limits.high - limits.low);
+  if (is_probability_scale(code))
+    return std::min(3e-3 * std::min(value, 1.0 - value), 0.01 * range);
+  return needs_positive(code) ? 3e-3 * std::min(std::fabs(value), range) : 1e-4 * range;
+}
+
+/// The same in the general form: enough to place it on the axis.
 std::string limit_text(double value, Limits limits) {
   const double close = 1e-4 * std::fabs(limits.high - limits.low);
   for (int digits = 3; digits < exact_digits; ++digits) {
@@ -145,6 +156,14 @@ void put_middle_first(std::vector<AxisLabel>& labels) {
                    [&](const AxisLabel& a, const AxisLabel& b) { return tail(a) < tail(b); });
 }
 
+std::string label_of_limit(const Form& form, bool is_general, int code, double value,
+                           Limits limits) {
+  if (is_general && (form.pattern.empty() || !tells(form.pattern, value)))
+    return limit_text(value, limits);
+  const double close = close_to_limit(code, value, limits);
+  return format_number(value, grown_to_tell(form.pattern, value, close));
+}
+
 }  // namespace
 
 std::string with_one_decimal_more(std::string_view pattern) {
@@ -169,12 +188,9 @@ std::vector<AxisLabel> axis_labels(const ChartAxis& axis, int code, const ScaleP
   }
   if (!is_evenly_spaced(points))
     is_probability_scale(code) ? put_middle_first(labels) : put_decades_first(labels);
-  const bool general = axis.Label.Text2.empty() && !is_probability_scale(code);
-  for (const double limit : {limits.low, limits.high}) {
-    const bool by_own_digits = general && (form.pattern.empty() || !tells(form.pattern, limit));
-    const Form own{form.pattern, true};
-    labels.push_back({limit, by_own_digits ? limit_text(limit, limits) : own.text(limit)});
-  }
+  const bool is_general = axis.Label.Text2.empty() && !is_probability_scale(code);
+  for (const double limit : {limits.low, limits.high})
+    labels.push_back({limit, label_of_limit(form, is_general, code, limit, limits)});
   return labels;
 }
 

@@ -4,8 +4,9 @@
 #include "chart/boxes.h"
 #include "chart/canvas.h"
 #include "chart/data_points.h"
+#include "chart/draw_marks.h"
 #include "chart/fit_line.h"
-#include "chart/marks.h"
+#include "chart/legend.h"
 #include "chart/parameter_box.h"
 #include "chart/plot_sets.h"
 #include "chart/queued_prompts.h"
@@ -42,6 +43,8 @@ class HeldReports {
   ErrorReporter errors_;
 };
 
+void add_words(ErrorReporter& reporter) { reporter.add_lines({"fl_Make_WMF_Error: "}); }
+
 void check_chart(const Chart& chart) {
   if (chart.Boxes.bound() < chart_item::date || chart.Axes.bound() < 1)
     throw RunTimeError(run_time::subscript);
@@ -55,19 +58,18 @@ void check_chart(const Chart& chart) {
 
 void draw_plot_set(Canvas& canvas, const Session& session, const PlotSet& set) {
   if (set.fit) DrawData_One_Line(canvas, *set.marker, *set.fit);
+  if (set.fit && canvas.chart.SubPopulations) draw_sub_populations(canvas, *set.marker, *set.fit);
   draw_data_points(canvas, *set.marker, session.gData(set.data_index));
 }
 
-/// Points and lines alone, before their place in the drawing comes. What fails
-/// here fails again when they are drawn, and is told then.
+/// Points and lines alone, before their place in the drawing comes: the boxes keep
+/// off them.
 DrawingRecord content_of(const Canvas& canvas, const Session& session,
                          const std::vector<PlotSet>& sets) {
   DrawingRecord content;
   Recorder recorder(content);
-  QueuedPrompts unheard(canvas.prompts);
-  ErrorReporter unread(unheard, session.ports.clock);
-  Canvas trial{recorder, canvas.chart, canvas.text_measure, unheard, unread};
-  for (const PlotSet& set : sets) draw_plot_set(trial, session, set);
+  Canvas apart{recorder, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
+  for (const PlotSet& set : sets) draw_plot_set(apart, session, set);
   return content;
 }
 
@@ -78,26 +80,36 @@ void compose(Canvas& canvas, Session& session) {
   draw_titles(canvas, session.ports.clock.now());
   DrawGrid(canvas, false);
   DrawGrid(canvas, true);
-  draw_parameter_box(canvas, session, sets, content_of(canvas, session, sets));
+  DrawingRecord content = content_of(canvas, session, sets);
+  draw_parameter_box(canvas, session, sets, content);
   draw_marks(canvas);
-  for (const PlotSet& set : sets) draw_plot_set(canvas, session, set);
+  canvas.recorder.append(content);
+  draw_legend(canvas, session, sets, content);
 }
 
 }  // namespace
 
-DrawingRecord fl_Make_WMF(Session& session, int chart_index) {
+DrawingRecord compose_chart(Session& session, const Chart& chart, Prompts& prompts,
+                            ErrorReporter& errors) {
   DrawingRecord record;
-  HeldReports reports(session);
-  const auto words = [](ErrorReporter& reporter) { reporter.add_lines({"fl_Make_WMF_Error: "}); };
-  guarded(reports.errors(), words, [&] {
-    const Chart& chart = session.gChart(chart_index);
+  guarded(errors, add_words, [&] {
     check_chart(chart);
     record.width = chart.Boxes(chart_item::chart_box).Width;
     record.height = chart.Boxes(chart_item::chart_box).Height;
     Recorder recorder(record);
     recorder.add(drawing::TransparentBackground{});
-    Canvas canvas{recorder, chart, session.ports.text_measure, reports.prompts(), reports.errors()};
+    Canvas canvas{recorder, chart, session.ports.text_measure, prompts, errors};
     compose(canvas, session);
+  });
+  return record;
+}
+
+DrawingRecord fl_Make_WMF(Session& session, int chart_index) {
+  DrawingRecord record;
+  HeldReports reports(session);
+  guarded(reports.errors(), add_words, [&] {
+    record =
+        compose_chart(session, session.gChart(chart_index), reports.prompts(), reports.errors());
   });
   reports.prompts().show_all();
   return record;

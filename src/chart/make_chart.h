@@ -11,4 +11,9 @@ namespace tavlo {
 /// is reported and leaves what had been drawn until then.
 DrawingRecord fl_Make_WMF(Session& session, int chart_index);
 
+/// The same for a chart that need not be one of the session's; questions and
+/// failures go to `prompts` and `errors`.
+DrawingRecord compose_chart(Session& session, const Chart& chart, Prompts& prompts,
+                            ErrorReporter& errors);
+
 }  // namespace tavlo

@@ -5,8 +5,9 @@
 
 #include "chart/boxes.h"
 #include "chart/crowding.h"
+#include "chart/fitting_text.h"
+#include "chart/movable_boxes.h"
 #include "chart/parameter_table.h"
-#include "chart/plot_coordinates.h"
 
 namespace tavlo {
 
@@ -18,6 +19,7 @@ constexpr double width_per_point = 16.0;  // a little wider than the letters: ro
 constexpr double line_spacing = 1.5;      // in text heights
 constexpr double padding = 90;
 constexpr double inside_corner = 80;
+constexpr double widest_heading = 0.4;  // of the plot
 constexpr std::int32_t rule_pen = 5;
 
 /// Where the lines and columns of the box stand.
@@ -39,6 +41,17 @@ double column_width(Canvas& canvas, const ParameterTable& table, std::size_t col
   return width;
 }
 
+/// The widest line but for the headings, which are cut to it.
+double rows_width(Canvas& canvas, const ParameterTable& table, const Layout& layout, double gap,
+                  const ChartItem& item) {
+  const double at = layout.starts[table_column::count];
+  double width = 0;
+  for (const TableLine& line : table.lines)
+    width = std::max(width,
+                     line.quality.empty() ? at - gap : at + width_of(canvas, line.quality, item));
+  return width;
+}
+
 Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& item) {
   Layout layout;
   const TextSize reference = text_size(canvas.text_measure, "8Xm", item);
@@ -50,45 +63,72 @@ Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& i
     if (table.shown[i]) at += column_width(canvas, table, i, item) + gap;
   }
   layout.starts[table_column::count] = at;
-  for (const TableLine& line : table.lines) {
-    const double end = line.quality.empty() ? at - gap : at + width_of(canvas, line.quality, item);
-    layout.width = std::max({layout.width, end, width_of(canvas, line.heading, item)});
-  }
+  layout.width = rows_width(canvas, table, layout, gap, item);
+  const double most =
+      std::max(layout.width, widest_heading * canvas.chart.Boxes(chart_item::plot_box).Width);
+  for (const TableLine& line : table.lines)
+    layout.width = std::max(layout.width, std::min(most, width_of(canvas, line.heading, item)));
   return layout;
 }
 
-/// The corners of the plot, the factory's first.
-std::array<Place, 4> corners(const ChartItem& plot, const ChartItem& box) {
-  const double left = plot.Left + inside_corner;
-  const double top = plot.Top + inside_corner;
-  const double right = x_extent(plot).end - box.Width - inside_corner;
-  const double bottom = y_extent(plot).end - box.Height - inside_corner;
-  return {Place{to_unit(left), to_unit(top)}, Place{to_unit(right), to_unit(bottom)},
-          Place{to_unit(right), to_unit(top)}, Place{to_unit(left), to_unit(bottom)}};
+/// Room that the box may take: at first only a part of the plot, so that the
+/// points have theirs; letters shrink to an easily read size for it. A longer
+/// table takes the whole plot, in the smallest letters at need.
+struct Allowance {
+  double share;
+  float smallest_font;
+};
+constexpr double just_under = 0.995;  // so that rounding takes no line away
+constexpr std::array<Allowance, 2> allowances = {{{0.62, 9}, {1.0, 6}}};
+
+double height_of(const Layout& layout, std::size_t lines) {
+  return layout.line_height * static_cast<double>(lines) + padding;
 }
 
-Place freest_corner(const ChartItem& plot, const ChartItem& box, const DrawingRecord& content) {
-  const auto hidden = [&](const Place& at) {
-    return shapes_touching(content, {at.x, at.y, to_unit(static_cast<double>(at.x) + box.Width),
-                                     to_unit(static_cast<double>(at.y) + box.Height)});
-  };
-  const auto candidates = corners(plot, box);
-  return *std::min_element(candidates.begin(), candidates.end(),
-                           [&](const Place& a, const Place& b) { return hidden(a) < hidden(b); });
+/// The font that the table fits the plot with.
+float fitting_font(Canvas& canvas, const ParameterTable& table) {
+  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
+  ChartItem item = canvas.chart.Boxes(chart_item::parameter_box);
+  for (const auto& [share, smallest_font] : allowances) {
+    const Layout layout = layout_of(canvas, table, item);
+    const double down = (share * plot.Height - 2 * inside_corner - padding) /
+                        (height_of(layout, table.lines.size()) - padding);
+    const double across = (plot.Width - 2 * inside_corner - 2 * padding) / layout.width;
+    const double factor = std::min(down, across);
+    if (factor >= 1.0) break;
+    const auto shrunk = static_cast<float>(just_under * drawn_font_size(item.FontSize) * factor);
+    item.FontSize = std::max(std::min(item.FontSize, smallest_font), shrunk);
+  }
+  return item.FontSize;
 }
 
-/// The record's place; the factory's, on the plot's corner, means a free corner.
-ChartItem placed_box(const Chart& chart, const Layout& layout, std::size_t lines,
-                     const DrawingRecord& content) {
-  ChartItem box = chart.Boxes(chart_item::parameter_box);
-  const ChartItem& plot = chart.Boxes(chart_item::plot_box);
+bool has_values(const TableLine& line) {
+  return line.heading.empty() && line.cells[table_column::label].empty();
+}
+
+/// Lines that no letters are small enough for are left out, with the headings that
+/// would lose their values; a mark says so.
+void cut_to_plot(ParameterTable& table, const Layout& layout, const ChartItem& plot) {
+  const double room = plot.Height - 2 * inside_corner - padding;
+  const auto most = static_cast<std::size_t>(std::clamp(room / layout.line_height, 1.0, 1e6));
+  if (table.lines.size() <= most) return;
+  table.lines.resize(most - 1);
+  while (!table.lines.empty() && !has_values(table.lines.back())) table.lines.pop_back();
+  table.lines.emplace_back().cells[table_column::label] = "\u2026";
+}
+
+/// The record's place; the factory's, on the plot's corner, means a free place.
+void place(const Canvas& canvas, ChartItem& box, const Layout& layout, std::size_t lines,
+           const DrawingRecord& content) {
+  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   box.Width = to_unit(layout.width + 2 * padding);
-  box.Height = to_unit(layout.line_height * static_cast<double>(lines) + padding);
-  if (box.Left != plot.Left || box.Top != plot.Top) return box;
-  const Place at = freest_corner(plot, box, content);
+  box.Height = to_unit(height_of(layout, lines));
+  if (has_own_place(canvas.chart, chart_item::parameter_box))
+    return keep_on_chart(box, canvas.chart);
+  const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
+  const Place at = freest_place(plot, size, Corner::top_left, content, {});
   box.Left = at.x;
   box.Top = at.y;
-  return box;
 }
 
 void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& line,
@@ -132,10 +172,17 @@ void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& bo
 
 void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
                         const DrawingRecord& content) {
-  const ParameterTable table = parameter_table(session, sets);
+  ParameterTable table = parameter_table(session, sets);
   if (table.lines.empty()) return;
-  const Layout layout = layout_of(canvas, table, canvas.chart.Boxes(chart_item::parameter_box));
-  const ChartItem box = placed_box(canvas.chart, layout, table.lines.size(), content);
+  ChartItem box = canvas.chart.Boxes(chart_item::parameter_box);
+  box.FontSize = fitting_font(canvas, table);
+  const Layout layout = layout_of(canvas, table, box);
+  cut_to_plot(table, layout, canvas.chart.Boxes(chart_item::plot_box));
+  for (TableLine& line : table.lines)
+    line.heading =
+        cut_to_width(canvas.text_measure, line.heading, box, layout.width, width_per_point);
+  place(canvas, box, layout, table.lines.size(), content);
+  canvas.recorder.note_area(chart_item::parameter_box, area_of(box));
   draw_box(canvas.recorder, box);
   draw_rules(canvas, table, box, layout);
   draw_table(canvas, table, box, layout);

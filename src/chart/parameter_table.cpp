@@ -58,7 +58,7 @@ TableLine heading_line(const Model& model) {
 }
 
 TableLine value_line(const Model& model, const FitParam& row, int digits) {
-  const ShownParameters shown = shown_parameters(model.code, row).value_or(ShownParameters{});
+  const ShownParameters shown = grid_parameters(model.code, row);
   TableLine line;
   line.cells = {"",
                 fs_BitList(row.Applies, false),
@@ -91,11 +91,11 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, int digits) {
   }
 }
 
-TableLine set_line(const PlotSet& set, const DataSet& data) {
+TableLine set_line(const Session& session, const PlotSet& set) {
   TableLine line;
-  const std::string& label = set.marker->Label.empty() ? data.Title : set.marker->Label;
-  const DataPoint& totals = data.Points(0);
-  line.heading = ":" + label + " N" + number_text(totals.Fails) + " /S" + number_text(totals.Susps);
+  const DataPoint& totals = session.gData(set.data_index).Points(0);
+  line.heading = ":" + set_title(session, set) + " N" + number_text(totals.Fails) + " /S" +
+                 number_text(totals.Susps);
   return line;
 }
 
@@ -116,7 +116,7 @@ ParameterTable parameter_table(const Session& session, const std::vector<PlotSet
     if (!set.fit) continue;
     if (set.data_index != data_index) {
       data_index = set.data_index;
-      table.lines.push_back(set_line(set, session.gData(data_index)));
+      table.lines.push_back(set_line(session, set));
     }
     add_fit(table.lines, *set.fit, session.settings.DigitsParBox);
   }

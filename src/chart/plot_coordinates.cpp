@@ -113,6 +113,7 @@ AxisMap::AxisMap(ErrorReporter& reporter, int code, const ChartAxis& axis)
 
 void AxisMap::span(Extent extent) {
   begin_ = extent.begin;
+  end_ = extent.end;
   factor_ = (Real(extent.length()) / (Real(high_) - Real(low_))).value();
 }
 
@@ -129,6 +130,22 @@ AxisMap AxisMap::y(ErrorReporter& reporter, const ChartItem& plot_box, const Cha
   map.factor_ = -map.factor_;
   map.origin_ = map.high_;
   return map;
+}
+
+AxisMap AxisMap::readable_y(ErrorReporter& reporter, const ChartItem& plot_box, ChartAxis axis) {
+  if (y_scale_of(axis) == y_scale::density) axis.ScaleType = y_scale::weibull;
+  return y(reporter, plot_box, axis);
+}
+
+std::int32_t AxisMap::held(double place) const {
+  return clamped_place(std::clamp(place, begin_, end_));
+}
+
+double AxisMap::read(double place) const {
+  const bool upward = factor_ < 0.0;
+  if (place <= begin_) return upward ? limits_.high : limits_.low;
+  if (place >= end_) return upward ? limits_.low : limits_.high;
+  return inverse((Real(place - begin_) / factor_ + origin_).value());
 }
 
 double AxisMap::transform(double value) const { return scale_transform(reporter_, code_, value); }
@@ -185,23 +202,16 @@ void xy2Long(ErrorReporter& reporter, Prompts& prompts, const ChartItem& plot_bo
   });
 }
 
-DataPair data_at(ErrorReporter& reporter, const Chart& chart, const PictureSize& picture,
+DataPair data_at(ErrorReporter& reporter, const Chart& chart, const ViewSize& picture,
                  double mouse_x, double mouse_y) {
   return guarded(reporter, DataPair{}, error_words("Reading position: ", "data_at routine:"), [&] {
     const ChartItem& whole = chart.Boxes(chart_item::chart_box);
     const ChartItem& plot = chart.Boxes(chart_item::plot_box);
     const AxisMap x = AxisMap::x(reporter, plot, chart.Axes(0));
-    const AxisMap y = AxisMap::y(reporter, plot, chart.Axes(1));
-    const Extent across = x_extent(plot);
-    const Extent down = y_extent(plot);
+    const AxisMap y = AxisMap::readable_y(reporter, plot, chart.Axes(1));
     const Real px = Real(mouse_x) * whole.Width / picture.width;
     const Real py = Real(mouse_y) * whole.Height / picture.height;
-    const Real u =
-        (std::clamp(px.value(), across.begin, across.end) - across.begin) / Real(across.length());
-    const Real w =
-        (std::clamp(py.value(), down.begin, down.end) - down.begin) / Real(down.length());
-    return DataPair{x.inverse((u * (x.high() - x.low()) + x.low()).value()),
-                    y.inverse((y.high() - w * (y.high() - y.low())).value())};
+    return DataPair{x.read(px.value()), y.read(py.value())};
   });
 }
 

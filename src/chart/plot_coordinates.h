@@ -59,10 +59,18 @@ class AxisMap {
  public:
   static AxisMap x(ErrorReporter& reporter, const ChartItem& plot_box, const ChartAxis& axis);
   static AxisMap y(ErrorReporter& reporter, const ChartItem& plot_box, const ChartAxis& axis);
+  /// For reading alone: the density scale, which nothing draws, reads as Weibull.
+  static AxisMap readable_y(ErrorReporter& reporter, const ChartItem& plot_box, ChartAxis axis);
 
   /// Logical units, rounded half to even and held within 0 and 2147483645.
   /// Error 5 when the value has no place on the scale.
   std::int32_t operator()(double value) const;
+
+  /// The data at a place, which is held within the plot box; at its edges exactly
+  /// the limits.
+  double read(double place) const;
+  /// The place, held within the plot box.
+  std::int32_t held(double place) const;
 
   double transform(double value) const;
   double inverse(double place) const;
@@ -82,6 +90,7 @@ class AxisMap {
   double high_ = 0;
   double origin_ = 0;  ///< transform of the value at the extent's beginning
   double begin_ = 0;
+  double end_ = 0;
   double factor_ = 0;
 };
 
@@ -95,14 +104,14 @@ void xy2Long(ErrorReporter& reporter, Prompts& prompts, const ChartItem& plot_bo
              std::vector<DataPair>& pairs, bool write_back = false);
 
 /// Size of a picture in the units that a mouse position is given in.
-struct PictureSize {
+struct ViewSize {
   double width = 0;
   double height = 0;
 };
 
 /// The data under a position of a picture that shows the whole chart. Positions
 /// outside the plot box are read at its nearest edge.
-DataPair data_at(ErrorReporter& reporter, const Chart& chart, const PictureSize& picture,
+DataPair data_at(ErrorReporter& reporter, const Chart& chart, const ViewSize& picture,
                  double mouse_x, double mouse_y);
 
 }  // namespace tavlo

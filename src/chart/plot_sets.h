@@ -1,6 +1,7 @@
 // Plot sets: finds the data and the fit behind each marker row of a chart.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "project/session.h"
@@ -9,6 +10,7 @@ namespace tavlo {
 
 struct PlotSet {
   const ChartMarker* marker = nullptr;
+  int row = 0;                     ///< of the marker table, from 1
   int data_index = 0;              ///< in gData, from 1
   const FitResult* fit = nullptr;  ///< null when the set has no such fit
 };
@@ -18,5 +20,16 @@ struct PlotSet {
 /// there is none of that identity, the one of the data set's index. A fit that
 /// is stale or has no populations counts as none.
 std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart);
+
+/// Index of the fit set that a marker row takes its fit from; 0 when the row shows no
+/// data or there is none.
+int fit_set_of(const Session& session, const ChartMarker& marker);
+
+/// The row shows that data set with its own fits, or none for 0.
+void show_data(ChartMarker& marker, std::int32_t data_id);
+
+/// What a plot set is called: the label that the user gave it, else the title of
+/// its data set.
+std::string set_title(const Session& session, const PlotSet& set);
 
 }  // namespace tavlo

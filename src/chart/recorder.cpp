@@ -92,6 +92,22 @@ void Recorder::text(Place place, const std::string& utf8) {
   if (!utf8.empty()) add(Text{place, std::string(utf8_front(utf8, longest_text))});
 }
 
+void Recorder::append(const DrawingRecord& drawing) {
+  const auto before = static_cast<Handle>(made_.size());
+  const auto renumber = [before](auto& record) {
+    if constexpr (requires { record.handle; })
+      if (record.handle > no_object) record.handle += before;
+  };
+  reserve(drawing.records.size());
+  for (Record record : drawing.records) {
+    if (std::holds_alternative<CreatePen>(record)) made_.push_back(Kind::pen);
+    if (std::holds_alternative<CreateBrush>(record)) made_.push_back(Kind::brush);
+    if (std::holds_alternative<CreateFont>(record)) made_.push_back(Kind::font);
+    std::visit(renumber, record);
+    add(std::move(record));
+  }
+}
+
 Selected::Selected(Recorder& recorder, Handle handle, bool made)
     : recorder_(recorder), handle_(handle), earlier_(recorder.select(handle)), made_(made) {}
 

@@ -35,7 +35,14 @@ class Recorder {
   void align(drawing::TextAlign align);
   void text_colour(std::int32_t colour);
   void text(drawing::Place place, const std::string& utf8);
+  /// Notes where an item of the chart came to stand.
+  void note_area(int item, const drawing::Rectangle& area) {
+    record_.areas.push_back({item, area});
+  }
+  const std::vector<ItemArea>& areas() const { return record_.areas; }
   void add(drawing::Record record) { record_.records.push_back(std::move(record)); }
+  /// Draws what another recorder wrote, with handles of its own.
+  void append(const DrawingRecord& drawing);
   void reserve(std::size_t more) { record_.records.reserve(record_.records.size() + more); }
 
  private:

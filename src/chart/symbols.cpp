@@ -40,11 +40,13 @@ class Shapes {
     parts.push_back(Polyline{places({from, to})});
     return *this;
   }
-  Shapes& circle(double radius = 1.0) {
-    const std::int32_t r = std::max(1, to_unit(radius * half_));
-    parts.push_back(Ellipse{-r, -r, r, r});
+  Shapes& ellipse(double half_width, double half_height) {
+    const std::int32_t x = std::max(1, to_unit(half_width * half_));
+    const std::int32_t y = std::max(1, to_unit(half_height * half_));
+    parts.push_back(Ellipse{-x, -y, x, y});
     return *this;
   }
+  Shapes& circle(double radius = 1.0) { return ellipse(radius, radius); }
   Shapes& box(double half_width, double half_height) {
     return polygon({{-half_width, -half_height},
                     {half_width, -half_height},
@@ -74,6 +76,9 @@ class Shapes {
 /// A point up, with its centre of gravity at the place of the datum.
 const Corners triangle = {{0, -triangle_side}, {1, triangle_base}, {-1, triangle_base}};
 const Corners diamond = {{0, -1}, {1, 0}, {0, 1}, {-1, 0}};
+
+/// Half of a square, its right angle at the lower left.
+const Corners corner_triangle = {{-0.9, -0.9}, {0.9, 0.9}, {-0.9, 0.9}};
 
 Corners turned(const Corners& corners, int quarters) {
   Corners result = corners;
@@ -128,7 +133,7 @@ const std::array<Drawer, 27> drawers = {
     [](Shapes& s) { s.plus(); },
     [](Shapes& s) { s.cross(); },
     [](Shapes& s) { s.plus().cross(); },
-    [](Shapes& s) { s.circle().plus(); },
+    [](Shapes& s) { s.circle(0.62).plus(); },  // cross-hair
     [](Shapes& s) { s.box(square_half, square_half).plus(square_half); },
     [](Shapes& s) { s.polygon(diamond).plus(); },
     [](Shapes& s) { s.circle().cross(); },
@@ -136,16 +141,16 @@ const std::array<Drawer, 27> drawers = {
     [](Shapes& s) {
       s.polygon({{-1, -1}, {1, 1}, {1, -1}, {-1, 1}});
     },  // bow tie
-    [](Shapes& s) { s.polygon(star(5, 1.0)); },
-    [](Shapes& s) { s.polygon(star(6, 1.0)); },
+    [](Shapes& s) { s.polygon(corner_triangle); },
+    [](Shapes& s) { s.polygon(turned(corner_triangle, 2)); },
     [](Shapes& s) { s.box(1.0, 2.0 * thin); },
     [](Shapes& s) { s.box(2.0 * thin, 1.0); },
-    [](Shapes& s) { s.circle().circle(0.35); },
+    [](Shapes& s) { s.ellipse(1.0, 0.55); },
     [](Shapes& s) { s.polygon(star(5, 0.382)); },
     [](Shapes& s) { s.polygon(star(4, 0.35)); },
     [](Shapes& s) { s.circle(); },                       // solid
     [](Shapes& s) { s.box(square_half, square_half); },  // solid
-    [](Shapes& s) { s.polygon(rotated_by_eighth(fat_plus(0.35))); },
+    [](Shapes& s) { s.polygon(rotated_by_eighth(fat_plus(0.22))); },
 };
 
 /// Adds `by`; a mark may stand at the edge of 32 bits, so the sum is held there.
@@ -173,10 +178,12 @@ Record moved(Record record, Place by) {
 
 }  // namespace
 
+bool is_symbol(int symbol) { return symbol >= 1 && symbol <= static_cast<int>(drawers.size()); }
+
 bool is_solid_symbol(int symbol) { return symbol == 25 || symbol == 26; }
 
 SymbolStamp::SymbolStamp(int symbol, int size) {
-  if (symbol < 1 || symbol > static_cast<int>(drawers.size())) return;
+  if (!is_symbol(symbol)) return;
   Shapes shapes(std::fabs(size / 2.0));
   drawers[static_cast<std::size_t>(symbol) - 1](shapes);
   parts_ = std::move(shapes.parts);

@@ -8,6 +8,9 @@
 
 namespace tavlo {
 
+/// Whether the number is one of a symbol.
+bool is_symbol(int symbol);
+
 /// Numbers of the symbols that are filled with their own line colour.
 bool is_solid_symbol(int symbol);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "chart/axis_labels.h"
+#include "chart/fitting_text.h"
 #include "chart/plot_coordinates.h"
 #include "numerics/date_text.h"
 
@@ -72,11 +73,20 @@ void draw_background(Recorder& recorder, const ChartItem& item, double left, dou
   recorder.add(drawing::Rectangle{to_unit(left), to_unit(top), to_unit(right), to_unit(bottom)});
 }
 
+/// Room of a title that is centred on a place between two edges.
+double room_around(double centre, double begin, double end) {
+  constexpr double clear_of_edge = 60;
+  return 2.0 * (std::min(centre - begin, end - centre) - clear_of_edge);
+}
+
 /// Centred on x, its line of text beginning at `top`; the background is
 /// `background` text heights high.
-void draw_level_title(Canvas& canvas, const ChartItem& item, double x, double top,
+void draw_level_title(Canvas& canvas, const ChartItem& title, double x, double top,
                       double background) {
-  if (item.Text2.empty()) return;
+  if (title.Text2.empty()) return;
+  const ChartEdges edges = edges_of(canvas.chart.Boxes(chart_item::chart_box));
+  const ChartItem item =
+      fitted_to_width(canvas.text_measure, title, room_around(x, edges.left, edges.right));
   const TextSize size = text_size(canvas.text_measure, item.Text2, item);
   draw_background(canvas.recorder, item, x - size.width / 2, top, x + size.width / 2,
                   top + background * size.height);
@@ -87,8 +97,11 @@ void draw_level_title(Canvas& canvas, const ChartItem& item, double x, double to
 }
 
 /// Straight up, its `Top` counted from the left edge of the chart.
-void draw_upright_title(Canvas& canvas, const ChartItem& item, double left, double y) {
-  if (item.Text2.empty()) return;
+void draw_upright_title(Canvas& canvas, const ChartItem& title, double left, double y) {
+  if (title.Text2.empty()) return;
+  const ChartEdges edges = edges_of(canvas.chart.Boxes(chart_item::chart_box));
+  const ChartItem item =
+      fitted_to_width(canvas.text_measure, title, room_around(y, edges.top, edges.bottom));
   constexpr std::int32_t straight_up = 900;
   const TextSize size = text_size(canvas.text_measure, item.Text2, item);
   draw_background(canvas.recorder, item, left, y - size.width / 2, left + 0.9 * size.height,

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "numerics/number_text.h"
+#include "project/chart_types.h"
 
 namespace tavlo::cli {
 
@@ -107,11 +108,29 @@ PixelSize parse_size(const std::string& text) {
   return {parse_length(parts.front(), text), parse_length(parts.size() == 2 ? parts[1] : "", text)};
 }
 
+int parse_density(const std::string& text) {
+  constexpr int least = 36;
+  constexpr int most = 2400;
+  const auto density = whole_number(text);
+  if (!density || *density < least || *density > most)
+    refuse("'" + text + "' is no number of pixels an inch (36 to 2400)");
+  return *density;
+}
+
+void require_chart_type(const std::string& name) {
+  std::string names;
+  for (const std::string type : chart_types()) {
+    if (type == browse_chart_type) continue;
+    if (type == name) return;
+    names += (names.empty() ? "" : ", ") + type;
+  }
+  refuse("'" + name + "' is no chart type (" + names + ")");
+}
+
 void require_picture_name(const std::string& path) {
   const std::string type = extension(path);
-  if (type == ".wmf") refuse("charts as .wmf are not available yet (" + path + ")");
-  if (type != ".svg" && type != ".pdf" && type != ".png")
-    refuse("the chart '" + path + "' must end in .svg, .pdf or .png");
+  if (type != ".svg" && type != ".pdf" && type != ".png" && type != ".wmf")
+    refuse("the chart '" + path + "' must end in .svg, .pdf, .png or .wmf");
 }
 
 void require_log_name(const std::string& path) {

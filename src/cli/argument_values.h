@@ -27,6 +27,12 @@ std::vector<double> parse_numbers(const std::string& text);
 /// "1000x600".
 PixelSize parse_size(const std::string& text);
 
+/// Pixels an inch, "300".
+int parse_density(const std::string& text);
+
+/// Refuses what is no factory chart type.
+void require_chart_type(const std::string& name);
+
 /// Refuses a picture whose extension names no format that can be written.
 void require_picture_name(const std::string& path);
 void require_log_name(const std::string& path);

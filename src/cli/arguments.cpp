@@ -69,10 +69,33 @@ void add_slope(CLI::App& app, CommonArguments& common) {
       "Slope of a Weibayes fit (Wb); the exponential (E) has 1, the Rayleigh (R) 2", "BETA");
 }
 
+void add_sub_populations(CLI::App& app, bool& sub_populations) {
+  app.add_flag("--sub-populations", sub_populations,
+               "Draw each population of a mixture as a line of its own");
+}
+
 void add_size(CLI::App& app, PixelSize& size) {
+  const auto take_size = [&size](const std::string& text) {
+    const PixelSize sides = parse_size(text);
+    size.width = sides.width;
+    size.height = sides.height;
+  };
+  add_text(app, "--size", take_size, "Size of a chart in pixels (1000x600)", "WxH");
   add_text(
-      app, "--size", [&size](const std::string& text) { size = parse_size(text); },
-      "Size of a chart in pixels (1000x600)", "WxH");
+      app, "--dpi", [&size](const std::string& text) { size.dots_per_inch = parse_density(text); },
+      "Pixels an inch on paper (96); a .wmf has a size of its own", "D");
+}
+
+void add_looks(CLI::App& app, ChartArguments& chart) {
+  const auto take_type = [&chart](const std::string& name) {
+    require_chart_type(name);
+    chart.type = name;
+  };
+  CLI::Option* const type =
+      add_text(app, "--type", take_type, "Chart type, as Linear or Colour-safe", "NAME");
+  const auto take_profile = [&chart](const std::string& path) { chart.profile = path; };
+  add_text(app, "--profile", take_profile, "Looks and axes from a profile (.vpr)", "FILE")
+      ->excludes(type);
 }
 
 /// A Weibayes has no slope of its own, and no other model takes one.
@@ -131,8 +154,10 @@ void add_fit_outputs(CLI::App& app, FitArguments& fit) {
     require_picture_name(path);
     fit.charts.push_back(path);
   };
-  add_texts(app, "--chart", take_chart, "Write a chart (.svg .pdf .png); may be repeated", "OUT");
+  add_texts(app, "--chart", take_chart, "Write a chart (.svg .pdf .png .wmf); may be repeated",
+            "OUT");
   add_size(app, fit.size);
+  add_sub_populations(app, fit.sub_populations);
   const auto take_log = [&fit](const std::string& path) {
     require_log_name(path);
     fit.log = path;
@@ -183,17 +208,20 @@ void add_chart_command(CLI::App& app, ChartArguments& chart) {
     require_picture_name(path);
     chart.out = path;
   };
-  add_text(*command, "OUT", take_out, "Picture to write (.svg .pdf .png)", "")->required();
+  add_text(*command, "OUT", take_out, "Picture to write (.svg .pdf .png .wmf)", "")->required();
   const auto take_fit = [&chart](const std::string& text) {
     chart.choices.push_back(parse_fit_choice(text));
   };
   add_texts(*command, "--fit", take_fit, "Fit to draw, as W2P/mle; may be repeated", "M/METHOD");
   add_slope(*command, chart.common);
   add_size(*command, chart.size);
+  add_sub_populations(*command, chart.sub_populations);
+  add_looks(*command, chart);
   add_ranking(*command, chart.common);
   command->final_callback([&chart] {
     require_slope_of_weibayes(chart.common, chart.choices);
     require_other_file(chart.out, chart.common.files);
+    require_other_file(chart.out, {chart.profile});
   });
 }
 

@@ -11,10 +11,11 @@
 
 namespace tavlo::cli {
 
-/// Pixels of a PNG; of 1/96 inch elsewhere.
+/// Size of a picture in pixels, and how many of them are an inch on paper.
 struct PixelSize {
   int width = 1000;
   int height = 600;
+  int dots_per_inch = 96;
 };
 
 /// What every command on data knows.
@@ -39,6 +40,7 @@ struct FitArguments {
   std::vector<double> b_life;      ///< fractions failed
   std::vector<double> at;          ///< times
   std::vector<std::string> charts;
+  bool sub_populations = false;  ///< on the charts
   std::string log;
   PixelSize size;
 };
@@ -50,7 +52,10 @@ struct RankArguments {
 struct ChartArguments {
   CommonArguments common;  ///< one file
   std::string out;
+  std::string type;     ///< a factory chart type; empty for the usual chart
+  std::string profile;  ///< a profile file; empty for none
   std::vector<FitChoice> choices;
+  bool sub_populations = false;
   PixelSize size;
 };
 

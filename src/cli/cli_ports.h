@@ -62,6 +62,7 @@ class EmptyClipboard : public Clipboard {
  public:
   std::string text() override { return {}; }
   void set_text(const std::string&, const std::string&) override {}
+  bool set_picture(const std::vector<ClipboardForm>&) override { return false; }
 };
 
 /// Shows nothing, and keeps the last words for the status panel.

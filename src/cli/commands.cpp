@@ -10,6 +10,9 @@
 #include "cli/json_text.h"
 #include "cli/pictures.h"
 #include "cli/rank_report.h"
+#include "files/profiles.h"
+#include "project/chart_looks.h"
+#include "project/chart_types.h"
 
 namespace tavlo::cli {
 
@@ -37,9 +40,9 @@ std::string title_of(const std::string& path) {
 }
 
 ExitCode draw(Session& session, const std::vector<FitOutcome>& outcomes, const std::string& file,
-              const std::vector<std::string>& paths, const PixelSize& size) {
+              const std::vector<std::string>& paths, const PixelSize& size, Paper paper) {
   if (paths.empty()) return ExitCode::done;
-  show_on_chart(session, outcomes, title_of(file));
+  show_on_chart(session, outcomes, title_of(file), paper);
   const auto fault = write_pictures(session, paths, size);
   if (fault) complain(*fault);
   return fault ? ExitCode::file_fault : ExitCode::done;
@@ -65,7 +68,23 @@ ExitCode fit_file(const FitArguments& arguments, const std::string& file, RichTe
   log = std::move(session.log);
   const FitReport report{file, arguments, session, world.prompts, outcomes};
   print(arguments.common.json ? fit_json(report) + "\n" : fit_table(report));
-  return worse(code_of(outcomes), draw(session, outcomes, file, arguments.charts, arguments.size));
+  session.gChart(1).SubPopulations = arguments.sub_populations;
+  return worse(code_of(outcomes), draw(session, outcomes, file, arguments.charts, arguments.size,
+                                       Paper::of_first_fit));
+}
+
+/// Gives chart 1 the looks that were asked for; what is wrong with them, or nothing.
+std::optional<std::string> dress_chart(Session& session, const ChartArguments& arguments) {
+  Chart& chart = session.gChart(1);
+  if (!arguments.type.empty()) apply_chart_type(chart, arguments.type);
+  if (arguments.profile.empty()) return std::nullopt;
+  return apply_profile_file(session.ports.file_system, arguments.profile, chart);
+}
+
+/// Axes that somebody has chosen are not changed by a fit.
+Paper paper_of(const ChartArguments& arguments) {
+  const bool is_plain = arguments.type.empty() || is_only_colours(arguments.type);
+  return is_plain && arguments.profile.empty() ? Paper::of_first_fit : Paper::of_chart;
 }
 
 ExitCode rank_file(const CommonArguments& common, const std::string& file) {
@@ -110,8 +129,12 @@ ExitCode run(const ChartArguments& arguments) {
   Session session(world.ports());
   if (const auto fault = load_data(session, arguments.common, file))
     return file_fault(arguments.common, file, *fault);
+  if (const auto fault = dress_chart(session, arguments))
+    return file_fault(arguments.common, file, *fault);
   const auto outcomes = fit_all(session, world, arguments.choices, false);
-  return worse(code_of(outcomes), draw(session, outcomes, file, {arguments.out}, arguments.size));
+  session.gChart(1).SubPopulations = arguments.sub_populations;
+  return worse(code_of(outcomes),
+               draw(session, outcomes, file, {arguments.out}, arguments.size, paper_of(arguments)));
 }
 
 }  // namespace tavlo::cli

@@ -7,9 +7,11 @@
 #include <cstdlib>
 
 #include "chart/auto_scale.h"
+#include "chart/chart_exits.h"
 #include "chart/make_chart.h"
 #include "cli/cli_ports.h"
 #include "painter/picture_door.h"
+#include "project/plot_rows.h"
 
 namespace tavlo::cli {
 
@@ -41,29 +43,47 @@ WritePicture load_painter(std::string& error) {
   return nullptr;
 }
 
-FileResult write_picture(WritePicture paint, Session& session, const DrawingRecord& drawing,
-                         const std::string& path, const PixelSize& size) {
-  std::string bytes;
+FileResult not_made(const std::string& why) { return {FileFault::device_error, why}; }
+
+/// A metafile comes from the core; the other formats need the painter.
+FileResult make_picture(Session& session, const DrawingRecord& drawing, const std::string& type,
+                        const PixelSize& size, std::string& bytes) {
+  if (drawing.width <= 0) return not_made("the chart is empty");
+  if (type == ".wmf") {
+    const auto metafile = metafile_to_save(session, drawing);
+    bytes = metafile.value_or("");
+    return metafile ? FileResult() : not_made("the chart was not saved");
+  }
   std::string error;
-  const std::string format = extension(path).substr(1);
-  if (!paint(drawing, format.c_str(), size.width, size.height, bytes, error))
-    return {FileFault::device_error, error};
-  return session.ports.file_system.write_whole(path, bytes);
+  const WritePicture paint = load_painter(error);
+  const PictureSize wanted{size.width, size.height, size.dots_per_inch};
+  const bool made = paint && paint(drawing, type.c_str() + 1, wanted, bytes, error);
+  return made ? FileResult() : not_made(error);
 }
 
-/// Row `row` of the plot sets shows fit `slot`; rows behind the first have no
-/// symbols, the data stand there once.
-void show_fit(Session& session, Chart& chart, int row, int slot) {
+FileResult write_picture(Session& session, const DrawingRecord& drawing, const std::string& path,
+                         const PixelSize& size) {
+  std::string bytes;
+  const FileResult made = make_picture(session, drawing, extension(path), size, bytes);
+  return made ? session.ports.file_system.write_whole(path, bytes) : made;
+}
+
+/// A further plot set for fit `slot`. It has no symbols, the data stand on the chart
+/// once; the looks have ten colours, dashes tell the next ten lines from them.
+void show_further_fit(Session& session, Chart& chart, int slot) {
+  constexpr int colours = 10;
+  constexpr int styles = 5;
+  const int row = add_plot_set(chart, session.gData(1).UniqueId, session.gFit(1).UniqueId, slot);
   ChartMarker& marker = chart.Markers(row);
-  marker.DataId = session.gData(1).UniqueId;
-  marker.FitId = session.gFit(1).UniqueId;
-  marker.FitNumber = slot;
-  if (row == 1) return;
+  marker.Label = chart.Markers(1).Label;
   marker.SymbolStyle = pen_style::none;
   marker.SymbolFill = 0;
+  marker.LineStyle = (row - 1) / colours % styles;
 }
 
+/// A model without axes of its own is drawn on the paper that the chart has.
 void use_paper_of(Chart& chart, const Model& model) {
+  if (model.y_scale() == 0) return;
   chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
   chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
 }
@@ -71,30 +91,31 @@ void use_paper_of(Chart& chart, const Model& model) {
 }  // namespace
 
 void show_on_chart(Session& session, const std::vector<FitOutcome>& outcomes,
-                   const std::string& title) {
+                   const std::string& title, Paper paper) {
   Chart& chart = session.gChart(1);
   chart.Boxes(chart_item::main_title).Text2 = title;
-  int row = 0;
+  chart.Markers(1).Label = title;
+  chart.Markers(1).DataId = session.gData(1).UniqueId;
+  chart.Markers(1).FitId = session.gFit(1).UniqueId;
+  bool is_first = true;
   for (const FitOutcome& outcome : outcomes) {
     if (outcome.slot == 0) continue;
-    if (row == chart.nMarkers) {
-      complain("warning: the chart shows only the first " + std::to_string(row) + " fits");
-      break;
+    if (!is_first) {
+      show_further_fit(session, chart, outcome.slot);
+      continue;
     }
-    if (row == 0) use_paper_of(chart, *outcome.choice.model);
-    show_fit(session, chart, ++row, outcome.slot);
+    is_first = false;
+    chart.Markers(1).FitNumber = outcome.slot;
+    if (paper == Paper::of_first_fit) use_paper_of(chart, *outcome.choice.model);
   }
 }
 
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {
-  std::string error;
-  const WritePicture paint = load_painter(error);
-  if (!paint) return paths.front() + ": " + error;
   SetAutoScale(session, session.gChart(1));
   const DrawingRecord drawing = fl_Make_WMF(session, 1);
   for (const std::string& path : paths)
-    if (const FileResult written = write_picture(paint, session, drawing, path, size); !written)
+    if (const FileResult written = write_picture(session, drawing, path, size); !written)
       return path + ": " + written.message;
   return std::nullopt;
 }

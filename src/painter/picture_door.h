@@ -8,11 +8,19 @@
 
 namespace tavlo {
 
+/// Size of a picture: pixels, and how many of them are an inch on paper. A vector
+/// picture has the same size on paper as a PNG would have.
+struct PictureSize {
+  int width = 1000;
+  int height = 600;
+  int dots_per_inch = 96;
+};
+
 /// Turns a drawing into the bytes of a picture file. `format` is "svg", "pdf" or
-/// "png"; the size is in pixels (for svg and pdf: of 1/96 inch). False with
-/// words in `error` when it can't be done.
-using WritePicture = bool (*)(const DrawingRecord& drawing, const char* format, int width,
-                              int height, std::string& bytes, std::string& error);
+/// "png"; 16 to 16384 pixels a side, 36 to 2400 an inch. False with words in
+/// `error` when it can't be done.
+using WritePicture = bool (*)(const DrawingRecord& drawing, const char* format,
+                              const PictureSize& size, std::string& bytes, std::string& error);
 
 /// Name of the function in the module, and file name of the module.
 inline constexpr const char* write_picture_symbol = "tavlo_write_picture";

@@ -7,14 +7,20 @@
 
 namespace tavlo {
 
-/// Size of a picture in pixels; for SVG and PDF in 1/96 inch.
+/// Size of a picture in pixels; the size on paper is so many pixels an inch.
 struct PictureFormat {
   int width = 1000;
   int height = 600;
   double scale = 1.0;  ///< device pixels a pixel, for PNG alone
+  int dots_per_inch = 96;
 };
 
-/// A PNG of width x scale by height x scale device pixels.
+/// So many pixels an inch on the paper size that the drawing's metafile has; 16 to
+/// 16384 a side.
+PictureFormat paper_format(const DrawingRecord& drawing, int dots_per_inch);
+
+/// A PNG of width x scale by height x scale device pixels, which says its size on
+/// paper.
 QByteArray png_picture(const DrawingRecord& drawing, const PictureFormat& format);
 
 /// Vector graphics with text as text.

@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "painter/pixel_grid.h"
+#include "painter/sprites.h"
 
 namespace tavlo {
 
@@ -74,13 +75,17 @@ class Player {
   void operator()(const drawing::SetTextColour& colour) { text_colour_ = colour_of(colour.colour); }
   void operator()(const drawing::Rectangle& box);
   void operator()(const drawing::Ellipse& box) {
-    paint_with(pen_);
-    painter_.drawEllipse(QRectF(at({box.left, box.top}), at({box.right, box.bottom})));
+    const QRectF area(at({box.left, box.top}), at({box.right, box.bottom}));
+    paint_shape({{box.left, box.top}, {box.right, box.bottom}}, area,
+                [&](QPainter& painter) { painter.drawEllipse(area); });
   }
   void operator()(const drawing::Polyline& line);
   void operator()(const drawing::Polygon& shape) {
-    paint_with(pen_);
-    painter_.drawPolygon(polygon_of(shape.places));
+    constexpr std::size_t fewest_corners = 3;
+    if (shape.places.size() < fewest_corners) return;
+    const QPolygonF polygon = polygon_of(shape.places);
+    paint_shape(shape.places, polygon.boundingRect(),
+                [&](QPainter& painter) { painter.drawPolygon(polygon); });
   }
   void operator()(const drawing::Text& text);
 
@@ -90,6 +95,8 @@ class Player {
   QPen pen_of(const drawing::CreatePen& from) const;
   Lettering lettering_of(const drawing::CreateFont& from) const;
   void select(Handle handle);
+  void paint_shape(const std::vector<drawing::Place>& places, const QRectF& area,
+                   const Sprites::Paint& paint);
   void paint_with(const QPen& pen) {
     painter_.setPen(pen);
     painter_.setBrush(brush_);
@@ -99,6 +106,7 @@ class Player {
 
   QPainter& painter_;
   PixelGrid grid_;
+  Sprites sprites_;
   QPointF origin_;
   double sx_;
   double sy_;
@@ -155,6 +163,7 @@ Lettering Player::lettering_of(const drawing::CreateFont& from) const {
 }
 
 void Player::select(Handle handle) {
+  sprites_.forget();
   if (handle == drawing::null_pen) pen_ = QPen(Qt::NoPen);
   if (handle == drawing::hollow_brush) brush_ = QBrush(Qt::NoBrush);
   if (handle == drawing::system_font) lettering_ = {};
@@ -170,6 +179,25 @@ QPen Player::whole_pen() const {
   pen.setJoinStyle(Qt::MiterJoin);
   if (grid_.exists()) pen.setWidthF(grid_.whole_width(pen.widthF()));
   return pen;
+}
+
+/// `area` is the shape without its pen.
+void Player::paint_shape(const std::vector<drawing::Place>& places, const QRectF& area,
+                         const Sprites::Paint& paint) {
+  const QPointF first = at(places.front());
+  const double margin = pen_.widthF();
+  const auto at_origin = [&](QPainter& painter) {
+    painter.setPen(pen_);
+    painter.setBrush(brush_);
+    painter.translate(-first);
+    paint(painter);
+  };
+  if (grid_.exists() &&
+      sprites_.draw(painter_, places, first,
+                    area.translated(-first).adjusted(-margin, -margin, margin, margin), at_origin))
+    return;
+  paint_with(pen_);
+  paint(painter_);
 }
 
 void Player::operator()(const drawing::Rectangle& box) {

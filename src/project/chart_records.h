@@ -136,10 +136,26 @@ struct Chart {
   Slots<ChartItem> Boxes;      ///< 0 to nBoxes, see chart_item
   Slots<ChartMarker> Markers;  ///< 0 to nMarkers; row 0 is a spare
   Slots<ChartAxis> Axes;       ///< 0 is X, 1 is Y
-  Slots<ChartItem> Texts;      ///< the user's marks
+  Slots<ChartItem> Texts;      ///< the user's marks from 1, see mark_mode
+  /// Shows each population of a mixture as a line of its own. A switch of the
+  /// window: no file keeps it.
+  bool SubPopulations = false;
 
   friend bool operator==(const Chart&, const Chart&) = default;
 };
+
+/// A mark that the user has placed, in `Texts`, as the fields of a ChartItem say it:
+/// - text: `Text2`, its upper left corner at `Left`, `Top`, in `TextColor`;
+/// - line: the points 0 to `nPoints` of `PointsX`, `PointsY` (nPoints is 1 or more),
+///   with the pen of `LineStyle`, `LineWidth` and `LineColor`;
+/// - arrow: a line whose `Mode` has bit 1 for a head at its last point and bit 2 for
+///   one at its first;
+/// - symbol: neither of them; number `Int3` at `Left`, `Top`, `Int5` units wide.
+/// A mark with points and a text is both. All places are logical units.
+namespace mark_mode {
+inline constexpr std::int16_t head_at_end = 1;
+inline constexpr std::int16_t head_at_start = 2;
+}  // namespace mark_mode
 
 /// The factory chart, without an identity.
 Chart fuStandard_Chart();

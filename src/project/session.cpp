@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "project/chart_types.h"
+#include "project/plot_rows.h"
+
 namespace tavlo {
 
 namespace {
@@ -36,16 +39,10 @@ int index_of(const Records& records, int count, std::int32_t unique_id) {
   return 0;
 }
 
-/// The factory's first fit line is a bar that hides the points; a new chart
-/// starts with lines that show how close the points lie.
-void make_lines_fine(Chart& chart) {
-  constexpr std::int32_t fine_line = 24;
-  for (int i = 1; i <= chart.nMarkers; ++i) chart.Markers(i).LineWidth = fine_line;
-}
-
 /// Shows each data set and its fits on a plot set of the chart.
 void link_markers(Session& session, Chart& chart) {
-  const int last = std::min(chart.nMarkers, std::min(session.nData, session.nFit));
+  const int last = std::min(session.nData, session.nFit);
+  ensure_plot_row(chart, last);
   for (int i = 1; i <= last; ++i) {
     chart.Markers(i).DataId = session.gData(i).UniqueId;
     chart.Markers(i).FitId = session.gFit(i).UniqueId;

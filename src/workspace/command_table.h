@@ -9,12 +9,18 @@ namespace tavlo {
 namespace command {
 inline constexpr int separator = 0;
 inline constexpr int new_project = 1;
+inline constexpr int print = 7;
+inline constexpr int print_preview = 8;
+inline constexpr int print_setup = 9;
 inline constexpr int exit = 12;
 inline constexpr int select_all = 13;
 inline constexpr int cut = 14;
 inline constexpr int copy = 15;
 inline constexpr int paste = 16;
+inline constexpr int precise_reading = 30;
 inline constexpr int report = 31;
+inline constexpr int label_style = 32;
+inline constexpr int zoom = 33;
 inline constexpr int cascade = 36;
 inline constexpr int tile_horizontal = 37;
 inline constexpr int tile_vertical = 38;

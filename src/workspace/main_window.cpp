@@ -7,8 +7,10 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "chart/chart_exits.h"
 #include "files/clipboard_text.h"
 #include "files/intake.h"
+#include "painter/clipboard_forms.h"
 #include "workspace/command_table.h"
 #include "workspace/fit_choices.h"
 #include "workspace/new_project.h"
@@ -21,6 +23,7 @@ MainWindow::MainWindow(Program& program)
       session_(program.session),
       tree_dock_(tr("Project")),
       windows_(program),
+      charts_(program, windows_, *this),
       busy_(program.session) {
   setObjectName(QStringLiteral("frm_vk"));
   setWindowTitle(QStringLiteral("Tavlo"));
@@ -30,6 +33,7 @@ MainWindow::MainWindow(Program& program)
   set_up_status_bar();
   set_up_commands();
   set_up_window_commands();
+  set_up_chart_commands();
   set_up_menus();
   connect_views();
   NewProject();
@@ -80,6 +84,15 @@ void MainWindow::set_up_window_commands() {
       {command::restore_all, [this] { windows_.restore_all(); }}});
 }
 
+void MainWindow::set_up_chart_commands() {
+  actions_.merge(std::map<int, std::function<void()>>{
+      {command::print, [this] { charts_.print(); }},
+      {command::print_setup, [this] { charts_.set_up_printer(); }},
+      {command::precise_reading, [this] { charts_.toggle_precise_reading(); }},
+      {command::label_style, [this] { charts_.format(); }},
+      {command::zoom, [this] { charts_.toggle_zoom(); }}});
+}
+
 void MainWindow::set_up_menus() {
   menus_ = std::make_unique<Menus>(
       *menuBar(), [this](int id) { return actions_.contains(id); },
@@ -96,6 +109,7 @@ void MainWindow::set_up_menus() {
   analysis.insertMenu(first, methods);
   set_up_method_menu(*methods);
   set_up_window_menu(menus_->menu(QStringLiteral("&Window")));
+  charts_.set_up_menus(*menus_);
 }
 
 void MainWindow::set_up_method_menu(QMenu& menu) {
@@ -174,6 +188,7 @@ void MainWindow::set_up_pop_up_menus() {
       sheet.addAction(menus_->action(id));
     sheet.setContextMenuPolicy(Qt::ActionsContextMenu);
   }
+  for (int i = 1; i <= session_.nCharts; ++i) charts_.attach(windows_.chart(i));
 }
 
 void MainWindow::DoCommand(int id) {
@@ -215,6 +230,9 @@ void MainWindow::copy() {
   } else if (const int panel = windows_.focused_panel()) {
     windows_.panel(panel).mirror_selection();
     CopyClip(session_, session_.gFitForm(panel)->grd_Fit);
+  } else if (const int chart = windows_.focused_chart()) {
+    const DrawingRecord& drawing = windows_.chart(chart).drawing();
+    CopyClipChart(session_, drawing, painted_forms(drawing));
   } else if (windows_.log().hasFocus()) {
     windows_.log().copy();
   }

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "workspace/busy_filter.h"
+#include "workspace/chart_commands.h"
 #include "workspace/menus.h"
 #include "workspace/program.h"
 #include "workspace/project_tree.h"
@@ -39,6 +40,7 @@ class MainWindow : public QMainWindow {
  private:
   void set_up_commands();
   void set_up_window_commands();
+  void set_up_chart_commands();
   void set_up_menus();
   void set_up_method_menu(QMenu& menu);
   void set_up_window_menu(QMenu& menu);
@@ -72,6 +74,7 @@ class MainWindow : public QMainWindow {
   QLabel hint_;
   QLabel rows_panel_;
   QLabel method_panel_;
+  ChartCommands charts_;
   BusyFilter busy_;
   bool close_wanted_ = false;
 };

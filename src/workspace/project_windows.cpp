@@ -120,7 +120,8 @@ void ProjectWindows::build_panels() {
 void ProjectWindows::build_charts() {
   Session& session = program_.session;
   for (int i = 1; i <= session.nCharts; ++i) {
-    charts_.push_back(new ChartWindow(session, i));
+    charts_.push_back(new ChartWindow(session, program_.commands, i));
+    connect(charts_.back(), &ChartWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
     add(charts_.back(), key_of('C', i), QStringLiteral("frm_Chart"), QStringLiteral("graph"),
         "Chart" + std::to_string(i));
   }
@@ -173,6 +174,26 @@ int ProjectWindows::focused_panel() const {
     return focus && each->isAncestorOf(focus);
   });
   return found == panels_.end() ? 0 : static_cast<int>(found - panels_.begin()) + 1;
+}
+
+int ProjectWindows::focused_chart() const {
+  const auto found = std::find_if(charts_.begin(), charts_.end(),
+                                  [](const ChartWindow* each) { return each->hasFocus(); });
+  return found == charts_.end() ? 0 : static_cast<int>(found - charts_.begin()) + 1;
+}
+
+int ProjectWindows::current_chart() const {
+  if (charts_.empty()) return 0;
+  const QMdiSubWindow* active = activeSubWindow();
+  const auto found = std::find_if(charts_.begin(), charts_.end(), [&](const ChartWindow* each) {
+    return active && active->widget() == each;
+  });
+  return found == charts_.end() ? 1 : (*found)->index();
+}
+
+void ProjectWindows::bring_to_front(const QWidget& view) {
+  for (ChildWindow* each : children_)
+    if (each->widget() == &view) each->bring_to_front();
 }
 
 void ProjectWindows::Tile_Block() {

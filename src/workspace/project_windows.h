@@ -41,6 +41,15 @@ class ProjectWindows : public QMdiArea {
   int focused_sheet() const;
   int focused_panel() const;
 
+  /// The index of the chart that has the keyboard; 0 when none has.
+  int focused_chart() const;
+
+  /// The index of the chart whose window is active, else 1; 0 without charts.
+  int current_chart() const;
+
+  /// Shows the window around a view and gives it the focus.
+  void bring_to_front(const QWidget& view);
+
   /// The record index of the sheet or panel that has the focus; 1 when none has.
   int current_index() const;
 

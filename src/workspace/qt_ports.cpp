@@ -1,5 +1,6 @@
 #include "workspace/qt_ports.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -60,6 +61,23 @@ QStringList filters_of(const std::string& filter) {
   return filters;
 }
 
+/// The extension of a filter as "Metafile (*.wmf)"; empty for "All (*.*)".
+QString extension_of(const QString& filter) {
+  const QString first = filter.section(QStringLiteral("*."), 1).section(u' ', 0, 0).remove(u')');
+  return first == QStringLiteral("*") ? QString() : first;
+}
+
+/// A name without an extension gets that of the chosen kind of file: here, before
+/// the dialog asks whether to replace an old one.
+void complete_names(QFileDialog& dialog) {
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  const auto complete = [&dialog](const QString& filter) {
+    dialog.setDefaultSuffix(extension_of(filter));
+  };
+  complete(dialog.selectedNameFilter());
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, complete);
+}
+
 /// A box is only as wide as its text, and a title cut short says nothing.
 void widen_to_title(QMessageBox& window) {
   constexpr int icon_and_buttons = 120;
@@ -77,6 +95,13 @@ NumberPunctuation system_punctuation() {
   return comma ? NumberPunctuation{',', '.'} : NumberPunctuation{'.', ','};
 }
 
+// A box over a dialog belongs to the dialog, or the window manager would hand the
+// keyboard to the frame behind both when the box closes.
+QWidget* QtPrompts::owner() const {
+  QWidget* const dialog = QApplication::activeModalWidget();
+  return dialog ? dialog : parent_.data();
+}
+
 BoxAnswer QtPrompts::show(const Box& box) {
   if (!folding_.continues(box)) end_command();
   return folding_.wants_showing(box) ? show_now(box) : BoxAnswer::ok;
@@ -88,7 +113,7 @@ void QtPrompts::end_command() {
 
 BoxAnswer QtPrompts::show_now(const Box& box) {
   QMessageBox window(icon_of(box.icon), to_qt(box.title.empty() ? "Tavlo" : box.title),
-                     to_qt(box.text), buttons_of(box.buttons), parent_);
+                     to_qt(box.text), buttons_of(box.buttons), owner());
   window.setObjectName(QStringLiteral("box"));
   window.setTextFormat(Qt::PlainText);
   window.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -100,22 +125,21 @@ BoxAnswer QtPrompts::show_now(const Box& box) {
 std::optional<std::string> QtPrompts::ask_line(const std::string& title, const std::string& text,
                                                const std::string& suggestion) {
   bool accepted = false;
-  const QString line = QInputDialog::getText(parent_, to_qt(title), to_qt(text), QLineEdit::Normal,
+  const QString line = QInputDialog::getText(owner(), to_qt(title), to_qt(text), QLineEdit::Normal,
                                              to_qt(suggestion), &accepted);
   if (!accepted) return std::nullopt;
   return from_qt(line);
 }
 
 std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
+  QFileDialog dialog(owner(), to_qt(request.title));
   const QStringList filters = filters_of(request.filter);
-  QString chosen = filters.value(request.filter_index - 1);
-  const QString list = filters.join(QStringLiteral(";;"));
-  const QString name =
-      request.saving
-          ? QFileDialog::getSaveFileName(parent_, to_qt(request.title), {}, list, &chosen)
-          : QFileDialog::getOpenFileName(parent_, to_qt(request.title), {}, list, &chosen);
-  if (name.isEmpty()) return std::nullopt;
-  return from_qt(name);
+  dialog.setNameFilters(filters);
+  dialog.selectNameFilter(filters.value(request.filter_index - 1));
+  if (request.saving) complete_names(dialog);
+  dialog.setFileMode(request.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return from_qt(dialog.selectedFiles().value(0));
 }
 
 void QtEventLoop::yield() {
@@ -134,6 +158,15 @@ void QtClipboard::set_text(const std::string& plain, const std::string& rtf) {
   data->setText(to_qt(plain));
   if (!rtf.empty()) data->setData(QStringLiteral("text/rtf"), QByteArray::fromStdString(rtf));
   QGuiApplication::clipboard()->setMimeData(data);
+}
+
+bool QtClipboard::set_picture(const std::vector<ClipboardForm>& forms) {
+  auto* data = new QMimeData;
+  for (const ClipboardForm& form : forms)
+    data->setData(to_qt(form.mime_type), QByteArray::fromStdString(form.bytes));
+  QClipboard* const clipboard = QGuiApplication::clipboard();
+  clipboard->setMimeData(data);
+  return clipboard->ownsClipboard();
 }
 
 std::string QtHost::environment(const std::string& name) {

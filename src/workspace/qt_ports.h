@@ -32,6 +32,7 @@ class QtPrompts : public Prompts {
 
  private:
   BoxAnswer show_now(const Box& box);
+  QWidget* owner() const;
 
   QPointer<QWidget> parent_;
   BoxFolding folding_;
@@ -53,6 +54,7 @@ class QtClipboard : public Clipboard {
  public:
   std::string text() override;
   void set_text(const std::string& plain, const std::string& rtf) override;
+  bool set_picture(const std::vector<ClipboardForm>& forms) override;
 };
 
 class QtHost : public Host {

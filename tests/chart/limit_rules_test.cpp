@@ -31,7 +31,8 @@ TEST_F(LimitRulesTest, KnownLimits) {
       {x_scale::linear, 1, 10, 0.82, 11},
       {x_scale::linear, 1000, 1010, 1000, 1020},
       {x_scale::linear, -100, -10, -100, -8.1},
-      {x_scale::linear, 1261, 1330, 1259.62, 1340},  // 1300 would cut off the first point
+      {x_scale::linear, 1261, 1330, 1259.62, 1340},       // 1300 would cut off the first point
+      {x_scale::linear, -0.005, 0.005, -0.0051, 0.0052},  // steps of 0.001
       {x_scale::log, 54, 386, 10, 1000},
       {x_scale::log, 0.001, 5, 1e-4, 10},
       {y_scale::weibull, 0.7 / 10.4, 9.7 / 10.4, 0.01, 0.95},

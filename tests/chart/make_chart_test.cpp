@@ -95,6 +95,64 @@ TEST_F(MakeChartTest, AThreeParameterLineIsSeen) {
   EXPECT_GT(line.places.front().x, 1250 + 8000 * std::log10(5.0) / 2);
 }
 
+TEST_F(MakeChartTest, SubPopulationsAreThinLinesOfTheirOwnWhenAskedFor) {
+  here.show(
+      test::fit_of(model_code::weibull5x, {{1 / 100.0, 0.3, 3, 0, 1}, {1 / 400.0, 0.7, 2, 0, 2}}));
+  const auto without = all<Polyline>(here.draw());
+  here.chart().SubPopulations = true;
+  const DrawingRecord drawing = here.draw();
+  const auto lines = all<Polyline>(drawing);
+  ASSERT_EQ(lines.size(), without.size() + 2);
+  const Polyline& first = lines[lines.size() - 2];
+  ASSERT_EQ(first.places.size(), 2u) << "a Weibull of its own is straight";
+  const double slope = (std::log(-std::log1p(-0.5)) - std::log(-std::log1p(-0.01))) / 4500;
+  const double x_slope = std::log(100.0) / 8000;
+  EXPECT_NEAR(slope * (first.places[0].y - first.places[1].y) /
+                  (x_slope * (first.places[1].x - first.places[0].x)),
+              3, 0.02);
+  here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+  EXPECT_EQ(all<Polyline>(here.draw()).size(), without.size()) << "a single population has none";
+}
+
+TEST_F(MakeChartTest, TicksRunInwardFromTheEdgesOfThePlot) {
+  std::set<std::int32_t> upright, level;
+  for (const Polyline& line : all<Polyline>(here.draw())) {
+    if (line.places.size() != 2) continue;
+    const Place from = line.places[0], to = line.places[1];
+    if (from.x == to.x && from.y == 5150) upright.insert(from.y - to.y);
+    if (from.y == to.y && from.x == 1250) level.insert(to.x - from.x);
+  }
+  EXPECT_EQ(upright, (std::set<std::int32_t>{70, 4500}));
+  EXPECT_EQ(level, (std::set<std::int32_t>{70, 8000}));
+  here.chart().Axes(0) = ChartAxis{};  // 1 to 1000: 5 x 10^k are medium
+  here.chart().Axes(0).AutoMin = here.chart().Axes(0).AutoMax = false;
+  upright.clear();
+  for (const Polyline& line : all<Polyline>(here.draw()))
+    if (line.places[0].x == line.places[1].x) upright.insert(line.places[0].y - line.places[1].y);
+  EXPECT_TRUE(upright.contains(120));
+}
+
+TEST_F(MakeChartTest, ALabelAboveAnAllNegativeAxisHasNoGridLine) {
+  here.chart().Axes(0).ScaleType = x_scale::linear;
+  here.chart().Axes(0).Min = -40;
+  here.chart().Axes(0).Max = -1;
+  for (const Polyline& line : all<Polyline>(fl_Make_WMF(here.session, 1)))
+    EXPECT_LE(line.places[0].x, 9250);
+}
+
+TEST_F(MakeChartTest, LongTitlesStayOnTheChart) {
+  for (const int item : {chart_item::main_title, chart_item::sub_title, chart_item::x_title}) {
+    here.chart().Boxes(item).Text2 = "A long title of a chart " + std::string(200, 'W');
+    here.chart().Boxes(item).Fill = 1;
+  }
+  here.chart().Boxes(chart_item::y_title).Text2 = std::string(5000, 'W');
+  for (const Rectangle& box : all<Rectangle>(here.draw())) {
+    EXPECT_GE(std::min(box.left, box.top), 0);
+    EXPECT_LE(box.right, 10000);
+    EXPECT_LE(box.bottom, 6000);
+  }
+}
+
 TEST_F(MakeChartTest, PointsOfOnePlaceAreDrawnOnceAndOthersOutsideNotAtAll) {
   std::vector<test::Point> points(5, {200});
   points.push_back({-3});

@@ -64,7 +64,7 @@ TEST_F(PlotCoordinatesTest, GuardedLimits) {
       {x_scale::log, 1000, 1, 1, 1000},       {x_scale::log, -5, -2, 1e-6, 1000},
       {x_scale::linear, -10, -10, -9.5, -10}, {y_scale::weibull, 0, 0.005, 0.005, 0.01},
       {y_scale::gumbel, -1, 7, 0.01, 0.99},   {y_scale::normal, 0, 0.5, 1e-6, 0.5},
-      {x_scale::linear, 8, 8, 8 * 0.95, 8},
+      {y_scale::normal, 0.1, 50, 0.1, 50},    {x_scale::linear, 8, 8, 8 * 0.95, 8},
   };
   for (const Case& c : cases) {
     ChartAxis axis;
@@ -125,7 +125,7 @@ TEST_F(PlotCoordinatesTest, WriteBackGivesTransforms) {
 // Reading a place is the inverse of drawing at it, on every scale and at any
 // size of the picture.
 TEST_F(PlotCoordinatesTest, ReadingInvertsDrawing) {
-  const PictureSize picture{777, 333};
+  const ViewSize picture{777, 333};
   for (const int y_code :
        {y_scale::linear, y_scale::log, y_scale::normal, y_scale::weibull, y_scale::gumbel}) {
     for (const int x_code : {x_scale::linear, x_scale::log}) {
@@ -139,6 +139,10 @@ TEST_F(PlotCoordinatesTest, ReadingInvertsDrawing) {
       EXPECT_NEAR(read.y, 0.4, 2e-4) << y_code;
     }
   }
+  set_y(y_scale::density, 0.02, 0.97);
+  EXPECT_NEAR(data_at(world.session.errors, chart, picture, 0, 0).y, 0.97, 1e-12)
+      << "a scale that isn't drawn reads as Weibull";
+  set_y(y_scale::weibull, 0.02, 0.97);
   const DataPair corner = data_at(world.session.errors, chart, picture, -50, 1e9);
   EXPECT_NEAR(corner.x, 1, 1e-12);
   EXPECT_NEAR(corner.y, 0.02, 1e-12);

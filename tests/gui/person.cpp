@@ -29,7 +29,7 @@ QByteArray run(const QString& program, const QStringList& arguments, const QByte
 
 void xdotool(const QStringList& arguments) { run(QStringLiteral("xdotool"), arguments); }
 
-QStringList move_to(const QWidget& widget, const QPoint& at) {
+QStringList moving_to(const QWidget& widget, const QPoint& at) {
   const QPoint point = widget.mapToGlobal(at) * widget.devicePixelRatioF();
   return {QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y())};
 }
@@ -60,13 +60,31 @@ void Person::press(const QStringList& keys) {
 void Person::click(const QWidget& widget) { click(widget, widget.rect().center()); }
 
 void Person::click(const QWidget& widget, const QPoint& at) {
-  xdotool(move_to(widget, at) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
+  xdotool(moving_to(widget, at) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
 }
 
 void Person::click_twice(const QWidget& widget) {
-  xdotool(move_to(widget, widget.rect().center()) +
+  xdotool(moving_to(widget, widget.rect().center()) +
           QStringList{QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
                       QStringLiteral("--delay"), QStringLiteral("10"), QStringLiteral("1")});
+}
+
+void Person::ask_for_menu(const QWidget& widget, const QPoint& at) {
+  xdotool(moving_to(widget, at) + QStringList{QStringLiteral("click"), QStringLiteral("3")});
+}
+
+void Person::move_to(const QWidget& widget, const QPoint& at) { xdotool(moving_to(widget, at)); }
+
+void Person::hold(const QWidget& widget, const QPoint& at) {
+  xdotool(moving_to(widget, at) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+}
+
+void Person::let_go() { xdotool({QStringLiteral("mouseup"), QStringLiteral("1")}); }
+
+void Person::drag(const QWidget& widget, const QList<QPoint>& way) {
+  hold(widget, way.front());
+  for (const QPoint& at : way.mid(1)) move_to(widget, at);
+  let_go();
 }
 
 void Person::copy_elsewhere(const QString& text) {
@@ -79,6 +97,13 @@ QString Person::paste_elsewhere() {
   return QString::fromUtf8(run(
       QStringLiteral("xclip"),
       {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")}, {}, true));
+}
+
+QByteArray Person::paste_elsewhere(const QString& type) {
+  return run(QStringLiteral("xclip"),
+             {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o"),
+              QStringLiteral("-t"), type},
+             {}, true);
 }
 
 void Person::resize(const QWidget& window, const QSize& size) {

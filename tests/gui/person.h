@@ -30,11 +30,25 @@ class Person {
   void click(const QWidget& widget, const QPoint& at);
   void click_twice(const QWidget& widget);
 
+  /// The right button.
+  void ask_for_menu(const QWidget& widget, const QPoint& at);
+
+  /// The mouse, step by step: it moves, holds its left button down, lets go.
+  void move_to(const QWidget& widget, const QPoint& at);
+  void hold(const QWidget& widget, const QPoint& at);
+  void let_go();
+  /// From the first place by way of the others to the last.
+  void drag(const QWidget& widget, const QList<QPoint>& way);
+
   /// Puts a text on the clipboard, as another program does.
   void copy_elsewhere(const QString& text);
 
   /// The clipboard's text, as another program gets it.
   QString paste_elsewhere();
+
+  /// What the clipboard holds under a name such as "image/png"; "TARGETS" lists
+  /// the names.
+  QByteArray paste_elsewhere(const QString& type);
 
   void resize(const QWidget& window, const QSize& size);
 };

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "chart/chart_world.h"
+#include "painter/clipboard_forms.h"
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
 #include "painter/player.h"
@@ -96,7 +97,7 @@ TEST(Painter, TheFrameIsSharpAtAnySize) {
 // A line that is a pixel wide covers one column, at every place between pixels.
 TEST(Painter, HairlinesCoverOnePixelWhereverTheyFall) {
   for (int shift = 0; shift < 40; ++shift) {
-    DrawingRecord drawing{1000, 1000, {}};
+    DrawingRecord drawing{1000, 1000, {}, {}};
     drawing.records = {drawing::CreatePen{1, 0, 1, 0}, drawing::SelectObject{1},
                        drawing::Polyline{{{500 + shift, 0}, {500 + shift, 1000}}}};
     const QImage image = picture(drawing, 97, 97);
@@ -107,7 +108,7 @@ TEST(Painter, HairlinesCoverOnePixelWhereverTheyFall) {
 }
 
 TEST(Painter, LettersFollowTheSmallerScaleAndAreNotStretched) {
-  DrawingRecord drawing{1000, 1000, {}};
+  DrawingRecord drawing{1000, 1000, {}, {}};
   drawing.records = {drawing::CreateFont{1, -400, 0, 400, false, false, "Arial"},
                      drawing::SelectObject{1}, drawing::SetTextAlign{drawing::TextAlign::left},
                      drawing::Text{{0, 0}, "H"}};
@@ -147,6 +148,14 @@ TEST(Painter, SvgHoldsItsTextsAsText) {
   EXPECT_TRUE(svg.contains("viewBox=\"0 0 1000 600\""));
 }
 
+std::string output_of(const std::string& command) {
+  FILE* pipe = popen(command.c_str(), "r");
+  std::string output;
+  for (int c = 0; (c = std::fgetc(pipe)) != EOF;) output += static_cast<char>(c);
+  pclose(pipe);
+  return output;
+}
+
 TEST(Painter, PdfEmbedsItsFontsAndTellsItsTexts) {
   const DrawingRecord drawing = published_chart();
   const QByteArray pdf = pdf_picture(drawing, {1000, 600});
@@ -156,13 +165,40 @@ TEST(Painter, PdfEmbedsItsFontsAndTellsItsTexts) {
   if (std::system("pdftotext -v >/dev/null 2>&1") != 0) GTEST_SKIP() << "no pdftotext here";
   const std::string path = ::testing::TempDir() + "tavlo_painter_test.pdf";
   std::ofstream(path, std::ios::binary).write(pdf.constData(), pdf.size());
-  FILE* pipe = popen(("pdftotext " + path + " -").c_str(), "r");
-  std::string words;
-  for (int c = 0; (c = std::fgetc(pipe)) != EOF;) words += static_cast<char>(c);
-  pclose(pipe);
+  const std::string words = output_of("pdftotext " + path + " -");
+  const std::string fonts = output_of("pdffonts " + path);
   std::remove(path.c_str());
+  EXPECT_NE(fonts.find(" yes "), std::string::npos) << fonts;
+  EXPECT_EQ(fonts.find("Type 3"), std::string::npos) << "letters as drawings:\n" << fonts;
   for (const char* text : {"Results", "Occurrence CDF%", "50%", "606.5", "400"})
     EXPECT_NE(words.find(text), std::string::npos) << text;
+}
+
+// 3000 x 1800 pixels at 300 an inch are 10 x 6 inches in every format.
+TEST(Painter, EveryFormatHasTheSameSizeOnPaper) {
+  const DrawingRecord drawing = published_chart();
+  const PictureFormat fine{3000, 1800, 1.0, 300};
+  QImage png;
+  png.loadFromData(png_picture(drawing, fine), "PNG");
+  EXPECT_EQ(png.size(), QSize(3000, 1800));
+  EXPECT_EQ(png.dotsPerMeterX(), 11811);
+  EXPECT_EQ(png.dotsPerMeterY(), 11811);
+  EXPECT_TRUE(svg_picture(drawing, fine).contains("width=\"254mm\" height=\"152.4mm\""));
+  EXPECT_TRUE(pdf_picture(drawing, fine).contains("/MediaBox [0 0 720"));
+  EXPECT_EQ(png, picture(drawing, 3000, 1800)) << "the density changes no pixel";
+}
+
+TEST(Painter, TheClipboardGetsAVectorPictureAndPixels) {
+  const DrawingRecord drawing = published_chart();
+  const auto forms = painted_forms(drawing);
+  ASSERT_EQ(forms.size(), 2U);
+  EXPECT_EQ(forms[0].mime_type, "image/svg+xml");
+  EXPECT_NE(forms[0].bytes.find("width=\"254mm\""), std::string::npos);
+  EXPECT_EQ(forms[1].mime_type, "image/png");
+  const QImage image = QImage::fromData(QByteArray::fromStdString(forms[1].bytes));
+  EXPECT_EQ(image.size(), QSize(1920, 1152));
+  EXPECT_EQ(image.dotsPerMeterX(), qRound(192 / 0.0254));
+  EXPECT_TRUE(painted_forms({}).empty());
 }
 
 TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {
@@ -175,21 +211,26 @@ TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {
   const std::pair<const char*, const char*> formats[] = {
       {"png", "\x89PNG"}, {"svg", "<?xml"}, {"pdf", "%PDF"}};
   for (const auto& [format, start] : formats) {
-    EXPECT_TRUE(write(drawing, format, 640, 400, bytes, error)) << error;
+    EXPECT_TRUE(write(drawing, format, {640, 400}, bytes, error)) << error;
     EXPECT_EQ(bytes.rfind(start, 0), 0u) << format;
   }
-  EXPECT_FALSE(write(drawing, "gif", 640, 400, bytes, error));
-  EXPECT_FALSE(write({}, "png", 640, 400, bytes, error));
+  EXPECT_FALSE(write(drawing, "gif", {640, 400}, bytes, error));
+  EXPECT_FALSE(write({}, "png", {640, 400}, bytes, error));
   for (const int side : {-1, 0, 15, 16385, 2147483647}) {
     error.clear();
-    EXPECT_FALSE(write(drawing, "png", side, 400, bytes, error)) << side;
+    EXPECT_FALSE(write(drawing, "png", {side, 400}, bytes, error)) << side;
+    EXPECT_FALSE(error.empty());
+  }
+  for (const int dots : {-1, 0, 35, 2401}) {
+    error.clear();
+    EXPECT_FALSE(write(drawing, "png", {640, 400, dots}, bytes, error)) << dots;
     EXPECT_FALSE(error.empty());
   }
 }
 
 TEST(Painter, DrawingsWithoutASizeAndBrokenOnesPaintNothing) {
   EXPECT_EQ(picture({}, 50, 50).pixel(25, 25), 0xFFFFFFFF);
-  DrawingRecord odd{100, 100, {}};
+  DrawingRecord odd{100, 100, {}, {}};
   odd.records = {drawing::SelectObject{7}, drawing::DeleteObject{9}, drawing::Polyline{},
                  drawing::Polygon{}, drawing::Text{{5, 5}, "\xFF\xFE"}};
   EXPECT_EQ(picture(odd, 50, 50).width(), 50);

@@ -79,8 +79,14 @@ class FakeClipboard : public Clipboard {
     plain = new_plain;
     rtf = new_rtf;
   }
+  bool set_picture(const std::vector<ClipboardForm>& forms) override {
+    if (!refuses) picture = forms;
+    return !refuses;
+  }
   std::string plain;
   std::string rtf;
+  std::vector<ClipboardForm> picture;
+  bool refuses = false;
 };
 
 /// Every character is 0.6 of the font size wide, every line 1.2 of it high.

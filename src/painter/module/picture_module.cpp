@@ -1,5 +1,6 @@
 // The picture module: what the command line loads when a picture is asked for.
 #include <QGuiApplication>
+#include <algorithm>
 #include <new>
 
 #include "painter/picture_door.h"
@@ -10,6 +11,8 @@ namespace {
 
 constexpr int smallest = 16;
 constexpr int largest = 16384;
+constexpr int coarsest = 36;  // dots an inch
+constexpr int finest = 2400;
 
 /// Qt's remarks on the desktop around it (a missing runtime folder and the like)
 /// say nothing to somebody who asked for a picture.
@@ -31,9 +34,13 @@ bool application_is_up(std::string& error) {
   return false;
 }
 
-bool is_drawable(const DrawingRecord& drawing, int width, int height, std::string& error) {
-  if (width < smallest || height < smallest || width > largest || height > largest) {
+bool is_drawable(const DrawingRecord& drawing, const PictureSize& size, std::string& error) {
+  if (std::min(size.width, size.height) < smallest || std::max(size.width, size.height) > largest) {
     error = "a picture is 16 to 16384 pixels wide and high";
+    return false;
+  }
+  if (size.dots_per_inch < coarsest || size.dots_per_inch > finest) {
+    error = "a picture has 36 to 2400 pixels an inch";
     return false;
   }
   if (drawing.width > 0 && drawing.height > 0) return true;
@@ -53,12 +60,14 @@ QByteArray picture(const DrawingRecord& drawing, const std::string& format,
 }  // namespace tavlo
 
 extern "C" Q_DECL_EXPORT bool tavlo_write_picture(const tavlo::DrawingRecord& drawing,
-                                                  const char* format, int width, int height,
+                                                  const char* format,
+                                                  const tavlo::PictureSize& size,
                                                   std::string& bytes, std::string& error) {
   using namespace tavlo;
   try {
-    if (!is_drawable(drawing, width, height, error) || !application_is_up(error)) return false;
-    bytes = picture(drawing, format, {width, height}).toStdString();
+    if (!is_drawable(drawing, size, error) || !application_is_up(error)) return false;
+    bytes =
+        picture(drawing, format, {size.width, size.height, 1.0, size.dots_per_inch}).toStdString();
     if (bytes.empty()) error = std::string("the picture can't be made as ") + format;
     return !bytes.empty();
   } catch (const std::bad_alloc&) {

@@ -1,0 +1,90 @@
+// ProjectReader: takes values and text lines off the bytes of a project file.
+// Strict where a silent guess would shift everything behind it, and bounded:
+// nothing is sized by a number of the file before the bytes for it are there.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "files/project_text.h"
+
+namespace tavlo {
+
+/// Every failure is a RunTimeError, its words in fault(): 13 for a value of the
+/// wrong form, 6 for one out of range, 9 for a count that can't be, 14 for a line
+/// that is too long, 62 for the end of the file where something is due.
+///
+/// A value ends at a comma or a line end (CR LF, LF or CR), which is taken with
+/// it; the reader does not mind how values are spread over lines. So a text line
+/// begins right behind the last value before it. Blanks around a value and
+/// quotation marks around it are dropped. Text is in the ANSI code page, or UTF-8
+/// behind a byte order mark. NUL and Ctrl-Z anywhere in the bytes are refused.
+class ProjectReader : public ProjectText {
+ public:
+  static constexpr bool reading = true;
+
+  /// `bytes` must outlive the reader.
+  explicit ProjectReader(std::string_view bytes);
+
+  void value(bool& flag);           ///< #TRUE#, #FALSE#, True, False (any case), -1, 1, 0
+  void value(std::int16_t& whole);  ///< whole numbers, also as "3.0" or "3E2"
+  void value(std::int32_t& whole);
+  void value(float& number);
+  void value(double& number);
+  void value(AsInt<std::int32_t> whole);
+
+  template <class... Values>
+  void values(Values&&... fields) {
+    (value(fields), ...);
+  }
+  void end_values() {}
+
+  void text(std::string& line);
+
+  /// Reads how many fields or records the file says will follow.
+  std::int32_t count(std::int64_t expected);
+
+  /// Drops values, quoted or bare, or text lines; a number below 1 drops none.
+  void skip_values(std::int64_t number);
+  void skip_texts(std::int64_t number);
+
+  /// Gives `list` the indexes 0 to `bound`. Refused when that is negative, above
+  /// `highest`, or needs more than the bytes that are left if each element takes
+  /// `least_bytes` of them.
+  template <class List>
+  void make_room(List& list, std::int64_t bound, std::size_t least_bytes,
+                 std::int64_t highest = std::numeric_limits<std::int32_t>::max() - 1) {
+    require_bytes_for(bound, least_bytes, highest);
+    list.resize(static_cast<int>(bound));
+  }
+
+  /// A bound that the file must have, since nothing else can be read with it.
+  void require_bound(std::int64_t bound, std::int64_t expected);
+
+ private:
+  using ProjectText::refuse;
+  [[noreturn]] void refuse(int error_number, std::string what);
+  void require_bytes_for(std::int64_t bound, std::size_t least_bytes, std::int64_t highest);
+  void begin_piece(const char* kind);
+  template <class Ends>
+  std::string_view front_until(Ends ends);
+  std::string_view next_value();
+  std::string_view quoted_value();
+  std::string_view next_line();
+  double next_number();
+  double next_whole(double lowest, double highest);
+  void skip_blanks();
+  void take_line_end();
+
+  std::optional<ReadFault> foreign_;
+  std::string_view rest_;
+  bool utf8_ = false;
+  long line_ = 1;        ///< where `rest_` begins
+  long piece_line_ = 1;  ///< where the value or text at work began
+};
+
+}  // namespace tavlo

@@ -1,0 +1,23 @@
+// Chart looks: dresses a chart in the looks of another one, or of a factory type,
+// without touching what it shows.
+#pragma once
+
+#include <string_view>
+
+#include "project/chart_records.h"
+
+namespace tavlo {
+
+/// Gives `chart` the looks of `profile`: boxes, titles, axes with their limits,
+/// the pens and symbols of the plot sets, formats and the name of the type. The
+/// chart keeps its identity and name, the data and fits that it shows with their
+/// labels, its switch for sub-populations, the file name at its foot, marks that
+/// the user has made, and rows of plot sets that the profile lacks. Without marks
+/// it takes those of the profile.
+void apply_profile(Chart& chart, const Chart& profile);
+
+/// Gives `chart` the looks of a factory type (see chart_types). The words of its
+/// titles stay; so do the axes where the type is only colours.
+void apply_chart_type(Chart& chart, std::string_view type);
+
+}  // namespace tavlo

@@ -1,0 +1,389 @@
+#include "files/chart_section.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <random>
+#include <sstream>
+
+#include "chart/make_chart.h"
+#include "fuzz/chart_section_law.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+using test::section_of;
+using test::TestWorld;
+
+std::string factory_section() { return *section_of(fuStandard_Chart()); }
+
+std::vector<std::string> lines_of(const std::string& bytes) {
+  std::vector<std::string> lines;
+  std::istringstream stream(bytes);
+  for (std::string line; std::getline(stream, line);)
+    lines.push_back(line.ends_with('\r') ? line.substr(0, line.size() - 1) : line);
+  return lines;
+}
+
+std::string joined(const std::vector<std::string>& lines) {
+  std::string bytes;
+  for (const std::string& line : lines) bytes += line + "\r\n";
+  return bytes;
+}
+
+/// The factory section with one line, from 1, replaced by others.
+std::string with_line(std::size_t number, const std::string& by) {
+  std::vector<std::string> lines = lines_of(factory_section());
+  lines.at(number - 1) = by;
+  return joined(lines);
+}
+
+std::optional<ReadFault> read(const std::string& bytes, Chart& chart) {
+  ProjectReader file(bytes);
+  return read_chart(file, chart);
+}
+
+TEST(ChartSection, FactoryChartIsTheGoldenFile) {
+  std::ifstream file(TAVLO_TEST_DATA "/factory_chart.vpr", std::ios::binary);
+  const std::string golden{std::istreambuf_iterator<char>(file), {}};
+  ASSERT_EQ(factory_section(), golden);
+  Chart chart;
+  EXPECT_FALSE(read(golden, chart));
+  EXPECT_EQ(chart, fuStandard_Chart());
+}
+
+// Written down from the layout of the format, not from what the program writes.
+TEST(ChartSection, LinesStandInTheOrderOfTheFormat) {
+  const std::string item = "26\r\n#FALSE#,#FALSE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,";
+  const std::string item_end = "1,0,100,0\r\n2\r\n0,0\r\n3\r\nArial\r\n\r\n\r\n";
+  const std::string label = item + "14,1,0,5,1,16777215,8388608,128,1,1,0,0,0,0,1,1\r\n" + item_end;
+  const std::string start =
+      "0,0\r\n9\r\n#TRUE#,#TRUE#,0,1,0,0,9,20,0\r\n1\r\n0\r\n1\r\n0\r\n2\r\n"
+      "11\r\n#TRUE#,#TRUE#,1000,1,8388608,8388608,0,2,5,1,2\r\n" +
+      label + "11\r\n#TRUE#,#TRUE#,0.99,0.01,8388608,8388608,0,2,5,1,32\r\n" + label + "9\r\n" +
+      item;
+  const std::string marker =
+      "\r\n19\r\n1,16777194,96,1,15,3,0,96,96,0,0,1,0,0,1,0,0,1,150\r\n1\r\nData 1\r\n19\r\n";
+  const std::string end = "Data 20\r\n1\r\n" + item +
+                          "10,1,0,0,1,16777215,16777215,128,1,1,0,0,0,0,0,1\r\n" + item_end +
+                          "3\r\nNew\r\ndd mmm yyyy\r\nStandard\r\n";
+  const std::string written = factory_section();
+  EXPECT_TRUE(written.starts_with(start)) << written;
+  EXPECT_NE(written.find(marker), std::string::npos) << written;
+  EXPECT_TRUE(written.ends_with(end)) << written;
+}
+
+/// Charts with every field at random, as far as a file can hold them unchanged.
+class RandomCharts {
+ public:
+  Chart next() {
+    Chart chart = fuStandard_Chart();
+    fill(chart.Version, chart.UniqueId, chart.Spare, chart.Flag1, chart.Flag2);
+    fill_ids(chart.DataIds, chart.nDataIds);
+    fill_ids(chart.FitIds, chart.nFitIds);
+    chart.nAxes = 1 + below(3);
+    chart.nBoxes = 9 + below(3);
+    chart.nMarkers = 1 + below(30);
+    chart.nTexts = below(4);
+    chart.Axes.resize(chart.nAxes);
+    chart.Boxes.resize(chart.nBoxes);
+    chart.Markers.resize(chart.nMarkers);
+    chart.Texts.resize(chart.nTexts);
+    for (ChartAxis& axis : chart.Axes) fill_axis(axis);
+    for (ChartItem& item : chart.Boxes) fill_item(item);
+    for (ChartItem& item : chart.Texts) fill_item(item);
+    for (ChartMarker& marker : chart.Markers) fill_marker(marker);
+    fill(chart.Name, chart.DateFormat, chart.Profile);
+    return chart;
+  }
+
+ private:
+  int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+
+  template <class... Fields>
+  void fill(Fields&... fields) {
+    (set(fields), ...);
+  }
+  void set(bool& flag) { flag = below(2) == 1; }
+  void set(std::int16_t& whole) { whole = static_cast<std::int16_t>(random_()); }
+  void set(std::int32_t& whole) { whole = static_cast<std::int32_t>(random_()); }
+  void set(float& number) {
+    do number = std::bit_cast<float>(static_cast<std::uint32_t>(random_()));
+    while (!std::isfinite(number));
+  }
+  void set(double& number) {
+    do number = std::bit_cast<double>(random_());
+    while (!std::isfinite(number));
+  }
+  void set(std::string& text) {
+    static const std::string pieces[] = {"a",
+                                         ",",
+                                         "\"",
+                                         "'",
+                                         "#TRUE#",
+                                         "\r\n",
+                                         "\n",
+                                         " ",
+                                         "\t",
+                                         "\x1A",
+                                         "26",
+                                         "\xC3\xBC",
+                                         "€",
+                                         "漢",
+                                         "\xFF",
+                                         "\\",
+                                         "\xC2\x81",
+                                         "{\\rtf1",
+                                         std::string(1, '\0')};
+    text.clear();
+    for (int i = below(8); i > 0; --i) text += pieces[random_() % std::size(pieces)];
+  }
+  void fill_ids(Slots<std::int32_t>& ids, std::int32_t& bound) {
+    bound = below(5);
+    ids.resize(bound);
+    for (std::int32_t& id : ids) set(id);
+  }
+  void fill_item(ChartItem& item) {
+    fill(item.FontBold, item.FontItalic, item.FontUnderline, item.Flag4, item.Flag5, item.Flag6,
+         item.FillColor, item.LineColor, item.LineStyle, item.LineWidth, item.Color5,
+         item.TextColor, item.Value7, item.Value8, item.Value9, item.Left, item.Top, item.Mode,
+         item.Fill, item.Int3, item.Int4, item.Int5, item.FontName, item.Text1, item.Text2);
+    item.FontSize = 1 + static_cast<float>(below(49900)) / 100;
+    item.Width = 1 + below(32767);
+    item.Height = 1 + below(32767);
+    item.nPoints = static_cast<std::int16_t>(below(6));
+    item.PointsX.resize(item.nPoints);
+    item.PointsY.resize(item.nPoints);
+    for (float& x : item.PointsX) set(x);
+    for (float& y : item.PointsY) set(y);
+  }
+  void fill_axis(ChartAxis& axis) {
+    fill(axis.AutoMax, axis.AutoMin, axis.Max, axis.Min, axis.MajorWidth, axis.MinorWidth,
+         axis.MajorColor, axis.MinorColor, axis.MajorStyle, axis.MinorStyle);
+    axis.ScaleType = static_cast<std::int16_t>(8 + below(4));
+    fill_item(axis.Label);
+  }
+  void fill_marker(ChartMarker& marker) {
+    fill(marker.FitNumber, marker.FillColor, marker.SymbolColor, marker.SymbolWidth, marker.DataId,
+         marker.FitId, marker.LineColor, marker.LineWidth, marker.Color9, marker.Long10,
+         marker.SymbolStyle, marker.SymbolFill, marker.Long13, marker.LineStyle, marker.Int1,
+         marker.Int2, marker.Int3, marker.Size, marker.Symbol, marker.Label);
+  }
+
+  std::mt19937_64 random_{5};
+};
+
+TEST(ChartSection, WriteReadWriteGivesTheSameBytes) {
+  RandomCharts charts;
+  for (int i = 0; i < 300; ++i) {
+    const Chart chart = charts.next();
+    const std::string written = *section_of(chart);
+    Chart back;
+    const auto fault = read(written, back);
+    ASSERT_FALSE(fault) << fault->line << ": " << fault->what;
+    ASSERT_EQ(*section_of(back), written) << i;
+    EXPECT_EQ(back.Markers(1).FitId, chart.Markers(1).FitId);
+    EXPECT_EQ(back.Markers(1).DataId, chart.Markers(1).DataId);
+    EXPECT_EQ(back.Axes(0).MajorWidth, chart.Axes(0).MajorWidth);
+    EXPECT_EQ(back.Boxes(2).Height, chart.Boxes(2).Height);
+  }
+}
+
+// Only the very last text may be cut without being missed.
+TEST(ChartSection, CutAtAnyByteIsAFaultAndChangesNothing) {
+  const std::string whole = factory_section();
+  const std::size_t last_line = whole.size() - std::string("Standard\r\n").size();
+  const Chart before = fuStandard_Chart();
+  for (std::size_t size = 0; size <= whole.size(); ++size) {
+    Chart chart = before;
+    chart.UniqueId = 77;
+    const auto fault = read(whole.substr(0, size), chart);
+    ASSERT_EQ(fault.has_value(), size <= last_line) << size;
+    ASSERT_EQ(chart.UniqueId, fault ? 77 : 0) << size;
+  }
+}
+
+TEST(ChartSection, MutatedFilesKeepTheLaw) {
+  const std::string whole = factory_section();
+  std::mt19937_64 random(9);
+  const std::string letters = "0123456789,-\"#\r\nE.x \x80";
+  int read_well = 0;
+  for (int i = 0; i < 4000; ++i) {
+    std::string bytes = whole;
+    for (auto changes = 1 + random() % 3; changes > 0; --changes)
+      bytes[random() % bytes.size()] = letters[random() % letters.size()];
+    ASSERT_EQ(test::breach_of_chart_law(bytes), "") << bytes;
+    Chart chart;
+    read_well += read(bytes, chart) ? 0 : 1;
+  }
+  EXPECT_GT(read_well, 400);  // the law speaks of these only
+  EXPECT_LT(read_well, 3600);
+}
+
+TEST(ChartSection, HostileCountsAreRefusedBeforeAnythingGrows) {
+  struct Case {
+    std::size_t line;
+    const char* by;
+    int error;
+  };
+  const Case cases[] = {{3, "#TRUE#,#TRUE#,0,32767,0,0,9,20,0", 9},
+                        {3, "#TRUE#,#TRUE#,0,-1,0,0,9,20,0", 9},
+                        {3, "#TRUE#,#TRUE#,0,1,4097,0,9,20,0", 9},
+                        {3, "#TRUE#,#TRUE#,0,1,0,-5,9,20,0", 9},
+                        {3, "#TRUE#,#TRUE#,0,1,0,0,4096,20,0", 9},
+                        {3, "#TRUE#,#TRUE#,0,1,0,0,9,-32768,0", 9},
+                        {3, "#TRUE#,#TRUE#,0,1,0,0,9,20,32767", 9},
+                        {3, "#TRUE#,#TRUE#,0,99999,0,0,9,20,0", 6},
+                        {2, "2147483647", 62},
+                        {2, "99999999999", 6},
+                        {9, "2147483647", 62},
+                        {11, "2147483647", 62},
+                        {13, "1,0,100,32767", 9},
+                        {13, "1,0,100,-1", 9},
+                        {15, "nan,0", 13},
+                        {16, "2147483647", 62}};
+  for (const Case& row : cases) {
+    TestWorld world;
+    Chart chart = fuStandard_Chart();
+    world.prompts.expect_box("Error: " + std::to_string(row.error), "Chart Read Write Error: ");
+    const std::string bytes = with_line(row.line, row.by);
+    ProjectReader file(bytes);
+    EXPECT_FALSE(RW_Chart(world.session.errors, file, chart)) << row.by;
+    EXPECT_EQ(chart, fuStandard_Chart()) << row.by;
+    world.prompts.verify();
+  }
+}
+
+TEST(ChartSection, ReportsNameRoutineLineAndCause) {
+  struct Case {
+    std::size_t line;
+    const char* by;
+    const char* text;
+  };
+  const Case cases[] = {{1, "0,one",
+                         "Chart Read Write Error: \nRW_Chart routine:\nLine 1: 'one' is not a "
+                         "number\nType mismatch"},
+                        {13, "1,0,100,0.5",
+                         "Chart Read Write Error: \nRW_ChRxTx routine:\nLine 13: 0.5 is not a "
+                         "whole number\nType mismatch"}};
+  for (const Case& row : cases) {
+    TestWorld world;
+    Chart chart;
+    world.prompts.expect_box("Error: 13 Type mismatch", row.text);
+    const std::string bytes = with_line(row.line, row.by);
+    ProjectReader file(bytes);
+    EXPECT_FALSE(RW_Chart(world.session.errors, file, chart));
+  }
+  TestWorld world;
+  Chart chart = fuStandard_Chart();
+  chart.Axes(1).Max = std::numeric_limits<double>::infinity();
+  world.prompts.expect_box("Error: 6 Overflow", "infinite or undefined can't be saved");
+  ProjectWriter file;
+  EXPECT_FALSE(RW_Chart(world.session.errors, file, chart));
+}
+
+// A later version's fields are dropped; so are its texts, but those of an item
+// only from 27 on.
+TEST(ChartSection, FieldsOfALaterVersionAreSkipped) {
+  std::vector<std::string> lines = lines_of(factory_section());
+  const std::size_t marker = 31 + 90 + 1;
+  lines[lines.size() - 4] = "5";
+  lines.insert(lines.end(), {"later", "texts"});
+  lines[marker + 2] = "20";
+  lines[marker + 3] = "\r\n" + joined(std::vector<std::string>(18, "t")) + "t";
+  lines[marker] = "21";
+  lines[marker + 1] += ",\"a,b\",c";
+  lines[15] = "27";
+  lines[18] += "\r\n" + joined(std::vector<std::string>(23, "t")) + "t";
+  lines[12] += ",1,2";
+  lines[10] = "28";
+  lines[9] += ",7";
+  lines[8] = "12";
+  lines[2] += ",1,2,3";
+  lines[1] = "12";
+  Chart chart;
+  const auto fault = read(joined(lines), chart);
+  ASSERT_FALSE(fault) << fault->line << ": " << fault->what;
+  EXPECT_EQ(chart, fuStandard_Chart());
+  EXPECT_TRUE(read(with_line(16, "4"), chart) == std::nullopt);  // 4 texts: none is skipped
+}
+
+TEST(ChartSection, ASectionWithoutFieldsChangesNothing) {
+  Chart chart = fuStandard_Chart();
+  chart.UniqueId = 5;
+  const Chart before = chart;
+  EXPECT_FALSE(read("3,99\r\n0\r\n", chart));
+  EXPECT_EQ(chart, before);
+}
+
+TEST(ChartSection, TiesCanBeKept) {
+  Chart theirs = fuStandard_Chart();
+  theirs.UniqueId = 11;
+  theirs.nDataIds = 2;
+  theirs.DataIds.resize(2);
+  theirs.Markers(3).DataId = 12;
+  theirs.Markers(3).FitId = 13;
+  theirs.Markers(3).Symbol = 14;
+  theirs.Name = "theirs";
+  const std::string bytes = *section_of(theirs);
+  TestWorld world;
+  Chart ours = fuStandard_Chart();
+  ours.UniqueId = 21;
+  ours.Markers(3).DataId = 22;
+  ProjectReader file(bytes);
+  ASSERT_TRUE(RW_Chart(world.session.errors, file, ours, ChartTies::keep));
+  Chart expected = fuStandard_Chart();
+  expected.UniqueId = 21;
+  expected.Markers(3).DataId = 22;
+  expected.Markers(3).Symbol = 14;
+  EXPECT_EQ(ours, expected);
+
+  ours.nMarkers = 5;
+  ours.Markers.resize(5);
+  world.prompts.expect_box("Error: 9", "20 where the chart has 5");
+  ProjectReader again(bytes);
+  EXPECT_FALSE(RW_Chart(world.session.errors, again, ours, ChartTies::keep));
+}
+
+// What a file may say and a drawing can't bear: sizes, fonts, codes, missing boxes.
+TEST(ChartSection, AnyChartThatIsReadCanBeDrawn) {
+  Chart odd = fuStandard_Chart();
+  odd.nBoxes = 2;
+  odd.nAxes = 0;
+  odd.nMarkers = 0;
+  odd.Boxes(chart_item::chart_box).Width = -4;
+  odd.Boxes(chart_item::plot_box).Height = 2147483647;
+  odd.Boxes(chart_item::legend).FontSize = 1e38F;
+  odd.Boxes(chart_item::legend).Mode = 99;
+  odd.Axes(0).Label.FontSize = -1;
+  Chart chart;
+  ASSERT_FALSE(read(*section_of(odd), chart));
+  EXPECT_EQ(std::tuple(chart.nBoxes, chart.nAxes, chart.nMarkers), std::tuple(9, 1, 1));
+  EXPECT_EQ(chart.Boxes(chart_item::x_title), fuStandard_Chart().Boxes(chart_item::x_title));
+  EXPECT_EQ(chart.Markers(1), fuStandard_Chart().Markers(1));
+  EXPECT_EQ(chart.Boxes(chart_item::chart_box).Width, 1);
+  EXPECT_EQ(chart.Boxes(chart_item::plot_box).Height, 32767);
+  EXPECT_EQ(chart.Boxes(chart_item::legend).FontSize, 500);
+  EXPECT_EQ(chart.Axes(0).Label.FontSize, 1);
+  for (const int scale : {3, 24, 32, 40, -1}) {
+    chart.Axes(0).ScaleType = chart.Axes(1).ScaleType = static_cast<std::int16_t>(scale);
+    chart.Axes(1).Max = 50;
+    chart.Markers(1).Symbol = 300;
+    Chart again;
+    ASSERT_FALSE(read(*section_of(chart), again));
+    EXPECT_EQ(again.Axes(1).Max, scale == 24 || scale == 32 ? 0.99999999 : 50) << scale;
+    TestWorld world;
+    world.prompts.accept_all();
+    again.Markers(1).DataId = world.session.gData(1).UniqueId;
+    world.session.gChart(1) = again;
+    EXPECT_GT(fl_Make_WMF(world.session, 1).records.size(), 5U) << scale;
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,132 @@
+#include "files/profiles.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "files/chart_section.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+using test::TestWorld;
+
+constexpr const char* load_title = "LOAD a chart profile";
+constexpr const char* save_title = "SAVE a chart profile";
+
+TEST(Profiles, SavedLooksComeBackOnAnotherChart) {
+  TestWorld world;
+  Chart dressed = world.session.gChart(1);
+  dressed.Boxes(chart_item::plot_box).FillColor = rgb(1, 2, 3);
+  dressed.Axes(0).Label.Text2 = "0.00";
+  dressed.Profile = "House style";
+  world.prompts.expect_file(save_title, "/house.vpr");
+  ASSERT_TRUE(save_profile(world.session, dressed));
+  EXPECT_TRUE(world.files.files.at("/house.vpr").ends_with("House style\r\n"));
+
+  Chart plain = world.session.gChart(1);
+  world.prompts.expect_file(load_title, "/house.vpr");
+  ASSERT_TRUE(load_profile(world.session, plain));
+  EXPECT_EQ(plain, dressed);
+}
+
+TEST(Profiles, TakingTheQuestionBackWritesNothing) {
+  TestWorld world;
+  Chart chart = fuStandard_Chart();
+  world.files.files["/taken.vpr"] = "old";
+  world.prompts.expect_file(save_title, std::nullopt);
+  world.prompts.expect_file(save_title, "");
+  world.prompts.expect_file(load_title, std::nullopt);
+  EXPECT_FALSE(save_profile(world.session, chart));
+  EXPECT_FALSE(save_profile(world.session, chart));
+  EXPECT_FALSE(load_profile(world.session, chart));
+  world.prompts.expect_file(save_title, "/taken");
+  world.prompts.expect_box(save_title, "/taken.vpr\nexists already", BoxAnswer::cancel);
+  EXPECT_FALSE(save_profile(world.session, chart));
+  chart.Name = "漢";
+  world.prompts.expect_file(save_title, "/new.d/taken");
+  world.prompts.expect_box(save_title, "will stand for each:\n漢", BoxAnswer::cancel);
+  EXPECT_FALSE(save_profile(world.session, chart));
+  EXPECT_EQ(world.files.files.size(), 1U);
+  EXPECT_EQ(world.files.files["/taken.vpr"], "old");
+}
+
+TEST(Profiles, InvalidLooksAreNotSaved) {
+  const auto is_refused = [](auto spoil) {
+    TestWorld world;
+    Chart chart = fuStandard_Chart();
+    spoil(chart);
+    world.prompts.expect_box("Chart Format", "Please Check for invalid data.  Then try again.");
+    return !save_profile(world.session, chart) && world.files.operations() == 0;
+  };
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Axes(0).Max = chart.Axes(0).Min; }));
+  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Axes(1).Max = infinity; }));
+  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Axes(1).Min = std::nan(""); }));
+  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Boxes(chart_item::plot_box).Width = 0; }));
+  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Boxes(chart_item::y_title).FontSize = 0; }));
+}
+
+// What only the writer notices is told before the old file is touched.
+TEST(Profiles, UnwritableNumbersLeaveTheOldFile) {
+  TestWorld world;
+  Chart chart = fuStandard_Chart();
+  chart.Texts(0).PointsX(0) = std::numeric_limits<float>::infinity();
+  world.files.files["/p.vpr"] = "old";
+  world.prompts.expect_file(save_title, "/p.vpr");
+  world.prompts.expect_box("Error: 6 Overflow", "RW_ChRxTx routine:");
+  EXPECT_FALSE(save_profile(world.session, chart));
+  EXPECT_EQ(world.files.files["/p.vpr"], "old");
+}
+
+TEST(Profiles, AFileThatFailsIsToldOnceAndHarmsNothing) {
+  struct Case {
+    FileFault fault;
+    bool saving;
+  };
+  for (const Case row : {Case{FileFault::disk_full, true}, Case{FileFault::no_permission, true},
+                         Case{FileFault::device_error, false}, Case{FileFault::too_large, false}}) {
+    TestWorld world;
+    Chart chart = fuStandard_Chart();
+    chart.Name = "kept";
+    const Chart before = chart;
+    world.files.files["/p.vpr"] = "old";
+    world.prompts.expect_file(row.saving ? save_title : load_title, "/p.vpr");
+    world.prompts.expect_box(row.saving ? "Unsuccessful file save" : "Unsuccessful file load",
+                             "/p.vpr\nfault made for the test");
+    world.files.fail_at(1, row.fault);
+    EXPECT_FALSE(row.saving ? save_profile(world.session, chart)
+                            : load_profile(world.session, chart));
+    EXPECT_EQ(world.files.operations(), 1);
+    EXPECT_EQ(world.files.files["/p.vpr"], "old");
+    EXPECT_EQ(chart, before);
+  }
+}
+
+TEST(Profiles, ForeignFilesAreRefused) {
+  TestWorld world;
+  Chart chart = fuStandard_Chart();
+  const Chart before = chart;
+  world.files.files = {{"/empty", ""},
+                       {"/text", "100\n200\n>300\n"},
+                       {"/wide", std::string("\xFF\xFE"
+                                             "0\0",
+                                             4)},
+                       {"/picture", std::string("\x89PNG\r\n\x1A\n\0\0", 10)}};
+  EXPECT_EQ(apply_profile_file(world.files, "/none", chart), "/none: there is no such file");
+  EXPECT_EQ(apply_profile_file(world.files, "/empty", chart),
+            "/empty:1: the file ends where a value is due");
+  EXPECT_EQ(apply_profile_file(world.files, "/text", chart), "/text:3: '>300' is not a number");
+  EXPECT_EQ(apply_profile_file(world.files, "/wide", chart),
+            "/wide:1: this is UTF-16 text; save it as UTF-8");
+  EXPECT_TRUE(apply_profile_file(world.files, "/picture", chart).has_value());
+  world.prompts.expect_file(load_title, "/text");
+  world.prompts.expect_box("Error: 13", "RW_Chart routine:\nLine 3: '>300' is not a number");
+  EXPECT_FALSE(load_profile(world.session, chart));
+  EXPECT_EQ(chart, before);
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,204 @@
+#include "files/project_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+#include "files/text_lines.h"
+#include "numerics/slots.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int right = 0;
+
+/// The error number of `read`, 0 without one.
+template <class Read>
+int error_of(Read read) {
+  try {
+    read();
+  } catch (const RunTimeError& error) {
+    return error.number();
+  }
+  return right;
+}
+
+template <class Value>
+struct ValueCase {
+  std::string text;
+  int error;
+  Value expected{};
+  std::string words = {};
+};
+
+template <class Value>
+void check(const std::vector<ValueCase<Value>>& cases) {
+  for (const ValueCase<Value>& row : cases) {
+    ProjectReader file(row.text);
+    Value value{};
+    EXPECT_EQ(error_of([&] { file.value(value); }), row.error) << row.text;
+    EXPECT_EQ(value, row.expected) << row.text;
+    EXPECT_NE(file.fault().what.find(row.words), std::string::npos) << file.fault().what;
+  }
+}
+
+TEST(ProjectReader, ReadsNumbersInTheirForms) {
+  check<double>({{"0.5", right, 0.5},
+                 {".5", right, 0.5},
+                 {"-.5", right, -0.5},
+                 {"+5", right, 5},
+                 {"1.5D+3", right, 1500},
+                 {"1.5d3", right, 1500},
+                 {"1e-3", right, 0.001},
+                 {"  7 \t", right, 7},
+                 {"\"8\"", right, 8},
+                 {" \" 9 \" ", right, 9},
+                 {"1E-400", right, 0},
+                 {"1E400", 6, 0, "'1E400' is out of range"},
+                 {"-1D+999999999999", 6, 0, "out of range"},
+                 {"", 62, 0, "the file ends where a value is due"},
+                 {"   ", 13, 0, "a value is missing"},
+                 {",5", 13, 0, "a value is missing"},
+                 {"\n5", 13, 0, "a value is missing"},
+                 {"1,5;", right, 1},
+                 {"1;5", 13, 0, "'1;5' is not a number"},
+                 {"inf", 13, 0, "not a number"},
+                 {"-nan", 13, 0, "not a number"},
+                 {"0x10", 13, 0, "not a number"},
+                 {"1E", 13, 0, "not a number"},
+                 {"1 2", 13, 0, "'1 2' is not a number"},
+                 {"+-5", 13, 0, "not a number"},
+                 {"\"5", 13, 0, "a quotation mark is not closed"},
+                 {"\"5\"6", 13, 0, "text behind a quotation mark"},
+                 {"\xB2", 13, 0, "'\xC2\xB2' is not a number"}});
+  check<float>({{"123456.8", right, 123456.8F},
+                {"3.402823E+38", right, 3.402823e38F},
+                {"1E39", 6, 0, "out of range"},
+                {"1E-60", right, 0}});
+}
+
+TEST(ProjectReader, ReadsWholeNumbersAndFlags) {
+  check<std::int16_t>({{"3.0", right, 3},
+                       {"3E2", right, 300},
+                       {"-32768", right, -32768},
+                       {"32768", 6, 0, "32768 is out of range (-32768 to 32767)"},
+                       {"2.5", 13, 0, "2.5 is not a whole number"},
+                       {"#TRUE#", 13}});
+  check<std::int32_t>({{"2147483647", right, 2147483647},
+                       {"-2147483648", right, -2147483647 - 1},
+                       {"2147483648", 6},
+                       {"1E300", 6}});
+  check<bool>({{"#TRUE#", right, true},
+               {"#false#", right, false},
+               {"True", right, true},
+               {"FALSE", right, false},
+               {"-1", right, true},
+               {"1", right, true},
+               {"0", right, false},
+               {"2", 13, false, "'2' is neither #TRUE# nor #FALSE#"},
+               {"#TRUE", 13},
+               {"", 62}});
+}
+
+// After the last value of a line its line end is gone, so that the text line
+// behind it reads whole: for every line end and with blanks before it.
+TEST(ProjectReader, ValuesAndTextsShareOnePosition) {
+  for (const std::string end : {"\r\n", "\n", "\r"}) {
+    const std::string bytes =
+        "1,2 " + end + "  a \"b\", c " + end + end + "3" + end + "4,\"5\" ,6" + end + "last";
+    ProjectReader file(bytes);
+    int a = 0, b = 0;
+    std::string text, empty = "x", last;
+    file.values(a, b);
+    file.text(text);
+    file.text(empty);
+    EXPECT_EQ(std::tuple(a, b, text, empty), std::tuple(1, 2, "  a \"b\", c ", ""));
+    file.values(a, b);  // values spread over lines otherwise than written
+    EXPECT_EQ(std::tuple(a, b), std::tuple(3, 4));
+    file.skip_values(2);
+    file.text(last);
+    EXPECT_EQ(last, "last");
+    EXPECT_EQ(error_of([&] { file.text(last); }), 62);
+    EXPECT_EQ(file.fault().line, 6);
+    EXPECT_EQ(file.fault().what, "the file ends where a text is due");
+  }
+}
+
+TEST(ProjectReader, FaultsNameTheLineWhereTheValueStands) {
+  ProjectReader file("1\r\n2\r\nx\r\n4");
+  int value = 0;
+  EXPECT_EQ(error_of([&] { file.values(value, value, value); }), 13);
+  EXPECT_EQ(file.fault().line, 3);
+}
+
+TEST(ProjectReader, RefusesEndlessLines) {
+  const std::string longest(longest_line, '1'), longer = longest + "1";
+  std::string text;
+  double number = 0;
+  EXPECT_EQ(error_of([&] { ProjectReader(longest).text(text); }), right);
+  EXPECT_EQ(error_of([&] { ProjectReader(longer).text(text); }), 14);
+  EXPECT_EQ(error_of([&] { ProjectReader(longest).value(number); }), 6);
+  EXPECT_EQ(error_of([&] { ProjectReader(longer).value(number); }), 14);
+  EXPECT_EQ(error_of([&] { ProjectReader("\"" + longer).skip_values(1); }), 14);
+}
+
+TEST(ProjectReader, SkippingEndsWithTheFile) {
+  ProjectReader values("1,,\"a,b\"\n2");
+  values.skip_values(-5);
+  values.skip_values(3);
+  EXPECT_EQ(error_of([&] { values.skip_values(2147483647); }), 62);
+  ProjectReader texts("a\nb");
+  EXPECT_EQ(error_of([&] { texts.skip_texts(2147483647); }), 62);
+}
+
+// Ten bytes stand behind the bound: five elements of two bytes and no more.
+TEST(ProjectReader, ListsGrowOnlyAsFarAsTheBytesReach) {
+  struct Case {
+    std::int64_t bound;
+    int error;
+  };
+  for (const Case row : {Case{4, right}, Case{5, 9}, Case{-1, 9}, Case{-2147483648LL, 9},
+                         Case{2147483647, 9}, Case{0, right}}) {
+    ProjectReader file("1,2,3,4,5,");
+    Slots<int> list;
+    EXPECT_EQ(error_of([&] { file.make_room(list, row.bound, 2); }), row.error) << row.bound;
+    EXPECT_EQ(list.bound(), row.error == right ? row.bound : 0) << row.bound;
+    if (row.error != right) {
+      EXPECT_NE(file.fault().what.find("Count out of range in file"), std::string::npos);
+    }
+  }
+}
+
+TEST(ProjectReader, TextIsInTheCodePageUnlessAMarkSaysOtherwise) {
+  std::string line;
+  ProjectReader("\x80 \xFC").text(line);
+  EXPECT_EQ(line, "€ ü");
+  ProjectReader("\xEF\xBB\xBF\xE2\x82\xAC \xC3\xBC").text(line);
+  EXPECT_EQ(line, "€ ü");
+  ProjectReader("\xEF\xBB\xBF\xFC").text(line);  // the mark lies
+  EXPECT_EQ(line, "ü");
+}
+
+TEST(ProjectReader, RefusesBytesThatAreNoText) {
+  struct Case {
+    std::string bytes;
+    long line;
+    std::string words;
+  };
+  const Case cases[] = {{std::string("1\n2\0", 4), 2, "NUL"},
+                        {"1\n2\n\x1A", 3, "Ctrl-Z"},
+                        {std::string("\xFF\xFE"
+                                     "1\0,\0",
+                                     6),
+                         1, "UTF-16"}};
+  for (const Case& row : cases) {
+    ProjectReader file(row.bytes);
+    int value = 0;
+    EXPECT_EQ(error_of([&] { file.value(value); }), 13);
+    EXPECT_EQ(file.fault().line, row.line);
+    EXPECT_NE(file.fault().what.find(row.words), std::string::npos) << file.fault().what;
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,80 @@
+// The ways of a chart out of the window: to the clipboard and to a file.
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QImage>
+#include <QLineEdit>
+#include <QTemporaryDir>
+
+#include "chart/metafile_writer.h"
+#include "gui/window_world.h"
+
+namespace tavlo {
+
+namespace {
+
+using test::wait_until;
+
+class ChartExits : public test::WindowWorld {
+ protected:
+  ChartWindow& chart() { return window.windows().chart(1); }
+
+  /// Chooses the chart's "Save As..." and answers its dialog, which holds the
+  /// program until it is closed.
+  void save_as(const QString& name) {
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      answer.stop();
+      dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+      QMetaObject::invokeMethod(dialog, "accept");
+    });
+    answer.start(20);
+    chart().findChild<QAction*>(QStringLiteral("mnu_SaveChart"))->trigger();
+  }
+};
+
+QByteArray content_of(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+TEST_F(ChartExits, CopyOffersEveryFormToOtherPrograms) {
+  person.click(chart());
+  ASSERT_TRUE(wait_until([&] { return chart().hasFocus(); }));
+  person.press({QStringLiteral("ctrl+c")});
+  const QString png = QStringLiteral("image/png");
+  QByteArray names;
+  ASSERT_TRUE(wait_until([&] {
+    names = person.paste_elsewhere(QStringLiteral("TARGETS"));
+    return names.contains("image/png");
+  }));
+  const QByteArray metafile = QByteArray::fromStdString(metafile_bytes(chart().drawing()));
+  for (const char* name : {"image/wmf", "image/x-wmf",
+                           "application/x-openoffice-wmf;windows_formatname=\"Image WMF\""}) {
+    EXPECT_TRUE(names.contains(name)) << name;
+    EXPECT_EQ(person.paste_elsewhere(QString::fromUtf8(name)), metafile) << name;
+  }
+  EXPECT_TRUE(person.paste_elsewhere(QStringLiteral("image/svg+xml")).contains("</svg>"));
+  EXPECT_EQ(QImage::fromData(person.paste_elsewhere(png)).width(), 1920);
+}
+
+TEST_F(ChartExits, SaveAsWritesTheFormatOfTheName) {
+  const QTemporaryDir folder;
+  save_as(folder.filePath(QStringLiteral("a")));
+  EXPECT_EQ(content_of(folder.filePath(QStringLiteral("a.wmf"))),
+            QByteArray::fromStdString(metafile_bytes(chart().drawing())));
+  save_as(folder.filePath(QStringLiteral("b.png")));
+  const QImage image(folder.filePath(QStringLiteral("b.png")));
+  EXPECT_EQ(image.size(), QSize(3000, 1800));
+  EXPECT_EQ(image.dotsPerMeterX(), 11811);
+  save_as(folder.filePath(QStringLiteral("c.pdf")));
+  EXPECT_TRUE(content_of(folder.filePath(QStringLiteral("c.pdf"))).startsWith("%PDF"));
+  save_as(folder.filePath(QStringLiteral("d.SVG")));
+  EXPECT_TRUE(content_of(folder.filePath(QStringLiteral("d.SVG"))).contains("</svg>"));
+}
+
+}  // namespace
+
+}  // namespace tavlo

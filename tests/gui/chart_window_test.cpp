@@ -1,0 +1,298 @@
+// Somebody works on the chart with mouse and keys.
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QImage>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTemporaryDir>
+#include <QTest>
+#include <cmath>
+
+#include "chart/legend.h"
+#include "chart/movable_boxes.h"
+#include "gui/window_world.h"
+
+namespace tavlo {
+
+namespace {
+
+using drawing::Place;
+using test::wait_until;
+
+class OnTheChart : public test::WindowWorld {
+ protected:
+  void SetUp() override {
+    WindowWorld::SetUp();
+    type_handbook_example();
+    person.press({QStringLiteral("alt+c")});
+    ASSERT_TRUE(wait_until([&] { return chart_has_fit_line() && !program.commands.running(); }));
+    record().Boxes(chart_item::legend).Mode = legend_mode::always;
+    record().Markers(1).Label = "Bearings";
+    redraw();
+    person.press({QStringLiteral("ctrl+3")});
+    ASSERT_TRUE(wait_until([&] { return chart().hasFocus(); }));
+  }
+
+  ChartWindow& chart() { return window.windows().chart(1); }
+  Chart& record() { return session().gChart(1); }
+  QAction& action(const char* name) { return *window.findChild<QAction*>(QString::fromUtf8(name)); }
+  QString hint() { return window.findChild<QLabel*>(QStringLiteral("lbl_Tip"))->text(); }
+  QPoint pixel(Place place) { return chart().stage().pixel(place).toPoint(); }
+  QPoint in_plot(double right, double down) {
+    const QRectF plot = chart().stage().plot_area();
+    return QPointF(plot.x() + right * plot.width(), plot.y() + down * plot.height()).toPoint();
+  }
+  void redraw() {
+    program.commands.run([&] { chart().stage().announce_change(); });
+  }
+  void press(const char* key) { person.press({QString::fromUtf8(key)}); }
+  /// Waits for the answer of the program to what was done before.
+  bool composed_since(int compositions) {
+    return wait_until([&] { return chart().compositions() > compositions; }, 3000);
+  }
+  /// The events of the person's acts are through when a key after them is.
+  void catch_up() {
+    const bool was = chart().is_precise();
+    person.press({QStringLiteral("alt+o"), QStringLiteral("p")});
+    ASSERT_TRUE(wait_until([&] { return chart().is_precise() != was; }, 3000));
+    person.press({QStringLiteral("alt+o"), QStringLiteral("p")});
+    ASSERT_TRUE(wait_until([&] { return chart().is_precise() == was; }, 3000));
+  }
+  QPoint middle_of(int item) {
+    for (const ItemArea& each : chart().drawing().areas)
+      if (each.item == item) return chart().stage().area(each.area).center().toPoint();
+    ADD_FAILURE() << "no item " << item;
+    return {};
+  }
+  /// Answers the next dialog of a kind, which holds the program until it is closed.
+  template <class Dialog>
+  void answer(std::function<void(Dialog&)> act) {
+    auto* timer = new QTimer(&window);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
+      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      timer->deleteLater();
+      act(*dialog);
+    });
+    timer->start(20);
+  }
+};
+
+TEST_F(OnTheChart, ZoomsInStepByStepAndBackExactly) {
+  const Slots<ChartAxis> before = record().Axes;
+  person.press({QStringLiteral("alt+o"), QStringLiteral("z")});
+  ASSERT_TRUE(wait_until([&] { return chart().tool() == ChartTool::zoom; }));
+  EXPECT_TRUE(action("mnu_33").isChecked());
+
+  person.drag(chart(), {in_plot(0.25, 0.25), in_plot(0.4, 0.5), in_plot(0.75, 0.75)});
+  ASSERT_TRUE(wait_until([&] { return record().Axes != before; }));
+  const Slots<ChartAxis> first = record().Axes;
+  EXPECT_FALSE(first(0).AutoMin || first(0).AutoMax || first(1).AutoMin || first(1).AutoMax);
+  EXPECT_NEAR(std::log(first(0).Max / first(0).Min) / std::log(before(0).Max / before(0).Min), 0.5,
+              0.01);
+  // From the lower right to the upper left, and beyond the plot.
+  person.drag(chart(), {in_plot(0.6, 0.6), in_plot(0.3, 0.3), in_plot(-0.05, -0.05)});
+  ASSERT_TRUE(wait_until([&] { return record().Axes != first; }));
+  EXPECT_EQ(record().Axes(0).Min, first(0).Min);
+  EXPECT_EQ(record().Axes(1).Max, first(1).Max);
+
+  press("BackSpace");
+  ASSERT_TRUE(wait_until([&] { return record().Axes == first; }));
+  press("ctrl+z");
+  EXPECT_TRUE(wait_until([&] { return record().Axes == before; }));
+
+  person.drag(chart(), {in_plot(0.2, 0.2), in_plot(0.9, 0.9)});
+  ASSERT_TRUE(wait_until([&] { return chart().stage().zoom().depth() == 1; }));
+  press("plus");
+  ASSERT_TRUE(wait_until([&] { return chart().stage().zoom().depth() == 2; }));
+  person.press({QStringLiteral("alt+o"), QStringLiteral("z")});
+  EXPECT_TRUE(wait_until([&] { return record().Axes == before; })) << "off: back to the first view";
+  EXPECT_EQ(boxes.texts(), QStringList());
+}
+
+TEST_F(OnTheChart, SlipsAndEscapeLeaveTheViewAsItIs) {
+  const Slots<ChartAxis> before = record().Axes;
+  person.press({QStringLiteral("alt+o"), QStringLiteral("z")});
+  ASSERT_TRUE(wait_until([&] { return chart().tool() == ChartTool::zoom; }));
+  const QPoint at = in_plot(0.5, 0.5);
+  person.drag(chart(), {at, at + QPoint(4, 60)});
+  person.hold(chart(), at);
+  person.move_to(chart(), at + QPoint(80, 80));
+  press("Escape");
+  person.let_go();
+  catch_up();
+  EXPECT_EQ(record().Axes, before);
+  EXPECT_EQ(chart().tool(), ChartTool::zoom) << "the drag alone was given up";
+  press("Escape");
+  EXPECT_TRUE(wait_until([&] { return chart().tool() == ChartTool::pointer; }));
+  EXPECT_FALSE(action("mnu_33").isChecked());
+}
+
+TEST_F(OnTheChart, LimitsSetByOtherMeansStay) {
+  press("plus");
+  ASSERT_TRUE(wait_until([&] { return chart().stage().zoom().depth() == 1; }));
+  record().Axes(0).Max = 5000;
+  redraw();
+  EXPECT_EQ(chart().stage().zoom().depth(), 0u);
+  press("Home");
+  EXPECT_TRUE(wait_until([&] { return record().Axes(0).AutoMax && record().Axes(0).Max < 5000; }));
+}
+
+TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {
+  const ChartAxis& x = record().Axes(0);
+  const QPoint at = in_plot(0.4, 0.1);
+  person.move_to(chart(), at);
+  ASSERT_TRUE(wait_until([&] { return hint().startsWith(QStringLiteral("X = ")); }));
+  const QRectF plot = chart().stage().plot_area();
+  const double expected = x.Min * std::pow(x.Max / x.Min, (at.x() - plot.x()) / plot.width());
+  EXPECT_NEAR(hint().section(u' ', 2, 2).toDouble(), expected, 2e-3 * expected)
+      << hint().toStdString();
+  EXPECT_TRUE(hint().contains(QStringLiteral("Fit:  F = ")));
+
+  person.press({QStringLiteral("alt+o"), QStringLiteral("p")});
+  const DataPoint& point = session().gData(1).Points(2);
+  std::vector<DataPair> pairs = {{point.X, point.Y}};
+  std::vector<Place> places(1);
+  xy2Long(session().errors, session().ports.prompts, record().Boxes(1), record().Axes(0),
+          record().Axes(1), places, pairs);
+  const QPoint on_point = pixel(places[0]);
+  person.move_to(chart(), on_point + QPoint(4, 3));
+  const QString wanted =
+      QStringLiteral("Point:  X = 187   Y = %1%").arg(100.0 * point.Y, 0, 'g', 7);
+  EXPECT_TRUE(wait_until([&] { return hint().startsWith(wanted); }))
+      << hint().toStdString() << wanted.toStdString();
+  const QImage seen = chart().grab().toImage();
+  const double scale = seen.devicePixelRatio();
+  const QPointF above = scale * QPointF(chart().stage().pixel(places[0]).x(), plot.top() + 9);
+  const QColor hair = seen.pixelColor(above.toPoint() - QPoint(above.x() < above.toPoint().x(), 0));
+  EXPECT_GT(hair.red(), hair.blue() + 60) << "a hair cross stands on the point";
+
+  press("shift+Right");
+  EXPECT_TRUE(wait_until([&] { return !hint().startsWith(QStringLiteral("Point")); }));
+  person.move_to(window.windows().sheet(1), {40, 40});
+  EXPECT_TRUE(wait_until([&] { return !hint().contains(QStringLiteral("Fit:")); }));
+}
+
+TEST_F(OnTheChart, DraggedBoxesStayWhereTheyWerePut) {
+  for (const int item : {chart_item::legend, chart_item::parameter_box}) {
+    const QPoint from = middle_of(item);
+    const int before = chart().compositions();
+    person.drag(chart(), {from, from + QPoint(-20, -10), from + QPoint(-70, -50)});
+    ASSERT_TRUE(wait_until([&] { return has_own_place(record(), item); }));
+    catch_up();
+    EXPECT_LE(chart().compositions() - before, 2) << "one for each event at most";
+    EXPECT_LE((middle_of(item) - from - QPoint(-70, -50)).manhattanLength(), 2);
+    const ChartItem put = record().Boxes(item);
+    redraw();
+    EXPECT_EQ(record().Boxes(item), put);
+    EXPECT_LE((middle_of(item) - from - QPoint(-70, -50)).manhattanLength(), 2);
+
+    person.hold(chart(), from + QPoint(-70, -50));
+    person.move_to(chart(), from + QPoint(-90, -90));
+    ASSERT_TRUE(wait_until([&] { return record().Boxes(item) != put; }));
+    press("Escape");
+    EXPECT_TRUE(wait_until([&] { return record().Boxes(item) == put; })) << "Escape takes it back";
+    person.let_go();
+
+    person.ask_for_menu(chart(), from + QPoint(-70, -50));
+    ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
+    press("o");
+    EXPECT_TRUE(wait_until([&] { return !has_own_place(record(), item); }));
+  }
+}
+
+TEST_F(OnTheChart, AddsMovesAndDeletesMarks) {
+  const QPoint at = in_plot(0.3, 0.2);
+  person.ask_for_menu(chart(), at);
+  ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
+  person.press({QStringLiteral("m"), QStringLiteral("t")});
+  ASSERT_TRUE(wait_until([&] { return chart().tool() == ChartTool::text; }));
+  answer<QInputDialog>([](QInputDialog& dialog) {
+    dialog.setTextValue(QStringLiteral("wear-out"));
+    dialog.accept();
+  });
+  person.click(chart(), at);
+  ASSERT_TRUE(wait_until([&] { return record().nTexts == 1 && !program.commands.running(); }));
+  EXPECT_EQ(record().Texts(1).Text2, "wear-out");
+  EXPECT_LE((pixel({record().Texts(1).Left, record().Texts(1).Top}) - at).manhattanLength(), 2);
+
+  action("mnu_AddArrow").trigger();
+  person.drag(chart(), {in_plot(0.7, 0.3), in_plot(0.6, 0.3), in_plot(0.5, 0.4)});
+  ASSERT_TRUE(wait_until([&] { return record().nTexts == 2; }));
+  EXPECT_EQ(kind_of_mark(record().Texts(2)), MarkKind::arrow);
+  EXPECT_EQ(chart().tool(), ChartTool::pointer);
+  const ChartItem arrow = record().Texts(2);
+  person.drag(chart(), {in_plot(0.6, 0.35), in_plot(0.62, 0.4), in_plot(0.6, 0.45)});
+  ASSERT_TRUE(wait_until([&] { return record().Texts(2) != arrow; }));
+  EXPECT_EQ(record().Texts(2).PointsX(0) - arrow.PointsX(0),
+            record().Texts(2).PointsX(1) - arrow.PointsX(1));
+  press("Delete");
+  ASSERT_TRUE(wait_until([&] { return record().nTexts == 1; }));
+  EXPECT_EQ(record().Texts(1).Text2, "wear-out");
+
+  action("mnu_AddLine").trigger();
+  press("Escape");
+  EXPECT_TRUE(wait_until([&] { return chart().tool() == ChartTool::pointer; }));
+  EXPECT_EQ(record().nTexts, 1);
+}
+
+TEST_F(OnTheChart, MarksWithTheKeyboardAlone) {
+  person.press({QStringLiteral("Menu")});
+  ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
+  person.press({QStringLiteral("m"), QStringLiteral("s"), QStringLiteral("Return")});
+  ASSERT_TRUE(wait_until([&] { return record().nTexts == 1; }));
+  const ChartItem symbol = record().Texts(1);
+  press("shift+Left");
+  ASSERT_TRUE(wait_until([&] { return record().Texts(1).Left < symbol.Left; }));
+  EXPECT_EQ(record().Texts(1).Top, symbol.Top);
+  answer<QDialog>([](QDialog& dialog) {
+    auto* size = dialog.findChild<QLineEdit*>(QStringLiteral("txt_MarkSize"));
+    size->selectAll();
+    QTest::keyClicks(size, QStringLiteral("300"));
+    dialog.accept();
+  });
+  press("Return");
+  ASSERT_TRUE(wait_until([&] { return record().Texts(1).Int5 == 300; }));
+  person.press({QStringLiteral("Escape"), QStringLiteral("Tab"), QStringLiteral("Tab"),
+                QStringLiteral("Delete")});
+  EXPECT_TRUE(wait_until([&] { return record().nTexts == 0; })) << "behind the parameter box";
+}
+
+TEST_F(OnTheChart, SwitchesSubPopulationsForTheEyeAlone) {
+  person.press({QStringLiteral("alt+o"), QStringLiteral("u")});
+  ASSERT_TRUE(wait_until([&] { return record().SubPopulations; }));
+  EXPECT_TRUE(action("mnu_SubPopulations").isChecked());
+  person.press({QStringLiteral("alt+o"), QStringLiteral("u")});
+  EXPECT_TRUE(wait_until([&] { return !record().SubPopulations; }));
+}
+
+TEST_F(OnTheChart, PrintsOnALyingPage) {
+  const QTemporaryDir folder;
+  const QString name = folder.filePath(QStringLiteral("chart.pdf"));
+  QString title;
+  answer<QPrintDialog>([&](QPrintDialog& dialog) {
+    title = dialog.windowTitle();
+    dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+    dialog.printer()->setOutputFileName(name);
+    dialog.done(QDialog::Accepted);
+  });
+  press("ctrl+p");
+  ASSERT_TRUE(wait_until([&] { return QFile(name).size() > 1000 && !program.commands.running(); }));
+  EXPECT_EQ(title, QStringLiteral("Print Chart1"));
+  QFile file(name);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray pdf = file.readAll();
+  const QByteArray page = pdf.mid(pdf.indexOf("/MediaBox [") + 11, 60);
+  const QList<QByteArray> box = page.left(page.indexOf(']')).simplified().split(' ');
+  EXPECT_GT(box.value(2).toDouble(), box.value(3).toDouble()) << page.constData();
+  EXPECT_EQ(boxes.texts(), QStringList());
+}
+
+}  // namespace
+
+}  // namespace tavlo

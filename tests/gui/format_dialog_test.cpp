@@ -1,0 +1,212 @@
+// The format dialog, by keys: what it shows, keeps, gives back and refuses.
+#include "workspace/format_dialog.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTemporaryDir>
+
+#include "chart/preview.h"
+#include "gui/window_world.h"
+#include "workspace/command_table.h"
+
+namespace tavlo {
+
+namespace {
+
+using test::wait_until;
+
+QString key(const char* name) { return QString::fromUtf8(name); }
+
+class FormatDialogTest : public test::WindowWorld {
+ protected:
+  void SetUp() override {
+    WindowWorld::SetUp();
+    before_ = chart();
+    open(ChartPart::titles);
+  }
+
+  Chart& chart() { return session().gChart(1); }
+  Chart& copy() { return session().gChartNow; }
+  QWidget* dialog() { return window.findChild<QWidget*>(key("frm_Format")); }
+
+  void open(ChartPart page) {
+    window.DoCommand(command::label_style);
+    ASSERT_TRUE(wait_until([&] { return dialog() && dialog()->isActiveWindow(); }));
+    turn_to(static_cast<int>(page));
+  }
+
+  void turn_to(int page) {
+    dialog()->findChild<QListWidget*>(key("lst_Page"))->setCurrentRow(page);
+  }
+
+  /// Gives a field the keyboard and types over what stands there.
+  void type_over(const char* field, const char* text) {
+    QWidget& line = widget(field);
+    line.setFocus();
+    ASSERT_TRUE(wait_until([&] { return line.hasFocus(); })) << field;
+    person.press({key("ctrl+a"), key("Delete")});
+    person.type(key(text));
+    ASSERT_TRUE(wait_until([&] { return shown_in(field) == key(text); })) << field;
+  }
+
+  QString shown_in(const char* field) {
+    return dialog()->findChild<QLineEdit*>(key(field))->text();
+  }
+
+  void close_with(const char* keys) {
+    person.press({key(keys)});
+    ASSERT_TRUE(wait_until([&] { return !dialog(); }));
+  }
+
+  /// Answers the next file dialog, which holds the program until it is closed.
+  void answer_files_with(const QString& name) {
+    auto* answer = new QTimer(dialog());
+    QObject::connect(answer, &QTimer::timeout, answer, [answer, name] {
+      auto* files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      if (!files) return;
+      answer->deleteLater();
+      answer->stop();
+      files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+      QMetaObject::invokeMethod(files, "accept");
+    });
+    answer->start(20);
+  }
+
+  bool preview_has_text(const std::string& words) {
+    const DrawingRecord drawing = preview_chart(session(), copy());
+    return std::any_of(drawing.records.begin(), drawing.records.end(), [&](const auto& record) {
+      const auto* text = std::get_if<drawing::Text>(&record);
+      return text && text->utf8 == words;
+    });
+  }
+
+  Chart before_;
+};
+
+TEST_F(FormatDialogTest, TitleIsSeenAtOnceAndKeptWithOk) {
+  const QImage unchanged = widget("pic_Preview").grab().toImage();
+  type_over("ttl_Main", "Bearings");
+  ASSERT_TRUE(wait_until([&] { return copy().Boxes(chart_item::main_title).Text2 == "Bearings"; }));
+  EXPECT_TRUE(wait_until([&] { return widget("pic_Preview").grab().toImage() != unchanged; }));
+  EXPECT_EQ(chart(), before_) << "the chart itself waits for the OK";
+  const int compositions = window.windows().chart(1).compositions();
+  close_with("Return");
+  EXPECT_EQ(chart().Boxes(chart_item::main_title).Text2, "Bearings");
+  EXPECT_EQ(window.windows().chart(1).compositions(), compositions + 1);
+  EXPECT_TRUE(preview_has_text("Bearings"));
+}
+
+TEST_F(FormatDialogTest, CancelGivesEverythingBack) {
+  type_over("ttl_Sub", "gone");
+  turn_to(static_cast<int>(ChartPart::boxes));
+  type_over("plt_Width", "5000");
+  ASSERT_TRUE(wait_until([&] { return copy().Boxes(chart_item::plot_box).Width == 5000; }));
+  close_with("Escape");
+  EXPECT_EQ(chart(), before_);
+  EXPECT_EQ(copy(), before_);
+}
+
+TEST_F(FormatDialogTest, LimitsNeedTheirFlagOffAndTheirOrder) {
+  turn_to(static_cast<int>(ChartPart::x_axis));
+  EXPECT_FALSE(widget("axx_Max").isEnabled());
+  for (const char* flag : {"axx_Max_Auto", "axx_Min_Auto"}) {
+    widget(flag).setFocus();
+    person.press({key("space")});
+  }
+  ASSERT_TRUE(wait_until([&] { return widget("axx_Min").isEnabled(); }));
+  type_over("axx_Max", "250");
+  type_over("axx_Min", "500");
+  ASSERT_TRUE(wait_until([&] { return copy().Axes(0).Min == 500; }));
+  person.press({key("Return")});
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
+  ASSERT_TRUE(wait_until([&] { return dialog()->isActiveWindow(); }));
+  type_over("axx_Min", "2%");
+  ASSERT_TRUE(wait_until([&] { return copy().Axes(0).Min == 0.02; }));
+  close_with("Return");
+  EXPECT_EQ(chart().Axes(0).Min, 0.02);
+  EXPECT_EQ(chart().Axes(0).Max, 250);
+  EXPECT_FALSE(chart().Axes(0).AutoMax);
+}
+
+TEST_F(FormatDialogTest, NoNumberIsToldAndTheDialogStays) {
+  const QString words = key("Please Check for invalid data.  Then try again.");
+  const struct {
+    ChartPart page;
+    const char* field;
+    const char* wrong;
+  } faults[] = {{ChartPart::boxes, "cht_Width", "wide"},
+                {ChartPart::boxes, "cht_Height", "0"},
+                {ChartPart::plot_sets, "set_Size", "1e9"},
+                {ChartPart::titles, "ttl_Main_Size", ""}};
+  qsizetype told = 0;
+  for (const auto& fault : faults) {
+    turn_to(static_cast<int>(fault.page));
+    const QString good = shown_in(fault.field);
+    type_over(fault.field, fault.wrong);
+    turn_to(static_cast<int>(ChartPart::notes));
+    person.press({key("Return")});
+    ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == told + 1; })) << fault.field;
+    EXPECT_EQ(boxes.texts()[told++], words);
+    ASSERT_TRUE(wait_until([&] { return dialog() && widget(fault.field).hasFocus(); }))
+        << "the fault is shown, " << fault.field;
+    type_over(fault.field, qPrintable(good));
+  }
+  EXPECT_EQ(chart(), before_);
+  close_with("Return");
+}
+
+TEST_F(FormatDialogTest, SymbolColourAndPenByKeys) {
+  turn_to(static_cast<int>(ChartPart::plot_sets));
+  widget("opt_Symbol").setFocus();
+  person.press({key("Right"), key("Down")});
+  ASSERT_TRUE(wait_until([&] { return copy().Markers(1).Symbol == 11; }));
+  widget("set_LinePen").setFocus();
+  person.press({key("space")});
+  ASSERT_TRUE(wait_until([&] { return window.findChild<QWidget*>(key("frm_Colour")); }));
+  ASSERT_TRUE(wait_until([&] { return widget("frm_Colour").isActiveWindow(); }));
+  person.click(widget("opt_Colour_7"));
+  person.press({key("alt+s"), key("Down"), key("Return")});
+  ASSERT_TRUE(wait_until([&] { return copy().Markers(1).LineStyle == 1; }));
+  EXPECT_EQ(copy().Markers(1).LineColor, rgb(255, 0, 0));
+  close_with("Return");
+  EXPECT_EQ(chart().Markers(1).Symbol, 11);
+  EXPECT_EQ(chart().Markers(1).LineColor, rgb(255, 0, 0));
+}
+
+TEST_F(FormatDialogTest, ProfileIsSavedAndLoaded) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(key("looks.vpr"));
+  type_over("ttl_X", "Hours");
+  const int profile = static_cast<int>(ChartPart::notes) + 1;
+  turn_to(profile);
+  answer_files_with(path);
+  person.click(widget("cmd_Save"));
+  ASSERT_TRUE(wait_until([&] { return QFile::exists(path); }));
+  ASSERT_TRUE(wait_until([&] { return dialog()->isActiveWindow(); }));
+  turn_to(static_cast<int>(ChartPart::titles));
+  type_over("ttl_X", "Miles");
+  turn_to(profile);
+  answer_files_with(path);
+  person.click(widget("cmd_Load"));
+  ASSERT_TRUE(wait_until([&] { return copy().Boxes(chart_item::x_title).Text2 == "Hours"; }));
+  EXPECT_EQ(shown_in("ttl_X"), key("Hours"));
+  EXPECT_EQ(copy().UniqueId, before_.UniqueId);
+  close_with("Escape");
+  EXPECT_EQ(chart(), before_);
+}
+
+TEST_F(FormatDialogTest, TypesChangeTheLooks) {
+  turn_to(static_cast<int>(ChartPart::notes) + 1);
+  widget("cbo_ChtType").setFocus();
+  person.press({key("End")});
+  ASSERT_TRUE(wait_until([&] { return copy().Profile == "Colour-safe"; }));
+  EXPECT_NE(copy().Markers(1).LineColor, before_.Markers(1).LineColor);
+  EXPECT_EQ(copy().Axes, before_.Axes);
+  close_with("Escape");
+}
+
+}  // namespace
+
+}  // namespace tavlo

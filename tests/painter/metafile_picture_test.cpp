@@ -1,0 +1,227 @@
+// The metafile in the eyes of a reader that nobody here wrote: libwmf's wmf2svg,
+// its drawing made into pixels and held against our own PNG, its texts against ours.
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+
+#include "chart/chart_world.h"
+#include "chart/metafile_writer.h"
+#include "painter/picture_writer.h"
+#include "project/models.h"
+
+namespace tavlo {
+namespace {
+
+constexpr int width = 2000;
+constexpr int height = 1200;
+
+/// Without a date: libwmf counts a right-aligned text from its right end onward
+/// when it looks for the size of the picture.
+DrawingRecord chart_with_everything() {
+  test::ChartWorld here;
+  here.show(test::ranked(test::published_times()));
+  here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+  here.chart().Markers(1).LineWidth = 20;
+  here.chart().Boxes(chart_item::date).Text2.clear();
+  return here.draw();
+}
+
+bool run(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.start(program, arguments);
+  return process.waitForFinished(60000) && process.exitCode() == 0;
+}
+
+/// A text as the reader places it; the scale is that of the drawing.
+struct SeenText {
+  std::string text;
+  double x = 0;  ///< where it begins
+  double y = 0;  ///< its base line
+  double size = 0;
+  bool upright = false;
+};
+
+/// What libwmf makes of the drawing.
+struct Reading {
+  QImage image;
+  std::vector<SeenText> texts;
+};
+
+SeenText text_of(const QXmlStreamAttributes& attributes, double scale) {
+  const QString style = attributes.value("style").toString();
+  const QString transform = attributes.value("transform").toString();
+  const QStringList matrix = transform.section('(', 1).section(')', 0, 0).split(' ');
+  const QString size = style.section("font-size:", 1).section(';', 0, 0);
+  return {"", matrix.value(4).toDouble() / scale, matrix.value(5).toDouble() / scale,
+          size.toDouble() / scale, matrix.value(1).toDouble() == -1.0};
+}
+
+std::vector<SeenText> texts_in(const QByteArray& svg) {
+  std::vector<SeenText> texts;
+  double scale = 1;
+  QXmlStreamReader xml(svg);
+  while (!xml.atEnd()) {
+    xml.readNext();
+    if (!xml.isStartElement()) continue;
+    if (xml.name() == u"svg") scale = xml.attributes().value("width").toDouble() / 10000;
+    if (xml.name() != u"text") continue;
+    texts.push_back(text_of(xml.attributes(), scale));
+    texts.back().text = xml.readElementText().trimmed().toStdString();
+  }
+  EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+  return texts;
+}
+
+Reading as_read_by_libwmf(const DrawingRecord& drawing) {
+  const QTemporaryDir folder;
+  const QString metafile = folder.filePath("a.wmf"), svg = folder.filePath("a.svg"),
+                png = folder.filePath("a.png");
+  QFile file(metafile);
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(QByteArray::fromStdString(metafile_bytes(drawing)));
+  file.close();
+  EXPECT_TRUE(run("wmf2svg", {"-o", svg, metafile}));
+  EXPECT_TRUE(run("rsvg-convert", {"-b", "white", "-w", QString::number(width), "-h",
+                                   QString::number(height), "-o", png, svg}));
+  QFile read(svg);
+  EXPECT_TRUE(read.open(QIODevice::ReadOnly));
+  return {QImage(png), texts_in(read.readAll())};
+}
+
+QImage as_painted(const DrawingRecord& drawing) {
+  QImage image;
+  image.loadFromData(png_picture(drawing, {width, height}), "PNG");
+  return image;
+}
+
+bool is_darker(const QImage& image, int x, int y, int level) {
+  return image.valid(x, y) && qGray(image.pixel(x, y)) < level;
+}
+
+/// A line that falls between two pixels is pale in both.
+bool ink_nearby(const QImage& image, int x, int y) {
+  constexpr int reach = 2, pale = 210;
+  for (int dy = -reach; dy <= reach; ++dy)
+    for (int dx = -reach; dx <= reach; ++dx)
+      if (is_darker(image, x + dx, y + dy, pale)) return true;
+  return false;
+}
+
+/// The share of the dark pixels of `a`, in the plot below the parameter box, near
+/// which `b` has none.
+double missing_in(const QImage& b, const QImage& a) {
+  constexpr int dark = 128;
+  int ink = 0, missing = 0;
+  for (int y = 2300 * height / 6000; y < 5100 * height / 6000; ++y)
+    for (int x = 1300 * width / 10000; x < 9200 * width / 10000; ++x) {
+      if (!is_darker(a, x, y, dark)) continue;
+      ++ink;
+      missing += !ink_nearby(b, x, y);
+    }
+  return ink == 0 ? 1.0 : static_cast<double>(missing) / ink;
+}
+
+bool looks_alike(const QImage& painted, const QImage& read) {
+  constexpr double most = 0.005;
+  return missing_in(read, painted) < most && missing_in(painted, read) < most;
+}
+
+class MetafilePicture : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (QStandardPaths::findExecutable("wmf2svg").isEmpty() ||
+        QStandardPaths::findExecutable("rsvg-convert").isEmpty())
+      GTEST_SKIP() << "no wmf2svg or rsvg-convert here";
+  }
+};
+
+TEST_F(MetafilePicture, LooksLikeThePaintedOne) {
+  const DrawingRecord drawing = chart_with_everything();
+  EXPECT_TRUE(looks_alike(as_painted(drawing), as_read_by_libwmf(drawing).image));
+}
+
+template <class Predicate>
+DrawingRecord without(DrawingRecord drawing, Predicate leave_out) {
+  const auto before = drawing.records.size();
+  std::erase_if(drawing.records, leave_out);
+  EXPECT_LT(drawing.records.size(), before);
+  return drawing;
+}
+
+// The comparison notices what is not there.
+TEST_F(MetafilePicture, MissingPartsAreSeen) {
+  using drawing::Record;
+  const DrawingRecord whole = chart_with_everything();
+  const QImage painted = as_painted(whole);
+  const auto line_where = [](auto wanted) {
+    return [wanted](const Record& record) {
+      const auto* line = std::get_if<drawing::Polyline>(&record);
+      return line && line->places.size() == 2 && wanted(line->places[0], line->places[1]);
+    };
+  };
+  const auto sloping = line_where([](auto a, auto b) { return a.x != b.x && a.y != b.y; });
+  const auto one_grid_line = line_where([](auto a, auto b) { return a.y == b.y && a.y == 3417; });
+  const auto symbol = [](const Record& record) {
+    return std::holds_alternative<drawing::Ellipse>(record);
+  };
+  for (const DrawingRecord& drawing :
+       {without(whole, sloping), without(whole, one_grid_line), without(whole, symbol)})
+    EXPECT_FALSE(looks_alike(painted, as_read_by_libwmf(drawing).image));
+}
+
+/// The state of a drawing at each of its texts.
+struct DrawnText {
+  drawing::Text text;
+  drawing::CreateFont font;
+  drawing::TextAlign align;
+};
+
+std::vector<DrawnText> texts_drawn(const DrawingRecord& drawing) {
+  std::vector<DrawnText> texts;
+  DrawnText now{};
+  for (const drawing::Record& record : drawing.records) {
+    if (const auto* font = std::get_if<drawing::CreateFont>(&record)) now.font = *font;
+    if (const auto* align = std::get_if<drawing::SetTextAlign>(&record)) now.align = align->align;
+    if (const auto* text = std::get_if<drawing::Text>(&record)) {
+      now.text = *text;
+      texts.push_back(now);
+    }
+  }
+  return texts;
+}
+
+// The reader measures letters of another face, so that aligned texts may begin
+// elsewhere, and lays upright ones half a line off.
+TEST_F(MetafilePicture, EveryTextIsReadAtItsPlaceAndSize) {
+  const DrawingRecord drawing = chart_with_everything();
+  const auto drawn = texts_drawn(drawing);
+  const auto seen = as_read_by_libwmf(drawing).texts;
+  ASSERT_EQ(seen.size(), drawn.size());
+  ASSERT_GT(seen.size(), 20U);
+  for (std::size_t i = 0; i < seen.size(); ++i) {
+    const DrawnText& from = drawn[i];
+    const SeenText& to = seen[i];
+    const double em = -from.font.height;
+    EXPECT_EQ(to.text, from.text.utf8);
+    EXPECT_EQ(to.upright, from.font.escapement == 900) << to.text;
+    EXPECT_NEAR(to.size, em, 0.02 * em) << to.text;
+    const double base = to.upright ? to.x - from.text.place.x : to.y - from.text.place.y;
+    EXPECT_NEAR(base, 0.95 * em, (to.upright ? 0.75 : 0.25) * em) << to.text;
+    const double lead = to.upright ? to.y - from.text.place.y : from.text.place.x - to.x;
+    const double longest = static_cast<double>(to.text.size()) * em;
+    if (from.align == drawing::TextAlign::left) {
+      EXPECT_NEAR(lead, 0, 10) << to.text;
+    } else {
+      EXPECT_GT(lead, 0.2 * em) << to.text;
+      EXPECT_LT(lead, longest) << to.text;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,93 @@
+#include "project/chart_looks.h"
+
+#include <gtest/gtest.h>
+
+#include "project/chart_types.h"
+
+namespace tavlo {
+namespace {
+
+/// A chart with ties, words and marks of its own.
+Chart own_chart() {
+  Chart chart = fuStandard_Chart();
+  chart.UniqueId = 7;
+  chart.Name = "own";
+  chart.SubPopulations = true;
+  chart.nDataIds = chart.nFitIds = 1;
+  chart.DataIds.push_back(71);
+  chart.FitIds.push_back(72);
+  chart.Markers(2).DataId = 73;
+  chart.Markers(2).FitId = 74;
+  chart.Markers(2).FitNumber = 0;
+  chart.Markers(2).Label = "Pumps";
+  chart.Boxes(chart_item::file_name).Text1 = "/home";
+  chart.Boxes(chart_item::file_name).Text2 = "pumps.txt";
+  chart.Boxes(chart_item::main_title).Text2 = "Pump life";
+  chart.nTexts = 1;
+  chart.Texts.resize(1);
+  chart.Texts(1).Text2 = "overhaul";
+  chart.Axes(0).Max = 5000;
+  return chart;
+}
+
+TEST(ChartLooks, AProfileLeavesWhatTheChartShows) {
+  Chart profile = fuStandard_Chart();
+  profile.UniqueId = 9;
+  profile.Name = "theirs";
+  profile.nMarkers = 22;
+  profile.Markers.resize(22);
+  profile.Markers(22).DataId = 99;
+  profile.Markers(22).Label = "Data 22";
+  profile.Markers(2).Symbol = 9;
+  profile.Markers(2).DataId = 98;
+  profile.Boxes(chart_item::main_title).Text2 = "House";
+  profile.Axes(0).Max = 12;
+  profile.DateFormat = "yyyy.dd.mm";
+  profile.Profile = "House style";
+
+  Chart chart = own_chart();
+  apply_profile(chart, profile);
+  Chart expected = own_chart();
+  expected.nMarkers = 22;
+  expected.Markers.resize(22);
+  expected.Markers(22).Label = "Data 22";  // shows nothing yet
+  expected.Markers(2).Symbol = 9;
+  expected.Boxes(chart_item::main_title).Text2 = "House";
+  expected.Axes(0).Max = 12;
+  expected.DateFormat = "yyyy.dd.mm";
+  expected.Profile = "House style";
+  EXPECT_EQ(chart, expected);
+}
+
+TEST(ChartLooks, ASmallerProfileTakesNoPlotSetAway) {
+  Chart profile = fuStandard_Chart();
+  profile.nMarkers = 1;
+  profile.Markers.resize(1);
+  Chart chart = own_chart();
+  apply_profile(chart, profile);
+  EXPECT_EQ(chart.nMarkers, 20);
+  EXPECT_EQ(chart.Markers, own_chart().Markers);
+}
+
+TEST(ChartLooks, MarksOfAProfileComeWhereThereAreNone) {
+  Chart chart = fuStandard_Chart();
+  apply_profile(chart, own_chart());
+  EXPECT_EQ(chart.nTexts, 1);
+  EXPECT_EQ(chart.Texts(1).Text2, "overhaul");
+}
+
+TEST(ChartLooks, ATypeKeepsTitlesAndColoursKeepTheAxes) {
+  Chart chart = own_chart();
+  apply_chart_type(chart, "Normal");
+  EXPECT_EQ(chart.Axes(1).ScaleType, 24);
+  EXPECT_EQ(chart.Axes(0).Max, 1000);
+  EXPECT_EQ(chart.Boxes(chart_item::main_title).Text2, "Pump life");
+  EXPECT_EQ(chart.Profile, "Normal");
+  apply_chart_type(chart, "Colour-safe");
+  EXPECT_EQ(chart.Axes(1).ScaleType, 24);
+  EXPECT_EQ(chart.Markers(1).LineColor, chart_of_type("Colour-safe").Markers(1).LineColor);
+  EXPECT_EQ(chart.Markers(2).DataId, 73);
+}
+
+}  // namespace
+}  // namespace tavlo
