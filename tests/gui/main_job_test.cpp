@@ -74,6 +74,7 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
   choose("opt_Model_10", "G-/rr");
   choose("opt_Model_11", "G+/rr");
   EXPECT_EQ(boxes.texts(), QStringList());
+  boxes.answer_questions({});
   choose("opt_Model_12", "E/rr");
   boxes.answer_questions({QStringLiteral("2"), QStringLiteral("period"), QStringLiteral("5")});
   choose("opt_Model_14", "Wb/rr");

@@ -121,11 +121,11 @@ void BoxReader::look() {
   if (!window || window == answered_ || !window->isActiveWindow()) return;
   const auto* box = qobject_cast<QMessageBox*>(window);
   const auto* question = qobject_cast<QInputDialog*>(window);
-  if (!box && !question) return;
+  if (!box && !(question && line_keys_)) return;
   answered_ = window;
   texts_ << (box ? box->text() : question->labelText());
   QStringList keys = {QStringLiteral("key")};
-  if (question) keys += line_keys_;
+  if (question) keys += *line_keys_;
   keys += key_;
   QProcess::startDetached(QStringLiteral("xdotool"), keys);
 }

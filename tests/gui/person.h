@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 namespace tavlo::test {
 
@@ -53,13 +54,13 @@ class Person {
   void resize(const QWidget& window, const QSize& size);
 };
 
-/// Reads each message box and question and presses a key on it: Enter unless told
-/// otherwise.
+/// Reads each message box and presses a key on it: Enter unless told otherwise.
 class BoxReader : public QObject {
  public:
   BoxReader();
   void press_on_boxes(const QString& key) { key_ = key; }
-  /// The keys to press in each question for a line of text, before Enter.
+  /// Answers questions for a line of text too: the keys to press before Enter. Until
+  /// then they are left to the test.
   void answer_questions(const QStringList& keys) { line_keys_ = keys; }
   const QStringList& texts() const { return texts_; }
 
@@ -68,7 +69,7 @@ class BoxReader : public QObject {
 
   QTimer timer_;
   QString key_ = QStringLiteral("Return");
-  QStringList line_keys_;
+  std::optional<QStringList> line_keys_;
   QStringList texts_;
   QPointer<QWidget> answered_;
 };
