@@ -9,7 +9,7 @@
 #include "chart/chart_world.h"
 #include "chart/fit_line.h"
 #include "chart/readout.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

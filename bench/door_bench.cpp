@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "fit/dispatch.h"
-#include "fit/fit_routines.h"
-#include "fit/ranking.h"
-#include "project/models.h"
+#include "actions/dispatch.h"
+#include "actions/fit_routines.h"
+#include "actions/ranking.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {

@@ -7,10 +7,10 @@
 #include <random>
 #include <vector>
 
-#include "fit/classical_fits.h"
-#include "fit/median_ranks.h"
-#include "fit/ranking.h"
-#include "project/models.h"
+#include "actions/classical_fits.h"
+#include "actions/median_ranks.h"
+#include "actions/ranking.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {

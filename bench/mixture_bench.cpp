@@ -2,7 +2,7 @@
 // failures.
 #include <benchmark/benchmark.h>
 
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/fit_line.h"
 #include "support/mixture_samples.h"
 #include "support/test_world.h"

@@ -1,10 +1,10 @@
 # One static library a floor of src/, and one test program a floor of tests/.
 
 # tavlo_floor(name LINKS libraries...): library tavlo_<name> from the sources
-# of the calling folder.
+# of the calling folder and its sub-folders.
 function(tavlo_floor name)
   cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)
   if(NOT sources)
     add_library(tavlo_${name} INTERFACE)
     target_link_libraries(tavlo_${name} INTERFACE ${ARG_LINKS})
@@ -19,7 +19,7 @@ endfunction()
 # every test of it is one for ctest.
 function(tavlo_tests name)
   cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)
   if(NOT sources)
     return()
   endif()

@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "convergence/global_search.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/fit_line.h"
 #include "support/test_world.h"
 
@@ -80,7 +80,7 @@ struct Outcome {
   double quality = 0;
   double milliseconds = 0;
   bool boxed = false;  ///< a retry box was shown
-  StartsReport starts = {};
+  OldStartsReport starts = {};
   TrueMixture answer = {};
 };
 
@@ -111,7 +111,7 @@ Outcome solve(const DataSet& data, int K, std::int16_t method, bool censored = f
           fits.Fits(1).Quality,
           time.count(),
           boxed,
-          fits.Fits(1).starts.value_or(StartsReport{}),
+          fits.Fits(1).starts.value_or(OldStartsReport{}),
           mixture_of(fits.Fits(1), K)};
 }
 

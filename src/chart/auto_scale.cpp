@@ -5,7 +5,7 @@
 
 #include "chart/limit_rules.h"
 #include "chart/plot_sets.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

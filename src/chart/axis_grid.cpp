@@ -3,7 +3,7 @@
 #include "chart/axis_labels.h"
 #include "chart/plot_coordinates.h"
 #include "chart/scale_points.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

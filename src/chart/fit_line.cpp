@@ -7,7 +7,7 @@
 #include "chart/find_x.h"
 #include "chart/plot_coordinates.h"
 #include "chart/thinning.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/mixture_functions.h"
 
 namespace tavlo {

@@ -10,7 +10,7 @@
 #include "chart/fitting_text.h"
 #include "chart/movable_boxes.h"
 #include "chart/symbols.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

@@ -8,7 +8,7 @@
 #include "numerics/elementary.h"
 #include "numerics/real.h"
 #include "numerics/rounding.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/mixture_functions.h"
 
 namespace tavlo {

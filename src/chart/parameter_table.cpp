@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "fit/shown_parameters.h"
-#include "fit/value_text.h"
+#include "actions/shown_parameters.h"
+#include "actions/value_text.h"
 #include "numerics/number_text.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

@@ -1,5 +1,5 @@
 // Plot coordinates: the mappings between data and the chart's logical units,
-// through the transform of each axis. Scale codes are those of project/models.h;
+// through the transform of each axis. Scale codes are those of life/models.h;
 // the X codes and the Y codes differ, so one function serves both.
 #pragma once
 

@@ -5,7 +5,7 @@
 
 namespace tavlo {
 
-/// Gives the axis (0 is X, 1 is Y) the scale of `code`, see project/models.h. Limits
+/// Gives the axis (0 is X, 1 is Y) the scale of `code`, see life/models.h. Limits
 /// that have no place on the new scale become the factory's.
 void choose_scale(ChartAxis& axis, int code);
 

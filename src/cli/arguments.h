@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/exit_code.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo::cli {
 

@@ -1,6 +1,6 @@
 #include "cli/fit_report.h"
 #include "cli/json_text.h"
-#include "fit/shown_parameters.h"
+#include "actions/shown_parameters.h"
 
 namespace tavlo::cli {
 
@@ -34,7 +34,7 @@ Json points_json(const std::vector<LifePoint>& points, bool time_first) {
 }
 
 /// How sure the answer of a mixture is.
-Json starts_json(const StartsReport& starts) {
+Json starts_json(const OldStartsReport& starts) {
   return {{"tried", starts.tried},
           {"agreed", starts.agreed},
           {"runner_up", starts.has_runner_up ? json_number(starts.runner_up) : Json(nullptr)},

@@ -3,8 +3,8 @@
 #include "cli/fit_report.h"
 #include "cli/text_table.h"
 #include "cli/totals_line.h"
-#include "fit/shown_parameters.h"
-#include "fit/value_text.h"
+#include "actions/shown_parameters.h"
+#include "actions/value_text.h"
 #include "numerics/number_text.h"
 #include "solver/starts_sentence.h"
 

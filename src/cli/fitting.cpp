@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "fit/dispatch.h"
+#include "actions/dispatch.h"
 #include "solver/mixture_functions.h"
 
 namespace tavlo::cli {

@@ -7,7 +7,7 @@
 
 #include "files/data_text.h"
 #include "files/disk_files.h"
-#include "fit/ranking.h"
+#include "actions/ranking.h"
 
 namespace tavlo::cli {
 

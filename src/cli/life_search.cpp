@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "chart/find_x.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/mixture_functions.h"
 
 namespace tavlo::cli {

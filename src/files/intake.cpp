@@ -4,8 +4,8 @@
 #include <string>
 
 #include "files/sync_data.h"
-#include "fit/dispatch.h"
-#include "fit/reports.h"
+#include "actions/dispatch.h"
+#include "actions/reports.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {

@@ -6,7 +6,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "fit/ranking.h"
+#include "actions/ranking.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

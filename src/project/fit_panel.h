@@ -6,7 +6,7 @@
 #include <string>
 
 #include "project/grid.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

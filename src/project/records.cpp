@@ -1,6 +1,6 @@
 #include "project/records.h"
 
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "life/life.h"
 #include "numerics/slots.h"
 
 namespace tavlo {
@@ -76,21 +77,10 @@ struct DataSet {
   Slots<WarrantyProfile> Profiles;
 };
 
-/// One population of a fit. What `Scale` and `Shape` hold depends on the family:
-/// Weibull 1/eta and beta, Gumbel 1/Xi and Del, Normal mu and 1/sigma, LogNormal
-/// the median and 1/sigma.
-struct FitParam {
-  double Scale = 0;
-  double Fraction = 0;  ///< share of all units; 0 for a further mode of the same units
-  double Shape = 0;
-  double T0 = 0;             ///< minimum life
-  std::int32_t Applies = 0;  ///< bit i - 1: acts in sub-population i
-};
-
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };
 
 /// How sure a mixture's answer is: what the further starts of the solver found.
-struct StartsReport {
+struct OldStartsReport {
   int tried = 0;   ///< starts that ran, the first among them
   int agreed = 0;  ///< starts that ended at the answer
   bool has_runner_up = false;
@@ -108,7 +98,7 @@ struct FitResult {
   std::int32_t nRows = 0;  ///< upper bound of `Rows`
   std::string Label;
   Slots<FitParam> Rows;
-  std::optional<StartsReport> starts;  ///< of a mixture; in memory only, no file keeps it
+  std::optional<OldStartsReport> starts;  ///< of a mixture; in memory only, no file keeps it
 };
 
 /// All the fits of one data set.

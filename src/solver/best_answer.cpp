@@ -138,7 +138,7 @@ bool may_catch_up(const SolverData& data, const Polished& best, const Polished& 
 /// The report speaks of all rows, so the other optimum is evaluated on them too; where
 /// it comes close it is polished, and may turn out to be the better one.
 Polished with_runner_up(Solver& quiet, const Polished& best, const ParameterVector& runner_up) {
-  StartsReport& report = quiet.state.starts;
+  OldStartsReport& report = quiet.state.starts;
   if (!report.has_runner_up) return best;
   Polished other = evaluated_on_all_rows(quiet, polish_on_middle_sample(quiet, runner_up));
   if (may_catch_up(quiet.data, best, other)) other = polish_on_all_rows(quiet, other.X);

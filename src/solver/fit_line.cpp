@@ -5,7 +5,7 @@
 #include <string>
 
 #include "numerics/real.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/best_answer.h"
 #include "solver/parameter_translation.h"
 #include "solver/points_loader.h"

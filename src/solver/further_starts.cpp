@@ -65,7 +65,7 @@ class Search {
 
   StartsOutcome outcome() const {
     StartsOutcome outcome;
-    StartsReport& report = outcome.report;
+    OldStartsReport& report = outcome.report;
     report.tried = tried_;
     report.sound = best_.sound;
     const double near = same_optimum(quiet_.data.Method);

@@ -8,7 +8,7 @@
 namespace tavlo {
 
 struct StartsOutcome {
-  StartsReport report;
+  OldStartsReport report;
   ParameterVector runner_up{};  ///< the best other optimum, where there is one
 };
 

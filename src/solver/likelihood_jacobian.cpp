@@ -2,7 +2,7 @@
 #include "solver/jacobians.h"
 #include "solver/likelihood_rows.h"
 #include "solver/mixture_terms.h"
-#include "solver/pack_math.h"
+#include "numerics/pack_math.h"
 
 namespace tavlo {
 namespace {

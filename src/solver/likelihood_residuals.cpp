@@ -3,7 +3,7 @@
 
 #include "solver/likelihood_rows.h"
 #include "solver/mixture_terms.h"
-#include "solver/pack_math.h"
+#include "numerics/pack_math.h"
 #include "solver/residuals.h"
 #include "solver/rows.h"
 

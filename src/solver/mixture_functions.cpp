@@ -10,7 +10,7 @@
 #include "numerics/elementary.h"
 #include "numerics/normal.h"
 #include "numerics/real.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

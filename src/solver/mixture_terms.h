@@ -6,7 +6,7 @@
 // the factor T = p exp(-C) + 1 - p, so that R = T exp(-s).
 #pragma once
 
-#include "solver/pack_math.h"
+#include "numerics/pack_math.h"
 #include "solver/solver.h"
 
 namespace tavlo {

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "solver/mixture_terms.h"
-#include "solver/pack_math.h"
+#include "numerics/pack_math.h"
 
 namespace tavlo {
 namespace {

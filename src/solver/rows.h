@@ -7,7 +7,7 @@
 #include <array>
 #include <cmath>
 
-#include "solver/pack.h"
+#include "numerics/pack.h"
 #include "solver/solver.h"
 
 namespace tavlo {

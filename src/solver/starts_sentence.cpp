@@ -1,17 +1,17 @@
 #include "solver/starts_sentence.h"
 
 #include "numerics/number_text.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {
 
-std::string counts(const StartsReport& starts) {
+std::string counts(const OldStartsReport& starts) {
   const std::string tried = std::to_string(starts.tried);
   return std::to_string(starts.agreed) + " of " + tried + " starts ended at this optimum";
 }
 
-std::string runner_up(const StartsReport& starts, bool likelihood) {
+std::string runner_up(const OldStartsReport& starts, bool likelihood) {
   if (!starts.has_runner_up) return "; no other that stands up was found.";
   return std::string("; the best other one has ") + (likelihood ? "Ln(L) " : "r^2 ") +
          number_text(starts.runner_up, 6) + ".";
@@ -21,7 +21,7 @@ std::string runner_up(const StartsReport& starts, bool likelihood) {
 
 std::string starts_sentence(const FitResult& fit) {
   if (!fit.starts) return "";
-  const StartsReport& starts = *fit.starts;
+  const OldStartsReport& starts = *fit.starts;
   if (!starts.interior_maximum)
     return "The likelihood has no maximum with a minimum life below the first time; "
            "compare with the regression.";

@@ -1,7 +1,7 @@
 #include "solver/jacobian_rows.h"
 #include "solver/jacobians.h"
 #include "solver/mixture_terms.h"
-#include "solver/pack_math.h"
+#include "numerics/pack_math.h"
 
 namespace tavlo {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "chart/plot_coordinates.h"
 #include "chart/scale_choice.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "workspace/qt_text.h"
 
 namespace tavlo {

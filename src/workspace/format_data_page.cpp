@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "chart/plot_sets.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "workspace/format_pictures.h"
 #include "workspace/qt_text.h"
 

@@ -1,8 +1,8 @@
 #include "workspace/new_project.h"
 
-#include "fit/reports.h"
+#include "actions/reports.h"
 #include "numerics/date_text.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

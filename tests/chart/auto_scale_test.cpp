@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "chart/chart_world.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

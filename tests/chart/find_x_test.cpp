@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/mixture_functions.h"
 #include "support/test_world.h"
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "chart/axis_labels.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {

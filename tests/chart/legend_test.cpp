@@ -7,7 +7,7 @@
 
 #include "chart/chart_world.h"
 #include "chart/crowding.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "project/plot_rows.h"
 
 namespace tavlo {

@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "project/models.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "chart/chart_world.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "chart/chart_world.h"
 #include "numerics/run_time_error.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

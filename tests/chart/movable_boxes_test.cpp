@@ -4,7 +4,7 @@
 
 #include "chart/chart_world.h"
 #include "chart/legend.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

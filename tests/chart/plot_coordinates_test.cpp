@@ -6,7 +6,7 @@
 #include <cmath>
 #include <random>
 
-#include "project/models.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {

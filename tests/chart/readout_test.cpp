@@ -6,7 +6,7 @@
 #include <random>
 
 #include "chart/chart_world.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 

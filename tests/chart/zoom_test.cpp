@@ -7,7 +7,7 @@
 #include <random>
 
 #include "chart/plot_coordinates.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {

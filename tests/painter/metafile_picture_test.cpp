@@ -12,7 +12,7 @@
 #include "chart/chart_world.h"
 #include "chart/metafile_writer.h"
 #include "painter/picture_writer.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

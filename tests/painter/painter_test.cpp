@@ -12,7 +12,7 @@
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
 #include "painter/player.h"
-#include "project/models.h"
+#include "life/models.h"
 
 namespace tavlo {
 namespace {

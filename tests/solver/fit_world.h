@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "project/models.h"
+#include "life/models.h"
 #include "solver/fit_line.h"
 #include "support/mixture_samples.h"
 #include "support/test_world.h"

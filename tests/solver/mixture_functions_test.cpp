@@ -9,7 +9,7 @@
 #include <random>
 
 #include "numerics/normal.h"
-#include "project/models.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {

@@ -1,1 +1,1 @@
-#include "fit/ranking.h"
+#include "actions/ranking.h"

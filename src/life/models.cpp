@@ -1,0 +1,170 @@
+#include "life/models.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+namespace tavlo {
+
+namespace {
+
+constexpr SufficiencyGate two_parameters = {
+    .stop_below = 1,
+    .stop_at_limit = true,
+    .mle_always_passes = true,
+    .stop_words =
+        "At least 2 points are needed to do a 2 parameter Weibull.\n"
+        "(If MLE, then at least 1 failure and 1 right tail suspension.)",
+    .stop_title = "Insufficient points for Fit"};
+
+constexpr SufficiencyGate three_parameters = {
+    .stop_below = 3,
+    .doubt_below = 21,
+    .warned_flag = 4,
+    .parameters = "3",
+    .preferred = "21",
+    .doubt_names = "21",
+    .stop_title = "Insufficient points for 3 Parameter Weibull",
+    .doubt_title = "Maybe Insufficient points for Fit"};
+
+// The doubt of four parameters says 25 while its gate is at 30: kept so.
+constexpr SufficiencyGate four_parameters = {
+    .stop_below = 4,
+    .doubt_below = 30,
+    .warned_flag = 8,
+    .parameters = "4",
+    .preferred = "30",
+    .doubt_names = "25",
+    .stop_title = "Insufficient points for 4 Parameter Weibull",
+    .doubt_title = "May Be Insufficient points for Fit"};
+
+constexpr SufficiencyGate five_parameters = {
+    .stop_below = 5,
+    .doubt_below = 40,
+    .warned_flag = 16,
+    .parameters = "5",
+    .preferred = "40",
+    .doubt_names = "40",
+    .stop_title = "Insufficient points for 5 Parameter Weibull",
+    .doubt_title = "May Be Insufficient points for Fit"};
+
+constexpr SufficiencyGate seven_parameters = {
+    .stop_below = 7,
+    .doubt_below = 50,
+    .warned_flag = 32,
+    .parameters = "7",
+    .preferred = "50",
+    .doubt_names = "50",
+    .stop_title = "Insufficient points for 7 Parameter Weibull",
+    .doubt_title = "May Be Insufficient points for Fit"};
+
+constexpr SufficiencyGate line = {.stop_below = 2,
+                                  .stop_words = "At least 2 points are needed to do a fit.",
+                                  .stop_title = "Insufficient points for Fit"};
+
+constexpr SufficiencyGate fixed_slope = {.stop_below = 1};
+
+// code, short and long name, command name, panel row and formula, K of the
+// solver, fixed slope, family, routine, gate
+constexpr std::array<Model, 19> table = {{
+    {98, "W", "Weibull", "W2P", 2, "X:Log, Y:Wbl =W1", 2, -1, Family::weibull, FitRoutine::weibull,
+     &two_parameters},
+    {162, "W3T", "3 Par Weibull (Min Life)", "W3T", 3, "X:Log, Y:Wbl =W1-t0", 3, -1,
+     Family::weibull, FitRoutine::mixture, &three_parameters},
+    {226, "W3B", "Weibull Batch", "W3B", 1, "X:Log, Y:Wbl =U1(W1)", 0, -1, Family::weibull,
+     FitRoutine::mixture, &three_parameters},
+    {290, "W4P", "4 Par Weibull: Competing Risk", "W4P", 4, "X:Log, Y:Wbl =W1*W2", 4, -1,
+     Family::weibull, FitRoutine::mixture, &four_parameters},
+    {354, "W5C", "5 Par Weibull: Competing Risk Mixture", "W5C", 5,
+     "X:Log, Y:Wbl =U1(W1*W2)+U2(W2)", 5, -1, Family::weibull, FitRoutine::mixture,
+     &five_parameters},
+    {418, "W5X", "5 Par Weibull: XOR Mixture", "W5X", 6, "X:Log, Y:Wbl =U1(W1)+U2(W2)", 0, -1,
+     Family::weibull, FitRoutine::mixture, &five_parameters},
+    {482, "W7P", "7 Par Weibull: Bathtub", "W7P", 7, "X:Log, Y:Wbl =U1(W1*W2*W3)+U2(W2*W3)", 7, -1,
+     Family::weibull, FitRoutine::mixture, &seven_parameters},
+    {546, "W", "Weibull (12 Month)", "", -1, "", 0, -1, Family::weibull, FitRoutine::weibull,
+     &two_parameters},
+    {610, "W", "Weibull (360 day)", "", -1, "", 0, -1, Family::weibull, FitRoutine::weibull,
+     &two_parameters},
+    {674, "E", "Exponential (beta=1)", "E", 12, "X:Log, Y:Wbl =W1 B=1", 0, 1, Family::weibull,
+     FitRoutine::weibull, &fixed_slope},
+    {738, "R", "RAYLEIGH (beta = 2)", "R", -1, "", 0, 2, Family::weibull, FitRoutine::weibull,
+     &fixed_slope},
+    {802, "Wb", "Weibayes (beta fixed)", "Wb", 14, "X:Log, Y:Wbl =W1 B=fixed", 0, 0,
+     Family::weibull, FitRoutine::weibull, &fixed_slope},
+    {857, "N", "Normal", "N", 8, "X:Lin, Y:Nor =N1", 0, -1, Family::normal, FitRoutine::normal,
+     &line},
+    {922, "LN", "LogNormal", "LN", 9, "X:Log, Y:Nor =N1", 0, -1, Family::lognormal,
+     FitRoutine::normal, &line},
+    {986, "LN3T", "LogNormal, min Life", "", -1, "", 0, -1, Family::lognormal,
+     FitRoutine::lognormal3, &three_parameters},
+    {1057, "G-", "Gumbel Lower", "G-", 10, "X:Lin, Y:Wbl =G1", 0, -1, Family::gumbel,
+     FitRoutine::gumbel, &line},
+    {1137, "G+", "Gumbel Upper", "G+", 11, "X:Lin, Y:Gmb =G1", 0, -1, Family::gumbel,
+     FitRoutine::gumbel, &line},
+    {1152, "C", "Custom", "", 0, "", 0, -1, Family::none, FitRoutine::custom, nullptr},
+    {1216, "FM", "By Failure Mode", "FM", 15, "X:Log, Y:Wbl=TBD", 0, -1, Family::none,
+     FitRoutine::by_mode, nullptr},
+}};
+
+constexpr std::array<Method, 3> method_table = {{
+    {method_code::x_on_y, "/rr", "(Rank Regression)", "rr", "Standard Regression"},
+    {method_code::mle, "/MLE", "(Max Liklihood)", "mle", "Maximum Likelihood"},
+    {method_code::y_on_x, "/rrs", "(Special Regression, Y on X)", "rrs", "Special Regression"},
+}};
+
+bool same_word(const std::string& a, const char* b) {
+  const std::string other = b;
+  return std::equal(a.begin(), a.end(), other.begin(), other.end(), [](char left, char right) {
+    return std::tolower(static_cast<unsigned char>(left)) ==
+           std::tolower(static_cast<unsigned char>(right));
+  });
+}
+
+}  // namespace
+
+std::span<const Model> models() { return table; }
+
+const Model* find_model(int code) {
+  const auto found = std::find_if(table.begin(), table.end(), [code](const Model& model) {
+    return model.code == (code & model_mask);
+  });
+  return found == table.end() ? nullptr : &*found;
+}
+
+const Model* find_model_by_name(const std::string& name) {
+  if (name.empty()) return nullptr;
+  const auto found = std::find_if(table.begin(), table.end(), [&name](const Model& model) {
+    return same_word(name, model.command_name);
+  });
+  return found == table.end() ? nullptr : &*found;
+}
+
+std::span<const Method> methods() { return method_table; }
+
+const Method* find_method(int code) {
+  if (code < 0 || code >= static_cast<int>(method_table.size())) return nullptr;
+  return &method_table[static_cast<std::size_t>(code)];
+}
+
+const Method* find_method_by_name(const std::string& name) {
+  const auto found =
+      std::find_if(method_table.begin(), method_table.end(),
+                   [&name](const Method& method) { return same_word(name, method.command_name); });
+  return found == method_table.end() ? nullptr : &*found;
+}
+
+ModelNames fs_ModelNames(int model_code, int method_code) {
+  ModelNames names;
+  if (const Model* model = find_model(model_code)) {
+    names.short_name = model->short_name;
+    names.long_name = model->long_name;
+  }
+  if (const Method* method = find_method(method_code)) {
+    names.short_name += method->short_suffix;
+    names.long_name += method->long_suffix;
+  }
+  return names;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,118 @@
+#include "actions/reports.h"
+
+#include <gtest/gtest.h>
+
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+using test::TestWorld;
+
+FitResult fit_of(std::int16_t code, std::int16_t method, const std::vector<FitParam>& rows) {
+  FitResult fit;
+  fit.ModelCode = code;
+  fit.Method = method;
+  fit.Label = fs_ModelNames(code, method).short_name;
+  fit.Quality = -0.87654321;
+  fit.Status = FitStatus::calculated;
+  fit.nRows = static_cast<int>(rows.size());
+  for (const FitParam& row : rows) fit.Rows.push_back(row);
+  return fit;
+}
+
+std::string logged(const FitResult& fit) {
+  TestWorld world;
+  Session& session = world.session;
+  session.gData(1).Points(0).Fails = 10;
+  session.gData(1).Points(0).Susps = 2;
+  session.gFit(1).Fits.push_back(fit);
+  session.gFit(1).nFits = 1;
+  PostFitLog(session, 0, 1, 1);
+  const std::string text = session.log.plain();
+  const std::string head = "********** Tavlo Fit **********     02:05 pm\n";
+  EXPECT_EQ(text.substr(0, head.size()), head);
+  return text.substr(std::min(head.size(), text.size()));
+}
+
+TEST(PostFitLog, SaysEachFamilyInItsOwnWords) {
+  struct Row {
+    std::int16_t code;
+    std::int16_t method;
+    FitParam row;
+    const char* text;
+  };
+  const Row rows[] = {
+      {98,
+       1,
+       {0.002, 1, 1.5, 0, 1},
+       "W/MLE\tN= 12 /S= 2\nLn(L)= \t-0.8765432 eta: \t500\tbeta: \t1.5\n\n"},
+      {162,
+       0,
+       {0.002, 1, 1.5, 7.25, 1},
+       "W3T/rr\tN= 12 /S= 2\nr^2= \t-0.8765432 eta: \t500\tbeta: \t1.5\n  t0: \t7.25\n\n"},
+      {857,
+       0,
+       {100, 1, 0.5, 0, 1},
+       "N/rr\tN= 12 /S= 2\nr^2= \t-0.8765432 mu: \t100\tsigma: \t2\n\n"},
+      {922,
+       2,
+       {100, 1, 0.5, 0, 1},
+       "LN/rrs\tN= 12 /S= 2\nr^2= \t-0.8765432 Med: \t100\tsigF: \t7.389056\n\n"},
+      {1137,
+       0,
+       {0.01, 1, 20, 0, 1},
+       "G+/rr\tN= 12 /S= 2\nr^2= \t-0.8765432 Xi: \t100\tDel: \t20\n\n"},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(logged(fit_of(row.code, row.method, {row.row})), row.text) << row.code;
+}
+
+TEST(PostFitLog, ListsPopulationsOnlyWhereThereAreSome) {
+  EXPECT_EQ(logged(fit_of(354, 1, {{0.01, 0.25, 1, 0, 1}, {0.001, 0.75, 3, 0, 3}})),
+            "W5C/MLE\tN= 12 /S= 2\nLn(L)= \t-0.8765432\nPopulations:\n"
+            "\t1:   25.00000%\n\t2:   75.00000%\n"
+            "Applies to Pop: 1\n eta: \t100\tbeta: \t1\n"
+            "Applies to Pop: 1,2\n eta: \t1000\tbeta: \t3\n\n");
+  EXPECT_EQ(logged(fit_of(290, 1, {{0.01, 1, 1, 0, 1}, {0.001, 0, 3, 0, 1}})).find("Populations:"),
+            std::string::npos)
+      << "competing risks of one population";
+}
+
+TEST(PostFitLog, RowsThatTheFitClaimsButLacksAreNotRead) {
+  FitResult fit = fit_of(98, 0, {{0.002, 1, 1.5, 0, 1}});
+  fit.nRows = 3;
+  EXPECT_NE(logged(fit).find("beta: \t1.5\n\n"), std::string::npos);
+}
+
+TEST(PostFitLog, AModelWithoutAxesGetsABoxAndNoEntry) {
+  TestWorld world;
+  world.session.gFit(1).Fits.push_back(fit_of(1152, 0, {{1, 1, 1, 0, 1}}));
+  world.session.gFit(1).nFits = 1;
+  world.prompts.expect_box("", "undefined axes in postfitlog");
+  PostFitLog(world.session, 1, 1, 1);
+  EXPECT_TRUE(world.session.log.empty());
+}
+
+TEST(LoadFit, HeadingsFollowTheMixOfFamilies) {
+  TestWorld world;
+  FitSet& fits = world.session.gFit(1);
+  fits.Fits.push_back(fit_of(98, 0, {{0.002, 1, 1.5, 0, 1}}));
+  fits.Fits.push_back(fit_of(922, 0, {{100, 1, 0.5, 0, 1}}));
+  fits.Fits.push_back(fit_of(857, 1, {{100, 1, 0.5, 0, 1}}));
+  fits.Fits.push_back(fit_of(98, 1, {{0.002, 0.4, 1.5, 3, 1}, {0, 0.6, 2, 0, 2}}));
+  fits.nFits = 4;
+  Load_Fit(world.session, 1);
+  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
+  EXPECT_EQ(grid.rows(), 6);
+  EXPECT_EQ(grid.text(0, fit_column::scale), "eta, Med, mu");
+  EXPECT_EQ(grid.text(0, fit_column::shape), "beta, sdF, sigma");
+  EXPECT_EQ(grid.text(2, fit_column::shape), "7.38906");
+  EXPECT_EQ(grid.text(4, fit_column::fraction), "40");
+  EXPECT_EQ(grid.text(4, fit_column::min_life), "3");
+  EXPECT_EQ(grid.text(5, fit_column::number), "") << "further rows of a fit repeat nothing";
+  EXPECT_EQ(grid.text(5, fit_column::scale), "0") << "no reciprocal of 0";
+}
+
+}  // namespace
+}  // namespace tavlo
