@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "actions/shown_parameters.h"
-#include "actions/value_text.h"
+#include "life/shown_parameters.h"
+#include "numerics/value_text.h"
 #include "numerics/number_text.h"
 #include "life/models.h"
 

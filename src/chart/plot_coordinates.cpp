@@ -9,7 +9,7 @@
 #include "numerics/real.h"
 #include "numerics/rounding.h"
 #include "life/models.h"
-#include "solver/mixture_functions.h"
+#include "life/weibull_ordinate.h"
 
 namespace tavlo {
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "project/records.h"
+#include "life/life.h"
 
 namespace tavlo {
 

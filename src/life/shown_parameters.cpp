@@ -1,4 +1,4 @@
-#include "actions/shown_parameters.h"
+#include "life/shown_parameters.h"
 
 #include "numerics/real.h"
 #include "life/models.h"
