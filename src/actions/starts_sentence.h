@@ -1,4 +1,4 @@
-// Starts sentence: how sure a mixture's answer is, in plain words.
+// Starts sentence: how sure the answer of a search is, in one line.
 #pragma once
 
 #include <string>
@@ -7,9 +7,8 @@
 
 namespace tavlo {
 
-/// "9 of 12 starts ended at this optimum; the best other one has r^2 0.9931." For
-/// W3T by MLE whether the likelihood has a maximum at all. Empty when there is
-/// nothing to tell.
+/// "5 of 7 starts ended at this optimum; the best other one has Ln(L) -81.6." Empty for
+/// a fit without a search.
 std::string starts_sentence(const FitResult& fit);
 
 }  // namespace tavlo

@@ -8,6 +8,7 @@
 
 #include "files/field_number.h"
 #include "files/large_pages.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -115,6 +116,7 @@ void PointList::move_into(DataSet& data) {
   data.ModeNames = {};
   for (std::string& name : mode_names_) data.ModeNames.push_back(std::move(name));
   data.nModes = data.ModeNames.bound();
+  mark_changed(data);
   *this = {};
 }
 

@@ -1,34 +1,31 @@
 #include "life/shown_parameters.h"
 
-#include "life/models.h"
-#include "numerics/real.h"
+#include <cmath>
 
 namespace tavlo {
 
 namespace {
 
-double reciprocal(double value) { return value == 0.0 ? 0.0 : (Real(1.0) / value).value(); }
+std::optional<double> if_finite(double value) {
+  return std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+/// Nothing for 0 too.
+std::optional<double> reciprocal(double value) { return if_finite(1 / value); }
 
 }  // namespace
 
-std::optional<ShownParameters> shown_parameters(int model_code, const FitParam& row) {
-  switch (model_code & y_scale_mask) {
-    case y_scale::normal: {
-      const double sigma = reciprocal(row.Shape);
-      const bool log_time = (model_code & x_scale_mask) == x_scale::log;
-      if (row.Shape == 0.0 || !log_time) return ShownParameters{row.Scale, sigma};
-      return ShownParameters{row.Scale, exp(Real(sigma)).value()};
-    }
-    case y_scale::weibull:
-    case y_scale::density:
-    case y_scale::gumbel: return ShownParameters{reciprocal(row.Scale), row.Shape};
-    default: return std::nullopt;
+ShownParameters shown_parameters(int model_code, const FitParam& row) {
+  const Model* model = find_model(model_code);
+  switch (model ? model->family : Family::none) {
+    case Family::normal: return {row.Scale, reciprocal(row.Shape)};
+    case Family::lognormal: return {row.Scale, if_finite(std::exp(1 / row.Shape))};
+    case Family::gumbel: return {reciprocal(row.Scale), row.Shape};
+    case Family::weibull:
+    case Family::none: break;
   }
-}
-
-ShownParameters grid_parameters(int model_code, const FitParam& row) {
-  const auto shown = shown_parameters(model_code, row);
-  return shown ? *shown : ShownParameters{reciprocal(row.Scale), row.Shape};
+  if (is_unreached(row) || row.Scale == 0) return {};
+  return {reciprocal(row.Scale), row.Shape};
 }
 
 }  // namespace tavlo

@@ -1,25 +1,25 @@
-// Shown parameters: the numbers of a stored fit as a person reads them.
+// Shown parameters: the numbers of a fitted population as a person reads them.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "life/life.h"
 
 namespace tavlo {
 
-/// What a population shows.
+/// What a population shows, in the order of parameter_names(). Nothing where it is not
+/// determined: no failure reaches the population, it was not fitted, or the number lies
+/// beyond all that can be written.
 struct ShownParameters {
-  double first = 0;   ///< eta, Xi, mu or the median
-  double second = 0;  ///< beta, Del, sigma or exp(sigma)
+  std::optional<double> first;   ///< eta = 1/Scale, Xi = 1/Scale, mu or the median
+  std::optional<double> second;  ///< beta, Del, sigma = 1/Shape or the factor exp(sigma)
+
+  friend bool operator==(const ShownParameters&, const ShownParameters&) = default;
 };
 
-/// Turns a stored row round by the axes of the model; 0 stands where the
-/// reciprocal of 0 would. Nothing for a model without axes. Error 6 when a
-/// result is beyond all numbers.
-std::optional<ShownParameters> shown_parameters(int model_code, const FitParam& row);
-
-/// The same for tables, where a model without axes (the fit by failure mode)
-/// reads as the Weibulls that it is made of.
-ShownParameters grid_parameters(int model_code, const FitParam& row);
+/// Turns a row of a model round. A model without a family of its own (the fit by failure
+/// mode) reads as the Weibulls that it is made of.
+ShownParameters shown_parameters(int model_code, const FitParam& row);
 
 }  // namespace tavlo

@@ -1,8 +1,8 @@
-#include "files/intake.h"
+#include "actions/intake.h"
 
 #include <gtest/gtest.h>
 
-#include "files/sheet_world.h"
+#include "support/sheet_world.h"
 
 namespace tavlo {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "files/intake.h"
-#include "files/sheet_world.h"
+#include "actions/intake.h"
+#include "support/sheet_world.h"
 
 namespace tavlo {
 namespace {
