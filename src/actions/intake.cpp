@@ -7,6 +7,7 @@
 #include "actions/reports.h"
 #include "files/sync_data.h"
 #include "numerics/number_text.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
