@@ -173,9 +173,9 @@ bool complete_with_slope(Desk& desk, const Model& model, FitRequest& request) {
     tell_refusal(desk, request, *refusal);
     return false;
   }
-  const auto slope = ask_slope(desk.prompts(), desk.session.errors,
-                               desk.session.settings.punctuation,
-                               slope_to_offer(desk, model, request.method));
+  const auto slope =
+      ask_slope(desk.prompts(), desk.session.errors, desk.session.settings.punctuation,
+                slope_to_offer(desk, model, request.method));
   if (!slope) return false;
   request.model = *slope == 1   ? model_code::exponential
                   : *slope == 2 ? model_code::rayleigh
@@ -190,8 +190,8 @@ FitRequest request_for(const Session& session, int fit_index, const Model& model
   request.model = model.code;
   request.method = method_code;
   request.ranks = session.settings.Benard ? RankKind::benard : RankKind::exact;
-  request.censored = session.gFitForm(fit_index)->censored &&
-                     has_censored_choice(model.code, method_code);
+  request.censored =
+      session.gFitForm(fit_index)->censored && has_censored_choice(model.code, method_code);
   return request;
 }
 
@@ -209,9 +209,8 @@ void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
   const Model* model = find_model(model_code);
   if (!model) throw RunTimeError(run_time::invalid_argument);
   if (!has_data(session, wish.data_index))
-    return AppendLog(session,
-                     "Please enter data for set # " + std::to_string(wish.data_index) + "\n",
-                     false);
+    return AppendLog(
+        session, "Please enter data for set # " + std::to_string(wish.data_index) + "\n", false);
   FitRequest request = request_for(session, wish.fit_index, *model, wish.method_code);
   if (model->fixes_slope() && !complete_with_slope(desk, *model, request)) return;
   model_code = request.model;

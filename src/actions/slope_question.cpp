@@ -24,8 +24,7 @@ std::optional<double> ask_slope(Prompts& prompts, ErrorReporter& reporter,
                        "Rayleigh:     Enter '2'",
                        suggestion > 0 ? exact_text(suggestion) : "");
   if (!entry) return std::nullopt;
-  const double slope =
-      std::fabs(fd_Str2Dbl(reporter, with_decimal_point(*entry, punctuation)));
+  const double slope = std::fabs(fd_Str2Dbl(reporter, with_decimal_point(*entry, punctuation)));
   if (slope == 0 || !std::isfinite(slope)) return std::nullopt;
   return slope;
 }

@@ -34,8 +34,8 @@ constexpr std::array<GateWords, 7> gate_words = {{
      ""},
     {Gate::five_parameters, "5", "40", "40", may_be, "Insufficient points for 5 Parameter Weibull",
      ""},
-    {Gate::seven_parameters, "7", "50", "50", may_be,
-     "Insufficient points for 7 Parameter Weibull", ""},
+    {Gate::seven_parameters, "7", "50", "50", may_be, "Insufficient points for 7 Parameter Weibull",
+     ""},
     {Gate::line, "2", "", "", "", "Insufficient points for Fit",
      "At least 2 points are needed to do a fit."},
     {Gate::fixed_slope, "1", "", "", "", "", ""},
@@ -134,7 +134,8 @@ std::optional<Box> stop_box(const FitRequest& request) {
 }
 
 std::string sentence(std::string words) {
-  if (!words.empty()) words[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(words[0])));
+  if (!words.empty())
+    words[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(words[0])));
   return words + ".";
 }
 
@@ -200,9 +201,8 @@ std::optional<Box> refusal_box(const Refusal& refusal, const FitRequest& request
   switch (refusal.code) {
     case RefusalCode::too_few_failures: return stop_box(request);
     case RefusalCode::time_not_above_zero:
-      return exclamation(
-          value_of(refusal.values, 1) < 0 ? "Negative times" : "Times of 0",
-          time_words(refusal, find_model(request.model), data) + cancelled);
+      return exclamation(value_of(refusal.values, 1) < 0 ? "Negative times" : "Times of 0",
+                         time_words(refusal, find_model(request.model), data) + cancelled);
     case RefusalCode::no_such_fit: return exclamation("", unavailable_words(request));
     case RefusalCode::no_interior_maximum:
     case RefusalCode::no_proven_optimum:
@@ -275,8 +275,8 @@ std::string note_sentence(const Note& note, const DataSet& data) {
     case NoteCode::share_at_bound:
       return "The share of a population stands at its bound: " + shown(100 * first) + " %.";
     case NoteCode::few_failures:
-      return "There are " + shown(first) + " failures; at least " + shown(value_of(note.values, 1)) +
-             " are preferred for this model.";
+      return "There are " + shown(first) + " failures; at least " +
+             shown(value_of(note.values, 1)) + " are preferred for this model.";
     case NoteCode::counted_rows:
       return "A row that counts several failures has one rank; listed one by one they would rank "
              "differently, and it matters here.";

@@ -8,10 +8,8 @@ namespace tavlo {
 
 namespace {
 
-constexpr SufficiencyGate two_parameters = {.id = Gate::two_parameters,
-                                            .stop_below = 1,
-                                            .stop_at_limit = true,
-                                            .mle_always_passes = true};
+constexpr SufficiencyGate two_parameters = {
+    .id = Gate::two_parameters, .stop_below = 1, .stop_at_limit = true, .mle_always_passes = true};
 constexpr SufficiencyGate three_parameters = {
     .id = Gate::three_parameters, .stop_below = 3, .doubt_below = 21, .warned_flag = 4};
 constexpr SufficiencyGate four_parameters = {

@@ -18,13 +18,6 @@ void keep_own_ranks(const DataSet& data, Sample& sample) {
   for (std::size_t i = 0; i < sample.size(); ++i) sample.rank[i] = data.Points(sample.entry[i]).Y;
 }
 
-/// What a label says of the parameters; empty where the name of the model says it all.
-std::string parameters_of(const Model* model) {
-  if (!model || model->routine != FitRoutine::mixture || model->solver_parameters == 0) return "";
-  const std::string count = std::to_string(model->solver_parameters);
-  return model->code == model_code::weibull5c ? " " + count + "c " : " " + count + " Par";
-}
-
 }  // namespace
 
 Sample sample_of(const DataSet& data, RankKind ranks) {
@@ -78,7 +71,9 @@ std::string short_label(const FitRequest& request) {
 }
 
 std::string full_label(const FitRequest& request) {
-  return short_label(request) + parameters_of(find_model(request.model));
+  const Model* model = find_model(request.model);
+  const std::string size = model ? model->size_label : "";
+  return short_label(request) + (size.empty() ? "" : " ") + size;
 }
 
 int find_slot(const FitSet& fits, const FitRequest& request) {

@@ -31,8 +31,7 @@ void add_count_line(ErrorReporter& reporter, const DataSet& data) {
       reporter, data,
       [](const DataPoint& row) { return !is_count(row.Fails) || !is_count(row.Susps); },
       [](const DataPoint& row) {
-        return number_text(is_count(row.Fails) ? row.Susps : row.Fails) +
-               " is no number of units.";
+        return number_text(is_count(row.Fails) ? row.Susps : row.Fails) + " is no number of units.";
       });
 }
 
@@ -51,8 +50,8 @@ void write_extent(DataSet& data) {
   const auto has_failures = [](const DataPoint& row) { return row.Fails > 0; };
   const auto lowest = std::find_if(first, last, has_failures);
   if (lowest == last) return;
-  const auto highest =
-      std::find_if(std::make_reverse_iterator(last), std::make_reverse_iterator(first), has_failures);
+  const auto highest = std::find_if(std::make_reverse_iterator(last),
+                                    std::make_reverse_iterator(first), has_failures);
   data.XMin = static_cast<double>(lowest->X);
   data.YMin = static_cast<double>(lowest->Y);
   data.XMax = static_cast<double>(highest->X);

@@ -76,8 +76,8 @@ struct DataSet {
   Slots<InspectionList> Inspection;
   Slots<WarrantyProfile> Profiles;
 
-  std::int64_t revision = 0;            ///< goes up with each change of the data; no file keeps it
-  RankKind ranks = RankKind::benard;    ///< kind of the ranks in `Y`
+  std::int64_t revision = 0;          ///< goes up with each change of the data; no file keeps it
+  RankKind ranks = RankKind::benard;  ///< kind of the ranks in `Y`
 };
 
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };

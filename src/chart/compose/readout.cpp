@@ -5,10 +5,10 @@
 #include "chart/parts/data_points.h"
 #include "chart/parts/find_x.h"
 #include "chart/parts/fit_line.h"
+#include "chart/parts/fraction_on_chart.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/record/distance.h"
 #include "chart/record/font_metrics.h"
-#include "chart/parts/fraction_on_chart.h"
 
 namespace tavlo {
 
@@ -85,8 +85,13 @@ std::optional<Reading> Readout::snapped_to_line(Place place, double reach) {
     if (nearest.distance > reach) continue;
     reach = nearest.distance;
     const double x = x_->read(nearest.x);
-    found = Reading{x,        Fd_YofX(line.fit, x),   {}, {}, SnappedTo::line,
-                    line.row, {to_unit(nearest.x), to_unit(nearest.y)}};
+    found = Reading{x,
+                    Fd_YofX(line.fit, x),
+                    {},
+                    {},
+                    SnappedTo::line,
+                    line.row,
+                    {to_unit(nearest.x), to_unit(nearest.y)}};
   }
   return found;
 }

@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
+#include "chart/parts/fraction_on_chart.h"
 #include "numerics/number_text.h"
 #include "numerics/run_time_error.h"
-#include "chart/parts/fraction_on_chart.h"
 
 namespace tavlo {
 

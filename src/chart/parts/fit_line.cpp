@@ -5,10 +5,10 @@
 #include <cstdlib>
 
 #include "chart/parts/find_x.h"
+#include "chart/parts/fraction_on_chart.h"
 #include "chart/record/thinning.h"
 #include "chart/scales/plot_coordinates.h"
 #include "life/models.h"
-#include "chart/parts/fraction_on_chart.h"
 
 namespace tavlo {
 
@@ -148,8 +148,7 @@ void draw_sub_populations(Canvas& canvas, const ChartMarker& marker, const FitRe
   ChartMarker thin = marker;
   thin.LineWidth = std::max(thinnest_line, std::abs(marker.LineWidth / 3));
   for (int i = 1; last > 1 && i <= last; ++i)
-    if (is_determined(fit.Rows(i)))
-      DrawData_One_Line(canvas, thin, single_population(fit.Rows(i)));
+    if (is_determined(fit.Rows(i))) DrawData_One_Line(canvas, thin, single_population(fit.Rows(i)));
 }
 
 }  // namespace tavlo

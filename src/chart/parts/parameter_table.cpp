@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
+#include "life/models.h"
 #include "life/parameter_names.h"
 #include "life/shown_parameters.h"
-#include "numerics/value_text.h"
-#include "life/models.h"
 #include "numerics/number_text.h"
 #include "numerics/value_text.h"
 #include "project/fit_records.h"
@@ -21,8 +20,8 @@ constexpr const char* undetermined = "not determined";
 TableLine heading_line(const Model& model) {
   const NamePair& names = parameter_names(model.family).chart;
   TableLine line;
-  line.cells = {
-      std::string(model.box_label) + "/", "Set", "Pop", names.first, model.fixes_slope() ? "" : names.second, ""};
+  line.cells = {std::string(model.box_label) + "/",      "Set", "Pop", names.first,
+                model.fixes_slope() ? "" : names.second, ""};
   if (model.code == model_code::weibull3) line.cells[table_column::minimum_life] = "t0";
   return line;
 }
@@ -57,8 +56,7 @@ std::string quality_text(int method, bool censored, double quality, int digits) 
 /// A mode stands under its name; one that has no fit has no quality either.
 void name_mode(TableLine& line, const ModeFit& mode, const DataSet& data, int digits) {
   line.cells[table_column::label] = mode_name(data, mode.mode);
-  line.quality =
-      mode.refusal ? "" : quality_text(mode.method, false, mode.quality, digits);
+  line.quality = mode.refusal ? "" : quality_text(mode.method, false, mode.quality, digits);
 }
 
 void add_rows(std::vector<TableLine>& lines, const FitResult& fit, const Model& model,
@@ -70,8 +68,7 @@ void add_rows(std::vector<TableLine>& lines, const FitResult& fit, const Model& 
     if (mode < fit.modes.size())
       name_mode(lines.back(), fit.modes[mode], data, digits);
     else if (i == 1)
-      lines.back().quality =
-          quality_text(fit.Method, fit.request.censored, fit.Quality, digits);
+      lines.back().quality = quality_text(fit.Method, fit.request.censored, fit.Quality, digits);
   }
 }
 

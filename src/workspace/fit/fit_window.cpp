@@ -152,9 +152,9 @@ QWidget* FitWindow::make_method_frame() {
 QWidget* FitWindow::make_censored_box() {
   chk_Censored_ = new QCheckBox(tr("Censored"));
   chk_Censored_->setObjectName(QStringLiteral("chk_Censored"));
-  chk_Censored_->setToolTip(tr(
-      "Takes suspensions into the likelihood of a mixture or of a Weibull with a minimum life.\n"
-      "It holds for the fits made from now on, beside those that stand."));
+  chk_Censored_->setToolTip(
+      tr("Takes suspensions into the likelihood of a mixture or of a Weibull with a minimum life.\n"
+         "It holds for the fits made from now on, beside those that stand."));
   connect(chk_Censored_, &QCheckBox::clicked, this, [this](bool checked) {
     commands_.run([&] { chk_Censored_Click(session_, index_, checked); });
   });

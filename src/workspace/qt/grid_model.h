@@ -24,7 +24,9 @@ class GridModel : public QAbstractTableModel {
   void refresh();
 
   /// Tells the tool tip of a grid row; empty where there is none.
-  void set_row_tips(std::function<std::string(int grid_row)> tip_of) { tip_of_ = std::move(tip_of); }
+  void set_row_tips(std::function<std::string(int grid_row)> tip_of) {
+    tip_of_ = std::move(tip_of);
+  }
 
   int grid_row(const QModelIndex& index) const { return index.row() + 1; }
   int grid_column(const QModelIndex& index) const { return index.column() + first_column_; }
