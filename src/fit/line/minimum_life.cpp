@@ -11,8 +11,8 @@ namespace tavlo {
 namespace {
 
 constexpr int most_steps = 300;
-constexpr double close_step = 1e-7;   ///< relative step from which the wanted line is taken
-constexpr double closed_step = 1e-8;  ///< relative step that ends the search
+constexpr double closed_step = 1e-12;  ///< relative step that ends the search
+constexpr double noise = 1e-12;        ///< of r squared, which is flat about its maximum
 
 enum class SearchEnd { found, at_first_time, stopped };
 
@@ -111,7 +111,7 @@ class MinimumLifeSearch {
       const double next =
           BoxEstValue(lower_.t0, lower_.value, upper_.t0, upper_.value, 0, count - 1);
       const double change = relative_change(t0(), next);
-      evaluate(next, change <= close_step && x_on_y_);
+      evaluate(next, false);
       if (ended_) return;
       if (change <= closed_step || count > most_steps) return take_best();
     }
@@ -131,7 +131,8 @@ class MinimumLifeSearch {
     if (derivative() <= 0) upper_ = here;
   }
 
-  void take_best() { evaluate_last(best_.r_squared > trial_.r_squared ? best_.t0 : t0()); }
+  /// The derivative tells the place of the maximum far better than r squared does.
+  void take_best() { evaluate_last(best_.r_squared > trial_.r_squared + noise ? best_.t0 : t0()); }
 
   RowsAboveT0& rows_;
   const bool x_on_y_;
@@ -157,8 +158,8 @@ RowsAboveT0 failures_of(const Sample& sample, const PaperRows& paper) {
   return {std::move(time), std::move(ordinate), std::move(weight)};
 }
 
-/// Two distinct times lie on a line at any t0.
-bool has_three_times(const Sample& sample) {
+/// Distinct times of failures, counted up to 3.
+int distinct_times(const Sample& sample) {
   double last = 0;
   int times = 0;
   for (std::size_t i = 0; i < sample.size() && times < 3; ++i) {
@@ -166,7 +167,7 @@ bool has_three_times(const Sample& sample) {
     last = sample.time[i];
     ++times;
   }
-  return times >= 3;
+  return times;
 }
 
 /// Pulls a relative position in the bracket off its ends.
@@ -184,7 +185,8 @@ double damped(double f, int count) {
 }  // namespace
 
 RowAnswer fit_minimum_life_line(const Sample& sample, bool x_on_y, Companion& companion) {
-  if (!has_three_times(sample)) return Refusal{RefusalCode::no_spread, {}};
+  const int times = distinct_times(sample);  // two lie on a line at any t0
+  if (times < 3) return Refusal{RefusalCode::no_spread, {static_cast<double>(times), 3}};
   RowsAboveT0 rows = failures_of(sample, paper_rows(sample, Paper::weibull, true));
   MinimumLifeSearch search(rows, x_on_y, companion);
   const SearchEnd how = search.run();
