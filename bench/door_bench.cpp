@@ -1,5 +1,5 @@
-// A fit of 1000 points, every third of them suspended: the value alone, and as a request
-// of the windows with grid and log entry.
+// A fit of 1000 points, every third of them suspended: the routine alone, and
+// through the door with grid and log entry.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "actions/dispatch.h"
-#include "fit/door/fit.h"
-#include "project/fit_records.h"
-#include "project/ranking.h"
+#include "actions/fit_routines.h"
+#include "actions/ranking.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -66,17 +66,19 @@ void through_door(benchmark::State& state, std::int16_t code, std::int16_t metho
   if (session.gFit(1).nFits != 1) state.SkipWithError("no fit");
 }
 
-void value(benchmark::State& state, std::int16_t code, std::int16_t method) {
-  const DataSet data = thousand_points();
-  FitRequest request;
-  request.model = code;
-  request.method = method;
-  if (find_model(code)->fixes_slope()) request.slope = 1.5;
-  Companion nobody;
+void routine(benchmark::State& state, std::int16_t code, std::int16_t method) {
+  BenchWorld world;
+  FitResult fit;
+  fit.ModelCode = code;
+  fit.Method = method;
+  fit.nRows = 1;
+  fit.Rows.resize(1);
   for (auto _ : state) {
-    const FitAnswer answer = fit(sample_of(data, request.ranks), request, nobody);
-    if (!answer.fit()) state.SkipWithError("no fit");
+    fit.Rows(1).Shape = find_model(code)->fixes_slope() ? 1.5 : -1;
+    run_routine(world.session_with_slope, *find_model(code), 1, 1, fit);
+    benchmark::DoNotOptimize(fit.Quality);
   }
+  if (fit.Status != FitStatus::calculated) state.SkipWithError("no fit");
 }
 
 const bool registered = [] {
@@ -85,7 +87,7 @@ const bool registered = [] {
     for (const Method& method : methods()) {
       if (model->routine != FitRoutine::weibull && method.code == method_code::mle) continue;
       const std::string fit = std::string(name) + "/" + method.command_name;
-      benchmark::RegisterBenchmark(("value/" + fit).c_str(), value, model->code, method.code)
+      benchmark::RegisterBenchmark(("routine/" + fit).c_str(), routine, model->code, method.code)
           ->Unit(benchmark::kMicrosecond);
       benchmark::RegisterBenchmark(("door/" + fit).c_str(), through_door, model->code, method.code)
           ->Unit(benchmark::kMicrosecond);

@@ -7,10 +7,10 @@
 #include <random>
 #include <vector>
 
-#include "fit/door/fit.h"
-#include "fit/ranks/median_ranks.h"
-#include "project/fit_records.h"
-#include "project/ranking.h"
+#include "actions/classical_fits.h"
+#include "actions/median_ranks.h"
+#include "actions/ranking.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -64,17 +64,21 @@ void exact_median_ranks(benchmark::State& state) {
 BENCHMARK(exact_median_ranks)->Arg(20)->Arg(1000)->Arg(5000)->Unit(benchmark::kMillisecond);
 
 void rank_and_fit(benchmark::State& state, std::int16_t method, int period) {
-  const DataSet data = sorted_data(period);
-  FitRequest request;
-  request.method = method;
-  Companion nobody;
-  double beta = 0;
+  test::TestWorld world;
+  world.prompts.accept_all();
+  DataSet data = sorted_data(period);
+  FitResult fit;
+  fit.ModelCode = model_code::weibull2;
+  fit.Method = method;
+  fit.Rows.resize(1);
   for (auto _ : state) {
-    const FitAnswer answer = fit(sample_of(data, request.ranks), request, nobody);
-    if (!answer.fit()) return state.SkipWithError("no fit");
-    beta = answer.fit()->life.rows[0].Shape;
+    fit.Rows(1).Shape = -1;
+    Make_Ranks(world.session.errors, true, data);
+    Fit_Wb123(world.session.errors, world.prompts, data, fit, 1);
+    benchmark::DoNotOptimize(fit.Quality);
   }
-  state.counters["beta"] = beta;
+  if (fit.Status != FitStatus::calculated) state.SkipWithError("no fit");
+  state.counters["beta"] = fit.Rows(1).Shape;
 }
 BENCHMARK_CAPTURE(rank_and_fit, mle, method_code::mle, 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(rank_and_fit, mle_suspended, method_code::mle, 3)->Unit(benchmark::kMillisecond);
