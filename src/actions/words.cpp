@@ -271,7 +271,8 @@ std::string note_sentence(const Note& note, const DataSet& data) {
     case NoteCode::unconfirmed:
       return "The best answer was found from one start only: it is unconfirmed.";
     case NoteCode::no_second_population:
-      return "No second population: in effect the same as " + name_of(note.model) + ".";
+      return std::string(note.model == model_code::weibull2 ? "No second" : "No further") +
+             " population: in effect the same as " + name_of(note.model) + ".";
     case NoteCode::share_at_bound:
       return "The share of a population stands at its bound: " + shown(100 * first) + " %.";
     case NoteCode::few_failures:

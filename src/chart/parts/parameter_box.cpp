@@ -103,9 +103,7 @@ float fitting_font(Canvas& canvas, const ParameterTable& table) {
   return item.FontSize;
 }
 
-bool has_values(const TableLine& line) {
-  return line.heading.empty() && line.cells[table_column::label].empty();
-}
+bool has_values(const TableLine& line) { return line.heading.empty() && !line.names_columns; }
 
 /// Lines that no letters are small enough for are left out, with the headings that
 /// would lose their values; a mark says so.

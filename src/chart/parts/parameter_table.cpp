@@ -20,6 +20,7 @@ constexpr const char* undetermined = "not determined";
 TableLine heading_line(const Model& model) {
   const NamePair& names = parameter_names(model.family).chart;
   TableLine line;
+  line.names_columns = true;
   line.cells = {std::string(model.box_label) + "/",      "Set", "Pop", names.first,
                 model.fixes_slope() ? "" : names.second, ""};
   if (model.code == model_code::weibull3) line.cells[table_column::minimum_life] = "t0";
@@ -72,9 +73,7 @@ void add_rows(std::vector<TableLine>& lines, const FitResult& fit, const Model& 
   }
 }
 
-const char* rank_words(RankKind ranks) {
-  return ranks == RankKind::exact ? "exact ranks" : "Benard's ranks";
-}
+const char* rank_words(RankKind ranks) { return ranks == RankKind::exact ? "exact" : "Benard"; }
 
 /// With suspensions there is one kind of ranks only.
 bool ranks_differ(const FitResult& fit, const DataSet& data) {
@@ -89,8 +88,8 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
   add_rows(lines, fit, *model, data, digits);
   if (!ranks_differ(fit, data)) return;
   TableLine line;
-  line.remark = std::string("fitted with ") + rank_words(fit.request.ranks) + ", points at " +
-                rank_words(data.ranks);
+  line.remark = std::string("fit: ") + rank_words(fit.request.ranks) +
+                ", points: " + rank_words(data.ranks) + " ranks";
   lines.push_back(line);
 }
 

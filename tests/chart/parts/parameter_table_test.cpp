@@ -73,7 +73,7 @@ TEST(ParameterTable, SaysWhatIsNotDeterminedAndWhichRanksAFitHas) {
   EXPECT_EQ(table.lines[2].cells[0], "seal");
   EXPECT_EQ(table.lines[2].quality, "rr r^2= 0.9");
   EXPECT_EQ(table.lines[3].quality, "MLE Ln(L)= -7.5");
-  EXPECT_EQ(table.lines[4].remark, "fitted with exact ranks, points at Benard's ranks");
+  EXPECT_EQ(table.lines[4].remark, "fit: exact, points: Benard ranks");
   ++here.session.gData(1).revision;
   EXPECT_EQ(plot_sets(here.session, here.chart())[0].fit, nullptr) << "out of date: not shown";
 }
