@@ -113,12 +113,14 @@ class TableReader {
  private:
   bool cut(std::string_view line) {
     fields_.clear();
-    std::size_t end = line.find(separator_);
-    for (; end != std::string_view::npos; end = line.find(separator_)) {
-      fields_.push_back(line.substr(0, end));
-      line.remove_prefix(end + 1);
+    const char* start = line.data();
+    const char* const end = start + line.size();
+    for (const char* at = start; at != end; ++at) {
+      if (*at != separator_) continue;
+      fields_.emplace_back(start, at);
+      start = at + 1;
     }
-    fields_.push_back(line);
+    fields_.emplace_back(start, end);
     row_ = fields_;
     return true;
   }
