@@ -134,7 +134,9 @@ Words words_of(const Note& note, const WordContext& context) {
 }
 
 Words words_of(Doubt doubt, const WordContext& context) {
-  const std::string preferred = context.model.gate ? context.model.gate->doubt_names : "";
+  const std::string preferred = context.model.gate && context.model.gate->doubt_below > 0
+                                    ? number(context.model.gate->doubt_below)
+                                    : "";
   if (doubt == Doubt::minimum_life_by_likelihood)
     return {"Minimum life by likelihood",
             "a likelihood may have no best minimum life; regression (rr) is the usual way"};
