@@ -23,6 +23,7 @@ inline constexpr std::size_t count = 6;
 struct TableLine {
   std::array<std::string, table_column::count> cells;
   std::string heading;  ///< of a data set; runs over all columns
+  std::string remark;   ///< about the fit above; runs over all columns
   std::string quality;  ///< behind the last column
 };
 

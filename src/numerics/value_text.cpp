@@ -1,4 +1,4 @@
-#include "actions/value_text.h"
+#include "numerics/value_text.h"
 
 #include <array>
 #include <chrono>

@@ -7,8 +7,8 @@
 namespace tavlo {
 
 /// Ends a pending edit, drops empty rows, sorts, reads and ranks the sheet, and
-/// lists short data sets in the log. With `refit` the existing fits are
-/// calculated again. `clean` comes back true when nothing had to be done. False,
+/// lists short data sets in the log. With `refit` the requests of the existing fits
+/// are answered anew. `clean` comes back true when nothing had to be done. False,
 /// after a box, when a cell can't be read: there is nothing to calculate from then.
 bool CheckDirtyData(Session& session, int data_index, bool& clean, bool refit);
 

@@ -1,8 +1,8 @@
-#include "files/intake.h"
+#include "actions/intake.h"
 
 #include <gtest/gtest.h>
 
-#include "files/sheet_world.h"
+#include "support/sheet_world.h"
 
 namespace tavlo {
 namespace {
@@ -88,7 +88,7 @@ TEST(CheckAndFit, ChangedDataAreFittedAgainAndTheFitAskedForIsLogged) {
 TEST(CheckAndFit, LettersInTheNumberColumnAreNamedByTheirRow) {
   SheetWorld world({"300", "100", "abc", "200"});
   world.prompts.expect_box("Error: 5", "Median Rank Error: \nRow 3: Data X is 0");
-  world.prompts.expect_box("Error: 5", "Weibull 123Par Fit: \nRow 3: Data X is 0");
+  world.prompts.expect_box("Times of 0", "Row 3: Data X is 0");
   CheckAndFit(world.session, 1);
   EXPECT_EQ(world.session.gFit(1).nFits, 0);
 }
@@ -116,6 +116,17 @@ TEST(CheckAndFit, ARefitThatIsRefusedPutsNoOldNumbersIntoTheLog) {
   CheckAndFit(world.session, 1);
   const std::string log = world.log();
   EXPECT_EQ(log.find("Tavlo Fit"), log.rfind("Tavlo Fit"));
+}
+
+TEST(CheckAndFit, ANewTimeIsFittedWithTheSlopeThatIsKnown) {
+  SheetWorld world({"100", "200", "300"});
+  world.panel().nModel = 802;
+  world.prompts.expect_line("Enter Weibull Slope", "2.3456789");
+  CheckAndFit(world.session, 1);
+  world.sheet().enter(4, sheet_column::x, "900");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).Fits(1).Rows(1).Shape, 2.3456789);
+  EXPECT_EQ(world.session.gFit(1).nFits, 1);
 }
 
 TEST(CheckAndFit, WithoutModelDataOrPeaceItSaysSo) {

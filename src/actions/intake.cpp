@@ -1,4 +1,4 @@
-#include "files/intake.h"
+#include "actions/intake.h"
 
 #include <algorithm>
 #include <string>
@@ -7,6 +7,7 @@
 #include "actions/reports.h"
 #include "files/sync_data.h"
 #include "numerics/number_text.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -78,18 +79,6 @@ void list_short_set(Session& session, int data_index) {
   AppendLog(session, data.Title + "\n" + line + "\n", false);
 }
 
-void refit_all(Session& session, int index) {
-  FitSet& fits = session.gFit(index);
-  for (int k = 1; k <= fits.nFits; ++k) {
-    session.ports.views.fit_button_caption(index, working_caption);
-    fits.Fits(k).Status = FitStatus::stale;
-    std::int16_t model = fits.Fits(k).ModelCode;
-    Fit_Distribution(session, index, index, model, fits.Fits(k).Method, true, false);
-    session.ports.views.fit_button_caption(index, calculate_caption);
-    session.ports.views.status("Ready");
-  }
-}
-
 /// The busy flag and the caption of the button, for as long as it lives.
 class BusyPanel {
  public:
@@ -100,7 +89,7 @@ class BusyPanel {
   ~BusyPanel() {
     session_.gFitForm(index_)->busy = false;
     session_.ports.views.fit_button_caption(index_, calculate_caption);
-    const std::string& remark = session_.solver.remark;
+    const std::string& remark = session_.gFitForm(index_)->remark;
     session_.ports.views.status(remark.empty() ? "Ready" : "Ready.  " + remark);
   }
   BusyPanel(const BusyPanel&) = delete;
@@ -111,10 +100,26 @@ class BusyPanel {
   int index_;
 };
 
-/// The slot of the panel's fit if it stands calculated; 0 otherwise.
-int calculated_slot(const FitSet& fits, const FitPanel& panel) {
-  const int slot = find_slot(fits, panel.nModel, panel.nMethod);
-  return slot > 0 && fits.Fits(slot).Status == FitStatus::calculated ? slot : 0;
+/// The slot that answers what the panel asks for, whatever its slope; 0 when none does.
+int answering_slot(const Session& session, const FitPanel& panel) {
+  FitRequest request = request_of_panel(session, panel.fit_index);
+  const FitSet& fits = session.gFit(panel.fit_index);
+  const int slot = find_slot(fits, request);
+  if (slot == 0 || !is_current(fits.Fits(slot), session.gData(panel.data_index))) return 0;
+  request.slope = fits.Fits(slot).request.slope;
+  return request == fits.Fits(slot).request ? slot : 0;
+}
+
+/// Fits and chart follow the data that have just been read.
+void bring_up_to_date(Session& session, int index) {
+  DataSet& data = session.gData(index);
+  DataSheet& sheet = *session.gDataForm(index);
+  refit_all(session, index, index);
+  sheet.bclean = true;
+  sheet.nclean = 0;
+  data.FitsCurrent = true;
+  data.Changed = 0;
+  if (const int last = session.gFit(index).nFits; last > 0) show_on_chart(session, index, last);
 }
 
 }  // namespace
@@ -130,13 +135,7 @@ bool CheckDirtyData(Session& session, int data_index, bool& clean, bool refit) {
   if (sheet.lrows < 1) return true;
   if (!read_sheet(session, data_index)) return false;
   list_short_set(session, data_index);
-  if (refit) {
-    refit_all(session, data_index);
-    sheet.bclean = true;
-    sheet.nclean = 0;
-    session.gData(data_index).FitsCurrent = true;
-    session.gData(data_index).Changed = 0;
-  }
+  if (refit) bring_up_to_date(session, data_index);
   Load_Fit(session, data_index);
   return true;
 }
@@ -149,11 +148,12 @@ void CheckAndFit(Session& session, int fit_index) {
   const BusyPanel busy(session, fit_index);
   bool clean = true;
   if (!CheckDirtyData(session, panel.data_index, clean, true)) return;
-  const int refitted = clean ? 0 : calculated_slot(session.gFit(fit_index), panel);
+  if (const int slot = clean ? 0 : answering_slot(session, panel)) {
+    // Intake has answered this very request: it only gets its entry and its place.
+    show_on_chart(session, fit_index, slot);
+    return PostFitLog(session, slot, panel.data_index, fit_index);
+  }
   Fit_Distribution(session, panel.data_index, fit_index, panel.nModel, panel.nMethod, true, true);
-  // A fit that intake has calculated again got no entry of its own; the user
-  // asked for this one, so its new numbers belong in the log.
-  if (refitted > 0) PostFitLog(session, refitted, panel.data_index, fit_index);
 }
 
 }  // namespace tavlo
