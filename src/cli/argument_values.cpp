@@ -1,6 +1,7 @@
 #include "cli/argument_values.h"
 
 #include <CLI/Error.hpp>
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -60,15 +61,7 @@ double parse_finite(const std::string& text) {
   return *number;
 }
 
-double parse_percent(const std::string& text) {
-  const double percent = parse_finite(text);
-  if (!(percent > 0.0 && percent < 100.0))
-    refuse("'" + text + "' is not a percentage between 0 and 100");
-  constexpr double nearest = 1e-8;  // closer to the ends the fractions lose their digits
-  if (percent < nearest || percent > 100.0 - nearest)
-    refuse("'" + text + "' is too close to 0 or 100 for a sure answer (1e-8 to 99.99999999)");
-  return percent / 100.0;
-}
+double parse_percent(const std::string& text) { return parse_fraction(parse_finite(text), text); }
 
 int parse_length(const std::string& text, const std::string& size) {
   constexpr int least = 16;
@@ -101,6 +94,46 @@ std::vector<double> parse_percents(const std::string& text) {
 
 std::vector<double> parse_numbers(const std::string& text) {
   return parse_list(text, parse_finite);
+}
+
+RankKind parse_rank_kind(const std::string& text) {
+  if (text != "benard" && text != "exact")
+    refuse("'" + text + "' is no kind of ranks (benard, exact)");
+  return text == "benard" ? RankKind::benard : RankKind::exact;
+}
+
+double parse_slope(const std::string& text) {
+  const std::vector<double> slopes = parse_numbers(text);
+  if (slopes.size() != 1 || !is_slope(slopes.front()))
+    refuse("'" + text + "' is not one slope from 1e-6 to 1e6");
+  return slopes.front();
+}
+
+bool is_slope(double slope) { return slope >= 1e-6 && slope <= 1e6; }
+
+void require_slope_of_weibayes(const FitQuestions& questions) {
+  const auto& choices = questions.choices;
+  const bool wanted = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
+    return choice.model->code == model_code::weibayes;
+  });
+  if (questions.slope && !wanted) refuse("--slope is for a Weibayes fit (--model Wb)");
+  if (!questions.slope && wanted) refuse("Wb needs its slope: add --slope BETA");
+}
+
+int parse_jobs(const std::string& text) {
+  constexpr int most = 256;
+  const auto jobs = whole_number(text);
+  if (!jobs || *jobs < 1 || *jobs > most) refuse("'" + text + "' is no number of jobs (1 to 256)");
+  return *jobs;
+}
+
+double parse_fraction(double percent, const std::string& text) {
+  if (!(percent > 0.0 && percent < 100.0))
+    refuse("'" + text + "' is not a percentage between 0 and 100");
+  constexpr double nearest = 1e-8;  // closer to the ends the fractions lose their digits
+  if (percent < nearest || percent > 100.0 - nearest)
+    refuse("'" + text + "' is too close to 0 or 100 for a sure answer (1e-8 to 99.99999999)");
+  return percent / 100.0;
 }
 
 PixelSize parse_size(const std::string& text) {

@@ -21,6 +21,22 @@ FitChoice parse_fit_choice(const std::string& text);
 /// "1,10,50": percents between 0 and 100, given back as fractions.
 std::vector<double> parse_percents(const std::string& text);
 
+/// The fraction of a percentage; `text` is how the user wrote it.
+double parse_fraction(double percent, const std::string& text);
+
+/// "benard" or "exact".
+RankKind parse_rank_kind(const std::string& text);
+
+/// The slope of a Weibayes, 1e-6 to 1e6.
+double parse_slope(const std::string& text);
+bool is_slope(double slope);
+
+/// A Weibayes has no slope of its own, and no other model takes one.
+void require_slope_of_weibayes(const FitQuestions& questions);
+
+/// Number of lines at work in a batch.
+int parse_jobs(const std::string& text);
+
 /// "500,1e3".
 std::vector<double> parse_numbers(const std::string& text);
 

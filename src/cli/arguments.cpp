@@ -1,13 +1,16 @@
 #include "cli/arguments.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 #include <iostream>
 #include <optional>
 
 #include "cli/argument_values.h"
+#include "cli/output.h"
 
 namespace tavlo::cli {
 
@@ -32,18 +35,17 @@ void add_texts(CLI::App& app, const std::string& name, Take take, const std::str
       ->type_name(type);
 }
 
-void add_ranking(CLI::App& app, CommonArguments& common) {
+void add_reading(CLI::App& app, CommonArguments& common) {
   app.add_flag("--negative-is-value", common.negative_is_value,
                "A negative time is one, not a suspension");
-  const auto take_ranks = [&common](const std::string& text) {
-    if (text != "benard" && text != "exact")
-      throw CLI::ValidationError("'" + text + "' is no kind of ranks (benard, exact)");
-    common.benard = text == "benard";
-  };
-  add_text(app, "--ranks", take_ranks,
-           "Median ranks: benard, the usual approximation (default), or exact", "KIND");
-  app.add_flag("--strict", common.strict, "Answer every doubt with Cancel");
-  app.add_flag("--censored", common.censored,
+  add_text(
+      app, "--ranks", [&common](const std::string& text) { common.ranks = parse_rank_kind(text); },
+      "Median ranks: benard, the usual approximation (default), or exact", "KIND");
+}
+
+void add_doubts(CLI::App& app, FitQuestions& questions) {
+  app.add_flag("--strict", questions.strict, "Answer every doubt with Cancel");
+  app.add_flag("--censored", questions.censored,
                "Take suspensions into the likelihood of mixtures (W3T to W7P by mle)");
 }
 
@@ -57,15 +59,10 @@ void add_json(CLI::App& app, CommonArguments& common) {
   app.add_flag("--json", common.json, "One JSON object a file, each on a line");
 }
 
-void add_slope(CLI::App& app, CommonArguments& common) {
+void add_slope(CLI::App& app, FitQuestions& questions) {
   add_text(
       app, "--slope",
-      [&common](const std::string& text) {
-        const std::vector<double> slopes = parse_numbers(text);
-        if (slopes.size() != 1 || !(slopes.front() >= 1e-6 && slopes.front() <= 1e6))
-          throw CLI::ValidationError("'" + text + "' is not one slope from 1e-6 to 1e6");
-        common.slope = text;
-      },
+      [&questions](const std::string& text) { questions.slope = parse_slope(text); },
       "Slope of a Weibayes fit (Wb); the exponential (E) has 1, the Rayleigh (R) 2", "BETA");
 }
 
@@ -98,24 +95,30 @@ void add_looks(CLI::App& app, ChartArguments& chart) {
       ->excludes(type);
 }
 
-/// A Weibayes has no slope of its own, and no other model takes one.
-void require_slope_of_weibayes(const CommonArguments& common,
-                               const std::vector<FitChoice>& choices) {
-  const bool wanted = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
-    return choice.model->code == model_code::weibayes;
-  });
-  if (!common.slope.empty() && !wanted)
-    throw CLI::ValidationError("--slope is for a Weibayes fit (--model Wb)");
-  if (common.slope.empty() && wanted)
-    throw CLI::ValidationError("Wb needs its slope: add --slope BETA");
+/// The file behind a path, through all links; standard input for "-".
+std::optional<struct stat> file_behind(const std::string& path) {
+  struct stat status {};
+  const int failed = path == "-" ? ::fstat(STDIN_FILENO, &status) : ::stat(path.c_str(), &status);
+  return failed != 0 ? std::nullopt : std::optional(status);
 }
 
-/// An output that is an input would destroy the data.
+/// An output that is an input would destroy the data, by whatever name.
 void require_other_file(const std::string& out, const std::vector<std::string>& files) {
-  std::error_code missing;
-  for (const std::string& file : files)
-    if (file == out || std::filesystem::equivalent(file, out, missing))
+  if (out.empty()) return;
+  const auto target = file_behind(out);
+  for (const std::string& file : files) {
+    const auto source = file_behind(file);
+    const bool same = target && source && S_ISREG(target->st_mode) &&
+                      target->st_dev == source->st_dev && target->st_ino == source->st_ino;
+    if (same || file == out)
       throw CLI::ValidationError("'" + out + "' holds the data and would be overwritten");
+  }
+}
+
+/// The second reading would find nothing.
+void require_one_standard_input(const CommonArguments& common) {
+  if (std::count(common.files.begin(), common.files.end(), "-") > 1)
+    throw CLI::ValidationError("standard input (-) can be read only once");
 }
 
 /// The models and methods of `fit` while the options come in any order.
@@ -142,10 +145,11 @@ void add_fit_choices(CLI::App& app, FitLists& lists) {
 
 void add_fit_questions(CLI::App& app, FitArguments& fit) {
   add_text(
-      app, "--b-life", [&fit](const std::string& text) { fit.b_life = parse_percents(text); },
+      app, "--b-life",
+      [&fit](const std::string& text) { fit.questions.b_life = parse_percents(text); },
       "Times by which these percentages have failed", "P,...");
   add_text(
-      app, "--at", [&fit](const std::string& text) { fit.at = parse_numbers(text); },
+      app, "--at", [&fit](const std::string& text) { fit.questions.at = parse_numbers(text); },
       "Fractions failed by these times", "T,...");
 }
 
@@ -173,16 +177,19 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
   CLI::App* const command = app.add_subcommand("fit", "Rank the data and fit life models");
   add_files(*command, fit.common);
   add_fit_choices(*command, lists);
-  add_slope(*command, fit.common);
-  add_ranking(*command, fit.common);
+  add_slope(*command, fit.questions);
+  add_reading(*command, fit.common);
+  add_doubts(*command, fit.questions);
   add_fit_questions(*command, fit);
   add_fit_outputs(*command, fit);
   add_json(*command, fit.common);
   command->final_callback([&fit, &lists] {
-    fit.choices = all_pairs(lists);
+    fit.questions.choices = all_pairs(lists);
+    fit.questions.ranks = fit.common.ranks;
+    require_one_standard_input(fit.common);
     if (!fit.charts.empty() && fit.common.files.size() > 1)
       throw CLI::ValidationError("--chart takes one FILE at a time");
-    require_slope_of_weibayes(fit.common, fit.choices);
+    require_slope_of_weibayes(fit.questions);
     require_other_file(fit.log, fit.common.files);
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
   });
@@ -191,8 +198,9 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
 void add_rank_command(CLI::App& app, RankArguments& rank) {
   CLI::App* const command = app.add_subcommand("rank", "Print the plotting positions");
   add_files(*command, rank.common);
-  add_ranking(*command, rank.common);
+  add_reading(*command, rank.common);
   add_json(*command, rank.common);
+  command->final_callback([&rank] { require_one_standard_input(rank.common); });
 }
 
 void add_chart_command(CLI::App& app, ChartArguments& chart) {
@@ -210,19 +218,34 @@ void add_chart_command(CLI::App& app, ChartArguments& chart) {
   };
   add_text(*command, "OUT", take_out, "Picture to write (.svg .pdf .png .wmf)", "")->required();
   const auto take_fit = [&chart](const std::string& text) {
-    chart.choices.push_back(parse_fit_choice(text));
+    chart.questions.choices.push_back(parse_fit_choice(text));
   };
   add_texts(*command, "--fit", take_fit, "Fit to draw, as W2P/mle; may be repeated", "M/METHOD");
-  add_slope(*command, chart.common);
+  add_slope(*command, chart.questions);
   add_size(*command, chart.size);
   add_sub_populations(*command, chart.sub_populations);
   add_looks(*command, chart);
-  add_ranking(*command, chart.common);
+  add_reading(*command, chart.common);
+  add_doubts(*command, chart.questions);
   command->final_callback([&chart] {
-    require_slope_of_weibayes(chart.common, chart.choices);
+    chart.questions.ranks = chart.common.ranks;
+    require_slope_of_weibayes(chart.questions);
     require_other_file(chart.out, chart.common.files);
-    require_other_file(chart.out, {chart.profile});
+    if (!chart.profile.empty()) require_other_file(chart.out, {chart.profile});
   });
+}
+
+void add_batch_command(CLI::App& app, BatchArguments& batch) {
+  CLI::App* const command = app.add_subcommand(
+      "batch", "Fit one JSON object a line of standard input; one line of output each");
+  const auto take_jobs = [&batch](const std::string& text) { batch.jobs = parse_jobs(text); };
+  add_text(*command, "--jobs", take_jobs, "Lines at work at the same time (one for each core)",
+           "J");
+  command->footer(
+      "A line: {\"id\": any, \"x\": [..], \"fails\": [..], \"susps\": [..], \"model\": \"W2P\",\n"
+      "\"method\": \"mle\", \"slope\", \"ranks\", \"censored\", \"b_life\": [..], \"at\": [..]}; "
+      "only x is\n"
+      "needed. Exit code 1 when a line has an error or a fit was refused.");
 }
 
 /// The library would only say that a command is required.
@@ -230,7 +253,7 @@ void require_command(const CLI::App& app, int argc, const char* const* argv) {
   const std::string first = argc > 1 ? argv[1] : "";
   const auto is_first = [&first](const CLI::App* command) { return command->get_name() == first; };
   if (first.starts_with('-') || !app.get_subcommands(is_first).empty()) return;
-  throw CLI::ValidationError(first.empty() ? "a command is required (fit, rank, chart)"
+  throw CLI::ValidationError(first.empty() ? "a command is required (fit, rank, chart, batch)"
                                            : "there is no command '" + first + "'");
 }
 
@@ -239,7 +262,8 @@ ExitCode report(const CLI::App& app, const CLI::ParseError& error) {
     app.exit(error, std::cout, std::cerr);
     return ExitCode::done;
   }
-  std::cerr << "tavlo-cli: " << error.what() << "\nTry 'tavlo-cli --help'.\n";
+  complain(error.what());
+  std::cerr << "Try 'tavlo-cli --help'.\n";
   return ExitCode::wrong_usage;
 }
 
@@ -256,7 +280,9 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   ChartArguments chart;
   add_fit_command(app, fit, lists);
   add_rank_command(app, rank);
+  BatchArguments batch;
   add_chart_command(app, chart);
+  add_batch_command(app, batch);
   try {
     require_command(app, argc, argv);
     app.parse(argc, argv);
@@ -265,6 +291,7 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   }
   if (app.got_subcommand("fit")) return Command(fit);
   if (app.got_subcommand("rank")) return Command(rank);
+  if (app.got_subcommand("batch")) return Command(batch);
   return Command(chart);
 }
 

@@ -2,11 +2,13 @@
 // program's own terms.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "cli/exit_code.h"
+#include "fit/sample.h"
 #include "life/models.h"
 
 namespace tavlo::cli {
@@ -22,11 +24,8 @@ struct PixelSize {
 struct CommonArguments {
   std::vector<std::string> files;  ///< "-" is standard input
   bool negative_is_value = false;
-  bool benard = true;  ///< ranks by Benard's approximation
+  RankKind ranks = RankKind::benard;
   bool json = false;
-  bool strict = false;    ///< doubts are answered with Cancel
-  std::string slope;      ///< answer to the question for a slope; empty cancels
-  bool censored = false;  ///< suspensions take part in the likelihood of a mixture
 };
 
 struct FitChoice {
@@ -34,11 +33,20 @@ struct FitChoice {
   const Method* method = nullptr;
 };
 
+/// What is asked of every data set.
+struct FitQuestions {
+  std::vector<FitChoice> choices;
+  std::optional<double> slope;  ///< of a Weibayes
+  RankKind ranks = RankKind::benard;
+  bool censored = false;       ///< suspensions take part in the likelihood of a mixture
+  bool strict = false;         ///< doubts are answered with Cancel
+  std::vector<double> b_life;  ///< fractions failed
+  std::vector<double> at;      ///< times
+};
+
 struct FitArguments {
   CommonArguments common;
-  std::vector<FitChoice> choices;  ///< every model with every method
-  std::vector<double> b_life;      ///< fractions failed
-  std::vector<double> at;          ///< times
+  FitQuestions questions;  ///< every model with every method
   std::vector<std::string> charts;
   bool sub_populations = false;  ///< on the charts
   std::string log;
@@ -54,12 +62,16 @@ struct ChartArguments {
   std::string out;
   std::string type;     ///< a factory chart type; empty for the usual chart
   std::string profile;  ///< a profile file; empty for none
-  std::vector<FitChoice> choices;
+  FitQuestions questions;
   bool sub_populations = false;
   PixelSize size;
 };
 
-using Command = std::variant<FitArguments, RankArguments, ChartArguments>;
+struct BatchArguments {
+  int jobs = 0;  ///< lines at work at the same time; 0 is one for each core
+};
+
+using Command = std::variant<FitArguments, RankArguments, ChartArguments, BatchArguments>;
 
 /// The command; or, when help was given or the usage was wrong, which has been
 /// said already, the code to end with.

@@ -1,17 +1,15 @@
 #include "cli/cli_ports.h"
 
-#include <cstdio>
 #include <cstdlib>
 
-#include "numerics/number_text.h"
+#include "cli/interruption.h"
+#include "cli/output.h"
 
 namespace tavlo::cli {
 
-void complain(const std::string& what) {
-  const std::string line = "tavlo-cli: " + what + "\n";
-  std::fputs(line.c_str(), stderr);
-}
+namespace {
 
+/// Title and text of a box on one line.
 std::string box_line(const Box& box) {
   std::string line = box.title.empty() ? "" : box.title + ": ";
   for (const char c : box.text)
@@ -19,6 +17,8 @@ std::string box_line(const Box& box) {
   while (line.ends_with(' ')) line.pop_back();
   return line;
 }
+
+}  // namespace
 
 BoxAnswer CliPrompts::answer(BoxButtons buttons) const {
   switch (buttons) {
@@ -32,18 +32,14 @@ BoxAnswer CliPrompts::answer(BoxButtons buttons) const {
 }
 
 BoxAnswer CliPrompts::show(const Box& box) {
-  const BoxAnswer given = answer(box.buttons);
   const bool doubt = box.buttons != BoxButtons::ok;
   complain(subject_ + (doubt ? ": warning: " : ": ") + box_line(box));
-  seen_.push_back({box, given});
-  return given;
+  return answer(box.buttons);
 }
 
-std::optional<std::string> CliPrompts::ask_line(const std::string&, const std::string&,
-                                                const std::string&) {
-  if (own_slope_ > 0) return number_text(own_slope_);
-  if (slope_.empty()) return std::nullopt;
-  return slope_;
+FileResult SafeFiles::write_whole(const std::string& path, std::string_view bytes) {
+  const Uninterrupted until_it_stands;
+  return DiskFiles::write_whole(path, bytes);
 }
 
 std::string QuietHost::environment(const std::string& name) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "chart/record/font_metrics.h"
 #include "files/disk_files.h"
@@ -12,45 +11,30 @@
 
 namespace tavlo::cli {
 
-/// Writes "tavlo-cli: ..." and a line end to standard error.
-void complain(const std::string& what);
-
-/// A box that came, and its answer.
-struct AnsweredBox {
-  Box box;
-  BoxAnswer answer = BoxAnswer::ok;
-};
-
-/// Title and text of a box on one line.
-std::string box_line(const Box& box);
-
 /// Answers doubts with OK, or Cancel when `strict`; tells each box as it comes.
 class CliPrompts : public Prompts {
  public:
-  CliPrompts(bool strict, std::string slope) : strict_(strict), slope_(std::move(slope)) {}
-
-  /// What messages are about: a file, or a fit of it.
-  void set_subject(std::string subject) { subject_ = std::move(subject); }
-  const std::string& subject() const { return subject_; }
-
-  /// The slope that the model at work has of its own; 0 when it is asked for.
-  void set_own_slope(double slope) { own_slope_ = slope; }
+  /// `subject` is the file that the boxes are about.
+  CliPrompts(bool strict, std::string subject) : strict_(strict), subject_(std::move(subject)) {}
 
   BoxAnswer show(const Box& box) override;
-  std::optional<std::string> ask_line(const std::string& title, const std::string& text,
-                                      const std::string& suggestion) override;
+  std::optional<std::string> ask_line(const std::string&, const std::string&,
+                                      const std::string&) override {
+    return std::nullopt;
+  }
   std::optional<std::string> choose_file(const FileRequest&) override { return std::nullopt; }
-
-  const std::vector<AnsweredBox>& seen() const { return seen_; }
 
  private:
   BoxAnswer answer(BoxButtons buttons) const;
 
   bool strict_;
-  std::string slope_;
-  double own_slope_ = 0;
   std::string subject_;
-  std::vector<AnsweredBox> seen_;
+};
+
+/// Files that are written to their end even when the run is told to end.
+class SafeFiles : public DiskFiles {
+ public:
+  FileResult write_whole(const std::string& path, std::string_view bytes) override;
 };
 
 class IdleEventLoop : public EventLoop {
@@ -65,21 +49,15 @@ class EmptyClipboard : public Clipboard {
   bool set_picture(const std::vector<ClipboardForm>&) override { return false; }
 };
 
-/// Shows nothing, and keeps the last words for the status panel.
-class CliViews : public Views {
+class NoViews : public Views {
  public:
-  void status(const std::string& text) override { last_status_ = text; }
-  const std::string& last_status() const { return last_status_; }
-  void forget_status() { last_status_.clear(); }
+  void status(const std::string&) override {}
   void busy_pointer(bool) override {}
   void fit_button_caption(int, const std::string&) override {}
   void sheet_changed(int) override {}
   void fit_grid_changed(int) override {}
   void chart_changed(int) override {}
   void log_changed() override {}
-
- private:
-  std::string last_status_;
 };
 
 /// The environment, and no other programs.
@@ -92,17 +70,17 @@ class QuietHost : public Host {
 /// All the ports of one run over one file.
 class CliWorld {
  public:
-  CliWorld(bool strict, const std::string& slope) : prompts(strict, slope) {}
+  CliWorld(bool strict, const std::string& subject) : prompts_(strict, subject) {}
 
   Ports ports() {
-    return {prompts, event_loop_, clock_, entropy_, clipboard_, text_measure_, files, host_, views};
+    return {prompts_,      event_loop_, clock_, entropy_, clipboard_,
+            text_measure_, files_,      host_,  views_};
   }
 
-  CliPrompts prompts;
-  CliViews views;
-  DiskFiles files;
-
  private:
+  CliPrompts prompts_;
+  NoViews views_;
+  SafeFiles files_;
   IdleEventLoop event_loop_;
   SystemClock clock_;
   RandomEntropy entropy_;

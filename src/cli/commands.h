@@ -1,6 +1,6 @@
-// Commands: what tavlo-cli does once its arguments are understood. Results go
-// to standard output, messages to standard error; a file that fails does not
-// keep the others from being done.
+// Commands: what tavlo-cli does once its arguments are understood. Results go to standard
+// output, messages to standard error; a file that fails does not keep the others from being
+// done.
 #pragma once
 
 #include "cli/arguments.h"
@@ -10,5 +10,6 @@ namespace tavlo::cli {
 ExitCode run(const FitArguments& arguments);
 ExitCode run(const RankArguments& arguments);
 ExitCode run(const ChartArguments& arguments);
+ExitCode run(const BatchArguments& arguments);
 
 }  // namespace tavlo::cli

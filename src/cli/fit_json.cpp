@@ -1,95 +1,180 @@
-#include "actions/shown_parameters.h"
 #include "cli/fit_report.h"
-#include "cli/json_text.h"
+#include "cli/output.h"
+#include "cli/words.h"
+#include "life/parameter_names.h"
+#include "life/shown_parameters.h"
+#include "project/fit_records.h"
 
 namespace tavlo::cli {
 
 namespace {
 
-Json rows_json(const FitResult& fit, const Model& model) {
-  const ParameterNames& names = parameter_names(model.family);
-  Json rows = Json::array();
-  for (int i = 1; i <= fit.nRows; ++i) {
-    const FitParam& row = fit.Rows(i);
-    const ShownParameters shown = grid_parameters(fit.ModelCode, row);
-    rows.push_back({{names.first_key, json_number(shown.first)},
-                    {names.second_key, json_number(shown.second)},
-                    {"t0", json_number(row.T0)},
-                    {"fraction", json_number(row.Fraction)},
-                    {"applies", row.Applies}});
+WordContext context_of(const FitReport& report, const FitOutcome& outcome) {
+  return {*outcome.choice.model, report.mode_names, report.sample.total_failures};
+}
+
+void add_optional(JsonText& json, const char* key, const std::optional<double>& value) {
+  json.key(key);
+  if (value)
+    json.number(*value);
+  else
+    json.null();
+}
+
+void add_refusal(JsonText& json, const Words& words) {
+  json.key("status").integer(0).key("error").string(words.text).key("code").string(words.code);
+}
+
+/// What a fit by failure mode says of one of its modes.
+void add_mode(JsonText& json, const FitReport& report, const FitOutcome& outcome,
+              const ModeFit& mode) {
+  json.key("mode").string(mode_name(report.mode_names, mode.mode));
+  if (mode.refusal) return add_refusal(json, words_of(*mode.refusal, context_of(report, outcome)));
+  const Method* const method = find_method(mode.method);
+  json.key("method").string(method ? method->command_name : "");
+  json.key("status").integer(1).key("quality").number(mode.quality);
+}
+
+void add_rows(JsonText& json, const FitReport& report, const FitOutcome& outcome, const Fit& fit) {
+  const NamePair& names = parameter_names(outcome.choice.model->family).key;
+  json.key("rows").open('[');
+  for (std::size_t i = 0; i < fit.life.rows.size(); ++i) {
+    const FitParam& row = fit.life.rows[i];
+    const ShownParameters shown = shown_parameters(fit.life.model, row);
+    json.open('{');
+    if (i < fit.modes.size()) add_mode(json, report, outcome, fit.modes[i]);
+    add_optional(json, names.first, shown.first);
+    add_optional(json, names.second, shown.second);
+    json.key("t0").number(row.T0).key("fraction").number(row.Fraction);
+    json.key("applies").integer(row.Applies).close('}');
   }
-  return rows;
+  json.close(']');
 }
 
-Json points_json(const std::vector<LifePoint>& points, bool time_first) {
-  Json list = Json::array();
-  for (const LifePoint& point : points) {
-    const auto answer = [&point](double value) {
-      return point.known ? json_number(value) : Json(nullptr);
-    };
-    list.push_back(time_first ? Json{{"x", json_number(point.x)}, {"p", answer(point.p)}}
-                              : Json{{"p", json_number(point.p)}, {"x", answer(point.x)}});
+void add_starts(JsonText& json, const StartsReport& starts) {
+  json.key("starts").open('{').key("tried").integer(starts.tried);
+  json.key("agreed").integer(starts.agreed);
+  add_optional(json, "runner_up", starts.runner_up);
+  json.close('}');
+}
+
+const char* word_of(Proof::Kind kind) {
+  switch (kind) {
+    case Proof::Kind::interior: return "interior";
+    case Proof::Kind::bound: return "bound";
+    case Proof::Kind::flat: break;
   }
-  return list;
+  return "flat";
 }
 
-/// How sure the answer of a mixture is.
-Json starts_json(const OldStartsReport& starts) {
-  return {{"tried", starts.tried},
-          {"agreed", starts.agreed},
-          {"runner_up", starts.has_runner_up ? json_number(starts.runner_up) : Json(nullptr)},
-          {"interior_maximum", starts.interior_maximum},
-          {"sound", starts.sound}};
+void add_proof(JsonText& json, const Proof& proof) {
+  json.key("proof").open('{').key("kind").string(word_of(proof.kind));
+  if (proof.at_share_bound) json.key("bound").string("share");
+  const Model* const same = proof.kind == Proof::Kind::flat ? find_model(proof.same_as) : nullptr;
+  if (same) json.key("same_as").string(command_name(*same));
+  json.key("decrement").number(proof.decrement);
+  json.key("smallest_curvature").number(proof.smallest_curvature).close('}');
 }
 
-void add_result(Json& object, const FitReport& report, const FitResult& fit, const Model& model) {
-  if (has_censored_likelihood(report.session, fit))
-    object["name"] = object.at("name").get<std::string>() + "c";
-  const bool likelihood = fit.Method == method_code::mle;
-  const Json quality = json_number(fit.Quality);
-  object["status"] = 1;
-  object["quality"] = quality;
-  // The quality of a fit by failure mode is that of its last mode, of either kind.
-  const bool one_kind = model.family != Family::none;
-  object["r_squared"] = one_kind && !likelihood ? quality : Json(nullptr);
-  object["log_likelihood"] = one_kind && likelihood ? quality : Json(nullptr);
-  if (fit.starts) object["starts"] = starts_json(*fit.starts);
-  object["rows"] = rows_json(fit, model);
-  object["b_life"] =
-      points_json(b_lives(report.session, report.file, fit, report.arguments.b_life), false);
-  object["at"] =
-      points_json(fractions_at(report.session, report.file, fit, report.arguments.at), true);
+/// False when one of the answers is not reached.
+bool add_answers(JsonText& json, const FitQuestions& questions, const Life& life) {
+  bool all_reached = true;
+  json.key("b_life").open('[');
+  for (const double p : questions.b_life) {
+    const std::optional<double> x = quantile(life, p);
+    all_reached = all_reached && x;
+    json.open('{').key("p").number(p);
+    add_optional(json, "x", x);
+    json.close('}');
+  }
+  json.close(']').key("at").open('[');
+  for (const double x : questions.at)
+    json.open('{').key("x").number(x).key("p").number(fraction_failed(life, x)).close('}');
+  json.close(']');
+  return all_reached;
 }
 
-Json outcome_json(const FitReport& report, const FitOutcome& outcome) {
+void add_note(JsonText& json, const Words& words) {
+  json.open('{').key("code").string(words.code).key("text").string(words.text).close('}');
+}
+
+void add_notes(JsonText& json, const FitReport& report, const FitOutcome& outcome,
+               bool all_reached) {
+  const std::vector<Note>& notes = outcome.answer.notes;
+  if (notes.empty() && all_reached) return;
+  json.key("notes").open('[');
+  for (const Note& note : notes) add_note(json, words_of(note, context_of(report, outcome)));
+  if (!all_reached) add_note(json, words_of_unreached());
+  json.close(']');
+}
+
+void add_fit(JsonText& json, const FitReport& report, const FitOutcome& outcome, const Fit& fit) {
+  // The quality of a fit by failure mode is that of one of its modes.
+  const bool one_kind = outcome.choice.model->family != Family::none;
+  const bool likelihood = outcome.request.method == method_code::mle;
+  const std::optional<double> quality = fit.quality;
+  const std::optional<double> none;
+  json.key("status").integer(1).key("quality").number(fit.quality);
+  add_optional(json, "r_squared", one_kind && !likelihood ? quality : none);
+  add_optional(json, "log_likelihood", one_kind && likelihood ? quality : none);
+  if (fit.starts) add_starts(json, *fit.starts);
+  if (fit.proof) add_proof(json, *fit.proof);
+  add_rows(json, report, outcome, fit);
+  const bool all_reached = add_answers(json, report.questions, fit.life);
+  add_notes(json, report, outcome, all_reached);
+}
+
+void add_outcome(JsonText& json, const FitReport& report, const FitOutcome& outcome) {
   const auto& [model, method] = outcome.choice;
-  Json object;
-  object["model"] = command_name(*model);
-  object["code"] = model->code;
-  object["method"] = method->command_name;
-  object["name"] = fs_ModelNames(model->code, method->code).short_name;
-  if (outcome.slot != 0) {
-    add_result(object, report, report.session.gFit(1).Fits(outcome.slot), *model);
+  json.open('{').key("model").string(command_name(*model)).key("code").integer(model->code);
+  json.key("method").string(method->command_name);
+  json.key("name").string(short_label(outcome.request));
+  if (const Fit* const fit = outcome.answer.fit()) {
+    add_fit(json, report, outcome, *fit);
   } else {
-    object["status"] = 0;
-    object["error"] = outcome.error;
+    add_refusal(json, words_of(*outcome.answer.refusal(), context_of(report, outcome)));
+    add_notes(json, report, outcome, true);
   }
-  return object;
+  json.close('}');
+}
+
+void add_messages(JsonText& json, const FitReport& report) {
+  json.key("messages").open('[');
+  for (const FitOutcome& outcome : report.outcomes)
+    for (const Doubt doubt : outcome.doubts) {
+      const Words words = words_of(doubt, context_of(report, outcome));
+      json.open('{').key("title").string(words.code);
+      json.key("text").string(fit_name(outcome.choice) + ": " + words.text);
+      json.key("answer").string(report.questions.strict ? "Cancel" : "OK").close('}');
+    }
+  json.close(']');
 }
 
 }  // namespace
 
-std::string fit_json(const FitReport& report) {
-  const DataSet& data = report.session.gData(1);
-  Json object;
-  object["file"] = report.file;
-  object["set"] = data.Title;
-  add_totals(object, data);
-  object["fits"] = Json::array();
-  for (const FitOutcome& outcome : report.outcomes)
-    object["fits"].push_back(outcome_json(report, outcome));
-  object["messages"] = messages_json(report.prompts.seen());
-  return one_line_json(object);
+void add_totals(JsonText& json, const Sample& sample) {
+  json.key("units").number(sample.total_failures + sample.total_suspensions);
+  json.key("failures").number(sample.total_failures);
+  json.key("suspensions").number(sample.total_suspensions);
+}
+
+void add_fits(JsonText& json, const FitReport& report) {
+  add_totals(json, report.sample);
+  json.key("fits").open('[');
+  for (const FitOutcome& outcome : report.outcomes) add_outcome(json, report, outcome);
+  json.close(']');
+  add_messages(json, report);
+}
+
+void tell_messages(const std::string& subject, const FitReport& report) {
+  for (const FitOutcome& outcome : report.outcomes) {
+    const std::string start = subject + ": " + fit_name(outcome.choice) + ": ";
+    const WordContext context = context_of(report, outcome);
+    for (const Doubt doubt : outcome.doubts)
+      complain(start + "warning: " + words_of(doubt, context).text);
+    if (const Refusal* const refusal = outcome.answer.refusal())
+      complain(start + words_of(*refusal, context).text);
+  }
 }
 
 }  // namespace tavlo::cli

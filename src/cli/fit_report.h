@@ -1,36 +1,33 @@
-// Fit report: what `fit` prints for one file, as a table for people or as JSON.
+// Fit report: what is told of one set of data and its fits, as JSON or as a table for
+// people.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "cli/arguments.h"
 #include "cli/fitting.h"
+#include "cli/json_text.h"
 
 namespace tavlo::cli {
 
-/// Names of the two parameters of a family, for JSON and for people.
-struct ParameterNames {
-  const char* first_key;
-  const char* second_key;
-  const char* first_heading;
-  const char* second_heading;
-};
-const ParameterNames& parameter_names(Family family);
-
-/// All that is told of one file.
+/// All that is told of one set.
 struct FitReport {
-  std::string file;
-  const FitArguments& arguments;
-  Session& session;
-  const CliPrompts& prompts;
+  const Sample& sample;
+  const std::vector<std::string>& mode_names;
+  const FitQuestions& questions;
   const std::vector<FitOutcome>& outcomes;
 };
 
-/// One JSON object without a line end.
-std::string fit_json(const FitReport& report);
+/// Adds "units", "failures" and "suspensions" to an open object.
+void add_totals(JsonText& json, const Sample& sample);
 
-/// Lines with a table for each family among the fits.
-std::string fit_table(const FitReport& report);
+/// Adds the totals, "fits" and "messages" to an open object.
+void add_fits(JsonText& json, const FitReport& report);
+
+/// A heading for `file`, and lines with a table for each family among the fits.
+std::string fit_table(const std::string& file, const FitReport& report);
+
+/// Tells the doubts that came and the fits that were refused, in order, about `subject`.
+void tell_messages(const std::string& subject, const FitReport& report);
 
 }  // namespace tavlo::cli

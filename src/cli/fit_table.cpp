@@ -1,12 +1,15 @@
 #include <cmath>
 
-#include "actions/shown_parameters.h"
-#include "actions/value_text.h"
 #include "cli/fit_report.h"
+#include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/totals_line.h"
+#include "cli/words.h"
+#include "life/parameter_names.h"
+#include "life/shown_parameters.h"
 #include "numerics/number_text.h"
-#include "solver/starts_sentence.h"
+#include "numerics/value_text.h"
+#include "project/fit_records.h"
 
 namespace tavlo::cli {
 
@@ -14,79 +17,127 @@ namespace {
 
 std::string number(double value) { return number_text(value, 6); }
 
+std::string known(const std::optional<double>& value, const char* otherwise) {
+  return value ? number(*value) : otherwise;
+}
+
 /// The fits of one family, and the columns that they need.
 struct FamilyFits {
   std::vector<const FitOutcome*> outcomes;
   bool shares = false;  ///< a fit has more than one population
   bool minimum_life = false;
+  bool modes = false;
 };
-
-const FitResult& fit_of(const FitReport& report, const FitOutcome& outcome) {
-  return report.session.gFit(1).Fits(outcome.slot);
-}
 
 FamilyFits fits_of_family(const FitReport& report, Family family) {
   FamilyFits fits;
   for (const FitOutcome& outcome : report.outcomes) {
-    if (outcome.slot == 0 || outcome.choice.model->family != family) continue;
+    const Fit* const fit = outcome.answer.fit();
+    if (!fit || outcome.choice.model->family != family) continue;
     fits.outcomes.push_back(&outcome);
-    const FitResult& fit = fit_of(report, outcome);
-    fits.shares = fits.shares || fit.nRows > 1;
-    fits.minimum_life = fits.minimum_life || fit.Rows(1).T0 != 0;
+    fits.modes = fits.modes || !fit->modes.empty();
+    fits.shares = fits.shares || (fit->life.rows.size() > 1 && fit->modes.empty());
+    for (const FitParam& row : fit->life.rows) fits.minimum_life = fits.minimum_life || row.T0 != 0;
   }
   return fits;
 }
 
 std::vector<std::string> headings(const FitReport& report, Family family, const FamilyFits& fits) {
-  const ParameterNames& names = parameter_names(family);
+  const NamePair& names = parameter_names(family).table;
   std::vector<std::string> cells = {"Fit"};
+  if (fits.modes) cells.push_back("Mode");
   if (fits.shares) cells.insert(cells.end(), {"Units", "Acts in"});
-  cells.insert(cells.end(), {names.first_heading, names.second_heading});
+  cells.insert(cells.end(), {names.first, names.second});
   if (fits.minimum_life) cells.push_back("t0");
   cells.insert(cells.end(), {"r squared", "ln L"});
-  for (const double p : report.arguments.b_life) cells.push_back("B" + number(100.0 * p));
-  for (const double x : report.arguments.at) cells.push_back("F(" + number(x) + ")");
+  for (const double p : report.questions.b_life) cells.push_back("B" + number(100.0 * p));
+  for (const double x : report.questions.at) cells.push_back("F(" + number(x) + ")");
   return cells;
 }
 
-/// What stands of a population: its share, its risks, its parameters.
-std::vector<std::string> population(const FitResult& fit, int row, const FamilyFits& columns) {
-  const FitParam& param = fit.Rows(row);
-  const ShownParameters shown = grid_parameters(fit.ModelCode, param);
+/// What stands of a population: its mode, its share, its risks, its parameters.
+std::vector<std::string> population(const FitReport& report, const Fit& fit, std::size_t i,
+                                    const FamilyFits& columns) {
+  const FitParam& row = fit.life.rows[i];
+  const ShownParameters shown = shown_parameters(fit.life.model, row);
+  const bool has_mode = i < fit.modes.size();
+  const char* const missing = has_mode && fit.modes[i].refusal ? "no fit" : "not determined";
   std::vector<std::string> cells;
-  const std::string share = number(std::round(param.Fraction * 1e5) / 1e3) + " %";
-  if (columns.shares) cells = {param.Fraction > 0 ? share : "", fs_BitList(param.Applies, false)};
-  cells.insert(cells.end(), {number(shown.first), number(shown.second)});
-  if (columns.minimum_life) cells.push_back(param.T0 != 0 ? number(param.T0) : "");
+  if (columns.modes)
+    cells = {has_mode ? shown_text(mode_name(report.mode_names, fit.modes[i].mode)) : ""};
+  const std::string share = number(std::round(row.Fraction * 1e5) / 1e3) + " %";
+  if (columns.shares) {
+    cells.push_back(row.Fraction > 0 ? share : "");
+    cells.push_back(fs_BitList(row.Applies, false));
+  }
+  cells.insert(cells.end(), {known(shown.first, missing), known(shown.second, missing)});
+  if (columns.minimum_life) cells.push_back(row.T0 != 0 ? number(row.T0) : "");
   return cells;
 }
 
-std::vector<std::string> answers(const FitReport& report, const FitResult& fit) {
-  const bool likelihood = fit.Method == method_code::mle;
-  std::vector<std::string> cells = {likelihood ? "" : number(fit.Quality),
-                                    likelihood ? number(fit.Quality) : ""};
-  for (const LifePoint& point : b_lives(report.session, report.file, fit, report.arguments.b_life))
-    cells.push_back(point.known ? number(point.x) : "?");
-  for (const LifePoint& point : fractions_at(report.session, report.file, fit, report.arguments.at))
-    cells.push_back(point.known ? number(point.p) : "?");
+/// r squared, ln L: one of them stands.
+std::vector<std::string> quality(int method, double value) {
+  if (method == method_code::mle) return {"", format_number(value, "0.00")};
+  return {number(value), ""};
+}
+
+std::vector<std::string> quality_of_row(const FitOutcome& outcome, const Fit& fit, std::size_t i) {
+  if (i < fit.modes.size() && !fit.modes[i].refusal)
+    return quality(fit.modes[i].method, fit.modes[i].quality);
+  const bool is_first = fit.modes.empty() && i == 0;
+  return is_first ? quality(outcome.request.method, fit.quality) : std::vector<std::string>{"", ""};
+}
+
+std::vector<std::string> answers(const FitQuestions& questions, const Life& life) {
+  std::vector<std::string> cells;
+  for (const double p : questions.b_life) cells.push_back(known(quantile(life, p), "not reached"));
+  for (const double x : questions.at) cells.push_back(number(fraction_failed(life, x)));
   return cells;
+}
+
+std::string shown_name(const FitOutcome& outcome) {
+  return fit_name(outcome.choice) + (outcome.request.censored ? "c" : "");
 }
 
 /// A row for each population; the fit's own answers stand on the first.
 void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
              const FitOutcome& outcome, const FamilyFits& fits) {
-  const FitResult& fit = fit_of(report, outcome);
-  for (int row = 1; row <= fit.nRows; ++row) {
-    const char* const censored = has_censored_likelihood(report.session, fit) ? "c" : "";
-    std::vector<std::string> cells = {row == 1 ? fit_name(outcome.choice) + censored : ""};
+  const Fit& fit = *outcome.answer.fit();
+  for (std::size_t i = 0; i < fit.life.rows.size(); ++i) {
+    std::vector<std::string> cells = {i == 0 ? shown_name(outcome) : ""};
     const auto add = [&cells](const std::vector<std::string>& more) {
       cells.insert(cells.end(), more.begin(), more.end());
     };
-    add(population(fit, row, fits));
-    if (row == 1) add(answers(report, fit));
+    add(population(report, fit, i, fits));
+    add(quality_of_row(outcome, fit, i));
+    if (i == 0) add(answers(report.questions, fit.life));
     cells.resize(columns);
     table.add(cells);
   }
+}
+
+/// How sure the answer of a search is.
+std::string starts_line(const FitOutcome& outcome) {
+  const StartsReport& starts = *outcome.answer.fit()->starts;
+  const bool likelihood = outcome.request.method == method_code::mle;
+  std::string line = "found from " + std::to_string(starts.agreed) + " of " +
+                     std::to_string(starts.tried) + " starts";
+  if (starts.runner_up)
+    line += std::string("; the next best has ") + (likelihood ? "ln L " : "r squared ") +
+            (likelihood ? format_number(*starts.runner_up, "0.00") : number(*starts.runner_up));
+  return line;
+}
+
+/// The lines beneath the table.
+std::string remarks(const FitReport& report, const FitOutcome& outcome) {
+  const std::string start = "  " + shown_name(outcome) + ": ";
+  const Fit& fit = *outcome.answer.fit();
+  const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures};
+  std::string lines;
+  if (fit.starts) lines += start + starts_line(outcome) + "\n";
+  for (const Note& note : outcome.answer.notes)
+    lines += start + shown_text(words_of(note, context).text) + "\n";
+  return lines;
 }
 
 std::string family_table(const FitReport& report, Family family) {
@@ -96,39 +147,22 @@ std::string family_table(const FitReport& report, Family family) {
   TextTable table(titles);
   for (const FitOutcome* outcome : fits.outcomes)
     add_fit(table, titles.size(), report, *outcome, fits);
-  std::string text = "\n" + table.text(1);
-  for (const FitOutcome* outcome : fits.outcomes)
-    if (const std::string sure = starts_sentence(fit_of(report, *outcome)); !sure.empty())
-      text += "  " + fit_name(outcome->choice) + ": " + sure + "\n";
+  std::string text = "\n" + table.text(fits.modes ? 2 : 1);
+  for (const FitOutcome* outcome : fits.outcomes) text += remarks(report, *outcome);
   return text;
 }
 
 std::string refusals(const FitReport& report) {
   std::string lines;
   for (const FitOutcome& outcome : report.outcomes)
-    if (outcome.slot == 0) lines += "  " + fit_name(outcome.choice) + "  no fit\n";
+    if (!outcome.answer.fit()) lines += "  " + fit_name(outcome.choice) + "  no fit\n";
   return lines.empty() ? lines : "\n" + lines;
 }
 
 }  // namespace
 
-const ParameterNames& parameter_names(Family family) {
-  static constexpr ParameterNames weibull = {"eta", "beta", "eta", "beta"};
-  static constexpr ParameterNames normal = {"mu", "sigma", "mu", "sigma"};
-  static constexpr ParameterNames lognormal = {"median", "sigma_factor", "median", "sigma factor"};
-  static constexpr ParameterNames gumbel = {"xi", "del", "Xi", "Del"};
-  switch (family) {
-    case Family::normal: return normal;
-    case Family::lognormal: return lognormal;
-    case Family::gumbel: return gumbel;
-    case Family::weibull:
-    case Family::none: break;
-  }
-  return weibull;
-}
-
-std::string fit_table(const FitReport& report) {
-  std::string text = totals_line(report.file, report.session.gData(1));
+std::string fit_table(const std::string& file, const FitReport& report) {
+  std::string text = totals_line(file, report.sample);
   for (const Family family :
        {Family::weibull, Family::gumbel, Family::normal, Family::lognormal, Family::none})
     text += family_table(report, family);

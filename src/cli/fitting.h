@@ -1,41 +1,35 @@
-// Fitting: the fits that were asked for, made through the program's one door,
-// and the answers read off them.
+// Fitting: the answers to what is asked of one set of data, all its fits at the same time.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "cli/arguments.h"
-#include "cli/cli_ports.h"
-#include "cli/life_search.h"
-#include "project/session.h"
+#include "fit/answer.h"
+#include "fit/companion.h"
 
 namespace tavlo::cli {
 
 struct FitOutcome {
-  FitChoice choice;  ///< as it was fitted: the slope given may have changed the model
-  int slot = 0;      ///< in gFit(1); 0 when the fit was refused or failed
-  std::string error;
+  FitChoice choice;
+  FitRequest request;
+  FitAnswer answer;
+  std::vector<Doubt> doubts;  ///< that came, all answered alike
 };
 
 /// "W2P/mle".
 std::string fit_name(const FitChoice& choice);
 
-/// Fits data set 1 by every choice; a fit that is made goes into the log when
-/// `report`.
-std::vector<FitOutcome> fit_all(Session& session, CliWorld& world,
-                                const std::vector<FitChoice>& choices, bool report);
+FitRequest request_of(const FitChoice& choice, const FitQuestions& questions);
 
-/// True for a mixture whose likelihood takes its suspensions in, as its name tells.
-bool has_censored_likelihood(const Session& session, const FitResult& fit);
+/// Makes every fit that is asked for, in the order of the choices. Any number of cores
+/// gives the same answers.
+std::vector<FitOutcome> fit_all(const Sample& sample, const FitQuestions& questions);
 
-/// Times at which the fit reaches the fractions. An answer that the model doesn't
-/// have is told on standard error, about `subject`.
-std::vector<LifePoint> b_lives(Session& session, const std::string& subject, const FitResult& fit,
-                               const std::vector<double>& fractions);
+/// True for a likelihood that has left the sample's suspensions out.
+bool leaves_suspensions_out(const Sample& sample, const FitRequest& request);
 
-/// Fractions that the fit has reached at the times; told likewise.
-std::vector<LifePoint> fractions_at(Session& session, const std::string& subject,
-                                    const FitResult& fit, const std::vector<double>& times);
+/// True when every fit was made.
+bool all_made(const std::vector<FitOutcome>& outcomes);
 
 }  // namespace tavlo::cli

@@ -1,18 +1,18 @@
-// Input files: the data sets that are named on the command line, brought into a
-// session and ranked.
+// Input files: the data that are named on the command line. Whatever gives bytes is read:
+// files, pipes, standard input.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "cli/arguments.h"
-#include "project/session.h"
+#include "files/point_list.h"
 
 namespace tavlo::cli {
 
-/// Reads FILE into data set 1 of the session and ranks it. What is wrong, as
-/// "FILE:LINE: what" or "FILE: what", when that can't be done.
-std::optional<std::string> load_data(Session& session, const CommonArguments& common,
-                                     const std::string& file);
+/// Reads FILE ("-" is standard input) into `data`. What is wrong, as "FILE:LINE: what" or
+/// "FILE: what", when that can't be done.
+std::optional<std::string> read_rows(const CommonArguments& common, const std::string& file,
+                                     DataRows& data);
 
 }  // namespace tavlo::cli

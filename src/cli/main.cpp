@@ -1,10 +1,11 @@
 // tavlo-cli: everything that the windows compute, without a window.
-#include <cstdio>
 #include <exception>
+#include <new>
 
 #include "cli/arguments.h"
-#include "cli/cli_ports.h"
 #include "cli/commands.h"
+#include "cli/interruption.h"
+#include "cli/output.h"
 
 namespace {
 
@@ -14,23 +15,19 @@ ExitCode run_command(const Command& command) {
   return std::visit([](const auto& arguments) { return run(arguments); }, command);
 }
 
-/// Output that can't be written is a file fault, also when it fails late.
-ExitCode finish_output(ExitCode code) {
-  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
-  complain("standard output can't be written");
-  return ExitCode::file_fault;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
+  prepare_for_interruption();
   try {
     const auto parsed = parse_arguments(argc, argv);
     const auto* const command = std::get_if<Command>(&parsed);
     const ExitCode code = command ? run_command(*command) : std::get<ExitCode>(parsed);
     return static_cast<int>(finish_output(code));
-  } catch (const std::exception& error) {
-    complain(error.what());
+  } catch (const std::bad_alloc&) {
+    complain("there is not enough memory");
+  } catch (const std::exception&) {
+    complain("the program has failed; this is a fault of its own");
   }
   return static_cast<int>(ExitCode::fit_refused);
 }

@@ -9,7 +9,7 @@
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
-#include "cli/cli_ports.h"
+#include "cli/output.h"
 #include "painter/picture_door.h"
 #include "project/plot_rows.h"
 
@@ -90,24 +90,18 @@ void use_paper_of(Chart& chart, const Model& model) {
 
 }  // namespace
 
-void show_on_chart(Session& session, const std::vector<FitOutcome>& outcomes,
-                   const std::string& title, Paper paper) {
+void show_on_chart(Session& session, const std::string& title, Paper paper) {
   Chart& chart = session.gChart(1);
   chart.Boxes(chart_item::main_title).Text2 = title;
   chart.Markers(1).Label = title;
   chart.Markers(1).DataId = session.gData(1).UniqueId;
   chart.Markers(1).FitId = session.gFit(1).UniqueId;
-  bool is_first = true;
-  for (const FitOutcome& outcome : outcomes) {
-    if (outcome.slot == 0) continue;
-    if (!is_first) {
-      show_further_fit(session, chart, outcome.slot);
-      continue;
-    }
-    is_first = false;
-    chart.Markers(1).FitNumber = outcome.slot;
-    if (paper == Paper::of_first_fit) use_paper_of(chart, *outcome.choice.model);
-  }
+  const FitSet& fits = session.gFit(1);
+  if (fits.nFits < 1) return;
+  chart.Markers(1).FitNumber = 1;
+  const Model* const first = find_model(fits.Fits(1).ModelCode);
+  if (first && paper == Paper::of_first_fit) use_paper_of(chart, *first);
+  for (int slot = 2; slot <= fits.nFits; ++slot) show_further_fit(session, chart, slot);
 }
 
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "cli/arguments.h"
-#include "cli/fitting.h"
 #include "project/session.h"
 
 namespace tavlo::cli {
@@ -15,11 +14,9 @@ namespace tavlo::cli {
 /// Whose axes a chart has: those of the first fit's paper, or its own.
 enum class Paper { of_first_fit, of_chart };
 
-/// Puts the data and every fit of `outcomes` on chart 1: the first fit stands
-/// with the data's symbols, each further one has a plot set of its own that is
-/// only a line.
-void show_on_chart(Session& session, const std::vector<FitOutcome>& outcomes,
-                   const std::string& title, Paper paper);
+/// Puts the data and every fit of the session on chart 1: the first fit stands with the
+/// data's symbols, each further one has a plot set of its own that is only a line.
+void show_on_chart(Session& session, const std::string& title, Paper paper);
 
 /// Draws chart 1 and writes it to each path, by its extension. What is wrong,
 /// as "PATH: what", for the first that can't be written.

@@ -1,56 +1,60 @@
 #include "cli/rank_report.h"
 
+#include "cli/fit_report.h"
 #include "cli/json_text.h"
+#include "cli/output.h"
+#include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/totals_line.h"
+#include "cli/words.h"
 #include "numerics/number_text.h"
 
 namespace tavlo::cli {
 
 namespace {
 
-/// Text is handed on in pieces of this size.
-constexpr std::size_t print_at = 1 << 16;
-
-std::string number_json(double value) { return json_number(value).dump(); }
-
-std::string mode_name(const DataSet& data, const DataPoint& point) {
-  return point.Mode >= 1 && point.Mode <= data.nModes ? data.ModeNames(point.Mode) : "";
+/// The row as entered that stands at place `i` in ascending order.
+const SampleRow& entered_row(const RankedRows& ranked, std::size_t i) {
+  return ranked.data.rows[static_cast<std::size_t>(ranked.sample.entry[i]) - 1];
 }
 
-std::string row_json(const DataSet& data, const DataPoint& point) {
-  return "{\"x\":" + number_json(shortest_decimal(point.X)) +
-         ",\"fails\":" + number_json(point.Fails) + ",\"susps\":" + number_json(point.Susps) +
-         ",\"y\":" + number_json(shortest_decimal(point.Y)) +
-         ",\"mode\":" + one_line_json(mode_name(data, point)) + "}";
+std::string mode_of(const RankedRows& ranked, const SampleRow& row) {
+  return row.mode == 0 ? "" : mode_name(ranked.data.mode_names, row.mode);
 }
 
 }  // namespace
 
-void print_rank_json(const DataSet& data, const Print& print) {
-  Json totals;
-  add_totals(totals, data);
-  std::string text = one_line_json(totals);
-  text.back() = ',';  // the object goes on
-  text += "\"rows\":[";
-  for (int i = 1; i <= data.Count; ++i) {
-    text += (i > 1 ? "," : "") + row_json(data, data.Points(i));
-    if (text.size() < print_at) continue;
-    print(text);
-    text.clear();
+void print_rank_json(const RankedRows& ranked) {
+  std::string text;
+  JsonText json(text);
+  json.open('{');
+  add_totals(json, ranked.sample);
+  json.key("rows").open('[');
+  for (std::size_t i = 0; i < ranked.sample.size(); ++i) {
+    const SampleRow& row = entered_row(ranked, i);
+    json.open('{').key("x").number(row.time).key("fails").number(row.failures);
+    json.key("susps").number(row.suspensions).key("y").number(ranked.sample.rank[i]);
+    json.key("mode").string(mode_of(ranked, row)).close('}');
+    constexpr std::size_t piece = 1 << 16;
+    if (text.size() < piece) continue;
+    if (!print({text.data(), text.size() - 1})) return;
+    text.erase(0, text.size() - 1);  // the last bracket tells that a comma follows
   }
-  print(text + "]}\n");
+  json.close(']').close('}');
+  print(text + "\n");
 }
 
-std::string rank_table(const std::string& file, const DataSet& data) {
-  TextTable table({"X", "Fails", "Susps", "Y %", data.nModes > 0 ? "Mode" : ""});
-  for (int i = 1; i <= data.Count; ++i) {
-    const DataPoint& point = data.Points(i);
-    table.add({number_text(shortest_decimal(point.X)), number_text(point.Fails),
-               number_text(point.Susps), point.Fails > 0.0 ? format_number(point.Y, "0.0000%") : "",
-               mode_name(data, point)});
+void print_rank_table(const std::string& file, const RankedRows& ranked) {
+  TextTable table({"X", "Fails", "Susps", "Y %", ranked.data.mode_names.empty() ? "" : "Mode"});
+  for (std::size_t i = 0; i < ranked.sample.size(); ++i) {
+    const SampleRow& row = entered_row(ranked, i);
+    const double rank = shortest_decimal(ranked.sample.rank[i]);
+    table.add({number_text(shortest_decimal(row.time)), number_text(row.failures),
+               number_text(row.suspensions),
+               row.failures > 0.0 ? format_number(rank, "0.0000%") : "",
+               shown_text(mode_of(ranked, row))});
   }
-  return totals_line(file, data) + "\n" + table.text(0);
+  print(totals_line(file, ranked.sample) + "\n" + table.text(0));
 }
 
 }  // namespace tavlo::cli

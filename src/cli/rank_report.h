@@ -1,20 +1,22 @@
 // Rank report: the plotting positions of one file.
 #pragma once
 
-#include <functional>
 #include <string>
 
-#include "project/records.h"
+#include "files/point_list.h"
 
 namespace tavlo::cli {
 
-using Print = std::function<void(const std::string&)>;
+/// A ranked set, and the rows that it was made from.
+struct RankedRows {
+  const Sample& sample;
+  const DataRows& data;
+};
 
-/// Prints one JSON object on a line, piece by piece: a million rows are not
-/// gathered first.
-void print_rank_json(const DataSet& data, const Print& print);
+/// Prints one JSON object on a line, piece by piece: a million rows are not gathered first.
+void print_rank_json(const RankedRows& ranked);
 
-/// Lines with a table.
-std::string rank_table(const std::string& file, const DataSet& data);
+/// Prints lines with a table.
+void print_rank_table(const std::string& file, const RankedRows& ranked);
 
 }  // namespace tavlo::cli

@@ -1,5 +1,6 @@
 #include "cli/totals_line.h"
 
+#include "cli/shown_text.h"
 #include "numerics/number_text.h"
 
 namespace tavlo::cli {
@@ -12,10 +13,11 @@ std::string counted(double number, const std::string& noun) {
 
 }  // namespace
 
-std::string totals_line(const std::string& file, const DataSet& data) {
-  const DataPoint& totals = data.Points(0);
-  return file + ": " + counted(totals.Fails + totals.Susps, "unit") + ", " +
-         counted(totals.Fails, "failure") + ", " + counted(totals.Susps, "suspension") + "\n";
+std::string totals_line(const std::string& file, const Sample& sample) {
+  const double failures = sample.total_failures;
+  const double suspensions = sample.total_suspensions;
+  return shown_text(file) + ": " + counted(failures + suspensions, "unit") + ", " +
+         counted(failures, "failure") + ", " + counted(suspensions, "suspension") + "\n";
 }
 
 }  // namespace tavlo::cli

@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "project/records.h"
+#include "fit/sample.h"
 
 namespace tavlo::cli {
 
 /// "bearings.txt: 20 units, 10 failures, 10 suspensions" and a line end.
-std::string totals_line(const std::string& file, const DataSet& data);
+std::string totals_line(const std::string& file, const Sample& sample);
 
 }  // namespace tavlo::cli

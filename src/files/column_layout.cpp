@@ -59,8 +59,8 @@ std::string as_utf8(std::string_view field) {
 
 bool is_column_name(std::string_view name) { return find_column(name).has_value(); }
 
-FieldFault ColumnLayout::read_header(const std::vector<std::string>& names) {
-  for (const std::string& name : names) {
+FieldFault ColumnLayout::read_header(Fields names) {
+  for (const std::string_view name : names) {
     const auto column = find_column(name);
     if (!column)
       return quoted(name) + " is no column name (known: x or time, fails or failures, susps or " +
@@ -80,8 +80,7 @@ FieldFault ColumnLayout::check_columns() const {
   return std::nullopt;
 }
 
-std::string_view ColumnLayout::field(const std::vector<std::string>& fields,
-                                     DataColumn column) const {
+std::string_view ColumnLayout::field(Fields fields, DataColumn column) const {
   const auto index = static_cast<std::size_t>(place(column));
   return has(column) && index < fields.size() ? trimmed(fields[index]) : std::string_view();
 }
@@ -91,8 +90,7 @@ bool ColumnLayout::tells_suspensions() const {
 }
 
 // A minus sign marks a suspension only where no column tells.
-FieldFault ColumnLayout::read_row_time(const std::vector<std::string>& fields,
-                                       const ReadOptions& options, float& time,
+FieldFault ColumnLayout::read_row_time(Fields fields, const ReadOptions& options, float& time,
                                        bool& suspended) const {
   if (FieldFault fault = read_time(field(fields, DataColumn::x), time)) return fault;
   if (time > 0.0F || options.negative_is_value) return std::nullopt;
@@ -102,8 +100,7 @@ FieldFault ColumnLayout::read_row_time(const std::vector<std::string>& fields,
   return std::nullopt;
 }
 
-FieldFault ColumnLayout::read_row_units(const std::vector<std::string>& fields, bool suspended,
-                                        Units& units) const {
+FieldFault ColumnLayout::read_row_units(Fields fields, bool suspended, Units& units) const {
   if (has(DataColumn::fails) || has(DataColumn::susps)) {
     FieldFault fault = read_optional_units(field(fields, DataColumn::fails), 0.0, units.fails);
     if (fault) return fault;
@@ -117,14 +114,15 @@ FieldFault ColumnLayout::read_row_units(const std::vector<std::string>& fields, 
   return read_optional_units(field(fields, DataColumn::count), 1.0, target);
 }
 
-FieldFault ColumnLayout::add_words(const std::vector<std::string>& fields,
+FieldFault ColumnLayout::add_words(Fields fields, const ReadOptions& options,
                                    PointList& points) const {
-  if (has(DataColumn::comment)) points.set_comment(as_utf8(field(fields, DataColumn::comment)));
+  if (has(DataColumn::comment) && options.comments)
+    points.set_comment(as_utf8(field(fields, DataColumn::comment)));
   return has(DataColumn::mode) ? points.set_mode(as_utf8(field(fields, DataColumn::mode)))
                                : std::nullopt;
 }
 
-FieldFault ColumnLayout::add_row(const std::vector<std::string>& fields, const ReadOptions& options,
+FieldFault ColumnLayout::add_row(Fields fields, const ReadOptions& options,
                                  PointList& points) const {
   if (fields.size() > count_)
     return "the row has more fields than the header names (" + std::to_string(count_) + ")";
@@ -134,7 +132,7 @@ FieldFault ColumnLayout::add_row(const std::vector<std::string>& fields, const R
   if (FieldFault fault = read_row_time(fields, options, time, suspended)) return fault;
   if (FieldFault fault = read_row_units(fields, suspended, units)) return fault;
   if (FieldFault fault = points.add(time, units.fails, units.susps)) return fault;
-  return add_words(fields, points);
+  return add_words(fields, options, points);
 }
 
 }  // namespace tavlo

@@ -3,9 +3,9 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "files/data_notation.h"
 #include "files/point_list.h"
@@ -18,15 +18,17 @@ inline constexpr int data_columns = 7;
 /// True when `name` is the name of a column, in any case.
 bool is_column_name(std::string_view name);
 
+/// The fields of one row.
+using Fields = std::span<const std::string_view>;
+
 class ColumnLayout {
  public:
   /// Reads the names. Refuses unknown and repeated ones, a header without times,
   /// and columns that contradict each other.
-  FieldFault read_header(const std::vector<std::string>& names);
+  FieldFault read_header(Fields names);
 
   /// Adds the point of one row. Missing fields at the end count as empty.
-  FieldFault add_row(const std::vector<std::string>& fields, const ReadOptions& options,
-                     PointList& points) const;
+  FieldFault add_row(Fields fields, const ReadOptions& options, PointList& points) const;
 
  private:
   struct Units {
@@ -35,14 +37,13 @@ class ColumnLayout {
   };
   bool has(DataColumn column) const { return place(column) >= 0; }
   int place(DataColumn column) const { return places_[static_cast<std::size_t>(column)]; }
-  std::string_view field(const std::vector<std::string>& fields, DataColumn column) const;
+  std::string_view field(Fields fields, DataColumn column) const;
   bool tells_suspensions() const;
   FieldFault check_columns() const;
-  FieldFault read_row_time(const std::vector<std::string>& fields, const ReadOptions& options,
-                           float& time, bool& suspended) const;
-  FieldFault read_row_units(const std::vector<std::string>& fields, bool suspended,
-                            Units& units) const;
-  FieldFault add_words(const std::vector<std::string>& fields, PointList& points) const;
+  FieldFault read_row_time(Fields fields, const ReadOptions& options, float& time,
+                           bool& suspended) const;
+  FieldFault read_row_units(Fields fields, bool suspended, Units& units) const;
+  FieldFault add_words(Fields fields, const ReadOptions& options, PointList& points) const;
 
   std::array<int, data_columns> places_ = {-1, -1, -1, -1, -1, -1, -1};
   std::size_t count_ = 0;

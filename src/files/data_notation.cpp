@@ -1,6 +1,7 @@
 #include "files/data_notation.h"
 
 #include <charconv>
+#include <cmath>
 
 #include "files/field_number.h"
 
@@ -50,11 +51,35 @@ std::string with_hint(std::string what, std::string_view line) {
   return what;
 }
 
+FieldFault add_point(const NotationPoint& point, PointList& points) {
+  return points.add(point.time, point.suspended ? 0.0 : point.units,
+                    point.suspended ? point.units : 0.0);
+}
+
+/// Reads a number with the standard reader alone; null where that isn't enough.
+template <class Number>
+const char* plain_number(const char* from, const char* end, Number& number) {
+  if (from == end || *from < '0' || *from > '9') return nullptr;
+  const auto [behind, fault] = std::from_chars(from, end, number);
+  return fault == std::errc() ? behind : nullptr;
+}
+
+/// Reads a line as most are, "100", ">100" or "100x3" without blanks. False for
+/// whatever deserves a closer look: the strict reader then takes or refuses it.
+bool read_plain_line(std::string_view line, NotationPoint& point) {
+  const char* next = line.data();
+  const char* const end = next + line.size();
+  point.suspended = next != end && *next == '>';
+  next = plain_number(point.suspended ? next + 1 : next, end, point.time);
+  if (!next || !std::isnormal(point.time) || line.size() > longest_line) return false;
+  if (next != end && *next == 'x') next = plain_number(next + 1, end, point.units);
+  return next == end && point.units > 0.0 && point.units <= most_units;
+}
+
 FieldFault add_line(std::string_view line, const ReadOptions& options, PointList& points) {
   NotationPoint point;
   if (FieldFault fault = read_notation_line(line, options, point)) return fault;
-  return points.add(point.time, point.suspended ? 0.0 : point.units,
-                    point.suspended ? point.units : 0.0);
+  return add_point(point, points);
 }
 
 }  // namespace
@@ -78,6 +103,11 @@ std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& optio
                                        PointList& points) {
   points.reserve(lines.count());
   while (const auto whole = lines.next()) {
+    NotationPoint point;
+    if (read_plain_line(*whole, point)) {
+      if (FieldFault fault = add_point(point, points)) return ReadFault{lines.number(), *fault};
+      continue;
+    }
     if (whole->size() > longest_line) return ReadFault{lines.number(), "the line is too long"};
     const std::string_view line = trimmed(*whole);
     if (is_remark(line)) continue;

@@ -15,6 +15,7 @@ namespace tavlo {
 
 struct ReadOptions {
   bool negative_is_value = false;  ///< a negative time is one, not a suspension
+  bool comments = true;            ///< false skips them; a fit needs none
 };
 
 /// One line of the notation.

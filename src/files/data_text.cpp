@@ -1,5 +1,7 @@
 #include "files/data_text.h"
 
+#include <utility>
+
 #include "files/column_layout.h"
 #include "files/point_list.h"
 #include "files/separated_text.h"
@@ -47,13 +49,21 @@ std::optional<ReadFault> read_points(std::string_view text, const ReadOptions& o
 
 }  // namespace
 
-std::optional<ReadFault> read_data_text(std::string_view bytes, const ReadOptions& options,
-                                        DataSet& data) {
+std::optional<ReadFault> read_data_rows(std::string_view bytes, const ReadOptions& options,
+                                        DataRows& data) {
   if (bytes.empty()) return ReadFault{1, "the file is empty"};
   if (auto fault = find_foreign_bytes(bytes)) return fault;
   PointList points;
   if (auto fault = read_points(without_byte_order_mark(bytes), options, points)) return fault;
-  points.move_into(data);
+  data = points.take();
+  return std::nullopt;
+}
+
+std::optional<ReadFault> read_data_text(std::string_view bytes, const ReadOptions& options,
+                                        DataSet& data) {
+  DataRows rows;
+  if (auto fault = read_data_rows(bytes, options, rows)) return fault;
+  fill_data_set(std::move(rows), data);
   return std::nullopt;
 }
 

@@ -1,4 +1,4 @@
-// Data text: from the bytes of a file to a data set. What kind of text it is,
+// Data text: from the bytes of a file to rows or to a data set. What kind of text it is,
 // the data notation or columns under a header line, shows in its content.
 #pragma once
 
@@ -6,17 +6,22 @@
 #include <string_view>
 
 #include "files/data_notation.h"
+#include "files/point_list.h"
 #include "files/read_fault.h"
 #include "project/records.h"
 
 namespace tavlo {
 
-/// Reads the points of a text into `data` (Count, Points with X, Fails, Susps,
-/// Mode, Comment and Order, and the mode names), ascending by X with equal times
-/// in the order of entry: ready for Make_Ranks. Strict: anything that isn't
+/// Reads the points of a text in their order. Strict: anything that isn't
 /// clearly data is a fault, and `data` is then left as it was. UTF-8, with or
 /// without a byte order mark; comments and modes may also be in the ANSI code
 /// page. Line ends may be LF, CR LF or CR.
+std::optional<ReadFault> read_data_rows(std::string_view bytes, const ReadOptions& options,
+                                        DataRows& data);
+
+/// The same into a data set (Count, Points with X, Fails, Susps, Mode, Comment and
+/// Order, and the mode names), ascending by X with equal times in the order of
+/// entry: ready for Make_Ranks.
 std::optional<ReadFault> read_data_text(std::string_view bytes, const ReadOptions& options,
                                         DataSet& data);
 

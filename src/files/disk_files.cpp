@@ -1,16 +1,21 @@
 #include "files/disk_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace tavlo {
 
@@ -21,8 +26,11 @@ class Descriptor {
  public:
   explicit Descriptor(int number) : number_(number) {}
   ~Descriptor() { close_now(); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
+  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
 
   int number() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
@@ -76,25 +84,36 @@ FileResult require_regular(const struct stat& status) {
   return {FileFault::not_a_regular_file, kind_words(status.st_mode)};
 }
 
-/// The part of a read that does not depend on the path.
-FileResult read_open_file(int file, std::uint64_t limit, std::string& bytes) {
-  struct stat status {};
-  if (::fstat(file, &status) != 0) return system_fault("reading", errno);
-  if (FileResult regular = require_regular(status); !regular) return regular;
-  if (static_cast<std::uint64_t>(status.st_size) > limit) return too_large(limit);
+/// Reads to the end, at most `limit` bytes. `expected` makes room at the start.
+FileResult read_to_end(int file, std::size_t expected, std::uint64_t limit, std::string& bytes) {
+  const std::size_t most = static_cast<std::size_t>(limit) + 1;
   std::size_t filled = 0;
-  bytes.resize(static_cast<std::size_t>(status.st_size) + 1);  // one more shows the end
+  bytes.resize(std::min(expected + 1, most));  // one more shows the end
   for (;;) {
     const ssize_t got = ::read(file, bytes.data() + filled, bytes.size() - filled);
-    if (got < 0 && errno == EINTR) continue;
     if (got < 0) return system_fault("reading", errno);
     filled += static_cast<std::size_t>(got);
     if (filled > limit) return too_large(limit);
     if (got == 0) break;
-    if (filled == bytes.size()) bytes.resize(filled * 2);  // it grows while it is read
+    if (filled == bytes.size()) bytes.resize(std::min(filled * 2, most));  // it grows meanwhile
   }
   bytes.resize(filled);
   return {};
+}
+
+/// The part of a read that does not depend on the path.
+FileResult read_open_file(int file, std::uint64_t limit, std::string& bytes) {
+  bytes.clear();
+  struct stat status {};
+  if (::fstat(file, &status) != 0) return system_fault("reading", errno);
+  if (S_ISDIR(status.st_mode)) return {FileFault::not_a_regular_file, kind_words(status.st_mode)};
+  const bool sized = S_ISREG(status.st_mode);
+  if (sized && static_cast<std::uint64_t>(status.st_size) > limit) return too_large(limit);
+  constexpr std::size_t step = std::size_t{1} << 16;
+  FileResult result =
+      read_to_end(file, sized ? static_cast<std::size_t>(status.st_size) : step, limit, bytes);
+  if (!result) std::string().swap(bytes);
+  return result;
 }
 
 FileResult write_all(int file, std::string_view bytes) {
@@ -138,13 +157,34 @@ FileResult require_replaceable(const std::string& path, const struct stat& old) 
   return {};
 }
 
-/// A file beside the target that vanishes unless it is given the target's name.
+constexpr std::string_view beside_name = ".tavlo-";
+constexpr std::string_view beside_end = "XXXXXX";
+
+/// Makes a file of a new name in the folder and locks it. Another program's sweep may
+/// take the file in the moment between: then the next name is tried. Without success
+/// the descriptor is empty and errno says why. A folder without locks goes unlocked.
+Descriptor make_locked(const std::string& folder, std::string& name) {
+  constexpr int most_attempts = 20;
+  for (int attempt = 0; attempt < most_attempts; ++attempt) {
+    name = folder + "/" + std::string(beside_name) + std::string(beside_end);
+    Descriptor file(::mkostemp(name.data(), O_CLOEXEC));
+    if (!file) return file;
+    ::flock(file.number(), LOCK_EX);
+    struct stat status {};
+    if (::fstat(file.number(), &status) == 0 && status.st_nlink > 0) return file;
+  }
+  return Descriptor(-1);
+}
+
+/// A file beside the target that vanishes unless it is given the target's name. It is
+/// locked from its making to the renaming: a lock that can be had shows that the
+/// program which made the file has ended.
 class FileBeside {
  public:
   explicit FileBeside(const std::string& folder)
-      : name_(folder + "/.tavlo-XXXXXX"),
-        file_(::mkostemp(name_.data(), O_CLOEXEC)),
-        error_(errno) {}
+      : file_(make_locked(folder, name_)),
+        error_(errno),
+        lock_(file_ ? ::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0) : -1) {}
   ~FileBeside() {
     if (exists_) ::unlink(name_.c_str());
   }
@@ -169,8 +209,35 @@ class FileBeside {
   std::string name_;
   Descriptor file_;
   int error_;
+  Descriptor lock_;  ///< keeps the lock when the file is closed
   bool exists_ = static_cast<bool>(file_);
 };
+
+bool is_beside_name(std::string_view name) {
+  return name.starts_with(beside_name) && name.size() == beside_name.size() + beside_end.size();
+}
+
+/// True when no living program holds the file. Where locks are unknown, age tells.
+bool is_left_behind(int file) {
+  struct stat status {};
+  if (::fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+  if (::flock(file, LOCK_EX | LOCK_NB) == 0) return true;
+  constexpr std::time_t old_age = 3600;  // seconds
+  return errno != EWOULDBLOCK && std::time(nullptr) - status.st_mtime > old_age;
+}
+
+/// Removes what killed programs left in mid-write. Whatever can't be removed stays.
+void sweep(const std::string& folder) {
+  const auto close = [](DIR* open) { ::closedir(open); };
+  const std::unique_ptr<DIR, decltype(close)> entries(::opendir(folder.c_str()));
+  if (!entries) return;
+  while (const dirent* const entry = ::readdir(entries.get())) {
+    if (!is_beside_name(entry->d_name)) continue;
+    constexpr int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const Descriptor file(::openat(::dirfd(entries.get()), entry->d_name, flags));
+    if (file && is_left_behind(file.number())) ::unlinkat(::dirfd(entries.get()), entry->d_name, 0);
+  }
+}
 
 /// Makes a rename last through a power cut. A file system that can't is no
 /// reason to call the save failed.
@@ -192,9 +259,16 @@ FileResult DiskFiles::read_whole(const std::string& path, std::uint64_t limit, s
   if (FileResult regular = require_regular(status); !regular) return regular;
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   if (!file) return system_fault("reading", errno);
-  FileResult result = read_open_file(file.number(), limit, bytes);
-  if (!result) bytes.clear();
-  return result;
+  return read_open_file(file.number(), limit, bytes);
+}
+
+FileResult read_stream(int descriptor, std::uint64_t limit, std::string& bytes) {
+  return read_open_file(descriptor, limit, bytes);
+}
+
+FileResult read_stream(const std::string& path, std::uint64_t limit, std::string& bytes) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
+  return file ? read_stream(file.number(), limit, bytes) : system_fault("reading", errno);
 }
 
 FileResult DiskFiles::write_whole(const std::string& path, std::string_view bytes) {
@@ -204,6 +278,7 @@ FileResult DiskFiles::write_whole(const std::string& path, std::string_view byte
   if (old)
     if (FileResult fine = require_replaceable(target, *old); !fine) return fine;
   const std::string folder = folder_of(target);
+  sweep(folder);
   FileBeside beside(folder);
   if (FileResult filled = beside.fill(bytes, wanted_mode(old)); !filled) return filled;
   if (FileResult renamed = beside.rename_to(target); !renamed) return renamed;

@@ -1,7 +1,11 @@
 // DiskFiles: the files of the computer, for every front end that runs outside a
-// test. Only regular files are read: a folder, a pipe or a device is refused
-// before it is opened, so nothing hangs or runs without end.
+// test. A window reads regular files only: a folder, a pipe or a device is refused
+// before it is opened, so nothing hangs or runs without end. A command line reads
+// whatever gives bytes, up to a limit.
 #pragma once
+
+#include <cstdint>
+#include <string>
 
 #include "ports/file_system.h"
 
@@ -16,11 +20,19 @@ class DiskFiles : public FileSystem {
 
   /// Writes a new file in the target's folder, flushes it to the disk and gives
   /// it the target's name. Permissions of an old file are kept; a link stays and
-  /// the file that it names is replaced.
+  /// the file that it names is replaced. Files that an ended program left in the
+  /// folder in mid-write are cleared away.
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
 
   bool exists(const std::string& path) override;
 };
+
+/// Reads what a path names, if it only gives bytes: a file, a pipe, /dev/stdin.
+/// Waits for a pipe's writer. A signal ends it with a fault.
+FileResult read_stream(const std::string& path, std::uint64_t limit, std::string& bytes);
+
+/// The same of an open file, as standard input.
+FileResult read_stream(int descriptor, std::uint64_t limit, std::string& bytes);
 
 /// The words for "more than `limit` bytes".
 FileResult too_large(std::uint64_t limit);

@@ -42,6 +42,11 @@ FieldFault read_time(std::string_view text, float& time) {
 }
 
 FieldFault read_units(std::string_view text, double& units) {
+  const bool is_digit = text.size() == 1 && text.front() >= '0' && text.front() <= '9';
+  if (is_digit) {  // as most counts are
+    units = text.front() - '0';
+    return std::nullopt;
+  }
   const Reading reading = read_number(text, units);
   if (reading == Reading::no_number) return quoted(text) + " is not a number";
   if (text.starts_with('-') && !(reading == Reading::good && units == 0.0))

@@ -42,67 +42,31 @@ void sort_by_upper_half(std::vector<std::uint64_t>& keys) {
   keys.swap(other);
 }
 
-}  // namespace
-
-void PointList::reserve(std::size_t rows) {
-  rows_.reserve(std::min(rows, most_rows));
-  prefer_large_pages(rows_.data(), rows_.capacity() * sizeof(Row));
-}
-
-FieldFault PointList::add(float time, double fails, double susps) {
-  if (fails + susps <= 0.0) return "there are neither failures nor suspensions";
-  units_ += fails + susps;
-  if (units_ > most_units) return "there are more than 10000000 units up to here";
-  if (rows_.size() == most_rows) return "there are more than 10000000 rows";
-  rows_.push_back({fails, susps, time});
-  return std::nullopt;
-}
-
-FieldFault PointList::set_mode(std::string_view name) {
-  if (name.empty()) return std::nullopt;
-  constexpr auto most_modes = std::numeric_limits<std::int16_t>::max();
-  const auto [found, is_new] = mode_numbers_.try_emplace(std::string(name), std::int16_t{0});
-  if (is_new) {
-    if (mode_names_.size() == most_modes) return "there are more than 32767 failure modes";
-    mode_names_.emplace_back(name);
-    found->second = static_cast<std::int16_t>(mode_names_.size());
-  }
-  modes_.resize(rows_.size());
-  modes_.back() = found->second;
-  return std::nullopt;
-}
-
-void PointList::set_comment(std::string_view comment) {
-  if (comment.empty()) return;
-  comments_.resize(rows_.size());
-  comments_.back() = comment;
-}
-
 // One key holds the time above and the place below.
-std::vector<std::uint64_t> PointList::ascending_keys() const {
-  std::vector<std::uint64_t> keys(rows_.size());
+std::vector<std::uint64_t> ascending_keys(const std::vector<SampleRow>& rows) {
+  std::vector<std::uint64_t> keys(rows.size());
   for (std::size_t i = 0; i < keys.size(); ++i)
-    keys[i] = std::uint64_t{rising_bits(rows_[i].time)} << 32 | i;
+    keys[i] = std::uint64_t{rising_bits(rows[i].time)} << 32 | i;
   if (!std::is_sorted(keys.begin(), keys.end())) sort_by_upper_half(keys);
   return keys;
 }
 
-DataPoint PointList::take_point(std::size_t place) {
-  const Row& row = rows_[place];
+DataPoint take_point(DataRows& from, std::size_t place) {
+  const SampleRow& row = from.rows[place];
   DataPoint point;
   point.X = row.time;
-  point.Fails = row.fails;
-  point.Susps = row.susps;
+  point.Fails = row.failures;
+  point.Susps = row.suspensions;
+  point.Mode = row.mode;
   point.Order = static_cast<std::int32_t>(place) + 1;
-  if (!modes_.empty()) point.Mode = modes_[place];
-  if (!comments_.empty()) point.Comment = std::move(comments_[place]);
+  if (!from.comments.empty()) point.Comment = std::move(from.comments[place]);
   return point;
 }
 
-void PointList::move_into(DataSet& data) {
-  if (!modes_.empty()) modes_.resize(rows_.size());
-  if (!comments_.empty()) comments_.resize(rows_.size());
-  const std::vector<std::uint64_t> keys = ascending_keys();
+}  // namespace
+
+void fill_data_set(DataRows from, DataSet& data) {
+  const std::vector<std::uint64_t> keys = ascending_keys(from.rows);
   data.Count = static_cast<std::int32_t>(keys.size());
   data.Points = {};
   data.Points.reserve(data.Count);
@@ -110,14 +74,54 @@ void PointList::move_into(DataSet& data) {
   for (std::size_t i = 0; i < keys.size(); ++i) {
     // Rows are far apart in memory when the file is unsorted: ask ahead.
     constexpr std::size_t ahead = 24;
-    if (i + ahead < keys.size()) __builtin_prefetch(&rows_[place_of(keys[i + ahead])]);
-    data.Points.push_back(take_point(place_of(keys[i])));
+    if (i + ahead < keys.size()) __builtin_prefetch(&from.rows[place_of(keys[i + ahead])]);
+    data.Points.push_back(take_point(from, place_of(keys[i])));
   }
   data.ModeNames = {};
-  for (std::string& name : mode_names_) data.ModeNames.push_back(std::move(name));
+  for (std::string& name : from.mode_names) data.ModeNames.push_back(std::move(name));
   data.nModes = data.ModeNames.bound();
   mark_changed(data);
+}
+
+void PointList::reserve(std::size_t rows) {
+  data_.rows.reserve(std::min(rows, most_rows));
+  prefer_large_pages(data_.rows.data(), data_.rows.capacity() * sizeof(SampleRow));
+}
+
+FieldFault PointList::add(float time, double fails, double susps) {
+  if (fails + susps <= 0.0) return "there are neither failures nor suspensions";
+  units_ += fails + susps;
+  if (units_ > most_units) return "there are more than 10000000 units up to here";
+  if (data_.rows.size() == most_rows) return "there are more than 10000000 rows";
+  data_.rows.push_back({time, fails, susps, 0});
+  return std::nullopt;
+}
+
+FieldFault PointList::set_mode(std::string_view name) {
+  if (name.empty()) return std::nullopt;
+  constexpr auto most_modes = std::numeric_limits<std::int16_t>::max();
+  auto found = mode_numbers_.find(name);
+  if (found == mode_numbers_.end()) {
+    if (data_.mode_names.size() == most_modes) return "there are more than 32767 failure modes";
+    data_.mode_names.emplace_back(name);
+    const auto number = static_cast<std::int16_t>(data_.mode_names.size());
+    found = mode_numbers_.emplace(name, number).first;
+  }
+  data_.rows.back().mode = found->second;
+  return std::nullopt;
+}
+
+void PointList::set_comment(std::string_view comment) {
+  if (comment.empty()) return;
+  data_.comments.resize(data_.rows.size());
+  data_.comments.back() = comment;
+}
+
+DataRows PointList::take() {
+  if (!data_.comments.empty()) data_.comments.resize(data_.rows.size());
+  DataRows taken = std::move(data_);
   *this = {};
+  return taken;
 }
 
 }  // namespace tavlo

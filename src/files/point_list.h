@@ -1,17 +1,31 @@
-// PointList: points in the order in which they were entered, on their way into
-// a data set. It is compact, so that a million rows are held twice only in part.
+// PointList: points in the order in which they were entered, on their way into a
+// sample or a data set. It is compact: a million rows take 32 MB, and words take
+// room only where a file has them.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "files/read_fault.h"
+#include "fit/sample.h"
 #include "project/records.h"
 
 namespace tavlo {
+
+/// The rows of a text in the order of entry.
+struct DataRows {
+  std::vector<SampleRow> rows;
+  std::vector<std::string> mode_names;  ///< failure mode 1 and on
+  std::vector<std::string> comments;    ///< one a row, or none at all
+};
+
+/// Moves the rows into `data`, ascending by X, equal times in the order of entry,
+/// which `Order` keeps.
+void fill_data_set(DataRows rows, DataSet& data);
 
 class PointList {
  public:
@@ -31,26 +45,21 @@ class PointList {
   /// Gives the row added last a comment (UTF-8).
   void set_comment(std::string_view comment);
 
-  bool empty() const { return rows_.empty(); }
+  bool empty() const { return data_.rows.empty(); }
 
-  /// Moves the rows into `data`, ascending by X, equal times in the order of
-  /// entry, which `Order` keeps. The list is empty afterwards.
-  void move_into(DataSet& data);
+  /// The rows; the list is empty afterwards.
+  DataRows take();
 
  private:
-  struct Row {
-    double fails = 0;
-    double susps = 0;
-    float time = 0;
+  struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const {
+      return std::hash<std::string_view>()(name);
+    }
   };
-  std::vector<std::uint64_t> ascending_keys() const;
-  DataPoint take_point(std::size_t place);
 
-  std::vector<Row> rows_;
-  std::vector<std::int16_t> modes_;    ///< empty until there is one
-  std::vector<std::string> comments_;  ///< empty until there is one
-  std::vector<std::string> mode_names_;
-  std::unordered_map<std::string, std::int16_t> mode_numbers_;
+  DataRows data_;
+  std::unordered_map<std::string, std::int16_t, NameHash, std::equal_to<>> mode_numbers_;
   double units_ = 0;
 };
 

@@ -42,6 +42,9 @@ class TextLines {
   /// Number of the line that `next` gave last, from 1.
   long number() const { return number_; }
 
+  /// What the lines that are left consist of.
+  std::string_view rest() const { return rest_; }
+
   /// How many lines are left, the last one counted even if it is empty.
   std::size_t count() const;
 

@@ -1,14 +1,17 @@
 #include "files/disk_files.h"
 
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 namespace tavlo {
 namespace {
@@ -92,6 +95,48 @@ TEST_F(DiskFilesTest, ReadsFilesWithoutAKnownSize) {
   ASSERT_TRUE(files.read_whole("/proc/self/status", 1 << 20, bytes));
   EXPECT_NE(bytes.find("VmPeak"), std::string::npos);
   EXPECT_EQ(files.read_whole("/proc/self/status", 10, bytes).fault, FileFault::too_large);
+}
+
+TEST_F(DiskFilesTest, AStreamIsWhateverGivesBytes) {
+  std::string bytes;
+  ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+  std::thread writer([this] { std::ofstream(path("pipe")) << std::string(200'000, '7'); });
+  EXPECT_TRUE(read_stream(path("pipe"), largest_data_file, bytes));
+  writer.join();
+  EXPECT_EQ(bytes, std::string(200'000, '7'));
+  EXPECT_TRUE(read_stream("/dev/null", 10, bytes));
+  EXPECT_EQ(bytes, "");
+  EXPECT_EQ(read_stream("/dev/zero", 1 << 20, bytes).message,
+            "the file is too large (at most 1 MiB)");
+  EXPECT_EQ(read_stream(folder.string(), 10, bytes).message, "this is a folder, not a file");
+  EXPECT_EQ(read_stream(path("missing"), 10, bytes).fault, FileFault::not_found);
+}
+
+// What a killed program left goes with the next save; a file that a living one still
+// writes, and whatever has only a similar name, stays.
+TEST_F(DiskFilesTest, ASaveSweepsWhatAKilledOneLeft) {
+  for (const char* name : {".tavlo-abcdef", ".tavlo-inwork", ".tavlo-longer-name", ".tavlo"})
+    std::ofstream(path(name)) << "half";
+  const int in_work = ::open(path(".tavlo-inwork").c_str(), O_RDWR);
+  ASSERT_EQ(::flock(in_work, LOCK_EX), 0);
+  ASSERT_TRUE(files.write_whole(path("file"), "new"));
+  EXPECT_FALSE(files.exists(path(".tavlo-abcdef")));
+  EXPECT_EQ(entries(), 4U);
+  ::close(in_work);
+  ASSERT_TRUE(files.write_whole(path("file"), "new"));
+  EXPECT_EQ(entries(), 3U);
+}
+
+TEST_F(DiskFilesTest, SavesAtTheSameTimeDoNotSweepEachOther) {
+  std::atomic<int> failures = 0;
+  const auto save_often = [&](const std::string& name) {
+    for (int i = 0; i < 100; ++i) failures += files.write_whole(path(name), name) ? 0 : 1;
+  };
+  std::thread other(save_often, "one");
+  save_often("two");
+  other.join();
+  EXPECT_EQ(failures, 0);
+  EXPECT_EQ(entries(), 2U);
 }
 
 /// The rights of an ordinary user for as long as it lives, where the tests run
