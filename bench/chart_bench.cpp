@@ -5,10 +5,10 @@
 #include <cmath>
 #include <random>
 
-#include "chart/canvas.h"
 #include "chart/chart_world.h"
-#include "chart/fit_line.h"
-#include "chart/readout.h"
+#include "chart/compose/readout.h"
+#include "chart/parts/fit_line.h"
+#include "chart/record/canvas.h"
 #include "life/models.h"
 
 namespace tavlo {

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <random>
 
-#include "chart/auto_scale.h"
-#include "chart/make_chart.h"
+#include "chart/compose/auto_scale.h"
+#include "chart/compose/make_chart.h"
 #include "painter/player.h"
 #include "support/test_world.h"
 

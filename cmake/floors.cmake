@@ -1,10 +1,12 @@
 # One static library a floor of src/, and one test program a floor of tests/.
 
 # tavlo_floor(name LINKS libraries...): library tavlo_<name> from the sources
-# of the calling folder and its sub-folders.
+# of the calling folder and its sub-folders. What stands in module/ is a target of
+# its own and no part of the library.
 function(tavlo_floor name)
   cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)
+  list(FILTER sources EXCLUDE REGEX "/module/")
   if(NOT sources)
     add_library(tavlo_${name} INTERFACE)
     target_link_libraries(tavlo_${name} INTERFACE ${ARG_LINKS})

@@ -4,7 +4,7 @@
 Reads TrueType files of a face with Arial's metrics (Liberation Sans) and prints
 C++: one width for each Windows-1252 character, in 1/2048 of the em square.
 
-    tools/make_font_widths.py REGULAR.ttf BOLD.ttf > src/chart/font_widths.inc
+    tools/make_font_widths.py REGULAR.ttf BOLD.ttf > src/chart/record/font_widths.inc
 """
 import struct
 import sys

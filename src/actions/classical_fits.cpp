@@ -11,9 +11,9 @@
 #include "actions/polynomial_fit.h"
 #include "actions/row_faults.h"
 #include "actions/slope_equation.h"
+#include "life/models.h"
 #include "numerics/elementary.h"
 #include "numerics/real.h"
-#include "life/models.h"
 #include "solver/mixture_functions.h"
 
 namespace tavlo {

@@ -6,8 +6,8 @@
 #include "actions/gates.h"
 #include "actions/reports.h"
 #include "actions/slope_question.h"
-#include "numerics/number_text.h"
 #include "life/models.h"
+#include "numerics/number_text.h"
 
 namespace tavlo {
 

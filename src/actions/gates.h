@@ -2,8 +2,8 @@
 // it hasn't.
 #pragma once
 
-#include "ports/prompts.h"
 #include "life/models.h"
+#include "ports/prompts.h"
 
 namespace tavlo {
 

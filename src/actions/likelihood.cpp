@@ -6,8 +6,8 @@
 #include <string>
 
 #include "actions/compensated_sum.h"
-#include "numerics/real.h"
 #include "life/models.h"
+#include "numerics/real.h"
 
 namespace tavlo {
 namespace {

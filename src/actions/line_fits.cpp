@@ -7,9 +7,9 @@
 #include "actions/paper_coordinates.h"
 #include "actions/polynomial_fit.h"
 #include "actions/row_faults.h"
+#include "life/models.h"
 #include "numerics/normal.h"
 #include "numerics/real.h"
-#include "life/models.h"
 #include "solver/mixture_functions.h"
 
 namespace tavlo {

@@ -1,7 +1,7 @@
 #include "actions/shown_parameters.h"
 
-#include "numerics/real.h"
 #include "life/models.h"
+#include "numerics/real.h"
 
 namespace tavlo {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "chart/font_metrics.h"
+#include "chart/record/font_metrics.h"
 #include "files/disk_files.h"
 #include "files/system_ports.h"
 #include "ports/ports.h"

@@ -1,6 +1,6 @@
+#include "actions/shown_parameters.h"
 #include "cli/fit_report.h"
 #include "cli/json_text.h"
-#include "actions/shown_parameters.h"
 
 namespace tavlo::cli {
 

@@ -1,10 +1,10 @@
 #include <cmath>
 
+#include "actions/shown_parameters.h"
+#include "actions/value_text.h"
 #include "cli/fit_report.h"
 #include "cli/text_table.h"
 #include "cli/totals_line.h"
-#include "actions/shown_parameters.h"
-#include "actions/value_text.h"
 #include "numerics/number_text.h"
 #include "solver/starts_sentence.h"
 

@@ -5,9 +5,9 @@
 #include <cerrno>
 #include <cstring>
 
+#include "actions/ranking.h"
 #include "files/data_text.h"
 #include "files/disk_files.h"
-#include "actions/ranking.h"
 
 namespace tavlo::cli {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "chart/find_x.h"
+#include "chart/parts/find_x.h"
 #include "life/models.h"
 #include "solver/mixture_functions.h"
 

@@ -6,9 +6,9 @@
 #include <climits>
 #include <cstdlib>
 
-#include "chart/auto_scale.h"
-#include "chart/chart_exits.h"
-#include "chart/make_chart.h"
+#include "chart/compose/auto_scale.h"
+#include "chart/compose/make_chart.h"
+#include "chart/metafile/chart_exits.h"
 #include "cli/cli_ports.h"
 #include "painter/picture_door.h"
 #include "project/plot_rows.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "chart/plot_coordinates.h"
+#include "chart/scales/plot_coordinates.h"
 
 namespace tavlo {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "files/sync_data.h"
 #include "actions/dispatch.h"
 #include "actions/reports.h"
+#include "files/sync_data.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "chart/drawing_record.h"
+#include "chart/record/drawing_record.h"
 #include "ports/clipboard.h"
 
 namespace tavlo {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "chart/drawing_record.h"
+#include "chart/record/drawing_record.h"
 
 namespace tavlo {
 

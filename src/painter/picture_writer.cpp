@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "chart/metafile_writer.h"
+#include "chart/metafile/metafile_writer.h"
 #include "painter/player.h"
 
 namespace tavlo {

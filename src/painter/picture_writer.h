@@ -3,7 +3,7 @@
 
 #include <QByteArray>
 
-#include "chart/drawing_record.h"
+#include "chart/record/drawing_record.h"
 
 namespace tavlo {
 

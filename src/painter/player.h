@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QRectF>
 
-#include "chart/drawing_record.h"
+#include "chart/record/drawing_record.h"
 
 namespace tavlo {
 

@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-#include "chart/drawing_record.h"
+#include "chart/record/drawing_record.h"
 
 namespace tavlo {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "project/grid.h"
 #include "life/models.h"
+#include "project/grid.h"
 
 namespace tavlo {
 

@@ -90,7 +90,7 @@ struct SolverState {
   /// A start for each K that the relaxation tried, best first is not promised.
   std::array<std::vector<ParameterVector>, 8> candidates;
   OldStartsReport starts;  ///< of the last mixture fit
-  std::string remark;   ///< what the last fit had to say beyond its numbers, for the status panel
+  std::string remark;  ///< what the last fit had to say beyond its numbers, for the status panel
 
   /// One failure (or suspension, rank 1) as loaded.
   struct LoadedPoint {

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <string>
 
-#include "numerics/real.h"
 #include "life/models.h"
+#include "numerics/real.h"
 #include "solver/best_answer.h"
 #include "solver/parameter_translation.h"
 #include "solver/points_loader.h"

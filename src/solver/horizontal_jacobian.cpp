@@ -1,7 +1,7 @@
+#include "numerics/pack_math.h"
 #include "solver/jacobian_rows.h"
 #include "solver/jacobians.h"
 #include "solver/mixture_terms.h"
-#include "numerics/pack_math.h"
 
 namespace tavlo {
 namespace {

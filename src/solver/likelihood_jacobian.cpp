@@ -1,8 +1,8 @@
+#include "numerics/pack_math.h"
 #include "solver/jacobian_rows.h"
 #include "solver/jacobians.h"
 #include "solver/likelihood_rows.h"
 #include "solver/mixture_terms.h"
-#include "numerics/pack_math.h"
 
 namespace tavlo {
 namespace {

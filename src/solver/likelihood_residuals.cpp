@@ -1,9 +1,9 @@
 #include <cmath>
 #include <type_traits>
 
+#include "numerics/pack_math.h"
 #include "solver/likelihood_rows.h"
 #include "solver/mixture_terms.h"
-#include "numerics/pack_math.h"
 #include "solver/residuals.h"
 #include "solver/rows.h"
 

@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <optional>
 
+#include "life/models.h"
 #include "numerics/elementary.h"
 #include "numerics/normal.h"
 #include "numerics/real.h"
-#include "life/models.h"
 
 namespace tavlo {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "solver/mixture_terms.h"
 #include "numerics/pack_math.h"
+#include "solver/mixture_terms.h"
 
 namespace tavlo {
 namespace {

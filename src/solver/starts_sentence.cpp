@@ -1,7 +1,7 @@
 #include "solver/starts_sentence.h"
 
-#include "numerics/number_text.h"
 #include "life/models.h"
+#include "numerics/number_text.h"
 
 namespace tavlo {
 namespace {

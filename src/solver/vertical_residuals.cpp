@@ -1,7 +1,7 @@
 #include <cmath>
 
-#include "solver/mixture_terms.h"
 #include "numerics/pack_math.h"
+#include "solver/mixture_terms.h"
 #include "solver/residuals.h"
 #include "solver/rows.h"
 

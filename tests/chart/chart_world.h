@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "chart/auto_scale.h"
-#include "chart/font_metrics.h"
-#include "chart/make_chart.h"
+#include "chart/compose/auto_scale.h"
+#include "chart/compose/make_chart.h"
+#include "chart/record/font_metrics.h"
 #include "support/test_world.h"
 
 namespace tavlo::test {

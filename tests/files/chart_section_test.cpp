@@ -10,7 +10,7 @@
 #include <random>
 #include <sstream>
 
-#include "chart/make_chart.h"
+#include "chart/compose/make_chart.h"
 #include "fuzz/chart_section_law.h"
 #include "support/test_world.h"
 

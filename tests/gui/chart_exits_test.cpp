@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 
-#include "chart/metafile_writer.h"
+#include "chart/metafile/metafile_writer.h"
 #include "gui/window_world.h"
 
 namespace tavlo {

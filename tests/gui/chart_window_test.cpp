@@ -13,8 +13,8 @@
 #include <QTest>
 #include <cmath>
 
-#include "chart/legend.h"
-#include "chart/movable_boxes.h"
+#include "chart/parts/legend.h"
+#include "chart/parts/movable_boxes.h"
 #include "gui/window_world.h"
 
 namespace tavlo {

@@ -1,5 +1,5 @@
 // The format dialog, by keys: what it shows, keeps, gives back and refuses.
-#include "workspace/format_dialog.h"
+#include "workspace/format/format_dialog.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -7,9 +7,9 @@
 #include <QListWidget>
 #include <QTemporaryDir>
 
-#include "chart/preview.h"
+#include "chart/compose/preview.h"
 #include "gui/window_world.h"
-#include "workspace/command_table.h"
+#include "workspace/frame/command_table.h"
 
 namespace tavlo {
 

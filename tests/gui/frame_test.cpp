@@ -2,9 +2,9 @@
 #include <QApplication>
 
 #include "gui/window_world.h"
-#include "workspace/block_layout.h"
-#include "workspace/box_folding.h"
-#include "workspace/command_table.h"
+#include "workspace/frame/block_layout.h"
+#include "workspace/frame/command_table.h"
+#include "workspace/qt/box_folding.h"
 
 namespace tavlo {
 

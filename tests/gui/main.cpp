@@ -3,7 +3,7 @@
 
 #include <QApplication>
 
-#include "workspace/look.h"
+#include "workspace/qt/look.h"
 
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);

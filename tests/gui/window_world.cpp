@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "workspace/look.h"
+#include "workspace/qt/look.h"
 
 namespace tavlo::test {
 

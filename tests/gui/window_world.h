@@ -6,7 +6,7 @@
 #include <QPointer>
 
 #include "gui/person.h"
-#include "workspace/main_window.h"
+#include "workspace/frame/main_window.h"
 
 namespace tavlo::test {
 

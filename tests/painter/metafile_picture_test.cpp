@@ -10,9 +10,9 @@
 #include <QXmlStreamReader>
 
 #include "chart/chart_world.h"
-#include "chart/metafile_writer.h"
-#include "painter/picture_writer.h"
+#include "chart/metafile/metafile_writer.h"
 #include "life/models.h"
+#include "painter/picture_writer.h"
 
 namespace tavlo {
 namespace {

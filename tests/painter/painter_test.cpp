@@ -8,11 +8,11 @@
 #include <fstream>
 
 #include "chart/chart_world.h"
+#include "life/models.h"
 #include "painter/clipboard_forms.h"
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
 #include "painter/player.h"
-#include "life/models.h"
 
 namespace tavlo {
 namespace {

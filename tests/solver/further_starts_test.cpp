@@ -71,7 +71,8 @@ TEST(FurtherStarts, TheSentenceSaysWhatWasFound) {
   FitResult fit;
   fit.Method = method_code::x_on_y;
   EXPECT_EQ(starts_sentence(fit), "");
-  fit.starts = OldStartsReport{.tried = 12, .agreed = 9, .has_runner_up = true, .runner_up = 0.9931};
+  fit.starts =
+      OldStartsReport{.tried = 12, .agreed = 9, .has_runner_up = true, .runner_up = 0.9931};
   EXPECT_EQ(starts_sentence(fit),
             "9 of 12 starts ended at this optimum; the best other one has r^2 0.9931.");
   fit.starts->has_runner_up = false;

@@ -8,8 +8,8 @@
 #include <cmath>
 #include <random>
 
-#include "numerics/normal.h"
 #include "life/models.h"
+#include "numerics/normal.h"
 #include "support/test_world.h"
 
 namespace tavlo {

@@ -1,1 +1,1 @@
-#include "actions/ranking.h"
+#include "fit/sample.h"

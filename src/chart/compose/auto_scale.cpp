@@ -1,0 +1,90 @@
+#include "chart/compose/auto_scale.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "chart/parts/plot_sets.h"
+#include "chart/scales/limit_rules.h"
+#include "life/models.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// Grows to hold each value it is given; empty at first.
+struct Range {
+  Limits limits{infinity, -infinity};
+  void add(double value) {
+    limits.low = std::min(limits.low, value);
+    limits.high = std::max(limits.high, value);
+  }
+  bool empty() const { return limits.low > limits.high; }
+};
+
+struct DataExtent {
+  Range x;
+  Range y;
+};
+
+void add_rows(const DataSet& data, DataExtent& extent) {
+  const int last = std::min<int>(data.Count, data.Points.bound());
+  for (int i = 1; i <= last; ++i) {
+    const DataPoint& row = data.Points.data()[i];
+    if (!(row.Fails > 0.0)) continue;
+    extent.x.add(row.X);
+    extent.y.add(row.Y);
+  }
+}
+
+/// The stored extent of a set where it is one, else that of its failures.
+void add_set(const DataSet& data, DataExtent& extent) {
+  if (data.XMax <= data.XMin || data.YMax <= data.YMin) return add_rows(data, extent);
+  extent.x.add(data.XMin);
+  extent.x.add(data.XMax);
+  extent.y.add(data.YMin);
+  extent.y.add(data.YMax);
+}
+
+/// A limit that the user holds enters the rule in place of the data's.
+Limits with_held_limits(const ChartAxis& axis, Limits data) {
+  return usable_range({axis.AutoMin ? data.low : axis.Min, axis.AutoMax ? data.high : axis.Max});
+}
+
+void set_limits(ErrorReporter& reporter, ChartAxis& axis, int code, const Range& range,
+                double zone) {
+  if (range.empty()) return;
+  const Limits data = with_held_limits(axis, usable_range(range.limits));
+  const Limits limits = round_limits(reporter, code, data, zone);
+  if (axis.AutoMin) axis.Min = limits.low;
+  if (axis.AutoMax) axis.Max = limits.high;
+}
+
+/// A twelve-month chart keeps its first month off the left edge. Its odd digits
+/// tell it from a limit that somebody typed.
+void shift_first_month(ChartAxis& axis) {
+  if (axis.AutoMin && axis.Min == 1.0 && axis.ScaleType == model_code::weibull_12_month)
+    axis.Min = 0.8000012345;
+}
+
+}  // namespace
+
+void SetAutoScale(Session& session, Chart& chart) {
+  DataExtent extent;
+  for (const PlotSet& set : plot_sets(session, chart))
+    add_set(session.gData(set.data_index), extent);
+  const auto words = error_words("SetAutoScale_Error: ", "SetAutoScale routine:");
+  const double zone = session.settings.PlotBorderZone;
+  guarded(session.errors, words, [&] {
+    ChartAxis& axis = chart.Axes(0);
+    set_limits(session.errors, axis, x_scale_of(axis), extent.x, zone);
+    if (x_scale_of(axis) != x_scale::linear) shift_first_month(axis);
+  });
+  guarded(session.errors, words, [&] {
+    ChartAxis& axis = chart.Axes(1);
+    set_limits(session.errors, axis, y_scale_of(axis), extent.y, zone);
+  });
+}
+
+}  // namespace tavlo

@@ -1,0 +1,34 @@
+// Data points: the failures of one data set, each as a symbol.
+#pragma once
+
+#include <vector>
+
+#include "chart/parts/symbols.h"
+#include "chart/record/canvas.h"
+#include "chart/scales/plot_coordinates.h"
+#include "project/records.h"
+
+namespace tavlo {
+
+/// Whether the marker's points are drawn at all.
+bool has_symbols(const ChartMarker& marker);
+
+/// Draws the marker's symbol at each place with the marker's pen and fill.
+void draw_symbols(Recorder& recorder, const ChartMarker& marker, const SymbolStamp& stamp,
+                  const std::vector<drawing::Place>& places);
+
+/// A failure at its place on the chart.
+struct PlacedPoint {
+  drawing::Place place;
+  DataPair value;
+};
+
+/// The failures that can be seen, in order; of those on one place the first.
+std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marker,
+                                        const DataSet& data);
+
+/// Draws the rows with failures that have a place on the chart, in order. Points
+/// that fall on the same place are drawn once.
+void draw_data_points(Canvas& canvas, const ChartMarker& marker, const DataSet& data);
+
+}  // namespace tavlo

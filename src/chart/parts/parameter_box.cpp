@@ -1,0 +1,191 @@
+#include "chart/parts/parameter_box.h"
+
+#include <algorithm>
+#include <array>
+
+#include "chart/parts/boxes.h"
+#include "chart/parts/crowding.h"
+#include "chart/parts/fitting_text.h"
+#include "chart/parts/movable_boxes.h"
+#include "chart/parts/parameter_table.h"
+
+namespace tavlo {
+
+using namespace drawing;
+
+namespace {
+
+constexpr double width_per_point = 16.0;  // a little wider than the letters: room between columns
+constexpr double line_spacing = 1.5;      // in text heights
+constexpr double padding = 90;
+constexpr double inside_corner = 80;
+constexpr double widest_heading = 0.4;  // of the plot
+constexpr std::int32_t rule_pen = 5;
+
+/// Where the lines and columns of the box stand.
+struct Layout {
+  std::array<double, table_column::count + 1> starts{};  ///< the last is the quality's
+  double width = 0;
+  double line_height = 0;
+};
+
+double width_of(Canvas& canvas, const std::string& text, const ChartItem& item) {
+  return text.empty() ? 0.0 : text_size(canvas.text_measure, text, item, width_per_point).width;
+}
+
+double column_width(Canvas& canvas, const ParameterTable& table, std::size_t column,
+                    const ChartItem& item) {
+  double width = 0;
+  for (const TableLine& line : table.lines)
+    width = std::max(width, width_of(canvas, line.cells[column], item));
+  return width;
+}
+
+/// The widest line but for the headings, which are cut to it.
+double rows_width(Canvas& canvas, const ParameterTable& table, const Layout& layout, double gap,
+                  const ChartItem& item) {
+  const double at = layout.starts[table_column::count];
+  double width = 0;
+  for (const TableLine& line : table.lines)
+    width = std::max(width,
+                     line.quality.empty() ? at - gap : at + width_of(canvas, line.quality, item));
+  return width;
+}
+
+Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& item) {
+  Layout layout;
+  const TextSize reference = text_size(canvas.text_measure, "8Xm", item);
+  layout.line_height = line_spacing * reference.height;
+  const double gap = reference.width / 4.0;
+  double at = 0;
+  for (std::size_t i = 0; i < table_column::count; ++i) {
+    layout.starts[i] = at;
+    if (table.shown[i]) at += column_width(canvas, table, i, item) + gap;
+  }
+  layout.starts[table_column::count] = at;
+  layout.width = rows_width(canvas, table, layout, gap, item);
+  const double most =
+      std::max(layout.width, widest_heading * canvas.chart.Boxes(chart_item::plot_box).Width);
+  for (const TableLine& line : table.lines)
+    layout.width = std::max(layout.width, std::min(most, width_of(canvas, line.heading, item)));
+  return layout;
+}
+
+/// Room that the box may take: at first only a part of the plot, so that the
+/// points have theirs; letters shrink to an easily read size for it. A longer
+/// table takes the whole plot, in the smallest letters at need.
+struct Allowance {
+  double share;
+  float smallest_font;
+};
+constexpr double just_under = 0.995;  // so that rounding takes no line away
+constexpr std::array<Allowance, 2> allowances = {{{0.62, 9}, {1.0, 6}}};
+
+double height_of(const Layout& layout, std::size_t lines) {
+  return layout.line_height * static_cast<double>(lines) + padding;
+}
+
+/// The font that the table fits the plot with.
+float fitting_font(Canvas& canvas, const ParameterTable& table) {
+  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
+  ChartItem item = canvas.chart.Boxes(chart_item::parameter_box);
+  for (const auto& [share, smallest_font] : allowances) {
+    const Layout layout = layout_of(canvas, table, item);
+    const double down = (share * plot.Height - 2 * inside_corner - padding) /
+                        (height_of(layout, table.lines.size()) - padding);
+    const double across = (plot.Width - 2 * inside_corner - 2 * padding) / layout.width;
+    const double factor = std::min(down, across);
+    if (factor >= 1.0) break;
+    const auto shrunk = static_cast<float>(just_under * drawn_font_size(item.FontSize) * factor);
+    item.FontSize = std::max(std::min(item.FontSize, smallest_font), shrunk);
+  }
+  return item.FontSize;
+}
+
+bool has_values(const TableLine& line) {
+  return line.heading.empty() && line.cells[table_column::label].empty();
+}
+
+/// Lines that no letters are small enough for are left out, with the headings that
+/// would lose their values; a mark says so.
+void cut_to_plot(ParameterTable& table, const Layout& layout, const ChartItem& plot) {
+  const double room = plot.Height - 2 * inside_corner - padding;
+  const auto most = static_cast<std::size_t>(std::clamp(room / layout.line_height, 1.0, 1e6));
+  if (table.lines.size() <= most) return;
+  table.lines.resize(most - 1);
+  while (!table.lines.empty() && !has_values(table.lines.back())) table.lines.pop_back();
+  table.lines.emplace_back().cells[table_column::label] = "\u2026";
+}
+
+/// The record's place; the factory's, on the plot's corner, means a free place.
+void place(const Canvas& canvas, ChartItem& box, const Layout& layout, std::size_t lines,
+           const DrawingRecord& content) {
+  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
+  box.Width = to_unit(layout.width + 2 * padding);
+  box.Height = to_unit(height_of(layout, lines));
+  if (has_own_place(canvas.chart, chart_item::parameter_box))
+    return keep_on_chart(box, canvas.chart);
+  const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
+  const Place at = freest_place(plot, size, Corner::top_left, content, {});
+  box.Left = at.x;
+  box.Top = at.y;
+}
+
+void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& line,
+               const Layout& layout, double left, double top) {
+  Recorder& recorder = canvas.recorder;
+  recorder.text({to_unit(left), to_unit(top)}, line.heading);
+  for (std::size_t i = 0; i < table_column::count; ++i)
+    if (table.shown[i])
+      recorder.text({to_unit(left + layout.starts[i]), to_unit(top)}, line.cells[i]);
+  recorder.text({to_unit(left + layout.starts[table_column::count]), to_unit(top)}, line.quality);
+}
+
+/// A rule under the heading of each data set.
+void draw_rules(Canvas& canvas, const ParameterTable& table, const ChartItem& box,
+                const Layout& layout) {
+  const auto pen = Selected::pen(canvas.recorder, pen_style::solid, rule_pen, box.LineColor);
+  double y = box.Top + padding / 2;
+  for (const TableLine& line : table.lines) {
+    y += layout.line_height;
+    if (line.heading.empty()) continue;
+    const std::int32_t at = to_unit(y - layout.line_height * 0.05);
+    canvas.recorder.add(Polyline{
+        {{to_unit(box.Left + padding), at}, {to_unit(box.Left + padding + layout.width), at}}});
+  }
+}
+
+void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& box,
+                const Layout& layout) {
+  const auto font = Selected::font(canvas.recorder, box);
+  canvas.recorder.text_colour(readable_text_colour(box));
+  canvas.recorder.align(TextAlign::left);
+  const double lead = layout.line_height * (1.0 - 1.0 / line_spacing) / 2.0;
+  double top = box.Top + padding / 2 + lead;
+  for (const TableLine& line : table.lines) {
+    draw_line(canvas, table, line, layout, box.Left + padding, top);
+    top += layout.line_height;
+  }
+}
+
+}  // namespace
+
+void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
+                        const DrawingRecord& content) {
+  ParameterTable table = parameter_table(session, sets);
+  if (table.lines.empty()) return;
+  ChartItem box = canvas.chart.Boxes(chart_item::parameter_box);
+  box.FontSize = fitting_font(canvas, table);
+  const Layout layout = layout_of(canvas, table, box);
+  cut_to_plot(table, layout, canvas.chart.Boxes(chart_item::plot_box));
+  for (TableLine& line : table.lines)
+    line.heading =
+        cut_to_width(canvas.text_measure, line.heading, box, layout.width, width_per_point);
+  place(canvas, box, layout, table.lines.size(), content);
+  canvas.recorder.note_area(chart_item::parameter_box, area_of(box));
+  draw_box(canvas.recorder, box);
+  draw_rules(canvas, table, box, layout);
+  draw_table(canvas, table, box, layout);
+}
+
+}  // namespace tavlo

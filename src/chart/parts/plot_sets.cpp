@@ -1,0 +1,64 @@
+#include "chart/parts/plot_sets.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace tavlo {
+
+namespace {
+
+int fit_set_of(const Session& session, const ChartMarker& marker, int data_index) {
+  const int own = find_fit(session, marker.FitId);
+  if (own != 0) return own;
+  return data_index <= session.nFit ? data_index : 0;
+}
+
+const FitResult* fit_of(const Session& session, const ChartMarker& marker, int data_index) {
+  const int index = fit_set_of(session, marker, data_index);
+  if (index == 0) return nullptr;
+  const FitSet& fits = session.gFit(index);
+  if (marker.FitNumber < 0 || marker.FitNumber > fits.Fits.bound()) return nullptr;
+  const FitResult& fit = fits.Fits(marker.FitNumber);
+  const bool stands = fit.Status == FitStatus::calculated;
+  return stands && fit.Rows.bound() > 0 && fit.nRows > 0 ? &fit : nullptr;
+}
+
+/// "Data 7" and "Data7": names that nobody chose.
+bool is_factory_name(const std::string& name) {
+  constexpr std::string_view word = "Data";
+  if (name.compare(0, word.size(), word) != 0) return false;
+  return name.find_first_not_of(" 0123456789", word.size()) == name.npos;
+}
+
+}  // namespace
+
+std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart) {
+  std::vector<PlotSet> sets;
+  const int last = std::min(chart.nMarkers, chart.Markers.bound());
+  for (int i = 1; i <= last; ++i) {
+    const ChartMarker& marker = chart.Markers(i);
+    const int data_index = marker.DataId == 0 ? 0 : find_data(session, marker.DataId);
+    if (data_index > 0)
+      sets.push_back({&marker, i, data_index, fit_of(session, marker, data_index)});
+  }
+  return sets;
+}
+
+int fit_set_of(const Session& session, const ChartMarker& marker) {
+  const int data_index = marker.DataId == 0 ? 0 : find_data(session, marker.DataId);
+  return data_index == 0 ? 0 : fit_set_of(session, marker, data_index);
+}
+
+void show_data(ChartMarker& marker, std::int32_t data_id) {
+  marker.DataId = data_id;
+  marker.FitId = ChartMarker{}.FitId;
+}
+
+std::string set_title(const Session& session, const PlotSet& set) {
+  const std::string& label = set.marker->Label;
+  const std::string& title = session.gData(set.data_index).Title;
+  const bool title_says_more = is_factory_name(label) && !is_factory_name(title);
+  return label.empty() || (title_says_more && !title.empty()) ? title : label;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,79 @@
+#include "workspace/chart/chart_stage.h"
+
+#include <algorithm>
+
+#include "chart/compose/auto_scale.h"
+#include "chart/compose/make_chart.h"
+#include "chart/record/canvas.h"
+
+namespace tavlo {
+
+using drawing::Place;
+
+namespace {
+
+constexpr double snapping_reach = 10;  // pixels
+
+QRectF target_in(const QSizeF& view, const DrawingRecord& drawing) {
+  constexpr double least_stretch = 0.85;
+  constexpr double most_stretch = 1.3;
+  if (drawing.width <= 0 || drawing.height <= 0) return {};
+  const double shape = static_cast<double>(drawing.width) / drawing.height;
+  const double width = std::min(view.width(), view.height() * shape * most_stretch);
+  const double height = std::min(view.height(), width / (shape * least_stretch));
+  return {(view.width() - width) / 2, (view.height() - height) / 2, width, height};
+}
+
+}  // namespace
+
+bool ChartStage::compose_if_changed() {
+  if (!changed_) return false;
+  changed_ = false;
+  readout_.reset();
+  zoom_.forget_if_changed(chart());
+  SetAutoScale(session_, chart());
+  drawing_ = fl_Make_WMF(session_, index_);
+  ++compositions_;
+  target_ = target_in(view_, drawing_);
+  return true;
+}
+
+void ChartStage::set_view(const QSizeF& view) {
+  view_ = view;
+  target_ = target_in(view_, drawing_);
+}
+
+QPointF ChartStage::pixel(Place place) const {
+  return target_.topLeft() + QPointF(place.x * target_.width() / drawing_.width,
+                                     place.y * target_.height() / drawing_.height);
+}
+
+Place ChartStage::place(const QPointF& pixel) const {
+  if (target_.isEmpty()) return {};
+  const QPointF in = pixel - target_.topLeft();
+  const double x = std::clamp(in.x() / target_.width(), 0.0, 1.0);
+  const double y = std::clamp(in.y() / target_.height(), 0.0, 1.0);
+  return {to_unit(x * drawing_.width), to_unit(y * drawing_.height)};
+}
+
+QRectF ChartStage::area(const drawing::Rectangle& units) const {
+  return {pixel({units.left, units.top}), pixel({units.right, units.bottom})};
+}
+
+QRectF ChartStage::plot_area() const {
+  const ChartItem& plot = chart().Boxes(chart_item::plot_box);
+  return area({plot.Left, plot.Top, plot.Left + plot.Width, plot.Top + plot.Height});
+}
+
+double ChartStage::units(double pixels) const {
+  if (target_.isEmpty()) return 0;
+  return pixels * std::max(drawing_.width / target_.width(), drawing_.height / target_.height());
+}
+
+std::optional<Reading> ChartStage::read(Place place, bool precise) {
+  if (target_.isEmpty()) return std::nullopt;
+  if (!readout_) readout_ = std::make_unique<Readout>(session_, chart());
+  return precise ? readout_->precise_at(place, units(snapping_reach)) : readout_->at(place);
+}
+
+}  // namespace tavlo

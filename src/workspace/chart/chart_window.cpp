@@ -1,0 +1,284 @@
+#include "workspace/chart/chart_window.h"
+
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "chart/compose/reading_text.h"
+#include "chart/parts/movable_boxes.h"
+#include "painter/player.h"
+#include "workspace/chart/chart_overlay.h"
+#include "workspace/chart/mark_dialog.h"
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr int usual_digits = 4;
+constexpr int precise_digits = 7;
+
+ChartTool tool_of(MarkKind kind) {
+  switch (kind) {
+    case MarkKind::text: return ChartTool::text;
+    case MarkKind::line: return ChartTool::line;
+    case MarkKind::arrow: return ChartTool::arrow;
+    case MarkKind::symbol: return ChartTool::symbol;
+  }
+  return ChartTool::pointer;
+}
+
+/// The way of an arrow key; none for other keys.
+QPointF direction_of(int key) {
+  switch (key) {
+    case Qt::Key_Left: return {-1, 0};
+    case Qt::Key_Right: return {1, 0};
+    case Qt::Key_Up: return {0, -1};
+    case Qt::Key_Down: return {0, 1};
+    default: return {};
+  }
+}
+
+}  // namespace
+
+ChartWindow::ChartWindow(Session& session, UserCommands& commands, int chart_index, QWidget* parent)
+    : QWidget(parent), commands_(commands), stage_(session, chart_index), hand_(stage_) {
+  setAccessibleName(tr("Chart"));
+  setFocusPolicy(Qt::StrongFocus);
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
+  setMouseTracking(true);
+}
+
+/// While a fit is under way the records are not at rest: the hand waits.
+void ChartWindow::run(const std::function<void()>& action) {
+  if (commands_.running()) return;
+  commands_.run([&] {
+    action();
+    show_state();
+  });
+}
+
+void ChartWindow::compose_if_changed() {
+  if (!stage_.compose_if_changed()) return;
+  played_is_old_ = true;
+  hand_.check_selected();
+  if (!hand_.is_moving_a_part()) show_reading();
+  emit state_changed();
+  update();
+}
+
+void ChartWindow::show_state() {
+  if (pointer_) setCursor(hand_.cursor_at(*pointer_));
+  emit state_changed();
+  update();
+}
+
+// --- what the menus do
+
+void ChartWindow::set_zooming(bool on) {
+  if (on)
+    return take(ChartTool::zoom, tr("Drag a rectangle to zoom in; Backspace goes a step "
+                                    "back, Esc puts the cross away"));
+  take(ChartTool::pointer, {});
+  if (stage_.zoom().all_out(stage_.chart())) stage_.announce_change();
+}
+
+void ChartWindow::zoom_in() {
+  const QRectF plot = stage_.plot_area();
+  const QPointF half = QPointF(plot.width(), plot.height()) / 4;
+  if (stage_.zoom().push(stage_.chart(), stage_.place(plot.center() - half),
+                         stage_.place(plot.center() + half)))
+    stage_.announce_change();
+}
+
+void ChartWindow::zoom_back() {
+  if (stage_.zoom().pop(stage_.chart())) stage_.announce_change();
+}
+
+void ChartWindow::zoom_to_automatic() {
+  stage_.zoom().to_automatic(stage_.chart());
+  stage_.announce_change();
+}
+
+void ChartWindow::set_precise(bool on) {
+  precise_ = on;
+  if (on && !pointer_) pointer_ = stage_.plot_area().center();
+  show_reading();
+  show_state();
+}
+
+void ChartWindow::set_sub_populations(bool on) {
+  stage_.chart().SubPopulations = on;
+  stage_.announce_change();
+}
+
+void ChartWindow::take(ChartTool tool, const QString& hint) {
+  hand_.take(tool);
+  show_state();
+  emit hint_wanted(hint);
+}
+
+void ChartWindow::add_mark(MarkKind kind) {
+  const bool has_ends = kind == MarkKind::line || kind == MarkKind::arrow;
+  take(tool_of(kind), has_ends ? tr("Drag from one end to the other; Esc cancels")
+                               : tr("Click where it shall stand; Esc cancels"));
+}
+
+void ChartWindow::edit_selected() {
+  if (!selected().is_mark()) return;
+  MarkDialog(window(), stage_.session(), commands_, index(), selected().index).exec();
+}
+
+void ChartWindow::delete_selected() {
+  if (!selected().is_mark()) return;
+  delete_mark(stage_.chart(), selected().index);
+  hand_.select({});
+  stage_.announce_change();
+}
+
+void ChartWindow::free_selected() {
+  if (!selected().is_box()) return;
+  free_box(stage_.chart(), selected().index);
+  stage_.announce_change();
+}
+
+// --- reading
+
+void ChartWindow::show_reading() {
+  if (!pointer_ || !stage_.plot_area().contains(*pointer_)) return hide_reading();
+  reading_ = stage_.read(stage_.place(*pointer_), precise_);
+  if (reading_)
+    emit hint_wanted(to_qt(
+        reading_text(*reading_, stage_.chart().Axes(1), precise_ ? precise_digits : usual_digits)));
+  if (precise_) update();
+}
+
+void ChartWindow::hide_reading() {
+  if (!reading_) return;
+  reading_.reset();
+  emit hint_wanted({});
+  update();
+}
+
+// --- painting
+
+void ChartWindow::play() {
+  const double scale = devicePixelRatioF();
+  const QSize pixels = (QSizeF(size()) * scale).toSize();
+  if (!played_is_old_ && played_.size() == pixels) return;
+  played_ = QPixmap(pixels);
+  played_.setDevicePixelRatio(scale);
+  played_.fill(palette().color(QPalette::Base));
+  QPainter painter(&played_);
+  PlayChart(painter, stage_.drawing(), stage_.target());
+  played_is_old_ = false;
+}
+
+void ChartWindow::paintEvent(QPaintEvent*) {
+  play();
+  QPainter painter(this);
+  painter.drawPixmap(0, 0, played_);
+  if (precise_ && reading_)
+    paint_hair_cross(painter, stage_.plot_area(), stage_.pixel(reading_->place),
+                     reading_->snapped != SnappedTo::nothing);
+  hand_.paint(painter);
+}
+
+void ChartWindow::resizeEvent(QResizeEvent*) {
+  stage_.set_view(size());
+  hide_reading();
+}
+
+// --- mouse
+
+void ChartWindow::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  run([&] { hand_.press(event->position()); });
+}
+
+void ChartWindow::mouseMoveEvent(QMouseEvent* event) {
+  pointer_ = event->position();
+  if (commands_.running()) return;
+  commands_.run([&] {
+    if (hand_.move_to(event->position())) update();
+    setCursor(hand_.cursor_at(event->position()));
+    if (!hand_.is_moving_a_part()) show_reading();
+  });
+}
+
+void ChartWindow::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  run([&] { hand_.release(event->position()); });
+}
+
+void ChartWindow::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || tool() != ChartTool::pointer) return;
+  run([&] {
+    hand_.select(part_at(stage_, stage_.place(event->position())));
+    if (selected().is_mark()) return edit_selected();
+    emit format_wanted(stage_.place(event->position()));
+  });
+}
+
+void ChartWindow::leaveEvent(QEvent*) {
+  pointer_.reset();
+  hide_reading();
+}
+
+void ChartWindow::contextMenuEvent(QContextMenuEvent* event) {
+  if (commands_.running()) return;
+  const bool by_mouse = event->reason() == QContextMenuEvent::Mouse;
+  menu_place_.reset();
+  if (by_mouse) menu_place_ = stage_.place(event->pos());
+  if (by_mouse && tool() == ChartTool::pointer)
+    run([&] { hand_.select(part_at(stage_, *menu_place_)); });
+  emit menu_wanted(by_mouse ? event->globalPos() : mapToGlobal(rect().center()));
+}
+
+// --- keys
+
+void ChartWindow::keyPressEvent(QKeyEvent* event) {
+  bool taken = false;
+  run([&] { taken = take_key(*event); });
+  if (!taken) QWidget::keyPressEvent(event);
+}
+
+bool ChartWindow::take_key(const QKeyEvent& key) {
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (!hand_.place_in_middle()) edit_selected();
+      return true;
+    case Qt::Key_Escape: {
+      const bool reading = precise_;
+      if (!hand_.escape() && reading) set_precise(false);
+      return true;
+    }
+    default: return step(key);
+  }
+}
+
+/// An arrow key moves what is selected, else the place of the precise reading.
+bool ChartWindow::step(const QKeyEvent& key) {
+  constexpr double long_step = 10;  // pixels
+  const bool is_long = key.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier);
+  const QPointF way = direction_of(key.key()) * (is_long ? long_step : 1);
+  if (way.isNull()) return false;
+  if (hand_.nudge(way.x(), way.y())) return true;
+  if (!precise_) return false;
+  const QRectF plot = stage_.plot_area();
+  const QPointF to = pointer_.value_or(plot.center()) + way;
+  if (plot.contains(to)) pointer_ = to;
+  show_reading();
+  return true;
+}
+
+/// The Tab key goes round the parts of the chart before it leaves it.
+bool ChartWindow::focusNextPrevChild(bool next) {
+  bool stays = false;
+  run([&] { stays = hand_.select_next(!next); });
+  return stays || QWidget::focusNextPrevChild(next);
+}
+
+}  // namespace tavlo

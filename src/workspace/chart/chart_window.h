@@ -1,0 +1,98 @@
+// ChartWindow: shows one chart and takes keys, clicks and drags on it. The drawing
+// is composed when the content of the chart changes and played when the window
+// has another size; a resize composes nothing.
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+#include <optional>
+
+#include "workspace/chart/chart_hand.h"
+#include "workspace/chart/chart_stage.h"
+#include "workspace/qt/user_commands.h"
+
+namespace tavlo {
+
+class ChartWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  ChartWindow(Session& session, UserCommands& commands, int chart_index, QWidget* parent = nullptr);
+
+  int index() const { return stage_.index(); }
+  ChartStage& stage() { return stage_; }
+
+  /// Notes that the content changed; `compose_if_changed` then draws it once,
+  /// however often it changed meanwhile.
+  void content_changed() { stage_.note_change(); }
+  void compose_if_changed();
+
+  const DrawingRecord& drawing() const { return stage_.drawing(); }
+  int compositions() const { return stage_.compositions(); }
+
+  ChartTool tool() const { return hand_.tool(); }
+  MovablePart selected() const { return hand_.selected(); }
+  /// Where the mouse asked for the menu; nothing when a key did.
+  const std::optional<drawing::Place>& menu_place() const { return menu_place_; }
+
+  /// On: drags zoom in, step by step. Off: back to the view before the first step.
+  void set_zooming(bool on);
+  /// The next step in, to the middle of the plot.
+  void zoom_in();
+  void zoom_back();
+  void zoom_to_automatic();
+
+  bool is_precise() const { return precise_; }
+  void set_precise(bool on);
+  void set_sub_populations(bool on);
+
+  /// The next click or drag places a mark.
+  void add_mark(MarkKind kind);
+  void edit_selected();
+  void delete_selected();
+  /// Lets the selected box find its place again.
+  void free_selected();
+
+ signals:
+  void hint_wanted(const QString& hint);
+  /// Tool, selection, zoom or reading are not what they were.
+  void state_changed();
+  /// A double click beside the marks asks for the format of what lies there.
+  void format_wanted(drawing::Place place);
+  void menu_wanted(const QPoint& at);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+  QSize sizeHint() const override { return {700, 420}; }
+
+ private:
+  void run(const std::function<void()>& action);
+  void show_state();
+  void show_reading();
+  void hide_reading();
+  void take(ChartTool tool, const QString& hint);
+  bool take_key(const QKeyEvent& key);
+  bool step(const QKeyEvent& key);
+  void play();
+
+  UserCommands& commands_;
+  ChartStage stage_;
+  ChartHand hand_;
+  bool precise_ = false;
+  std::optional<QPointF> pointer_;  // where the user reads; nothing when that is elsewhere
+  std::optional<Reading> reading_;
+  std::optional<drawing::Place> menu_place_;
+  QPixmap played_;  // the drawing at the size of the window
+  bool played_is_old_ = true;
+};
+
+}  // namespace tavlo

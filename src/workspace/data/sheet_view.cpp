@@ -1,0 +1,225 @@
+#include "workspace/data/sheet_view.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "workspace/qt/look.h"
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr Qt::KeyboardModifiers command_keys =
+    Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+
+bool types_text(const QKeyEvent& key) {
+  return !(key.modifiers() & command_keys) && !key.text().isEmpty() && key.text()[0].isPrint();
+}
+
+bool clipboard_has_lines() {
+  const QString text = QGuiApplication::clipboard()->text().trimmed();
+  return text.contains(u'\n') || text.contains(u'\r') || text.contains(u'\t');
+}
+
+/// Where a key in the edit box sends the current cell; nothing for other keys.
+std::optional<EditDirection> direction_of(int key) {
+  switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return EditDirection::none;
+    case Qt::Key_Left:
+    case Qt::Key_Backtab: return EditDirection::left;
+    case Qt::Key_Right:
+    case Qt::Key_Tab: return EditDirection::right;
+    case Qt::Key_Up: return EditDirection::up;
+    case Qt::Key_Down: return EditDirection::down;
+    default: return std::nullopt;
+  }
+}
+
+}  // namespace
+
+SheetView::SheetView(DataSheet& sheet, UserCommands& commands, QWidget* parent)
+    : QTableView(parent),
+      sheet_(sheet),
+      commands_(commands),
+      model_(sheet.grd_Data, true, nullptr),
+      edit_(viewport()) {
+  setObjectName(QStringLiteral("grd_Data"));
+  setAccessibleName(tr("Data sheet"));
+  setModel(&model_);
+  set_table_look(*this);
+  setMouseTracking(true);
+  set_up_columns();
+  set_up_edit_box();
+  show_current_cell();
+}
+
+void SheetView::set_up_columns() {
+  constexpr std::array<const char*, sheet_column::count> measures = {
+      "88888", "Data X88", "Data X88", "# Fail8", "# Susp8", "Data X88", "Data X88"};
+  const QFontMetrics metrics = fontMetrics();
+  const int margin = metrics.horizontalAdvance(QStringLiteral("XX"));
+  for (int c = sheet_column::x; c < sheet_column::count; ++c) {
+    const QString measure = to_qt(measures[static_cast<std::size_t>(c)]);
+    setColumnWidth(c - 1, metrics.horizontalAdvance(measure) + margin);
+  }
+  QHeaderView& rows = *verticalHeader();
+  rows.setMinimumWidth(metrics.horizontalAdvance(to_qt(measures[sheet_column::order])));
+  horizontalHeader()->setStretchLastSection(true);
+}
+
+void SheetView::set_up_edit_box() {
+  edit_.setObjectName(QStringLiteral("txt_Edit"));
+  edit_.setAccessibleName(tr("Cell"));
+  edit_.setMaxLength(1000);
+  edit_.setStyleSheet(
+      QStringLiteral("QLineEdit { border: 1px solid #1F5FA8; background: palette(base); }"));
+  edit_.hide();
+  edit_.installEventFilter(this);
+  connect(&edit_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    if (sheet_.editing()) sheet_.set_txt_Edit(from_qt(text));
+  });
+}
+
+void SheetView::refresh() {
+  if (!sheet_.editing()) close_edit_box();
+  model_.refresh();
+  show_current_cell();
+}
+
+void SheetView::show_current_cell() {
+  const QModelIndex cell = model_.at(sheet_.grd_Data.row(), sheet_.grd_Data.column());
+  if (cell.isValid() && cell != currentIndex()) setCurrentIndex(cell);
+}
+
+void SheetView::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2) {
+    start_edit(currentIndex().data().toString());
+  } else if (key == Qt::Key_Delete || key == Qt::Key_Backspace) {
+    clear_selected();
+  } else if (types_text(*event)) {
+    start_edit(event->text());
+  } else {
+    QTableView::keyPressEvent(event);
+  }
+}
+
+void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid())
+    start_edit(currentIndex().data().toString());
+}
+
+void SheetView::start_edit(const QString& text) {
+  const QModelIndex cell = currentIndex();
+  if (!cell.isValid()) return;
+  commands_.run([&] {
+    sheet_.grd_Data.go_to(model_.grid_row(cell), model_.grid_column(cell));
+    setCurrentIndex(cell);
+    sheet_.start_edit(from_qt(text));
+    edit_.setText(text);
+    place_edit_box();
+    edit_.show();
+    edit_.setFocus();
+    edit_.end(false);
+  });
+}
+
+void SheetView::place_edit_box() {
+  scrollTo(currentIndex());
+  edit_.setGeometry(visualRect(currentIndex()));
+}
+
+void SheetView::close_edit_box() {
+  if (edit_.isHidden()) return;
+  // First the focus: hiding the box would pass it on as the Tab key does, and
+  // the current cell with it.
+  if (edit_.hasFocus()) setFocus();
+  edit_.hide();
+}
+
+void SheetView::finish_edit(EditDirection direction) {
+  commands_.run([&] {
+    sheet_.finish_edit(direction);
+    refresh();
+    emit edited();
+  });
+}
+
+void SheetView::cancel_edit() {
+  sheet_.cancel_edit();
+  close_edit_box();
+}
+
+void SheetView::leave_edit() {
+  if (!sheet_.editing()) return;
+  commands_.run([&] {
+    sheet_.txt_Edit_LostFocus();
+    close_edit_box();
+    model_.refresh();
+    emit edited();
+  });
+}
+
+void SheetView::clear_selected() {
+  commands_.run([&] {
+    mirror_selection();
+    const GridBlock block = sheet_.grd_Data.selection();
+    const int last_row = std::min(block.last_row, std::max(sheet_.lrows, block.first_row));
+    for (int row = block.first_row; row <= last_row; ++row)
+      for (int column = block.first_column; column <= block.last_column; ++column)
+        sheet_.enter(row, column, {});
+    model_.refresh();
+    emit edited();
+  });
+}
+
+bool SheetView::edit_key(QKeyEvent& key) {
+  if (key.key() == Qt::Key_Escape) {
+    cancel_edit();
+    return true;
+  }
+  // Rows pasted into one cell would run together into one number.
+  if (key.matches(QKeySequence::Paste) && clipboard_has_lines()) {
+    leave_edit();
+    emit rows_pasted();
+    return true;
+  }
+  if (key.modifiers() & command_keys) return false;
+  const auto direction = direction_of(key.key());
+  if (direction) finish_edit(*direction);
+  return direction.has_value();
+}
+
+bool SheetView::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != &edit_) return QTableView::eventFilter(watched, event);
+  if (event->type() == QEvent::KeyPress) return edit_key(*static_cast<QKeyEvent*>(event));
+  // A menu of the box itself takes the focus for a moment; the edit goes on.
+  if (event->type() == QEvent::FocusOut &&
+      static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+    leave_edit();
+  return false;
+}
+
+void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  show_hint(current);
+}
+
+bool SheetView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::MouseMove)
+    show_hint(indexAt(static_cast<QMouseEvent*>(event)->pos()));
+  return QTableView::viewportEvent(event);
+}
+
+void SheetView::show_hint(const QModelIndex& index) {
+  if (index.isValid()) emit hint_wanted(to_qt(DataSheet::hint(model_.grid_column(index))));
+}
+
+}  // namespace tavlo

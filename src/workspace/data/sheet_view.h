@@ -1,0 +1,64 @@
+// SheetView: the grid of a data sheet with its edit box. It turns keys and
+// clicks into calls of the DataSheet and shows what came of them; the rules of
+// the sheet are the DataSheet's.
+#pragma once
+
+#include <QLineEdit>
+#include <QTableView>
+
+#include "project/data_sheet.h"
+#include "workspace/qt/grid_model.h"
+#include "workspace/qt/user_commands.h"
+
+namespace tavlo {
+
+class SheetView : public QTableView {
+  Q_OBJECT
+
+ public:
+  SheetView(DataSheet& sheet, UserCommands& commands, QWidget* parent);
+
+  /// Shows the sheet as it stands now, with the current cell of the grid.
+  void refresh();
+
+  /// Empties the selected cells.
+  void clear_selected();
+
+  /// The selection becomes the grid's, so that copy and paste find it.
+  void mirror_selection() { model_.mirror_selection(*this); }
+
+  QLineEdit& edit_box() { return edit_; }
+
+ signals:
+  void edited();
+  void hint_wanted(const QString& hint);
+  /// Several cells were pasted while one was being edited; the edit has ended.
+  void rows_pasted();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void set_up_columns();
+  void set_up_edit_box();
+  void start_edit(const QString& text);
+  void place_edit_box();
+  void finish_edit(EditDirection direction);
+  void cancel_edit();
+  void leave_edit();
+  void close_edit_box();
+  bool edit_key(QKeyEvent& key);
+  void show_current_cell();
+  void show_hint(const QModelIndex& index);
+
+  DataSheet& sheet_;
+  UserCommands& commands_;
+  GridModel model_;
+  QLineEdit edit_;
+};
+
+}  // namespace tavlo

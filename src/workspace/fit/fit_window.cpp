@@ -1,0 +1,234 @@
+#include "workspace/fit/fit_window.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "files/intake.h"
+#include "workspace/fit/fit_choices.h"
+#include "workspace/qt/look.h"
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr int gap = 6;
+
+QString option_name(const char* group, int index) {
+  return QStringLiteral("%1_%2").arg(to_qt(group)).arg(index);
+}
+
+/// Tab stops at the option that is chosen; the arrow keys go to the others.
+void stop_at_checked(const QButtonGroup& group) {
+  for (QAbstractButton* button : group.buttons())
+    button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+}  // namespace
+
+FitWindow::FitWindow(Session& session, UserCommands& commands, int fit_index, QWidget* parent)
+    : QWidget(parent),
+      session_(session),
+      commands_(commands),
+      index_(fit_index),
+      model_(session.gFitForm(fit_index)->grd_Fit, false, nullptr),
+      grd_Fit_(this) {
+  set_up_grid();
+  lay_out();
+  show_choices();
+  refresh_grid();
+}
+
+// The panel scrolls when the window is too small for it, so that every control
+// stays within reach.
+void FitWindow::lay_out() {
+  auto* content = new QWidget;
+  auto* top = new QHBoxLayout;
+  top->setSpacing(gap);
+  top->addWidget(make_model_frame());
+  top->addWidget(make_method_frame());
+  top->addWidget(make_action_column());
+  top->addStretch(1);
+  auto* rows = new QVBoxLayout(content);
+  rows->setContentsMargins(gap, gap, gap, gap);
+  rows->setSpacing(gap);
+  rows->addLayout(top);
+  rows->addWidget(&grd_Fit_, 1);
+
+  auto* scroller = new QScrollArea(this);
+  scroller->setObjectName(QStringLiteral("panel_area"));
+  scroller->setFrameShape(QFrame::NoFrame);
+  scroller->setFocusPolicy(Qt::NoFocus);
+  scroller->setWidgetResizable(true);
+  scroller->setWidget(content);
+  auto* whole = new QVBoxLayout(this);
+  whole->setContentsMargins(0, 0, 0, 0);
+  whole->addWidget(scroller);
+}
+
+QWidget* FitWindow::make_model_frame() {
+  model_frame_ = new QGroupBox(tr("Model"));
+  model_frame_->setObjectName(QStringLiteral("fra_Model"));
+  model_frame_->installEventFilter(this);
+  new QGridLayout(model_frame_);
+  chk_Big_ = new QCheckBox(tr("Na&mes"));
+  chk_Big_->setObjectName(QStringLiteral("chk_Big"));
+  chk_Big_->setToolTip(tr("Show the names of the models"));
+  connect(chk_Big_, &QCheckBox::toggled, this, &FitWindow::place_model_options);
+  for (const ModelOption& option : model_options()) add_model_option(option);
+  place_model_options(false);
+  connect(&opt_Model_, &QButtonGroup::idClicked, this, [this](int option) {
+    commands_.run([&] {
+      opt_Model_Click(session_, index_, option);
+      show_choices();
+      emit choices_changed();
+    });
+  });
+  return model_frame_;
+}
+
+void FitWindow::add_model_option(const ModelOption& option) {
+  const bool available = model_of_option(option.index) != nullptr;
+  auto* button = new QRadioButton(to_qt(option.caption), model_frame_);
+  button->setObjectName(option_name("opt_Model", option.index));
+  button->setAccessibleName(to_qt(option.label));
+  button->setEnabled(available);
+  const QString label = to_qt(option.label);
+  const QString tip = available ? to_qt(option.tool_tip) : tr("not available yet");
+  button->setToolTip(label + QStringLiteral("\n") + tip);
+  opt_Model_.addButton(button, option.index);
+}
+
+void FitWindow::place_model_options(bool with_labels) {
+  auto& grid = *static_cast<QGridLayout*>(model_frame_->layout());
+  const int columns = with_labels ? 2 : 6;
+  for (const ModelOption& option : model_options()) {
+    QAbstractButton* button = opt_Model_.button(option.index);
+    const bool labelled = with_labels && option.label[0] != '\0';
+    button->setText(to_qt(option.caption) +
+                    (labelled ? QStringLiteral("  ") + to_qt(option.label) : QString()));
+    grid.removeWidget(button);
+    grid.addWidget(button, option.index / columns, option.index % columns);
+  }
+  const int count = static_cast<int>(model_options().size());
+  grid.removeWidget(chk_Big_);
+  grid.addWidget(chk_Big_, count / columns, count % columns, 1, columns - count % columns);
+  grid.setContentsMargins(gap, 2, gap, 4);
+  grid.setHorizontalSpacing(8);
+  grid.setVerticalSpacing(2);
+}
+
+QWidget* FitWindow::make_method_frame() {
+  auto* frame = new QGroupBox(tr("Method"));
+  frame->setObjectName(QStringLiteral("fra_Method"));
+  auto* rows = new QVBoxLayout(frame);
+  rows->setContentsMargins(gap, 2, gap, 4);
+  rows->setSpacing(2);
+  for (const Method& method : methods()) {
+    auto* button = new QRadioButton(to_qt(method.panel_caption));
+    button->setObjectName(option_name("opt_Method", method.code));
+    button->setToolTip(to_qt(method_menu_caption(method.code)));
+    opt_Method_.addButton(button, method.code);
+    rows->addWidget(button);
+  }
+  rows->addStretch(1);
+  connect(&opt_Method_, &QButtonGroup::idClicked, this, [this](int method) {
+    commands_.run([&] {
+      opt_Method_Click(session_, index_, static_cast<std::int16_t>(method));
+      show_choices();
+      emit choices_changed();
+    });
+  });
+  return frame;
+}
+
+QWidget* FitWindow::make_action_column() {
+  auto* column = new QWidget;
+  auto* rows = new QVBoxLayout(column);
+  rows->setContentsMargins(0, gap, 0, 0);
+  btn_Fit_ = new QPushButton;
+  btn_Fit_->setObjectName(QStringLiteral("btn_Fit"));
+  btn_Fit_->setMinimumHeight(fontMetrics().height() * 2);
+  btn_Fit_->setToolTip(tr("Fits the chosen model to the times of the sheet (Alt+C)"));
+  set_button_caption(tr("&Calculate Fit"));
+  connect(btn_Fit_, &QPushButton::clicked, this,
+          commands_.slot([this] { CheckAndFit(session_, index_); }));
+  txt_Custom_ = new QLabel;
+  txt_Custom_->setObjectName(QStringLiteral("txt_Custom"));
+  txt_Custom_->setToolTip(tr("Plot and formula of the model"));
+  rows->addWidget(btn_Fit_);
+  rows->addWidget(txt_Custom_);
+  rows->addStretch(1);
+  return column;
+}
+
+void FitWindow::set_button_caption(const QString& caption) {
+  btn_Fit_->setText(caption);
+  // The frame owns Alt+C, so that it works from every child window; a second
+  // owner would make the key ambiguous.
+  btn_Fit_->setShortcut({});
+  btn_Fit_->repaint();
+}
+
+void FitWindow::set_up_grid() {
+  grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
+  grd_Fit_.setAccessibleName(tr("Fits"));
+  grd_Fit_.setModel(&model_);
+  set_table_look(grd_Fit_);
+  grd_Fit_.setTabKeyNavigation(false);
+  grd_Fit_.verticalHeader()->hide();
+  grd_Fit_.setMinimumHeight(fontMetrics().height() * 4);
+}
+
+void FitWindow::show_choices() {
+  const FitPanel& panel = *session_.gFitForm(index_);
+  for (const ModelOption& option : model_options()) {
+    const Model* model = model_of_option(option.index);
+    if (model && model->code == panel.nModel) opt_Model_.button(option.index)->setChecked(true);
+  }
+  if (QAbstractButton* method = opt_Method_.button(panel.nMethod)) method->setChecked(true);
+  for (const QButtonGroup* group : {&opt_Model_, &opt_Method_}) stop_at_checked(*group);
+  txt_Custom_->setText(to_qt(panel.txt_Custom));
+}
+
+void FitWindow::refresh_grid() {
+  model_.refresh();
+  fit_columns();
+  grd_Fit_.scrollToBottom();
+}
+
+// Wide enough for the heading, for a usual number and for what stands there.
+void FitWindow::fit_columns() {
+  const QFontMetrics metrics = grd_Fit_.fontMetrics();
+  const int margin = metrics.horizontalAdvance(QStringLiteral("XX"));
+  const int number = metrics.horizontalAdvance(QStringLiteral("12.888888"));
+  for (int c = 0; c < model_.columnCount(); ++c) {
+    const QString heading = model_.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
+    int width = metrics.horizontalAdvance(heading);
+    if (c == fit_column::quality || c == fit_column::scale || c == fit_column::shape)
+      width = std::max(width, number);
+    for (int r = 0; r < model_.rowCount(); ++r)
+      width = std::max(width, metrics.horizontalAdvance(model_.index(r, c).data().toString()));
+    grd_Fit_.setColumnWidth(c, width + margin);
+  }
+}
+
+// A focus proxy would take the button out of the round of the Tab key.
+void FitWindow::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  btn_Fit_->setFocus();
+}
+
+// The names close again when the mouse leaves the frame. A frame without the
+// mouse is one opened by the keyboard, which never gets this event.
+bool FitWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == model_frame_ && event->type() == QEvent::Leave) chk_Big_->setChecked(false);
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace tavlo

@@ -1,0 +1,41 @@
+#include "workspace/format/format_draft.h"
+
+#include "chart/compose/auto_scale.h"
+#include "chart/compose/preview.h"
+#include "files/chart_repair.h"
+
+namespace tavlo {
+
+FormatDraft::FormatDraft(Session& session, UserCommands& commands, int chart_index)
+    : session_(session), commands_(commands), index_(chart_index) {
+  drop();
+  compose();
+}
+
+void FormatDraft::edit(const std::function<void(Chart&)>& change) {
+  commands_.run([&] {
+    change(chart());
+    emit edited();
+  });
+}
+
+void FormatDraft::replace(const std::function<bool(Chart&)>& change) {
+  commands_.run([&] {
+    if (!change(chart())) return;
+    compose();
+    emit replaced();
+  });
+}
+
+void FormatDraft::compose() { drawing_ = preview_chart(session_, chart()); }
+
+void FormatDraft::keep() {
+  make_drawable(chart());
+  SetAutoScale(session_, chart());
+  session_.gChart(index_) = chart();
+  session_.ports.views.chart_changed(index_);
+}
+
+void FormatDraft::drop() { session_.gChartNow = session_.gChart(index_); }
+
+}  // namespace tavlo

@@ -1,0 +1,47 @@
+#include "workspace/frame/busy_filter.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+namespace tavlo {
+
+namespace {
+
+bool is_input(QEvent::Type type) {
+  switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::ContextMenu:
+    case QEvent::InputMethod: return true;
+    default: return false;
+  }
+}
+
+}  // namespace
+
+void BusyFilter::set_busy(bool busy) {
+  if (!busy && depth_ == 0) return;
+  depth_ += busy ? 1 : -1;
+  if (busy && depth_ == 1) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    qApp->installEventFilter(this);
+  } else if (!busy && depth_ == 0) {
+    qApp->removeEventFilter(this);
+    QApplication::restoreOverrideCursor();
+  }
+}
+
+bool BusyFilter::eventFilter(QObject*, QEvent* event) {
+  // A box that the calculation itself shows must be answered.
+  if (!is_input(event->type()) || QApplication::activeModalWidget()) return false;
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+    session_.solver.abort_flag = 1;
+  return true;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,43 @@
+#include "workspace/frame/child_window.h"
+
+#include <QCloseEvent>
+#include <QMdiArea>
+
+namespace tavlo {
+
+ChildWindow::ChildWindow(QWidget* content, const QString& node_key, const QString& title,
+                         const QIcon& icon)
+    : node_key_(node_key) {
+  setWidget(content);
+  setWindowTitle(title);
+  setWindowIcon(icon);
+  setAccessibleName(title);
+  setFocusProxy(content);
+  // Tab goes round the controls of the content; the frame itself is no stop.
+  setFocusPolicy(Qt::ClickFocus);
+}
+
+void ChildWindow::bring_to_front() {
+  if (isMinimized()) showNormal();
+  show();
+  if (mdiArea()) mdiArea()->setActiveSubWindow(this);
+  if (!isAncestorOf(focusWidget())) widget()->setFocus();
+}
+
+void ChildWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  hide();
+  emit recycled();
+}
+
+void ChildWindow::mousePressEvent(QMouseEvent* event) {
+  geometry_at_press_ = geometry();
+  QMdiSubWindow::mousePressEvent(event);
+}
+
+void ChildWindow::mouseReleaseEvent(QMouseEvent* event) {
+  QMdiSubWindow::mouseReleaseEvent(event);
+  if (geometry() != geometry_at_press_) emit moved_by_user();
+}
+
+}  // namespace tavlo

@@ -1,0 +1,35 @@
+#include "workspace/frame/new_project.h"
+
+#include "actions/reports.h"
+#include "life/models.h"
+#include "numerics/date_text.h"
+
+namespace tavlo {
+
+namespace {
+
+std::string head_line(Clock& clock) {
+  const DateTime now = clock.now();
+  return std::string("Tavlo ") + TAVLO_VERSION + "  " + format_date(now, "yyyy") +
+         format_date(now, "  ddd dd mmm yyyy    hh:mmampm") + "\n";
+}
+
+void choose_standard_fit(FitPanel& panel) {
+  const Model* model = find_model(model_code::weibull2);
+  panel.nModel = model->code;
+  panel.txt_Custom = model->panel_formula;
+  panel.nMethod = method_code::x_on_y;
+}
+
+}  // namespace
+
+void start_project(Session& session) {
+  reset_project(session);
+  for (int i = 1; i <= session.nFit; ++i) {
+    choose_standard_fit(*session.gFitForm(i));
+    Load_Fit(session, i);
+  }
+  AppendLog(session, head_line(session.ports.clock), false);
+}
+
+}  // namespace tavlo

@@ -1,0 +1,262 @@
+#include "workspace/frame/project_windows.h"
+
+#include <QApplication>
+#include <QResizeEvent>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "workspace/frame/block_layout.h"
+#include "workspace/qt/icons.h"
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+QString key_of(char kind, int index) { return QLatin1Char(kind) + QString::number(index); }
+
+Block block_of(const QString& node_key) {
+  switch (node_key.front().toLatin1()) {
+    case 'D': return Block::sheet;
+    case 'F': return Block::panel;
+    case 'C': return Block::chart;
+    default: return Block::log;
+  }
+}
+
+}  // namespace
+
+ProjectWindows::ProjectWindows(Program& program, QWidget* parent)
+    : QMdiArea(parent), program_(program) {
+  setObjectName(QStringLiteral("area"));
+  setBackground(palette().mid());
+  setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  connect_views();
+}
+
+ProjectWindows::~ProjectWindows() { end_all(); }
+
+void ProjectWindows::connect_views() {
+  const ViewSignals& views = program_.views;
+  const auto has = [](const auto& list, int index) {
+    return index >= 1 && slot(index) < list.size();
+  };
+  connect(&views, &ViewSignals::sheet, this, [this, has](int index) {
+    if (has(sheets_, index)) sheet(index).refresh();
+    emit content_changed();
+  });
+  connect(&views, &ViewSignals::fit_grid, this, [this, has](int index) {
+    if (has(panels_, index)) panel(index).refresh_grid();
+  });
+  connect(&views, &ViewSignals::button_caption, this, [this, has](int index, const QString& text) {
+    if (has(panels_, index)) panel(index).set_button_caption(text);
+  });
+  connect(&views, &ViewSignals::chart, this, [this, has](int index) {
+    if (has(charts_, index)) chart(index).content_changed();
+  });
+  connect(&program_.commands, &UserCommands::finished, this, &ProjectWindows::catch_up);
+}
+
+// A command may change a chart and the log many times; they are shown once,
+// when it is over. The sheet closes an edit that the core has ended.
+void ProjectWindows::catch_up() {
+  for (ChartWindow* each : charts_) each->compose_if_changed();
+  for (int i = 1; i <= static_cast<int>(sheets_.size()); ++i)
+    if (!program_.session.gDataForm(i)->editing() && sheet(i).edit_box().isVisible())
+      sheet(i).refresh();
+  if (log_) log_->refresh();
+}
+
+void ProjectWindows::end_all() {
+  const auto ending = std::exchange(children_, {});
+  sheets_.clear();
+  panels_.clear();
+  charts_.clear();
+  log_ = nullptr;
+  for (ChildWindow* each : ending) {
+    removeSubWindow(each);
+    delete each;
+  }
+}
+
+void ProjectWindows::build() {
+  in_blocks_ = true;
+  build_sheets();
+  build_panels();
+  build_charts();
+  build_log();
+  catch_up();
+  Tile_Block();
+  child(QStringLiteral("D1"))->bring_to_front();
+}
+
+void ProjectWindows::build_sheets() {
+  Session& session = program_.session;
+  for (int i = 1; i <= session.nData; ++i) {
+    auto* view = new SheetView(*session.gDataForm(i), program_.commands, nullptr);
+    connect(view, &SheetView::hint_wanted, this, &ProjectWindows::hint_wanted);
+    connect(view, &SheetView::rows_pasted, this, &ProjectWindows::rows_pasted);
+    connect(view, &SheetView::edited, this, &ProjectWindows::content_changed);
+    sheets_.push_back(view);
+    add(view, key_of('D', i), QStringLiteral("frm_data"), QStringLiteral("editor"),
+        session.gData(i).Title);
+  }
+}
+
+void ProjectWindows::build_panels() {
+  Session& session = program_.session;
+  for (int i = 1; i <= session.nFit; ++i) {
+    auto* panel = new FitWindow(session, program_.commands, i);
+    connect(panel, &FitWindow::choices_changed, this, &ProjectWindows::content_changed);
+    panels_.push_back(panel);
+    add(panel, key_of('F', i), QStringLiteral("frm_Fit"), QStringLiteral("pc"),
+        session.gFit(i).Title);
+  }
+}
+
+void ProjectWindows::build_charts() {
+  Session& session = program_.session;
+  for (int i = 1; i <= session.nCharts; ++i) {
+    charts_.push_back(new ChartWindow(session, program_.commands, i));
+    connect(charts_.back(), &ChartWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
+    add(charts_.back(), key_of('C', i), QStringLiteral("frm_Chart"), QStringLiteral("graph"),
+        "Chart" + std::to_string(i));
+  }
+}
+
+void ProjectWindows::build_log() {
+  log_ = new LogWindow(program_.session.log);
+  add(log_, QStringLiteral("L1"), QStringLiteral("frm_Log"), QStringLiteral("doc"), "Log");
+}
+
+ChildWindow& ProjectWindows::add(QWidget* content, const QString& key, const QString& name,
+                                 const QString& image, const std::string& title) {
+  auto* window = new ChildWindow(content, key, to_qt(title), icon(image));
+  window->setObjectName(name);
+  addSubWindow(window);
+  window->installEventFilter(this);
+  connect(window, &ChildWindow::moved_by_user, this, [this] { in_blocks_ = false; });
+  connect(window, &ChildWindow::recycled, this, [this, window] {
+    if (in_blocks_) Tile_Block();
+    activateNextSubWindow();
+    emit child_hidden(window->node_key());
+  });
+  children_.push_back(window);
+  window->show();
+  return *window;
+}
+
+ChildWindow* ProjectWindows::child(const QString& node_key) const {
+  const auto found = std::find_if(children_.begin(), children_.end(), [&](const ChildWindow* each) {
+    return each->node_key() == node_key;
+  });
+  return found == children_.end() ? nullptr : *found;
+}
+
+int ProjectWindows::current_index() const {
+  const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
+  if (!active || active->node_key().front() == u'L' || active->node_key().front() == u'C') return 1;
+  return active->node_key().mid(1).toInt();
+}
+
+int ProjectWindows::focused_sheet() const {
+  const auto found = std::find_if(sheets_.begin(), sheets_.end(),
+                                  [](const SheetView* each) { return each->hasFocus(); });
+  return found == sheets_.end() ? 0 : static_cast<int>(found - sheets_.begin()) + 1;
+}
+
+int ProjectWindows::focused_panel() const {
+  const QWidget* focus = QApplication::focusWidget();
+  const auto found = std::find_if(panels_.begin(), panels_.end(), [focus](const FitWindow* each) {
+    return focus && each->isAncestorOf(focus);
+  });
+  return found == panels_.end() ? 0 : static_cast<int>(found - panels_.begin()) + 1;
+}
+
+int ProjectWindows::focused_chart() const {
+  const auto found = std::find_if(charts_.begin(), charts_.end(),
+                                  [](const ChartWindow* each) { return each->hasFocus(); });
+  return found == charts_.end() ? 0 : static_cast<int>(found - charts_.begin()) + 1;
+}
+
+int ProjectWindows::current_chart() const {
+  if (charts_.empty()) return 0;
+  const QMdiSubWindow* active = activeSubWindow();
+  const auto found = std::find_if(charts_.begin(), charts_.end(), [&](const ChartWindow* each) {
+    return active && active->widget() == each;
+  });
+  return found == charts_.end() ? 1 : (*found)->index();
+}
+
+void ProjectWindows::bring_to_front(const QWidget& view) {
+  for (ChildWindow* each : children_)
+    if (each->widget() == &view) each->bring_to_front();
+}
+
+void ProjectWindows::Tile_Block() {
+  in_blocks_ = true;
+  std::array<bool, block_count> visible{};
+  for (const ChildWindow* each : children_)
+    if (!each->isHidden()) visible[static_cast<std::size_t>(block_of(each->node_key()))] = true;
+  const auto places = block_layout(viewport()->size(), fontMetrics().height(), visible);
+  for (ChildWindow* each : children_) {
+    if (each->isHidden()) continue;
+    if (each->isMaximized() || each->isMinimized()) each->showNormal();
+    each->setGeometry(places[static_cast<std::size_t>(block_of(each->node_key()))]);
+  }
+}
+
+void ProjectWindows::tile(bool side_by_side) {
+  in_blocks_ = false;
+  std::vector<ChildWindow*> shown;
+  for (ChildWindow* each : children_)
+    if (!each->isHidden()) shown.push_back(each);
+  const int count = static_cast<int>(shown.size());
+  for (int i = 0; i < count; ++i) {
+    shown[static_cast<std::size_t>(i)]->showNormal();
+    shown[static_cast<std::size_t>(i)]->setGeometry(
+        strip(viewport()->size(), i, count, side_by_side));
+  }
+}
+
+void ProjectWindows::cascade() {
+  in_blocks_ = false;
+  cascadeSubWindows();
+}
+
+void ProjectWindows::hide_all() {
+  for (ChildWindow* each : children_)
+    if (!each->isHidden()) each->close();
+}
+
+void ProjectWindows::restore_all() {
+  for (ChildWindow* each : children_)
+    if (each->isHidden()) each->show();
+  if (in_blocks_) Tile_Block();
+}
+
+void ProjectWindows::resizeEvent(QResizeEvent* event) {
+  QMdiArea::resizeEvent(event);
+  const auto* active = activeSubWindow();
+  if (in_blocks_ && !(active && active->isMaximized())) Tile_Block();
+}
+
+bool ProjectWindows::eventFilter(QObject* watched, QEvent* event) {
+  auto* window = qobject_cast<ChildWindow*>(watched);
+  if (window && event->type() == QEvent::ShowToParent) {
+    emit child_shown(window->node_key());
+    if (in_blocks_)
+      QMetaObject::invokeMethod(
+          this,
+          [this] {
+            if (in_blocks_) Tile_Block();
+          },
+          Qt::QueuedConnection);
+  }
+  return QMdiArea::eventFilter(watched, event);
+}
+
+}  // namespace tavlo

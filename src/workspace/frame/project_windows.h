@@ -1,0 +1,97 @@
+// ProjectWindows: the child windows of the project in their area of the frame:
+// one sheet, panel and chart a record and one log. They are hidden, not
+// destroyed, when closed, and live as long as the project.
+#pragma once
+
+#include <QMdiArea>
+#include <vector>
+
+#include "workspace/chart/chart_window.h"
+#include "workspace/data/sheet_view.h"
+#include "workspace/fit/fit_window.h"
+#include "workspace/frame/child_window.h"
+#include "workspace/frame/log_window.h"
+#include "workspace/frame/program.h"
+
+namespace tavlo {
+
+class ProjectWindows : public QMdiArea {
+  Q_OBJECT
+
+ public:
+  explicit ProjectWindows(Program& program, QWidget* parent = nullptr);
+  ~ProjectWindows() override;
+
+  /// Ends all windows; after this the records may go.
+  void end_all();
+
+  /// Makes the windows of the session's records and lays them out.
+  void build();
+
+  // Views by the index of their record, from 1.
+  SheetView& sheet(int index) { return *sheets_.at(slot(index)); }
+  FitWindow& panel(int index) { return *panels_.at(slot(index)); }
+  ChartWindow& chart(int index) { return *charts_.at(slot(index)); }
+  LogWindow& log() { return *log_; }
+
+  const std::vector<ChildWindow*>& children() const { return children_; }
+  ChildWindow* child(const QString& node_key) const;
+
+  /// The index of the sheet or panel that has the keyboard; 0 when none has.
+  int focused_sheet() const;
+  int focused_panel() const;
+
+  /// The index of the chart that has the keyboard; 0 when none has.
+  int focused_chart() const;
+
+  /// The index of the chart whose window is active, else 1; 0 without charts.
+  int current_chart() const;
+
+  /// Shows the window around a view and gives it the focus.
+  void bring_to_front(const QWidget& view);
+
+  /// The record index of the sheet or panel that has the focus; 1 when none has.
+  int current_index() const;
+
+  /// Places the visible windows in blocks, and again whenever the frame changes
+  /// its size, until the user moves one.
+  void Tile_Block();
+  void tile(bool side_by_side);
+  void cascade();
+
+  /// Hides every window, or shows every hidden one.
+  void hide_all();
+  void restore_all();
+
+ signals:
+  void child_hidden(const QString& node_key);
+  void child_shown(const QString& node_key);
+  void hint_wanted(const QString& hint);
+  void rows_pasted();
+  void content_changed();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  static std::size_t slot(int index) { return static_cast<std::size_t>(index) - 1; }
+  void connect_views();
+  void build_sheets();
+  void build_panels();
+  void build_charts();
+  void build_log();
+  ChildWindow& add(QWidget* content, const QString& key, const QString& name, const QString& image,
+                   const std::string& title);
+  void catch_up();
+
+  Program& program_;
+  std::vector<ChildWindow*> children_;
+  std::vector<SheetView*> sheets_;
+  std::vector<FitWindow*> panels_;
+  std::vector<ChartWindow*> charts_;
+  LogWindow* log_ = nullptr;
+  bool in_blocks_ = true;
+};
+
+}  // namespace tavlo

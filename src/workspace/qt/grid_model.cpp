@@ -1,0 +1,86 @@
+#include "workspace/qt/grid_model.h"
+
+#include <QItemSelectionModel>
+#include <QTableView>
+
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+bool reads_as_number(const QString& text) {
+  if (text.isEmpty()) return false;
+  const QChar first = text.front();
+  return first.isDigit() || first == u'-' || first == u'.';
+}
+
+}  // namespace
+
+GridModel::GridModel(Grid& grid, bool numbers_in_header, QObject* parent)
+    : QAbstractTableModel(parent),
+      grid_(grid),
+      first_column_(numbers_in_header ? 1 : 0),
+      rows_(grid.rows() - 1) {}
+
+void GridModel::refresh() {
+  const int rows = grid_.rows() - 1;
+  if (rows > rows_) {
+    beginInsertRows({}, rows_, rows - 1);
+    rows_ = rows;
+    endInsertRows();
+  } else if (rows < rows_) {
+    beginRemoveRows({}, rows, rows_ - 1);
+    rows_ = rows;
+    endRemoveRows();
+  }
+  emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+  if (rows_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
+}
+
+QModelIndex GridModel::at(int grid_row, int grid_column) const {
+  return index(grid_row - 1, grid_column - first_column_);
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
+
+int GridModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : grid_.columns() - first_column_;
+}
+
+// The view may ask while a calculation has made the grid shorter already.
+QString GridModel::text(int row, int column) const {
+  return row < grid_.rows() ? to_qt(grid_.text(row, column)) : QString();
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  const QString shown = text(grid_row(index), grid_column(index));
+  if (role == Qt::DisplayRole || role == Qt::EditRole) return shown;
+  if (role == Qt::TextAlignmentRole)
+    return int((reads_as_number(shown) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+  return {};
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  const bool horizontal = orientation == Qt::Horizontal;
+  if (role == Qt::TextAlignmentRole)
+    return int((horizontal ? Qt::AlignHCenter : Qt::AlignRight) | Qt::AlignVCenter);
+  if (role != Qt::DisplayRole) return {};
+  if (horizontal) return text(0, section + first_column_);
+  return first_column_ == 1 ? QVariant(text(section + 1, 0)) : QVariant(section + 1);
+}
+
+void GridModel::mirror_selection(const QTableView& view) {
+  const QItemSelection selection = view.selectionModel()->selection();
+  if (selection.isEmpty()) {
+    if (const QModelIndex current = view.currentIndex(); current.isValid())
+      grid_.go_to(grid_row(current), grid_column(current));
+    return;
+  }
+  const QItemSelectionRange& block = selection.first();
+  grid_.go_to(grid_row(block.topLeft()), grid_column(block.topLeft()));
+  grid_.select_to(grid_row(block.bottomRight()), grid_column(block.bottomRight()));
+}
+
+}  // namespace tavlo

@@ -1,0 +1,182 @@
+#include "workspace/qt/qt_ports.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QLocale>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QProcess>
+
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+QMessageBox::Icon icon_of(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::none: return QMessageBox::NoIcon;
+    case BoxIcon::information: return QMessageBox::Information;
+    case BoxIcon::question: return QMessageBox::Question;
+    case BoxIcon::exclamation: return QMessageBox::Warning;
+    case BoxIcon::stop: return QMessageBox::Critical;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons buttons_of(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::ok: return QMessageBox::Ok;
+    case BoxButtons::ok_cancel: return QMessageBox::Ok | QMessageBox::Cancel;
+    case BoxButtons::yes_no: return QMessageBox::Yes | QMessageBox::No;
+    case BoxButtons::yes_no_cancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case BoxButtons::retry_cancel: return QMessageBox::Retry | QMessageBox::Cancel;
+  }
+  return QMessageBox::Ok;
+}
+
+BoxAnswer answer_of(int button) {
+  switch (button) {
+    case QMessageBox::Ok: return BoxAnswer::ok;
+    case QMessageBox::Yes: return BoxAnswer::yes;
+    case QMessageBox::No: return BoxAnswer::no;
+    case QMessageBox::Retry: return BoxAnswer::retry;
+    default: return BoxAnswer::cancel;
+  }
+}
+
+/// "All (*.*)|*.*|Text (*.txt)|*.txt" as a list of Qt's filters.
+QStringList filters_of(const std::string& filter) {
+  QStringList filters;
+  const QStringList parts = to_qt(filter).split(u'|');
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    const QString name = parts[i].section(u'(', 0, 0).trimmed();
+    filters << QStringLiteral("%1 (%2)").arg(name, QString(parts[i + 1]).replace(u';', u' '));
+  }
+  return filters;
+}
+
+/// The extension of a filter as "Metafile (*.wmf)"; empty for "All (*.*)".
+QString extension_of(const QString& filter) {
+  const QString first = filter.section(QStringLiteral("*."), 1).section(u' ', 0, 0).remove(u')');
+  return first == QStringLiteral("*") ? QString() : first;
+}
+
+/// A name without an extension gets that of the chosen kind of file: here, before
+/// the dialog asks whether to replace an old one.
+void complete_names(QFileDialog& dialog) {
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  const auto complete = [&dialog](const QString& filter) {
+    dialog.setDefaultSuffix(extension_of(filter));
+  };
+  complete(dialog.selectedNameFilter());
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, complete);
+}
+
+/// A box is only as wide as its text, and a title cut short says nothing.
+void widen_to_title(QMessageBox& window) {
+  constexpr int icon_and_buttons = 120;
+  auto* grid = qobject_cast<QGridLayout*>(window.layout());
+  if (!grid) return;
+  const int width = window.fontMetrics().horizontalAdvance(window.windowTitle());
+  grid->addItem(new QSpacerItem(width * 5 / 4 + icon_and_buttons, 0), grid->rowCount(), 0, 1,
+                grid->columnCount());
+}
+
+}  // namespace
+
+NumberPunctuation system_punctuation() {
+  const bool comma = QLocale::system().decimalPoint() == QStringLiteral(",");
+  return comma ? NumberPunctuation{',', '.'} : NumberPunctuation{'.', ','};
+}
+
+// A box over a dialog belongs to the dialog, or the window manager would hand the
+// keyboard to the frame behind both when the box closes.
+QWidget* QtPrompts::owner() const {
+  QWidget* const dialog = QApplication::activeModalWidget();
+  return dialog ? dialog : parent_.data();
+}
+
+BoxAnswer QtPrompts::show(const Box& box) {
+  if (!folding_.continues(box)) end_command();
+  return folding_.wants_showing(box) ? show_now(box) : BoxAnswer::ok;
+}
+
+void QtPrompts::end_command() {
+  if (const auto rest = folding_.end_run()) show_now(*rest);
+}
+
+BoxAnswer QtPrompts::show_now(const Box& box) {
+  QMessageBox window(icon_of(box.icon), to_qt(box.title.empty() ? "Tavlo" : box.title),
+                     to_qt(box.text), buttons_of(box.buttons), owner());
+  window.setObjectName(QStringLiteral("box"));
+  window.setTextFormat(Qt::PlainText);
+  window.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  if (box.buttons == BoxButtons::yes_no) window.setDefaultButton(QMessageBox::No);
+  widen_to_title(window);
+  return answer_of(window.exec());
+}
+
+std::optional<std::string> QtPrompts::ask_line(const std::string& title, const std::string& text,
+                                               const std::string& suggestion) {
+  bool accepted = false;
+  const QString line = QInputDialog::getText(owner(), to_qt(title), to_qt(text), QLineEdit::Normal,
+                                             to_qt(suggestion), &accepted);
+  if (!accepted) return std::nullopt;
+  return from_qt(line);
+}
+
+std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
+  QFileDialog dialog(owner(), to_qt(request.title));
+  const QStringList filters = filters_of(request.filter);
+  dialog.setNameFilters(filters);
+  dialog.selectNameFilter(filters.value(request.filter_index - 1));
+  if (request.saving) complete_names(dialog);
+  dialog.setFileMode(request.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return from_qt(dialog.selectedFiles().value(0));
+}
+
+void QtEventLoop::yield() {
+  constexpr unsigned calls_between_looks = 256;
+  constexpr qint64 milliseconds_between_turns = 15;
+  if (++calls_ % calls_between_looks != 0) return;
+  if (since_last_turn_.elapsed() < milliseconds_between_turns) return;
+  QCoreApplication::processEvents();
+  since_last_turn_.restart();
+}
+
+std::string QtClipboard::text() { return from_qt(QGuiApplication::clipboard()->text()); }
+
+void QtClipboard::set_text(const std::string& plain, const std::string& rtf) {
+  auto* data = new QMimeData;
+  data->setText(to_qt(plain));
+  if (!rtf.empty()) data->setData(QStringLiteral("text/rtf"), QByteArray::fromStdString(rtf));
+  QGuiApplication::clipboard()->setMimeData(data);
+}
+
+bool QtClipboard::set_picture(const std::vector<ClipboardForm>& forms) {
+  auto* data = new QMimeData;
+  for (const ClipboardForm& form : forms)
+    data->setData(to_qt(form.mime_type), QByteArray::fromStdString(form.bytes));
+  QClipboard* const clipboard = QGuiApplication::clipboard();
+  clipboard->setMimeData(data);
+  return clipboard->ownsClipboard();
+}
+
+std::string QtHost::environment(const std::string& name) {
+  return from_qt(qEnvironmentVariable(name.c_str()));
+}
+
+bool QtHost::start_program(const std::string& program, const std::vector<std::string>& arguments) {
+  QStringList list;
+  for (const std::string& argument : arguments) list << to_qt(argument);
+  return QProcess::startDetached(to_qt(program), list);
+}
+
+}  // namespace tavlo

@@ -1,0 +1,41 @@
+// UserCommands: the one handler in which every slot ends. A command is what the
+// program does in answer to one key, click or menu entry; commands may nest
+// when the event loop turns inside one.
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "workspace/qt/qt_ports.h"
+
+namespace tavlo {
+
+class UserCommands : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit UserCommands(QtPrompts& prompts) : prompts_(prompts) {}
+
+  /// Runs the action. An exception ends it with a box, never the program. When
+  /// the outermost command is over, `finished` lets the windows catch up.
+  void run(const std::function<void()>& action);
+
+  bool running() const { return depth_ > 0; }
+
+  /// The same as a slot: connect(button, &QAbstractButton::clicked, this,
+  /// commands.slot([this] { ... })).
+  std::function<void()> slot(std::function<void()> action) {
+    return [this, action = std::move(action)] { run(action); };
+  }
+
+ signals:
+  void finished();
+
+ private:
+  void attempt(const std::function<void()>& action);
+
+  QtPrompts& prompts_;
+  int depth_ = 0;
+};
+
+}  // namespace tavlo

@@ -1,0 +1,72 @@
+#include "chart/compose/auto_scale.h"
+
+#include <gtest/gtest.h>
+
+#include "chart/chart_world.h"
+#include "life/models.h"
+
+namespace tavlo {
+namespace {
+
+class AutoScaleTest : public ::testing::Test {
+ protected:
+  const ChartAxis& x() { return here.chart().Axes(0); }
+  const ChartAxis& y() { return here.chart().Axes(1); }
+  void scale() { SetAutoScale(here.session, here.chart()); }
+  test::ChartWorld here;
+};
+
+TEST_F(AutoScaleTest, OnlyFailuresCountAndAnEmptyChartStays) {
+  here.show(test::ranked({{5, 0, 1}, {900, 0, 3}}));
+  scale();
+  EXPECT_EQ(x().Min, 1);
+  EXPECT_EQ(y().Max, 0.99);
+  here.show(test::ranked({{5, 0, 1}, {54}, {386}, {90000, 0, 3}}));
+  scale();
+  EXPECT_EQ(x().Min, 10);
+  EXPECT_EQ(x().Max, 1000);
+}
+
+TEST_F(AutoScaleTest, StoredExtentsAreTrustedAndMerged) {
+  DataSet data = test::ranked({{54}, {386}});
+  data.XMin = 2;
+  data.XMax = 30000;
+  data.YMin = 0.2;
+  data.YMax = 0.4;
+  here.show(data);
+  scale();
+  EXPECT_EQ(x().Min, 1);
+  EXPECT_EQ(x().Max, 100000);
+}
+
+TEST_F(AutoScaleTest, HeldLimitsStayThroughAnyNumberOfRuns) {
+  here.show(test::ranked({{54}, {386}}));
+  here.chart().Axes(0).AutoMin = false;
+  here.chart().Axes(0).Min = 3.75;
+  for (int i = 0; i < 3; ++i) scale();
+  EXPECT_EQ(x().Min, 3.75);
+  EXPECT_EQ(x().Max, 1000);
+  here.chart().Axes(0).Min = 5000;  // above all data
+  scale();
+  EXPECT_EQ(x().Min, 5000);
+  EXPECT_GE(x().Max, 5000);
+}
+
+TEST_F(AutoScaleTest, OnePointGetsRoom) {
+  here.chart().Axes(0).ScaleType = x_scale::linear;
+  here.show(test::ranked({{100}}));
+  scale();
+  EXPECT_LE(x().Min, 95);
+  EXPECT_GE(x().Max, 105);
+}
+
+TEST_F(AutoScaleTest, FirstMonthOfATwelveMonthChart) {
+  here.show(test::ranked({{2}, {9}}));
+  here.chart().Axes(0).ScaleType = model_code::weibull_12_month;
+  scale();
+  EXPECT_EQ(x().Min, 0.8000012345);
+  EXPECT_EQ(x().ScaleType, 546);
+}
+
+}  // namespace
+}  // namespace tavlo

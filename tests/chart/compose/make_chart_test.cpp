@@ -1,0 +1,241 @@
+#include "chart/compose/make_chart.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <set>
+
+#include "chart/chart_world.h"
+#include "life/models.h"
+
+namespace tavlo {
+namespace {
+
+using namespace drawing;
+using test::all;
+using test::has_text;
+
+class MakeChartTest : public ::testing::Test {
+ protected:
+  MakeChartTest() {
+    here.show(test::ranked(test::published_times()));
+    here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+  }
+  /// Each object is made before its use and deleted at the end.
+  void expect_sound_handles(const DrawingRecord& drawing);
+
+  test::ChartWorld here;
+};
+
+void MakeChartTest::expect_sound_handles(const DrawingRecord& drawing) {
+  std::set<Handle> made = {null_pen, hollow_brush, system_font};
+  for (const Record& record : drawing.records) {
+    if (const auto* pen = std::get_if<CreatePen>(&record)) made.insert(pen->handle);
+    if (const auto* brush = std::get_if<CreateBrush>(&record)) made.insert(brush->handle);
+    if (const auto* font = std::get_if<CreateFont>(&record)) made.insert(font->handle);
+    if (const auto* select = std::get_if<SelectObject>(&record)) {
+      EXPECT_TRUE(made.contains(select->handle)) << select->handle;
+    }
+    if (const auto* gone = std::get_if<DeleteObject>(&record)) {
+      EXPECT_EQ(made.erase(gone->handle), 1u) << gone->handle;
+    }
+  }
+  EXPECT_EQ(made.size(), 3u) << "every object is deleted";
+}
+
+TEST_F(MakeChartTest, AWeibullChartHoldsWhatAnEngineerLooksFor) {
+  const DrawingRecord drawing = here.draw();
+  EXPECT_EQ(drawing.width, 10000);
+  EXPECT_EQ(drawing.height, 6000);
+  for (const char* text : {"Results", "Life", "Occurrence CDF%", "21 Nov 2026", "1%", "2%", "5%",
+                           "10%", "30%", "50%", "10", "100", "400", "606.5", "1.72"})
+    EXPECT_TRUE(has_text(drawing, text)) << text;
+  EXPECT_FALSE(has_text(drawing, "sub_title"));
+  EXPECT_EQ(all<Ellipse>(drawing).size(), 10u) << "a symbol for each failure, none for the rest";
+  expect_sound_handles(drawing);
+}
+
+TEST_F(MakeChartTest, BoxesAreInsetByHalfTheirLine) {
+  const auto boxes = all<Rectangle>(here.draw());
+  EXPECT_EQ(boxes.at(0), (Rectangle{10, 10, 9990, 5990}));
+  EXPECT_EQ(boxes.at(1), (Rectangle{1260, 660, 9240, 5140}));
+}
+
+TEST_F(MakeChartTest, AStraightFitLineIsTwoPointsInsideThePlot) {
+  here.chart().Markers(1).LineWidth = 96;
+  const DrawingRecord drawing = here.draw();
+  const Polyline line = all<Polyline>(drawing).back();
+  ASSERT_EQ(line.places.size(), 2u);
+  const int half = (20 + 96) / 2;
+  EXPECT_NEAR(line.places[0].y, 5150 - half, 1)
+      << "enters at the lower limit, held back by the pen";
+  EXPECT_NEAR(line.places[1].y, 650 + half, 1);
+  // x of 1 % in closed form, on a log axis from 10 to 1000
+  const double low = std::log(-std::log1p(-0.01)), high = std::log(std::log(2.0));
+  const double y = low + half / 4500.0 * (high - low);
+  const double x = 606.5 * std::exp(y / 1.72);
+  EXPECT_NEAR(line.places[0].x, 1250 + 8000 * std::log10(x / 10) / 2, 2);
+}
+
+TEST_F(MakeChartTest, LinesThatAreNotThereLeaveNoRecord) {
+  const std::size_t with_line = all<Polyline>(here.draw()).size();
+  ChartMarker& marker = here.chart().Markers(1);
+  marker.LineStyle = pen_style::none;
+  EXPECT_EQ(all<Polyline>(here.draw()).size(), with_line - 1);
+  marker.LineStyle = pen_style::solid;
+  here.session.gFit(1).Fits(1).Rows(1).Scale = 1e-9;  // eta far to the right of the plot
+  EXPECT_EQ(all<Polyline>(here.draw()).size(), with_line - 1);
+}
+
+TEST_F(MakeChartTest, AThreeParameterLineIsSeen) {
+  here.show(test::fit_of(model_code::weibull3, {{1 / 500.0, 1, 1.2, 50, 1}}));
+  const Polyline line = all<Polyline>(here.draw()).back();
+  EXPECT_GT(line.places.size(), 4u);
+  EXPECT_GT(line.places.front().x, 1250 + 8000 * std::log10(5.0) / 2);
+}
+
+TEST_F(MakeChartTest, SubPopulationsAreThinLinesOfTheirOwnWhenAskedFor) {
+  here.show(
+      test::fit_of(model_code::weibull5x, {{1 / 100.0, 0.3, 3, 0, 1}, {1 / 400.0, 0.7, 2, 0, 2}}));
+  const auto without = all<Polyline>(here.draw());
+  here.chart().SubPopulations = true;
+  const DrawingRecord drawing = here.draw();
+  const auto lines = all<Polyline>(drawing);
+  ASSERT_EQ(lines.size(), without.size() + 2);
+  const Polyline& first = lines[lines.size() - 2];
+  ASSERT_EQ(first.places.size(), 2u) << "a Weibull of its own is straight";
+  const double slope = (std::log(-std::log1p(-0.5)) - std::log(-std::log1p(-0.01))) / 4500;
+  const double x_slope = std::log(100.0) / 8000;
+  EXPECT_NEAR(slope * (first.places[0].y - first.places[1].y) /
+                  (x_slope * (first.places[1].x - first.places[0].x)),
+              3, 0.02);
+  here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+  EXPECT_EQ(all<Polyline>(here.draw()).size(), without.size()) << "a single population has none";
+}
+
+TEST_F(MakeChartTest, TicksRunInwardFromTheEdgesOfThePlot) {
+  std::set<std::int32_t> upright, level;
+  for (const Polyline& line : all<Polyline>(here.draw())) {
+    if (line.places.size() != 2) continue;
+    const Place from = line.places[0], to = line.places[1];
+    if (from.x == to.x && from.y == 5150) upright.insert(from.y - to.y);
+    if (from.y == to.y && from.x == 1250) level.insert(to.x - from.x);
+  }
+  EXPECT_EQ(upright, (std::set<std::int32_t>{70, 4500}));
+  EXPECT_EQ(level, (std::set<std::int32_t>{70, 8000}));
+  here.chart().Axes(0) = ChartAxis{};  // 1 to 1000: 5 x 10^k are medium
+  here.chart().Axes(0).AutoMin = here.chart().Axes(0).AutoMax = false;
+  upright.clear();
+  for (const Polyline& line : all<Polyline>(here.draw()))
+    if (line.places[0].x == line.places[1].x) upright.insert(line.places[0].y - line.places[1].y);
+  EXPECT_TRUE(upright.contains(120));
+}
+
+TEST_F(MakeChartTest, ALabelAboveAnAllNegativeAxisHasNoGridLine) {
+  here.chart().Axes(0).ScaleType = x_scale::linear;
+  here.chart().Axes(0).Min = -40;
+  here.chart().Axes(0).Max = -1;
+  for (const Polyline& line : all<Polyline>(fl_Make_WMF(here.session, 1)))
+    EXPECT_LE(line.places[0].x, 9250);
+}
+
+TEST_F(MakeChartTest, LongTitlesStayOnTheChart) {
+  for (const int item : {chart_item::main_title, chart_item::sub_title, chart_item::x_title}) {
+    here.chart().Boxes(item).Text2 = "A long title of a chart " + std::string(200, 'W');
+    here.chart().Boxes(item).Fill = 1;
+  }
+  here.chart().Boxes(chart_item::y_title).Text2 = std::string(5000, 'W');
+  for (const Rectangle& box : all<Rectangle>(here.draw())) {
+    EXPECT_GE(std::min(box.left, box.top), 0);
+    EXPECT_LE(box.right, 10000);
+    EXPECT_LE(box.bottom, 6000);
+  }
+}
+
+TEST_F(MakeChartTest, PointsOfOnePlaceAreDrawnOnceAndOthersOutsideNotAtAll) {
+  std::vector<test::Point> points(5, {200});
+  points.push_back({-3});
+  points.push_back({0});
+  DataSet data = test::ranked(points);
+  for (int i = 1; i <= 5; ++i) data.Points(i).Y = 0.4f;
+  here.show(data);
+  here.chart().Axes(0).AutoMin = false;
+  EXPECT_EQ(all<Ellipse>(here.draw()).size(), 1u);
+}
+
+TEST_F(MakeChartTest, EveryLabelKeepsClearOfTheOthers) {
+  std::vector<test::Point> points;
+  for (int i = 1; i <= 300; ++i) points.push_back({0.001 * i * i});
+  for (const int code : {98, 857, 922, 1057, 1137}) {
+    here.show(test::ranked(points));
+    here.show(test::fit_of(code, {{1, 1, 1, 0, 1}}));
+    const DrawingRecord drawing = here.draw();
+    TextAlign align = TextAlign::left;
+    std::vector<std::pair<double, double>> upright, level;
+    for (const Record& record : drawing.records) {
+      if (const auto* set = std::get_if<SetTextAlign>(&record)) align = set->align;
+      const auto* text = std::get_if<Text>(&record);
+      if (!text) continue;
+      const TextExtent size = here.measure.measure(text->utf8, {.size_points = 14});
+      if (align == TextAlign::right && text->place.x < 1250)
+        upright.emplace_back(text->place.y, text->place.y + 0.716 * 14 * 14);
+      if (align == TextAlign::centre && text->place.y == 5216)
+        level.emplace_back(text->place.x - 7 * size.width, text->place.x + 7 * size.width);
+    }
+    EXPECT_GE(upright.size(), 4u) << code;
+    EXPECT_GE(level.size(), 3u) << code;
+    for (auto* labels : {&upright, &level}) {
+      std::sort(labels->begin(), labels->end());
+      for (std::size_t i = 1; i < labels->size(); ++i)
+        EXPECT_LT((*labels)[i - 1].second, (*labels)[i].first) << code;
+    }
+  }
+}
+
+TEST_F(MakeChartTest, AFaultIsOneBoxHoweverOftenItStrikes) {
+  here.draw();
+  here.chart().Axes(0).ScaleType = 5;  // no such scale
+  here.world.prompts.expect_box("", "DrawGrid type not recognized");
+  here.world.prompts.expect_box("", "undefined X scale in drawdata_one_Line");
+  here.world.prompts.expect_box("", "Undefined Xscale in xy2long");
+  const DrawingRecord drawing = fl_Make_WMF(here.session, 1);
+  EXPECT_TRUE(has_text(drawing, "Results"));
+  expect_sound_handles(drawing);
+}
+
+TEST_F(MakeChartTest, HostileChartsEndInAReportNotInAHang) {
+  here.world.prompts.accept_all();
+  here.draw();
+  const Chart sound = here.chart();
+  const double values[] = {
+      0,      -1,           1e308,     -1e308,
+      5e-324, std::nan(""), 1 - 1e-16, std::numeric_limits<double>::infinity()};
+  for (const double low : values) {
+    for (const double high : values) {
+      here.chart() = sound;
+      for (ChartAxis& axis : here.chart().Axes) {
+        axis.Min = low;
+        axis.Max = high;
+      }
+      EXPECT_LT(fl_Make_WMF(here.session, 1).records.size(), 5000u) << low << " " << high;
+    }
+  }
+  here.chart() = sound;
+  for (ChartItem& box : here.chart().Boxes) {
+    box.FontSize = std::numeric_limits<float>::quiet_NaN();
+    box.LineWidth = std::numeric_limits<std::int32_t>::min();
+    box.Left = std::numeric_limits<std::int32_t>::max();
+    box.LineStyle = 77;
+  }
+  here.chart().Markers(1).Symbol = 300;
+  here.chart().Markers(1).Size = -32768;
+  EXPECT_GT(fl_Make_WMF(here.session, 1).records.size(), 10u);
+  here.chart() = sound;
+  here.chart().Boxes(0).Width = 0;
+  EXPECT_EQ(fl_Make_WMF(here.session, 1).width, 0);
+  EXPECT_TRUE(fl_Make_WMF(here.session, 9).records.empty());
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,95 @@
+#include "chart/compose/readout.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "chart/chart_world.h"
+#include "life/models.h"
+
+namespace tavlo {
+namespace {
+
+using drawing::Place;
+
+class ReadoutTest : public ::testing::Test {
+ protected:
+  ReadoutTest() {
+    here.show(test::ranked(test::published_times()));
+    here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+    here.draw();
+  }
+  Place place_of(double x, double y) {
+    std::vector<DataPair> pairs = {{x, y}};
+    std::vector<Place> places(1);
+    xy2Long(here.session.errors, here.world.prompts, here.chart().Boxes(1), here.chart().Axes(0),
+            here.chart().Axes(1), places, pairs);
+    return places[0];
+  }
+  test::ChartWorld here;
+};
+
+// Reading is the inverse of drawing: a reading is drawn at the place it was read at.
+TEST_F(ReadoutTest, AReadingIsDrawnWhereItWasRead) {
+  std::mt19937_64 generator(9);
+  std::uniform_int_distribution<std::int32_t> x(1250, 9250), y(650, 5150);
+  for (const int code : {98, 857, 922, 1057, 1137, 9}) {
+    here.chart().Axes(0).ScaleType = static_cast<std::int16_t>(code & 7);
+    here.chart().Axes(1).ScaleType = static_cast<std::int16_t>(code & 56);
+    Readout readout(here.session, here.chart());
+    for (int i = 0; i < 100; ++i) {
+      const Place at{x(generator), y(generator)};
+      const Reading reading = readout.at(at).value();
+      EXPECT_EQ(place_of(reading.x, reading.y), at) << code;
+      EXPECT_EQ(reading.place, at);
+    }
+  }
+}
+
+TEST_F(ReadoutTest, SaysWhatTheFitSaysOfThePlace) {
+  Readout readout(here.session, here.chart());
+  const Reading reading = readout.at(place_of(200, 0.3)).value();
+  EXPECT_NEAR(reading.x, 200, 0.1);
+  EXPECT_NEAR(reading.fraction.value(), -std::expm1(-std::pow(reading.x / 606.5, 1.72)), 1e-12);
+  EXPECT_NEAR(reading.time.value(), 606.5 * std::pow(-std::log1p(-reading.y), 1 / 1.72), 1e-4);
+  const Reading outside = readout.at({-500, 90000}).value();
+  EXPECT_EQ(outside.x, here.chart().Axes(0).Min);
+  EXPECT_EQ(outside.y, here.chart().Axes(1).Min);
+  here.session.gFit(1).Fits(1).Rows(1).Scale = 1e-9;  // reaches no such fraction on this axis
+  EXPECT_FALSE(Readout(here.session, here.chart()).at({4000, 3000})->time.has_value());
+}
+
+TEST_F(ReadoutTest, SnapsToAPointThenToALine) {
+  Readout readout(here.session, here.chart());
+  const DataPoint& point = here.session.gData(1).Points(3);
+  Place near = place_of(point.X, point.Y);
+  near.x += 30;
+  near.y -= 20;
+  const Reading on_point = readout.precise_at(near, 60).value();
+  EXPECT_EQ(on_point.snapped, SnappedTo::point);
+  EXPECT_EQ(on_point.row, 1);
+  EXPECT_EQ(on_point.x, point.X);
+  EXPECT_EQ(on_point.y, point.Y);
+  Place beside = place_of(60, -std::expm1(-std::pow(60 / 606.5, 1.72)));
+  beside.y += 40;
+  const Reading on_line = readout.precise_at(beside, 60).value();
+  EXPECT_EQ(on_line.snapped, SnappedTo::line);
+  EXPECT_EQ(on_line.y, on_line.fraction.value());
+  EXPECT_EQ(readout.precise_at({1400, 800}, 60)->snapped, SnappedTo::nothing);
+}
+
+TEST_F(ReadoutTest, AxesThatCannotBeDrawnAreReadInSilence) {
+  here.chart().Axes(1).ScaleType = y_scale::density;
+  EXPECT_NEAR(Readout(here.session, here.chart()).at({1250, 650})->y, here.chart().Axes(1).Max,
+              1e-12)
+      << "reads as Weibull";
+  here.chart().Axes(0).ScaleType = 5;
+  EXPECT_FALSE(Readout(here.session, here.chart()).at({2000, 2000}).has_value());
+  here.chart().Axes(0).ScaleType = x_scale::linear;
+  here.chart().Axes(0).Min = here.chart().Axes(0).Max = 0;
+  EXPECT_FALSE(Readout(here.session, here.chart()).precise_at({2000, 2000}, 9).has_value());
+}
+
+}  // namespace
+}  // namespace tavlo

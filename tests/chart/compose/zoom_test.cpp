@@ -1,0 +1,106 @@
+#include "chart/compose/zoom.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "chart/scales/plot_coordinates.h"
+#include "life/models.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+using drawing::Place;
+
+constexpr int papers[][2] = {{x_scale::log, y_scale::weibull},   {x_scale::linear, y_scale::normal},
+                             {x_scale::log, y_scale::normal},    {x_scale::linear, y_scale::gumbel},
+                             {x_scale::linear, y_scale::linear}, {x_scale::log, y_scale::log}};
+
+Chart on_paper(const int (&codes)[2]) {
+  Chart chart = fuStandard_Chart();
+  chart.Axes(0).ScaleType = static_cast<std::int16_t>(codes[0]);
+  chart.Axes(1).ScaleType = static_cast<std::int16_t>(codes[1]);
+  return chart;
+}
+
+// What stood in the corners of the rectangle stands in the corners of the plot.
+TEST(Zoom, TheRectangleFillsThePlot) {
+  test::TestWorld world;
+  std::mt19937_64 generator(5);
+  std::uniform_int_distribution<std::int32_t> x(1250, 9250), y(650, 5150);
+  for (const auto& codes : papers) {
+    for (int i = 0; i < 50; ++i) {
+      Chart chart = on_paper(codes);
+      const Place a{x(generator), y(generator)}, b{x(generator), y(generator)};
+      if (std::abs(a.x - b.x) < 20 || std::abs(a.y - b.y) < 20) continue;
+      ErrorReporter& errors = world.session.errors;
+      const ChartItem& plot = chart.Boxes(chart_item::plot_box);
+      const double low = AxisMap::x(errors, plot, chart.Axes(0)).read(std::min(a.x, b.x));
+      const double high = AxisMap::y(errors, plot, chart.Axes(1)).read(std::min(a.y, b.y));
+      ZoomStack stack;
+      ASSERT_TRUE(stack.push(chart, a, b));
+      EXPECT_EQ(AxisMap::x(errors, plot, chart.Axes(0))(low), 1250);
+      EXPECT_EQ(AxisMap::y(errors, plot, chart.Axes(1))(high), 650);
+      EXPECT_FALSE(chart.Axes(0).AutoMin || chart.Axes(1).AutoMax);
+    }
+  }
+}
+
+// Any number of steps in, the same number out: every record on the way is met again.
+TEST(Zoom, EachStepIsUndone) {
+  std::mt19937_64 generator(7);
+  std::uniform_int_distribution<std::int32_t> x(-500, 11000), y(-500, 7000);
+  for (const auto& codes : papers) {
+    Chart chart = on_paper(codes);
+    chart.Axes(0).AutoMin = false;
+    chart.Axes(1).Min = -7;  // guarded when drawn, kept in the record
+    const Chart first = chart;
+    ZoomStack stack;
+    std::vector<Chart> seen;
+    for (int i = 0; i < 40; ++i) {
+      seen.push_back(chart);
+      if (!stack.push(chart, {x(generator), y(generator)}, {x(generator), y(generator)}, 50)) {
+        EXPECT_EQ(chart, seen.back()) << "refused, so nothing changes";
+        seen.pop_back();
+      }
+    }
+    ASSERT_EQ(stack.depth(), seen.size());
+    ASSERT_GE(seen.size(), 3u);
+    for (; seen.size() > 1; seen.pop_back()) {
+      ASSERT_TRUE(stack.pop(chart));
+      ASSERT_EQ(chart, seen.back());
+    }
+    EXPECT_TRUE(stack.all_out(chart));
+    EXPECT_EQ(chart, first);
+    EXPECT_FALSE(stack.pop(chart));
+    EXPECT_FALSE(stack.all_out(chart));
+  }
+}
+
+TEST(Zoom, WhatCannotBeZoomedIsRefusedInSilence) {
+  Chart chart = fuStandard_Chart();
+  ZoomStack stack;
+  EXPECT_FALSE(stack.push(chart, {3000, 3000}, {3000, 4000}));
+  EXPECT_FALSE(stack.push(chart, {3000, 3000}, {3030, 4000}, 50));
+  EXPECT_FALSE(stack.push(chart, {9300, 100}, {9900, 600})) << "beside the plot";
+  chart.Axes(0).ScaleType = 5;
+  EXPECT_FALSE(stack.push(chart, {2000, 1000}, {5000, 4000})) << "no such scale";
+  chart.Axes(0).ScaleType = x_scale::linear;
+  chart.Axes(0).Min = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_FALSE(stack.push(chart, {2000, 1000}, {5000, 4000}));
+  chart.Axes(0).Min = 1e9;
+  chart.Axes(0).Max = 1e9 + 1e-6;
+  EXPECT_FALSE(stack.push(chart, {2000, 1000}, {5000, 4000})) << "no room for ticks";
+  EXPECT_EQ(stack.depth(), 0u);
+  chart = fuStandard_Chart();
+  ASSERT_TRUE(stack.push(chart, {2000, 1000}, {5000, 4000}));
+  stack.to_automatic(chart);
+  EXPECT_TRUE(chart.Axes(0).AutoMin && chart.Axes(1).AutoMax);
+  EXPECT_EQ(stack.depth(), 0u);
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,116 @@
+#include "chart/metafile/chart_exits.h"
+
+#include <gtest/gtest.h>
+
+#include "chart/metafile/metafile_writer.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+DrawingRecord small_drawing() {
+  DrawingRecord drawing;
+  drawing.width = 1000;
+  drawing.height = 600;
+  drawing.records = {drawing::Text{{1, 2}, "title"}};
+  return drawing;
+}
+
+TEST(SaveWMF, TakesNamesAsTheyComeAndAddsTheExtensionToBareOnes) {
+  struct Case {
+    const char* given;
+    const char* saved;
+  };
+  const Case cases[] = {
+      {"chart", "chart.wmf"},           {"chart.wmf", "chart.wmf"},
+      {"chart.png", "chart.png"},       {"/home/a.b/chart", "/home/a.b/chart.wmf"},
+      {"~/.x/chart", "~/.x/chart.wmf"}, {"my chart.", "my chart."}};
+  for (const Case& row : cases) {
+    test::TestWorld here;
+    here.files.files[row.saved] = "old";
+    EXPECT_TRUE(SaveWMF(here.session, small_drawing(), row.given));
+    EXPECT_EQ(here.files.files.size(), 1U) << row.given;
+    EXPECT_EQ(here.files.files[row.saved], metafile_bytes(small_drawing())) << row.given;
+  }
+}
+
+TEST(SaveWMF, AsksWhenItHasNoName) {
+  test::TestWorld here;
+  here.prompts.expect_file("Enter Name to save", "  /tmp/a b ");
+  EXPECT_TRUE(SaveWMF(here.session, small_drawing(), ""));
+  EXPECT_TRUE(here.files.exists("/tmp/a b.wmf"));
+  for (const auto& answer : {std::optional<std::string>(), std::optional<std::string>("  ")}) {
+    here.prompts.expect_file("Enter Name to save", answer);
+    EXPECT_FALSE(SaveWMF(here.session, small_drawing(), ""));
+  }
+  EXPECT_FALSE(SaveWMF(here.session, {}, ""));
+  EXPECT_EQ(here.files.files.size(), 1U);
+}
+
+// Each file operation fails once: one box, and the old file as it was.
+TEST(SaveWMF, AFailureIsToldAndLeavesTheOldFile) {
+  int failed = 0;
+  for (int n = 1;; ++n) {
+    test::TestWorld here;
+    here.files.files["a.wmf"] = "old";
+    here.files.fail_at(n);
+    here.prompts.accept_all();
+    const bool saved = SaveWMF(here.session, small_drawing(), "a.wmf");
+    if (saved) break;
+    ++failed;
+    EXPECT_EQ(here.files.files["a.wmf"], "old");
+    ASSERT_EQ(here.prompts.shown().size(), 1U);
+    EXPECT_EQ(here.prompts.shown()[0].title, "Unsuccessful file save");
+    EXPECT_TRUE(here.prompts.shown()[0].text.starts_with("Unable to save file: \na.wmf\n"));
+  }
+  EXPECT_GE(failed, 1);
+}
+
+TEST(SaveWMF, ReportsAChartBoxThatNoMetafileCanHold) {
+  test::TestWorld here;
+  DrawingRecord wide = small_drawing();
+  wide.width = 32768;
+  here.prompts.expect_box("", "SaveWMF_Error: ");
+  EXPECT_FALSE(SaveWMF(here.session, wide, "a.wmf"));
+  EXPECT_TRUE(here.files.files.empty());
+}
+
+TEST(SaveWMF, CharactersAreReplacedOnlyWithLeave) {
+  DrawingRecord greek = small_drawing();
+  greek.records = {drawing::Text{{1, 2}, "\u03B2 = 2"}};
+  for (const BoxAnswer answer : {BoxAnswer::ok, BoxAnswer::cancel}) {
+    test::TestWorld here;
+    here.prompts.expect_box("Save chart", "\u03B2", answer);
+    EXPECT_EQ(SaveWMF(here.session, greek, "a.wmf"), answer == BoxAnswer::ok);
+    EXPECT_EQ(here.files.exists("a.wmf"), answer == BoxAnswer::ok);
+  }
+}
+
+TEST(CopyClipChart, PutsEveryFormOnTheClipboardAtOnce) {
+  test::TestWorld here;
+  CopyClipChart(here.session, small_drawing(), {{"image/svg+xml", "S"}, {"image/png", "P"}});
+  std::vector<std::pair<std::string, std::string>> found;
+  for (const ClipboardForm& form : here.clipboard.picture)
+    found.emplace_back(form.mime_type, form.bytes);
+  const std::string metafile = metafile_bytes(small_drawing());
+  const std::vector<std::pair<std::string, std::string>> expected = {
+      {"image/wmf", metafile},
+      {"image/x-wmf", metafile},
+      {"application/x-openoffice-wmf;windows_formatname=\"Image WMF\"", metafile},
+      {"image/svg+xml", "S"},
+      {"image/png", "P"}};
+  EXPECT_EQ(found, expected);
+}
+
+TEST(CopyClipChart, SaysWhenThereIsNothingOrNoClipboard) {
+  test::TestWorld here;
+  here.prompts.expect_box("", "No Metafile to copy to clipboard");
+  CopyClipChart(here.session, {}, {});
+  here.clipboard.refuses = true;
+  here.prompts.expect_box("", "The clipboard did not take the chart.");
+  CopyClipChart(here.session, small_drawing(), {});
+  EXPECT_TRUE(here.clipboard.picture.empty());
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,121 @@
+#include "chart/parts/find_x.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "life/models.h"
+#include "solver/mixture_functions.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+FitResult fit_of(int code, std::vector<FitParam> rows) {
+  FitResult fit;
+  fit.ModelCode = static_cast<std::int16_t>(code);
+  fit.nRows = static_cast<int>(rows.size());
+  fit.Rows.resize(fit.nRows);
+  for (int i = 1; i <= fit.nRows; ++i) fit.Rows(i) = rows[static_cast<std::size_t>(i) - 1];
+  return fit;
+}
+
+FitResult weibull(double eta, double beta) {
+  return fit_of(model_code::weibull2, {{1 / eta, 1, beta, 0, 1}});
+}
+
+class FindXTest : public ::testing::Test {
+ protected:
+  double find(const FitResult& fit, double y, double xa, double xb) {
+    found = false;
+    return fd_FindX(world.session.errors, fit, y, xa, xb, 1e-8, 1e-8, found);
+  }
+  test::TestWorld world;
+  bool found = false;
+};
+
+TEST_F(FindXTest, WeibullQuantilesInClosedForm) {
+  std::mt19937_64 generator(5);
+  std::uniform_real_distribution<double> log_eta(-2, 4), beta(0.4, 6), fraction(0.01, 0.99);
+  for (int i = 0; i < 3000; ++i) {
+    const double eta = std::pow(10.0, log_eta(generator)), shape = beta(generator);
+    const double y = fraction(generator);
+    const double exact = eta * std::pow(-std::log1p(-y), 1 / shape);
+    const double x = find(weibull(eta, shape), y, exact / 50, exact * 30);
+    ASSERT_TRUE(found) << eta << " " << shape << " " << y;
+    ASSERT_NEAR(Fd_YofX(world.session.errors, weibull(eta, shape), x), y, 1e-6);
+  }
+}
+
+TEST_F(FindXTest, TargetsOfZeroAndOneAreHeldOffTheEnds) {
+  EXPECT_NEAR(find(weibull(100, 2), 1, 1, 1e5), 555.4465, 0.05);
+  EXPECT_TRUE(found);
+  EXPECT_NEAR(find(weibull(100, 2), 0, 1e-7, 1e5), 2.0005e-5, 1e-6);
+  EXPECT_TRUE(found);
+}
+
+TEST_F(FindXTest, WidensABracketThatLiesAboveAndGivesUpBelow) {
+  const double median = 100 * std::sqrt(std::log(2.0));
+  EXPECT_NEAR(find(weibull(100, 2), 0.5, 120, 200), median, 1e-4);
+  EXPECT_TRUE(found);
+  EXPECT_NEAR(find(weibull(100, 2), 0.5, 300, 10), median, 1e-4);
+  EXPECT_TRUE(found);
+  EXPECT_EQ(find(weibull(100, 2), 0.5, 1, 20), 1);
+  EXPECT_FALSE(found);
+}
+
+TEST_F(FindXTest, SaturatedEndsOfASteepMixture) {
+  const FitResult batch =
+      fit_of(model_code::weibull5x, {{1 / 10.0, 0.3, 8, 0, 1}, {1 / 1e5, 0.7, 9, 0, 2}});
+  for (const double y : {0.05, 0.29, 0.31, 0.9}) {
+    const double x = find(batch, y, 1e-3, 1e9);
+    EXPECT_TRUE(found) << y;
+    EXPECT_NEAR(Fd_YofX(world.session.errors, batch, x), y, 1e-6);
+  }
+}
+
+TEST_F(FindXTest, AMinimumLifeAboveTheLowerLimitIsNotFound) {
+  const FitResult late = fit_of(model_code::weibull3, {{1 / 500.0, 1, 1.2, 50, 1}});
+  EXPECT_EQ(find(late, 0.01, 1, 1000), 1);  // below its minimum life F reads near 1
+  EXPECT_FALSE(found);
+  EXPECT_GT(find(late, 0.01, 50 * (1 + 1e-6), 1000), 50);
+  EXPECT_TRUE(found);
+}
+
+TEST_F(FindXTest, NothingHangsAndFaultsAreSaidOnce) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  struct Case {
+    FitResult fit;
+    double y, xa, xb;
+  };
+  const Case cases[] = {{weibull(100, 2), std::nan(""), 1, 10},
+                        {weibull(100, 2), 0.5, 1, infinity},
+                        {weibull(100, 2), 0.5, -infinity, 10},
+                        {weibull(100, std::nan("")), 0.5, 1, 10}};
+  for (const Case& c : cases) {
+    world.prompts.expect_box("", "fd_FindX_Error: \ndX = ");
+    find(c.fit, c.y, c.xa, c.xb);
+    EXPECT_FALSE(found);
+    world.prompts.verify();
+  }
+}
+
+// Whatever the parameters, the search ends, and success means a solution.
+TEST_F(FindXTest, EndsForAnyWeibull) {
+  std::mt19937_64 generator(17);
+  std::uniform_real_distribution<double> power(-12, 12), shape(-3, 3), limit(-14, 14);
+  world.prompts.accept_all();
+  for (int i = 0; i < 3000; ++i) {
+    const FitResult fit =
+        weibull(std::pow(10.0, power(generator)), std::pow(10.0, shape(generator)));
+    const double y = i % 2 ? 0.5 : 1e-3;
+    const double x =
+        find(fit, y, std::pow(10.0, limit(generator)), std::pow(10.0, limit(generator)));
+    ASSERT_TRUE(std::isfinite(x));
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

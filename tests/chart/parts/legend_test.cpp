@@ -1,0 +1,134 @@
+#include "chart/parts/legend.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <optional>
+
+#include "chart/chart_world.h"
+#include "chart/parts/crowding.h"
+#include "life/models.h"
+#include "project/plot_rows.h"
+
+namespace tavlo {
+namespace {
+
+using drawing::Rectangle;
+using test::has_text;
+
+/// A chart of so many data sets, each with a fit of its own.
+struct SetsWorld : test::ChartWorld {
+  explicit SetsWorld(int count) {
+    for (int i = 1; i <= count; ++i) {
+      if (i > 1) New_frm_Data(session);
+      if (i > 1) New_frm_Fit(session);
+      const double eta = 100.0 * i;
+      DataSet data = test::ranked({{0.3 * eta}, {0.7 * eta}, {1.1 * eta}});
+      data.UniqueId = session.gData(i).UniqueId;
+      data.Title = "Rig " + std::to_string(i);
+      session.gData(i) = std::move(data);
+      session.gFit(i).nFits = 1;
+      session.gFit(i).Fits.resize(1);
+      session.gFit(i).Fits(1) = test::fit_of(model_code::weibull2, {{1 / eta, 1, 2, 0, 1}});
+    }
+  }
+  ChartItem& legend() { return chart().Boxes(chart_item::legend); }
+};
+
+std::optional<Rectangle> area_of(const DrawingRecord& drawing, int item) {
+  for (const ItemArea& area : drawing.areas)
+    if (area.item == item) return area.area;
+  return std::nullopt;
+}
+
+bool is_inside(const Rectangle& inner, const Rectangle& outer) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
+}
+
+constexpr Rectangle chart_area{0, 0, 10000, 6000};
+constexpr Rectangle plot_area{1250, 650, 9250, 5150};
+
+TEST(Legend, ModeSaysWhenItIsShown) {
+  struct Case {
+    int sets;
+    std::int16_t mode;
+    bool shown;
+  };
+  const Case cases[] = {{1, 0, false}, {1, 1, false}, {1, 2, true},  {2, 0, false},
+                        {2, 1, true},  {2, 2, true},  {2, 99, true}, {2, -1, true}};
+  for (const Case& c : cases) {
+    SetsWorld here(c.sets);
+    here.legend().Mode = c.mode;
+    const DrawingRecord drawing = here.draw();
+    EXPECT_EQ(area_of(drawing, chart_item::legend).has_value(), c.shown) << c.sets << c.mode;
+    EXPECT_EQ(has_text(drawing, "Rig 1"), c.shown) << c.sets << c.mode;
+  }
+}
+
+TEST(Legend, FitsOfOneDataSetAreToldApart) {
+  SetsWorld here(1);
+  here.session.gFit(1).Fits(1).Method = method_code::mle;
+  const int row =
+      add_plot_set(here.chart(), here.session.gData(1).UniqueId, here.session.gFit(1).UniqueId, 1);
+  here.chart().Markers(row).SymbolStyle = pen_style::none;
+  here.chart().Markers(row).SymbolFill = 0;
+  here.chart().Markers(1).Label = "Mine";
+  const auto entries =
+      legend_entries(here.session, here.chart(), plot_sets(here.session, here.chart()));
+  ASSERT_EQ(entries.size(), 2u);
+  EXPECT_EQ(entries[0].title, "Mine, W2P/MLE");
+  EXPECT_TRUE(entries[0].has_symbol && entries[0].has_line);
+  EXPECT_EQ(entries[1].title, "W2P/MLE");
+  EXPECT_FALSE(entries[1].has_symbol);
+}
+
+TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
+  SetsWorld here(3);
+  here.chart().Boxes(chart_item::parameter_box).Left = 1300;  // out of the way
+  const DrawingRecord drawing = here.draw();
+  const Rectangle area = area_of(drawing, chart_item::legend).value();
+  EXPECT_TRUE(is_inside(area, plot_area));
+  EXPECT_EQ(area.right, 9250 - 80);
+  EXPECT_EQ(area.bottom, 5150 - 80);
+  here.legend().Left = 2000;
+  here.legend().Top = 900;
+  EXPECT_EQ(area_of(here.draw(), chart_item::legend)->left, 2000);
+  here.legend().Left = 1000000;
+  here.legend().Top = -1000000;
+  const Rectangle held = area_of(here.draw(), chart_item::legend).value();
+  EXPECT_EQ(held.right, 10000);
+  EXPECT_EQ(held.top, 0);
+}
+
+TEST(Legend, FindsAPlaceBetweenTheCornersWhenAllAreTaken) {
+  DrawingRecord content;
+  for (const int x : {1300, 9000})
+    for (const int y : {700, 5000})
+      content.records.push_back(drawing::Ellipse{x, y, x + 100, y + 100});
+  const Chart chart = fuStandard_Chart();
+  const drawing::Place at = freest_place(chart.Boxes(chart_item::plot_box), {1000, 600},
+                                         Corner::bottom_right, content, {});
+  EXPECT_EQ(shapes_touching(content, {at.x, at.y, at.x + 1000, at.y + 600}), 0);
+  EXPECT_GT(at.x + at.y, 8000) << "near the corner that was asked for";
+}
+
+TEST(Legend, AnyNumberOfSetsAndAnyTitleFitTheChart) {
+  for (const int sets : {2, 20, 60}) {
+    SetsWorld here(sets);
+    here.session.gData(2).Title = std::string(40000, 'W');
+    for (const float size : {12.0f, 1e38f}) {
+      here.legend().FontSize = size;
+      here.chart().Boxes(chart_item::parameter_box).FontSize = size;
+      const DrawingRecord drawing = here.draw();
+      for (const ItemArea& area : drawing.areas)
+        EXPECT_TRUE(is_inside(area.area, size == 12.0f ? plot_area : chart_area))
+            << sets << " sets, item " << area.item << ", font " << size;
+      EXPECT_EQ(has_text(drawing, "Rig 20"), sets >= 20) << sets << " sets, font " << size;
+      EXPECT_EQ(has_text(drawing, "and 30 more"), sets == 60) << size;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,112 @@
+#include "chart/parts/marks.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+#include "chart/chart_world.h"
+
+namespace tavlo {
+namespace {
+
+using namespace drawing;
+using test::all;
+
+class MarksTest : public ::testing::Test {
+ protected:
+  int hit(std::int32_t x, std::int32_t y) {
+    return mark_at(here.measure, here.chart(), {x, y}, 40);
+  }
+  test::ChartWorld here;
+};
+
+TEST_F(MarksTest, AreFoundUnderThePointerTheUppermostFirst) {
+  Chart& chart = here.chart();
+  EXPECT_EQ(add_mark(chart, line_mark({2000, 2000}, {6000, 4000})), 1);
+  EXPECT_EQ(add_mark(chart, text_mark({4000, 3000}, "Infant mortality")), 2);
+  EXPECT_EQ(add_mark(chart, arrow_mark({3000, 1000}, {3000, 1900})), 3);
+  EXPECT_EQ(add_mark(chart, symbol_mark({7000, 4000}, 5)), 4);
+  struct Case {
+    std::int32_t x, y;
+    int mark;
+  };
+  const Case cases[] = {{2400, 2200, 1}, {2400, 2400, 0}, {1950, 1990, 0}, {4100, 3100, 2},
+                        {3030, 1500, 3}, {3000, 2010, 0}, {7070, 4070, 4}, {7200, 4000, 0}};
+  for (const Case& c : cases) EXPECT_EQ(hit(c.x, c.y), c.mark) << c.x << "," << c.y;
+  delete_mark(chart, 2);
+  EXPECT_EQ(hit(4100, 3050), 1) << "the line below the text";
+  EXPECT_EQ(hit(7000, 4000), 3) << "those behind move up";
+  delete_mark(chart, 9);
+  EXPECT_EQ(chart.nTexts, 3);
+}
+
+TEST_F(MarksTest, KindsAndBoundsFollowTheirFields) {
+  const ChartItem text = text_mark({100, 200}, "abc");
+  const Rectangle box = mark_bounds(here.measure, text);
+  EXPECT_EQ(box.left, 100);
+  EXPECT_EQ(box.top, 200);
+  EXPECT_NEAR(box.bottom - 200, 12 * 14 * 1.149, 1);
+  EXPECT_EQ(mark_bounds(here.measure, line_mark({9, 8}, {1, 2})), (Rectangle{1, 2, 9, 8}));
+  EXPECT_EQ(mark_bounds(here.measure, symbol_mark({500, 500}, 3)), (Rectangle{425, 425, 575, 575}));
+  EXPECT_EQ(kind_of_mark(text), MarkKind::text);
+  EXPECT_EQ(kind_of_mark(line_mark({1, 1}, {2, 2})), MarkKind::line);
+  EXPECT_EQ(kind_of_mark(arrow_mark({1, 1}, {2, 2})), MarkKind::arrow);
+  EXPECT_EQ(kind_of_mark(symbol_mark({1, 1}, 99)), MarkKind::symbol);
+  ChartItem short_points = line_mark({1, 1}, {2, 2});
+  short_points.nPoints = 32000;  // more than there are
+  EXPECT_EQ(points_of_mark(short_points).size(), 2u);
+}
+
+// Moving by any way and back leaves every mark as it was; its bounds go with it.
+TEST_F(MarksTest, MovingIsUndoneByMovingBack) {
+  std::mt19937_64 generator(3);
+  std::uniform_int_distribution<std::int32_t> way(-5000, 5000);
+  for (const ChartItem& mark : {text_mark({10, 20}, "x"), line_mark({1, 2}, {300, 400}),
+                                arrow_mark({5, 5}, {900, 10}), symbol_mark({77, 88}, 4)}) {
+    const std::int32_t x = way(generator), y = way(generator);
+    ChartItem moved = mark;
+    move_mark(moved, x, y);
+    EXPECT_EQ(mark_bounds(here.measure, moved).left - mark_bounds(here.measure, mark).left, x);
+    EXPECT_EQ(mark_bounds(here.measure, moved).bottom - mark_bounds(here.measure, mark).bottom, y);
+    move_mark(moved, -x, -y);
+    EXPECT_EQ(moved, mark);
+  }
+}
+
+TEST_F(MarksTest, AreDrawnAsTheyAre) {
+  add_mark(here.chart(), text_mark({4000, 3000}, "Here"));
+  ChartItem both_ways = arrow_mark({3000, 1000}, {3000, 1900});
+  both_ways.Mode = mark_mode::head_at_end | mark_mode::head_at_start;
+  add_mark(here.chart(), both_ways);
+  add_mark(here.chart(), symbol_mark({7000, 4000}, 1));
+  const DrawingRecord drawing = here.draw();
+  EXPECT_TRUE(test::has_text(drawing, "Here"));
+  const auto heads = all<Polygon>(drawing);
+  ASSERT_EQ(heads.size(), 2u);
+  EXPECT_EQ(heads[0].places[0], (Place{3000, 1900})) << "its tip";
+  EXPECT_EQ(heads[0].places[1].y, 1900 - 190) << "110 units and four pens long";
+  EXPECT_EQ(heads[1].places[0], (Place{3000, 1000}));
+  EXPECT_EQ(all<Ellipse>(drawing), (std::vector<Ellipse>{{6925, 3925, 7075, 4075}}));
+}
+
+TEST_F(MarksTest, HostileMarksAreDrawnWithoutHarm) {
+  constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+  ChartItem wild = arrow_mark({0, 0}, {0, 0});
+  wild.PointsX(0) = std::numeric_limits<float>::quiet_NaN();
+  wild.PointsY(1) = std::numeric_limits<float>::infinity();
+  wild.LineWidth = std::numeric_limits<std::int32_t>::min();
+  add_mark(here.chart(), wild);
+  ChartItem symbol = symbol_mark({most, -most}, 1);
+  symbol.Int5 = -32768;
+  symbol.Int3 = 300;
+  add_mark(here.chart(), symbol);
+  here.chart().nTexts = 500;  // more than there are
+  EXPECT_GT(here.draw().records.size(), 10u);
+  hit(most, -most);
+  here.chart().nTexts = 32767;
+  EXPECT_THROW(add_mark(here.chart(), symbol), RunTimeError);
+}
+
+}  // namespace
+}  // namespace tavlo

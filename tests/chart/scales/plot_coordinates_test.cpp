@@ -1,0 +1,152 @@
+#include "chart/scales/plot_coordinates.h"
+
+#include <gtest/gtest.h>
+
+#include <boost/math/distributions/normal.hpp>
+#include <cmath>
+#include <random>
+
+#include "life/models.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+using drawing::Place;
+
+class PlotCoordinatesTest : public ::testing::Test {
+ protected:
+  std::vector<Place> map(std::vector<DataPair> pairs) {
+    std::vector<Place> places(pairs.size(), Place{-7, -7});
+    xy2Long(world.session.errors, world.prompts, chart.Boxes(1), chart.Axes(0), chart.Axes(1),
+            places, pairs);
+    return places;
+  }
+  void set_y(int code, double low, double high) {
+    chart.Axes(1).ScaleType = static_cast<std::int16_t>(code);
+    chart.Axes(1).Min = low;
+    chart.Axes(1).Max = high;
+  }
+  test::TestWorld world;
+  Chart chart = fuStandard_Chart();
+};
+
+TEST_F(PlotCoordinatesTest, FactoryChart) {
+  const std::vector<Place> expected = {{1250, 5150}, {9250, 650}, {6583, 2041}};
+  EXPECT_EQ(map({{1, 0.01}, {1000, 0.99}, {100, 0.5}}), expected);
+}
+
+// Every scale against its definition, computed on its own.
+TEST_F(PlotCoordinatesTest, TransformsAndTheirInverses) {
+  const boost::math::normal standard;
+  std::mt19937_64 generator(3);
+  std::uniform_real_distribution<double> fraction(1e-7, 1 - 1e-7);
+  ErrorReporter& errors = world.session.errors;
+  for (int i = 0; i < 2000; ++i) {
+    const double p = fraction(generator);
+    EXPECT_NEAR(scale_transform(errors, y_scale::weibull, p), std::log(-std::log1p(-p)), 1e-8);
+    EXPECT_NEAR(scale_transform(errors, y_scale::gumbel, p), -std::log(-std::log(p)), 1e-12);
+    EXPECT_NEAR(scale_transform(errors, y_scale::normal, p), boost::math::quantile(standard, p),
+                1e-12);
+    for (const int code : {x_scale::linear, x_scale::log, y_scale::linear, y_scale::log,
+                           y_scale::normal, y_scale::weibull, y_scale::gumbel})
+      EXPECT_NEAR(scale_inverse(errors, code, scale_transform(errors, code, p)), p, 1e-9) << code;
+  }
+}
+
+TEST_F(PlotCoordinatesTest, GuardedLimits) {
+  struct Case {
+    int code;
+    double min, max, low, high;
+  };
+  const Case cases[] = {
+      {x_scale::log, 0, 1000, 1e-6, 1000},    {x_scale::log, 0, 0, 1e-6, 1000},
+      {x_scale::log, 1000, 1, 1, 1000},       {x_scale::log, -5, -2, 1e-6, 1000},
+      {x_scale::linear, -10, -10, -9.5, -10}, {y_scale::weibull, 0, 0.005, 0.005, 0.01},
+      {y_scale::gumbel, -1, 7, 0.01, 0.99},   {y_scale::normal, 0, 0.5, 1e-6, 0.5},
+      {y_scale::normal, 0.1, 50, 0.1, 50},    {x_scale::linear, 8, 8, 8 * 0.95, 8},
+  };
+  for (const Case& c : cases) {
+    ChartAxis axis;
+    axis.Min = c.min;
+    axis.Max = c.max;
+    const Limits limits = GuardedLimits(axis, c.code);
+    EXPECT_EQ(limits.low, c.low) << c.code << " " << c.min << " " << c.max;
+    EXPECT_EQ(limits.high, c.high) << c.code << " " << c.min << " " << c.max;
+  }
+}
+
+TEST_F(PlotCoordinatesTest, EqualLimitsWidenTheRecordAndOthersLeaveIt) {
+  chart.Axes(0).Min = chart.Axes(0).Max = 40;
+  EXPECT_EQ(map({{40, 0.5}})[0].x, 9250);
+  EXPECT_EQ(chart.Axes(0).Min, 38);
+  chart.Axes(0).Min = 0;
+  EXPECT_EQ(map({{40, 0.5}})[0].x, 9250);
+  EXPECT_EQ(chart.Axes(0).Min, 0);
+}
+
+TEST_F(PlotCoordinatesTest, PlacesAreHeldWithin32Bits) {
+  chart.Axes(0).ScaleType = x_scale::linear;
+  const std::vector<Place> places = map({{-1e300, 1e-9}, {1e300, 0.99}});
+  EXPECT_EQ(places[0].x, 0);
+  EXPECT_EQ(places[1].x, 2147483645);
+  EXPECT_EQ(places[0].y, 16991);
+}
+
+TEST_F(PlotCoordinatesTest, WhatCannotBeMappedIsSaidOnce) {
+  world.prompts.expect_box("", "Error calculating Plot Scale values: \nxy2Long routine:");
+  EXPECT_EQ(map({{1, 0.5}, {-1, 0.5}, {10, 0.5}})[2].x, -7);
+  world.prompts.verify();
+  chart.Axes(0).ScaleType = 4;
+  world.prompts.expect_box("", "Undefined Xscale in xy2long");
+  EXPECT_EQ(map({{1, 0.5}})[0].x, -7);
+  chart.Axes(0).ScaleType = x_scale::log;
+  set_y(y_scale::density, 0, 1);
+  world.prompts.expect_box("", "pdf plot TBD.  Working ");
+  map({{1, 0.5}});
+  set_y(56, 0, 1);
+  world.prompts.expect_box("", "Undefined Yscale in xy2long");
+  map({{1, 0.5}});
+  world.prompts.verify();
+  set_y(y_scale::linear, 0, 0);
+  world.prompts.expect_box("", "Error calculating Plot Scale values: ");
+  map({{1, 0.5}});
+}
+
+TEST_F(PlotCoordinatesTest, WriteBackGivesTransforms) {
+  std::vector<DataPair> pairs = {{std::exp(2.0), 1 - std::exp(-1.0)}};
+  std::vector<Place> places(1);
+  xy2Long(world.session.errors, world.prompts, chart.Boxes(1), chart.Axes(0), chart.Axes(1), places,
+          pairs, true);
+  EXPECT_NEAR(pairs[0].x, 2.0, 1e-14);
+  EXPECT_NEAR(pairs[0].y, 0.0, 1e-14);
+}
+
+// Reading a place is the inverse of drawing at it, on every scale and at any
+// size of the picture.
+TEST_F(PlotCoordinatesTest, ReadingInvertsDrawing) {
+  const ViewSize picture{777, 333};
+  for (const int y_code :
+       {y_scale::linear, y_scale::log, y_scale::normal, y_scale::weibull, y_scale::gumbel}) {
+    for (const int x_code : {x_scale::linear, x_scale::log}) {
+      set_y(y_code, 0.02, 0.97);
+      chart.Axes(0).ScaleType = static_cast<std::int16_t>(x_code);
+      const Place place = map({{123, 0.4}})[0];
+      const DataPair read =
+          data_at(world.session.errors, chart, picture, place.x * picture.width / 10000,
+                  place.y * picture.height / 6000);
+      EXPECT_NEAR(read.x / 123, 1, 2e-3) << x_code;
+      EXPECT_NEAR(read.y, 0.4, 2e-4) << y_code;
+    }
+  }
+  set_y(y_scale::density, 0.02, 0.97);
+  EXPECT_NEAR(data_at(world.session.errors, chart, picture, 0, 0).y, 0.97, 1e-12)
+      << "a scale that isn't drawn reads as Weibull";
+  set_y(y_scale::weibull, 0.02, 0.97);
+  const DataPair corner = data_at(world.session.errors, chart, picture, -50, 1e9);
+  EXPECT_NEAR(corner.x, 1, 1e-12);
+  EXPECT_NEAR(corner.y, 0.02, 1e-12);
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,2 @@
+#include "chart/compose/picture.h"
+#include "chart/record/drawing_record.h"

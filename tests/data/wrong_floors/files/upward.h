@@ -1,0 +1,1 @@
+#include "actions/open.h"

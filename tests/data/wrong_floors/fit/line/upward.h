@@ -1,0 +1,2 @@
+#include "fit/door/fit.h"
+#include "fit/sample.h"
