@@ -126,21 +126,51 @@ class Climb {
   bool done_ = false;
 };
 
-/// A start as an engineer would guess: each population about some of the failures.
+/// A population about a run of neighbouring failures: its ln beta and ln eta as a Weibull
+/// of their mean and deviation has them.
+struct Guess {
+  double ln_beta, ln_eta;
+  double share;  ///< of all failures
+};
+
+Guess guess_from_neighbours(const std::vector<double>& x, double steepest,
+                            test::RandomNumbers& random) {
+  const int n = static_cast<int>(x.size());
+  const int size = std::min(n, static_cast<int>(random.log_uniform(2, std::max(3.0, 0.9 * n))));
+  const int first = random.whole(0, n - size);
+  double mean = 0, square = 0;
+  for (int i = first; i < first + size; ++i) {
+    mean += x[static_cast<std::size_t>(i)] / size;
+    square += x[static_cast<std::size_t>(i)] * x[static_cast<std::size_t>(i)] / size;
+  }
+  const double deviation = std::sqrt(std::max(square - mean * mean, 1e-12));
+  const double beta = std::clamp(1.28 / deviation, 0.2, 0.7 * steepest);
+  return {std::log(beta), mean + 0.577 / beta, static_cast<double>(size) / n};
+}
+
+Guess guess_at_random(const std::vector<double>& x, double steepest, test::RandomNumbers& random) {
+  const double beta = random.log_uniform(0.3, random.chance(0.25) ? steepest : 10);
+  const auto place = static_cast<std::size_t>(random.whole(0, static_cast<int>(x.size()) - 1));
+  const double beyond =
+      random.chance(0.2) ? random.uniform(0, 3) : random.uniform(-0.3, 0.5) / beta;
+  return {std::log(beta), x[place] + beyond, 1 / (1 + std::exp(random.uniform(-3.5, 3.5)))};
+}
+
 Vector random_start(const Objective& objective, double steepest, test::RandomNumbers& random) {
-  const std::vector<double>& x = objective.ln_times();
   const Shape& shape = objective.shape();
+  const int populations = shape.a + shape.b + shape.c;
   Vector v{};
   std::size_t next = 0;
-  const int populations = shape.a + shape.b + shape.c;
+  double share = 0.5;
   for (int i = 0; i < populations; ++i) {
-    const double top = random.chance(0.25) ? steepest : 10;
-    v[next++] = std::log(random.log_uniform(0.3, top));
-    const auto place = static_cast<std::size_t>(random.whole(0, static_cast<int>(x.size()) - 1));
-    const bool beyond = random.chance(0.2);
-    v[next++] = x[place] + (beyond ? random.uniform(0, 3) : random.uniform(-0.3, 0.5) / std::exp(v[next - 2]));
+    const Guess guess = random.chance(0.5)
+                            ? guess_from_neighbours(objective.ln_times(), steepest, random)
+                            : guess_at_random(objective.ln_times(), steepest, random);
+    v[next++] = guess.ln_beta;
+    v[next++] = guess.ln_eta;
+    share = std::clamp(guess.share, 2 * least_share, 1 - 2 * least_share);
   }
-  if (shape.share) v[next] = random.uniform(-3.5, 3.5);
+  if (shape.share) v[next] = std::log(share / (1 - share));
   return v;
 }
 
@@ -252,7 +282,8 @@ std::optional<Optimum> best_of_many(const Objective& objective, const Fence& fen
   for (const Vector& start : given) take(start);
   int polished = 0;
   for (const Runner& runner : short_runs(objective, fence, starts, seed)) {
-    if (best && runner.value < best->value - gap_of_hopeless(objective) && polished > fewest_polished)
+    if (best && runner.value < best->value - gap_of_hopeless(objective) &&
+        polished > fewest_polished)
       break;
     if (best && polished > most_polished) break;
     const auto is_here = [&](const Optimum& end) {

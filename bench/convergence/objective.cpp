@@ -87,13 +87,18 @@ struct Point {
            std::log(std::exp(ra - largest) + std::exp(rb - largest) + std::exp(rc - largest));
   }
 
-  /// d ln R / dx: minus the rate times t.
-  double reliability_slope(double x) const {
-    double sum = 0;
-    for (std::size_t j = 0; j < 2; ++j) sum -= all[j].beta * all[j].hazard(x);
-    if (!mixed) return sum;
-    const double h = all[2].hazard(x), alive = p * std::exp(-h);
-    return h > 700 ? sum : sum - all[2].beta * h * alive / (q + alive);
+  /// ln R, and its slope by x: minus the rate times t.
+  struct Line {
+    double value, slope;
+  };
+  Line reliability_line(double x) const {
+    const double a = all[0].hazard(x), b = all[1].hazard(x);
+    Line line{-a - b, -all[0].beta * a - all[1].beta * b};
+    if (!mixed) return line;
+    const double h = all[2].hazard(x), failed = std::expm1(-h);
+    line.value += std::log1p(p * failed);
+    if (h < 700) line.slope -= all[2].beta * h * p * (1 + failed) / (1 + p * failed);
+    return line;
   }
 };
 
@@ -224,9 +229,9 @@ void to_time(const Point& at, Jet& jet, double x) {
   for (std::size_t i = 0; i < at.n; ++i) slope[i] = -jet.g[i] / z_x;
   for (std::size_t i = 0; i < at.n; ++i)
     for (std::size_t j = 0; j <= i; ++j)
-      jet.h[i][j] = -(jet.h[i][j] + z_xv[i] * slope[j] + slope[i] * z_xv[j] +
-                      z_xx * slope[i] * slope[j]) /
-                    z_x;
+      jet.h[i][j] =
+          -(jet.h[i][j] + z_xv[i] * slope[j] + slope[i] * z_xv[j] + z_xx * slope[i] * slope[j]) /
+          z_x;
   jet.g = slope;
   jet.value = x;
 }
@@ -234,21 +239,20 @@ void to_time(const Point& at, Jet& jet, double x) {
 /// ln time at which the ordinate is y; not a number where there is none.
 double root(const Point& at, double y, double x) {
   constexpr double none = std::numeric_limits<double>::quiet_NaN();
-  const auto z = [&](double place) { return std::log(-at.ln_reliability(place)); };
   double low = -HUGE_VAL, high = HUGE_VAL;
-  for (int i = 0; i < 100; ++i) {
-    const double off = z(x) - y;
+  for (int i = 0; i < 100 && std::fabs(x) < 1e4; ++i) {
+    const Point::Line line = at.reliability_line(x);
+    const double off = std::log(-line.value) - y;
     if (std::isnan(off)) return none;
     (off < 0 ? low : high) = x;
-    double step = -off * at.ln_reliability(x) / at.reliability_slope(x);
+    double step = -off * line.value / line.slope;
+    // The step after this one would be of the order of its square.
+    if (std::fabs(step) < 1e-8) return x + step;
     if (!(std::fabs(step) <= 4)) step = off < 0 ? 4 : -4;
-    double next = x + step;
-    if (!(next > low && next < high)) next = (low + high) / 2;
-    if (std::fabs(next - x) < 1e-14 * (1 + std::fabs(x))) return next;
-    if (!std::isfinite(next) || std::fabs(next) > 1e4) return none;
-    x = next;
+    const double next = x + step;
+    x = next > low && next < high ? next : (low + high) / 2;
   }
-  return x;
+  return none;
 }
 
 void add_row(double weight, const Jet& jet, std::size_t n, Evaluation& out) {
@@ -305,11 +309,16 @@ Objective::Objective(const Sample& sample, Shape shape, std::int16_t method, boo
       late_weight_.push_back(sample.suspensions[i]);
     }
   }
+  last_root_ = x_;
   const std::vector<double>& values = method == method_code::x_on_y ? x_ : y_;
   double mean = 0;
   for (std::size_t i = 0; i < x_.size(); ++i) mean += weight_[i] * values[i] / total_;
   for (std::size_t i = 0; i < x_.size(); ++i)
     spread_ += weight_[i] * (values[i] - mean) * (values[i] - mean);
+}
+
+double Objective::start_of(std::size_t row) const {
+  return std::fabs(last_root_[row] - x_[row]) < 3 ? last_root_[row] : x_[row];
 }
 
 double Objective::value(const Vector& v) const {
@@ -319,7 +328,7 @@ double Objective::value(const Vector& v) const {
     double miss = 0;
     switch (method_) {
       case method_code::mle: sum += weight_[i] * (at.ln_density(x_[i]) - x_[i]); continue;
-      case method_code::x_on_y: miss = root(at, y_[i], x_[i]) - x_[i]; break;
+      case method_code::x_on_y: miss = root(at, y_[i], start_of(i)) - x_[i]; break;
       default: miss = std::log(-at.ln_reliability(x_[i])) - y_[i];
     }
     sum += weight_[i] * miss * miss;
@@ -344,7 +353,8 @@ void Objective::evaluate(const Vector& v, Evaluation& out) const {
       continue;
     }
     const bool along_time = method_ == method_code::x_on_y;
-    const double place = along_time ? root(at, y_[i], x_[i]) : x_[i];
+    const double place = along_time ? root(at, y_[i], start_of(i)) : x_[i];
+    if (along_time) last_root_[i] = place;
     at.move_to(place);
     reliability_jet(at, jet);
     to_ordinate(jet, at.n);

@@ -41,6 +41,7 @@ struct Evaluation {
   Matrix squares{};  ///< sum of products of the rows' gradients: a curvature never indefinite
 };
 
+/// For one thread at a time: it remembers roots to start from.
 class Objective {
  public:
   Objective(const Sample& sample, Shape shape, std::int16_t method, bool with_suspensions);
@@ -63,13 +64,16 @@ class Objective {
   Life life_of(const Vector& v, std::int16_t model) const;
 
  private:
+  double start_of(std::size_t row) const;
+
   Shape shape_;
   std::int16_t method_;
   double unit_ = 1;   ///< a person's time of one inner unit
   double total_ = 0;  ///< failures
   double spread_ = 0;
-  std::vector<double> x_, y_, weight_;   ///< failures
+  std::vector<double> x_, y_, weight_;      ///< failures
   std::vector<double> late_, late_weight_;  ///< suspensions
+  mutable std::vector<double> last_root_;   ///< ln times at which the ordinates were last reached
 };
 
 }  // namespace tavlo::bench

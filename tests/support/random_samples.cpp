@@ -112,7 +112,8 @@ Life weibull7(double beta_a, double eta_a, double beta_b, double eta_b, double b
 
 Life random_life(RandomNumbers& random, std::int16_t model) {
   const double wear_out = random.uniform(1.5, 6), eta = random.log_uniform(500, 5000);
-  const double chance_beta = random.uniform(0.6, 1.6), chance_eta = eta * random.log_uniform(0.7, 4);
+  const double chance_beta = random.uniform(0.6, 1.6),
+               chance_eta = eta * random.log_uniform(0.7, 4);
   const double early_beta = random.uniform(0.8, 4), early_eta = eta / random.log_uniform(1.5, 30);
   const double share = random.uniform(0.05, 0.5);
   if (model == model_code::weibull4) return weibull4(wear_out, eta, chance_beta, chance_eta);
@@ -152,8 +153,8 @@ DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model) {
 
 DrawnSample ordinary_sample(std::uint64_t seed) {
   RandomNumbers random(seed * 0x9e3779b97f4a7c15u + 11);
-  static constexpr std::int16_t models[] = {model_code::weibull2, model_code::weibull2,
-                                            model_code::weibull3, model_code::weibull4,
+  static constexpr std::int16_t models[] = {model_code::weibull2,  model_code::weibull2,
+                                            model_code::weibull3,  model_code::weibull4,
                                             model_code::weibull5c, model_code::weibull7};
   DrawnSample sample{random_life(random, models[random.whole(0, 5)]), {}};
   const int n = random.whole(8, 30), kind = random.whole(0, 3), digits = random.whole(2, 5);

@@ -40,7 +40,8 @@ Life random_life(RandomNumbers& random, std::int16_t model);
 /// A sample with the life that it was drawn from.
 struct DrawnSample {
   Life truth;
-  std::vector<SampleRow> rows;  ///< ascending, equal rows as one with a count where `ties` made them
+  std::vector<SampleRow>
+      rows;  ///< ascending, equal rows as one with a count where `ties` made them
 };
 
 /// n times of a life to 7 digits; by chance `suspended` each unit is stopped at a draw of

@@ -68,7 +68,9 @@ Number ln_part(const Life& life, std::size_t j, Number t) {
 }
 
 Number normal_upper_tail(Number z) { return std::erfc(z / std::sqrt(Number(2))) / 2; }
-Number ln_normal_density(Number z) { return -z * z / 2 - std::log(2 * std::numbers::pi_v<Number>) / 2; }
+Number ln_normal_density(Number z) {
+  return -z * z / 2 - std::log(2 * std::numbers::pi_v<Number>) / 2;
+}
 
 struct Tail {
   Number ln_reliability, ln_density;
@@ -278,7 +280,8 @@ OptimumCheck check_optimum(const Life& life, const Sample& sample, const FitRequ
     return quality_of(moved(life, steps, hold_share), sample, request);
   };
   OptimumCheck check;
-  check.decrement = newton_decrement(derivatives_at_zero(quality, free_parameters(life, hold_share)));
+  check.decrement =
+      newton_decrement(derivatives_at_zero(quality, free_parameters(life, hold_share)));
   if (!has_share(life)) return check;
   const auto along_share = [&](const Numbers& step) {
     Numbers steps(free_parameters(life));
