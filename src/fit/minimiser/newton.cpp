@@ -140,8 +140,8 @@ class NewtonRun {
   Trial shortened(const SmallMatrix& curvature, const SmallVector& g, SmallVector step) const {
     double scale = 1;
     for (std::size_t i = 0; i < free_count_; ++i)
-      scale = std::min(scale, terrain_.longest_step[free_[i]] /
-                                  std::max(std::fabs(step[i]), 1e-300));
+      scale =
+          std::min(scale, terrain_.longest_step[free_[i]] / std::max(std::fabs(step[i]), 1e-300));
     Trial trial{end_.q, 0};
     for (std::size_t i = 0; i < free_count_; ++i) {
       double& value = trial.q[free_[i]];

@@ -26,7 +26,7 @@ using ShapedFunction = std::function<bool(const SmallVector& q, LocalShape& shap
 /// What a minimiser must know of a function beside its values.
 struct Terrain {
   std::size_t size = 0;
-  SmallVector longest_step{};  ///< of each variable
+  SmallVector longest_step{};            ///< of each variable
   std::size_t bounded = most_variables;  ///< the variable held between `low` and `high`, if any
   double low = 0;
   double high = 0;
@@ -46,9 +46,9 @@ struct MinimiserEnd {
   Kind kind = Kind::unfinished;
   SmallVector q{};
   LocalShape shape;
-  bool at_bound = false;    ///< the bounded variable stands at its bound, held there by the gradient
-  double decrement = 0;     ///< half of gradient x Newton step: what a further step promises
-  double curvature = 0;     ///< smallest eigenvalue of the Hessian of the free variables
+  bool at_bound = false;  ///< the bounded variable stands at its bound, held there by the gradient
+  double decrement = 0;   ///< half of gradient x Newton step: what a further step promises
+  double curvature = 0;   ///< smallest eigenvalue of the Hessian of the free variables
   int evaluations = 0;
 };
 
