@@ -92,24 +92,25 @@ std::string text_of(const Optimum& optimum, const Sample& sample, const Way& way
 }
 
 /// What is wrong with an answer, in words; empty where nothing is.
-std::string fault_of(const Sample& sample, const Way& way, const Fit& fit,
+std::string fault_of(const Sample& sample, const FitRequest& request, const Fit& fit,
                      const BestAnswer& known) {
   if (!fit.proof) return "no proof";
+  const auto own = static_cast<double>(test::quality_of(fit.life, sample, request));
+  if (!(std::fabs(own - fit.quality) <= 1e-8 * std::max(1.0, std::fabs(own))))
+    return "recomputed " + std::to_string(own);
   if (fit.proof->kind == Proof::Kind::flat) {
-    const double far = way.method == method_code::mle ? 0.5 : 1e-4;
+    const double far = request.method == method_code::mle ? 0.5 : 1e-4;
     const bool near = known.contained && std::fabs(known.contained->value - fit.quality) < far;
     return near ? "" : "called flat, but is no contained model's answer";
   }
-  bool unreached = false;
-  for (const FitParam& row : fit.life.rows) unreached = unreached || is_unreached(row);
-  const Shape shape = unreached ? cured : shape_of(fit.life.model);
-  const Objective objective(sample, shape, way.method, way.censored);
+  const bool unreached = std::any_of(fit.life.rows.begin(), fit.life.rows.end(), is_unreached);
+  const Objective objective(sample, unreached ? cured : shape_of(fit.life.model), request.method,
+                            request.censored);
   Optimum at;
   at.point = objective.point_of(fit.life);
-  const Flaw flaw = judge(objective, fence_for(sample, way.method, way.censored), at);
-  if (std::fabs(at.value - fit.quality) > 1e-8 * std::max(1.0, std::fabs(at.value)))
-    return "quality " + std::to_string(fit.quality) + ", recomputed " + std::to_string(at.value);
-  if (at.at_share_bound != (fit.proof->kind == Proof::Kind::bound)) return "bound misnamed";
+  const Flaw flaw = judge(objective, fence_for(sample, request.method, request.censored), at);
+  if (flaw == Flaw::none && at.at_share_bound != (fit.proof->kind == Proof::Kind::bound))
+    return "bound misnamed";
   return words_of(flaw);
 }
 
@@ -142,7 +143,7 @@ Judgement judge_answer(const Options& options, const Sample& sample, std::int16_
     const Fit& fit = *answer.fit();
     result.gap = best - fit.quality;
     result.reached = result.gap <= tolerance(way);
-    result.fault = fault_of(sample, way, fit, known);
+    result.fault = fault_of(sample, request, fit, known);
     result.better = result.gap < -tolerance(way) && result.fault.empty();
     const double grain = way.method == method_code::mle ? 1e-3 : 1e-7;
     result.below = known.contained && fit.quality < known.contained->value - grain;
