@@ -137,10 +137,10 @@ std::vector<SampleRow> draws(RandomNumbers& random, const Life& life, int n, dou
   return rows;
 }
 
-DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model) {
+DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model, int most) {
   RandomNumbers random(seed * 0x9e3779b97f4a7c15u + static_cast<std::uint64_t>(model));
   DrawnSample sample{random_life(random, model), {}};
-  const int n = static_cast<int>(random.log_uniform(15, 401));
+  const int n = static_cast<int>(random.log_uniform(15, most + 1));
   const int kind = random.whole(0, 5);
   sample.rows = draws(random, sample.truth, n, kind == 1 || kind == 4 ? random.uniform(0.2, 1) : 0);
   if (kind == 2) stop_at(sample.rows, random.uniform(0.4, 0.9));

@@ -48,9 +48,9 @@ struct DrawnSample {
 /// its own from the same life.
 std::vector<SampleRow> draws(RandomNumbers& random, const Life& life, int n, double suspended = 0);
 
-/// 15 to 400 units of a random life of the model: some with ties (two digits), some by
+/// 15 to `most` units of a random life of the model: some with ties (two digits), some by
 /// inspections every 250, up to 60 % suspended.
-DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model);
+DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model, int most = 400);
 
 /// 8 to 30 units as they come: one population or more, few digits, some stopped early.
 DrawnSample ordinary_sample(std::uint64_t seed);

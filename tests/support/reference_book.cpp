@@ -185,7 +185,9 @@ Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method)
 
 Number quality_of(const Life& life, const Sample& sample, const FitRequest& request) {
   if (request.method != method_code::mle) return r_squared_of(life, sample, request.method);
-  return ln_likelihood_of(life, sample, request.censored || life.rows.size() == 1);
+  const bool searched =
+      has_share(life) || life.model == model_code::weibull4 || life.model == model_code::weibull3;
+  return ln_likelihood_of(life, sample, request.censored || !searched);
 }
 
 Numbers expected_failures_of(const Life& life, const Sample& sample) {

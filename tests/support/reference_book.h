@@ -30,7 +30,8 @@ Number ln_likelihood_of(const Life& life, const Sample& sample, bool with_suspen
 Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method);
 
 /// What the request wants to be large: ln L or r squared. The suspensions take part in the
-/// likelihood of a life with one row, in a mixture's only where the request says so.
+/// likelihood of a searched model (W3T, W4P, W5C, W7P) only where the request says so, in
+/// that of any other always.
 Number quality_of(const Life& life, const Sample& sample, const FitRequest& request);
 
 /// Expected failures of each row's population: a failure belongs to the rows by their
