@@ -1,4 +1,4 @@
-// Weibull ordinate: where a fraction failed stands on Weibull paper.
+// Weibull ordinate: the height of a fraction failed on Weibull paper.
 #pragma once
 
 namespace tavlo {

@@ -7,6 +7,7 @@
 #include "fit/parallel.h"
 #include "fit/search/optimum_search.h"
 #include "fit/search/searched_fits.h"
+#include "fit/search/weibull_optimum.h"
 
 namespace tavlo {
 namespace {
@@ -31,18 +32,6 @@ struct Task {
   double usual_slope() const { return weibull.point.beta(0); }
 };
 
-/// The optimum of one Weibull; it is the only one, and nothing only where there is no spread.
-std::optional<Optimum> one_weibull_optimum(const MixtureRows& rows) {
-  const WeightedRows& f = rows.failures;
-  if (f.count == 0 || !(rows.spread_x > 0)) return {};
-  const double deviation = std::sqrt(rows.spread_x / f.total);
-  constexpr double unit_deviation = 1.2825;  // of ln of a unit exponential
-  MixturePoint start{one_weibull, {}};
-  start.q[0] = std::log(unit_deviation / deviation);
-  start.q[1] = rows.mean_x + 0.5772 * deviation / unit_deviation;
-  return optimum_from(rows, start, {1e300});
-}
-
 /// The points from which an optimum of the larger model may branch off.
 std::vector<MixturePoint> branching_points(const Best& best) {
   constexpr std::size_t most = 2;
@@ -56,18 +45,19 @@ std::vector<MixturePoint> branching_points(const Best& best) {
 /// The larger model's own best, unless a contained one is as good.
 Best best_of(const Task& task, std::int16_t model, std::span<const Best> contained) {
   Best best;
-  std::vector<MixturePoint> branching;
+  KnownGround ground{task.usual_slope(), {}, 0};
   for (const Best& inner : contained) {
     if (!inner.exists) continue;
-    for (const MixturePoint& point : branching_points(inner)) branching.push_back(point);
+    for (const MixturePoint& point : branching_points(inner)) ground.contained.push_back(point);
     if (best.exists && best.optimum.value <= inner.optimum.value) continue;
     best.exists = true;
     best.optimum = inner.optimum;
     best.of_model = best.contained_model = inner.of_model;
     best.contained_value = inner.optimum.value;
   }
-  best.outcome = search_optima(task.rows, populations_of(model), task.usual_slope(), branching,
-                               task.options, task.companion);
+  ground.value = best.optimum.value;
+  best.outcome =
+      search_optima(task.rows, populations_of(model), ground, task.options, task.companion);
   if (best.outcome.optima.empty()) return best;
   const Optimum& own = best.outcome.optima.front().optimum;
   if (best.exists && own.value >= best.optimum.value) return best;

@@ -68,6 +68,23 @@ std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint&
   return optimum;
 }
 
+std::optional<Sketch> sketch_from(const MixtureRows& rows, const MixturePoint& start,
+                                  const Fence& fence) {
+  constexpr int few_steps = 8;
+  const auto objective = make_objective(rows, start.populations);
+  const ShapedFunction function = [&](const SmallVector& q, LocalShape& shape) {
+    return objective->shape_at(q, shape);
+  };
+  Terrain terrain = terrain_of(rows, start.populations, fence);
+  terrain.most_steps = few_steps;
+  const MinimiserEnd end = minimise(function, terrain, start.q);
+  if (end.kind == MinimiserEnd::Kind::cut_off || end.evaluations < 2) return {};
+  Sketch sketch{{start.populations, end.q}, end.shape.value};
+  order_risks(sketch.point);
+  if (!is_carried(*objective, sketch.point)) return {};
+  return sketch;
+}
+
 bool is_same_optimum(const MixtureRows& rows, const Optimum& a, const Optimum& b) {
   if (a.point.populations != b.point.populations) return false;
   const std::size_t size = a.point.populations.size();

@@ -36,6 +36,15 @@ struct Optimum {
 std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint& start,
                                     const Fence& fence);
 
+/// Where a short run from `start` has come to, with the value there; nothing where it left
+/// for a spike.
+struct Sketch {
+  MixturePoint point;
+  double value = 0;
+};
+std::optional<Sketch> sketch_from(const MixtureRows& rows, const MixturePoint& start,
+                                  const Fence& fence);
+
 /// The one rule by which two ends are one optimum: the distance of their parameters means
 /// next to nothing at the precision of the fit.
 bool is_same_optimum(const MixtureRows& rows, const Optimum& a, const Optimum& b);

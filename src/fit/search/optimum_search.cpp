@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 
 #include "fit/parallel.h"
 #include "fit/starts/start_pool.h"
@@ -9,8 +10,9 @@
 namespace tavlo {
 namespace {
 
-constexpr std::size_t round_size = 4;      // starts that run before the next look
-constexpr std::size_t nested_at_most = 4;  // starts from each contained optimum
+constexpr std::size_t round_size = 4;        // starts that run before the next look
+constexpr std::size_t nested_sketches = 10;  // from each contained optimum
+constexpr std::size_t nested_runs = 8;
 constexpr std::size_t whole_search_rows = 400;
 constexpr std::size_t middle_rows = 6400;
 constexpr std::size_t ends_for_middle = 6;
@@ -22,11 +24,12 @@ bool better(const FoundOptimum& a, const FoundOptimum& b) {
 
 class OptimumSearch {
  public:
-  OptimumSearch(const MixtureRows& rows, const Fence& fence, Companion& companion)
-      : rows_(rows), fence_(fence), companion_(companion) {}
+  OptimumSearch(const MixtureRows& rows, const Fence& fence, double to_beat,
+                const SearchOptions& options, Companion& companion)
+      : rows_(rows), fence_(fence), to_beat_(to_beat), options_(options), companion_(companion) {}
 
-  /// Runs from all starts; `are_finds` counts their ends as finds.
-  void run(const std::vector<MixturePoint>& starts, bool are_finds) {
+  /// Runs to the end from all starts; `are_finds` counts their ends as finds.
+  void run(std::span<const MixturePoint> starts, bool are_finds) {
     std::vector<std::optional<Optimum>> ends(starts.size());
     for_each_index(starts.size(),
                    [&](std::size_t i) { ends[i] = optimum_from(rows_, starts[i], fence_); });
@@ -35,18 +38,38 @@ class OptimumSearch {
       if (end) take(*end, are_finds);
     }
     std::stable_sort(outcome_.optima.begin(), outcome_.optima.end(), better);
-    companion_.turn();
-    outcome_.stopped = outcome_.stopped || companion_.stop_wanted();
+    look_up();
   }
 
-  bool is_over(const SearchOptions& options) const {
-    return outcome_.stopped || outcome_.tried >= options.most_starts ||
-           (!outcome_.optima.empty() && outcome_.optima.front().finds >= options.wanted_finds);
+  /// A short run from each start; where they have come to, the lowest first.
+  std::vector<MixturePoint> sketched(const std::vector<MixturePoint>& starts) {
+    std::vector<std::optional<Sketch>> sketches(starts.size());
+    for_each_index(starts.size(),
+                   [&](std::size_t i) { sketches[i] = sketch_from(rows_, starts[i], fence_); });
+    std::erase_if(sketches, [](const auto& sketch) { return !sketch; });
+    std::stable_sort(sketches.begin(), sketches.end(),
+                     [](const auto& a, const auto& b) { return a->value < b->value; });
+    std::vector<MixturePoint> points;
+    for (const auto& sketch : sketches) points.push_back(sketch->point);
+    look_up();
+    return points;
+  }
+
+  bool is_over() const {
+    if (outcome_.stopped || outcome_.tried >= options_.most_starts) return true;
+    if (outcome_.optima.empty()) return false;
+    const FoundOptimum& best = outcome_.optima.front();
+    return best.finds >= options_.wanted_finds && best.optimum.value <= to_beat_;
   }
 
   SearchOutcome& outcome() { return outcome_; }
 
  private:
+  void look_up() {
+    companion_.turn();
+    outcome_.stopped = outcome_.stopped || companion_.stop_wanted();
+  }
+
   void take(const Optimum& end, bool is_find) {
     const auto same = [&](const FoundOptimum& known) {
       return is_same_optimum(rows_, known.optimum, end);
@@ -62,6 +85,8 @@ class OptimumSearch {
 
   const MixtureRows& rows_;
   const Fence fence_;
+  const double to_beat_;
+  const SearchOptions& options_;
   Companion& companion_;
   SearchOutcome outcome_;
 };
@@ -70,27 +95,24 @@ std::vector<MixturePoint> all_nested(const MixtureRows& rows, Populations popula
                                      const std::vector<MixturePoint>& contained) {
   std::vector<MixturePoint> starts;
   for (const MixturePoint& point : contained)
-    for (const MixturePoint& start : nested_starts(rows, populations, point, nested_at_most))
+    for (const MixturePoint& start : nested_starts(rows, populations, point, nested_sketches))
       starts.push_back(start);
   return starts;
 }
 
-SearchOutcome search_on(const MixtureRows& rows, Populations populations, double usual_slope,
-                        const std::vector<MixturePoint>& contained, const SearchOptions& options,
-                        Companion& companion) {
-  const Fence fence = Fence::around(usual_slope);
-  OptimumSearch search(rows, fence, companion);
-  search.run(all_nested(rows, populations, contained), false);
-  const std::vector<MixturePoint> pool =
-      random_starts(rows, populations, {usual_slope, fence.steepest}, options.seed,
-                    static_cast<std::size_t>(options.most_starts));
-  for (std::size_t next = 0; next < pool.size() && !search.is_over(options);) {
-    const std::size_t last = std::min(next + round_size, pool.size());
-    search.run({pool.begin() + static_cast<std::ptrdiff_t>(next),
-                pool.begin() + static_cast<std::ptrdiff_t>(last)},
-               true);
-    next = last;
-  }
+SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,
+                        const SearchOptions& options, Companion& companion) {
+  const Fence fence = Fence::around(ground.usual_slope);
+  OptimumSearch search(rows, fence, ground.value, options, companion);
+  std::vector<MixturePoint> nested =
+      search.sketched(all_nested(rows, populations, ground.contained));
+  nested.resize(std::min(nested.size(), nested_runs));
+  search.run(nested, false);
+  const std::vector<MixturePoint> pool = search.sketched(
+      random_starts(rows, populations, {ground.usual_slope, fence.steepest}, options.seed,
+                    (populations.count() - 1) * static_cast<std::size_t>(options.most_starts)));
+  for (std::size_t next = 0; next < pool.size() && !search.is_over(); next += round_size)
+    search.run(std::span(pool).subspan(next, std::min(round_size, pool.size() - next)), true);
   return search.outcome();
 }
 
@@ -123,16 +145,16 @@ SearchOutcome judged_on(const MixtureRows& rows, const SearchOutcome& rough, std
 
 }  // namespace
 
-SearchOutcome search_optima(const MixtureRows& rows, Populations populations, double usual_slope,
-                            const std::vector<MixturePoint>& contained,
-                            const SearchOptions& options, Companion& companion) {
+SearchOutcome search_optima(const MixtureRows& rows, Populations populations,
+                            const KnownGround& ground, const SearchOptions& options,
+                            Companion& companion) {
   if (rows.failures.count + rows.suspensions.count <= 2 * whole_search_rows)
-    return search_on(rows, populations, usual_slope, contained, options, companion);
+    return search_on(rows, populations, ground, options, companion);
   const MixtureRows few = thinned(rows, whole_search_rows);
-  SearchOutcome outcome = search_on(few, populations, usual_slope, contained, options, companion);
+  SearchOutcome outcome = search_on(few, populations, ground, options, companion);
   if (rows.failures.count + rows.suspensions.count > 2 * middle_rows)
-    outcome = judged_on(thinned(rows, middle_rows), outcome, ends_for_middle, usual_slope);
-  return judged_on(rows, outcome, ends_for_whole, usual_slope);
+    outcome = judged_on(thinned(rows, middle_rows), outcome, ends_for_middle, ground.usual_slope);
+  return judged_on(rows, outcome, ends_for_whole, ground.usual_slope);
 }
 
 }  // namespace tavlo

@@ -23,11 +23,18 @@ struct SearchOutcome {
   bool stopped = false;  ///< by the companion
 };
 
-/// Searches the optima with `populations` on the rows. `nested` are starts that come from
-/// contained models: they run first and are no finds. Large samples are searched on thinned
-/// rows, and the best ends judged on all.
-SearchOutcome search_optima(const MixtureRows& rows, Populations populations, double usual_slope,
-                            const std::vector<MixturePoint>& contained,
-                            const SearchOptions& options, Companion& companion);
+/// What is known of the rows before the search.
+struct KnownGround {
+  double usual_slope = 1;               ///< of one Weibull
+  std::vector<MixturePoint> contained;  ///< optima of contained models, to branch off
+  double value = 0;                     ///< the best of the contained models: to be beaten
+};
+
+/// Searches the optima with `populations` on the rows. Starts that branch off contained
+/// optima run first and are no finds. Large samples are searched on thinned rows, and the
+/// best ends judged on all.
+SearchOutcome search_optima(const MixtureRows& rows, Populations populations,
+                            const KnownGround& ground, const SearchOptions& options,
+                            Companion& companion);
 
 }  // namespace tavlo

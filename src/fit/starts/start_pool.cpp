@@ -64,7 +64,7 @@ class RandomPoint {
       : rows_(rows), populations_(populations), random_(seed) {
     // From a strong infant mortality to a narrow cluster of failures.
     low_ = std::log(0.4 * std::min(1.0, slopes.usual));
-    high_ = std::log(std::min(slopes.steepest, std::max(16.0, 10 * slopes.usual)));
+    high_ = std::log(slopes.steepest);
   }
 
   MixturePoint next() {
@@ -72,7 +72,8 @@ class RandomPoint {
     for (std::size_t i = 0; i < 2 * populations_.count(); i += 2) {
       point.q[i] = low_ + (high_ - low_) * unit();
       const auto row = static_cast<std::size_t>(unit() * static_cast<double>(rows_.failures.count));
-      point.q[i + 1] = rows_.failures.x[row] + unit() - 0.3;
+      const double width = std::min(1.0, 3 * std::exp(-point.q[i]));
+      point.q[i + 1] = rows_.failures.x[row] + (unit() - 0.3) * width;
     }
     if (populations_.c) point.q[populations_.at_share()] = 6 * unit() - 3;
     return point;
@@ -132,6 +133,20 @@ MixturePoint with_early_share(const MixturePoint& from, Populations wanted, doub
   return to;
 }
 
+/// The population on every unit becomes one of nearly every unit, and the part `moved` of
+/// its hazard at x a risk of all: two risks, in the clothes of an early share.
+MixturePoint with_nearly_all_shared(const MixturePoint& from, Populations wanted, double x,
+                                    double beta, double moved) {
+  const MixturePoint risks = with_risk_split(from, competing_risks, x, beta, moved);
+  MixturePoint to{wanted, {}};
+  to.q[wanted.at_c()] = risks.q[competing_risks.at_a()];
+  to.q[wanted.at_c() + 1] = risks.q[competing_risks.at_a() + 1];
+  to.q[wanted.at_a()] = risks.q[competing_risks.at_b()];
+  to.q[wanted.at_a() + 1] = risks.q[competing_risks.at_b() + 1];
+  to.q[wanted.at_share()] = logit(0.99);
+  return to;
+}
+
 }  // namespace
 
 std::vector<MixturePoint> random_starts(const MixtureRows& rows, Populations populations,
@@ -151,14 +166,15 @@ std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wan
   Comparison comparison(rows, wanted);
   const bool split = wanted.b && !has.b && has.c == wanted.c;
   const double usual = contained.beta(has.at_a());
-  for (const double part : {0.03, 0.1, 0.25, 0.5, 0.8})
-    for (const double factor : {0.3, 0.6, 1.6, 3.0, 6.0})
+  for (const double part : {0.02, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7, 0.8, 0.9})
+    for (const double factor : {0.3, 0.6, 1.6, 3.0, 6.0, 12.0})
       for (const double amount : {0.05, 0.2, 0.5}) {
         const double x = log_time_at(rows, part);
-        if (split)
-          comparison.add(with_risk_split(contained, wanted, x, usual * factor, amount));
-        else if (wanted.c && !has.c && has.b == wanted.b)
-          comparison.add(with_early_share(contained, wanted, x, usual * factor, amount));
+        const double beta = usual * factor;
+        if (split) comparison.add(with_risk_split(contained, wanted, x, beta, amount));
+        if (split || has.b != wanted.b || has.c || !wanted.c) continue;
+        comparison.add(with_early_share(contained, wanted, x, beta, amount));
+        if (!wanted.b) comparison.add(with_nearly_all_shared(contained, wanted, x, beta, amount));
       }
   return comparison.best(most);
 }
