@@ -2,10 +2,12 @@
 // best, whether each is an optimum, and none worse than a contained model's.
 //   convergence [--seed 1] [--samples 100] [--models W4P,W5C,W7P] [--methods rr,mle,rrs,mlec]
 //               [--starts 4000] [--large N] [--ordinary N] [--threads 2] [--self] [--index I]
+//               [--most 400] [--table]
 // --large: samples of 1000, 10000 and 100000 units each, W7P by likelihood, against a climb
 // from the truth. --ordinary: samples of 8 to 30 units; prints the kinds of refusals.
 // --self: without the program, the search against a second one of other starts, and its
 // derivatives against the reference book. --index: one sample of the series alone.
+// --most: units of the largest sample. --table: prints the best known answers.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -27,9 +29,9 @@ namespace {
 
 struct Options {
   std::uint64_t seed = 1;
-  int samples = 100, starts = 4000, large = 0, ordinary = 0, threads = 2, index = -1;
+  int samples = 100, starts = 4000, large = 0, ordinary = 0, threads = 2, index = -1, most = 400;
   std::string models = "W4P,W5C,W7P", methods = "rr,mle,rrs,mlec";
-  bool self = false;
+  bool self = false, table = false;
 };
 
 /// A method with the choice whether suspensions take part in its likelihood.
@@ -191,8 +193,8 @@ void compare(const Options& options) {
       std::vector<Judgement> all(static_cast<std::size_t>(count));
       shared_work(options.threads, count, [&](int i) {
         const std::uint64_t seed = seed_of(options, first + i);
-        const Sample sample =
-            make_sample(test::mixture_sample(seed, model.code).rows, RankKind::benard);
+        const Sample sample = make_sample(test::mixture_sample(seed, model.code, options.most).rows,
+                                          RankKind::benard);
         all[static_cast<std::size_t>(i)] = judge_answer(options, sample, model.code, *way, seed);
       });
       print_row(name, *way, all);
@@ -308,7 +310,7 @@ void examine_self(const Options& options) {
         double derivatives = 0;
         for (int i = 0; i < options.samples; ++i) {
           const std::uint64_t seed = seed_of(options, i);
-          const test::DrawnSample drawn = test::mixture_sample(seed, model.code);
+          const test::DrawnSample drawn = test::mixture_sample(seed, model.code, options.most);
           const Sample sample = make_sample(drawn.rows, RankKind::benard);
           const auto best_from = [&](std::uint64_t other) {
             return best_answer(sample, model.code, way.method, way.censored, options.starts, other);
@@ -334,19 +336,37 @@ void examine_self(const Options& options) {
   }
 }
 
+/// Best known answers as a table for the tests.
+void print_table(const Options& options) {
+  for (const std::string& name : listed(options.models))
+    for (std::size_t w = 0; w < std::size(ways); ++w)
+      for (int i = 0; i < options.samples; ++i) {
+        const std::uint64_t seed = seed_of(options, i);
+        const std::int16_t model = find_model_by_name(name)->code;
+        const Sample sample =
+            make_sample(test::mixture_sample(seed, model, options.most).rows, RankKind::benard);
+        const BestAnswer known =
+            best_answer(sample, model, ways[w].method, ways[w].censored, options.starts, seed);
+        if (known.best)
+          std::printf("{\"%s\", %zu, %llu, %.9g},\n", name.c_str(), w,
+                      static_cast<unsigned long long>(seed), known.best->value);
+      }
+}
+
 Options read_options(int argc, char** argv) {
   Options options;
   for (int i = 1; i < argc; ++i) {
     const std::string name = argv[i];
     const char* value = i + 1 < argc ? argv[i + 1] : "";
-    if (name == "--self") {
-      options.self = true;
+    if (name == "--self" || name == "--table") {
+      (name == "--self" ? options.self : options.table) = true;
       continue;
     }
     const std::map<std::string, int*> numbers = {
         {"--samples", &options.samples}, {"--starts", &options.starts},
         {"--large", &options.large},     {"--ordinary", &options.ordinary},
-        {"--threads", &options.threads}, {"--index", &options.index}};
+        {"--threads", &options.threads}, {"--index", &options.index},
+        {"--most", &options.most}};
     if (name == "--seed")
       options.seed = std::strtoull(value, nullptr, 10);
     else if (name == "--models")
@@ -368,8 +388,8 @@ Options read_options(int argc, char** argv) {
 int main(int argc, char** argv) {
   using namespace tavlo::bench;
   const Options options = read_options(argc, argv);
-  if (options.self) {
-    examine_self(options);
+  if (options.self || options.table) {
+    options.self ? examine_self(options) : print_table(options);
     return 0;
   }
   if (options.samples > 0) compare(options);

@@ -59,9 +59,9 @@ Number ln_alive(const Life& life, const SubPopulation& part, Number t) {
 }
 
 /// ln of the part of the density that row j brings.
-Number ln_part(const Life& life, std::size_t j, Number t) {
+Number ln_part(const Life& life, const std::vector<SubPopulation>& parts, std::size_t j, Number t) {
   Numbers terms = {never};
-  for (const SubPopulation& part : sub_populations(life))
+  for (const SubPopulation& part : parts)
     if (std::find(part.rows.begin(), part.rows.end(), j) != part.rows.end())
       terms.push_back(ln_alive(life, part, t) + ln_rate(life.rows[j], t));
   return ln_sum_of_exponents(terms);
@@ -138,20 +138,18 @@ Number spread(const Numbers& values, const Numbers& weights) {
 
 Number ln_reliability_of(const Life& life, Number t) {
   if (!is_weibull(life)) return one_row(life, t).ln_reliability;
-  Numbers terms;
-  for (const SubPopulation& part : sub_populations(life)) terms.push_back(ln_alive(life, part, t));
-  if (terms.size() == 1) return terms[0];
-  // Where next to nothing has failed, 1 - R keeps the digits that R loses.
-  const Number p = std::exp(sub_populations(life)[0].ln_share);
-  Number common = 0, own = 0;
-  for (const FitParam& row : life.rows) (row.Applies & 2 ? common : own) += hazard(row, t);
-  return own > 30 ? ln_sum_of_exponents(terms) : -common + std::log1p(p * std::expm1(-own));
+  Number common = 0, own = 0;  // of all units, and of those of the first sub-population
+  for (const FitParam& row : life.rows)
+    (has_share(life) && !(row.Applies & 2) ? own : common) += hazard(row, t);
+  // ln(p exp(-own) + 1 - p), with the digits that are lost where next to nothing has failed.
+  return own == 0 ? -common : -common + std::log1p(life.rows[0].Fraction * std::expm1(-own));
 }
 
 Number ln_density_of(const Life& life, Number t) {
   if (!is_weibull(life)) return one_row(life, t).ln_density;
+  const std::vector<SubPopulation> parts = sub_populations(life);
   Numbers terms;
-  for (std::size_t j = 0; j < life.rows.size(); ++j) terms.push_back(ln_part(life, j, t));
+  for (std::size_t j = 0; j < life.rows.size(); ++j) terms.push_back(ln_part(life, parts, j, t));
   return ln_sum_of_exponents(terms);
 }
 
@@ -191,12 +189,13 @@ Number quality_of(const Life& life, const Sample& sample, const FitRequest& requ
 }
 
 Numbers expected_failures_of(const Life& life, const Sample& sample) {
+  const std::vector<SubPopulation> parts = sub_populations(life);
   Numbers held(life.rows.size(), 0);
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
     const Number t = outer(sample, i), whole = ln_density_of(life, t);
     for (std::size_t j = 0; j < life.rows.size(); ++j)
-      held[j] += sample.failures[i] * std::exp(ln_part(life, j, t) - whole);
+      held[j] += sample.failures[i] * std::exp(ln_part(life, parts, j, t) - whole);
   }
   return held;
 }
