@@ -27,7 +27,7 @@ struct TimeBracket {
 
 /// Not a number where none was found, which only parameters beyond all sense bring about.
 template <Populations P>
-TAVLO_PACKED Pack model_time(const RowFormula<P>& formula, Pack start, Pack y) {
+TAVLO_PACKED inline Pack model_time(const RowFormula<P>& formula, Pack start, Pack y) {
   // Halley's steps shrink with their third power: nothing is left behind this one.
   constexpr double last_step = 1e-6;
   constexpr int most_steps = 60;
