@@ -98,27 +98,23 @@ Number outer(const Sample& sample, std::size_t i) {
   return std::ldexp(Number(sample.time[i]), sample.exponent);
 }
 
-/// ln H at a time, and its slope by ln (t - t0).
 Number ordinate(const Life& life, Number t) { return std::log(-ln_reliability_of(life, t)); }
-Number ordinate_slope(const Life& life, Number t) {
-  const Number ln_r = ln_reliability_of(life, t);
-  return std::exp(ln_density_of(life, t) - ln_r) * (t - life.rows.front().T0) / -ln_r;
-}
 
 /// ln (t - t0) at which the life reaches an ordinate: Newton's steps inside a bracket.
 Number ln_time_at(const Life& life, Number y, Number x) {
   const Number t0 = life.rows.front().T0;
-  const auto time = [&](Number at) { return t0 + std::exp(at); };
-  Number low = x - 1, high = x + 1;
-  for (Number d = 1; ordinate(life, time(low)) > y && d < 1e4; d *= 2) low -= d;
-  for (Number d = 1; ordinate(life, time(high)) < y && d < 1e4; d *= 2) high += d;
-  for (int i = 0; i < 300; ++i) {
-    const Number off = ordinate(life, time(x)) - y;
+  constexpr Number longest = 4;
+  Number low = never, high = -never;
+  for (int i = 0; i < 500; ++i) {
+    const Number t = t0 + std::exp(x), ln_r = ln_reliability_of(life, t);
+    const Number slope = std::exp(ln_density_of(life, t) - ln_r) * (t - t0) / -ln_r;
+    const Number off = std::log(-ln_r) - y;
     (off < 0 ? low : high) = x;
-    Number next = x - off / ordinate_slope(life, time(x));
-    if (!(next > low && next < high)) next = (low + high) / 2;
-    if (std::fabs(next - x) < 1e-17L * (1 + std::fabs(x))) return next;
-    x = next;
+    const Number step = std::clamp(-off / slope, -longest, longest);
+    if (std::fabs(step) < 1e-17L * (1 + std::fabs(x))) return x + step;
+    const Number next = x + step;
+    x = next > low && next < high ? next : (low + high) / 2;
+    if (high - low < 1e-18L * (1 + std::fabs(x))) return x;
   }
   return x;
 }
