@@ -86,14 +86,6 @@ TEST_F(DiskFilesTest, RefusesLargeFilesBeforeReadingThem) {
   EXPECT_EQ(bytes, "");
 }
 
-// Files of the system that tell no size are read to their end all the same.
-TEST_F(DiskFilesTest, ReadsFilesWithoutAKnownSize) {
-  std::string bytes;
-  ASSERT_TRUE(files.read_whole("/proc/self/status", 1 << 20, bytes));
-  EXPECT_NE(bytes.find("VmPeak"), std::string::npos);
-  EXPECT_EQ(files.read_whole("/proc/self/status", 10, bytes).fault, FileFault::too_large);
-}
-
 /// The rights of an ordinary user for as long as it lives, where the tests run
 /// as the superuser, whom nothing is forbidden.
 class OrdinaryUser {
