@@ -129,7 +129,7 @@ void reliability_jet(const Point& at, Jet& jet) {
     jet.h[i][i] += own * c.h_a * c.h_a;
     jet.h[i + 1][i] += own * c.h_e * c.h_a;
     jet.h[i + 1][i + 1] += own * c.h_e * c.h_e;
-    // d weight / d logit p = weight (1 - weight - ... ) in closed form: p q e / m^2.
+    // The weight's slope by the logit of p.
     const double turn = at.p * at.q * std::exp(-c.h) / (m * m);
     jet.h[s][i] -= turn * c.h_a;
     jet.h[s][i + 1] -= turn * c.h_e;
@@ -145,41 +145,51 @@ struct Way {
   bool carries_c;
 };
 
-/// ln (f t): the logarithm of the sum over the ways to fail.
-void density_jet(const Point& at, Jet& jet, std::array<double, 3>* parts = nullptr) {
-  static constexpr Way ways[] = {{0, false}, {1, false}, {0, true}, {1, true}, {2, true}};
-  clear(jet, at.n);
-  const Population& c = at.all[2];
+constexpr Way ways_to_fail[] = {{0, false}, {1, false}, {0, true}, {1, true}, {2, true}};
+using Terms = std::array<double, 5>;
+
+/// What each way has of the density, next to the largest; returns ln of the largest.
+double terms_of(const Point& at, Terms& term) {
+  constexpr double none = -std::numeric_limits<double>::infinity();
   const double ln_p = std::log(at.p), ln_q = std::log(at.q);
-  double term[5], largest = -std::numeric_limits<double>::infinity(), sum = 0;
-  for (std::size_t k = 0; k < 5; ++k) {
-    const Way& way = ways[k];
-    const bool there = at.all[way.population].present && (at.mixed || !way.carries_c);
-    if (!there) {
-      term[k] = -std::numeric_limits<double>::infinity();
-      continue;
-    }
-    term[k] = at.all[way.population].ln_rate();
-    if (at.mixed) term[k] += way.carries_c ? ln_p - c.h : ln_q;
+  double largest = none;
+  for (std::size_t k = 0; k < term.size(); ++k) {
+    const Way& way = ways_to_fail[k];
+    const Population& it = at.all[way.population];
+    const bool there = it.present && (at.mixed || !way.carries_c);
+    term[k] = there ? it.ln_rate() : none;
+    if (there && at.mixed) term[k] += way.carries_c ? ln_p - at.all[2].h : ln_q;
     largest = std::max(largest, term[k]);
   }
-  for (double& t : term) sum += t = std::exp(t - largest);
+  for (double& each : term) each = std::exp(each - largest);
+  return largest;
+}
+
+/// ln (f t): the logarithm of the sum over the ways to fail.
+void density_jet(const Point& at, Jet& jet, std::array<double, 3>* parts = nullptr) {
+  clear(jet, at.n);
+  const Population& c = at.all[2];
+  Terms term{};
+  const double largest = terms_of(at, term);
+  double sum = 0;
+  for (const double each : term) sum += each;
   jet.value = largest + std::log(sum);
   Vector mean{};
   std::array<double, 3> rates{};
   double carried = 0;
-  for (std::size_t k = 0; k < 5; ++k) {
+  for (std::size_t k = 0; k < term.size(); ++k) {
+    const Way& way = ways_to_fail[k];
     const double share = term[k] / sum;
     if (!(share > 0)) continue;
-    const Population& it = at.all[ways[k].population];
+    const Population& it = at.all[way.population];
     Vector g{};
     g[it.at] += 1 + it.u, g[it.at + 1] -= it.beta;
-    if (at.mixed && ways[k].carries_c) {
+    if (at.mixed && way.carries_c) {
       g[c.at] -= c.h_a, g[c.at + 1] -= c.h_e;
       carried += share;
     }
-    if (at.mixed) g[at.share_at] = ways[k].carries_c ? at.q : -at.p;
-    rates[ways[k].population] += share;
+    if (at.mixed) g[at.share_at] = way.carries_c ? at.q : -at.p;
+    rates[way.population] += share;
     for (std::size_t i = 0; i < at.n; ++i) {
       mean[i] += share * g[i];
       for (std::size_t j = 0; j <= i; ++j) jet.h[i][j] += share * g[i] * g[j];
