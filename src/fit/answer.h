@@ -62,7 +62,8 @@ enum class RefusalCode : std::int8_t {
   too_few_failures,     ///< values: failures, failures needed
   time_not_above_zero,  ///< values: entry row, time
   rank_off_paper,       ///< values: entry row, rank
-  no_spread,            ///< all times (or ranks) of the failures are equal
+  no_spread,            ///< times (or ranks) of the failures all equal; values: none, or
+                        ///< distinct times and distinct times needed
   no_such_fit,          ///< no routine fits this model by this method
   slope_missing,        ///< the model needs a given slope
   no_failure,

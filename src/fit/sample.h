@@ -27,10 +27,14 @@ struct Sample {
   std::vector<double> ln_time;  ///< ln |time|, inner units; -infinity at time 0
   std::vector<double> failures;
   std::vector<double> suspensions;
-  std::vector<float> rank;            ///< cumulative fraction failed; 0 on a row without failures
-  std::vector<std::int16_t> mode;     ///< empty where no row has a mode
-  std::vector<double> mode_ordinate;  ///< Weibull ordinate of the rank within its mode; as `mode`
-  std::vector<std::int32_t> entry;    ///< number of the row as entered, from 1
+  /// Cumulative fraction failed; 0 on a row without failures, but where less than one unit
+  /// in all is suspended: that of the failures before it.
+  std::vector<float> rank;
+  std::vector<std::int16_t> mode;  ///< empty where no row has a mode
+  /// Weibull ordinate of the rank within its mode, as `mode`; infinite where that rank is
+  /// no probability.
+  std::vector<double> mode_ordinate;
+  std::vector<std::int32_t> entry;  ///< number of the row as entered, from 1
 
   int exponent = 0;  ///< a person's time is an inner time x 2^exponent
   int modes = 0;     ///< number of failure modes

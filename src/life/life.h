@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -28,6 +29,9 @@ struct FitParam {
 inline constexpr double unreached_scale = 1e-300;
 inline bool is_unreached(const FitParam& row) { return row.Scale == unreached_scale; }
 
+/// Row j is a risk; row i with a share is also a term of the mixture, in which the risks
+/// act whose `Applies` has the bit i - 1. By failure mode each row is the Weibull of one
+/// mode, and all modes act on all units: R is the product of theirs.
 struct Life {
   std::int16_t model = model_code::weibull2;
   std::vector<FitParam> rows;
@@ -47,5 +51,10 @@ double ln_density(const Life& life, double x);
 /// The time by which the fraction p (0 < p < 1) has failed. Nothing only where the life
 /// never reaches p (a population that does not fail) or where it lies beyond all numbers.
 std::optional<double> quantile(const Life& life, double p);
+
+/// A random time to failure: infinite for a unit that never fails. `uniform` gives
+/// independent numbers above 0 and below 1; it is called once for the population and once
+/// for each risk that acts in it.
+double draw(const Life& life, const std::function<double()>& uniform);
 
 }  // namespace tavlo

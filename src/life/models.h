@@ -87,7 +87,11 @@ struct Model {
   int panel_row;              ///< option of the fit panel; -1 where it has none
   const char* panel_formula;  ///< plot and formula shown by the panel
   int solver_parameters;      ///< K of the mixture solver; 0 where it has none
-  double fixed_slope;         ///< slope given by the model; 0 asks, -1 is free
+  int free_parameters;        ///< that a fit determines; of one mode by failure mode
+  std::span<const std::int16_t> contains;  ///< models that are special cases, largest first
+  const char* box_label;                   ///< in the parameter box of a chart
+  const char* size_label;                  ///< behind the fit's name in the log; may be empty
+  double fixed_slope;                      ///< slope given by the model; 0 asks, -1 is free
   Family family;
   FitRoutine routine;
   const SufficiencyGate* gate;  ///< null: always passes

@@ -148,4 +148,9 @@ double fd_NormZ(ErrorReporter& reporter, double p) {
   });
 }
 
+double normal_quantile(double p) {
+  if (!(p > 0 && p < 1)) throw RunTimeError(run_time::invalid_argument);
+  return quantile(p);
+}
+
 }  // namespace tavlo

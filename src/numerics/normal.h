@@ -14,4 +14,7 @@ double fd_NormCDF(ErrorReporter& reporter, double z);
 /// 1e-11 and 1 - 1e-11. Relative error below 2e-15.
 double fd_NormZ(ErrorReporter& reporter, double p);
 
+/// z with P(Z <= z) = p for 0 < p < 1, without a word: error 5 outside.
+double normal_quantile(double p);
+
 }  // namespace tavlo

@@ -26,9 +26,6 @@ constexpr double lowest_log_survival = -32.23;
 constexpr double highest_log_survival = -9.99e-15;
 constexpr double exponent_limit = 700;
 
-/// Below this F the doubles next to 1 - F are too coarse, and ln F is as good.
-constexpr double small_fraction = 1e-8;
-
 /// `Applies` holds one bit for each sub-population, 30 of them.
 constexpr int most_rows = 30;
 
@@ -175,12 +172,6 @@ double fraction_failed_by_model(ErrorReporter& reporter, const FitResult& fit, d
 }
 
 }  // namespace
-
-double fd_WblY(double F) {
-  return (F > small_fraction ? ln(-ln(1 - Real(F))) : ln(Real(F))).value();
-}
-
-double fd_WblYofR(double R) { return ln(-ln(Real(R))).value(); }
 
 double fd_Wbl(ErrorReporter& reporter, const FitResult& fit, double x) {
   return guarded(reporter, 0.0, error_words("Calculating Weibull Mixture Fit: ", "fd_Wbl routine:"),

@@ -2,16 +2,11 @@
 // the Weibull ordinates.
 #pragma once
 
+#include "life/weibull_ordinate.h"
 #include "numerics/error_reporter.h"
 #include "project/records.h"
 
 namespace tavlo {
-
-/// ln(-ln(1 - F)) for F above 1e-8, else ln F. Error 5 at or below 0, and at 1.
-double fd_WblY(double F);
-
-/// ln(-ln R). Error 5 outside 0 < R < 1.
-double fd_WblYofR(double R);
 
 /// Fraction failed of a Weibull mixture at time x, held within 1e-14 and
 /// 0.99999999999999. At or below a term's T0 (and above 0) the term adds its

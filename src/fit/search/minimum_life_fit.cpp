@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <optional>
+
+#include "fit/search/minimum_life_likelihood.h"
+#include "fit/search/optimum.h"
+#include "fit/search/searched_fits.h"
+#include "fit/search/weibull_optimum.h"
+
+namespace tavlo {
+namespace {
+
+using namespace minimum_life_variable;
+
+constexpr std::size_t most_scan_rows = 400;
+
+/// All times from the first failure, in inner units.
+TimesFromFirst times_of(const Sample& sample, double first, bool censored) {
+  TimesFromFirst times;
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    if (sample.failures[i] > 0) {
+      times.failures.push_back(sample.time[i] - first);
+      times.failure_weights.push_back(sample.failures[i]);
+    }
+    if (censored && sample.suspensions[i] > 0) {
+      times.suspensions.push_back(sample.time[i] - first);
+      times.suspension_weights.push_back(sample.suspensions[i]);
+    }
+  }
+  return times;
+}
+
+/// The middle rows of equal parts of the rows.
+void thin(std::vector<double>& times, std::vector<double>& weights) {
+  const std::size_t stride = times.size() / most_scan_rows;
+  if (stride < 2) return;
+  std::vector<double> few, few_weights;
+  for (std::size_t from = 0; from < times.size(); from += stride) {
+    const std::size_t to = std::min(from + stride, times.size());
+    double weight = 0;
+    for (std::size_t i = from; i < to; ++i) weight += weights[i];
+    few.push_back(times[(from + to) / 2]);
+    few_weights.push_back(weight);
+  }
+  times = std::move(few);
+  weights = std::move(few_weights);
+}
+
+TimesFromFirst sketch_of(TimesFromFirst times) {
+  thin(times.failures, times.failure_weights);
+  thin(times.suspensions, times.suspension_weights);
+  return times;
+}
+
+std::optional<MinimiserEnd> maximum_near(const MinimumLifeLikelihood& likelihood,
+                                         const SmallVector& start, const Fence& fence) {
+  Terrain terrain;
+  terrain.size = count;
+  terrain.longest_step.fill(1.0);
+  terrain.inside = [&](const SmallVector& q) {
+    return q[ln_beta] < std::log(fence.steepest) && q[ln_distance] > -36 && q[ln_distance] < 36;
+  };
+  const ShapedFunction function = [&](const SmallVector& q, LocalShape& shape) {
+    return likelihood.shape_at(q, shape);
+  };
+  MinimiserEnd end = minimise(function, terrain, start);
+  constexpr double proving_gain = 1e-6;
+  const bool proven = end.kind == MinimiserEnd::Kind::minimum && end.decrement <= proving_gain;
+  return proven && terrain.inside(end.q) ? std::optional(end) : std::nullopt;
+}
+
+struct Maxima {
+  std::vector<MinimiserEnd> proven;  ///< best first
+  int tried = 0;
+  bool rises_outward = false;
+};
+
+Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
+  Maxima maxima;
+  const TimesFromFirst few = sketch_of(times);
+  const ProfileScan scan = scan_minimum_life(few);
+  maxima.rises_outward = scan.rises_outward;
+  const MinimumLifeLikelihood rough(few);
+  const MinimumLifeLikelihood whole(times);
+  for (const ProfilePoint& point : scan.maxima) {
+    maxima.tried += 1;
+    const auto sketched =
+        maximum_near(rough, {std::log(point.beta), point.ln_eta, std::log(point.distance)}, fence);
+    const auto end = sketched ? maximum_near(whole, sketched->q, fence) : std::nullopt;
+    if (end) maxima.proven.push_back(*end);
+  }
+  std::stable_sort(maxima.proven.begin(), maxima.proven.end(),
+                   [](const auto& a, const auto& b) { return a.shape.value < b.shape.value; });
+  return maxima;
+}
+
+Fit fit_of(const Sample& sample, const FitRequest& request, const Maxima& maxima, double first) {
+  const MinimiserEnd& best = maxima.proven.front();
+  const double shift = sample.total_failures * sample.exponent * std::numbers::ln2;
+  Fit fit;
+  fit.life = {request.model,
+              {{.Scale = std::ldexp(std::exp(-best.q[ln_eta]), -sample.exponent),
+                .Fraction = 1,
+                .Shape = std::exp(best.q[ln_beta]),
+                .T0 = outer_time(sample, first - std::exp(best.q[ln_distance])),
+                .Applies = 1}}};
+  fit.quality = -best.shape.value - shift;
+  fit.proof = Proof{};
+  fit.proof->decrement = best.decrement;
+  fit.proof->smallest_curvature = best.curvature;
+  fit.starts = StartsReport{maxima.tried, 1, {}};
+  if (maxima.proven.size() > 1) fit.starts->runner_up = -maxima.proven[1].shape.value - shift;
+  return fit;
+}
+
+double first_failure(const Sample& sample) {
+  for (std::size_t i = 0; i < sample.size(); ++i)
+    if (sample.failures[i] > 0) return sample.time[i];
+  return 0;
+}
+
+}  // namespace
+
+FitAnswer fit_minimum_life_by_likelihood(const Sample& sample, const FitRequest& request,
+                                         Companion& companion) {
+  FitAnswer answer{Refusal{RefusalCode::no_spread, {}}, {}};
+  const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
+  const auto weibull = one_weibull_optimum(rows);
+  if (!weibull) return answer;
+  companion.turn();
+  const double first = first_failure(sample);
+  const Maxima maxima =
+      maxima_of(times_of(sample, first, request.censored), Fence::around(weibull->point.beta(0)));
+  // Below the Weibull without a minimum life a maximum is no answer: the likelihood rises
+  // on the other side of a valley.
+  constexpr double rounding = 1e-6;
+  const double to_beat = weibull->value + rows.mean_x * rows.failures.total + rounding;
+  if (maxima.proven.empty() || maxima.proven.front().shape.value > to_beat) {
+    answer.result = Refusal{RefusalCode::no_interior_maximum, {maxima.rises_outward ? -1.0 : 1.0}};
+    return answer;
+  }
+  answer.result = fit_of(sample, request, maxima, first);
+  if (!request.censored && sample.total_suspensions > 0)
+    answer.notes.push_back({NoteCode::suspensions_left_out, 0, {sample.total_suspensions}});
+  return answer;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,137 @@
+#include "fit/search/minimum_life_profile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace tavlo {
+namespace {
+
+constexpr double smallest_decade = -5;
+constexpr int steps_a_decade = 4;
+constexpr int scan_steps = 8 * steps_a_decade;
+constexpr double steepest_beta = 1e5;
+
+/// The likelihood at a given t0 with beta and eta at their best.
+class Profile {
+ public:
+  explicit Profile(const TimesFromFirst& times) : times_(times) {
+    failures_ = std::accumulate(times.failure_weights.begin(), times.failure_weights.end(), 0.0);
+  }
+
+  /// Slope of the profile towards a higher t0 at t0 = first - distance.
+  double slope_at(double distance) {
+    solve(distance);
+    double inverse = 0, hazard_rate = 0;
+    for (std::size_t i = 0; i < rests_.size(); ++i) {
+      if (i < times_.failures.size()) inverse += weights_[i] / rests_[i];
+      hazard_rate += weights_[i] * std::exp(beta_ * (logs_[i] - ln_eta_)) / rests_[i];
+    }
+    return beta_ * hazard_rate - (beta_ - 1) * inverse;
+  }
+
+  ProfilePoint at(double distance) {
+    solve(distance);
+    return {distance, beta_, ln_eta_};
+  }
+
+ private:
+  struct Equation {
+    double value, slope;
+  };
+
+  /// Sum u e^(bu) / sum e^(bu) - 1/b - mean of the failures' u, rising in b.
+  Equation equation(double beta) const {
+    double s0 = 0, s1 = 0, s2 = 0;
+    for (std::size_t i = 0; i < logs_.size(); ++i) {
+      const double from_top = logs_[i] - top_;
+      const double weight = weights_[i] * std::exp(beta * from_top);
+      s0 += weight;
+      s1 += weight * from_top;
+      s2 += weight * from_top * from_top;
+    }
+    const double mean = s1 / s0;
+    return {mean - 1 / beta - (mean_failed_ - top_), s2 / s0 - mean * mean + 1 / (beta * beta)};
+  }
+
+  /// Times beyond t0 and their logarithms. Suspensions at or below t0, certain to survive,
+  /// weigh nothing.
+  void measure_from(double distance) {
+    rests_.clear();
+    weights_.clear();
+    const auto add = [&](double time, double weight) {
+      if (!(time + distance > 0)) return;
+      rests_.push_back(time + distance);
+      weights_.push_back(weight);
+    };
+    for (std::size_t i = 0; i < times_.failures.size(); ++i)
+      add(times_.failures[i], times_.failure_weights[i]);
+    for (std::size_t i = 0; i < times_.suspensions.size(); ++i)
+      add(times_.suspensions[i], times_.suspension_weights[i]);
+    logs_.resize(rests_.size());
+    std::transform(rests_.begin(), rests_.end(), logs_.begin(),
+                   [](double rest) { return std::log(rest); });
+    mean_failed_ = 0;
+    for (std::size_t i = 0; i < times_.failures.size(); ++i)
+      mean_failed_ += weights_[i] * logs_[i] / failures_;
+    top_ = *std::max_element(logs_.begin(), logs_.end());
+  }
+
+  void solve(double distance) {
+    measure_from(distance);
+    double low = 1e-3, high = steepest_beta;
+    for (int i = 0; i < 60; ++i) {
+      const Equation at = equation(beta_);
+      (at.value < 0 ? low : high) = beta_;
+      double next = beta_ - at.value / at.slope;
+      if (!(next > low && next < high)) next = std::sqrt(low * high);
+      const double change = std::fabs(next - beta_);
+      beta_ = next;
+      if (change <= 1e-9 * beta_) break;
+    }
+    double sum = 0;
+    for (std::size_t i = 0; i < logs_.size(); ++i)
+      sum += weights_[i] * std::exp(beta_ * (logs_[i] - top_));
+    ln_eta_ = top_ + std::log(sum / failures_) / beta_;
+  }
+
+  const TimesFromFirst& times_;
+  std::vector<double> rests_;  // beyond t0; failures stand first
+  std::vector<double> logs_;
+  std::vector<double> weights_;
+  double failures_ = 0;
+  double mean_failed_ = 0;
+  double top_ = 0;
+  double beta_ = 1;
+  double ln_eta_ = 0;
+};
+
+double span_of(const TimesFromFirst& times) {
+  double last = 0;
+  for (const std::vector<double>* list : {&times.failures, &times.suspensions})
+    for (const double time : *list) last = std::max(last, time);
+  return last;
+}
+
+}  // namespace
+
+ProfileScan scan_minimum_life(const TimesFromFirst& times) {
+  ProfileScan scan;
+  const double span = span_of(times);
+  if (!(span > 0)) return scan;
+  Profile profile(times);
+  double last_distance = 0, last_slope = 0;
+  for (int i = 0; i <= scan_steps; ++i) {
+    const double distance =
+        span * std::pow(10.0, smallest_decade + static_cast<double>(i) / steps_a_decade);
+    const double slope = profile.slope_at(distance);
+    if (i > 0 && last_slope < 0 && slope >= 0)
+      scan.maxima.push_back(profile.at(std::sqrt(last_distance * distance)));
+    last_distance = distance;
+    last_slope = slope;
+  }
+  scan.rises_outward = last_slope < 0;
+  return scan;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,186 @@
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <span>
+
+#include "fit/mixture/objective.h"
+#include "fit/parallel.h"
+#include "fit/search/optimum_search.h"
+#include "fit/search/searched_fits.h"
+#include "fit/search/weibull_optimum.h"
+
+namespace tavlo {
+namespace {
+
+/// The best answer of a model on its rows, before it is put into words.
+struct Best {
+  bool exists = false;
+  Optimum optimum;
+  std::int16_t of_model = 0;  ///< the model whose optimum it is: the asked one or a contained one
+  SearchOutcome outcome;
+  double contained_value = 0;  ///< the best of the contained models
+  std::int16_t contained_model = 0;
+};
+
+/// What the fits of one call share.
+struct Task {
+  const MixtureRows& rows;
+  const SearchOptions& options;
+  Companion& companion;
+  Optimum weibull;  ///< one population on the same rows
+
+  double usual_slope() const { return weibull.point.beta(0); }
+};
+
+/// The points from which an optimum of the larger model may branch off.
+std::vector<MixturePoint> branching_points(const Best& best) {
+  constexpr std::size_t most = 2;
+  std::vector<MixturePoint> points;
+  for (const FoundOptimum& found : best.outcome.optima)
+    if (points.size() < most) points.push_back(found.optimum.point);
+  if (best.exists && best.of_model == model_code::weibull2) points.push_back(best.optimum.point);
+  return points;
+}
+
+/// The larger model's own best, unless a contained one is as good.
+Best best_of(const Task& task, std::int16_t model, std::span<const Best> contained) {
+  Best best;
+  KnownGround ground{task.usual_slope(), {}, 0};
+  for (const Best& inner : contained) {
+    if (!inner.exists) continue;
+    for (const MixturePoint& point : branching_points(inner)) ground.contained.push_back(point);
+    if (best.exists && best.optimum.value <= inner.optimum.value) continue;
+    best.exists = true;
+    best.optimum = inner.optimum;
+    best.of_model = best.contained_model = inner.of_model;
+    best.contained_value = inner.optimum.value;
+  }
+  ground.value = best.optimum.value;
+  best.outcome =
+      search_optima(task.rows, populations_of(model), ground, task.options, task.companion);
+  if (best.outcome.optima.empty()) return best;
+  const Optimum& own = best.outcome.optima.front().optimum;
+  if (best.exists && own.value >= best.optimum.value) return best;
+  best.exists = true;
+  best.optimum = own;
+  best.of_model = model;
+  return best;
+}
+
+Best best_weibull(const Task& task) {
+  Best best;
+  best.exists = true;
+  best.optimum = task.weibull;
+  best.of_model = model_code::weibull2;
+  best.outcome.optima.push_back({task.weibull, 1, 1});
+  return best;
+}
+
+/// A share of the units fails and the rest never does: an optimum at the edge of the
+/// five-parameter model, which suspensions can carry.
+Best best_share_alone(const Task& task) {
+  Best best;
+  if (task.rows.suspensions.count == 0) return best;
+  const Fence fence = Fence::around(task.usual_slope());
+  const double failed =
+      task.rows.failures.total / (task.rows.failures.total + task.rows.suspensions.total);
+  for (const double share : {1.05 * failed, 1.5 * failed, 0.5 * (1 + failed)}) {
+    MixturePoint start{share_alone, {}};
+    start.q[0] = task.weibull.point.q[0];
+    start.q[1] = task.rows.mean_x;
+    start.q[2] = logit(std::clamp(share, 0.002, 0.99));
+    const auto optimum = optimum_from(task.rows, start, fence);
+    if (!optimum || optimum->at_bound) continue;
+    if (best.exists && best.optimum.value <= optimum->value) continue;
+    best.exists = true;
+    best.optimum = *optimum;
+    best.of_model = model_code::weibull5c;
+  }
+  return best;
+}
+
+Best best_mixture(const Task& task, std::int16_t model) {
+  const Best weibull = best_weibull(task);
+  if (model == model_code::weibull4) return best_of(task, model, std::array{weibull});
+  if (model == model_code::weibull5c)
+    return best_of(task, model, std::array{weibull, best_share_alone(task)});
+  const std::array<std::int16_t, 2> smaller = {model_code::weibull4, model_code::weibull5c};
+  std::array<Best, 2> inner;
+  for (std::size_t i = 0; i < inner.size(); ++i) inner[i] = best_mixture(task, smaller[i]);
+  return best_of(task, model, inner);
+}
+
+StartsReport starts_of(const Best& best, const Task& task) {
+  StartsReport report;
+  report.tried = best.outcome.tried;
+  const auto outer = [&](double value) { return quality_of(task.rows, value); };
+  for (const FoundOptimum& found : best.outcome.optima) {
+    if (is_same_optimum(task.rows, best.optimum, found.optimum))
+      report.agreed += found.agreed;
+    else if (!report.runner_up)
+      report.runner_up = outer(found.optimum.value);
+  }
+  return report;
+}
+
+Proof proof_of(const Best& best, std::int16_t model) {
+  Proof proof;
+  proof.decrement = best.optimum.decrement;
+  proof.smallest_curvature = best.optimum.curvature;
+  proof.at_share_bound = best.optimum.at_bound;
+  if (best.optimum.at_bound) proof.kind = Proof::Kind::bound;
+  if (best.of_model == model) return proof;
+  proof.kind = Proof::Kind::flat;
+  proof.same_as = best.of_model;
+  proof.smallest_curvature = 0;
+  return proof;
+}
+
+std::vector<Note> notes_of(const Best& best, const Task& task, const Sample& sample,
+                           const FitRequest& request) {
+  std::vector<Note> notes;
+  const bool likelihood = task.rows.is_likelihood();
+  if (likelihood && !request.censored && sample.total_suspensions > 0)
+    notes.push_back({NoteCode::suspensions_left_out, 0, {sample.total_suspensions}});
+  const bool own = best.of_model == request.model;
+  const bool unreached = !best.optimum.point.populations.a;
+  const double gain = own && !unreached ? best.contained_value - best.optimum.value : 0.0;
+  if (best.contained_model != 0 && gain < (likelihood ? 0.5 : 1e-4) && !(own && unreached))
+    notes.push_back({NoteCode::no_second_population, best.contained_model, {gain}});
+  if (unreached) notes.push_back({NoteCode::population_not_reached, 0, {2}});
+  if (best.optimum.at_bound)
+    notes.push_back({NoteCode::share_at_bound, 0, {best.optimum.point.share()}});
+  if (own && !unreached && !best.outcome.optima.empty() && best.outcome.optima.front().finds < 2)
+    notes.push_back({NoteCode::unconfirmed, 0, {}});
+  return notes;
+}
+
+FitAnswer answer_of(const Best& best, const Task& task, const Sample& sample,
+                    const FitRequest& request) {
+  if (best.outcome.stopped) return {Refusal{RefusalCode::stopped, {}}, {}};
+  if (!best.exists) return {Refusal{RefusalCode::no_proven_optimum, {}}, {}};
+  Fit fit;
+  fit.life = life_of(request.model, best.optimum.point, sample.exponent);
+  const double shift =
+      task.rows.is_likelihood() ? sample.total_failures * sample.exponent * std::numbers::ln2 : 0.0;
+  fit.quality = quality_of(task.rows, best.optimum.value) - shift;
+  fit.proof = proof_of(best, request.model);
+  fit.starts = starts_of(best, task);
+  if (fit.starts->runner_up) *fit.starts->runner_up -= shift;
+  return {fit, notes_of(best, task, sample, request)};
+}
+
+}  // namespace
+
+FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion& companion) {
+  const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
+  const auto weibull = one_weibull_optimum(rows);
+  if (!weibull)
+    return {
+        Refusal{rows.spread_x > 0 ? RefusalCode::no_proven_optimum : RefusalCode::no_spread, {}},
+        {}};
+  const Task task{rows, request.search, companion, *weibull};
+  return answer_of(best_mixture(task, request.model), task, sample, request);
+}
+
+}  // namespace tavlo

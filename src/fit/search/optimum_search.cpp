@@ -1,0 +1,198 @@
+#include "fit/search/optimum_search.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+
+#include "fit/parallel.h"
+#include "fit/starts/start_pool.h"
+
+namespace tavlo {
+namespace {
+
+constexpr std::size_t round_size = 4;        // starts that run before the next look
+constexpr std::size_t nested_sketches = 10;  // from each contained optimum
+constexpr std::size_t nested_runs = 8;
+constexpr std::size_t looks_a_population = 12;  // unlike starts that are tried in any case
+constexpr std::size_t whole_search_rows = 400;
+constexpr std::size_t middle_rows = 6400;
+constexpr std::size_t ends_for_middle = 6;
+constexpr std::size_t ends_for_whole = 3;
+
+bool better(const FoundOptimum& a, const FoundOptimum& b) {
+  return a.optimum.value < b.optimum.value;
+}
+
+class OptimumSearch {
+ public:
+  /// When a search may end before its last start.
+  struct Target {
+    double value = 0;  ///< the best of the contained models
+    int looks = 0;     ///< starts that are tried in any case
+  };
+
+  OptimumSearch(const MixtureRows& rows, const Fence& fence, const Target& target,
+                const SearchOptions& options, Companion& companion)
+      : rows_(rows), fence_(fence), target_(target), options_(options), companion_(companion) {}
+
+  /// Runs to the end from all starts; `are_finds` counts their ends as finds.
+  void run(std::span<const MixturePoint> starts, bool are_finds) {
+    std::vector<std::optional<Optimum>> ends(starts.size());
+    for_each_index(starts.size(),
+                   [&](std::size_t i) { ends[i] = optimum_from(rows_, starts[i], fence_); });
+    for (const auto& end : ends) {
+      outcome_.tried += 1;
+      if (end) take(*end, are_finds);
+    }
+    std::stable_sort(outcome_.optima.begin(), outcome_.optima.end(), better);
+    look_up();
+  }
+
+  /// Runs from the starts in order, some at a time, until the search is over.
+  void run_rounds(const std::vector<MixturePoint>& starts) {
+    for (std::size_t next = 0; next < starts.size() && !is_over(); next += round_size)
+      run(std::span(starts).subspan(next, std::min(round_size, starts.size() - next)), true);
+  }
+
+  /// A short run from each start; where they have come to, the lowest first.
+  std::vector<MixturePoint> sketched(const std::vector<MixturePoint>& starts) {
+    std::vector<std::optional<Sketch>> sketches(starts.size());
+    for_each_index(starts.size(),
+                   [&](std::size_t i) { sketches[i] = sketch_from(rows_, starts[i], fence_); });
+    std::erase_if(sketches, [](const auto& sketch) { return !sketch; });
+    std::stable_sort(sketches.begin(), sketches.end(),
+                     [](const auto& a, const auto& b) { return a->value < b->value; });
+    std::vector<MixturePoint> points;
+    for (const auto& sketch : sketches) points.push_back(sketch->point);
+    look_up();
+    return points;
+  }
+
+  bool is_over() const {
+    if (outcome_.stopped || outcome_.tried >= options_.most_starts) return true;
+    if (outcome_.optima.empty() || outcome_.tried < target_.looks) return false;
+    const FoundOptimum& best = outcome_.optima.front();
+    return best.finds >= options_.wanted_finds && best.optimum.value <= target_.value;
+  }
+
+  SearchOutcome& outcome() { return outcome_; }
+
+ private:
+  void look_up() {
+    companion_.turn();
+    outcome_.stopped = outcome_.stopped || companion_.stop_wanted();
+  }
+
+  void take(const Optimum& end, bool is_find) {
+    const auto same = [&](const FoundOptimum& known) {
+      return is_same_optimum(rows_, known.optimum, end);
+    };
+    auto found = std::find_if(outcome_.optima.begin(), outcome_.optima.end(), same);
+    if (found == outcome_.optima.end())
+      found = outcome_.optima.insert(outcome_.optima.end(), {end, 0, 0});
+    else if (end.value < found->optimum.value)
+      found->optimum = end;
+    found->finds += is_find;
+    found->agreed += 1;
+  }
+
+  const MixtureRows& rows_;
+  const Fence fence_;
+  const Target target_;
+  const SearchOptions& options_;
+  Companion& companion_;
+  SearchOutcome outcome_;
+};
+
+std::vector<MixturePoint> all_nested(const MixtureRows& rows, Populations populations,
+                                     const std::vector<MixturePoint>& contained) {
+  std::vector<MixturePoint> starts;
+  for (const MixturePoint& point : contained)
+    for (const MixturePoint& start : nested_starts(rows, populations, point, nested_sketches))
+      starts.push_back(start);
+  return starts;
+}
+
+/// Points near one that came before go to the end: first many optima are looked at, then
+/// the best is found again.
+std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, std::size_t looks) {
+  constexpr double near = 0.3;
+  std::vector<MixturePoint> first, rest;
+  for (const MixturePoint& point : points) {
+    const auto like = [&](const MixturePoint& other) { return are_alike(point, other, near); };
+    const bool is_new = first.size() < looks && std::none_of(first.begin(), first.end(), like);
+    (is_new ? first : rest).push_back(point);
+  }
+  first.insert(first.end(), rest.begin(), rest.end());
+  return first;
+}
+
+/// Small samples have more narrow optima, and cost less.
+std::size_t sketches_for(const MixtureRows& rows, Populations populations,
+                         const SearchOptions& options) {
+  const auto starts = static_cast<std::size_t>(options.most_starts);
+  const std::size_t wanted = 6000 / (rows.failures.count + rows.suspensions.count);
+  return (populations.count() - 1) * std::clamp(wanted, starts, 2 * starts);
+}
+
+SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,
+                        const SearchOptions& options, Companion& companion) {
+  const Fence fence = Fence::around(ground.usual_slope);
+  const std::size_t looks = looks_a_population * populations.count();
+  OptimumSearch search(rows, fence, {ground.value, static_cast<int>(looks)}, options, companion);
+  std::vector<MixturePoint> nested =
+      search.sketched(all_nested(rows, populations, ground.contained));
+  nested.resize(std::min(nested.size(), nested_runs));
+  search.run(nested, false);
+  constexpr std::uint64_t most_pools = 3;
+  for (std::uint64_t pool = 0; pool < most_pools && !search.is_over(); ++pool)
+    search.run_rounds(unlike_first(
+        search.sketched(random_starts(rows, populations, {ground.usual_slope, fence.steepest},
+                                      options.seed + pool,
+                                      sketches_for(rows, populations, options))),
+        looks));
+  return search.outcome();
+}
+
+/// The best ends of a search on few rows, taken to their optima on more.
+SearchOutcome judged_on(const MixtureRows& rows, const SearchOutcome& rough, std::size_t most,
+                        double usual_slope) {
+  const std::size_t count = std::min(most, rough.optima.size());
+  std::vector<std::optional<Optimum>> ends(count);
+  const Fence fence = Fence::around(usual_slope);
+  for_each_index(count, [&](std::size_t i) {
+    ends[i] = optimum_from(rows, rough.optima[i].optimum.point, fence);
+  });
+  SearchOutcome judged{{}, rough.tried, rough.stopped};
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!ends[i]) continue;
+    const auto same = [&](const FoundOptimum& known) {
+      return is_same_optimum(rows, known.optimum, *ends[i]);
+    };
+    const auto known = std::find_if(judged.optima.begin(), judged.optima.end(), same);
+    if (known == judged.optima.end()) {
+      judged.optima.push_back({*ends[i], rough.optima[i].finds, rough.optima[i].agreed});
+    } else {
+      known->finds += rough.optima[i].finds;
+      known->agreed += rough.optima[i].agreed;
+    }
+  }
+  std::stable_sort(judged.optima.begin(), judged.optima.end(), better);
+  return judged;
+}
+
+}  // namespace
+
+SearchOutcome search_optima(const MixtureRows& rows, Populations populations,
+                            const KnownGround& ground, const SearchOptions& options,
+                            Companion& companion) {
+  if (rows.failures.count + rows.suspensions.count <= 2 * whole_search_rows)
+    return search_on(rows, populations, ground, options, companion);
+  const MixtureRows few = thinned(rows, whole_search_rows);
+  SearchOutcome outcome = search_on(few, populations, ground, options, companion);
+  if (rows.failures.count + rows.suspensions.count > 2 * middle_rows)
+    outcome = judged_on(thinned(rows, middle_rows), outcome, ends_for_middle, ground.usual_slope);
+  return judged_on(rows, outcome, ends_for_whole, ground.usual_slope);
+}
+
+}  // namespace tavlo

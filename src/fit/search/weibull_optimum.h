@@ -1,0 +1,15 @@
+// Weibull optimum: one Weibull on the rows of a mixture's objective: what every mixture
+// contains, and the measure of its fence.
+#pragma once
+
+#include <optional>
+
+#include "fit/search/optimum.h"
+
+namespace tavlo {
+
+/// The only optimum there is; nothing where the times have no spread or the likelihood
+/// rises with the slope.
+std::optional<Optimum> one_weibull_optimum(const MixtureRows& rows);
+
+}  // namespace tavlo

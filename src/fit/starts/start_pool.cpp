@@ -1,0 +1,189 @@
+#include "fit/starts/start_pool.h"
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+#include "fit/mixture/objective.h"
+
+namespace tavlo {
+namespace {
+
+/// Starts are compared on this many rows.
+constexpr std::size_t comparing_rows = 64;
+constexpr std::size_t points_a_start = 3;  // random points for each start that is wanted
+
+struct Candidate {
+  MixturePoint point;
+  double value = 0;
+};
+
+std::vector<MixturePoint> best_unlike(std::vector<Candidate> all, std::size_t most) {
+  std::stable_sort(all.begin(), all.end(),
+                   [](const Candidate& a, const Candidate& b) { return a.value < b.value; });
+  std::vector<MixturePoint> chosen;
+  for (const Candidate& candidate : all) {
+    if (chosen.size() >= most) break;
+    const auto like = [&](const MixturePoint& other) {
+      return are_alike(candidate.point, other, 0.5);
+    };
+    if (std::none_of(chosen.begin(), chosen.end(), like)) chosen.push_back(candidate.point);
+  }
+  return chosen;
+}
+
+/// Collects points with their values on a few rows.
+class Comparison {
+ public:
+  Comparison(const MixtureRows& rows, Populations populations)
+      : rows_(thinned(rows, comparing_rows)), objective_(make_objective(rows_, populations)) {}
+
+  void add(MixturePoint point) {
+    order_risks(point);
+    const double value = objective_->rough_value_at(point.q);
+    if (std::isfinite(value)) all_.push_back({point, value});
+  }
+  std::vector<MixturePoint> best(std::size_t most) { return best_unlike(std::move(all_), most); }
+
+ private:
+  MixtureRows rows_;
+  std::unique_ptr<Objective> objective_;
+  std::vector<Candidate> all_;
+};
+
+class RandomPoint {
+ public:
+  RandomPoint(const MixtureRows& rows, Populations populations, const SlopeRange& slopes,
+              std::uint64_t seed)
+      : rows_(rows), populations_(populations), random_(seed) {
+    // From a strong infant mortality to a common wear-out; beyond it narrow clusters.
+    low_ = std::log(0.3 * slopes.usual);
+    middle_ = std::log(std::min(slopes.steepest, 8 * slopes.usual));
+    high_ = std::log(slopes.steepest);
+  }
+
+  MixturePoint next() {
+    MixturePoint point{populations_, {}};
+    for (std::size_t i = 0; i < 2 * populations_.count(); i += 2) {
+      point.q[i] = ln_slope();
+      const auto row = static_cast<std::size_t>(unit() * static_cast<double>(rows_.failures.count));
+      const double width = std::min(1.0, 3 * std::exp(-point.q[i]));
+      point.q[i + 1] = rows_.failures.x[row] + (unit() - 0.3) * width;
+    }
+    if (populations_.c) point.q[populations_.at_share()] = 6 * unit() - 3;
+    return point;
+  }
+
+ private:
+  double ln_slope() {
+    constexpr double common = 0.7;
+    const double u = unit();
+    return u < common ? low_ + (middle_ - low_) * u / common
+                      : middle_ + (high_ - middle_) * (u - common) / (1 - common);
+  }
+
+  /// Uniform in 0 to 1, the same on every machine.
+  double unit() { return std::ldexp(static_cast<double>(random_() >> 11), -53); }
+
+  const MixtureRows& rows_;
+  const Populations populations_;
+  std::mt19937_64 random_;
+  double low_ = 0, middle_ = 0, high_ = 0;
+};
+
+/// The log time below which the part has failed.
+double log_time_at(const MixtureRows& rows, double part) {
+  const WeightedRows& f = rows.failures;
+  double passed = 0;
+  for (std::size_t i = 0; i < f.count; ++i) {
+    passed += f.w[i];
+    if (passed >= part * f.total) return f.x[i];
+  }
+  return f.x[f.count - 1];
+}
+
+/// Takes the part `moved` of risk A's hazard at log time x to a new risk B of slope `beta`.
+MixturePoint with_risk_split(const MixturePoint& from, Populations wanted, double x, double beta,
+                             double moved) {
+  MixturePoint to{wanted, {}};
+  const std::size_t a = from.populations.at_a();
+  const double z = from.beta(a) * (x - from.ln_eta(a));
+  to.q[wanted.at_a()] = from.q[a];
+  to.q[wanted.at_a() + 1] = x - (z + std::log1p(-moved)) / from.beta(a);
+  to.q[wanted.at_b()] = std::log(beta);
+  to.q[wanted.at_b() + 1] = x - (z + std::log(moved)) / beta;
+  if (!wanted.c) return to;
+  const std::size_t c = from.populations.at_c();
+  to.q[wanted.at_c()] = from.q[c];
+  to.q[wanted.at_c() + 1] = from.q[c + 1];
+  to.q[wanted.at_share()] = from.q[from.populations.at_share()];
+  return to;
+}
+
+MixturePoint with_early_share(const MixturePoint& from, Populations wanted, double x, double beta,
+                              double share) {
+  MixturePoint to{wanted, {}};
+  to.q[wanted.at_a()] = from.q[from.populations.at_a()];
+  to.q[wanted.at_a() + 1] = from.q[from.populations.at_a() + 1];
+  if (wanted.b) {
+    to.q[wanted.at_b()] = from.q[from.populations.at_b()];
+    to.q[wanted.at_b() + 1] = from.q[from.populations.at_b() + 1];
+  }
+  to.q[wanted.at_c()] = std::log(beta);
+  to.q[wanted.at_c() + 1] = x;
+  to.q[wanted.at_share()] = logit(share);
+  return to;
+}
+
+/// The population on every unit becomes one of nearly every unit, and the part `moved` of
+/// its hazard at x a risk of all: two risks, in the clothes of an early share.
+MixturePoint with_nearly_all_shared(const MixturePoint& from, Populations wanted, double x,
+                                    double beta, double moved) {
+  const MixturePoint risks = with_risk_split(from, competing_risks, x, beta, moved);
+  MixturePoint to{wanted, {}};
+  to.q[wanted.at_c()] = risks.q[competing_risks.at_a()];
+  to.q[wanted.at_c() + 1] = risks.q[competing_risks.at_a() + 1];
+  to.q[wanted.at_a()] = risks.q[competing_risks.at_b()];
+  to.q[wanted.at_a() + 1] = risks.q[competing_risks.at_b() + 1];
+  to.q[wanted.at_share()] = logit(0.99);
+  return to;
+}
+
+}  // namespace
+
+bool are_alike(const MixturePoint& a, const MixturePoint& b, double near) {
+  for (std::size_t i = 0; i < a.populations.size(); ++i)
+    if (!(std::fabs(a.q[i] - b.q[i]) <= near)) return false;
+  return true;
+}
+
+std::vector<MixturePoint> random_starts(const MixtureRows& rows, Populations populations,
+                                        const SlopeRange& slopes, std::uint64_t seed,
+                                        std::size_t most) {
+  RandomPoint random(rows, populations, slopes, seed);
+  Comparison comparison(rows, populations);
+  for (std::size_t i = 0; i < points_a_start * most; ++i) comparison.add(random.next());
+  return comparison.best(most);
+}
+
+std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wanted,
+                                        const MixturePoint& contained, std::size_t most) {
+  const Populations& has = contained.populations;
+  if (!has.a || (has.b && has.c)) return {};
+  Comparison comparison(rows, wanted);
+  const bool split = wanted.b && !has.b && has.c == wanted.c;
+  const double usual = contained.beta(has.at_a());
+  for (const double part : {0.03, 0.1, 0.2, 0.35, 0.55, 0.75, 0.9})
+    for (const double factor : {0.3, 0.6, 1.6, 4.0, 10.0})
+      for (const double amount : {0.05, 0.2, 0.5, 0.95}) {
+        const double x = log_time_at(rows, part);
+        const double beta = usual * factor;
+        if (split) comparison.add(with_risk_split(contained, wanted, x, beta, amount));
+        if (split || has.b != wanted.b || has.c || !wanted.c) continue;
+        comparison.add(with_early_share(contained, wanted, x, beta, amount));
+        if (!wanted.b) comparison.add(with_nearly_all_shared(contained, wanted, x, beta, amount));
+      }
+  return comparison.best(most);
+}
+
+}  // namespace tavlo
