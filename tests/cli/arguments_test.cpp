@@ -44,8 +44,7 @@ TEST(Arguments, WrongUsageEndsWithTwoAndSaysWhy) {
       {{"fit", "x", "--project", "x"}, "not available yet"},
       {{"fit", "x", "y", "--chart", "x.svg"}, "one FILE at a time"},
       {{"chart", "x"}, "OUT is required"},
-      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"},
-  };
+      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"}};
   const CliFolder folder;
   for (const UsageCase& row : cases) {
     const ProgramRun run = folder.run(row.arguments);

@@ -139,8 +139,7 @@ const FamilyForm forms[] = {
      [](double x, double a, double b) { return std::exp(-std::exp(-(x - a) / b)); },
      [](double p, double a, double b) { return a - b * std::log(-std::log(p)); }},
     {"E", "eta", "beta", [](double x, double a, double) { return -std::expm1(-x / a); },
-     [](double p, double a, double) { return -a * std::log1p(-p); }},
-};
+     [](double p, double a, double) { return -a * std::log1p(-p); }}};
 
 void expect_closed_form(const json& fit, const FamilyForm& form) {
   const double a = fit.at("rows")[0].at(form.first);

@@ -43,8 +43,7 @@ TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
        "5\0\n\0"s,
        ":1: this is UTF-16 text; save it as UTF-8"},
       {"5\n6\n\0\n"s, ":3: there is a NUL byte; this is no text"},
-      {"5\rsix\r", ":2: 'six' is not a number"},
-  };
+      {"5\rsix\r", ":2: 'six' is not a number"}};
   const CliFolder folder;
   for (const Case& row : cases) {
     folder.write("data", row.bytes);
