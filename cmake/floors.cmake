@@ -1,4 +1,12 @@
 # One static library a floor of src/, and one test program a floor of tests/.
+#
+# Precompiled headers are shared: numerics owns the one of the floors, the test
+# support the one of the tests, the workspace the one with Qt. The preset `fuzz`
+# builds without them, so that a missing include is noticed there.
+set(TAVLO_FLOOR_HEADERS <algorithm> <cmath> <cstdint> <functional> <map> <memory> <optional>
+  <string> <string_view> <utility> <variant> <vector>)
+set(TAVLO_TEST_HEADERS ${TAVLO_FLOOR_HEADERS} <gtest/gtest.h> <random> <sstream>)
+set(TAVLO_QT_HEADERS <QtCore> <QtGui> <QtWidgets>)
 
 # tavlo_floor(name LINKS libraries...): library tavlo_<name> from the sources
 # of the calling folder and its sub-folders. What stands in module/ is a target of
@@ -15,6 +23,11 @@ function(tavlo_floor name)
   add_library(tavlo_${name} STATIC ${sources})
   target_include_directories(tavlo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(tavlo_${name} PUBLIC ${ARG_LINKS})
+  if(name STREQUAL "numerics")
+    target_precompile_headers(tavlo_${name} PRIVATE ${TAVLO_FLOOR_HEADERS})
+  else()
+    target_precompile_headers(tavlo_${name} REUSE_FROM tavlo_numerics)
+  endif()
 endfunction()
 
 # tavlo_tests(name LINKS libraries...): test program of the calling folder;
@@ -27,7 +40,8 @@ function(tavlo_tests name)
   endif()
   add_executable(tavlo_${name}_tests ${sources})
   target_link_libraries(tavlo_${name}_tests PRIVATE tavlo_test_support ${ARG_LINKS})
-  target_precompile_headers(tavlo_${name}_tests PRIVATE <gtest/gtest.h> <string> <vector>)
+  target_compile_options(tavlo_${name}_tests PRIVATE ${TAVLO_TEST_OPTIONS})
+  target_precompile_headers(tavlo_${name}_tests REUSE_FROM tavlo_test_support)
   gtest_discover_tests(tavlo_${name}_tests
     TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
 endfunction()

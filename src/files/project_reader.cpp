@@ -224,7 +224,7 @@ void ProjectReader::text(std::string& line) {
 
 // Counts
 
-std::int32_t ProjectReader::count(std::int64_t) {
+std::int64_t ProjectReader::count(std::int64_t) {
   std::int32_t number = 0;
   value(number);
   return number;

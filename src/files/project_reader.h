@@ -45,8 +45,9 @@ class ProjectReader : public ProjectText {
 
   void text(std::string& line);
 
-  /// Reads how many fields or records the file says will follow.
-  std::int32_t count(std::int64_t expected);
+  /// Reads how many fields or records the file says will follow: any 32-bit number,
+  /// given in 64 so that the difference from the number due never overflows.
+  std::int64_t count(std::int64_t expected);
 
   /// Drops values, quoted or bare, or text lines; a number below 1 drops none.
   void skip_values(std::int64_t number);

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <unordered_map>
 
+#include "painter/drawable_text.h"
 #include "painter/pixel_grid.h"
 #include "painter/sprites.h"
 
@@ -144,8 +145,7 @@ QPen Player::pen_of(const drawing::CreatePen& from) const {
 Lettering Player::lettering_of(const drawing::CreateFont& from) const {
   Lettering lettering;
   QFont& font = lettering.font;
-  font.setFamilies(
-      {QString::fromStdString(from.face), "Arial", "Liberation Sans", "Arimo", "Helvetica"});
+  font.setFamilies({drawable_face(from.face), "Arial", "Liberation Sans", "Arimo", "Helvetica"});
   font.setStyleHint(QFont::SansSerif);
   font.setHintingPreference(QFont::PreferNoHinting);
   const double em = std::abs(static_cast<double>(from.height));
@@ -234,7 +234,7 @@ double Player::start_of(double width) const {
 }
 
 void Player::operator()(const drawing::Text& text) {
-  const QString words = QString::fromStdString(text.utf8);
+  const QString words = drawable_text(text.utf8);
   const QFontMetricsF metrics(lettering_.font, painter_.device());
   const QPointF start(start_of(metrics.horizontalAdvance(words)),
                       lettering_.lead + metrics.ascent());

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
-#include <cmath>
 #include <fstream>
 #include <iterator>
 #include <limits>
@@ -55,143 +53,6 @@ TEST(ChartSection, FactoryChartIsTheGoldenFile) {
   Chart chart;
   EXPECT_FALSE(read(golden, chart));
   EXPECT_EQ(chart, fuStandard_Chart());
-}
-
-// Written down from the layout of the format, not from what the program writes.
-TEST(ChartSection, LinesStandInTheOrderOfTheFormat) {
-  const std::string item = "26\r\n#FALSE#,#FALSE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,";
-  const std::string item_end = "1,0,100,0\r\n2\r\n0,0\r\n3\r\nArial\r\n\r\n\r\n";
-  const std::string label = item + "14,1,0,5,1,16777215,8388608,128,1,1,0,0,0,0,1,1\r\n" + item_end;
-  const std::string start =
-      "0,0\r\n9\r\n#TRUE#,#TRUE#,0,1,0,0,9,20,0\r\n1\r\n0\r\n1\r\n0\r\n2\r\n"
-      "11\r\n#TRUE#,#TRUE#,1000,1,8388608,8388608,0,2,5,1,2\r\n" +
-      label + "11\r\n#TRUE#,#TRUE#,0.99,0.01,8388608,8388608,0,2,5,1,32\r\n" + label + "9\r\n" +
-      item;
-  const std::string marker =
-      "\r\n19\r\n1,16777194,96,1,15,3,0,96,96,0,0,1,0,0,1,0,0,1,150\r\n1\r\nData 1\r\n19\r\n";
-  const std::string end = "Data 20\r\n1\r\n" + item +
-                          "10,1,0,0,1,16777215,16777215,128,1,1,0,0,0,0,0,1\r\n" + item_end +
-                          "3\r\nNew\r\ndd mmm yyyy\r\nStandard\r\n";
-  const std::string written = factory_section();
-  EXPECT_TRUE(written.starts_with(start)) << written;
-  EXPECT_NE(written.find(marker), std::string::npos) << written;
-  EXPECT_TRUE(written.ends_with(end)) << written;
-}
-
-/// Charts with every field at random, as far as a file can hold them unchanged.
-class RandomCharts {
- public:
-  Chart next() {
-    Chart chart = fuStandard_Chart();
-    fill(chart.Version, chart.UniqueId, chart.Spare, chart.Flag1, chart.Flag2);
-    fill_ids(chart.DataIds, chart.nDataIds);
-    fill_ids(chart.FitIds, chart.nFitIds);
-    chart.nAxes = 1 + below(3);
-    chart.nBoxes = 9 + below(3);
-    chart.nMarkers = 1 + below(30);
-    chart.nTexts = below(4);
-    chart.Axes.resize(chart.nAxes);
-    chart.Boxes.resize(chart.nBoxes);
-    chart.Markers.resize(chart.nMarkers);
-    chart.Texts.resize(chart.nTexts);
-    for (ChartAxis& axis : chart.Axes) fill_axis(axis);
-    for (ChartItem& item : chart.Boxes) fill_item(item);
-    for (ChartItem& item : chart.Texts) fill_item(item);
-    for (ChartMarker& marker : chart.Markers) fill_marker(marker);
-    fill(chart.Name, chart.DateFormat, chart.Profile);
-    return chart;
-  }
-
- private:
-  int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
-
-  template <class... Fields>
-  void fill(Fields&... fields) {
-    (set(fields), ...);
-  }
-  void set(bool& flag) { flag = below(2) == 1; }
-  void set(std::int16_t& whole) { whole = static_cast<std::int16_t>(random_()); }
-  void set(std::int32_t& whole) { whole = static_cast<std::int32_t>(random_()); }
-  void set(float& number) {
-    do number = std::bit_cast<float>(static_cast<std::uint32_t>(random_()));
-    while (!std::isfinite(number));
-  }
-  void set(double& number) {
-    do number = std::bit_cast<double>(random_());
-    while (!std::isfinite(number));
-  }
-  void set(std::string& text) {
-    static const std::string pieces[] = {"a",
-                                         ",",
-                                         "\"",
-                                         "'",
-                                         "#TRUE#",
-                                         "\r\n",
-                                         "\n",
-                                         " ",
-                                         "\t",
-                                         "\x1A",
-                                         "26",
-                                         "\xC3\xBC",
-                                         "€",
-                                         "漢",
-                                         "\xFF",
-                                         "\\",
-                                         "\xC2\x81",
-                                         "{\\rtf1",
-                                         std::string(1, '\0')};
-    text.clear();
-    for (int i = below(8); i > 0; --i) text += pieces[random_() % std::size(pieces)];
-  }
-  void fill_ids(Slots<std::int32_t>& ids, std::int32_t& bound) {
-    bound = below(5);
-    ids.resize(bound);
-    for (std::int32_t& id : ids) set(id);
-  }
-  void fill_item(ChartItem& item) {
-    fill(item.FontBold, item.FontItalic, item.FontUnderline, item.Flag4, item.Flag5, item.Flag6,
-         item.FillColor, item.LineColor, item.LineStyle, item.LineWidth, item.Color5,
-         item.TextColor, item.Value7, item.Value8, item.Value9, item.Left, item.Top, item.Mode,
-         item.Fill, item.Int3, item.Int4, item.Int5, item.FontName, item.Text1, item.Text2);
-    item.FontSize = 1 + static_cast<float>(below(49900)) / 100;
-    item.Width = 1 + below(32767);
-    item.Height = 1 + below(32767);
-    item.nPoints = static_cast<std::int16_t>(below(6));
-    item.PointsX.resize(item.nPoints);
-    item.PointsY.resize(item.nPoints);
-    for (float& x : item.PointsX) set(x);
-    for (float& y : item.PointsY) set(y);
-  }
-  void fill_axis(ChartAxis& axis) {
-    fill(axis.AutoMax, axis.AutoMin, axis.Max, axis.Min, axis.MajorWidth, axis.MinorWidth,
-         axis.MajorColor, axis.MinorColor, axis.MajorStyle, axis.MinorStyle);
-    axis.ScaleType = static_cast<std::int16_t>(8 + below(4));
-    fill_item(axis.Label);
-  }
-  void fill_marker(ChartMarker& marker) {
-    fill(marker.FitNumber, marker.FillColor, marker.SymbolColor, marker.SymbolWidth, marker.DataId,
-         marker.FitId, marker.LineColor, marker.LineWidth, marker.Color9, marker.Long10,
-         marker.SymbolStyle, marker.SymbolFill, marker.Long13, marker.LineStyle, marker.Int1,
-         marker.Int2, marker.Int3, marker.Size, marker.Symbol, marker.Label);
-  }
-
-  std::mt19937_64 random_{5};
-};
-
-TEST(ChartSection, WriteReadWriteGivesTheSameBytes) {
-  RandomCharts charts;
-  for (int i = 0; i < 300; ++i) {
-    const Chart chart = charts.next();
-    const std::string written = *section_of(chart);
-    Chart back;
-    const auto fault = read(written, back);
-    ASSERT_FALSE(fault) << fault->line << ": " << fault->what;
-    ASSERT_EQ(*section_of(back), written) << i;
-    EXPECT_EQ(back.Markers(1).FitId, chart.Markers(1).FitId);
-    EXPECT_EQ(back.Markers(1).DataId, chart.Markers(1).DataId);
-    EXPECT_EQ(back.Axes(0).MajorWidth, chart.Axes(0).MajorWidth);
-    EXPECT_EQ(back.Boxes(2).Height, chart.Boxes(2).Height);
-  }
 }
 
 // Only the very last text may be cut without being missed.
@@ -257,34 +118,6 @@ TEST(ChartSection, HostileCountsAreRefusedBeforeAnythingGrows) {
     EXPECT_EQ(chart, fuStandard_Chart()) << row.by;
     world.prompts.verify();
   }
-}
-
-TEST(ChartSection, ReportsNameRoutineLineAndCause) {
-  struct Case {
-    std::size_t line;
-    const char* by;
-    const char* text;
-  };
-  const Case cases[] = {{1, "0,one",
-                         "Chart Read Write Error: \nRW_Chart routine:\nLine 1: 'one' is not a "
-                         "number\nType mismatch"},
-                        {13, "1,0,100,0.5",
-                         "Chart Read Write Error: \nRW_ChRxTx routine:\nLine 13: 0.5 is not a "
-                         "whole number\nType mismatch"}};
-  for (const Case& row : cases) {
-    TestWorld world;
-    Chart chart;
-    world.prompts.expect_box("Error: 13 Type mismatch", row.text);
-    const std::string bytes = with_line(row.line, row.by);
-    ProjectReader file(bytes);
-    EXPECT_FALSE(RW_Chart(world.session.errors, file, chart));
-  }
-  TestWorld world;
-  Chart chart = fuStandard_Chart();
-  chart.Axes(1).Max = std::numeric_limits<double>::infinity();
-  world.prompts.expect_box("Error: 6 Overflow", "infinite or undefined can't be saved");
-  ProjectWriter file;
-  EXPECT_FALSE(RW_Chart(world.session.errors, file, chart));
 }
 
 // A later version's fields are dropped; so are its texts, but those of an item

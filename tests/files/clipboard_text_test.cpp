@@ -38,25 +38,23 @@ TEST(Paste, ReadsTheShapesThatOtherProgramsWrite) {
     const char* clipboard;
     const char* sheet;
   };
-  const Row rows[] = {
-      {"100", "100|1|"},
-      {"100\r\n200\r\n", "100|1| 200|1|"},
-      {"100\r200\r", "100|1| 200|1|"},
-      {"100\n\n200\n", "100|1| 200|1|"},
-      {"100\v200", "100|1| 200|1|"},
-      {"100x3\n>100x5\n-7", "100|3| 100||5 7||1"},
-      {"100 x 3\n200 x 1", "100|3| 200|1|"},
-      {"100\t2\t1\n200\t\t4", "100|2|1 200||4"},
-      {"100\t1\t0\n200\t2\t\n300\t\t", "100|1|0 200|2| 300|1|"},
-      {"100,2\n200,3", "100|2| 200|3|"},
-      {"100 2\n200  3", "100|2| 200|3|"},
-      {">100\t5", "100||5"},
-      {"-100\t5", "100||5"},
-      {"3.3E+33\t-2.9E+29", "0|0|"},
-      {"1.5k", "1500|1|"},
-      {"", ""},
-      {" \n ", ""},
-  };
+  const Row rows[] = {{"100", "100|1|"},
+                      {"100\r\n200\r\n", "100|1| 200|1|"},
+                      {"100\r200\r", "100|1| 200|1|"},
+                      {"100\n\n200\n", "100|1| 200|1|"},
+                      {"100\v200", "100|1| 200|1|"},
+                      {"100x3\n>100x5\n-7", "100|3| 100||5 7||1"},
+                      {"100 x 3\n200 x 1", "100|3| 200|1|"},
+                      {"100\t2\t1\n200\t\t4", "100|2|1 200||4"},
+                      {"100\t1\t0\n200\t2\t\n300\t\t", "100|1|0 200|2| 300|1|"},
+                      {"100,2\n200,3", "100|2| 200|3|"},
+                      {"100 2\n200  3", "100|2| 200|3|"},
+                      {">100\t5", "100||5"},
+                      {"-100\t5", "100||5"},
+                      {"3.3E+33\t-2.9E+29", "0|0|"},
+                      {"1.5k", "1500|1|"},
+                      {"", ""},
+                      {" \n ", ""}};
   for (const Row& row : rows) {
     TestWorld world;
     paste(world, row.clipboard);
@@ -78,12 +76,10 @@ TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
     const char* clipboard;
     const char* words;
   };
-  const Row rows[] = {
-      {"Time\n100", "Unexpected data type\nLine 1: \"Time\" is not a number."},
-      {"100\n200\nend", "Line 3: \"end\" is not a number."},
-      {"100\tmany", "Line 1: \"many\" is not a number."},
-      {"100\t1\n\t5", "Line 2: the time is missing."},
-  };
+  const Row rows[] = {{"Time\n100", "Unexpected data type\nLine 1: \"Time\" is not a number."},
+                      {"100\n200\nend", "Line 3: \"end\" is not a number."},
+                      {"100\tmany", "Line 1: \"many\" is not a number."},
+                      {"100\t1\n\t5", "Line 2: the time is missing."}};
   for (const Row& row : rows) {
     TestWorld world;
     paste(world, "42");
@@ -112,24 +108,6 @@ TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
   EXPECT_EQ(shown(world), "11|2|3 20|6| 30|1| 40|1|") << "order numbers are the program's";
 }
 
-TEST(Paste, TheMarkOfAnEmptyNumberIsOnlyThatInANumberColumn) {
-  TestWorld world;
-  paste(world, "5\t3.3E+33\t1\tworn\t3.3E+33");
-  EXPECT_EQ(shown(world), "5|0|1");
-  EXPECT_EQ(sheet_of(world).grd_Data.text(1, sheet_column::comment), "3.3E+33");
-}
-
-TEST(Paste, GrowsTheSheetAndEndsAPendingEdit) {
-  TestWorld world;
-  std::string text;
-  for (int i = 1; i <= 5000; ++i) text += std::to_string(i) + "\n";
-  sheet_of(world).start_edit("999");
-  paste(world, text);
-  EXPECT_EQ(sheet_of(world).lrows, 5000);
-  EXPECT_EQ(sheet_of(world).grd_Data.text(5000, sheet_column::order), "5000");
-  EXPECT_FALSE(sheet_of(world).editing());
-}
-
 TEST(Copy, PastedBackItIsTheSameData) {
   std::mt19937_64 random(3);
   for (int round = 0; round < 100; ++round) {
@@ -147,18 +125,6 @@ TEST(Copy, PastedBackItIsTheSameData) {
     CopyClip(world.session, 1);
     EXPECT_EQ(world.clipboard.plain, text);
   }
-}
-
-TEST(Copy, AGridGoesOutWithTabs) {
-  TestWorld world;
-  Grid grid(3, 3);
-  grid.set_text(1, 1, "a");
-  grid.set_text(1, 2, "b");
-  grid.set_text(2, 2, "c");
-  grid.go_to(1, 1);
-  grid.select_to(2, 2);
-  CopyClip(world.session, grid);
-  EXPECT_EQ(world.clipboard.plain, "a\tb\r\n\tc\r\n");
 }
 
 }  // namespace

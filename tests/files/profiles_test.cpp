@@ -69,18 +69,6 @@ TEST(Profiles, InvalidLooksAreNotSaved) {
   EXPECT_TRUE(is_refused([](Chart& chart) { chart.Boxes(chart_item::y_title).FontSize = 0; }));
 }
 
-// What only the writer notices is told before the old file is touched.
-TEST(Profiles, UnwritableNumbersLeaveTheOldFile) {
-  TestWorld world;
-  Chart chart = fuStandard_Chart();
-  chart.Texts(0).PointsX(0) = std::numeric_limits<float>::infinity();
-  world.files.files["/p.vpr"] = "old";
-  world.prompts.expect_file(save_title, "/p.vpr");
-  world.prompts.expect_box("Error: 6 Overflow", "RW_ChRxTx routine:");
-  EXPECT_FALSE(save_profile(world.session, chart));
-  EXPECT_EQ(world.files.files["/p.vpr"], "old");
-}
-
 TEST(Profiles, AFileThatFailsIsToldOnceAndHarmsNothing) {
   struct Case {
     FileFault fault;

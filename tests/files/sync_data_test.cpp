@@ -37,23 +37,5 @@ TEST(SyncData, FailureModesGetTheirNumbersByName) {
   EXPECT_EQ(world.data().Points(2).Comment, "lot 7");
 }
 
-TEST(SyncData, TheSheetShowsThirtyRowsOrOneMoreThanItHolds) {
-  for (const auto& [points, rows] : {std::pair{12, 31}, {30, 31}, {31, 32}}) {
-    TestWorld world;
-    world.session.gData(1) =
-        test::make_data(std::vector<test::Point>(static_cast<std::size_t>(points), test::Point{5}));
-    Sync_Data(world.session, 1, false, false);
-    EXPECT_EQ(world.session.gDataForm(1)->grd_Data.rows(), rows) << points;
-  }
-}
-
-TEST(SyncData, ASetOutsideTheProjectGetsItsBox) {
-  TestWorld world;
-  world.prompts.expect_box(
-      "Sync_Data: Array out of range.",
-      "ID number out of bounds while updating Data.  Data file may be missing");
-  Sync_Data(world.session, 2, true, true);
-}
-
 }  // namespace
 }  // namespace tavlo

@@ -52,23 +52,5 @@ TEST(SystemClock, ItsFormsTellTheSameMomentInAnyZone) {
   }
 }
 
-TEST(SystemClock, SteadySecondsNeverGoBack) {
-  SystemClock clock;
-  double last = clock.steady_seconds();
-  for (int i = 0; i < 1000; ++i) {
-    const double now = clock.steady_seconds();
-    ASSERT_GE(now, last);
-    last = now;
-  }
-}
-
-TEST(RandomEntropy, DoesNotRepeatItself) {
-  RandomEntropy entropy;
-  const std::uint32_t first = entropy.next();
-  bool differs = false;
-  for (int i = 0; i < 4 && !differs; ++i) differs = entropy.next() != first;
-  EXPECT_TRUE(differs);
-}
-
 }  // namespace
 }  // namespace tavlo

@@ -1,11 +1,8 @@
-// An independent weighted least-squares line in long double, about the means,
-// for comparison with the program's own.
+// An independent weighted least-squares line in long double, about the means, for
+// comparison with the program's own.
 #pragma once
 
-#include <functional>
 #include <vector>
-
-#include "project/records.h"
 
 namespace tavlo::test {
 
@@ -14,17 +11,6 @@ using Float = long double;
 struct PaperPoint {
   Float weight, x, y;
 };
-
-/// The rows with failures of a set, on a paper of the test's own.
-inline std::vector<PaperPoint> paper_points(const DataSet& data,
-                                            const std::function<Float(const DataPoint&)>& x,
-                                            const std::function<Float(const DataPoint&)>& y) {
-  std::vector<PaperPoint> points;
-  for (int i = 1; i <= data.Count; ++i)
-    if (const DataPoint& row = data.Points(i); row.Fails > 0)
-      points.push_back({row.Fails, x(row), y(row)});
-  return points;
-}
 
 /// Means and centred sums of products.
 struct LineSums {

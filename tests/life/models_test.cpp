@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -72,6 +73,21 @@ TEST(Models, CodesNamesAndPanelRowsAreUnique) {
   EXPECT_EQ(find_model_by_name("w2p")->code, 98) << "names are found in any case";
   EXPECT_EQ(find_model_by_name(""), nullptr);
   EXPECT_EQ(find_method_by_name("RRS")->code, 2);
+}
+
+TEST(Models, AModelContainsOnlySmallerOnesOfItsFamily) {
+  for (const Model& model : models())
+    for (const std::int16_t code : model.contains) {
+      const Model* smaller = find_model(code);
+      ASSERT_TRUE(smaller);
+      EXPECT_LT(smaller->free_parameters, model.free_parameters) << model.code;
+      EXPECT_EQ(smaller->family, model.family) << model.code;
+      for (const std::int16_t within : smaller->contains)
+        EXPECT_NE(std::find(model.contains.begin(), model.contains.end(), within),
+                  model.contains.end())
+            << model.code;
+    }
+  EXPECT_EQ(find_model(model_code::weibull7)->contains.size(), 3u);
 }
 
 }  // namespace

@@ -35,10 +35,6 @@ TEST_F(Reported, every_code_has_its_detail_and_title) {
   for (const Row& row : {
            Row{1001, 5, "Inputs out of bounds", "Invalid input", 1001},
            Row{1002, 0, "Excessive iterations: 17", "Excessive iterations", 1002},
-           Row{1003, 0, "Array too small", "Array too small to solve", 1003},
-           Row{1004, 0, "Undefined Array", "Undefined Array", 1004},
-           Row{1005, 11, "Singular Matrix cannot be solved", "Singular Matrix", 1005},
-           Row{1006, 6, "Error in Matrix Solution", "Matrix Problem", 1006},
            Row{0, 62, "Error: 62 Input past end of file", "Input past end of file", 62},
            Row{1234, 0, "Undetermined Error:  1234", "Undetermined Error", 1234},
        }) {
@@ -52,28 +48,6 @@ TEST_F(Reported, every_code_has_its_detail_and_title) {
     EXPECT_EQ(reporter.gErrCode, 0);
     EXPECT_EQ(reporter.gErrDetail + reporter.gErrTitle, "");
   }
-}
-
-TEST_F(Reported, log_has_date_title_and_detail_until_it_is_full) {
-  reporter.gErrMode = 2;
-  report(1004);
-  const std::string entry = "\n\n2026-11-21 14:05:09\nUndefined Array\nUndefined Array";
-  EXPECT_EQ(reporter.gErrLog, entry);
-  reporter.log_limit = 2 * static_cast<std::int64_t>(entry.size());
-  report(1004);
-  report(1004);
-  EXPECT_EQ(reporter.gErrLog, entry + entry);
-  EXPECT_EQ(boxes(), 0u);
-}
-
-TEST_F(Reported, silent_mode_keeps_code_and_texts) {
-  reporter.gErrMode = 4;
-  report(1003);
-  report(1003);
-  EXPECT_EQ(reporter.gErrCode, 1003);
-  EXPECT_EQ(reporter.gErrLast, 1003);
-  EXPECT_EQ(reporter.gErrLog, "");
-  EXPECT_EQ(reporter.gErrDetail, "Array too small to solveArray too small to solve");
 }
 
 TEST_F(Reported, repeats_are_left_out_for_25_seconds) {
@@ -90,16 +64,6 @@ TEST_F(Reported, repeats_are_left_out_for_25_seconds) {
   clock.advance(25.5);
   report(1002);
   EXPECT_EQ(boxes(), 3u);
-}
-
-TEST_F(Reported, midnight_ends_a_repeat) {
-  prompts.accept_all();
-  reporter.gErrMode = 8;
-  clock.advance(86399 - clock.seconds_since_midnight());
-  report(0, 6);
-  clock.advance(2);
-  report(0, 6);
-  EXPECT_EQ(boxes(), 2u);
 }
 
 TEST_F(Reported, guarded_reports_and_gives_the_fallback) {

@@ -59,21 +59,6 @@ TEST_F(MatSolveTest, random_systems_agree_with_a_library) {
   EXPECT_LE(worst, 4e-15);
 }
 
-TEST_F(MatSolveTest, pivots_are_sought_in_both_directions) {
-  // A zero on the first diagonal element met, going up and going down.
-  for (const auto& rows :
-       {std::vector<std::vector<double>>{{5, 0, 1, 2}, {5, 3, 1, 1}, {5, 1, 4, 0}},
-        std::vector<std::vector<double>>{{5, 4, 1, 0}, {5, 1, 0, 4}, {5, 1, 4, 0}}}) {
-    for (const bool flag : {false, true}) {
-      Matrix system = system_of(rows);
-      ASSERT_EQ(MatSolve(reporter, system, flag), 0);
-      for (const auto& row : rows)
-        EXPECT_NEAR(row[1] * system(1, 0) + row[2] * system(2, 0) + row[3] * system(3, 0), row[0],
-                    1e-14);
-    }
-  }
-}
-
 TEST_F(MatSolveTest, identical_rows_are_reported_and_leave_the_array) {
   for (const bool flag : {false, true}) {
     prompts.expect_box("Singular Matrix cannot be solved",
@@ -85,30 +70,6 @@ TEST_F(MatSolveTest, identical_rows_are_reported_and_leave_the_array) {
     expect_same(system, system_of({{3, 1, 2}, {3, 1, 2}}));
     EXPECT_EQ(reporter.gErrLast, 1005);
   }
-}
-
-TEST_F(MatSolveTest, overflow_is_reported_and_leaves_the_array) {
-  prompts.expect_box("Error in Matrix Solution",
-                     "Ill-Conditioned Matrix.\n  An overflow error occured while solving the \n"
-                     "matrix. \nMatSolve routine:\nMatrix Problem");
-  const auto rows = std::vector<std::vector<double>>{{1e300, 1e-200, 1}, {1e-300, 1e-200, -1}};
-  Matrix system = system_of(rows);
-  EXPECT_EQ(MatSolve(reporter, system, false), 1006);
-  expect_same(system, system_of(rows));
-}
-
-TEST_F(MatSolveTest, too_small_arrays_are_refused) {
-  prompts.expect_box("Array too small", "Rows/Columns: 1\nDimension 0 of Array \nis unavailable");
-  prompts.expect_box("Undefined Array", "Rows/Columns: 0\nIncoming array must be\n dimensioned");
-  prompts.expect_box("Undefined Array", "Rows/Columns: -1\nIncoming array must be\n dimensioned");
-  Matrix one(1, 5);
-  Matrix none(0, 0);
-  Matrix empty;
-  EXPECT_EQ(MatSolve(reporter, one, false), 1003);
-  EXPECT_EQ(MatSolve(reporter, none, false), 1004);
-  EXPECT_EQ(MatSolve(reporter, empty, false), 1004);
-  EXPECT_THROW(one(2, 0), RunTimeError);
-  EXPECT_THROW(one(0, -1), RunTimeError);
 }
 
 }  // namespace

@@ -32,17 +32,5 @@ TEST_F(SortArrayTest, sorts_the_first_slots_and_leaves_the_others) {
   }
 }
 
-TEST_F(SortArrayTest, nan_is_refused_and_leaves_the_list) {
-  prompts.expect_box("Error: 5 ", "Error during Sort: \nArray Size:3\nSort_Array routine:\n");
-  Slots<double> list(3);
-  list(1) = 2;
-  list(2) = 1;
-  list(3) = std::nan("");
-  Sort_Array(reporter, list);
-  EXPECT_EQ(list(1), 2);
-  Sort_Array(reporter, list, 2);  // NaN lies behind
-  EXPECT_EQ(list(1), 1);
-}
-
 }  // namespace
 }  // namespace tavlo

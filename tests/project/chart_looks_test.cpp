@@ -59,23 +59,6 @@ TEST(ChartLooks, AProfileLeavesWhatTheChartShows) {
   EXPECT_EQ(chart, expected);
 }
 
-TEST(ChartLooks, ASmallerProfileTakesNoPlotSetAway) {
-  Chart profile = fuStandard_Chart();
-  profile.nMarkers = 1;
-  profile.Markers.resize(1);
-  Chart chart = own_chart();
-  apply_profile(chart, profile);
-  EXPECT_EQ(chart.nMarkers, 20);
-  EXPECT_EQ(chart.Markers, own_chart().Markers);
-}
-
-TEST(ChartLooks, MarksOfAProfileComeWhereThereAreNone) {
-  Chart chart = fuStandard_Chart();
-  apply_profile(chart, own_chart());
-  EXPECT_EQ(chart.nTexts, 1);
-  EXPECT_EQ(chart.Texts(1).Text2, "overhaul");
-}
-
 TEST(ChartLooks, ATypeKeepsTitlesAndColoursKeepTheAxes) {
   Chart chart = own_chart();
   apply_chart_type(chart, "Normal");

@@ -10,39 +10,6 @@
 namespace tavlo {
 namespace {
 
-TEST(ChartTypes, StandInTheirOrder) {
-  const std::vector<std::string> names(chart_types().begin(), chart_types().end());
-  EXPECT_EQ(names, (std::vector<std::string>{"Standard", "Default", "(Browse)", "Linear",
-                                             "LogNormal", "Normal", "Weibull", "Weibull 12 Month",
-                                             "Weibull 360 Day", "Colour-safe"}));
-}
-
-TEST(ChartTypes, HaveThePaperOfTheirName) {
-  struct Case {
-    const char* type;
-    int x, y;
-    const char* profile;
-  };
-  const Case cases[] = {{"Standard", 2, 32, "Standard"},
-                        {"Default", 2, 32, "Default"},
-                        {"Linear", 1, 8, "Linear"},
-                        {"LogNormal", 2, 24, "LogNormal"},
-                        {"Normal", 1, 24, "Normal"},
-                        {"Weibull", 2, 32, "Weibull"},
-                        {"Weibull 12 Month", 546, 32, "Weibull 12 Month"},
-                        {"Weibull 360 Day", 610, 32, "Weibull 360 Day"},
-                        {"Colour-safe", 2, 32, "Colour-safe"},
-                        {"no such type", 2, 32, "Standard"}};
-  for (const Case& row : cases) {
-    const Chart chart = chart_of_type(row.type);
-    EXPECT_EQ(chart.Axes(0).ScaleType, row.x) << row.type;
-    EXPECT_EQ(chart.Axes(1).ScaleType, row.y) << row.type;
-    EXPECT_EQ(chart.Profile, row.profile);
-    EXPECT_LT(chart.Axes(0).Min, chart.Axes(0).Max);
-    EXPECT_EQ(is_only_colours(row.type), std::string(row.type) == "Colour-safe");
-  }
-}
-
 using Triple = std::array<double, 3>;
 
 double linear_light(int byte) {

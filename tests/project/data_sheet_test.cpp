@@ -37,16 +37,14 @@ TEST(DataSheet, ReadsTheNotationIntoItsColumns) {
     bool negative_is_suspension;
     Cells cells;
   };
-  const Row rows[] = {
-      {"100", true, {"100", "1", ""}},      {" 100 ", true, {"100", "1", ""}},
-      {"-100", true, {"100", "", "1"}},     {"-100", false, {"-100", "1", ""}},
-      {">100", false, {"100", "", "1"}},    {"100s", true, {"100", "", "1"}},
-      {"100x5", true, {"100", "5", ""}},    {"100X5", true, {"100", "5", ""}},
-      {">100x5", true, {"100", "", "5"}},   {"-100x2.5", true, {"100", "", "2.5"}},
-      {"1.5k", true, {"1500", "1", ""}},    {"1e3", true, {"1000", "1", ""}},
-      {"100 days", true, {"100", "", "1"}}, {"5 cm", true, {"5000000", "1", ""}},
-      {"abc", true, {"0", "1", ""}},        {"0.1", true, {"0.1", "1", ""}},
-  };
+  const Row rows[] = {{"100", true, {"100", "1", ""}},      {" 100 ", true, {"100", "1", ""}},
+                      {"-100", true, {"100", "", "1"}},     {"-100", false, {"-100", "1", ""}},
+                      {">100", false, {"100", "", "1"}},    {"100s", true, {"100", "", "1"}},
+                      {"100x5", true, {"100", "5", ""}},    {"100X5", true, {"100", "5", ""}},
+                      {">100x5", true, {"100", "", "5"}},   {"-100x2.5", true, {"100", "", "2.5"}},
+                      {"1.5k", true, {"1500", "1", ""}},    {"1e3", true, {"1000", "1", ""}},
+                      {"100 days", true, {"100", "", "1"}}, {"5 cm", true, {"5000000", "1", ""}},
+                      {"abc", true, {"0", "1", ""}},        {"0.1", true, {"0.1", "1", ""}}};
   for (const Row& row : rows) {
     TestWorld world;
     world.session.settings.NegativeSuspension = row.negative_is_suspension;
@@ -87,27 +85,6 @@ TEST(DataSheet, MarksWhatWasChangedAndNothingElse) {
   EXPECT_EQ(sheet.grd_Data.text(3, sheet_column::fails), "1234.5");
   sheet.enter(3, sheet_column::fails, "");
   EXPECT_EQ(sheet.grd_Data.text(3, sheet_column::fails), "") << "an emptied cell is empty, not 0";
-}
-
-TEST(DataSheet, EnterAndArrowsMoveAsInASpreadsheet) {
-  struct Row {
-    EditDirection direction;
-    int row, column;
-  };
-  const Row rows[] = {{EditDirection::none, 3, 3},
-                      {EditDirection::down, 3, 3},
-                      {EditDirection::up, 1, 3},
-                      {EditDirection::left, 2, 2},
-                      {EditDirection::right, 2, 4}};
-  for (const Row& row : rows) {
-    TestWorld world;
-    DataSheet& sheet = sheet_of(world);
-    sheet.grd_Data.go_to(2, sheet_column::fails);
-    type(sheet, "7", row.direction);
-    EXPECT_EQ(sheet.grd_Data.row(), row.row);
-    EXPECT_EQ(sheet.grd_Data.column(), row.column);
-    EXPECT_FALSE(sheet.editing());
-  }
 }
 
 TEST(DataSheet, TheEdgesOfTheSheetHold) {

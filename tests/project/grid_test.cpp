@@ -57,17 +57,5 @@ TEST(Grid, SortingKeepsTheRows) {
   }
 }
 
-TEST(Grid, PlacesOutsideAreErrorsAndShrinkingKeepsTheCurrentCellInside) {
-  Grid grid(4, 2);
-  EXPECT_THROW(grid.set_text(4, 0, "x"), RunTimeError);
-  EXPECT_THROW(grid.text(0, 2), RunTimeError);
-  EXPECT_THROW(grid.go_to(-1, 0), RunTimeError);
-  grid.go_to(3, 1);
-  grid.select_to(1, 0);
-  EXPECT_EQ(grid.selection(), (GridBlock{1, 0, 3, 1}));
-  grid.set_rows(2);
-  EXPECT_EQ(grid.selection(), (GridBlock{1, 0, 1, 1}));
-}
-
 }  // namespace
 }  // namespace tavlo

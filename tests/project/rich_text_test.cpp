@@ -9,22 +9,6 @@
 namespace tavlo {
 namespace {
 
-TEST(RichText, PlainTextComesBackAsItWentIn) {
-  const char* texts[] = {"N= 20 /S= 10",
-                         "a\\b {c} }",
-                         "tab\tand\nline\n",
-                         "r² β η µ – “q”",
-                         "\xF0\x9F\x94\xA7 wrench",
-                         "\\par is not a line end here",
-                         ""};
-  for (const char* text : texts) {
-    RichText log;
-    log.append_plain(text);
-    EXPECT_EQ(log.plain(), text);
-    EXPECT_EQ(rtf_to_plain(log.rtf()), text) << "whole document, with its head";
-  }
-}
-
 TEST(RichText, RandomTextSurvives) {
   std::mt19937_64 random(11);
   for (int round = 0; round < 300; ++round) {
@@ -32,6 +16,7 @@ TEST(RichText, RandomTextSurvives) {
     for (int i = 0; i < 30; ++i) {
       char32_t code = static_cast<char32_t>(random() % 0x11000);
       if (code < 32 || (code >= 0xD800 && code < 0xE000)) code = 'x';
+      if (random() % 3 == 0) code = static_cast<unsigned char>("\\{}\n\t'u"[random() % 7]);
       append_utf8(text, code);
     }
     RichText log;
@@ -45,20 +30,18 @@ TEST(RichText, ReadsTheRtfOfOthers) {
     const char* rtf;
     const char* plain;
   };
-  const Row rows[] = {
-      {"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\b bold\\b0  text\\par}", "bold text\n"},
-      {"\\'e9t\\'e9 \\'80", "été €"},
-      {"{\\*\\generator x;}seen", "seen"},
-      {"\\u8211-dash", "–dash"},
-      {"\\uc2\\u8211??dash", "–dash"},
-      {"\\u-3913?x", "\xEF\x82\xB7x"},
-      {"{unclosed {group", "unclosed group"},
-      {"stray } brace\\", "stray  brace"},
-      {"\\'", ""},
-      {"\\'zz", "zz"},
-      {"\\u99999999999999999999 x", ""},
-      {"a\r\nb\\line c", "ab\nc"},
-  };
+  const Row rows[] = {{"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\b bold\\b0  text\\par}", "bold text\n"},
+                      {"\\'e9t\\'e9 \\'80", "été €"},
+                      {"{\\*\\generator x;}seen", "seen"},
+                      {"\\u8211-dash", "–dash"},
+                      {"\\uc2\\u8211??dash", "–dash"},
+                      {"\\u-3913?x", "\xEF\x82\xB7x"},
+                      {"{unclosed {group", "unclosed group"},
+                      {"stray } brace\\", "stray  brace"},
+                      {"\\'", ""},
+                      {"\\'zz", "zz"},
+                      {"\\u99999999999999999999 x", ""},
+                      {"a\r\nb\\line c", "ab\nc"}};
   for (const Row& row : rows) EXPECT_EQ(rtf_to_plain(row.rtf), row.plain) << row.rtf;
 }
 

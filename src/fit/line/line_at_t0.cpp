@@ -1,6 +1,6 @@
 #include "fit/line/line_at_t0.h"
 
-#include <cmath>
+#include <algorithm>
 #include <utility>
 
 #include "numerics/pack_math.h"
@@ -85,7 +85,7 @@ LineAtT0 RowsAboveT0::line(double t0, bool x_on_y) {
   LineAtT0 line{.t0 = t0};
   line.slope = beta.value();
   line.life = exp(sums.shift + (sums.x - sums.y / beta) / sums.n).value();
-  line.r_squared = (xy * xy / (sums.spread_xx() * sums.spread_yy())).value();
+  line.r_squared = std::min(1.0, (xy * xy / (sums.spread_xx() * sums.spread_yy())).value());
   const Real factor = x_on_y ? 2 / beta : 2 * beta;
   line.derivative = (derivative(line) * factor).value();
   return line;

@@ -159,6 +159,7 @@ class NewtonRun {
 
   /// Judges the point where the run ended.
   MinimiserEnd concluded() {
+    if (!terrain_.judged) return end_;
     const SmallMatrix hessian = free_part(end_.shape.hessian);
     const SmallVector g = free_gradient();
     end_.curvature = smallest_eigenvalue(hessian, free_count_);

@@ -248,6 +248,11 @@ std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations p
                                             : of_populations<Vertical>(rows, populations);
 }
 
+std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations) {
+  if (rows.is_likelihood()) return of_populations<Likelihood>(rows, populations);
+  return of_populations<Vertical>(rows, populations);
+}
+
 double quality_of(const MixtureRows& rows, double value) {
   if (!rows.is_likelihood()) return 1 - value;
   return -value - rows.mean_x * rows.failures.total;

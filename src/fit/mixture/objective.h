@@ -34,6 +34,9 @@ class Objective {
 /// `rows` must outlive it.
 std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations populations);
 
+/// The same, but vertical distances for X on Y: cheap, and they lead to the same basins.
+std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations);
+
 /// Quality as a person reads it from a value of the objective: r squared, or ln L in
 /// inner units of time.
 double quality_of(const MixtureRows& rows, double value);

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "numerics/rounding.h"
-#include "numerics/run_time_error.h"
 
 namespace tavlo {
 
@@ -12,15 +11,13 @@ namespace tavlo {
 inline double benard_rank(double order, double units) { return (order - 0.3) / (units + 0.4); }
 
 /// `rank` moved by `steps` failures, `at_risk_and_one` being Rem + 1 before them.
-/// N + 1 - Rank shrinks by Rem / (Rem + 1) at each failure while Rem falls by 1,
-/// so a row of any count is one product; it agrees with unit steps to rounding
-/// (a few 1e-16), and a count of 1e15 takes no longer than one. Error 11 where
-/// a unit step would meet Rem + 1 = 0, which only negative counts can bring.
+/// N + 1 - Rank shrinks by Rem / (Rem + 1) at each failure while Rem falls by 1, so a row of
+/// any count is one product; it agrees with unit steps to rounding (a few 1e-16), and a count
+/// of 1e15 takes no longer than one. More failures than units at risk, which only counts that
+/// differ by more than the digits of a number can bring, are all of them.
 inline double rank_after(double rank, double steps, double at_risk_and_one, double units_and_one) {
-  const bool meets_zero = at_risk_and_one >= 0 && at_risk_and_one < steps &&
-                          at_risk_and_one == IntFloor(at_risk_and_one);
-  if (meets_zero) throw RunTimeError(run_time::division_by_zero);
-  return rank + (units_and_one - rank) * (steps / at_risk_and_one);
+  const double share = steps < at_risk_and_one ? steps / at_risk_and_one : 1.0;
+  return rank + (units_and_one - rank) * share;
 }
 
 /// Failures count by whole units: 2.5 take 2 steps, 0.5 take none and so repeat

@@ -71,12 +71,13 @@ std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint&
 std::optional<Sketch> sketch_from(const MixtureRows& rows, const MixturePoint& start,
                                   const Fence& fence) {
   constexpr int few_steps = 8;
-  const auto objective = make_objective(rows, start.populations);
+  const auto objective = make_rough_objective(rows, start.populations);
   const ShapedFunction function = [&](const SmallVector& q, LocalShape& shape) {
     return objective->shape_at(q, shape);
   };
   Terrain terrain = terrain_of(rows, start.populations, fence);
   terrain.most_steps = few_steps;
+  terrain.judged = false;
   const MinimiserEnd end = minimise(function, terrain, start.q);
   if (end.kind == MinimiserEnd::Kind::cut_off || end.evaluations < 2) return {};
   Sketch sketch{{start.populations, end.q}, end.shape.value};

@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t round_size = 4;        // starts that run before the next look
 constexpr std::size_t nested_sketches = 10;  // from each contained optimum
 constexpr std::size_t nested_runs = 8;
+constexpr std::size_t looks_a_population = 12;  // unlike starts that are tried in any case
 constexpr std::size_t whole_search_rows = 400;
 constexpr std::size_t middle_rows = 6400;
 constexpr std::size_t ends_for_middle = 6;
@@ -24,9 +25,15 @@ bool better(const FoundOptimum& a, const FoundOptimum& b) {
 
 class OptimumSearch {
  public:
-  OptimumSearch(const MixtureRows& rows, const Fence& fence, double to_beat,
+  /// When a search may end before its last start.
+  struct Target {
+    double value = 0;  ///< the best of the contained models
+    int looks = 0;     ///< starts that are tried in any case
+  };
+
+  OptimumSearch(const MixtureRows& rows, const Fence& fence, const Target& target,
                 const SearchOptions& options, Companion& companion)
-      : rows_(rows), fence_(fence), to_beat_(to_beat), options_(options), companion_(companion) {}
+      : rows_(rows), fence_(fence), target_(target), options_(options), companion_(companion) {}
 
   /// Runs to the end from all starts; `are_finds` counts their ends as finds.
   void run(std::span<const MixturePoint> starts, bool are_finds) {
@@ -39,6 +46,12 @@ class OptimumSearch {
     }
     std::stable_sort(outcome_.optima.begin(), outcome_.optima.end(), better);
     look_up();
+  }
+
+  /// Runs from the starts in order, some at a time, until the search is over.
+  void run_rounds(const std::vector<MixturePoint>& starts) {
+    for (std::size_t next = 0; next < starts.size() && !is_over(); next += round_size)
+      run(std::span(starts).subspan(next, std::min(round_size, starts.size() - next)), true);
   }
 
   /// A short run from each start; where they have come to, the lowest first.
@@ -57,9 +70,9 @@ class OptimumSearch {
 
   bool is_over() const {
     if (outcome_.stopped || outcome_.tried >= options_.most_starts) return true;
-    if (outcome_.optima.empty()) return false;
+    if (outcome_.optima.empty() || outcome_.tried < target_.looks) return false;
     const FoundOptimum& best = outcome_.optima.front();
-    return best.finds >= options_.wanted_finds && best.optimum.value <= to_beat_;
+    return best.finds >= options_.wanted_finds && best.optimum.value <= target_.value;
   }
 
   SearchOutcome& outcome() { return outcome_; }
@@ -85,7 +98,7 @@ class OptimumSearch {
 
   const MixtureRows& rows_;
   const Fence fence_;
-  const double to_beat_;
+  const Target target_;
   const SearchOptions& options_;
   Companion& companion_;
   SearchOutcome outcome_;
@@ -100,19 +113,44 @@ std::vector<MixturePoint> all_nested(const MixtureRows& rows, Populations popula
   return starts;
 }
 
+/// Points near one that came before go to the end: first many optima are looked at, then
+/// the best is found again.
+std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, std::size_t looks) {
+  constexpr double near = 0.3;
+  std::vector<MixturePoint> first, rest;
+  for (const MixturePoint& point : points) {
+    const auto like = [&](const MixturePoint& other) { return are_alike(point, other, near); };
+    const bool is_new = first.size() < looks && std::none_of(first.begin(), first.end(), like);
+    (is_new ? first : rest).push_back(point);
+  }
+  first.insert(first.end(), rest.begin(), rest.end());
+  return first;
+}
+
+/// Small samples have more narrow optima, and cost less.
+std::size_t sketches_for(const MixtureRows& rows, Populations populations,
+                         const SearchOptions& options) {
+  const auto starts = static_cast<std::size_t>(options.most_starts);
+  const std::size_t wanted = 6000 / (rows.failures.count + rows.suspensions.count);
+  return (populations.count() - 1) * std::clamp(wanted, starts, 2 * starts);
+}
+
 SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,
                         const SearchOptions& options, Companion& companion) {
   const Fence fence = Fence::around(ground.usual_slope);
-  OptimumSearch search(rows, fence, ground.value, options, companion);
+  const std::size_t looks = looks_a_population * populations.count();
+  OptimumSearch search(rows, fence, {ground.value, static_cast<int>(looks)}, options, companion);
   std::vector<MixturePoint> nested =
       search.sketched(all_nested(rows, populations, ground.contained));
   nested.resize(std::min(nested.size(), nested_runs));
   search.run(nested, false);
-  const std::vector<MixturePoint> pool = search.sketched(
-      random_starts(rows, populations, {ground.usual_slope, fence.steepest}, options.seed,
-                    (populations.count() - 1) * static_cast<std::size_t>(options.most_starts)));
-  for (std::size_t next = 0; next < pool.size() && !search.is_over(); next += round_size)
-    search.run(std::span(pool).subspan(next, std::min(round_size, pool.size() - next)), true);
+  constexpr std::uint64_t most_pools = 3;
+  for (std::uint64_t pool = 0; pool < most_pools && !search.is_over(); ++pool)
+    search.run_rounds(unlike_first(
+        search.sketched(random_starts(rows, populations, {ground.usual_slope, fence.steepest},
+                                      options.seed + pool,
+                                      sketches_for(rows, populations, options))),
+        looks));
   return search.outcome();
 }
 

@@ -11,20 +11,12 @@ namespace {
 
 /// Starts are compared on this many rows.
 constexpr std::size_t comparing_rows = 64;
-constexpr std::size_t random_points = 100;  // a population
+constexpr std::size_t points_a_start = 3;  // random points for each start that is wanted
 
 struct Candidate {
   MixturePoint point;
   double value = 0;
 };
-
-/// Each parameter within a factor e^0.5 (a share within that factor of its odds).
-bool alike(const MixturePoint& a, const MixturePoint& b) {
-  constexpr double near = 0.5;
-  for (std::size_t i = 0; i < a.populations.size(); ++i)
-    if (!(std::fabs(a.q[i] - b.q[i]) <= near)) return false;
-  return true;
-}
 
 std::vector<MixturePoint> best_unlike(std::vector<Candidate> all, std::size_t most) {
   std::stable_sort(all.begin(), all.end(),
@@ -32,7 +24,9 @@ std::vector<MixturePoint> best_unlike(std::vector<Candidate> all, std::size_t mo
   std::vector<MixturePoint> chosen;
   for (const Candidate& candidate : all) {
     if (chosen.size() >= most) break;
-    const auto like = [&](const MixturePoint& other) { return alike(candidate.point, other); };
+    const auto like = [&](const MixturePoint& other) {
+      return are_alike(candidate.point, other, 0.5);
+    };
     if (std::none_of(chosen.begin(), chosen.end(), like)) chosen.push_back(candidate.point);
   }
   return chosen;
@@ -62,15 +56,16 @@ class RandomPoint {
   RandomPoint(const MixtureRows& rows, Populations populations, const SlopeRange& slopes,
               std::uint64_t seed)
       : rows_(rows), populations_(populations), random_(seed) {
-    // From a strong infant mortality to a narrow cluster of failures.
-    low_ = std::log(0.4 * std::min(1.0, slopes.usual));
+    // From a strong infant mortality to a common wear-out; beyond it narrow clusters.
+    low_ = std::log(0.3 * slopes.usual);
+    middle_ = std::log(std::min(slopes.steepest, 8 * slopes.usual));
     high_ = std::log(slopes.steepest);
   }
 
   MixturePoint next() {
     MixturePoint point{populations_, {}};
     for (std::size_t i = 0; i < 2 * populations_.count(); i += 2) {
-      point.q[i] = low_ + (high_ - low_) * unit();
+      point.q[i] = ln_slope();
       const auto row = static_cast<std::size_t>(unit() * static_cast<double>(rows_.failures.count));
       const double width = std::min(1.0, 3 * std::exp(-point.q[i]));
       point.q[i + 1] = rows_.failures.x[row] + (unit() - 0.3) * width;
@@ -80,13 +75,20 @@ class RandomPoint {
   }
 
  private:
+  double ln_slope() {
+    constexpr double common = 0.7;
+    const double u = unit();
+    return u < common ? low_ + (middle_ - low_) * u / common
+                      : middle_ + (high_ - middle_) * (u - common) / (1 - common);
+  }
+
   /// Uniform in 0 to 1, the same on every machine.
   double unit() { return std::ldexp(static_cast<double>(random_() >> 11), -53); }
 
   const MixtureRows& rows_;
   const Populations populations_;
   std::mt19937_64 random_;
-  double low_ = 0, high_ = 0;
+  double low_ = 0, middle_ = 0, high_ = 0;
 };
 
 /// The log time below which the part has failed.
@@ -149,13 +151,18 @@ MixturePoint with_nearly_all_shared(const MixturePoint& from, Populations wanted
 
 }  // namespace
 
+bool are_alike(const MixturePoint& a, const MixturePoint& b, double near) {
+  for (std::size_t i = 0; i < a.populations.size(); ++i)
+    if (!(std::fabs(a.q[i] - b.q[i]) <= near)) return false;
+  return true;
+}
+
 std::vector<MixturePoint> random_starts(const MixtureRows& rows, Populations populations,
                                         const SlopeRange& slopes, std::uint64_t seed,
                                         std::size_t most) {
   RandomPoint random(rows, populations, slopes, seed);
   Comparison comparison(rows, populations);
-  for (std::size_t i = 0; i < random_points * populations.count(); ++i)
-    comparison.add(random.next());
+  for (std::size_t i = 0; i < points_a_start * most; ++i) comparison.add(random.next());
   return comparison.best(most);
 }
 
@@ -166,9 +173,9 @@ std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wan
   Comparison comparison(rows, wanted);
   const bool split = wanted.b && !has.b && has.c == wanted.c;
   const double usual = contained.beta(has.at_a());
-  for (const double part : {0.02, 0.05, 0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7, 0.8, 0.9})
-    for (const double factor : {0.3, 0.6, 1.6, 3.0, 6.0, 12.0})
-      for (const double amount : {0.05, 0.2, 0.5}) {
+  for (const double part : {0.03, 0.1, 0.2, 0.35, 0.55, 0.75, 0.9})
+    for (const double factor : {0.3, 0.6, 1.6, 4.0, 10.0})
+      for (const double amount : {0.05, 0.2, 0.5, 0.95}) {
         const double x = log_time_at(rows, part);
         const double beta = usual * factor;
         if (split) comparison.add(with_risk_split(contained, wanted, x, beta, amount));

@@ -16,6 +16,9 @@ struct SlopeRange {
   double steepest = 50;
 };
 
+/// Each parameter within the distance `near` (of its logarithm, or of the log odds).
+bool are_alike(const MixturePoint& a, const MixturePoint& b, double near);
+
 /// At most `most` random starts, the most promising first; the same in every run.
 std::vector<MixturePoint> random_starts(const MixtureRows& rows, Populations populations,
                                         const SlopeRange& slopes, std::uint64_t seed,

@@ -27,18 +27,6 @@ TEST_F(AutoScaleTest, OnlyFailuresCountAndAnEmptyChartStays) {
   EXPECT_EQ(x().Max, 1000);
 }
 
-TEST_F(AutoScaleTest, StoredExtentsAreTrustedAndMerged) {
-  DataSet data = test::ranked({{54}, {386}});
-  data.XMin = 2;
-  data.XMax = 30000;
-  data.YMin = 0.2;
-  data.YMax = 0.4;
-  here.show(data);
-  scale();
-  EXPECT_EQ(x().Min, 1);
-  EXPECT_EQ(x().Max, 100000);
-}
-
 TEST_F(AutoScaleTest, HeldLimitsStayThroughAnyNumberOfRuns) {
   here.show(test::ranked({{54}, {386}}));
   here.chart().Axes(0).AutoMin = false;
@@ -50,14 +38,6 @@ TEST_F(AutoScaleTest, HeldLimitsStayThroughAnyNumberOfRuns) {
   scale();
   EXPECT_EQ(x().Min, 5000);
   EXPECT_GE(x().Max, 5000);
-}
-
-TEST_F(AutoScaleTest, OnePointGetsRoom) {
-  here.chart().Axes(0).ScaleType = x_scale::linear;
-  here.show(test::ranked({{100}}));
-  scale();
-  EXPECT_LE(x().Min, 95);
-  EXPECT_GE(x().Max, 105);
 }
 
 TEST_F(AutoScaleTest, FirstMonthOfATwelveMonthChart) {

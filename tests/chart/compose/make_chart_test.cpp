@@ -56,12 +56,6 @@ TEST_F(MakeChartTest, AWeibullChartHoldsWhatAnEngineerLooksFor) {
   expect_sound_handles(drawing);
 }
 
-TEST_F(MakeChartTest, BoxesAreInsetByHalfTheirLine) {
-  const auto boxes = all<Rectangle>(here.draw());
-  EXPECT_EQ(boxes.at(0), (Rectangle{10, 10, 9990, 5990}));
-  EXPECT_EQ(boxes.at(1), (Rectangle{1260, 660, 9240, 5140}));
-}
-
 TEST_F(MakeChartTest, AStraightFitLineIsTwoPointsInsideThePlot) {
   here.chart().Markers(1).LineWidth = 96;
   const DrawingRecord drawing = here.draw();
@@ -76,23 +70,6 @@ TEST_F(MakeChartTest, AStraightFitLineIsTwoPointsInsideThePlot) {
   const double y = low + half / 4500.0 * (high - low);
   const double x = 606.5 * std::exp(y / 1.72);
   EXPECT_NEAR(line.places[0].x, 1250 + 8000 * std::log10(x / 10) / 2, 2);
-}
-
-TEST_F(MakeChartTest, LinesThatAreNotThereLeaveNoRecord) {
-  const std::size_t with_line = all<Polyline>(here.draw()).size();
-  ChartMarker& marker = here.chart().Markers(1);
-  marker.LineStyle = pen_style::none;
-  EXPECT_EQ(all<Polyline>(here.draw()).size(), with_line - 1);
-  marker.LineStyle = pen_style::solid;
-  here.session.gFit(1).Fits(1).Rows(1).Scale = 1e-9;  // eta far to the right of the plot
-  EXPECT_EQ(all<Polyline>(here.draw()).size(), with_line - 1);
-}
-
-TEST_F(MakeChartTest, AThreeParameterLineIsSeen) {
-  here.show(test::fit_of(model_code::weibull3, {{1 / 500.0, 1, 1.2, 50, 1}}));
-  const Polyline line = all<Polyline>(here.draw()).back();
-  EXPECT_GT(line.places.size(), 4u);
-  EXPECT_GT(line.places.front().x, 1250 + 8000 * std::log10(5.0) / 2);
 }
 
 TEST_F(MakeChartTest, SubPopulationsAreThinLinesOfTheirOwnWhenAskedFor) {
@@ -112,32 +89,6 @@ TEST_F(MakeChartTest, SubPopulationsAreThinLinesOfTheirOwnWhenAskedFor) {
               3, 0.02);
   here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
   EXPECT_EQ(all<Polyline>(here.draw()).size(), without.size()) << "a single population has none";
-}
-
-TEST_F(MakeChartTest, TicksRunInwardFromTheEdgesOfThePlot) {
-  std::set<std::int32_t> upright, level;
-  for (const Polyline& line : all<Polyline>(here.draw())) {
-    if (line.places.size() != 2) continue;
-    const Place from = line.places[0], to = line.places[1];
-    if (from.x == to.x && from.y == 5150) upright.insert(from.y - to.y);
-    if (from.y == to.y && from.x == 1250) level.insert(to.x - from.x);
-  }
-  EXPECT_EQ(upright, (std::set<std::int32_t>{70, 4500}));
-  EXPECT_EQ(level, (std::set<std::int32_t>{70, 8000}));
-  here.chart().Axes(0) = ChartAxis{};  // 1 to 1000: 5 x 10^k are medium
-  here.chart().Axes(0).AutoMin = here.chart().Axes(0).AutoMax = false;
-  upright.clear();
-  for (const Polyline& line : all<Polyline>(here.draw()))
-    if (line.places[0].x == line.places[1].x) upright.insert(line.places[0].y - line.places[1].y);
-  EXPECT_TRUE(upright.contains(120));
-}
-
-TEST_F(MakeChartTest, ALabelAboveAnAllNegativeAxisHasNoGridLine) {
-  here.chart().Axes(0).ScaleType = x_scale::linear;
-  here.chart().Axes(0).Min = -40;
-  here.chart().Axes(0).Max = -1;
-  for (const Polyline& line : all<Polyline>(fl_Make_WMF(here.session, 1)))
-    EXPECT_LE(line.places[0].x, 9250);
 }
 
 TEST_F(MakeChartTest, LongTitlesStayOnTheChart) {

@@ -79,17 +79,5 @@ TEST_F(ReadoutTest, SnapsToAPointThenToALine) {
   EXPECT_EQ(readout.precise_at({1400, 800}, 60)->snapped, SnappedTo::nothing);
 }
 
-TEST_F(ReadoutTest, AxesThatCannotBeDrawnAreReadInSilence) {
-  here.chart().Axes(1).ScaleType = y_scale::density;
-  EXPECT_NEAR(Readout(here.session, here.chart()).at({1250, 650})->y, here.chart().Axes(1).Max,
-              1e-12)
-      << "reads as Weibull";
-  here.chart().Axes(0).ScaleType = 5;
-  EXPECT_FALSE(Readout(here.session, here.chart()).at({2000, 2000}).has_value());
-  here.chart().Axes(0).ScaleType = x_scale::linear;
-  here.chart().Axes(0).Min = here.chart().Axes(0).Max = 0;
-  EXPECT_FALSE(Readout(here.session, here.chart()).precise_at({2000, 2000}, 9).has_value());
-}
-
 }  // namespace
 }  // namespace tavlo

@@ -66,15 +66,6 @@ TEST(SaveWMF, AFailureIsToldAndLeavesTheOldFile) {
   EXPECT_GE(failed, 1);
 }
 
-TEST(SaveWMF, ReportsAChartBoxThatNoMetafileCanHold) {
-  test::TestWorld here;
-  DrawingRecord wide = small_drawing();
-  wide.width = 32768;
-  here.prompts.expect_box("", "SaveWMF_Error: ");
-  EXPECT_FALSE(SaveWMF(here.session, wide, "a.wmf"));
-  EXPECT_TRUE(here.files.files.empty());
-}
-
 TEST(SaveWMF, CharactersAreReplacedOnlyWithLeave) {
   DrawingRecord greek = small_drawing();
   greek.records = {drawing::Text{{1, 2}, "\u03B2 = 2"}};
@@ -84,22 +75,6 @@ TEST(SaveWMF, CharactersAreReplacedOnlyWithLeave) {
     EXPECT_EQ(SaveWMF(here.session, greek, "a.wmf"), answer == BoxAnswer::ok);
     EXPECT_EQ(here.files.exists("a.wmf"), answer == BoxAnswer::ok);
   }
-}
-
-TEST(CopyClipChart, PutsEveryFormOnTheClipboardAtOnce) {
-  test::TestWorld here;
-  CopyClipChart(here.session, small_drawing(), {{"image/svg+xml", "S"}, {"image/png", "P"}});
-  std::vector<std::pair<std::string, std::string>> found;
-  for (const ClipboardForm& form : here.clipboard.picture)
-    found.emplace_back(form.mime_type, form.bytes);
-  const std::string metafile = metafile_bytes(small_drawing());
-  const std::vector<std::pair<std::string, std::string>> expected = {
-      {"image/wmf", metafile},
-      {"image/x-wmf", metafile},
-      {"application/x-openoffice-wmf;windows_formatname=\"Image WMF\"", metafile},
-      {"image/svg+xml", "S"},
-      {"image/png", "P"}};
-  EXPECT_EQ(found, expected);
 }
 
 TEST(CopyClipChart, SaysWhenThereIsNothingOrNoClipboard) {

@@ -10,32 +10,6 @@ namespace {
 
 using namespace drawing;
 
-TEST(Crowding, CountsWhatReachesIntoAnArea) {
-  const Rectangle area{100, 100, 200, 200};
-  struct Case {
-    Record record;
-    int count;
-  };
-  const Case cases[] = {
-      {Ellipse{90, 90, 99, 99}, 0},
-      {Ellipse{90, 90, 101, 101}, 1},
-      {Rectangle{0, 0, 1000, 1000}, 1},
-      {Polyline{{{0, 0}, {300, 300}}}, 1},
-      {Polyline{{{0, 150}, {300, 150}, {300, 120}, {0, 120}}}, 2},
-      {Polyline{{{0, 190}, {90, 300}}}, 0},
-      {Polyline{{{90, 150}, {150, 90}}}, 1},
-      {Polyline{{{50, 140}, {140, 50}}}, 0},
-      {Polyline{{{150, 150}}}, 0},
-      {Polygon{{{150, 150}, {150, 150}}}, 1},
-      {Text{{150, 150}, "text"}, 0},
-  };
-  for (const Case& c : cases) {
-    DrawingRecord drawing;
-    drawing.records = {c.record};
-    EXPECT_EQ(shapes_touching(drawing, area), c.count);
-  }
-}
-
 TEST(Crowding, TheParameterBoxKeepsOffPointsAndLine) {
   const std::vector<std::vector<test::Point>> sets = {
       test::published_times(), {{100}, {200}, {300}}, {{10}, {900}}, {{100}, {100.5}, {101}}};

@@ -66,23 +66,6 @@ TEST(Legend, ModeSaysWhenItIsShown) {
   }
 }
 
-TEST(Legend, FitsOfOneDataSetAreToldApart) {
-  SetsWorld here(1);
-  here.session.gFit(1).Fits(1).Method = method_code::mle;
-  const int row =
-      add_plot_set(here.chart(), here.session.gData(1).UniqueId, here.session.gFit(1).UniqueId, 1);
-  here.chart().Markers(row).SymbolStyle = pen_style::none;
-  here.chart().Markers(row).SymbolFill = 0;
-  here.chart().Markers(1).Label = "Mine";
-  const auto entries =
-      legend_entries(here.session, here.chart(), plot_sets(here.session, here.chart()));
-  ASSERT_EQ(entries.size(), 2u);
-  EXPECT_EQ(entries[0].title, "Mine, W2P/MLE");
-  EXPECT_TRUE(entries[0].has_symbol && entries[0].has_line);
-  EXPECT_EQ(entries[1].title, "W2P/MLE");
-  EXPECT_FALSE(entries[1].has_symbol);
-}
-
 TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
   SetsWorld here(3);
   here.chart().Boxes(chart_item::parameter_box).Left = 1300;  // out of the way
@@ -99,18 +82,6 @@ TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
   const Rectangle held = area_of(here.draw(), chart_item::legend).value();
   EXPECT_EQ(held.right, 10000);
   EXPECT_EQ(held.top, 0);
-}
-
-TEST(Legend, FindsAPlaceBetweenTheCornersWhenAllAreTaken) {
-  DrawingRecord content;
-  for (const int x : {1300, 9000})
-    for (const int y : {700, 5000})
-      content.records.push_back(drawing::Ellipse{x, y, x + 100, y + 100});
-  const Chart chart = fuStandard_Chart();
-  const drawing::Place at = freest_place(chart.Boxes(chart_item::plot_box), {1000, 600},
-                                         Corner::bottom_right, content, {});
-  EXPECT_EQ(shapes_touching(content, {at.x, at.y, at.x + 1000, at.y + 600}), 0);
-  EXPECT_GT(at.x + at.y, 8000) << "near the corner that was asked for";
 }
 
 TEST(Legend, AnyNumberOfSetsAndAnyTitleFitTheChart) {

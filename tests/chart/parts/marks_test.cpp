@@ -41,23 +41,6 @@ TEST_F(MarksTest, AreFoundUnderThePointerTheUppermostFirst) {
   EXPECT_EQ(chart.nTexts, 3);
 }
 
-TEST_F(MarksTest, KindsAndBoundsFollowTheirFields) {
-  const ChartItem text = text_mark({100, 200}, "abc");
-  const Rectangle box = mark_bounds(here.measure, text);
-  EXPECT_EQ(box.left, 100);
-  EXPECT_EQ(box.top, 200);
-  EXPECT_NEAR(box.bottom - 200, 12 * 14 * 1.149, 1);
-  EXPECT_EQ(mark_bounds(here.measure, line_mark({9, 8}, {1, 2})), (Rectangle{1, 2, 9, 8}));
-  EXPECT_EQ(mark_bounds(here.measure, symbol_mark({500, 500}, 3)), (Rectangle{425, 425, 575, 575}));
-  EXPECT_EQ(kind_of_mark(text), MarkKind::text);
-  EXPECT_EQ(kind_of_mark(line_mark({1, 1}, {2, 2})), MarkKind::line);
-  EXPECT_EQ(kind_of_mark(arrow_mark({1, 1}, {2, 2})), MarkKind::arrow);
-  EXPECT_EQ(kind_of_mark(symbol_mark({1, 1}, 99)), MarkKind::symbol);
-  ChartItem short_points = line_mark({1, 1}, {2, 2});
-  short_points.nPoints = 32000;  // more than there are
-  EXPECT_EQ(points_of_mark(short_points).size(), 2u);
-}
-
 // Moving by any way and back leaves every mark as it was; its bounds go with it.
 TEST_F(MarksTest, MovingIsUndoneByMovingBack) {
   std::mt19937_64 generator(3);

@@ -67,14 +67,6 @@ TEST(Clipping, ALineKeepsExactlyItsPartsInside) {
   }
 }
 
-TEST(Clipping, WhatLiesInsideStaysAsItIsAndWhatTurnsBackComesInRuns) {
-  const Places inside = {{-30000, 5}, {0, 0}, {0, 0}, {30000, 30000}};
-  EXPECT_EQ(clipped_polyline(inside, frame), std::vector<Places>{inside});
-  EXPECT_TRUE(clipped_polyline({{40000, 0}, {40000, 9}}, frame).empty());
-  const std::vector<Places> runs = {{{0, 0}, {30000, 0}}, {{30000, 10}, {0, 10}}};
-  EXPECT_EQ(clipped_polyline({{0, 0}, {40000, 0}, {40000, 10}, {0, 10}}, frame), runs);
-}
-
 bool contains(const Places& polygon, double x, double y) {
   bool inside = false;
   for (std::size_t i = 0, k = polygon.size() - 1; i < polygon.size(); k = i++) {

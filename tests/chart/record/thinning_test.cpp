@@ -30,17 +30,6 @@ double farthest(const Line& line, const Line& thinned) {
   return worst;
 }
 
-TEST(Thinning, StraightLinesKeepTheirEndsAlone) {
-  Line slanted, upright, level;
-  for (int i = 0; i <= 1000; ++i) {
-    slanted.push_back({1250 + 8 * i, 5150 - 4 * i});
-    upright.push_back({400, i});
-    level.push_back({i, 77});
-  }
-  for (const Line& line : {slanted, upright, level})
-    EXPECT_EQ(thin_line(line, 3), (Line{line.front(), line.back()}));
-}
-
 TEST(Thinning, CurvesStayWithinTheTolerance) {
   std::mt19937_64 generator(23);
   std::uniform_real_distribution<double> bend(-3, 3), phase(0, 6);
@@ -56,14 +45,6 @@ TEST(Thinning, CurvesStayWithinTheTolerance) {
     ASSERT_LE(farthest(line, thinned), 3.5);
     ASSERT_LT(thinned.size(), 130u);
   }
-}
-
-TEST(Thinning, ShortAndStandingLinesEnd) {
-  EXPECT_EQ(thin_line({}, 3).size(), 0u);
-  EXPECT_EQ(thin_line({{1, 1}, {9, 9}}, 3).size(), 2u);
-  EXPECT_EQ(thin_line(Line(50, Place{5, 5}), 3).back(), (Place{5, 5}));
-  const Line corner = {{0, 0}, {100, 0}, {100, 100}, {200, 100}};
-  EXPECT_EQ(thin_line(corner, 3), corner);
 }
 
 }  // namespace

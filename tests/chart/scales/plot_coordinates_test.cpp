@@ -31,11 +31,6 @@ class PlotCoordinatesTest : public ::testing::Test {
   Chart chart = fuStandard_Chart();
 };
 
-TEST_F(PlotCoordinatesTest, FactoryChart) {
-  const std::vector<Place> expected = {{1250, 5150}, {9250, 650}, {6583, 2041}};
-  EXPECT_EQ(map({{1, 0.01}, {1000, 0.99}, {100, 0.5}}), expected);
-}
-
 // Every scale against its definition, computed on its own.
 TEST_F(PlotCoordinatesTest, TransformsAndTheirInverses) {
   const boost::math::normal standard;
@@ -64,8 +59,7 @@ TEST_F(PlotCoordinatesTest, GuardedLimits) {
       {x_scale::log, 1000, 1, 1, 1000},       {x_scale::log, -5, -2, 1e-6, 1000},
       {x_scale::linear, -10, -10, -9.5, -10}, {y_scale::weibull, 0, 0.005, 0.005, 0.01},
       {y_scale::gumbel, -1, 7, 0.01, 0.99},   {y_scale::normal, 0, 0.5, 1e-6, 0.5},
-      {y_scale::normal, 0.1, 50, 0.1, 50},    {x_scale::linear, 8, 8, 8 * 0.95, 8},
-  };
+      {y_scale::normal, 0.1, 50, 0.1, 50},    {x_scale::linear, 8, 8, 8 * 0.95, 8}};
   for (const Case& c : cases) {
     ChartAxis axis;
     axis.Min = c.min;
@@ -74,15 +68,6 @@ TEST_F(PlotCoordinatesTest, GuardedLimits) {
     EXPECT_EQ(limits.low, c.low) << c.code << " " << c.min << " " << c.max;
     EXPECT_EQ(limits.high, c.high) << c.code << " " << c.min << " " << c.max;
   }
-}
-
-TEST_F(PlotCoordinatesTest, EqualLimitsWidenTheRecordAndOthersLeaveIt) {
-  chart.Axes(0).Min = chart.Axes(0).Max = 40;
-  EXPECT_EQ(map({{40, 0.5}})[0].x, 9250);
-  EXPECT_EQ(chart.Axes(0).Min, 38);
-  chart.Axes(0).Min = 0;
-  EXPECT_EQ(map({{40, 0.5}})[0].x, 9250);
-  EXPECT_EQ(chart.Axes(0).Min, 0);
 }
 
 TEST_F(PlotCoordinatesTest, PlacesAreHeldWithin32Bits) {
@@ -101,25 +86,9 @@ TEST_F(PlotCoordinatesTest, WhatCannotBeMappedIsSaidOnce) {
   world.prompts.expect_box("", "Undefined Xscale in xy2long");
   EXPECT_EQ(map({{1, 0.5}})[0].x, -7);
   chart.Axes(0).ScaleType = x_scale::log;
-  set_y(y_scale::density, 0, 1);
-  world.prompts.expect_box("", "pdf plot TBD.  Working ");
-  map({{1, 0.5}});
-  set_y(56, 0, 1);
-  world.prompts.expect_box("", "Undefined Yscale in xy2long");
-  map({{1, 0.5}});
-  world.prompts.verify();
   set_y(y_scale::linear, 0, 0);
   world.prompts.expect_box("", "Error calculating Plot Scale values: ");
   map({{1, 0.5}});
-}
-
-TEST_F(PlotCoordinatesTest, WriteBackGivesTransforms) {
-  std::vector<DataPair> pairs = {{std::exp(2.0), 1 - std::exp(-1.0)}};
-  std::vector<Place> places(1);
-  xy2Long(world.session.errors, world.prompts, chart.Boxes(1), chart.Axes(0), chart.Axes(1), places,
-          pairs, true);
-  EXPECT_NEAR(pairs[0].x, 2.0, 1e-14);
-  EXPECT_NEAR(pairs[0].y, 0.0, 1e-14);
 }
 
 // Reading a place is the inverse of drawing at it, on every scale and at any

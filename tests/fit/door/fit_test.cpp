@@ -1,314 +1,296 @@
-#include "actions/classical_fits.h"
+#include "fit/door/fit.h"
 
 #include <gtest/gtest.h>
 
-#include "actions/independent_line.h"
-#include "actions/random_sample.h"
-#include "actions/ranking.h"
-#include "life/models.h"
-#include "solver/mixture_functions.h"
+#include <cstring>
+
+#include "fit/door/fits.h"
 
 namespace tavlo {
 namespace {
 
-using test::Float;
-using test::make_data;
-using test::Point;
-using test::relative_difference;
-using test::TestWorld;
+using test::Asked;
+using test::fit_rows;
+using test::Rows;
 
-FitResult request(std::int16_t method, std::int16_t code = model_code::weibull2,
-                  double slope = -1) {
-  FitResult fit;
-  fit.ModelCode = code;
-  fit.Method = method;
-  fit.nRows = 1;
-  fit.Rows.resize(1);
-  fit.Rows(1).Shape = slope;
-  return fit;
+/// Every classical fit.
+std::vector<Asked> all_fits() {
+  std::vector<Asked> fits;
+  for (const std::int16_t method : test::all_methods)
+    for (const std::int16_t code :
+         {model_code::weibull2, model_code::weibull_12_month, model_code::exponential,
+          model_code::rayleigh, model_code::weibayes, model_code::by_failure_mode})
+      fits.push_back({code, method, 1.7});
+  for (const std::int16_t method : test::regressions)
+    for (const std::int16_t code : {model_code::weibull3, model_code::normal, model_code::lognormal,
+                                    model_code::gumbel_lower, model_code::gumbel_upper})
+      fits.push_back({code, method, 1.7});
+  return fits;
 }
 
-DataSet ranked(TestWorld& world, DataSet data, bool benard = true) {
-  Make_Ranks(world.session.errors, benard, data);
-  return data;
+Rows some_rows(test::RandomRows& random, int round) {
+  Rows rows = random.weibull(random.whole(4, 50), random.log_uniform(0.4, 20), 1000,
+                             {.digits = random.whole(2, 6),
+                              .share_suspended = round % 3 * 0.2,
+                              .fractions = round % 4 == 0,
+                              .modes = 2});
+  return rows;
 }
 
-FitResult fitted(TestWorld& world, DataSet& data, FitResult fit) {
-  Fit_Wb123(world.session.errors, world.prompts, data, fit, 1);
-  return fit;
+Rows in_unit(Rows rows, int exponent) {
+  for (SampleRow& row : rows) row.time = std::ldexp(row.time, exponent);
+  return rows;
 }
 
-/// What a fit is compared with, computed from the stored X and Y in long double.
-struct Answer {
-  Float eta;
-  Float beta;
-  Float quality;
-};
-
-Float ln_time(const DataPoint& row) { return std::log(std::fabs(static_cast<Float>(row.X))); }
-
-Float ordinate(const DataPoint& row) {
-  const Float F = std::fabs(static_cast<Float>(row.Y));
-  return F > 1e-8L ? std::log(-std::log1p(-F)) : std::log(F);
+/// The life that times 2^exponent larger should give.
+FitParam scaled_row(FitParam row, Family family, int exponent) {
+  const bool divides = family != Family::normal && family != Family::lognormal;
+  row.Scale = std::ldexp(row.Scale, divides ? -exponent : exponent);
+  row.T0 = std::ldexp(row.T0, exponent);
+  if (family == Family::gumbel) row.Shape = std::ldexp(row.Shape, exponent);
+  if (family == Family::normal) row.Shape = std::ldexp(row.Shape, -exponent);
+  return row;
 }
 
-/// The line of a regression, or with a slope the line of it, through the means.
-Answer regression(const DataSet& data, bool y_on_x, Float slope = 0) {
-  const test::LineSums sums(test::paper_points(data, ln_time, ordinate));
-  const Float beta = slope > 0 ? slope : sums.slope(y_on_x);
-  return {std::exp(sums.x_mean - sums.y_mean / beta), beta, sums.r_squared(beta, y_on_x)};
+/// `failures` take part in the likelihood; 0 in a regression, which shifts by nothing.
+void expect_scaled(const FitAnswer& scaled, const FitAnswer& plain, double failures, int exponent) {
+  ASSERT_EQ(scaled.fit() == nullptr, plain.fit() == nullptr);
+  if (!plain.fit()) {
+    EXPECT_EQ(scaled.refusal()->code, plain.refusal()->code);
+    return;
+  }
+  EXPECT_EQ(scaled.notes, plain.notes);
+  const Fit &one = *scaled.fit(), &other = *plain.fit();
+  ASSERT_EQ(one.life.rows.size(), other.life.rows.size());
+  for (std::size_t i = 0; i < other.life.rows.size(); ++i)
+    EXPECT_EQ(one.life.rows[i],
+              scaled_row(other.life.rows[i], find_model(other.life.model)->family, exponent));
+  if (!one.modes.empty()) return;  // each has a quality of its own kind
+  const double shift = failures * exponent * std::log(2.0);
+  const double size = shift == 0 ? 0 : std::fabs(other.quality) + std::fabs(shift);
+  EXPECT_NEAR(one.quality, other.quality - shift, 1e-12 * size);
 }
 
-struct Likelihood {
-  const DataSet& data;
-  Float largest = 0, r = 0, logs = 0;
-
-  explicit Likelihood(const DataSet& set) : data(set) {
-    for (int i = 1; i <= data.Count; ++i) {
-      const DataPoint& row = data.Points(i);
-      largest = std::max(largest, std::fabs(static_cast<Float>(row.X)));
-      r += row.Fails;
-      logs += row.Fails * ln_time(row);
+TEST(Fit, DependsOnTheUnitOfTimeOnlyByItsPowerOfTwo) {
+  test::RandomRows random(11);
+  for (int round = 0; round < 40; ++round) {
+    const Rows rows = some_rows(random, round);
+    const double failures = make_sample(rows, RankKind::benard).total_failures;
+    for (const Asked& asked : all_fits()) {
+      SCOPED_TRACE(std::to_string(asked.model) + " by " + std::to_string(asked.method));
+      const FitAnswer plain = fit_rows(rows, asked, 2);
+      for (const int exponent : {-110, -30, 1, 7, 100})
+        expect_scaled(fit_rows(in_unit(rows, exponent), asked, 2), plain,
+                      asked.method == method_code::mle ? failures : 0, exponent);
     }
   }
-  /// Sums of weight times (x / largest)^beta, and of that times ln x.
-  std::pair<Float, Float> sums(Float beta) const {
-    Float powers = 0, by_ln = 0;
-    for (int i = 1; i <= data.Count; ++i) {
-      const DataPoint& row = data.Points(i);
-      const Float power =
-          (row.Fails + row.Susps) * std::exp(beta * (ln_time(row) - std::log(largest)));
-      powers += power;
-      by_ln += power * ln_time(row);
+}
+
+// Tied rows of different counts rank by their order of entry, so times are all different.
+TEST(Fit, DoesNotDependOnTheOrderOfEntry) {
+  test::RandomRows random(12);
+  for (int round = 0; round < 40; ++round) {
+    Rows rows = some_rows(random, round);
+    for (std::size_t i = 0; i < rows.size(); ++i)
+      rows[i].time = static_cast<float>(i * i + 10 * i + 7);
+    Rows shuffled = rows;
+    std::shuffle(shuffled.begin(), shuffled.end(), random.engine());
+    for (const Asked& asked : all_fits()) {
+      FitAnswer answer = fit_rows(shuffled, asked, 2);
+      const FitAnswer expected = fit_rows(rows, asked, 2);
+      if (answer.fit()) {
+        EXPECT_EQ(answer, expected) << asked.model;
+      } else {
+        EXPECT_EQ(answer.refusal()->code, expected.refusal()->code);
+      }
     }
-    return {powers, by_ln};
   }
-  Float score(Float beta) const {
-    const auto [powers, by_ln] = sums(beta);
-    return by_ln / powers - logs / r - 1 / beta;
-  }
-  Answer at(Float beta) const {
-    const Float eta = largest * std::pow(sums(beta).first / r, 1 / beta);
-    return {eta, beta, r * (std::log(beta) - beta * std::log(eta)) + (beta - 1) * logs - r};
-  }
-  Answer maximum(Float low, Float high, int halvings) const {
-    for (int step = 0; step < halvings; ++step) {
-      const Float middle = (low + high) / 2;
-      (score(middle) < 0 ? low : high) = middle;
+}
+
+TEST(Fit, CountsAreWeightsOfTheLikelihood) {
+  test::RandomRows random(13);
+  for (int round = 0; round < 60; ++round) {
+    const Rows counted = random.weibull(random.whole(4, 30), 2, 1000, {.share_suspended = 0.4});
+    Rows listed;
+    for (const SampleRow& row : counted) {
+      for (int k = 0; k < row.failures; ++k) listed.push_back({row.time, 1, 0, 0});
+      for (int k = 0; k < row.suspensions; ++k) listed.push_back({row.time, 0, 1, 0});
     }
-    return at((low + high) / 2);
+    for (const std::int16_t code : {model_code::weibull2, model_code::weibayes}) {
+      const Asked asked{code, method_code::mle, 2.5};
+      const FitAnswer one = fit_rows(counted, asked), other = fit_rows(listed, asked);
+      ASSERT_EQ(one.fit() == nullptr, other.fit() == nullptr);
+      if (!one.fit()) continue;
+      const FitParam &a = one.fit()->life.rows[0], &b = other.fit()->life.rows[0];
+      EXPECT_LT(test::relative_difference(a.Scale, b.Scale), 1e-12);
+      EXPECT_LT(test::relative_difference(a.Shape, b.Shape), 1e-12);
+      EXPECT_NEAR(one.fit()->quality, other.fit()->quality, 1e-12 * std::fabs(one.fit()->quality));
+    }
   }
-};
-
-void expect_answer(const FitResult& fit, const Answer& expected, const std::string& what) {
-  ASSERT_EQ(fit.Status, FitStatus::calculated) << what;
-  EXPECT_LT(relative_difference(1 / fit.Rows(1).Scale, double(expected.eta)), 1e-9) << what;
-  EXPECT_LT(relative_difference(fit.Rows(1).Shape, double(expected.beta)), 1e-9) << what;
-  EXPECT_NEAR(fit.Quality, double(expected.quality),
-              1e-9 * std::max(1.0, std::fabs(double(expected.quality))))
-      << what;
+  // 1e15 units and a half, the same as 2 and a half by 4e14.
+  const Rows few = {{10, 2, 0, 0}, {20, 1, 0, 0}, {30, 0, 0.5, 0}};
+  Rows many = few;
+  for (SampleRow& row : many) row.failures *= 4e14, row.suspensions *= 4e14;
+  const Asked mle{model_code::weibull2, method_code::mle};
+  EXPECT_LT(test::relative_difference(fit_rows(few, mle).fit()->life.rows[0].Shape,
+                                      fit_rows(many, mle).fit()->life.rows[0].Shape),
+            1e-12);
 }
 
-void expect_all_methods(TestWorld& world, DataSet& data, double beta, const std::string& what) {
-  for (const bool y_on_x : {false, true}) {
-    const std::int16_t method = y_on_x ? method_code::y_on_x : method_code::x_on_y;
-    expect_answer(fitted(world, data, request(method)), regression(data, y_on_x), what + " rr");
-    expect_answer(fitted(world, data, request(method, model_code::weibayes, beta)),
-                  regression(data, y_on_x, beta), what + " fixed rr");
-  }
-  const Likelihood likelihood(data);
-  const FitResult mle = fitted(world, data, request(method_code::mle));
-  ASSERT_EQ(mle.Status, FitStatus::calculated) << what;
-  const double near = mle.Rows(1).Shape;
-  ASSERT_LT(likelihood.score(near * 0.9999), 0) << what;
-  ASSERT_GT(likelihood.score(near * 1.0001), 0) << what;
-  expect_answer(mle, likelihood.maximum(near * 0.9999L, near * 1.0001L, 30), what + " mle");
-  expect_answer(fitted(world, data, request(method_code::mle, model_code::weibayes, beta)),
-                likelihood.at(beta), what + " fixed mle");
-}
-
-/// Failures at two times or more, all of them with a rank (a fraction of a
-/// failure may have rank 0, which has no place on the paper).
-bool can_be_fitted(const DataSet& data) {
-  return data.XMin < data.XMax &&
-         std::none_of(data.Points.begin() + 1, data.Points.end(),
-                      [](const DataPoint& row) { return row.Fails > 0 && row.Y == 0; });
-}
-
-TEST(WeibullFit, AgreesWithIndependentAnswers) {
-  TestWorld world;
-  test::RandomSample random(8);
-  int compared = 0;
-  for (int round = 0; round < 600; ++round) {
-    const double beta = random.log_uniform(0.3, 50);
-    const double share_suspended = round % 4 == 0 ? 0.0 : 0.4;
-    DataSet data = random.weibull(random.whole(4, 80), beta, random.log_uniform(10, 1e5),
-                                  random.whole(2, 5), share_suspended, round % 2 == 0);
-    data = ranked(world, data, round % 3 == 0);
-    if (!can_be_fitted(data)) continue;
-    expect_all_methods(world, data, beta, "round " + std::to_string(round));
-    ++compared;
-  }
-  EXPECT_GT(compared, 550);
-}
-
-TEST(WeibullFit, AgreesWithIndependentAnswersOn100000Points) {
-  TestWorld world;
-  test::RandomSample random(9);
-  for (const double beta : {0.7, 3.0, 40.0}) {
-    DataSet data = random.weibull(100000, beta, 5000, 7, 0.3, false);
-    Make_Ranks(world.session.errors, true, data);
-    expect_all_methods(world, data, beta, "beta " + std::to_string(beta));
-  }
-}
-
-// NIST/SEMATECH e-Handbook of Statistical Methods, 8.4.1.2: twenty units, ten of
-// them running at the end of the test.
-TEST(WeibullFit, PublishedCensoredTest) {
-  TestWorld world;
-  std::vector<Point> points;
-  for (const double x : {54, 187, 216, 240, 244, 335, 361, 373, 375, 386}) points.push_back({x});
-  points.push_back({500, 0, 10});
-  DataSet data = ranked(world, make_data(points));
-  const FitResult fit = fitted(world, data, request(method_code::mle));
-  EXPECT_NEAR(fit.Rows(1).Shape, 1.7208, 5e-5);
-  EXPECT_NEAR(1 / fit.Rows(1).Scale, 606.5280, 5e-4);
-  EXPECT_NEAR(fit.Quality, -75.1346, 5e-5);
-}
-
-TEST(WeibullFit, OneFailureAndOneSuspension) {
-  TestWorld world;
-  DataSet data = ranked(world, make_data({{100}, {200, 0, 1}}));
-  const FitResult fit = fitted(world, data, request(method_code::mle));
-  EXPECT_NEAR(fit.Rows(1).Shape, 1.8444, 5e-5);
-  expect_answer(fit, Likelihood(data).maximum(1, 3, 60), "pair");
-}
-
-TEST(WeibullFit, FixedSlopesOfTheModels) {
-  TestWorld world;
-  DataSet one = ranked(world, make_data({{100}, {150, 0, 3}}));
+TEST(Fit, EveryRefusalHasItsReason) {
+  const Rows tied = test::failures_at({100, 100, 100});
+  const Rows none = {{100, 0, 1}, {120, 0, 1}};
+  const Rows zero = {{0, 0, 1}, {20, 1}, {30, 1}, {40, 1}};
+  const Rows negative = {{20, 1}, {-5, 1}, {30, 1}, {40, 1}};
+  const Rows fraction = {{1, 0.2}, {2, 1.8}, {3, 1}};
+  const Rows spike = {{1, 50}, {1000, 1}, {2000, 0, 950}};
+  const auto rr = method_code::x_on_y, mle = method_code::mle, rrs = method_code::y_on_x;
+  using enum RefusalCode;
   struct Case {
-    std::int16_t code;
-    double slope;
-    double used;
+    Rows rows;
+    Asked asked;
+    Refusal refusal;
   };
-  for (const Case& c : std::vector<Case>{{model_code::exponential, 7, 1},
-                                         {model_code::rayleigh, 7, 2},
-                                         {model_code::weibayes, 0, 1},
-                                         {model_code::weibayes, 3, 3}}) {
-    const FitResult mle = fitted(world, one, request(method_code::mle, c.code, c.slope));
-    EXPECT_EQ(mle.Rows(1).Shape, c.used);
-    const double powers = std::pow(100, c.used) + 3 * std::pow(150, c.used);
-    EXPECT_NEAR(1 / mle.Rows(1).Scale, std::pow(powers, 1 / c.used), 1e-9);
-    // One failure is enough for a line of a given slope; no box comes.
-    for (const std::int16_t method : {method_code::x_on_y, method_code::y_on_x}) {
-      const FitResult line = fitted(world, one, request(method, c.code, c.slope));
-      EXPECT_EQ(line.Status, FitStatus::calculated);
-      EXPECT_EQ(line.Quality, 1);
-      const double y = fd_WblY(static_cast<double>(one.Points(1).Y));
-      EXPECT_NEAR(1 / line.Rows(1).Scale, 100 * std::exp(-y / c.used), 1e-9);
-    }
-  }
-}
-
-TEST(WeibullFit, ASlopeFarOffHasANegativeQuality) {
-  TestWorld world;
-  DataSet data = ranked(world, make_data({{90}, {95}, {100}, {105}, {110}}));
-  EXPECT_LT(fitted(world, data, request(method_code::x_on_y, model_code::weibayes, 0.5)).Quality,
-            -1);
-}
-
-// Rounding is no spread: the quality of a line through equal times is 1 or -1,
-// never a ratio of two noises.
-TEST(WeibullFit, ALineOfGivenSlopeThroughEqualTimes) {
-  TestWorld world;
-  for (const double x : {8660499.0, 123.4, 0.1, 7.7e-5}) {
-    DataSet data = ranked(world, make_data({{x}, {x}, {x}, {x * 1.1, 0, 1}, {x * 2, 0, 1}}));
-    const double quality =
-        fitted(world, data, request(method_code::x_on_y, model_code::exponential, 1)).Quality;
-    EXPECT_EQ(std::fabs(quality), 1) << x;
-  }
-}
-
-TEST(WeibullFit, ByFailureModeReadsItsRowAndRanks) {
-  TestWorld world;
-  DataSet data =
-      make_data({{10, 1, 0, 1}, {14, 1, 0, 2}, {21, 1, 0, 1}, {33, 1, 0, 2}, {50, 1, 0, 2}});
-  Make_Ranks(world.session.errors, true, data);
-  data.Points(0).Mode = 2;
-  DataSet alone = ranked(world, make_data({{10, 0, 1}, {14}, {21, 0, 1}, {33}, {50}}));
-  for (const std::int16_t method : {method_code::x_on_y, method_code::mle, method_code::y_on_x}) {
-    FitResult by_mode = request(method);
-    by_mode.Rows.resize(2);
-    by_mode.Rows(2).Shape = -1;
-    Fit_Wb123(world.session.errors, world.prompts, data, by_mode, 2);
-    const FitResult expected = fitted(world, alone, request(method));
-    EXPECT_LT(relative_difference(by_mode.Rows(2).Shape, expected.Rows(1).Shape), 1e-6);
-    EXPECT_LT(relative_difference(by_mode.Rows(2).Scale, expected.Rows(1).Scale), 1e-6);
-    EXPECT_LT(relative_difference(by_mode.Quality, expected.Quality), 1e-6);
-    EXPECT_EQ(by_mode.Rows(1).Shape, -1);
-  }
-}
-
-// Two points have one line, whichever way it is sought and whatever the unit.
-TEST(WeibullFit, NarrowDataKeepTheirDigits) {
-  for (const double unit : {1.0, 1.0 / 1024, 1024.0, 1048576.0}) {
-    for (const double step : {1.0001, 1.01, 2.0}) {
-      TestWorld world;
-      DataSet data = ranked(world, make_data({{1000 * unit}, {1000 * step * unit}}));
-      const FitResult x_on_y = fitted(world, data, request(method_code::x_on_y));
-      const FitResult y_on_x = fitted(world, data, request(method_code::y_on_x));
-      EXPECT_LT(relative_difference(x_on_y.Rows(1).Shape, y_on_x.Rows(1).Shape), 1e-10) << step;
-      EXPECT_LT(relative_difference(x_on_y.Rows(1).Scale, y_on_x.Rows(1).Scale), 1e-10) << step;
-    }
-  }
-}
-
-TEST(WeibullFit, WhatCannotBeFittedIsReportedAndStoresNothing) {
-  const char* const no_line = "Matrix solution error\nAll times, or all ranks, are equal";
-  const char* const no_points = "Insufficient data points\nOrder: 1 Points: 0\n";
-  const char* const no_fit = "Weibull 123Par Fit: \nFit_Wb123 routine:\nDivision by zero";
-  const char* const no_limit = "the slope has no limit.\nFit_Wb123 routine:\n";
-  const char* const no_life = "a characteristic life beyond all numbers.\nFit_Wb123 routine:\n";
-  const std::vector<Point> tied = {{100}, {100}, {100}};
-  const std::vector<Point> none = {{100, 0, 1}, {120, 0, 1}};
-  const std::vector<Point> zero = {{0, 0, 1}, {20}, {30}};
-  struct Case {
-    std::vector<Point> points;
-    FitResult fit;
-    std::vector<const char*> boxes;
-  };
-  const std::vector<Case> cases = {
-      {tied, request(method_code::x_on_y), {no_line, no_fit}},
-      {tied, request(method_code::y_on_x), {no_line, no_fit}},
-      {tied, request(method_code::mle), {no_limit}},
-      {{{100, 0, 1}, {200}}, request(method_code::mle), {no_limit}},
-      {none, request(method_code::x_on_y), {no_points, no_fit}},
-      {none, request(method_code::y_on_x, model_code::weibayes, 2), {no_points}},
-      {none, request(method_code::mle), {"There is no failure among the data."}},
-      {{{1, 50}, {1000}, {2000, 0, 950}}, request(method_code::x_on_y), {no_life}},
-      {{{1, 50}, {1000}, {2000, 0, 950}}, request(method_code::y_on_x), {no_life}},
-      // Y on X takes a slope of 0 as given; X on Y as free.
-      {{{1}, {2}}, request(method_code::y_on_x, model_code::weibull2, 0), {no_fit}},
-      {zero, request(method_code::mle), {"Median Rank Error: ", "Weibull 123Par Fit: "}},
-      {zero, request(method_code::x_on_y), {"Median Rank Error: ", "Weibull 123Par Fit: "}},
-      {tied,
-       request(method_code::mle, model_code::weibull3),
-       {"Model not programmed in Fit_wb123"}},
-      {tied,
-       request(method_code::y_on_x, model_code::weibull3),
-       {"Fit_WB123 Min Life model not programmed yet"}},
+  const Case cases[] = {
+      {tied, {model_code::weibull2, rr}, {no_spread, {}}},
+      {tied, {model_code::weibull2, rrs}, {no_spread, {}}},
+      {tied, {model_code::weibull2, mle}, {slope_without_limit, {}}},
+      {tied, {model_code::weibull3, rr}, {no_spread, {1, 3}}},
+      {tied, {model_code::normal, rr}, {no_spread, {}}},
+      {{{100, 0, 1}, {200, 1}}, {model_code::weibull2, mle}, {slope_without_limit, {}}},
+      {none, {model_code::weibull2, mle}, {no_failure, {}}},
+      {none, {model_code::weibull2, rr}, {too_few_failures, {0, 2}}},
+      {none, {model_code::weibayes, mle, 2}, {too_few_failures, {0, 1}}},
+      {{}, {model_code::weibull2, mle}, {no_failure, {}}},
+      {{}, {model_code::gumbel_lower, rr}, {too_few_failures, {0, 2}}},
+      {{{5, 1}}, {model_code::weibull2, rr}, {too_few_failures, {1, 2}}},
+      {{{5, 1}, {6, 1}}, {model_code::weibull3, rr}, {too_few_failures, {2, 3}}},
+      {zero, {model_code::weibull2, rr}, {time_not_above_zero, {1, 0}}},
+      {zero, {model_code::weibull2, mle}, {time_not_above_zero, {1, 0}}},
+      {negative, {model_code::lognormal, rr}, {time_not_above_zero, {2, -5}}},
+      {negative, {model_code::by_failure_mode, rr}, {time_not_above_zero, {2, -5}}},
+      {fraction, {model_code::weibull2, rr}, {rank_off_paper, {1, double((0.2F - 0.3F) / 3.4F)}}},
+      {{{5, 1e15}, {6, 1e15}}, {model_code::normal, rr}, {rank_off_paper, {2, 1}}},
+      {spike, {model_code::weibull2, rr}, {scale_beyond_numbers, {}}},
+      {spike, {model_code::weibull2, rrs}, {scale_beyond_numbers, {}}},
+      {zero, {model_code::weibayes, rr}, {time_not_above_zero, {1, 0}}},
+      {{{5, 1}}, {model_code::weibayes, rr}, {slope_missing, {}}},
+      {{{5, 1}}, {model_code::weibayes, mle, -2}, {slope_missing, {}}},
+      {{{5, 1}}, {model_code::weibayes, mle, HUGE_VAL}, {slope_missing, {}}},
+      {negative, {model_code::normal, mle}, {no_such_fit, {}}},
+      {negative, {model_code::gumbel_upper, mle}, {no_such_fit, {}}},
+      {negative, {model_code::custom, rr}, {no_such_fit, {}}},
+      {test::failures_at({1, 2, 3, 4}), {model_code::lognormal3, rr}, {no_such_fit, {}}},
+      {test::failures_at({1, 2, 3, 4, 5}), {model_code::weibull5x, mle}, {no_such_fit, {}}},
+      {tied, {5, rr}, {no_such_fit, {}}},
+      {tied, {model_code::weibull2, 3}, {no_such_fit, {}}},
   };
   for (const Case& c : cases) {
-    TestWorld world;
-    for (const char* box : c.boxes) world.prompts.expect_box("", box);
-    DataSet data = ranked(world, make_data(c.points));
-    const FitResult fit = fitted(world, data, c.fit);
-    EXPECT_EQ(fit.Status, FitStatus::not_calculated);
-    EXPECT_EQ(fit.Rows(1).Shape, c.fit.Rows(1).Shape);
-    EXPECT_EQ(fit.Rows(1).Scale, 0);
-    EXPECT_EQ(fit.Quality, 0);
+    const FitAnswer answer = fit_rows(c.rows, c.asked);
+    ASSERT_TRUE(answer.refusal()) << c.asked.model;
+    EXPECT_EQ(answer.refusal()->code, c.refusal.code) << c.asked.model << " " << c.asked.method;
+    ASSERT_EQ(answer.refusal()->values.size(), c.refusal.values.size()) << c.asked.model;
+    for (std::size_t i = 0; i < c.refusal.values.size(); ++i)
+      EXPECT_NEAR(answer.refusal()->values[i], c.refusal.values[i], 1e-7);
   }
+}
+
+// A fit of anything ends, with numbers that can be read and quantiles that ascend, or with
+// a reason.
+TEST(Fit, HostileNumbersEndInNumbersOrAReason) {
+  const float times[] = {-3e38F, -1, 0, 1e-45F, 1e-38F, 0.999999F, 1, 1.000001F, 7, 1e20F, 3e38F};
+  const double counts[] = {0, 0, 1e-300, 0.1, 0.5, 1, 1, 1, 2, 1e15, 1e300};
+  test::RandomRows random(14);
+  int fitted = 0;
+  for (int round = 0; round < 3000; ++round) {
+    Rows rows;
+    const int kind = random.whole(0, 3);  // plain counts, or times above 0, in most rounds
+    for (int i = random.whole(0, 7); i >= 0; --i)
+      rows.push_back({times[random.whole(kind == 0 ? 0 : 3, 10)],
+                      counts[random.whole(0, kind == 1 ? 10 : 7)],
+                      counts[random.whole(0, kind == 1 ? 10 : 7)],
+                      static_cast<std::int16_t>(random.whole(0, 2))});
+    for (Asked asked : all_fits()) {
+      asked.ranks = round % 2 == 0 ? RankKind::benard : RankKind::exact;
+      asked.slope = random.log_uniform(1e-6, 1e6);
+      const FitAnswer answer = fit_rows(rows, asked, 2);
+      if (!answer.fit()) continue;
+      ++fitted;
+      const Fit& fit = *answer.fit();
+      EXPECT_TRUE(std::isfinite(fit.quality));
+      for (const FitParam& row : fit.life.rows)
+        EXPECT_TRUE(std::isfinite(row.Scale) && std::isfinite(row.Shape) && std::isfinite(row.T0));
+      double last = -HUGE_VAL;
+      for (const double p : {0.01, 0.5, 0.99})
+        if (const auto x = quantile(fit.life, p)) {
+          EXPECT_LE(last, *x);
+          last = *x;
+        }
+    }
+  }
+  EXPECT_GT(fitted, 10000);
+}
+
+struct Asking : Companion {
+  std::vector<Doubt> asked;
+  bool goes_on = true;
+  bool doubt(Doubt code) override {
+    asked.push_back(code);
+    return goes_on;
+  }
+};
+
+TEST(Fit, FewFailuresAreDoubtedOnceAndNoted) {
+  for (const int failures : {20, 21})
+    for (const bool goes_on : {true, false}) {
+      std::vector<double> times;
+      for (int i = 0; i < failures; ++i) times.push_back(10 + i * i);
+      Asking companion;
+      companion.goes_on = goes_on;
+      FitRequest request;
+      request.model = model_code::weibull3;
+      const FitAnswer answer =
+          fit(make_sample(test::failures_at(times), request.ranks), request, companion);
+      const bool doubtful = failures < 21;
+      EXPECT_EQ(companion.asked, std::vector<Doubt>(doubtful, Doubt::few_failures));
+      ASSERT_EQ(answer.fit() != nullptr, !doubtful || goes_on);
+      if (!answer.fit()) {
+        EXPECT_EQ(answer.refusal()->code, RefusalCode::stopped);
+        continue;
+      }
+      std::vector<Note> expected;
+      if (doubtful) expected.push_back({NoteCode::few_failures, 0, {20, 21}});
+      EXPECT_EQ(answer.notes, expected);
+    }
+}
+
+TEST(Fit, TheLikelihoodOfAMinimumLifeIsDoubtedBeforeItBegins) {
+  Asking companion;
+  companion.goes_on = false;
+  FitRequest request;
+  request.model = model_code::weibull3;
+  request.method = method_code::mle;
+  std::vector<double> times;
+  for (int i = 0; i < 30; ++i) times.push_back(10 + i * i);
+  const Sample sample = make_sample(test::failures_at(times), request.ranks);
+  EXPECT_EQ(fit(sample, request, companion).refusal()->code, RefusalCode::stopped);
+  EXPECT_EQ(companion.asked, std::vector<Doubt>{Doubt::minimum_life_by_likelihood});
+}
+
+TEST(Fit, CountedRowsAreNotedWhereRanksDependOnThem) {
+  const std::vector<Note> noted = {{NoteCode::counted_rows, 0, {}}};
+  const Rows counted = {{10, 2}, {20, 1}};
+  EXPECT_EQ(fit_rows(counted, {}).notes, noted);
+  EXPECT_EQ(fit_rows(counted, {model_code::weibull2, method_code::mle}).notes, std::vector<Note>{});
+  EXPECT_EQ(fit_rows({{10, 1}, {20, 1}, {20, 1}, {30, 0, 7}}, {}).notes, std::vector<Note>{});
+}
+
+TEST(Fit, RanksOfAnotherKindThanAskedForAreNotTaken) {
+  Companion companion;
+  FitRequest request;
+  request.ranks = RankKind::exact;
+  const Sample sample = make_sample(test::failures_at({1, 2, 3}), RankKind::benard);
+  EXPECT_EQ(*fit(sample, request, companion).refusal(), (Refusal{RefusalCode::arithmetic, {5}}));
 }
 
 }  // namespace

@@ -1,49 +1,43 @@
-#include "actions/tie_order.h"
+#include "fit/ranks/tie_order.h"
 
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <utility>
 
-#include "actions/random_sample.h"
+#include "fit/random_rows.h"
 
 namespace tavlo {
 namespace {
 
 /// The rule as it is told: passes of exchanges until one makes none.
-void bubble(std::vector<DataPoint>& rows) {
+void bubble(const test::Rows& rows, std::vector<std::int32_t>& entries) {
   for (bool exchanged = true; exchanged;) {
     exchanged = false;
-    for (std::size_t i = 0; i + 1 < rows.size(); ++i) {
-      const DataPoint& a = rows[i];
-      const DataPoint& b = rows[i + 1];
-      const bool all_above = a.Fails > 0 && a.Susps > 0 && b.Fails > 0 && b.Susps > 0;
-      if (!(a.Susps >= 1 && a.X == b.X && b.Fails > 0 && !all_above)) continue;
-      std::swap(rows[i], rows[i + 1]);
+    for (std::size_t i = 0; i + 1 < entries.size(); ++i) {
+      const SampleRow& a = rows[static_cast<std::size_t>(entries[i]) - 1];
+      const SampleRow& b = rows[static_cast<std::size_t>(entries[i + 1]) - 1];
+      const bool all_above =
+          a.failures > 0 && a.suspensions > 0 && b.failures > 0 && b.suspensions > 0;
+      if (!(a.suspensions >= 1 && b.failures > 0 && !all_above)) continue;
+      std::swap(entries[i], entries[i + 1]);
       exchanged = true;
     }
   }
 }
 
-std::vector<int> orders(const std::vector<DataPoint>& rows) {
-  std::vector<int> found;
-  for (const DataPoint& row : rows) found.push_back(row.Order);
-  return found;
-}
-
 TEST(TieOrder, EqualsTheRepeatedPasses) {
-  constexpr double some[] = {0, 0, 0.5, 1, 1, 2, -1};
-  test::RandomSample random(1);
-  for (int round = 0; round < 50000; ++round) {
-    std::vector<DataPoint> rows(static_cast<std::size_t>(random.whole(1, round % 100 ? 12 : 80)));
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-      rows[i].Fails = some[random.whole(0, 6)];
-      rows[i].Susps = some[random.whole(0, 6)];
-      rows[i].Order = static_cast<int>(i) + 1;
-    }
-    std::vector<DataPoint> expected = rows;
-    bubble(expected);
-    order_tied_rows(rows);
-    ASSERT_EQ(orders(rows), orders(expected)) << "round " << round;
+  constexpr double some[] = {0, 0, 0.5, 1, 1, 2};
+  test::RandomRows random(1);
+  for (int round = 0; round < 20000; ++round) {
+    test::Rows rows(static_cast<std::size_t>(random.whole(1, round % 100 ? 12 : 80)));
+    for (SampleRow& row : rows) row = {1, some[random.whole(0, 5)], some[random.whole(0, 5)], 0};
+    std::vector<std::int32_t> found(rows.size());
+    std::iota(found.begin(), found.end(), 1);
+    std::vector<std::int32_t> expected = found;
+    bubble(rows, expected);
+    order_tied_rows(rows, found);
+    ASSERT_EQ(found, expected) << "round " << round;
   }
 }
 
