@@ -29,11 +29,17 @@ class CliFolder {
   /// Runs tavlo-cli with this folder as the current one.
   ProgramRun run(const std::vector<std::string>& arguments, const std::string& input = "") const;
 
+  /// Runs a line of the shell here, in which $CLI is the program.
+  ProgramRun shell(const std::string& line) const;
+
   void write(const std::string& name, const std::string& bytes) const;
   std::string read(const std::string& name) const;
   std::filesystem::path path(const std::string& name) const { return folder_ / name; }
 
  private:
+  ProgramRun run_program(const std::string& program, std::vector<std::string> words,
+                         const std::string& input) const;
+
   std::filesystem::path folder_;
 };
 
