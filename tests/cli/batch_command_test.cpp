@@ -18,8 +18,8 @@ std::vector<json> random_lines(std::uint64_t seed, int count) {
   const char* const models[] = {"W2P", "N,LN", "W5C", "W3T", "Wb", "FM", "G-"};
   std::vector<json> lines;
   for (int i = 0; i < count; ++i) {
-    json line = {{"id", i}, {"x", json::array()}, {"fails", json::array()},
-                 {"susps", json::array()}};
+    json line = {
+        {"id", i}, {"x", json::array()}, {"fails", json::array()}, {"susps", json::array()}};
     for (std::uint64_t k = 0; k <= random() % 25; ++k) {
       line["x"].push_back(static_cast<double>(static_cast<float>(life(random))));
       const int failed = random() % 4 == 0 ? 0 : 1 + static_cast<int>(random() % 2);
@@ -46,8 +46,8 @@ std::string text_of(const std::vector<json>& lines) {
 std::string table_of(const json& line) {
   std::string text = "x,fails,susps\n";
   for (std::size_t i = 0; i < line.at("x").size(); ++i)
-    text += line["x"][i].dump() + "," + line["fails"][i].dump() + "," + line["susps"][i].dump() +
-            "\n";
+    text +=
+        line["x"][i].dump() + "," + line["fails"][i].dump() + "," + line["susps"][i].dump() + "\n";
   return text;
 }
 
@@ -59,9 +59,9 @@ TEST(BatchCommand, ALineGivesWhatItsFileGives) {
   ASSERT_EQ(answers.size(), lines.size());
   for (std::size_t i = 0; i < lines.size(); ++i) {
     folder.write("d", table_of(lines[i]));
-    std::vector<std::string> words = {"fit",    "d",      "--json",   "--model",
-                                      lines[i]["model"], "--method", lines[i]["method"],
-                                      "--b-life", "1,10",   "--at",     "500"};
+    std::vector<std::string> words = {
+        "fit",      "d",    "--json", "--model", lines[i]["model"], "--method", lines[i]["method"],
+        "--b-life", "1,10", "--at",   "500"};
     if (lines[i].contains("slope")) words.insert(words.end(), {"--slope", "1.75"});
     json expected = folder.run(words).json().at(0);
     expected.erase("file");
@@ -136,7 +136,7 @@ TEST(BatchCommand, MemoryDoesNotGrowWithLinesNorWithALineTooLong) {
   for (int i = 0; i < 2000; ++i) text += line;  // 18 MB
   const ProgramRun many = folder.run({"batch"}, text);
   EXPECT_EQ(std::count(many.out.begin(), many.out.end(), '\n'), 2000);
-  EXPECT_LT(many.peak_kilobytes, 16 * 1024 * TAVLO_MEMORY_FACTOR);
+  EXPECT_LT(many.peak_kilobytes, 16 * 1024 * test::memory_factor);
   const std::string good = "{\"id\":2,\"x\":[5,6,9]}\n";
   const std::string long_line = R"({"id":1,"x":[)" + std::string(100'000'000, '1');
   const ProgramRun run = folder.run({"batch"}, good + long_line + "\n" + good + long_line);
@@ -145,7 +145,7 @@ TEST(BatchCommand, MemoryDoesNotGrowWithLinesNorWithALineTooLong) {
   EXPECT_EQ(answers[1].at("error"), "the line is longer than 64 MB");
   EXPECT_EQ(answers[3], answers[1]);
   EXPECT_EQ(answers[2], answers[0]);
-  EXPECT_LT(run.peak_kilobytes, 200 * 1024 * TAVLO_MEMORY_FACTOR);
+  EXPECT_LT(run.peak_kilobytes, 200 * 1024 * test::memory_factor);
 }
 
 // Each line is answered as it comes; a reader that goes away ends the run.

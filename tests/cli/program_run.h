@@ -8,6 +8,13 @@
 
 namespace tavlo::test {
 
+/// What the sanitizers may take in addition.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr long memory_factor = 12;
+#else
+inline constexpr long memory_factor = 1;
+#endif
+
 struct ProgramRun {
   int code = -1;  ///< exit code; -1 when it was ended by a signal
   std::string out;
