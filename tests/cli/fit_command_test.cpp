@@ -2,6 +2,7 @@
 
 #include <boost/math/distributions/normal.hpp>
 #include <cmath>
+#include <cstdio>
 
 #include "numerics/number_text.h"
 #include "program_run.h"
@@ -71,49 +72,6 @@ TEST(FitCommand, JsonHasItsShape) {
   EXPECT_EQ(mle.at("at")[0].at("x"), 500);
 }
 
-// x = eta (-ln(1 - p))^(1/beta), also where the line is very steep or flat.
-TEST(FitCommand, LivesAndFractionsAgreeWithTheClosedForm) {
-  const CliFolder folder;
-  folder.write("steep", "1000\n1000.5\n1001\n1001.25\n");
-  folder.write("flat", "1e-6\n3\n1e4\n1e12\n");
-  for (const std::string& file : {std::string("steep"), std::string("flat"),
-                                  example("censored-test.txt"), example("ball-bearings.txt")}) {
-    const ProgramRun run = folder.run({"fit", file, "--method", "rr,mle,rrs", "--b-life",
-                                       "0.001,1,10,50,99", "--at", "1,500,1000.7,1e5", "--json"});
-    ASSERT_EQ(run.code, 0) << run.err;
-    const json fits = run.json().at(0).at("fits");
-    ASSERT_EQ(fits.size(), 3U);
-    for (const json& fit : fits) {
-      const double eta = fit.at("rows")[0].at("eta");
-      const double beta = fit.at("rows")[0].at("beta");
-      ASSERT_EQ(fit.at("b_life").size(), 5U);
-      ASSERT_EQ(fit.at("at").size(), 4U);
-      for (const json& life : fit.at("b_life")) {
-        ASSERT_TRUE(life.at("x").is_number()) << file << fit;
-        const double expected = eta * std::pow(-std::log1p(-life.at("p").get<double>()), 1 / beta);
-        EXPECT_LT(relative_difference(life.at("x"), expected), 1e-8) << file << life;
-      }
-      for (const json& at : fit.at("at")) {
-        const double expected = -std::expm1(-std::pow(at.at("x").get<double>() / eta, beta));
-        EXPECT_NEAR(at.at("p"), expected, 1e-8) << file << at;
-      }
-    }
-  }
-}
-
-TEST(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
-  const CliFolder folder;
-  const ProgramRun run = folder.run(
-      {"fit", example("censored-test.txt"), "--model", "986,W2P,N", "--method", "rr", "--json"});
-  EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(fit_of(run, 0).at("status"), 0);
-  EXPECT_EQ(fit_of(run, 0).at("error"), "3Par LN not programmed");
-  EXPECT_EQ(fit_of(run, 1).at("status"), 1);
-  EXPECT_EQ(fit_of(run, 2).at("code"), 857);
-  EXPECT_NE(run.err.find(": 986/rr: warning: "), std::string::npos) << run.err;
-  EXPECT_EQ(run.json().at(0).at("messages")[0].at("answer"), "OK");
-}
-
 // F of each family in terms of its two parameters, and its inverse.
 struct FamilyForm {
   const char* model;
@@ -138,6 +96,9 @@ const FamilyForm forms[] = {
     {"G+", "xi", "del",
      [](double x, double a, double b) { return std::exp(-std::exp(-(x - a) / b)); },
      [](double p, double a, double b) { return a - b * std::log(-std::log(p)); }},
+    {"W2P", "eta", "beta",
+     [](double x, double a, double b) { return -std::expm1(-std::pow(x / a, b)); },
+     [](double p, double a, double b) { return a * std::pow(-std::log1p(-p), 1 / b); }},
     {"E", "eta", "beta", [](double x, double a, double) { return -std::expm1(-x / a); },
      [](double p, double a, double) { return -a * std::log1p(-p); }}};
 
@@ -150,30 +111,25 @@ void expect_closed_form(const json& fit, const FamilyForm& form) {
     EXPECT_NEAR(at.at("p"), form.fraction(at.at("x"), a, b), 1e-8) << form.model << at;
 }
 
-// In wide and in narrow data, far outside of the times too.
+// In wide, narrow, steep and flat data, far outside of the times too.
 TEST(FitCommand, EveryFamilyAnswersByItsClosedForm) {
   const CliFolder folder;
   folder.write("narrow", "1000\n1001\n1002\n1003\n1004\n>1005\n");
-  for (const std::string& file : {example("censored-test.txt"), std::string("narrow")}) {
+  folder.write("flat", "1e-6\n3\n1e4\n1e12\n");
+  for (const std::string& file :
+       {example("censored-test.txt"), std::string("narrow"), std::string("flat")}) {
     for (const FamilyForm& form : forms) {
-      const ProgramRun run =
-          folder.run({"fit", file, "--model", form.model, "--method", "rr,rrs", "--b-life",
-                      "1,10,50,90,99.99", "--at", "1,100,500,800,1002,1050,3000", "--json"});
-      ASSERT_EQ(run.code, 0) << run.err;
-      EXPECT_EQ(run.err, "");
-      const json fits = run.json().at(0).at("fits");
-      for (const json& fit : fits) expect_closed_form(fit, form);
+      const bool negative_time = *form.model == 'N' || *form.model == 'G';
+      const ProgramRun run = folder.run(
+          {"fit", file, "--model", form.model, "--method", "rr,mle,rrs", "--b-life",
+           "0.001,1,10,50,90,99.99", "--at",
+           std::string(negative_time ? "-50," : "") + "1,100,500,800,1002,1050,1e5", "--json"});
+      for (const json& fit : run.json().at(0).at("fits")) {
+        if (fit.at("status") == 1) expect_closed_form(fit, form);
+        EXPECT_TRUE(fit.at("status") == 1 || !fit.at("code").empty()) << fit;
+      }
     }
   }
-}
-
-TEST(FitCommand, AFitByModeThatEndsEarlyIsNoAnswerForAnother) {
-  const CliFolder folder;
-  folder.write("d", "x,mode\n10,a\n20,a\n30,b\n");
-  const ProgramRun both = folder.run({"fit", "d", "--model", "FM,W2P", "--json"});
-  const ProgramRun alone = folder.run({"fit", "d", "--json"});
-  EXPECT_EQ(fit_of(both).at("status"), 0);
-  EXPECT_EQ(fit_of(both, 1).at("rows"), fit_of(alone).at("rows"));
 }
 
 /// R of W5C from its printed rows: infant mortality on a share, wear-out on all.
@@ -194,12 +150,15 @@ TEST(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
   const ProgramRun run = folder.run({"fit", "d", "--model", "W5C", "--method", "rr,mle,rrs",
                                      "--b-life", "1,10,50", "--at", "30,200,900", "--json"});
   ASSERT_EQ(run.code, 0) << run.err;
-  EXPECT_NE(run.err.find("W5C/mle: warning: suspensions are not in this likelihood"),
+  EXPECT_NE(run.err.find("suspensions are left out of the likelihood of W5C (--censored"),
             std::string::npos)
       << run.err;
+  EXPECT_EQ(run.json().at(0).at("fits")[1].at("notes")[0].at("code"), "suspensions-left-out");
   const json fits = run.json().at(0).at("fits");
   for (const json& fit : fits) {
     EXPECT_GE(fit.at("starts").at("tried"), fit.at("starts").at("agreed"));
+    EXPECT_EQ(fit.at("proof").at("kind"), "interior") << fit;
+    EXPECT_LT(fit.at("proof").at("decrement"), 1e-6);
     EXPECT_EQ(fit.at("rows")[1].at("applies"), 3);
     for (const json& life : fit.at("b_life"))
       EXPECT_NEAR(1 - survival_of_w5c(fit.at("rows"), life.at("x")), life.at("p"), 1e-8);
@@ -208,46 +167,85 @@ TEST(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
   }
   const ProgramRun censored =
       folder.run({"fit", "d", "--model", "W5C", "--method", "mle", "--censored", "--json"});
-  EXPECT_EQ(censored.err.find("not in this likelihood"), std::string::npos);
+  EXPECT_EQ(censored.err.find("left out"), std::string::npos);
   EXPECT_EQ(fit_of(censored).at("name"), "W5C/MLEc");
   EXPECT_GT(fit_of(censored).at("rows")[1].at("eta"), fits[1].at("rows")[1].at("eta"))
       << "units that still run make life longer";
 }
 
-TEST(FitCommand, TheSlopeOfAWeibayes) {
+TEST(FitCommand, AWeibayesHasTheSlopeThatWasGiven) {
   const CliFolder folder;
-  const auto run_with = [&](const char* slope) {
-    return folder.run({"fit", example("censored-test.txt"), "--model", "Wb,E,R", "--slope", slope,
-                       "--method", "mle", "--json"});
+  for (const char* method : {"rr", "mle"}) {
+    const json fits = folder
+                          .run({"fit", example("censored-test.txt"), "--model", "Wb,E,R", "--slope",
+                                "2.3456789", "--method", method, "--json"})
+                          .json()
+                          .at(0)
+                          .at("fits");
+    EXPECT_EQ(fits[0].at("rows")[0].at("beta"), 2.3456789) << "every digit";
+    EXPECT_EQ(fits[1].at("rows")[0].at("beta"), 1) << "the others have their own";
+    EXPECT_EQ(fits[2].at("rows")[0].at("beta"), 2);
+  }
+}
+
+// Each mode is a Weibull of its own, with the failures of the others suspended; a mode that
+// can't be fitted is named, and the others stand.
+TEST(FitCommand, AFitByModeNamesItsModes) {
+  const CliFolder folder;
+  folder.write("d", "x,mode\n10,wear\n20,wear\n35,wear\n50,burst\n60,\x1B[31m\n");
+  folder.write("wear", "x,status\n10,F\n20,F\n35,F\n50,S\n60,S\n");
+  const ProgramRun run = folder.run({"fit", "d", "--model", "FM,W2P", "--method", "mle", "--json"});
+  const json modes = fit_of(run).at("rows");
+  ASSERT_EQ(modes.size(), 3U) << run.out;
+  const json alone = fit_of(folder.run({"fit", "wear", "--method", "mle", "--json"})).at("rows")[0];
+  EXPECT_EQ(modes[0].at("mode"), "wear");
+  EXPECT_LT(relative_difference(modes[0].at("eta"), alone.at("eta")), 1e-9);
+  EXPECT_LT(relative_difference(modes[0].at("beta"), alone.at("beta")), 1e-9);
+  EXPECT_EQ(modes[2].at("status"), 0) << "one failure, at the last time";
+  EXPECT_TRUE(modes[2].at("eta").is_null());
+  EXPECT_EQ(fit_of(run, 1).at("rows").size(), 1U);
+  const std::string table = folder.run({"fit", "d", "--model", "FM", "--method", "mle"}).out;
+  EXPECT_NE(table.find("wear"), std::string::npos) << table;
+  EXPECT_NE(table.find("no fit"), std::string::npos) << table;
+  EXPECT_EQ(table.find('\x1B'), std::string::npos) << "a name must not reach the terminal raw";
+}
+
+struct RefusalCase {
+  const char* data;
+  const char* options;
+  const char* code;
+  const char* words;
+};
+
+TEST(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
+  const RefusalCase cases[] = {
+      {"5\n", "--model W2P", "too-few-failures", "1 failure"},
+      {">5\n>6\n", "--model W2P --method mle", "", ""},
+      {"5\n5\n5\n", "--model W2P", "no-spread", "do not spread"},
+      {"5\n5\n5\n", "--model W2P --method mle", "slope-without-limit", "rises without limit"},
+      {"5\n6\n7\n", "--model 986", "no-such-fit", "can't be fitted"},
+      {"-5\n6\n7\n", "--model W2P --negative-is-value", "time-not-above-zero",
+       "row 1 has the time -5"},
+      {"5\n6\n7\n", "--model FM", "no-mode-fitted", "no failure modes"},
+      {"5\n6\n9\n14\n", "--model W3T --method mle --strict", "stopped", "Cancel"},
   };
-  const json fits = run_with("2.5").json().at(0).at("fits");
-  EXPECT_EQ(fits[0].at("name"), "Wb/MLE");
-  EXPECT_NEAR(fits[0].at("rows")[0].at("beta"), 2.5, 1e-14);
-  EXPECT_EQ(fits[1].at("rows")[0].at("beta"), 1) << "the others have their own";
-  EXPECT_EQ(fits[2].at("rows")[0].at("beta"), 2);
-  EXPECT_EQ(run_with("1").json().at(0).at("fits")[0].at("model"), "E") << "what was fitted";
-}
-
-// A LogNormal has no F below 0.
-TEST(FitCommand, AModelWithoutAnAnswerSaysNull) {
   const CliFolder folder;
-  folder.write("d", "1\n2\n50\n51\n");
-  const ProgramRun run = folder.run({"fit", "d", "--negative-is-value", "--model", "LN", "--at",
-                                     "-5,10", "--b-life", "10", "--json"});
-  ASSERT_EQ(run.code, 0) << run.err;
-  EXPECT_TRUE(fit_of(run).at("at")[0].at("p").is_null());
-  EXPECT_NE(run.err.find("LN/rr: a fraction asked for lies outside"), std::string::npos) << run.err;
-  EXPECT_TRUE(fit_of(run).at("at")[1].at("p").is_number());
-}
-
-TEST(FitCommand, NegativeTimesAsValuesHaveNoWeibull) {
-  const CliFolder folder;
-  const ProgramRun run = folder.run({"fit", "-", "--negative-is-value"}, "-5\n6\n7\n");
-  EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(run.err,
-            "tavlo-cli: -: W2P/rr: Negative times: Row 1: Data X is -5.  The model Weibull needs "
-            "times above 0. Fit Cancelled\n");
-  EXPECT_EQ(folder.run({"fit", "-"}, "-5\n6\n7\n").code, 0);
+  for (const RefusalCase& row : cases) {
+    folder.write("d", row.data);
+    const ProgramRun run = folder.shell("$CLI fit d --json " + std::string(row.options));
+    EXPECT_EQ(run.code, 1) << row.options;
+    const json fit = fit_of(run);
+    EXPECT_EQ(fit.at("status"), 0) << fit;
+    if (*row.code != 0) {
+      EXPECT_EQ(fit.at("code"), row.code) << fit;
+    }
+    EXPECT_NE(fit.at("error").get<std::string>().find(row.words), std::string::npos) << fit;
+    EXPECT_NE(run.err.find(fit.at("error")), std::string::npos) << run.err;
+    EXPECT_EQ(run.err.find("Click"), std::string::npos) << run.err;
+  }
+  const ProgramRun both = folder.run({"fit", "d", "--model", "986,N", "--json"});
+  EXPECT_EQ(both.code, 1);
+  EXPECT_EQ(fit_of(both, 1).at("status"), 1);
 }
 
 TEST(FitCommand, StrictAnswersADoubtWithCancel) {
@@ -255,7 +253,7 @@ TEST(FitCommand, StrictAnswersADoubtWithCancel) {
   const ProgramRun run = folder.run({"fit", example("censored-test.txt"), "--model", "W3T",
                                      "--method", "mle", "--strict", "--json"});
   EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(run.json().at(0).at("messages").size(), 1U);
+  EXPECT_GE(run.json().at(0).at("messages").size(), 1U);
   EXPECT_EQ(run.json().at(0).at("messages")[0].at("answer"), "Cancel");
 }
 
@@ -266,12 +264,40 @@ TEST(FitCommand, PeopleGetATable) {
   const ProgramRun exact = folder.run({"fit", "d", "--method", "mle", "--b-life", "10", "--json"});
   const json fit = fit_of(exact);
   const auto six = [](const json& number) { return number_text(number.get<double>(), 6); };
+  char likelihood[32];
+  std::snprintf(likelihood, sizeof likelihood, "%.2f", fit.at("log_likelihood").get<double>());
   const std::string line = "  W2P/mle  " + six(fit.at("rows")[0].at("eta")) + "  " +
-                           six(fit.at("rows")[0].at("beta")) + "             " +
-                           six(fit.at("log_likelihood")) + "  " + six(fit.at("b_life")[0].at("x")) +
-                           "\n";
+                           six(fit.at("rows")[0].at("beta")) + "             " + likelihood + "  " +
+                           six(fit.at("b_life")[0].at("x")) + "\n";
   EXPECT_TRUE(run.out.starts_with("d: 4 units, 3 failures, 1 suspension\n\n  Fit ")) << run.out;
   EXPECT_NE(run.out.find(line), std::string::npos) << run.out << line;
+}
+
+// Several files and models are at work at the same time; what is printed is in order, and
+// the same as one by one.
+TEST(FitCommand, ManyFilesGiveWhatEachGivesAlone) {
+  const CliFolder folder;
+  const std::vector<std::string> options = {"--model", "W2P,W3T,W4P,N", "--method", "rr,mle",
+                                            "--json"};
+  std::vector<std::string> all = {"fit"};
+  std::string out, err;
+  for (int i = 0; i < 6; ++i) {
+    const std::string name = "d" + std::to_string(i);
+    std::string text = i == 3 ? "5\nsix\n" : ">700\n";
+    for (int k = 1; k < 8 + i; ++k) text += number_text(3.7 * k * (1 + k % 3) + i) + "\n";
+    folder.write(name, text);
+    all.push_back(name);
+    std::vector<std::string> alone = {"fit", name};
+    alone.insert(alone.end(), options.begin(), options.end());
+    const ProgramRun run = folder.run(alone);
+    out += run.out;
+    err += run.err;
+  }
+  all.insert(all.end(), options.begin(), options.end());
+  const ProgramRun run = folder.run(all);
+  EXPECT_EQ(run.code, 3);
+  EXPECT_EQ(run.out, out);
+  EXPECT_EQ(run.err, err);
 }
 
 TEST(FitCommand, WritesTheLogInBothForms) {
@@ -308,73 +334,6 @@ TEST(RankCommand, GivesBothKindsOfRanks) {
             "    12      1      0  29.1667%\n"
             "  54.3      1      0  70.8333%  wear\n");
 }
-
-// Metafiles need no painter.
-TEST(ChartCommand, WritesMetafiles) {
-  const CliFolder folder;
-  ASSERT_EQ(folder.run({"chart", example("censored-test.txt"), "a.wmf", "--fit", "W2P/rr"}).code,
-            0);
-  ASSERT_EQ(folder.run({"fit", example("censored-test.txt"), "--chart", "b.wmf"}).code, 0);
-  for (const char* name : {"a.wmf", "b.wmf"}) {
-    EXPECT_TRUE(folder.read(name).starts_with("\xD7\xCD\xC6\x9A")) << name;
-    EXPECT_GT(folder.read(name).size(), 2000U) << name;
-  }
-}
-
-// A title is the file's name; what the code page lacks is a doubt.
-TEST(ChartCommand, CharactersThatAMetafileLacksAreNamed) {
-  const CliFolder folder;
-  folder.write("\u03A9", "5\n7\n");
-  const ProgramRun run = folder.run({"chart", "\u03A9", "a.wmf"});
-  EXPECT_EQ(run.code, 0);
-  EXPECT_NE(run.err.find("warning: "), std::string::npos);
-  EXPECT_NE(run.err.find("\u03A9"), std::string::npos);
-  const ProgramRun strict = folder.run({"chart", "\u03A9", "b.wmf", "--strict"});
-  EXPECT_EQ(strict.code, 3);
-  EXPECT_EQ(folder.read("b.wmf"), "");
-}
-
-#ifdef TAVLO_WITH_PICTURES
-TEST(ChartCommand, WritesEveryFormat) {
-  const CliFolder folder;
-  struct Case {
-    const char* name;
-    const char* start;
-  };
-  for (const Case& row :
-       {Case{"c.svg", "<?xml"}, Case{"c.pdf", "%PDF"}, Case{"c.png", "\x89PNG"}}) {
-    const ProgramRun run = folder.run({"chart", example("censored-test.txt"), row.name, "--fit",
-                                       "W2P/mle", "--fit", "W2P/rr", "--size", "800x500"});
-    ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_TRUE(folder.read(row.name).starts_with(row.start)) << row.name;
-  }
-  const std::string png = folder.read("c.png");
-  ASSERT_GT(png.size(), 24U);
-  EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x03\x20\0\0\x01\xF4", 8));  // 800 and 500
-}
-
-TEST(ChartCommand, PixelsAnInchStandInTheFile) {
-  const CliFolder folder;
-  const std::vector<std::string> common = {
-      "chart", example("censored-test.txt"), "--size", "600x360", "--dpi", "300"};
-  for (const char* name : {"c.png", "c.svg"}) {
-    std::vector<std::string> arguments = common;
-    arguments.insert(arguments.begin() + 2, name);
-    ASSERT_EQ(folder.run(arguments).code, 0);
-  }
-  // 300 pixels an inch are 11811 a metre, 2E23 in both directions.
-  EXPECT_NE(folder.read("c.png").find(std::string("pHYs\0\0\x2E\x23\0\0\x2E\x23\1", 13)),
-            std::string::npos);
-  EXPECT_NE(folder.read("c.svg").find("width=\"50.8mm\" height=\"30.48mm\""), std::string::npos);
-}
-
-TEST(ChartCommand, AChartThatCannotBeWrittenIsAFileFault) {
-  const CliFolder folder;
-  const ProgramRun run = folder.run({"fit", example("censored-test.txt"), "--chart", "no/c.svg"});
-  EXPECT_EQ(run.code, 3);
-  EXPECT_EQ(run.err, "tavlo-cli: no/c.svg: there is no such file or folder\n");
-}
-#endif
 
 }  // namespace
 }  // namespace tavlo

@@ -74,5 +74,66 @@ TEST(ChartCommand, RefusesBrokenLooksWithACode) {
   EXPECT_EQ(folder.read("p.wmf"), profile);
 }
 
+// Metafiles need no painter.
+TEST(ChartCommand, WritesMetafiles) {
+  const CliFolder folder;
+  ASSERT_EQ(folder.run({"chart", example("censored-test.txt"), "a.wmf", "--fit", "W2P/rr"}).code,
+            0);
+  ASSERT_EQ(folder.run({"fit", example("censored-test.txt"), "--chart", "b.wmf"}).code, 0);
+  for (const char* name : {"a.wmf", "b.wmf"}) {
+    EXPECT_TRUE(folder.read(name).starts_with("\xD7\xCD\xC6\x9A")) << name;
+    EXPECT_GT(folder.read(name).size(), 2000U) << name;
+  }
+}
+
+// A title is the file's name; what the code page lacks is a doubt.
+TEST(ChartCommand, CharactersThatAMetafileLacksAreNamed) {
+  const CliFolder folder;
+  folder.write("\u03A9", "5\n7\n");
+  const ProgramRun run = folder.run({"chart", "\u03A9", "a.wmf"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_NE(run.err.find("warning: "), std::string::npos);
+  EXPECT_NE(run.err.find("\u03A9"), std::string::npos);
+  const ProgramRun strict = folder.run({"chart", "\u03A9", "b.wmf", "--strict"});
+  EXPECT_EQ(strict.code, 3);
+  EXPECT_EQ(folder.read("b.wmf"), "");
+}
+
+#ifdef TAVLO_WITH_PICTURES
+TEST(ChartCommand, WritesEveryFormat) {
+  const CliFolder folder;
+  struct Case {
+    const char* name;
+    const char* start;
+  };
+  for (const Case& row :
+       {Case{"c.svg", "<?xml"}, Case{"c.pdf", "%PDF"}, Case{"c.png", "\x89PNG"}}) {
+    const ProgramRun run = folder.run({"chart", example("censored-test.txt"), row.name, "--fit",
+                                       "W2P/mle", "--fit", "W2P/rr", "--size", "800x500"});
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_TRUE(folder.read(row.name).starts_with(row.start)) << row.name;
+  }
+  const std::string png = folder.read("c.png");
+  ASSERT_GT(png.size(), 24U);
+  EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x03\x20\0\0\x01\xF4", 8));  // 800 and 500
+}
+
+TEST(ChartCommand, PixelsAnInchStandInTheFile) {
+  const CliFolder folder;
+  const std::vector<std::string> common = {
+      "chart", example("censored-test.txt"), "--size", "600x360", "--dpi", "300"};
+  for (const char* name : {"c.png", "c.svg"}) {
+    std::vector<std::string> arguments = common;
+    arguments.insert(arguments.begin() + 2, name);
+    ASSERT_EQ(folder.run(arguments).code, 0);
+  }
+  // 300 pixels an inch are 11811 a metre, 2E23 in both directions.
+  EXPECT_NE(folder.read("c.png").find(std::string("pHYs\0\0\x2E\x23\0\0\x2E\x23\1", 13)),
+            std::string::npos);
+  EXPECT_NE(folder.read("c.svg").find("width=\"50.8mm\" height=\"30.48mm\""), std::string::npos);
+}
+
+#endif
+
 }  // namespace
 }  // namespace tavlo
