@@ -109,14 +109,16 @@ float time_of(double x) {
   return time;
 }
 
-const char* words_of(simdjson::error_code code) {
+const char* words_of(simdjson::error_code code, std::string_view text) {
+  for (const char* const word : {"NaN", "nan", "Infinity", "inf"})
+    if (text.find(word) != std::string_view::npos)
+      return "the line is no JSON object (which knows no NaN and no infinity)";
   switch (code) {
     case simdjson::UTF8_ERROR: return "the line is not UTF-8 text";
     case simdjson::UNCLOSED_STRING: return "a quotation mark is not closed";
     case simdjson::UNESCAPED_CHARS: return "a control character stands in quotation marks";
     case simdjson::MEMALLOC: return "there is not enough memory for the line";
-    case simdjson::NUMBER_ERROR:
-      return "a number can't be read (JSON knows no NaN and no infinity)";
+    case simdjson::NUMBER_ERROR: return "a number can't be read";
     default: return "the line is no JSON object";
   }
 }
@@ -195,7 +197,7 @@ void BatchLineParser::Memory::read_fields(std::string_view text, BatchLine& line
   const auto fault = parser.parse(text.data(), text.size(), false).get(object);
   if (fault != simdjson::SUCCESS) {
     line.id = id_of_broken_line(text);
-    throw Wrong{words_of(fault)};
+    throw Wrong{words_of(fault, text)};
   }
   json::element id;  // first, so that it stands whatever is wrong behind it
   if (object["id"].get(id) == simdjson::SUCCESS) read_id(id, line.id);

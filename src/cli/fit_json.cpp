@@ -126,7 +126,9 @@ void add_fit(JsonText& json, const FitReport& report, const FitOutcome& outcome,
 
 void add_outcome(JsonText& json, const FitReport& report, const FitOutcome& outcome) {
   const auto& [model, method] = outcome.choice;
-  json.open('{').key("model").string(command_name(*model)).key("code").integer(model->code);
+  json.open('{').key("model").string(command_name(*model));
+  // A refused fit's code is the word that tells why.
+  if (outcome.answer.fit()) json.key("code").integer(model->code);
   json.key("method").string(method->command_name);
   json.key("name").string(short_label(outcome.request));
   if (const Fit* const fit = outcome.answer.fit()) {

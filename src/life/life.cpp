@@ -178,7 +178,7 @@ std::optional<double> searched_quantile(const Life& life, double p) {
   std::int64_t above = std::bit_cast<std::int64_t>(largest);
   std::int64_t below = -above;
   if (!reached(largest)) return std::nullopt;
-  while (below + 1 < above) {  // their difference may be beyond all numbers
+  while (below + 1 < above) {
     const std::int64_t middle = std::midpoint(below, above);
     (reached(double_of(middle)) ? above : below) = middle;
   }

@@ -43,9 +43,10 @@ TEST(Arguments, WrongUsageEndsWithTwoAndSaysWhy) {
       {{"fit", "x", "--chart", "dir.png/x"}, "must end in .svg, .pdf, .png or .wmf"},
       {{"fit", "x", "--project", "x"}, "not available yet"},
       {{"fit", "x", "y", "--chart", "x.svg"}, "one FILE at a time"},
+      {{"batch", "--jobs", "0"}, "'0' is no number of jobs"},
+      {{"batch", "x"}, "x"},
       {{"chart", "x"}, "OUT is required"},
-      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"},
-  };
+      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"}};
   const CliFolder folder;
   for (const UsageCase& row : cases) {
     const ProgramRun run = folder.run(row.arguments);
@@ -62,7 +63,8 @@ TEST(Arguments, HelpAndVersionEndWell) {
   const UsageCase cases[] = {{{"--help"}, "rank"},
                              {{"fit", "--help"}, "--b-life"},
                              {{"rank", "--help"}, "--ranks"},
-                             {{"chart", "--help"}, "--size"}};
+                             {{"chart", "--help"}, "--size"},
+                             {{"batch", "--help"}, "--jobs"}};
   for (const UsageCase& row : cases) {
     const ProgramRun run = folder.run(row.arguments);
     EXPECT_EQ(run.code, 0);

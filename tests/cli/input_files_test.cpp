@@ -10,7 +10,7 @@ using test::CliFolder;
 using test::ProgramRun;
 
 /// What the command line may hold to refuse a file, its 256 MiB included.
-constexpr long most_kilobytes = 600 * 1024;
+constexpr long most_kilobytes = 600 * 1024 * test::memory_factor;
 
 void expect_file_fault(const CliFolder& folder, const std::string& file, const std::string& what) {
   for (const char* command : {"fit", "rank"}) {
@@ -26,7 +26,7 @@ TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
   using namespace std::string_literals;
   struct Case {
     std::string bytes;
-    const char* what;
+    std::string what;
   };
   const Case cases[] = {
       {"", ":1: the file is empty"},
@@ -44,6 +44,8 @@ TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
        ":1: this is UTF-16 text; save it as UTF-8"},
       {"5\n6\n\0\n"s, ":3: there is a NUL byte; this is no text"},
       {"5\rsix\r", ":2: 'six' is not a number"},
+      {"x,status\n\x1B[31m5,F\n", ":2: '\\x1B[31m5' is not a number"},
+      {"x,comment\n1,\"" + std::string(100'000, 'a'), ":2: a quotation mark is not closed"},
   };
   const CliFolder folder;
   for (const Case& row : cases) {
@@ -52,16 +54,87 @@ TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
   }
 }
 
-TEST(InputFiles, WhatIsNoFileIsRefusedAtOnce) {
+TEST(InputFiles, WhatGivesNoDataIsRefused) {
   const CliFolder folder;
   folder.write("zeros", "");
   std::filesystem::resize_file(folder.path("zeros"), std::uintmax_t{1} << 30);
-  ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
   expect_file_fault(folder, "zeros", ": the file is too large (at most 256 MiB)");
-  expect_file_fault(folder, "pipe", ": this is a pipe, not a file");
+  expect_file_fault(folder, "/dev/zero", ": the file is too large (at most 256 MiB)");
   expect_file_fault(folder, ".", ": this is a folder, not a file");
-  expect_file_fault(folder, "/dev/zero", ": this is a device, not a file");
+  expect_file_fault(folder, "/dev/null", ":1: the file is empty");
   expect_file_fault(folder, "missing", ": there is no such file or folder");
+}
+
+// What a pipe gives is what a file gives.
+TEST(InputFiles, WhateverGivesBytesIsRead) {
+  const CliFolder folder;
+  folder.write("d", "5\n7\n>9\n");
+  const std::string fits = folder.run({"fit", "d", "--json"}).out;
+  const std::string answers = fits.substr(fits.find("\"set\""));
+  for (const char* line : {"$CLI fit <(cat d) --json", "cat d | $CLI fit /dev/stdin --json",
+                           "$CLI fit /dev/fd/7 --json 7< d", "cat d | $CLI fit - --json",
+                           "mkfifo p; cat d > p & $CLI fit p --json"}) {
+    const ProgramRun run = folder.shell(line);
+    EXPECT_EQ(run.code, 0) << line << run.err;
+    EXPECT_TRUE(run.out.ends_with(answers)) << line << run.out;
+  }
+}
+
+// By whatever name the data are named, an output doesn't overwrite them.
+TEST(InputFiles, AnOutputIsNoInput) {
+  const CliFolder folder;
+  folder.write("d.txt", "5\n7\n");
+  folder.write("d.wmf", "5\n7\n");
+  std::filesystem::create_symlink("d.txt", folder.path("link.txt"));
+  std::filesystem::create_hard_link(folder.path("d.txt"), folder.path("hard.txt"));
+  for (const char* line :
+       {"$CLI fit d.txt --log d.txt", "$CLI fit - --log d.txt < d.txt",
+        "$CLI fit d.txt --log link.txt", "$CLI fit link.txt --log ./d.txt",
+        "$CLI fit - --log hard.txt < d.txt", "$CLI fit /dev/stdin --log link.txt < d.txt",
+        "$CLI fit d.wmf --chart d.wmf", "$CLI chart - d.wmf < d.wmf", "$CLI fit - - < d.txt"}) {
+    EXPECT_EQ(folder.shell(line).code, 2) << line;
+    EXPECT_EQ(folder.read("d.txt") + folder.read("d.wmf"), "5\n7\n5\n7\n") << line;
+  }
+  EXPECT_EQ(folder.shell("$CLI fit - --log other.txt < d.txt").code, 0);
+}
+
+TEST(InputFiles, OutputThatCannotBeWrittenIsAFileFault) {
+  const CliFolder folder;
+  std::string text;
+  for (int i = 1; i < 20000; ++i) text += std::to_string(i) + "\n";
+  folder.write("d", text);
+  const ProgramRun full = folder.shell("$CLI rank d > /dev/full");
+  EXPECT_EQ(full.code, 3);
+  EXPECT_EQ(full.err, "tavlo-cli: standard output can't be written: the disk is full\n");
+  const ProgramRun closed = folder.shell("$CLI rank d | head -c 10; echo ${PIPESTATUS[0]}");
+  EXPECT_TRUE(closed.out.ends_with("3\n")) << closed.out;
+  EXPECT_NE(closed.err.find("its reader has gone away"), std::string::npos) << closed.err;
+}
+
+TEST(InputFiles, AnInterruptedRunEndsAtOnceAndLeavesNothing) {
+  const CliFolder folder;
+  const ProgramRun run = folder.shell(
+      "mkfifo p; sleep 100 > p & s=$!; $CLI fit p --log log.txt & c=$!; sleep 0.3; kill -INT $c; "
+      "wait $c; echo code $?; kill $s");
+  EXPECT_EQ(run.out, "code 130\n") << run.err;
+  EXPECT_EQ(run.err, "tavlo-cli: interrupted\n");
+  EXPECT_FALSE(std::filesystem::exists(folder.path("log.txt")));
+}
+
+// A name is data: what it holds must not reach a terminal or a file raw.
+TEST(InputFiles, ANameWithControlBytesIsShownHarmless) {
+  const CliFolder folder;
+  const std::string name = "a\x1B[31m\x07\xC2\x9B\xFF";
+  folder.write(name, "5\n7\n");
+  const ProgramRun fit = folder.run({"fit", name});
+  EXPECT_TRUE(fit.out.starts_with("a\\x1B[31m\\x07\\xC2\\x9B\\xFF: 2 units")) << fit.out;
+  const ProgramRun json = folder.run({"fit", name, "--json"});
+  EXPECT_EQ(json.json().at(0).at("file"), "a\x1B[31m\x07\xC2\x9B\uFFFD");
+  for (const std::string& text :
+       {json.out, folder.run({"fit", name + "x"}).err, folder.run({"fit", "--x\x1B"}).err}) {
+    EXPECT_EQ(text.find('\x1B'), std::string::npos) << text;
+    EXPECT_EQ(text.find("\xC2\x9B"), std::string::npos) << text;
+  }
 }
 
 // A file of many blank or zero bytes below the limit is read in bounded memory.

@@ -19,17 +19,17 @@ void redirect(const std::filesystem::path& path, int flags, int number) {
   if (file < 0 || ::dup2(file, number) < 0) ::_exit(126);
 }
 
-[[noreturn]] void become_program(const std::filesystem::path& folder,
-                                 const std::vector<std::string>& arguments) {
+[[noreturn]] void become(const std::filesystem::path& folder, const std::string& program,
+                         std::vector<std::string> words) {
   redirect(folder / ".in", O_RDONLY, STDIN_FILENO);
   redirect(folder / ".out", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
   redirect(folder / ".err", O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
-  std::vector<std::string> words = arguments;
-  words.insert(words.begin(), TAVLO_CLI);
+  words.insert(words.begin(), program);
   std::vector<char*> pointers;
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
-  if (::chdir(folder.c_str()) == 0) ::execv(TAVLO_CLI, pointers.data());
+  ::setenv("CLI", TAVLO_CLI, 1);
+  if (::chdir(folder.c_str()) == 0) ::execv(program.c_str(), pointers.data());
   ::_exit(127);
 }
 
@@ -51,9 +51,18 @@ CliFolder::~CliFolder() { std::filesystem::remove_all(folder_); }
 
 ProgramRun CliFolder::run(const std::vector<std::string>& arguments,
                           const std::string& input) const {
+  return run_program(TAVLO_CLI, arguments, input);
+}
+
+ProgramRun CliFolder::shell(const std::string& line) const {
+  return run_program("/bin/bash", {"-c", line}, "");
+}
+
+ProgramRun CliFolder::run_program(const std::string& program, std::vector<std::string> words,
+                                  const std::string& input) const {
   write(".in", input);
   const pid_t child = ::fork();
-  if (child == 0) become_program(folder_, arguments);
+  if (child == 0) become(folder_, program, std::move(words));
   int status = 0;
   rusage usage{};
   ::wait4(child, &status, 0, &usage);

@@ -8,6 +8,13 @@
 
 namespace tavlo::test {
 
+/// What the sanitizers may take in addition.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr long memory_factor = 12;
+#else
+inline constexpr long memory_factor = 1;
+#endif
+
 struct ProgramRun {
   int code = -1;  ///< exit code; -1 when it was ended by a signal
   std::string out;
@@ -29,11 +36,17 @@ class CliFolder {
   /// Runs tavlo-cli with this folder as the current one.
   ProgramRun run(const std::vector<std::string>& arguments, const std::string& input = "") const;
 
+  /// Runs a line of the shell here, in which $CLI is the program.
+  ProgramRun shell(const std::string& line) const;
+
   void write(const std::string& name, const std::string& bytes) const;
   std::string read(const std::string& name) const;
   std::filesystem::path path(const std::string& name) const { return folder_ / name; }
 
  private:
+  ProgramRun run_program(const std::string& program, std::vector<std::string> words,
+                         const std::string& input) const;
+
   std::filesystem::path folder_;
 };
 

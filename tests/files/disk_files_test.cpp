@@ -89,14 +89,6 @@ TEST_F(DiskFilesTest, RefusesLargeFilesBeforeReadingThem) {
   EXPECT_EQ(bytes, "");
 }
 
-// Files of the system that tell no size are read to their end all the same.
-TEST_F(DiskFilesTest, ReadsFilesWithoutAKnownSize) {
-  std::string bytes;
-  ASSERT_TRUE(files.read_whole("/proc/self/status", 1 << 20, bytes));
-  EXPECT_NE(bytes.find("VmPeak"), std::string::npos);
-  EXPECT_EQ(files.read_whole("/proc/self/status", 10, bytes).fault, FileFault::too_large);
-}
-
 TEST_F(DiskFilesTest, AStreamIsWhateverGivesBytes) {
   std::string bytes;
   ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);

@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "program_run.h"
+
+namespace tavlo {
+namespace {
+
+using nlohmann::json;
+using test::CliFolder;
+using test::ProgramRun;
+
+/// Samples of all sizes, some of them hard or impossible to fit.
+std::vector<json> random_lines(std::uint64_t seed, int count) {
+  std::mt19937_64 random(seed);
+  std::weibull_distribution<double> life(1.5, 1000.0);
+  const char* const models[] = {"W2P", "N,LN", "W5C", "W3T", "Wb", "FM", "G-"};
+  std::vector<json> lines;
+  for (int i = 0; i < count; ++i) {
+    json line = {
+        {"id", i}, {"x", json::array()}, {"fails", json::array()}, {"susps", json::array()}};
+    for (std::uint64_t k = 0; k <= random() % 25; ++k) {
+      line["x"].push_back(static_cast<double>(static_cast<float>(life(random))));
+      const int failed = random() % 4 == 0 ? 0 : 1 + static_cast<int>(random() % 2);
+      line["fails"].push_back(failed);
+      line["susps"].push_back(failed == 0 ? 1 : 0);
+    }
+    line["model"] = models[random() % std::size(models)];
+    if (line["model"] == "Wb") line["slope"] = 1.75;
+    line["method"] = random() % 2 == 0 ? "rr,mle" : "mle";
+    line["b_life"] = {1, 10};
+    line["at"] = {500};
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+std::string text_of(const std::vector<json>& lines) {
+  std::string text;
+  for (const json& line : lines) text += line.dump() + "\n";
+  return text;
+}
+
+/// The line as a table that `fit` reads.
+std::string table_of(const json& line) {
+  std::string text = "x,fails,susps\n";
+  for (std::size_t i = 0; i < line.at("x").size(); ++i)
+    text +=
+        line["x"][i].dump() + "," + line["fails"][i].dump() + "," + line["susps"][i].dump() + "\n";
+  return text;
+}
+
+TEST(BatchCommand, ALineGivesWhatItsFileGives) {
+  const CliFolder folder;
+  const std::vector<json> lines = random_lines(4, 25);
+  const ProgramRun batch = folder.run({"batch"}, text_of(lines));
+  const std::vector<json> answers = batch.json();
+  ASSERT_EQ(answers.size(), lines.size());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    folder.write("d", table_of(lines[i]));
+    std::vector<std::string> words = {
+        "fit",      "d",    "--json", "--model", lines[i]["model"], "--method", lines[i]["method"],
+        "--b-life", "1,10", "--at",   "500"};
+    if (lines[i].contains("slope")) words.insert(words.end(), {"--slope", "1.75"});
+    json expected = folder.run(words).json().at(0);
+    expected.erase("file");
+    expected.erase("set");
+    expected["id"] = i;
+    EXPECT_EQ(answers[i], expected);
+  }
+}
+
+TEST(BatchCommand, AnyNumberOfJobsGivesTheSameBytes) {
+  const CliFolder folder;
+  const std::string text = text_of(random_lines(5, 300));
+  const ProgramRun one = folder.run({"batch", "--jobs", "1"}, text);
+  EXPECT_EQ(std::count(one.out.begin(), one.out.end(), '\n'), 300);
+  for (const char* jobs : {"2", "5"})
+    EXPECT_EQ(folder.run({"batch", "--jobs", jobs}, text).out, one.out);
+}
+
+TEST(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
+  struct Case {
+    const char* line;
+    const char* id;
+    const char* words;
+  };
+  const Case cases[] = {
+      {R"({"id":1,"x":[5,NaN,7]})", "1", "no JSON object"},
+      {R"({"id":"a\"\u001b","x":[5,1e999]})", R"("a\"\u001b")", "can't be read"},
+      {R"({"id":{"k":[1,2]},"x":"5"})", R"({"k":[1,2]})", "x is no list of numbers"},
+      {R"({"id":null,"x":[5,"six"]})", "null", "x holds something that is no number"},
+      {R"({"id":2,"x":[5,6],"fails":[1]})", "2", "x and fails are not of equal length"},
+      {R"({"id":2,"x":[5,6],"susps":[1,-1]})", "2", "a count is negative"},
+      {R"({"id":2,"x":[5,6],"fails":[1,0]})", "2", "neither failures nor suspensions"},
+      {R"({"id":2,"x":[5,1e39]})", "2", "out of range"},
+      {R"({"id":2,"x":[]})", "2", "x is empty"},
+      {R"({"id":2})", "2", "there is no x"},
+      {R"({"id":2,"x":[5,6],"model":"W9P"})", "2", "'W9P' is no model"},
+      {R"({"id":2,"x":[5,6],"model":7})", "2", "model is no word"},
+      {R"({"id":2,"x":[5,6],"method":"ls"})", "2", "'ls' is no method"},
+      {R"({"id":2,"x":[5,6],"model":"Wb"})", "2", "Wb needs its slope"},
+      {R"({"id":2,"x":[5,6],"b_life":[0]})", "2", "is not a percentage"},
+      {R"({"id":2,"x":[5,6],"censored":1})", "2", "neither true nor false"},
+      {R"({"id":2,"x":[5,6],"suspended":[0,1]})", "2", "there is no field 'suspended'"},
+      {R"({"id":2,"x":[5,6],"x":[1,2]})", "2", "stands there twice"},
+      {R"([5,6])", "null", "no JSON object"},
+      {R"({"id":2,"x":[5,6]} {"x":[1,2]})", "2", "no JSON object"},
+      {"{\"id\":2,\"x\":[5,6],\"model\":\"\xFF\"}", "null", "not UTF-8"},
+      {"\x01", "null", "no JSON object"},
+  };
+  const CliFolder folder;
+  std::string text;
+  for (const Case& row : cases) text += std::string(row.line) + "\n\n \r\n";
+  const ProgramRun run = folder.run({"batch"}, text + R"({"id":"last","x":[5,6,9]})");
+  EXPECT_EQ(run.code, 1);
+  const std::vector<json> answers = run.json();
+  ASSERT_EQ(answers.size(), std::size(cases) + 1) << run.out;
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    EXPECT_EQ(answers[i].at("id"), json::parse(cases[i].id)) << answers[i];
+    EXPECT_NE(answers[i].at("error").get<std::string>().find(cases[i].words), std::string::npos)
+        << answers[i];
+  }
+  EXPECT_EQ(answers.back().at("fits")[0].at("status"), 1);
+  EXPECT_EQ(folder.run({"batch"}, "\n\n").out, "");
+  EXPECT_EQ(folder.run({"batch"}, R"({"x":[5,6,9]})").code, 0);
+}
+
+TEST(BatchCommand, MemoryDoesNotGrowWithLinesNorWithALineTooLong) {
+  const CliFolder folder;
+  std::string line = R"({"id":1,"x":[)";
+  for (int i = 1; i < 2000; ++i) line += std::to_string(i) + ",";
+  line += "7]}\n";
+  std::string text;
+  for (int i = 0; i < 2000; ++i) text += line;  // 18 MB
+  const ProgramRun many = folder.run({"batch"}, text);
+  EXPECT_EQ(std::count(many.out.begin(), many.out.end(), '\n'), 2000);
+  EXPECT_LT(many.peak_kilobytes, 16 * 1024 * test::memory_factor);
+  const std::string good = "{\"id\":2,\"x\":[5,6,9]}\n";
+  const std::string long_line = R"({"id":1,"x":[)" + std::string(100'000'000, '1');
+  const ProgramRun run = folder.run({"batch"}, good + long_line + "\n" + good + long_line);
+  const std::vector<json> answers = run.json();
+  ASSERT_EQ(answers.size(), 4U);
+  EXPECT_EQ(answers[1].at("error"), "the line is longer than 64 MB");
+  EXPECT_EQ(answers[3], answers[1]);
+  EXPECT_EQ(answers[2], answers[0]);
+  EXPECT_LT(run.peak_kilobytes, 200 * 1024 * test::memory_factor);
+}
+
+// Each line is answered as it comes; a reader that goes away ends the run.
+TEST(BatchCommand, IsAPartnerOnAPipe) {
+  const CliFolder folder;
+  folder.write("talk",
+               "mkfifo in; $CLI batch < in > out & exec 3> in\n"
+               "for i in 1 2 3; do echo '{\"id\":'$i',\"x\":[5,6,9]}' >&3\n"
+               "  for t in $(seq 200); do [ $(wc -l < out) = $i ] && break; sleep 0.02; done\n"
+               "  wc -l < out; done; exec 3>&-; wait $!; echo code $?\n");
+  EXPECT_EQ(folder.shell(". ./talk").out, "1\n2\n3\ncode 0\n");
+  const ProgramRun closed = folder.shell(
+      "yes '{\"x\":[5,6,9]}' | $CLI batch | head -c 10 > /dev/null; echo ${PIPESTATUS[1]}");
+  EXPECT_EQ(closed.out, "3\n") << closed.err;
+  EXPECT_NE(closed.err.find("its reader has gone away"), std::string::npos) << closed.err;
+}
+
+}  // namespace
+}  // namespace tavlo
