@@ -1,100 +1,50 @@
-// A fit of 1000 points, every third of them suspended: the routine alone, and
-// through the door with grid and log entry.
+// A million rows at the door of the fits: making the sample, and the two-parameter Weibull;
+// and exact median ranks.
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <random>
-#include <string>
-#include <vector>
-
-#include "actions/dispatch.h"
-#include "actions/fit_routines.h"
-#include "actions/ranking.h"
-#include "life/models.h"
-#include "support/test_world.h"
+#include "fit/door/fit.h"
+#include "fit/ranks/median_ranks.h"
+#include "support/random_samples.h"
 
 namespace tavlo {
 namespace {
 
-/// Answers every question with a slope of 1.5.
-struct SlopePrompts : test::ScriptedPrompts {
-  std::optional<std::string> ask_line(const std::string&, const std::string&,
-                                      const std::string&) override {
-    return "1.5";
-  }
-};
+constexpr int million = 1'000'000;
 
-DataSet thousand_points() {
-  std::mt19937_64 random(7);
-  std::weibull_distribution<double> weibull(2.5, 1000);
-  std::vector<test::Point> points(1000);
-  int i = 0;
-  for (test::Point& point : points) {
-    point.x = weibull(random);
-    if (++i % 3 == 0) std::swap(point.fails, point.susps);
-  }
-  std::sort(points.begin(), points.end(), [](auto& a, auto& b) { return a.x < b.x; });
-  return test::make_data(points);
+std::vector<SampleRow> million_rows(double suspended) {
+  test::RandomNumbers random(20240611);
+  return test::draws(random, test::weibull(2.5, 1000), million, suspended);
 }
 
-struct BenchWorld : test::TestWorld {
-  BenchWorld() : session_with_slope(with_slope()) {
-    DataSet data = thousand_points();
-    Make_Ranks(session_with_slope.errors, true, data);
-    session_with_slope.gData(1) = data;
-  }
-  Ports with_slope() {
-    return {slope_prompts, event_loop, clock, entropy, clipboard, text_measure, files, host, views};
-  }
-  SlopePrompts slope_prompts;
-  Session session_with_slope;
-};
+void sample(benchmark::State& state, double suspended) {
+  const std::vector<SampleRow> rows = million_rows(suspended);
+  for (auto _ : state) benchmark::DoNotOptimize(make_sample(rows, RankKind::benard));
+}
+BENCHMARK_CAPTURE(sample, failures_only, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(sample, third_suspended, 0.67)->Unit(benchmark::kMillisecond);
 
-void through_door(benchmark::State& state, std::int16_t code, std::int16_t method) {
-  BenchWorld world;
-  Session& session = world.session_with_slope;
+void sample_and_fit(benchmark::State& state, std::int16_t method, double suspended) {
+  const std::vector<SampleRow> rows = million_rows(suspended);
+  FitRequest request;
+  request.method = method;
+  Companion companion;
   for (auto _ : state) {
-    std::int16_t model = code;
-    session.gFit(1).nFits = 0;
-    session.gFit(1).Fits.resize(0);
-    Fit_Distribution(session, 1, 1, model, method, false, true);
-    state.PauseTiming();
-    session.log = RichText();
-    world.views.said.clear();
-    state.ResumeTiming();
+    const FitAnswer answer = fit(make_sample(rows, RankKind::benard), request, companion);
+    if (!answer.fit()) return state.SkipWithError("refused");
+    state.counters["beta"] = answer.fit()->life.rows[0].Shape;
   }
-  if (session.gFit(1).nFits != 1) state.SkipWithError("no fit");
 }
+BENCHMARK_CAPTURE(sample_and_fit, mle, method_code::mle, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(sample_and_fit, mle_suspended, method_code::mle, 0.67)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(sample_and_fit, x_on_y, method_code::x_on_y, 0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(sample_and_fit, y_on_x, method_code::y_on_x, 0)->Unit(benchmark::kMillisecond);
 
-void routine(benchmark::State& state, std::int16_t code, std::int16_t method) {
-  BenchWorld world;
-  FitResult fit;
-  fit.ModelCode = code;
-  fit.Method = method;
-  fit.nRows = 1;
-  fit.Rows.resize(1);
-  for (auto _ : state) {
-    fit.Rows(1).Shape = find_model(code)->fixes_slope() ? 1.5 : -1;
-    run_routine(world.session_with_slope, *find_model(code), 1, 1, fit);
-    benchmark::DoNotOptimize(fit.Quality);
-  }
-  if (fit.Status != FitStatus::calculated) state.SkipWithError("no fit");
+void exact_median_ranks(benchmark::State& state) {
+  const int n = static_cast<int>(state.range(0));
+  for (auto _ : state) benchmark::DoNotOptimize(fn_MedianRanks(false, 0.5, n, 1e-12));
 }
-
-const bool registered = [] {
-  for (const char* name : {"W2P", "Wb", "N", "LN", "G-", "G+"}) {
-    const Model* model = find_model_by_name(name);
-    for (const Method& method : methods()) {
-      if (model->routine != FitRoutine::weibull && method.code == method_code::mle) continue;
-      const std::string fit = std::string(name) + "/" + method.command_name;
-      benchmark::RegisterBenchmark(("routine/" + fit).c_str(), routine, model->code, method.code)
-          ->Unit(benchmark::kMicrosecond);
-      benchmark::RegisterBenchmark(("door/" + fit).c_str(), through_door, model->code, method.code)
-          ->Unit(benchmark::kMicrosecond);
-    }
-  }
-  return true;
-}();
+BENCHMARK(exact_median_ranks)->Arg(20)->Arg(1000)->Arg(5000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tavlo

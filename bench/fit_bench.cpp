@@ -1,89 +1,63 @@
-// Ranking and the two-parameter Weibull on a million rows, and exact median
-// ranks. Each round of a fit ranks the set again.
+// The classical fits by the door on 1000 points, every third of them suspended, and the
+// many small sets of a batch: sample and fit together.
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <cmath>
-#include <random>
-#include <vector>
+#include <string>
 
-#include "actions/classical_fits.h"
-#include "actions/median_ranks.h"
-#include "actions/ranking.h"
-#include "life/models.h"
-#include "support/test_world.h"
+#include "fit/door/fit.h"
+#include "support/random_samples.h"
 
 namespace tavlo {
 namespace {
 
-constexpr int rows = 1'000'000;
-
-/// Sorted Weibull times (beta 2.5, eta 1000); every `period`-th is a suspension.
-DataSet sorted_data(int period) {
-  std::mt19937_64 random(20240611);
-  std::weibull_distribution<double> weibull(2.5, 1000);
-  std::vector<double> times(rows);
-  for (double& time : times) time = weibull(random);
-  std::sort(times.begin(), times.end());
-  DataSet data = fuStandardData();
-  data.Count = rows;
-  data.Points.resize(rows);
-  for (int i = 1; i <= rows; ++i) {
-    DataPoint& row = data.Points(i);
-    const bool suspended = period > 0 && i % period == 0;
-    row.X = static_cast<float>(times[static_cast<std::size_t>(i) - 1]);
-    row.Fails = suspended ? 0 : 1;
-    row.Susps = suspended ? 1 : 0;
-    row.Order = i;
-  }
-  return data;
-}
-
-void rank(benchmark::State& state, int period, bool benard) {
-  test::TestWorld world;
-  world.prompts.accept_all();
-  DataSet data = sorted_data(period);
+void fit_classical(benchmark::State& state, std::int16_t model, std::int16_t method) {
+  test::RandomNumbers random(7);
+  const Sample sample =
+      make_sample(test::draws(random, test::weibull(2.5, 1000), 1000, 0.67), RankKind::benard);
+  FitRequest request;
+  request.model = model;
+  request.method = method;
+  if (find_model(model)->fixes_slope()) request.slope = 1.5;
+  Companion companion;
   for (auto _ : state) {
-    Make_Ranks(world.session.errors, benard, data);
-    benchmark::DoNotOptimize(data.YMax);
+    const FitAnswer answer = fit(sample, request, companion);
+    if (!answer.fit()) return state.SkipWithError("refused");
+    benchmark::DoNotOptimize(answer);
   }
-  if (!world.prompts.shown().empty()) state.SkipWithError("a box was shown");
 }
-BENCHMARK_CAPTURE(rank, failures_only, 0, true)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(rank, failures_without_benard, 0, false)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(rank, third_suspended, 3, true)->Unit(benchmark::kMillisecond);
 
-void exact_median_ranks(benchmark::State& state) {
-  const int n = static_cast<int>(state.range(0));
-  for (auto _ : state) {
-    Slots<double> table;
-    fn_MedianRanks(false, table, 0.5, n, 1e-12);
-    benchmark::DoNotOptimize(table.data());
-  }
+/// One set after the other, as a batch reads them.
+void small_sets(benchmark::State& state, std::int16_t model, int n) {
+  test::RandomNumbers random(8);
+  std::vector<std::vector<SampleRow>> sets;
+  const Life life = model == model_code::weibull2 ? test::weibull(2.5, 1000)
+                                                  : test::weibull5c(3, 1000, 2, 50, 0.2);
+  for (int i = 0; i < 64; ++i) sets.push_back(test::draws(random, life, n));
+  FitRequest request;
+  request.model = model;
+  request.method = method_code::mle;
+  Companion companion;
+  std::size_t next = 0;
+  for (auto _ : state)
+    benchmark::DoNotOptimize(
+        fit(make_sample(sets[next++ % sets.size()], RankKind::benard), request, companion));
+  state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(exact_median_ranks)->Arg(20)->Arg(1000)->Arg(5000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(small_sets, W2P_mle_of_20, model_code::weibull2, 20)->UseRealTime();
+BENCHMARK_CAPTURE(small_sets, W5C_mle_of_30, model_code::weibull5c, 30)->UseRealTime();
 
-void rank_and_fit(benchmark::State& state, std::int16_t method, int period) {
-  test::TestWorld world;
-  world.prompts.accept_all();
-  DataSet data = sorted_data(period);
-  FitResult fit;
-  fit.ModelCode = model_code::weibull2;
-  fit.Method = method;
-  fit.Rows.resize(1);
-  for (auto _ : state) {
-    fit.Rows(1).Shape = -1;
-    Make_Ranks(world.session.errors, true, data);
-    Fit_Wb123(world.session.errors, world.prompts, data, fit, 1);
-    benchmark::DoNotOptimize(fit.Quality);
+const bool registered = [] {
+  for (const char* name : {"W2P", "Wb", "N", "LN", "G-", "G+"}) {
+    const Model* model = find_model_by_name(name);
+    for (const Method& method : methods()) {
+      if (model->routine != FitRoutine::weibull && method.code == method_code::mle) continue;
+      benchmark::RegisterBenchmark((std::string(name) + "/" + method.command_name).c_str(),
+                                   fit_classical, model->code, method.code)
+          ->Unit(benchmark::kMicrosecond);
+    }
   }
-  if (fit.Status != FitStatus::calculated) state.SkipWithError("no fit");
-  state.counters["beta"] = fit.Rows(1).Shape;
-}
-BENCHMARK_CAPTURE(rank_and_fit, mle, method_code::mle, 0)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(rank_and_fit, mle_suspended, method_code::mle, 3)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(rank_and_fit, x_on_y, method_code::x_on_y, 0)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(rank_and_fit, y_on_x, method_code::y_on_x, 0)->Unit(benchmark::kMillisecond);
+  return true;
+}();
 
 }  // namespace
 }  // namespace tavlo

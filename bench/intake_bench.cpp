@@ -6,7 +6,7 @@
 #include <string>
 
 #include "files/clipboard_text.h"
-#include "files/intake.h"
+#include "actions/intake.h"
 #include "numerics/number_text.h"
 #include "support/test_world.h"
 

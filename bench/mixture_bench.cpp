@@ -1,53 +1,51 @@
-// Whole fits by the mixture solver, further starts included, on 100 to a million
-// failures.
+// Whole fits by the door on 100 to a million failures: W2P, and the models with a search.
 #include <benchmark/benchmark.h>
 
-#include "life/models.h"
-#include "solver/fit_line.h"
-#include "support/mixture_samples.h"
-#include "support/test_world.h"
+#include <string>
+
+#include "fit/door/fit.h"
+#include "support/random_samples.h"
 
 namespace tavlo {
 namespace {
 
-test::TrueMixture truth_of(std::int16_t model) {
-  if (model == model_code::weibull3) return {4, 2.5, 1000, 0, 1, 0, 1, 0};
-  if (model == model_code::weibull4) return {4, 4, 1000, 1, 1500, 0, 1, 0};
-  if (model == model_code::weibull5c) return {5, 3, 1000, 0, 1, 2, 50, 0.2};
-  return {7, 4, 1000, 1, 3000, 2, 50, 0.15};
+Life truth_of(std::int16_t model) {
+  if (model == model_code::weibull2) return test::weibull(2.5, 1000);
+  if (model == model_code::weibull3) return test::weibull(2.5, 1000, 500);
+  if (model == model_code::weibull4) return test::weibull4(4, 1000, 1, 1500);
+  if (model == model_code::weibull5c) return test::weibull5c(3, 1000, 2, 50, 0.2);
+  return test::weibull7(4, 1000, 1, 3000, 2, 50, 0.15);
 }
 
-void fit(benchmark::State& state, std::int16_t model, std::int16_t method) {
-  const DataSet data =
-      test::random_sample(truth_of(model), {.n = static_cast<int>(state.range(0)), .seed = 17});
+void fit_model(benchmark::State& state, std::int16_t model, std::int16_t method) {
+  test::RandomNumbers random(17);
+  const int n = static_cast<int>(state.range(0));
+  const Sample sample = make_sample(test::draws(random, truth_of(model), n), RankKind::benard);
+  FitRequest request;
+  request.model = model;
+  request.method = method;
+  Companion companion;
+  FitAnswer answer;
   for (auto _ : state) {
-    state.PauseTiming();
-    test::TestWorld world;  // a fresh one: nothing is solved before
-    world.prompts.accept_all();
-    New_frm_Data(world.session);
-    New_frm_Fit(world.session);
-    world.session.gData(1) = data;
-    state.ResumeTiming();
-    Fit_Line(world.session, 1, 1, model, method);
-    state.PauseTiming();
-    if (world.session.gFit(1).nFits != 1) state.SkipWithError("no fit");
-    state.ResumeTiming();
+    answer = fit(sample, request, companion);
+    benchmark::DoNotOptimize(answer);
   }
+  if (!answer.fit()) return state.SkipWithError("refused");
+  if (answer.fit()->starts) state.counters["starts"] = answer.fit()->starts->tried;
 }
 
-void sizes(benchmark::internal::Benchmark* bench) {
-  bench->Arg(100)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-}
-
-#define TAVLO_FIT_BENCH(model)                                                                  \
-  BENCHMARK_CAPTURE(fit, model##_x_on_y, model_code::model, method_code::x_on_y)->Apply(sizes); \
-  BENCHMARK_CAPTURE(fit, model##_mle, model_code::model, method_code::mle)->Apply(sizes);       \
-  BENCHMARK_CAPTURE(fit, model##_y_on_x, model_code::model, method_code::y_on_x)->Apply(sizes)
-
-TAVLO_FIT_BENCH(weibull3);
-TAVLO_FIT_BENCH(weibull4);
-TAVLO_FIT_BENCH(weibull5c);
-TAVLO_FIT_BENCH(weibull7);
+const bool registered = [] {
+  for (const char* name : {"W2P", "W3T", "W4P", "W5C", "W7P"})
+    for (const Method& method : methods())
+      benchmark::RegisterBenchmark((std::string(name) + "/" + method.command_name).c_str(),
+                                   fit_model, find_model_by_name(name)->code, method.code)
+          ->Arg(100)
+          ->Arg(10'000)
+          ->Arg(1'000'000)
+          ->UseRealTime()
+          ->Unit(benchmark::kMillisecond);
+  return true;
+}();
 
 }  // namespace
 }  // namespace tavlo

@@ -2,346 +2,324 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
-#include <random>
-#include <vector>
 
-#include "solver/sound_answer.h"
+#include "support/random_samples.h"
 
-namespace tavlo {
+namespace tavlo::bench {
 namespace {
 
-using Vector = std::vector<double>;
+const double widest_logit = std::log((1 - least_share) / least_share);
 
-/// Points of the sample: log times and ordinates, failures first.
-struct Points {
-  Vector x, y;
-  std::size_t failures = 0;
-};
-
-Points points_of(const DataSet& data, bool with_suspensions) {
-  Points points;
-  for (int pass = 0; pass < (with_suspensions ? 2 : 1); ++pass)
-    for (int i = 1; i <= data.Count; ++i) {
-      const DataPoint& row = data.Points(i);
-      if ((row.Fails > 0) != (pass == 0)) continue;
-      points.x.push_back(std::log(static_cast<double>(row.X)));
-      points.y.push_back(pass == 0 ? std::log(-std::log1p(-static_cast<double>(row.Y)))
-                                   : SolverData::suspension_mark);
-      if (pass == 0) points.failures += 1;
+/// Solves m x = b of the first n by Cholesky's root; false unless m is positive definite by
+/// more than `least` of each diagonal entry.
+bool solve(const Matrix& m, const Vector& b, std::size_t n, double least, Vector& x) {
+  Matrix root{};
+  for (std::size_t i = 0; i < n; ++i) {
+    x[i] = b[i];
+    for (std::size_t j = 0; j <= i; ++j) {
+      double sum = m[i][j];
+      for (std::size_t k = 0; k < j; ++k) sum -= root[i][k] * root[j][k];
+      if (i == j && !(sum > least * m[i][i] && m[i][i] > 0)) return false;
+      root[i][j] = i == j ? std::sqrt(sum) : sum / root[j][j];
     }
-  return points;
-}
-
-/// Logs of betas and etas, logit of the share: A, then B, then C.
-struct Theta {
-  double beta[3] = {}, ln_eta[3] = {};
-  bool present[3] = {};
-  double share = 0;
-
-  Theta(const Vector& v, int K) {
-    present[0] = true;
-    present[1] = K != 5;
-    present[2] = K != 4;
-    std::size_t next = 0;
-    for (int i = 0; i < 3; ++i) {
-      if (!present[i]) continue;
-      beta[i] = std::exp(v[next]);
-      ln_eta[i] = v[next + 1];
-      next += 2;
-    }
-    if (K != 4) share = std::clamp(1 / (1 + std::exp(-v[next])), 0.001, 0.999);
+    for (std::size_t k = 0; k < i; ++k) x[i] -= root[i][k] * x[k];
+    x[i] /= root[i][i];
   }
-
-  double h(int i, double x) const { return present[i] ? std::exp((x - ln_eta[i]) * beta[i]) : 0; }
-  double ln_reliability(double x) const {
-    return -h(0, x) - h(1, x) + std::log1p(share * std::expm1(-h(2, x)));
-  }
-  double ordinate(double x) const {
-    const double ln_r = ln_reliability(x);
-    return ln_r < 0 ? std::log(-ln_r) : -700.0;
-  }
-  double ordinate_slope(double x) const {
-    const double alive = 1 + share * std::expm1(-h(2, x));
-    const double rate = beta[0] * h(0, x) + beta[1] * h(1, x) +
-                        share * std::exp(-h(2, x)) * beta[2] * h(2, x) / alive;
-    return -rate / ln_reliability(x);
-  }
-  double ln_density(double x) const {
-    const double survives = std::exp(-h(2, x));
-    const double alive = share * survives + 1 - share;
-    const double rate =
-        alive * (beta[0] * h(0, x) + beta[1] * h(1, x)) + share * survives * beta[2] * h(2, x);
-    return std::log(rate) - h(0, x) - h(1, x) - x;
-  }
-};
-
-double inverse(const Theta& theta, double target, double x) {
-  double low = x - 1, high = x + 1;
-  while (theta.ordinate(low) > target && low > x - 1e5) low = x - (x - low) * 2;
-  while (theta.ordinate(high) < target && high < x + 1e5) high = x + (high - x) * 2;
-  for (int i = 0; i < 200; ++i) {
-    const double off = theta.ordinate(x) - target;
-    (off < 0 ? low : high) = x;
-    double next = x - off / theta.ordinate_slope(x);
-    if (!(next > low && next < high)) next = (low + high) / 2;
-    if (std::fabs(next - x) < 1e-13) return next;
-    x = next;
-  }
-  return x;
-}
-
-class Problem {
- public:
-  Problem(const DataSet& data, int K, int method, bool censored)
-      : points_(points_of(data, censored && method == solver_method::mle)), K_(K), method_(method) {
-    const Vector& values = method == solver_method::x_on_y ? points_.x : points_.y;
-    const auto n = static_cast<double>(points_.failures);
-    double mean = 0;
-    for (std::size_t i = 0; i < points_.failures; ++i) mean += values[i] / n;
-    for (std::size_t i = 0; i < points_.failures; ++i)
-      spread_ += (values[i] - mean) * (values[i] - mean);
-  }
-
-  std::size_t size() const { return static_cast<std::size_t>(K_); }
-  int K() const { return K_; }
-  int method() const { return method_; }
-  const Points& points() const { return points_; }
-
-  /// Residuals of a regression, or ln L terms.
-  void rows(const Vector& v, Vector& out) const {
-    const Theta theta(v, K_);
-    out.resize(points_.x.size());
-    for (std::size_t i = 0; i < points_.x.size(); ++i) {
-      const double x = points_.x[i];
-      if (method_ == solver_method::mle)
-        out[i] = i < points_.failures ? theta.ln_density(x) : theta.ln_reliability(x);
-      else if (method_ == solver_method::y_on_x)
-        out[i] = theta.ordinate(x) - points_.y[i];
-      else
-        out[i] = inverse(theta, points_.y[i], x) - x;
-    }
-  }
-
-  /// To be made small: the sum of squares, or -ln L.
-  double cost(const Vector& v) const {
-    thread_local Vector out;
-    rows(v, out);
-    double sum = 0;
-    for (const double row : out) sum += method_ == solver_method::mle ? -row : row * row;
-    return std::isfinite(sum) ? sum : 1e300;
-  }
-
-  double quality(double cost) const {
-    return method_ == solver_method::mle ? -cost : 1 - cost / spread_;
-  }
-
-  bool sound(const Vector& v) const {
-    const Theta theta(v, K_);
-    SolverParams params;
-    params.BetaA = theta.beta[0], params.EtaA = std::exp(theta.ln_eta[0]);
-    params.BetaB = theta.beta[1], params.EtaB = std::exp(theta.ln_eta[1]);
-    params.BetaC = theta.beta[2], params.EtaC = std::exp(theta.ln_eta[2]);
-    params.Extra = theta.share;
-    SolverData data;
-    data.M = static_cast<std::int32_t>(points_.x.size());
-    data.N = static_cast<std::int32_t>(points_.failures);
-    data.Method = method_;
-    data.Xs = Slots<double>(data.M);
-    data.Ys = Slots<double>(data.M);
-    std::copy(points_.x.begin(), points_.x.end(), data.Xs.begin() + 1);
-    std::copy(points_.y.begin(), points_.y.end(), data.Ys.begin() + 1);
-    return flaw_of(params, data, K_) == Flaw::none;
-  }
-
- private:
-  Points points_;
-  int K_;
-  int method_;
-  double spread_ = 0;
-};
-
-/// Solves the small symmetric system by elimination; false when singular.
-bool solve(std::vector<Vector> a, Vector b, Vector& x) {
-  const std::size_t n = b.size();
-  for (std::size_t k = 0; k < n; ++k) {
-    std::size_t pivot = k;
-    for (std::size_t i = k + 1; i < n; ++i)
-      if (std::fabs(a[i][k]) > std::fabs(a[pivot][k])) pivot = i;
-    if (!(std::fabs(a[pivot][k]) > 1e-300)) return false;
-    std::swap(a[k], a[pivot]);
-    std::swap(b[k], b[pivot]);
-    for (std::size_t i = k + 1; i < n; ++i) {
-      const double f = a[i][k] / a[k][k];
-      for (std::size_t j = k; j < n; ++j) a[i][j] -= f * a[k][j];
-      b[i] -= f * b[k];
-    }
-  }
-  x.assign(n, 0);
-  for (std::size_t k = n; k-- > 0;) {
-    double sum = b[k];
-    for (std::size_t j = k + 1; j < n; ++j) sum -= a[k][j] * x[j];
-    x[k] = sum / a[k][k];
+  for (std::size_t i = n; i-- > 0;) {
+    for (std::size_t k = i + 1; k < n; ++k) x[i] -= root[k][i] * x[k];
+    x[i] /= root[i][i];
   }
   return true;
 }
 
-/// Damped Gauss-Newton on the residuals of a regression.
-double minimise_squares(const Problem& problem, Vector& v, int iterations) {
-  const std::size_t k = problem.size();
-  Vector base, moved;
-  double cost = problem.cost(v);
-  double damping = 1e-3;
-  for (int it = 0; it < iterations && damping < 1e12; ++it) {
-    problem.rows(v, base);
-    std::vector<Vector> J(k, Vector(base.size()));
-    for (std::size_t j = 0; j < k; ++j) {
-      Vector up = v, down = v;
-      up[j] += 1e-6, down[j] -= 1e-6;
-      Vector low;
-      problem.rows(up, moved);
-      problem.rows(down, low);
-      for (std::size_t i = 0; i < base.size(); ++i) J[j][i] = (moved[i] - low[i]) / 2e-6;
-    }
-    std::vector<Vector> A(k, Vector(k));
-    Vector g(k);
-    for (std::size_t p = 0; p < k; ++p) {
-      for (std::size_t i = 0; i < base.size(); ++i) g[p] -= J[p][i] * base[i];
-      for (std::size_t q = 0; q < k; ++q)
-        for (std::size_t i = 0; i < base.size(); ++i) A[p][q] += J[p][i] * J[q][i];
-    }
-    bool improved = false;
-    double change = 0;
-    for (int attempt = 0; attempt < 12 && !improved; ++attempt) {
-      auto damped = A;
-      for (std::size_t p = 0; p < k; ++p) damped[p][p] += damping * (A[p][p] + 1e-9);
-      Vector d;
-      if (solve(damped, g, d)) {
-        Vector next = v;
-        for (std::size_t p = 0; p < k; ++p) next[p] += std::clamp(d[p], -2.0, 2.0);
-        const double c = problem.cost(next);
-        if (c < cost) {
-          change = cost - c;
-          v = next, cost = c, improved = true;
-          damping = std::max(damping / 5, 1e-14);
-        }
+Matrix negative(const Matrix& m) {
+  Matrix out = m;
+  for (Vector& row : out)
+    for (double& value : row) value = -value;
+  return out;
+}
+
+double product(const Vector& a, const Vector& b, std::size_t n) {
+  double sum = 0;
+  for (std::size_t i = 0; i < n; ++i) sum += a[i] * b[i];
+  return sum;
+}
+
+double steepest_of(const Objective& objective, const Vector& v) {
+  const std::size_t betas = objective.parameters() - objective.shape().share;
+  double steepest = 0;
+  for (std::size_t i = 0; i < betas; i += 2) steepest = std::max(steepest, std::exp(v[i]));
+  return steepest;
+}
+
+/// The share's parameter is the last: held there by leaving it out of the system.
+bool leans_on_bound(const Objective& objective, const Vector& v, const Evaluation& at) {
+  if (!objective.shape().share) return false;
+  const std::size_t s = objective.parameters() - 1;
+  return (v[s] >= widest_logit && at.gradient[s] > 0) ||
+         (v[s] <= -widest_logit && at.gradient[s] < 0);
+}
+
+class Climb {
+ public:
+  Climb(const Objective& objective, const Fence& fence, const Vector& start)
+      : objective_(objective), fence_(fence), v_(start) {}
+
+  /// False once the way leads out of the fence or nowhere.
+  bool run(int iterations) {
+    while (iterations-- > 0 && !done_)
+      if (!step()) return false;
+    return true;
+  }
+  const Vector& point() const { return v_; }
+  double value() const { return at_.value; }
+
+ private:
+  /// Newton's step where the curvature allows it, else one of the squares, damped until
+  /// it climbs.
+  bool step() {
+    objective_.evaluate(v_, at_);
+    if (!std::isfinite(at_.value)) return false;
+    const std::size_t n = objective_.parameters() - leans_on_bound(objective_, v_, at_);
+    Vector newton{};
+    const Matrix curvature = negative(at_.hessian);
+    const bool definite = solve(curvature, at_.gradient, n, 1e-13, newton);
+    if (definite && product(newton, at_.gradient, n) < finish() * 1e-3) return done_ = true;
+    const Matrix& model = definite ? curvature : at_.squares;
+    for (int attempt = 0; attempt < 30; ++attempt) {
+      if (const std::optional<Vector> next = trial(model, n)) {
+        v_ = *next;
+        damping_ = std::max(damping_ / 8, 1e-12);
+        return steepest_of(objective_, v_) < 2 * fence_.steepest;
       }
-      if (!improved) damping *= 5;
+      damping_ *= 6;
     }
-    if (!improved || change < 1e-13 * cost) break;
+    return done_ = true;
   }
-  return cost;
-}
 
-Vector gradient(const Problem& problem, const Vector& v) {
-  Vector g(v.size());
-  for (std::size_t j = 0; j < v.size(); ++j) {
-    Vector up = v, down = v;
-    up[j] += 1e-5, down[j] -= 1e-5;
-    g[j] = (problem.cost(up) - problem.cost(down)) / 2e-5;
+  std::optional<Vector> trial(const Matrix& model, std::size_t n) const {
+    Matrix damped = model;
+    for (std::size_t i = 0; i < n; ++i) damped[i][i] += damping_ * (model[i][i] + 1e-9);
+    Vector step{};
+    if (!solve(damped, at_.gradient, n, 1e-15, step)) return std::nullopt;
+    double longest = 0;
+    for (std::size_t i = 0; i < n; ++i) longest = std::max(longest, std::fabs(step[i]));
+    const double cut = std::min(1.0, 1.0 / longest);
+    Vector next = v_;
+    for (std::size_t i = 0; i < n; ++i) next[i] += cut * step[i];
+    if (objective_.shape().share) {
+      double& share = next[objective_.parameters() - 1];
+      share = std::clamp(share, -widest_logit, widest_logit);
+    }
+    const double value = objective_.value(next);
+    if (!(value > at_.value)) return std::nullopt;
+    return next;
   }
-  return g;
-}
 
-/// BFGS with backtracking on -ln L.
-double minimise_likelihood(const Problem& problem, Vector& v, int iterations) {
-  const std::size_t k = v.size();
-  std::vector<Vector> H(k, Vector(k));
-  const auto reset = [&] {
-    for (std::size_t p = 0; p < k; ++p)
-      for (std::size_t q = 0; q < k; ++q) H[p][q] = p == q ? 0.02 : 0;
-  };
-  reset();
-  double cost = problem.cost(v);
-  Vector g = gradient(problem, v);
-  int stalls = 0;
-  for (int it = 0; it < iterations; ++it) {
-    Vector d(k);
-    double slope = 0;
-    for (std::size_t p = 0; p < k; ++p) {
-      for (std::size_t q = 0; q < k; ++q) d[p] -= H[p][q] * g[q];
-      d[p] = std::clamp(d[p], -1.0, 1.0);
-      slope += d[p] * g[p];
-    }
-    double t = 1, c = 1e300;
-    Vector next(k);
-    for (; t > 1e-9; t /= 2) {
-      for (std::size_t p = 0; p < k; ++p) next[p] = v[p] + t * d[p];
-      c = problem.cost(next);
-      if (c <= cost + 1e-4 * t * slope && c < 1e299) break;
-    }
-    if (t <= 1e-9 || !(slope < 0)) {
-      if (++stalls > 1) break;
-      reset();
-      continue;
-    }
-    const Vector g_next = gradient(problem, next);
-    Vector s(k), y(k), Hy(k);
-    double sy = 0, yHy = 0;
-    for (std::size_t p = 0; p < k; ++p) s[p] = next[p] - v[p], y[p] = g_next[p] - g[p];
-    for (std::size_t p = 0; p < k; ++p) sy += s[p] * y[p];
-    for (std::size_t p = 0; p < k; ++p)
-      for (std::size_t q = 0; q < k; ++q) Hy[p] += H[p][q] * y[q];
-    for (std::size_t p = 0; p < k; ++p) yHy += y[p] * Hy[p];
-    if (sy > 1e-14)
-      for (std::size_t p = 0; p < k; ++p)
-        for (std::size_t q = 0; q < k; ++q)
-          H[p][q] += (sy + yHy) * s[p] * s[q] / (sy * sy) - (Hy[p] * s[q] + s[p] * Hy[q]) / sy;
-    const double change = cost - c;
-    v = next, cost = c, g = g_next;
-    stalls = change < 1e-9 ? stalls + 1 : 0;
-    if (stalls > 3) break;
+  double finish() const { return objective_.is_likelihood() ? 1e-7 : 1e-11; }
+
+  const Objective& objective_;
+  const Fence& fence_;
+  Vector v_;
+  Evaluation at_;
+  double damping_ = 1e-3;
+  bool done_ = false;
+};
+
+/// A population about a run of neighbouring failures: its ln beta and ln eta as a Weibull
+/// of their mean and deviation has them.
+struct Guess {
+  double ln_beta, ln_eta;
+  double share;  ///< of all failures
+};
+
+Guess guess_from_neighbours(const std::vector<double>& x, double steepest,
+                            test::RandomNumbers& random) {
+  const int n = static_cast<int>(x.size());
+  const int size = std::min(n, static_cast<int>(random.log_uniform(2, std::max(3.0, 0.9 * n))));
+  const int first = random.whole(0, n - size);
+  double mean = 0, square = 0;
+  for (int i = first; i < first + size; ++i) {
+    mean += x[static_cast<std::size_t>(i)] / size;
+    square += x[static_cast<std::size_t>(i)] * x[static_cast<std::size_t>(i)] / size;
   }
-  return cost;
+  const double deviation = std::sqrt(std::max(square - mean * mean, 1e-12));
+  const double beta = std::clamp(1.28 / deviation, 0.2, 0.7 * steepest);
+  return {std::log(beta), mean + 0.577 / beta, static_cast<double>(size) / n};
 }
 
-double minimise(const Problem& problem, Vector& v, int iterations) {
-  return problem.method() == solver_method::mle ? minimise_likelihood(problem, v, iterations)
-                                                : minimise_squares(problem, v, iterations);
+Guess guess_at_random(const std::vector<double>& x, double steepest, test::RandomNumbers& random) {
+  const double beta = random.log_uniform(0.3, random.chance(0.25) ? steepest : 10);
+  const auto place = static_cast<std::size_t>(random.whole(0, static_cast<int>(x.size()) - 1));
+  const double beyond =
+      random.chance(0.2) ? random.uniform(0, 3) : random.uniform(-0.3, 0.5) / beta;
+  return {std::log(beta), x[place] + beyond, 1 / (1 + std::exp(random.uniform(-3.5, 3.5)))};
 }
 
-Vector vector_of(const test::TrueMixture& m) {
-  Vector v = {std::log(m.beta_a), std::log(m.eta_a)};
-  if (m.K != 5) v.insert(v.end(), {std::log(m.beta_b), std::log(m.eta_b)});
-  if (m.K != 4)
-    v.insert(v.end(), {std::log(m.beta_c), std::log(m.eta_c), std::log(m.share / (1 - m.share))});
-  return v;
-}
-
-Vector random_start(const Problem& problem, std::mt19937_64& random) {
-  std::uniform_real_distribution<double> unit(0, 1);
-  const Vector& x = problem.points().x;
-  const std::size_t n = problem.points().failures;
-  Vector v;
-  const int populations = problem.K() == 7 ? 3 : 2;
+Vector random_start(const Objective& objective, double steepest, test::RandomNumbers& random) {
+  const Shape& shape = objective.shape();
+  const int populations = shape.a + shape.b + shape.c;
+  Vector v{};
+  std::size_t next = 0;
+  double share = 0.5;
   for (int i = 0; i < populations; ++i) {
-    v.push_back(std::log(0.4) + unit(random) * std::log(10 / 0.4));
-    const double at = x[static_cast<std::size_t>(unit(random) * static_cast<double>(n))];
-    v.push_back(at + (unit(random) - 0.3));
+    const Guess guess = random.chance(0.5)
+                            ? guess_from_neighbours(objective.ln_times(), steepest, random)
+                            : guess_at_random(objective.ln_times(), steepest, random);
+    v[next++] = guess.ln_beta;
+    v[next++] = guess.ln_eta;
+    share = std::clamp(guess.share, 2 * least_share, 1 - 2 * least_share);
   }
-  if (problem.K() != 4) v.push_back(-3 + 6 * unit(random));
+  if (shape.share) v[next] = std::log(share / (1 - share));
   return v;
+}
+
+double gap_of_hopeless(const Objective& objective) { return objective.is_likelihood() ? 12 : 0.05; }
+
+bool same_place(const Vector& a, const Vector& b, std::size_t n) {
+  for (std::size_t i = 0; i < n; ++i)
+    if (std::fabs(a[i] - b[i]) > 1e-3) return false;
+  return true;
+}
+
+struct Runner {
+  Vector point;
+  double value;
+};
+
+/// What is left of the starts after a few steps, the best first.
+std::vector<Runner> short_runs(const Objective& objective, const Fence& fence, int starts,
+                               std::uint64_t seed) {
+  test::RandomNumbers random(seed);
+  std::vector<Runner> runners;
+  for (int i = 0; i < starts; ++i) {
+    const Vector start = random_start(objective, fence.steepest, random);
+    Climb climb(objective, fence, start);
+    if (climb.run(10)) runners.push_back({climb.point(), climb.value()});
+  }
+  std::sort(runners.begin(), runners.end(),
+            [](const Runner& a, const Runner& b) { return a.value > b.value; });
+  return runners;
+}
+
+void keep_better(std::optional<Optimum>& best, const std::optional<Optimum>& other) {
+  if (other && (!best || other->value > best->value)) best = other;
 }
 
 }  // namespace
 
-std::optional<double> best_known(const DataSet& data, const std::vector<test::TrueMixture>& given,
-                                 int method, bool censored, int starts) {
-  const Problem problem(data, given.front().K, method, censored);
-  std::mt19937_64 random(7);
-  std::optional<double> best;
-  const auto take = [&](Vector v) {
-    double cost = minimise(problem, v, 60);
-    if (!problem.sound(v)) return;
-    const double far = method == solver_method::mle ? 1 : 0.01;
-    if (best && problem.quality(cost) < *best - far) return;
-    cost = minimise(problem, v, 300);
-    if (!problem.sound(v)) return;
-    best = std::max(best.value_or(-1e300), problem.quality(cost));
-  };
-  for (const test::TrueMixture& start : given) take(vector_of(start));
-  for (int i = 0; i < starts; ++i) take(random_start(problem, random));
+const char* words_of(Flaw flaw) {
+  static constexpr const char* words[] = {"",        "undefined", "steep",       "share outside",
+                                          "too few", "climbs",    "not definite"};
+  return words[static_cast<int>(flaw)];
+}
+
+Fence fence_of(const Objective& single) {
+  const std::optional<Optimum> found = best_single(single);
+  return {found ? std::max(50.0, 25 * std::exp(found->point[0])) : 50.0};
+}
+
+Fence fence_for(const Sample& sample, std::int16_t method, bool censored) {
+  return fence_of(Objective(sample, Shape{}, method, censored && method == method_code::mle));
+}
+
+Flaw judge(const Objective& objective, const Fence& fence, Optimum& at) {
+  Evaluation found;
+  objective.evaluate(at.point, found);
+  at.shape = objective.shape();
+  at.value = found.value;
+  if (!std::isfinite(found.value)) return Flaw::undefined;
+  if (steepest_of(objective, at.point) > fence.steepest) return Flaw::steep;
+  std::size_t n = objective.parameters();
+  if (objective.shape().share && std::fabs(at.point[n - 1]) > widest_logit + 1e-6)
+    return Flaw::share_outside;
+  const std::array<double, 3> held = objective.expected_failures(at.point);
+  const bool there[] = {at.shape.a, at.shape.b, at.shape.c};
+  for (std::size_t j = 0; j < 3; ++j)
+    if (there[j] && held[j] < fewest_failures) return Flaw::too_few_failures;
+  Vector near = at.point;
+  if (objective.shape().share && std::fabs(near[n - 1]) > widest_logit - 1e-6)
+    near[n - 1] = std::copysign(widest_logit, near[n - 1]);
+  at.at_share_bound = leans_on_bound(objective, near, found);
+  n -= at.at_share_bound;
+  Vector step{};
+  if (!solve(negative(found.hessian), found.gradient, n, 1e-10, step)) return Flaw::not_definite;
+  at.decrement = product(step, found.gradient, n) / 2;
+  return at.decrement < (objective.is_likelihood() ? 1e-5 : 1e-9) ? Flaw::none : Flaw::climbs;
+}
+
+std::optional<Optimum> climb(const Objective& objective, const Fence& fence, const Vector& start,
+                             int iterations) {
+  Climb way(objective, fence, start);
+  if (!way.run(iterations)) return std::nullopt;
+  Optimum end;
+  end.point = way.point();
+  if (judge(objective, fence, end) != Flaw::none) return std::nullopt;
+  return end;
+}
+
+std::optional<Optimum> best_single(const Objective& single) {
+  const std::vector<double>& x = single.ln_times();
+  if (x.size() < 2 || !(x.back() > x.front())) return std::nullopt;
+  std::optional<Optimum> best;
+  for (const double beta : {1.0, 4.0, 20.0}) {
+    const Vector start = {std::log(beta), x[x.size() * 2 / 3]};
+    keep_better(best, climb(single, {1e6}, start));
+  }
   return best;
 }
 
-}  // namespace tavlo
+std::optional<Optimum> best_of_many(const Objective& objective, const Fence& fence, int starts,
+                                    std::uint64_t seed, const std::vector<Vector>& given) {
+  constexpr int most_polished = 150, fewest_polished = 40;
+  std::vector<Optimum> ends;
+  std::optional<Optimum> best;
+  const auto take = [&](const Vector& start) {
+    const std::optional<Optimum> end = climb(objective, fence, start);
+    keep_better(best, end);
+    if (end) ends.push_back(*end);
+  };
+  for (const Vector& start : given) take(start);
+  int polished = 0;
+  for (const Runner& runner : short_runs(objective, fence, starts, seed)) {
+    if (best && runner.value < best->value - gap_of_hopeless(objective) &&
+        polished > fewest_polished)
+      break;
+    if (best && polished > most_polished) break;
+    const auto is_here = [&](const Optimum& end) {
+      return same_place(end.point, runner.point, objective.parameters());
+    };
+    if (std::any_of(ends.begin(), ends.end(), is_here)) continue;
+    take(runner.point);
+    ++polished;
+  }
+  return best;
+}
+
+BestAnswer best_answer(const Sample& sample, std::int16_t model, std::int16_t method, bool censored,
+                       int starts, std::uint64_t seed, const std::vector<Life>& given) {
+  const bool with_suspensions = censored && method == method_code::mle;
+  const auto objective_for = [&](const Shape& shape) {
+    return Objective(sample, shape, method, with_suspensions);
+  };
+  const Objective single = objective_for(Shape{});
+  BestAnswer answer;
+  answer.contained = best_single(single);
+  const Fence fence = fence_of(single);
+  if (with_suspensions && model != model_code::weibull4)
+    keep_better(model == model_code::weibull5c ? answer.best : answer.contained,
+                best_of_many(objective_for(cured), fence, 60, seed));
+  const int part = std::max(starts / 3, 1);
+  std::vector<Vector> starting;
+  const Objective own = objective_for(shape_of(model));
+  if (model == model_code::weibull7)
+    for (const std::int16_t inner : {model_code::weibull4, model_code::weibull5c})
+      keep_better(answer.contained,
+                  best_of_many(objective_for(shape_of(inner)), fence, part, seed + 1));
+  for (const Life& life : given) starting.push_back(own.point_of(life));
+  keep_better(answer.best, best_of_many(own, fence, starts, seed, starting));
+  keep_better(answer.best, answer.contained);
+  return answer;
+}
+
+}  // namespace tavlo::bench

@@ -1,248 +1,398 @@
-// Prints how often the solver reaches the best known optimum: seeded random
-// samples of W4P, W5C and W7P of usual sizes (one in four with ties, one in four
-// with suspensions), each method, against a global search. A sample counts as reached
-// when the answer is sound and comes within 1e-4 in r squared, 0.05 in ln L, or when
-// neither search knows a sound optimum.
-//   convergence [models] [seeds] [starts] [cache] [first seed] [verbose]
-//   models: any of 4, 5, 7 in a row (457); seeds for each truth and size (2);
-//   random starts of the global search (40; 0 takes only samples in the cache); cache: a file that
-//   keeps what the search has found, since it takes minutes; the first seed (0): another one
-//   gives samples on which nothing was tuned.
+// Holds the program's answers against a long independent search: how often they are the
+// best, whether each is an optimum, and none worse than a contained model's.
+//   convergence [--seed 1] [--samples 100] [--models W4P,W5C,W7P] [--methods rr,mle,rrs,mlec]
+//               [--starts 4000] [--large N] [--ordinary N] [--threads 2] [--self] [--index I]
+//               [--most 400] [--table]
+// --large: samples of 1000, 10000 and 100000 units each, W7P by likelihood, against a climb
+// from the truth. --ordinary: samples of 8 to 30 units; prints the kinds of refusals.
+// --self: without the program, the search against a second one of other starts, and its
+// derivatives against the reference book. --index: one sample of the series alone.
+// --most: units of the largest sample. --table: prints the best known answers.
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
+#include <functional>
 #include <map>
 #include <string>
-#include <vector>
+#include <thread>
 
 #include "convergence/global_search.h"
-#include "life/models.h"
-#include "solver/fit_line.h"
-#include "support/test_world.h"
+#include "fit/door/fit.h"
+#include "support/random_samples.h"
+#include "support/reference_book.h"
 
-namespace tavlo {
+namespace tavlo::bench {
 namespace {
 
-using test::TrueMixture;
-
-std::vector<TrueMixture> truths(int K) {
-  const auto w4 = [](double ba, double ea, double bb, double eb) {
-    return TrueMixture{4, ba, ea, bb, eb, 0, 1, 0};
-  };
-  const auto w5 = [](double ba, double ea, double bc, double ec, double p) {
-    return TrueMixture{5, ba, ea, 0, 1, bc, ec, p};
-  };
-  const auto w7 = [](double ba, double ea, double bb, double eb, double bc, double ec, double p) {
-    return TrueMixture{7, ba, ea, bb, eb, bc, ec, p};
-  };
-  if (K == 4)
-    return {w4(3.5, 1500, 0.8, 500), w4(4, 1000, 1, 1500), w4(6, 2000, 1.5, 2500),
-            w4(2.5, 800, 0.6, 3000)};
-  if (K == 5)
-    return {w5(3, 1000, 2, 50, 0.2), w5(4, 2000, 1.2, 100, 0.15), w5(2, 5000, 3, 300, 0.35),
-            w5(5, 1500, 0.8, 200, 0.3)};
-  return {w7(3, 1000, 1, 5000, 4, 100, 0.15), w7(5, 1200, 1, 3000, 2, 50, 0.2),
-          w7(4, 2000, 1.2, 4000, 1.5, 200, 0.3), w7(6, 800, 1, 2000, 0.9, 20, 0.15)};
-}
-
-std::int16_t code_of(int K) {
-  return K == 4 ? model_code::weibull4 : K == 5 ? model_code::weibull5c : model_code::weibull7;
-}
-
-class Cache {
- public:
-  explicit Cache(const char* path) : path_(path ? path : "") {
-    std::ifstream file(path_);
-    for (std::string key, value; file >> key >> value;)
-      known_[key] = std::strtod(value.c_str(), nullptr);
-  }
-  const double* find(const std::string& key) const {
-    const auto found = known_.find(key);
-    return found == known_.end() ? nullptr : &found->second;
-  }
-  void add(const std::string& key, double value) {
-    known_[key] = value;
-    if (path_.empty()) return;
-    std::ofstream file(path_, std::ios::app);
-    file.precision(17);
-    file << key << ' ' << value << '\n';
-  }
-
- private:
-  std::string path_;
-  std::map<std::string, double> known_;
+struct Options {
+  std::uint64_t seed = 1;
+  int samples = 100, starts = 4000, large = 0, ordinary = 0, threads = 2, index = -1, most = 400;
+  std::string models = "W4P,W5C,W7P", methods = "rr,mle,rrs,mlec";
+  bool self = false, table = false;
 };
 
-struct Outcome {
-  bool fitted = false;
-  double quality = 0;
-  double milliseconds = 0;
-  bool boxed = false;  ///< a retry box was shown
-  OldStartsReport starts = {};
-  TrueMixture answer = {};
+/// A method with the choice whether suspensions take part in its likelihood.
+struct Way {
+  const char* name;
+  std::int16_t method;
+  bool censored;
 };
+constexpr Way ways[] = {{"rr", method_code::x_on_y, false},
+                        {"mle", method_code::mle, false},
+                        {"rrs", method_code::y_on_x, false},
+                        {"mlec", method_code::mle, true}};
 
-TrueMixture mixture_of(const FitResult& fit, int K) {
-  const auto beta = [&](int row) { return fit.Rows(row).Shape; };
-  const auto eta = [&](int row) { return 1 / fit.Rows(row).Scale; };
-  if (K == 4) return {4, beta(1), eta(1), beta(2), eta(2), 0, 1, 0};
-  TrueMixture mixture{K, beta(2), eta(2), 0, 1, beta(1), eta(1), fit.Rows(1).Fraction};
-  if (K == 7) mixture.beta_b = beta(3), mixture.eta_b = eta(3);
-  return mixture;
+std::vector<std::string> listed(const std::string& text) {
+  std::vector<std::string> names(1);
+  for (const char letter : text) {
+    if (letter == ',')
+      names.emplace_back();
+    else
+      names.back() += letter;
+  }
+  return names;
 }
 
-Outcome solve(const DataSet& data, int K, std::int16_t method, bool censored = false) {
-  test::TestWorld world;
-  world.prompts.accept_all();
-  New_frm_Data(world.session);
-  New_frm_Fit(world.session);
-  world.session.gData(1) = data;
-  world.session.solver.data.CensoredLikelihood = censored;
+void shared_work(int threads, int count, const std::function<void(int)>& task) {
+  std::atomic<int> next = 0;
+  std::vector<std::thread> crew;
+  for (int i = 0; i < threads; ++i)
+    crew.emplace_back([&] {
+      for (int mine = next++; mine < count; mine = next++) task(mine);
+    });
+  for (std::thread& one : crew) one.join();
+}
+
+std::uint64_t seed_of(const Options& options, int index) {
+  return options.seed * 100003u + static_cast<std::uint64_t>(index);
+}
+
+double tolerance(const Way& way) { return way.method == method_code::mle ? 0.05 : 1e-4; }
+
+std::string text_of(const Life& life) {
+  std::string text;
+  char part[120];
+  for (const FitParam& row : life.rows) {
+    std::snprintf(part, sizeof part, " (beta %.5g eta %.6g share %.5g)", row.Shape, 1 / row.Scale,
+                  row.Fraction);
+    text += part;
+  }
+  return text;
+}
+
+std::string text_of(const Optimum& optimum, const Sample& sample, const Way& way) {
+  const std::int16_t model = optimum.shape.b
+                                 ? (optimum.shape.c ? model_code::weibull7 : model_code::weibull4)
+                             : optimum.shape.c ? model_code::weibull5c
+                                               : model_code::weibull2;
+  const Objective objective(sample, optimum.shape, way.method, way.censored);
+  return std::string(find_model(model)->command_name) +
+         text_of(objective.life_of(optimum.point, model));
+}
+
+/// What is wrong with an answer, in words; empty where nothing is.
+std::string fault_of(const Sample& sample, const FitRequest& request, const Fit& fit,
+                     const BestAnswer& known) {
+  if (!fit.proof) return "no proof";
+  const auto own = static_cast<double>(test::quality_of(fit.life, sample, request));
+  if (!(std::fabs(own - fit.quality) <= 1e-8 * std::max(1.0, std::fabs(own))))
+    return "recomputed " + std::to_string(own);
+  if (fit.proof->kind == Proof::Kind::flat) {
+    const double far = request.method == method_code::mle ? 0.5 : 1e-4;
+    const bool near = known.contained && std::fabs(known.contained->value - fit.quality) < far;
+    return near ? "" : "called flat, but is no contained model's answer";
+  }
+  const bool unreached = std::any_of(fit.life.rows.begin(), fit.life.rows.end(), is_unreached);
+  const Objective objective(sample, unreached ? cured : shape_of(fit.life.model), request.method,
+                            request.censored);
+  Optimum at;
+  at.point = objective.point_of(fit.life);
+  const Flaw flaw = judge(objective, fence_for(sample, request.method, request.censored), at);
+  if (flaw == Flaw::none && at.at_share_bound != (fit.proof->kind == Proof::Kind::bound))
+    return "bound misnamed";
+  return words_of(flaw);
+}
+
+struct Judgement {
+  bool refused = false, reached = false, better = false, below = false;
+  bool flat = false, bound = false, unconfirmed = false;
+  double milliseconds = 0, gap = 0;
+  std::string fault, story;
+};
+
+Judgement judge_answer(const Options& options, const Sample& sample, std::int16_t model,
+                       const Way& way, std::uint64_t seed) {
+  FitRequest request;
+  request.model = model, request.method = way.method, request.censored = way.censored;
+  Companion companion;
   const auto begin = std::chrono::steady_clock::now();
-  Fit_Line(world.session, 1, 1, code_of(K), method);
+  const FitAnswer answer = fit(sample, request, companion);
   const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - begin;
-  const bool boxed = !world.prompts.shown().empty();
-  const FitSet& fits = world.session.gFit(1);
-  if (fits.nFits < 1 || fits.Fits(1).Status != FitStatus::calculated)
-    return {false, -1e300, time.count(), boxed};
-  return {true,
-          fits.Fits(1).Quality,
-          time.count(),
-          boxed,
-          fits.Fits(1).starts.value_or(OldStartsReport{}),
-          mixture_of(fits.Fits(1), K)};
-}
-
-struct Tally {
-  int samples = 0, reached = 0, better = 0, failed = 0, unsound = 0, boxed = 0;
-  std::vector<double> times, gaps;
-};
-
-void run_case(int K, int truth_index, int n, int seed, int starts, Cache& cache,
-              std::map<int, Tally>& by_method, bool verbose) {
-  const TrueMixture truth = truths(K)[static_cast<std::size_t>(truth_index)];
-  test::SampleKind kind{n,
-                        static_cast<std::uint64_t>(1000 * K + 100 * truth_index + seed) * 1000003u +
-                            static_cast<std::uint64_t>(n),
-                        seed % 4 == 2 ? 0.4 : 0.0, seed % 4 == 1 ? 2 : 7};
-  const DataSet data = test::random_sample(truth, kind);
-  for (const std::int16_t method : {method_code::x_on_y, method_code::mle, method_code::y_on_x}) {
-    const std::string key = std::to_string(K) + "-" + std::to_string(truth_index) + "-" +
-                            std::to_string(n) + "-" + std::to_string(seed) + "-" +
-                            std::to_string(method);
-    if (starts == 0 && !cache.find(key)) continue;
-    const Outcome outcome = solve(data, K, method);
-    double best = -1e300;
-    if (const double* known = cache.find(key)) {
-      best = *known;
-    } else {
-      std::vector<TrueMixture> given = {truth};
-      if (outcome.fitted) given.push_back(outcome.answer);
-      best = best_known(data, given, method + 1, false, method == 0 ? starts / 2 : starts)
-                 .value_or(-1e300);
-      cache.add(key, best);
-    }
-    const double allowed = method == method_code::mle ? 0.05 : 1e-4;
-    const double gap = best - outcome.quality;
-    Tally& tally = by_method[method];
-    tally.samples += 1;
-    if (outcome.starts.sound && gap < -allowed) {
-      tally.better += 1;
-      if (gap < -allowed) cache.add(key, outcome.quality);
-    }
-    const bool none_known = best <= -1e299;
-    tally.reached += none_known || (outcome.starts.sound && gap <= allowed);
-    tally.failed += !outcome.fitted;
-    tally.boxed += outcome.boxed;
-    tally.unsound += !outcome.starts.sound;
-    tally.times.push_back(outcome.milliseconds);
-    tally.gaps.push_back(std::max(gap, 0.0));
-    if (verbose && (gap > allowed || gap < -allowed))
-      std::printf("  %s best %.6g got %.6f gap %.2g tried %d agreed %d sound %d\n", key.c_str(),
-                  best, outcome.quality, gap, outcome.starts.tried, outcome.starts.agreed,
-                  outcome.starts.sound);
+  const BestAnswer known =
+      best_answer(sample, model, way.method, way.censored, options.starts, seed);
+  Judgement result;
+  result.milliseconds = time.count();
+  result.refused = !answer.fit();
+  const double best = known.best ? known.best->value : -HUGE_VAL;
+  if (!answer.fit()) {
+    result.reached = !known.best;
+    result.gap = known.best ? HUGE_VAL : 0;
+    result.story = "refused, code " + std::to_string(static_cast<int>(answer.refusal()->code));
+  } else {
+    const Fit& fit = *answer.fit();
+    result.gap = best - fit.quality;
+    result.reached = result.gap <= tolerance(way);
+    result.fault = fault_of(sample, request, fit, known);
+    result.better = result.gap < -tolerance(way) && result.fault.empty();
+    const double grain = way.method == method_code::mle ? 1e-3 : 1e-7;
+    result.below = known.contained && fit.quality < known.contained->value - grain;
+    result.flat = fit.proof && fit.proof->kind == Proof::Kind::flat;
+    result.bound = fit.proof && fit.proof->kind == Proof::Kind::bound;
+    for (const Note& note : answer.notes)
+      result.unconfirmed = result.unconfirmed || note.code == NoteCode::unconfirmed;
+    result.story = "got " + std::to_string(fit.quality) + text_of(fit.life);
   }
+  if (known.best)
+    result.story +=
+        "\n      best " + std::to_string(best) + " " + text_of(*known.best, sample, way);
+  return result;
 }
 
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
+void print_row(const std::string& model, const Way& way, const std::vector<Judgement>& all) {
+  const auto count = [&](bool Judgement::*field) {
+    return static_cast<int>(
+        std::count_if(all.begin(), all.end(), [&](const Judgement& one) { return one.*field; }));
+  };
+  const auto faults = std::count_if(all.begin(), all.end(),
+                                    [](const Judgement& one) { return !one.fault.empty(); });
+  std::vector<double> times;
+  for (const Judgement& one : all) times.push_back(one.milliseconds);
+  std::sort(times.begin(), times.end());
+  std::printf("%-4s %-5s %7zu %8d %7d %8d %11d %7d %5d %6d %12d %9.1f %8.1f\n", model.c_str(),
+              way.name, all.size(), count(&Judgement::reached), count(&Judgement::better),
+              count(&Judgement::refused), static_cast<int>(faults), count(&Judgement::below),
+              count(&Judgement::flat), count(&Judgement::bound), count(&Judgement::unconfirmed),
+              times[times.size() / 2], times.back());
 }
 
-void print_row(int K, const std::string& n, int method, const Tally& tally) {
-  static constexpr const char* names[] = {"X on Y", "MLE", "Y on X"};
-  std::printf("W%d%s %-7s %5s %8d %8.0f%% %8d %7d %8d %6d %10.1f %10.1f\n", K,
-              K == 4   ? "P"
-              : K == 5 ? "C"
-                       : "P",
-              names[method], n.c_str(), tally.samples, 100.0 * tally.reached / tally.samples,
-              tally.better, tally.failed, tally.unsound, tally.boxed, median(tally.times),
-              *std::max_element(tally.times.begin(), tally.times.end()));
-}
-
-/// Recovery of the truth from samples of which half is suspended: the median of
-/// fitted / true life and slope of A, and of the fitted share.
-void print_recovery(int K, bool censored) {
-  constexpr int samples = 20;
-  const TrueMixture truth = truths(K)[1];
-  std::vector<double> eta, beta, share;
-  for (int seed = 0; seed < samples; ++seed) {
-    const test::SampleKind kind{400, static_cast<std::uint64_t>(500 + seed), 1.0, 7};
-    const Outcome outcome = solve(test::random_sample(truth, kind), K, method_code::mle, censored);
-    if (!outcome.fitted) continue;
-    TrueMixture got = outcome.answer;
-    if (K != 5 && got.beta_b > got.beta_a) {
-      std::swap(got.beta_a, got.beta_b);
-      std::swap(got.eta_a, got.eta_b);
-    }
-    eta.push_back(got.eta_a / truth.eta_a);
-    beta.push_back(got.beta_a / truth.beta_a);
-    share.push_back(got.share);
-  }
-  if (eta.empty()) return;
+void compare(const Options& options) {
   std::printf(
-      "K = %d, suspensions %s: %zu of %d fitted, eta A / true %.3f, beta A / true %.3f, share %.3f "
-      "(true %.3f)\n",
-      K, censored ? "in the likelihood" : "left out", eta.size(), samples, median(eta),
-      median(beta), median(share), truth.share);
-}
-
-}  // namespace
-}  // namespace tavlo
-
-int main(int argc, char** argv) {
-  using namespace tavlo;
-  const std::string models = argc > 1 ? argv[1] : "457";
-  const int seeds = argc > 2 ? std::atoi(argv[2]) : 2;
-  const int starts = argc > 3 ? std::atoi(argv[3]) : 40;
-  Cache cache(argc > 4 ? argv[4] : nullptr);
-  const int first_seed = argc > 5 ? std::atoi(argv[5]) : 0;
-  const bool verbose = argc > 6;
-  std::printf(
-      "model method      n  samples   reached   better  failed  unsound  boxed  median ms     max "
-      "ms\n");
-  for (const char model : models) {
-    const int K = model - '0';
-    std::map<int, Tally> all;
-    for (const int n : {30, 50, 100, 200}) {
-      std::map<int, Tally> by_method;
-      for (int truth = 0; truth < 4; ++truth)
-        for (int seed = first_seed; seed < first_seed + seeds; ++seed)
-          run_case(K, truth, n, seed, starts, cache, by_method, verbose);
-      for (const auto& [method, tally] : by_method) {
-        print_row(K, std::to_string(n), method, tally);
-        Tally& sum = all[method];
-        sum.samples += tally.samples, sum.reached += tally.reached, sum.better += tally.better;
-        sum.boxed += tally.boxed, sum.failed += tally.failed, sum.unsound += tally.unsound;
-        sum.times.insert(sum.times.end(), tally.times.begin(), tally.times.end());
+      "model method samples  reached  better  refused  no optimum   below  flat  bound  "
+      "unconfirmed median ms   max ms\n");
+  for (const std::string& name : listed(options.models)) {
+    const Model& model = *find_model_by_name(name);
+    for (const std::string& method : listed(options.methods)) {
+      const Way* way = std::find_if(std::begin(ways), std::end(ways),
+                                    [&](const Way& one) { return method == one.name; });
+      if (way == std::end(ways)) std::exit(2);
+      const int first = std::max(options.index, 0);
+      const int count = options.index < 0 ? options.samples : 1;
+      std::vector<Judgement> all(static_cast<std::size_t>(count));
+      shared_work(options.threads, count, [&](int i) {
+        const std::uint64_t seed = seed_of(options, first + i);
+        const Sample sample = make_sample(test::mixture_sample(seed, model.code, options.most).rows,
+                                          RankKind::benard);
+        all[static_cast<std::size_t>(i)] = judge_answer(options, sample, model.code, *way, seed);
+      });
+      print_row(name, *way, all);
+      for (int i = 0; i < count; ++i) {
+        const Judgement& one = all[static_cast<std::size_t>(i)];
+        if (one.reached && one.fault.empty() && !one.below && options.index < 0) continue;
+        std::printf("  %s/%s seed %llu index %d gap %.3g%s %s\n      %s\n", name.c_str(), way->name,
+                    static_cast<unsigned long long>(options.seed), first + i, one.gap,
+                    one.below ? " BELOW A CONTAINED MODEL" : "", one.fault.c_str(),
+                    one.story.c_str());
       }
       std::fflush(stdout);
     }
-    for (const auto& [method, tally] : all) print_row(K, "all", method, tally);
   }
-  std::printf("\nMLE of 400 units, half of them suspended\n");
-  for (const char model : models)
-    for (const bool censored : {true, false}) print_recovery(model - '0', censored);
+}
+
+/// W7P by likelihood of large samples against a climb from the truth.
+void compare_large(const Options& options) {
+  for (const int n : {1000, 10000, 100000}) {
+    int reached = 0, judged = 0;
+    double worst = 0;
+    for (int i = 0; i < options.large; ++i) {
+      test::RandomNumbers random(seed_of(options, i) * 31 + static_cast<std::uint64_t>(n));
+      const Life truth = test::random_life(random, model_code::weibull7);
+      const Sample sample = make_sample(test::draws(random, truth, n), RankKind::benard);
+      const Objective objective(sample, shape_of(model_code::weibull7), method_code::mle, false);
+      const std::optional<Optimum> best =
+          climb(objective, fence_for(sample, method_code::mle, false), objective.point_of(truth));
+      if (!best) continue;
+      FitRequest request;
+      request.model = model_code::weibull7, request.method = method_code::mle;
+      Companion companion;
+      const FitAnswer answer = fit(sample, request, companion);
+      const double gap = answer.fit() ? best->value - answer.fit()->quality : HUGE_VAL;
+      ++judged;
+      reached += gap <= 0.05;
+      worst = std::max(worst, gap);
+      if (gap > 0.05)
+        std::printf("  n %d index %d gap %.4g truth%s\n", n, i, gap, text_of(truth).c_str());
+    }
+    std::printf("W7P mle n = %d: %d of %d reach the optimum near the truth, worst gap %.3g\n", n,
+                reached, judged, worst);
+    std::fflush(stdout);
+  }
+}
+
+void count_refusals(const Options& options) {
+  std::map<std::string, std::map<int, std::vector<int>>> kinds;
+  int answers = 0;
+  for (int i = 0; i < options.ordinary; ++i) {
+    const Sample sample =
+        make_sample(test::ordinary_sample(seed_of(options, i)).rows, RankKind::benard);
+    for (const char* name : {"W2P", "W3T", "W4P", "W5C", "W7P"})
+      for (const Way& way : ways) {
+        FitRequest request;
+        request.model = find_model_by_name(name)->code;
+        request.method = way.method, request.censored = way.censored;
+        Companion companion;
+        const FitAnswer answer = fit(sample, request, companion);
+        ++answers;
+        if (!answer.refusal()) continue;
+        kinds[std::string(name) + "/" + way.name][static_cast<int>(answer.refusal()->code)]
+            .push_back(i);
+      }
+  }
+  std::printf("%d answers of %d ordinary samples; refusals by kind (code):\n", answers,
+              options.ordinary);
+  for (const auto& [fit, codes] : kinds)
+    for (const auto& [code, cases] : codes)
+      std::printf("  %-9s code %2d: %4zu, first at index %d\n", fit.c_str(), code, cases.size(),
+                  cases.front());
+}
+
+/// The largest difference of the gradient and Hessian from the reference book's, relative
+/// to the largest entry.
+double difference_from_book(const Objective& objective, const Sample& sample, const Vector& point,
+                            std::int16_t model, const Way& way) {
+  Evaluation own;
+  objective.evaluate(point, own);
+  const Life life = objective.life_of(point, model);
+  FitRequest request;
+  request.model = model, request.method = way.method, request.censored = way.censored;
+  const test::Derivatives book = test::derivatives_at_zero(
+      [&](const test::Numbers& steps) {
+        return test::quality_of(test::moved(life, steps), sample, request);
+      },
+      test::free_parameters(life));
+  // The book goes through the rows as they are stored: C ahead of A and B.
+  const std::size_t n = objective.parameters();
+  const auto place = [&](std::size_t i) {
+    if (!objective.shape().c || i == n - 1) return i;
+    return i < 2 ? n - 3 + i : i - 2;
+  };
+  double worst = 0, largest = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    const auto off = [&](double mine, test::Number theirs) {
+      worst = std::max(worst, static_cast<double>(std::fabs(mine - theirs)));
+      largest = std::max(largest, std::fabs(mine));
+    };
+    off(own.gradient[place(i)], book.gradient[i]);
+    for (std::size_t j = 0; j < n; ++j) off(own.hessian[place(i)][place(j)], book.hessian[i][j]);
+  }
+  return worst / largest;
+}
+
+void examine_self(const Options& options) {
+  for (const std::string& name : listed(options.models)) {
+    const Model& model = *find_model_by_name(name);
+    for (const std::string& method : listed(options.methods))
+      for (const Way& way : ways) {
+        if (method != way.name) continue;
+        int agreed = 0, own = 0;
+        double derivatives = 0;
+        for (int i = 0; i < options.samples; ++i) {
+          const std::uint64_t seed = seed_of(options, i);
+          const test::DrawnSample drawn = test::mixture_sample(seed, model.code, options.most);
+          const Sample sample = make_sample(drawn.rows, RankKind::benard);
+          const auto best_from = [&](std::uint64_t other) {
+            return best_answer(sample, model.code, way.method, way.censored, options.starts, other);
+          };
+          const BestAnswer one = best_from(seed), two = best_from(seed + 77);
+          const double a = one.best ? one.best->value : 0, b = two.best ? two.best->value : 0;
+          agreed += std::fabs(a - b) <= tolerance(way);
+          own += one.best && one.best->shape.parameters() == shape_of(model.code).parameters();
+          const Objective objective(sample, shape_of(model.code), way.method, way.censored);
+          derivatives = std::max(
+              derivatives, difference_from_book(objective, sample, objective.point_of(drawn.truth),
+                                                model.code, way));
+          if (std::fabs(a - b) > tolerance(way) || options.index == i)
+            std::printf("  index %d: %.6f and %.6f\n   %s\n   %s\n   truth%s\n", i, a, b,
+                        one.best ? text_of(*one.best, sample, way).c_str() : "",
+                        two.best ? text_of(*two.best, sample, way).c_str() : "",
+                        text_of(drawn.truth).c_str());
+        }
+        std::printf("%s %s: %d of %d agree, %d of the model's own, derivatives off by %.2g\n",
+                    name.c_str(), way.name, agreed, options.samples, own, derivatives);
+        std::fflush(stdout);
+      }
+  }
+}
+
+/// Best known answers as a table for the tests.
+void print_table(const Options& options) {
+  for (const std::string& name : listed(options.models))
+    for (std::size_t w = 0; w < std::size(ways); ++w)
+      for (int i = 0; i < options.samples; ++i) {
+        const std::uint64_t seed = seed_of(options, i);
+        const std::int16_t model = find_model_by_name(name)->code;
+        const Sample sample =
+            make_sample(test::mixture_sample(seed, model, options.most).rows, RankKind::benard);
+        const BestAnswer known =
+            best_answer(sample, model, ways[w].method, ways[w].censored, options.starts, seed);
+        if (known.best)
+          std::printf("{\"%s\", %zu, %llu, %.9g},\n", name.c_str(), w,
+                      static_cast<unsigned long long>(seed), known.best->value);
+      }
+}
+
+Options read_options(int argc, char** argv) {
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    const std::string name = argv[i];
+    const char* value = i + 1 < argc ? argv[i + 1] : "";
+    if (name == "--self" || name == "--table") {
+      (name == "--self" ? options.self : options.table) = true;
+      continue;
+    }
+    const std::map<std::string, int*> numbers = {
+        {"--samples", &options.samples}, {"--starts", &options.starts},
+        {"--large", &options.large},     {"--ordinary", &options.ordinary},
+        {"--threads", &options.threads}, {"--index", &options.index},
+        {"--most", &options.most}};
+    if (name == "--seed")
+      options.seed = std::strtoull(value, nullptr, 10);
+    else if (name == "--models")
+      options.models = value;
+    else if (name == "--methods")
+      options.methods = value;
+    else if (numbers.contains(name))
+      *numbers.at(name) = std::atoi(value);
+    else
+      std::fprintf(stderr, "convergence: no option %s\n", name.c_str()), std::exit(2);
+    ++i;
+  }
+  return options;
+}
+
+}  // namespace
+}  // namespace tavlo::bench
+
+int main(int argc, char** argv) {
+  using namespace tavlo::bench;
+  const Options options = read_options(argc, argv);
+  if (options.self || options.table) {
+    options.self ? examine_self(options) : print_table(options);
+    return 0;
+  }
+  if (options.samples > 0) compare(options);
+  if (options.large > 0) compare_large(options);
+  if (options.ordinary > 0) count_refusals(options);
 }

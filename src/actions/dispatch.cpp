@@ -1,13 +1,15 @@
 #include "actions/dispatch.h"
 
+#include <array>
 #include <optional>
 
-#include "actions/fit_routines.h"
-#include "actions/gates.h"
+#include "actions/fitting_companion.h"
 #include "actions/reports.h"
 #include "actions/slope_question.h"
-#include "life/models.h"
-#include "numerics/number_text.h"
+#include "actions/starts_sentence.h"
+#include "actions/words.h"
+#include "fit/door/fit.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -25,11 +27,51 @@ class BusyPointer {
   Views& views_;
 };
 
-/// What became of the fit itself.
+/// The data set as a sample of each kind of ranks, made when asked for.
+class Samples {
+ public:
+  explicit Samples(const DataSet& data) : data_(data) {}
+
+  const Sample& with(RankKind ranks) {
+    std::optional<Sample>& sample = samples_[ranks == RankKind::exact ? 1 : 0];
+    if (!sample) sample = sample_of(data_, ranks);
+    return *sample;
+  }
+
+ private:
+  const DataSet& data_;
+  std::array<std::optional<Sample>, 2> samples_;
+};
+
+/// Where a request comes from and where its answer goes.
+struct Desk {
+  Session& session;
+  int fit_index;
+  const DataSet& data;
+  Samples samples;
+
+  Desk(Session& the_session, int data_index, int the_fit_index)
+      : session(the_session),
+        fit_index(the_fit_index),
+        data(the_session.gData(data_index)),
+        samples(data) {}
+
+  FitSet& fits() const { return session.gFit(fit_index); }
+  FitPanel& panel() const { return *session.gFitForm(fit_index); }
+  Prompts& prompts() const { return session.ports.prompts; }
+
+  /// The panel's line: it stays on the status bar when the fit is done.
+  void remark(const std::string& text) const {
+    if (text.empty()) return;
+    panel().remark += (panel().remark.empty() ? "" : "  ") + text;
+    session.ports.views.status(panel().remark);
+  }
+};
+
+/// What became of a request.
 struct Outcome {
-  int slot = 0;
-  bool calculated = false;  ///< in this call; a fit that stood already is only shown
-  bool available = true;    ///< false when no routine fits this model by this method
+  int slot = 0;             ///< of the fit that answers it; 0 when it was refused
+  bool calculated = false;  ///< in this call
 };
 
 bool has_data(const Session& session, int data_index) {
@@ -37,96 +79,123 @@ bool has_data(const Session& session, int data_index) {
   return sheet.bclean || sheet.lrows >= 2;
 }
 
-int new_slot(FitSet& fits, std::int16_t model_code, std::int16_t method_code, double slope) {
-  FitResult fit = fits.Fits(0);
-  fit.Method = method_code;
-  fit.ModelCode = model_code;
-  fit.Status = FitStatus::not_calculated;
-  fit.Label = fs_ModelNames(model_code, method_code).short_name;
-  fit.nRows = 1;
-  fit.Rows = Slots<FitParam>(1);
-  fit.Rows(1).Shape = slope;
-  fits.Fits.resize(fits.nFits);
-  fits.Fits.push_back(std::move(fit));
-  return ++fits.nFits;
+bool leaves_suspensions_out(const Desk& desk, const FitRequest& request) {
+  return has_censored_choice(request.model, request.method) && !request.censored &&
+         desk.data.Points(0).Susps > 0;
 }
 
-/// The routines take the size of a time on a logarithmic axis, so a negative one
-/// would be fitted as what it is not. Points stand in ascending order of X.
-bool refuses_negative_times(Prompts& prompts, const Model& model, const DataSet& data) {
-  const bool log_time = model.x_scale() == x_scale::log || model.routine == FitRoutine::by_mode;
-  if (!log_time || data.Count < 1 || !(data.Points(1).X < 0.0F)) return false;
-  const DataPoint& row = data.Points(1);
-  prompts.show({"Negative times",
-                "Row " + std::to_string(row.Order > 0 ? row.Order : 1) + ": Data X is " +
-                    number_text(static_cast<double>(row.X), 7) + ".  The model " + model.long_name +
-                    " needs times above 0.\nFit Cancelled",
-                BoxIcon::exclamation, BoxButtons::ok});
+FitAnswer answer_to(Desk& desk, const FitRequest& request) {
+  if (leaves_suspensions_out(desk, request))
+    desk.session.ports.views.status(left_out_sentence(desk.data.Points(0).Susps));
+  const BusyPointer busy(desk.session.ports.views);
+  FittingCompanion companion(desk.session, *find_model(request.model));
+  return fit(desk.samples.with(request.ranks), request, companion);
+}
+
+// A refusal that no box is stated for is told by the panel's line and stays in the log.
+void tell_refusal(const Desk& desk, const FitRequest& request, const Refusal& refusal) {
+  if (is_silent(refusal, request)) return;
+  if (const auto box = refusal_box(refusal, request, desk.data)) {
+    desk.prompts().show(*box);
+    return;
+  }
+  const std::string words =
+      full_label(request) + " refused: " + refusal_reason(refusal, desk.data) + ".";
+  desk.remark(words);
+  AppendLog(desk.session, words + "\n", false);
+}
+
+void tell_notes(const Desk& desk, const FitRequest& request, const FitAnswer& answer) {
+  const Model* model = find_model(request.model);
+  const Refusal* refusal = answer.refusal();
+  const bool modes_were_tried = !refusal || refusal->code == RefusalCode::no_mode_fitted;
+  if (model->routine == FitRoutine::by_mode && modes_were_tried)
+    desk.prompts().show({"", "Fit_ByMode model not programmed yet"});
+  for (const Note& note : answer.notes)
+    if (const auto box = note_box(note, desk.data)) desk.prompts().show(*box);
+}
+
+/// Puts the fit where an older one of its kind stands, or behind the last.
+int keep(const Desk& desk, const FitRequest& request, const FitAnswer& answer) {
+  FitSet& fits = desk.fits();
+  int slot = find_slot(fits, request);
+  if (slot == 0) {
+    slot = ++fits.nFits;
+    fits.Fits.resize(slot);
+  }
+  fits.Fits(slot) = record_of(request, *answer.fit(), answer.notes, desk.data.revision);
+  return slot;
+}
+
+void remark_fit(const Desk& desk, const FitRequest& request, int slot) {
+  desk.remark(starts_sentence(desk.fits().Fits(slot)));
+  if (leaves_suspensions_out(desk, request))
+    desk.remark(left_out_sentence(desk.data.Points(0).Susps));
+}
+
+Outcome answer_request(Desk& desk, const FitRequest& request) {
+  const int slot = find_slot(desk.fits(), request);
+  if (slot > 0 && is_current(desk.fits().Fits(slot), desk.data) &&
+      desk.fits().Fits(slot).request == request)
+    return {slot, false};
+  const FitAnswer answer = answer_to(desk, request);
+  tell_notes(desk, request, answer);
+  if (const Refusal* refusal = answer.refusal()) {
+    tell_refusal(desk, request, *refusal);
+    return {};
+  }
+  const int kept = keep(desk, request, answer);
+  remark_fit(desk, request, kept);
+  return {kept, true};
+}
+
+/// Slope to offer: that of the model or, for a fit that stands, the one it has.
+double slope_to_offer(const Desk& desk, const Model& model, int method_code) {
+  if (model.fixed_slope > 0) return model.fixed_slope;
+  const int slot = find_slot(desk.fits(), model.code, method_code);
+  return slot > 0 ? desk.fits().Fits(slot).request.slope.value_or(0) : 0.0;
+}
+
+/// Why no slope at all would do: told before one is asked for.
+std::optional<Refusal> refusal_of_any_slope(Desk& desk, FitRequest request) {
+  request.model = model_code::weibayes;
+  FittingCompanion companion(desk.session, *find_model(request.model));
+  const FitAnswer answer = fit(desk.samples.with(request.ranks), request, companion);
+  const Refusal* refusal = answer.refusal();
+  if (!refusal || refusal->code == RefusalCode::slope_missing) return std::nullopt;
+  return *refusal;
+}
+
+/// Completes the request of a model that fixes its slope. False when the user has named
+/// none, or when no slope would do. 1 or 2 makes the model the exponential or the Rayleigh.
+bool complete_with_slope(Desk& desk, const Model& model, FitRequest& request) {
+  if (const auto refusal = refusal_of_any_slope(desk, request)) {
+    tell_refusal(desk, request, *refusal);
+    return false;
+  }
+  const auto slope =
+      ask_slope(desk.prompts(), desk.session.errors, desk.session.settings.punctuation,
+                slope_to_offer(desk, model, request.method));
+  if (!slope) return false;
+  request.model = *slope == 1   ? model_code::exponential
+                  : *slope == 2 ? model_code::rayleigh
+                                : model_code::weibayes;
+  request.slope = slope;
   return true;
 }
 
-/// A slope that differs from that of a finished Weibayes asks for a new one.
-void forget_other_slope(FitResult& fit, const Model& model, double slope) {
-  if (model.code == model_code::weibayes && fit.Status == FitStatus::calculated && fit.nRows >= 1 &&
-      fit.Rows(1).Shape != slope)
-    fit.Status = FitStatus::stale;
+FitRequest request_for(const Session& session, int fit_index, const Model& model,
+                       std::int16_t method_code) {
+  FitRequest request;
+  request.model = model.code;
+  request.method = method_code;
+  request.ranks = session.settings.Benard ? RankKind::benard : RankKind::exact;
+  request.censored =
+      session.gFitForm(fit_index)->censored && has_censored_choice(model.code, method_code);
+  return request;
 }
 
-/// Fits a slot. A failed attempt leaves its model and rows as they were.
-Outcome calculate(Session& session, int data_index, int fit_index, FitResult& fit,
-                  const Model& model, double slope) {
-  // A refit must not take the slope of the old fit for a slope that was asked for.
-  const Slots<FitParam> old_rows = fit.Rows;
-  const FitStatus old_status = fit.Status;
-  if (fit.nRows >= 1) fit.Rows(1).Shape = slope;
-  Outcome outcome;
-  outcome.available = run_routine(session, model, data_index, fit_index, fit);
-  // A fit by failure mode that ends early leaves the code of a plain Weibull,
-  // and would answer for that model.
-  outcome.calculated = fit.Status == FitStatus::calculated && fit.ModelCode == model.code;
-  if (outcome.calculated) return outcome;
-  fit.Rows = old_rows;
-  fit.ModelCode = model.code;
-  fit.Status = old_status;
-  return outcome;
-}
-
-/// Finds or makes the slot and fits it unless it stands calculated. A new fit
-/// that fails leaves no trace.
-Outcome fit_slot(Session& session, int data_index, int fit_index, const Model& model,
-                 std::int16_t method_code, double slope) {
-  FitSet& fits = session.gFit(fit_index);
-  int slot = find_slot(fits, model.code, method_code);
-  if (slot == 0) slot = new_slot(fits, model.code, method_code, slope);
-  FitResult& fit = fits.Fits(slot);
-  forget_other_slope(fit, model, slope);
-  Outcome outcome;
-  if (fit.Status != FitStatus::calculated)
-    outcome = calculate(session, data_index, fit_index, fit, model, slope);
-  outcome.slot = slot;
-  if (slot == fits.nFits && fits.Fits(slot).Status != FitStatus::calculated) {
-    fits.nFits -= 1;
-    fits.Fits.resize(fits.nFits);
-  }
-  return outcome;
-}
-
-/// Shows the fit on the last chart: its first plot set takes the fit, its axes
-/// the paper of the model.
-void redraw_chart(Session& session, const Model& model, int slot) {
-  if (session.nCharts < 1) return;
-  Chart& chart = session.gChart(session.nCharts);
-  if (session.settings.ShowLast) chart.Markers(1).FitNumber = slot;
-  // A model without axes of its own is drawn on the paper that the chart has.
-  if (session.settings.ShowLast && model.y_scale() != 0) {
-    chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
-    chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
-  }
-  session.gChartNow = chart;
-  session.ports.views.chart_changed(session.nCharts);
-}
-
-struct Request {
+struct Wish {
   int data_index;
   int fit_index;
   std::int16_t method_code;
@@ -134,70 +203,67 @@ struct Request {
   bool report;
 };
 
-void fit_and_show(Session& session, const Request& request, const Model& model, double slope) {
-  const auto& [data_index, fit_index, method_code, draw, report] = request;
-  const Outcome outcome = fit_slot(session, data_index, fit_index, model, method_code, slope);
-  Load_Fit(session, fit_index);
-  if (!outcome.available) return;
-  const bool slot_stands = outcome.slot <= session.gFit(fit_index).nFits;
-  if (draw)
-    redraw_chart(session, model, slot_stands ? outcome.slot : session.gFit(fit_index).nFits);
-  if (report && outcome.calculated) PostFitLog(session, outcome.slot, data_index, fit_index);
-}
-
-/// Slope to offer: that of the model or, for a fit that stands, the one it has.
-double slope_to_offer(const FitSet& fits, const Model& model, int method_code) {
-  if (model.fixed_slope > 0) return model.fixed_slope;
-  const int slot = find_slot(fits, model.code, method_code);
-  return slot > 0 && fits.Fits(slot).Rows.bound() >= 1 ? fits.Fits(slot).Rows(1).Shape : 0.0;
-}
-
-/// The slope to fit with, free (-1) for most models; nothing when the user has
-/// named none. A slope of 1 or 2 makes the model the exponential or the Rayleigh.
-std::optional<double> choose_slope(Session& session, int fit_index, std::int16_t& code,
-                                   const Model& model, int method_code) {
-  constexpr double free_slope = -1.0;
-  if (!model.fixes_slope()) return free_slope;
-  const double offered = slope_to_offer(session.gFit(fit_index), model, method_code);
-  const auto slope =
-      ask_slope(session.ports.prompts, session.errors, session.settings.punctuation, offered);
-  if (!slope) return std::nullopt;
-  code = *slope == 1   ? model_code::exponential
-         : *slope == 2 ? model_code::rayleigh
-                       : model_code::weibayes;
-  return slope;
-}
-
-void fit_data(Session& session, const Request& request, std::int16_t& model_code) {
-  Prompts& prompts = session.ports.prompts;
-  const DataSet& data = session.gData(request.data_index);
-  if (!passes_gate(prompts, model_code, request.method_code, data.Points(0).Fails,
-                   session.fit_doubts_warned))
-    return;
+void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
+  Desk desk(session, wish.data_index, wish.fit_index);
+  desk.panel().remark.clear();
   const Model* model = find_model(model_code);
   if (!model) throw RunTimeError(run_time::invalid_argument);
-  if (refuses_negative_times(prompts, *model, data)) return;
-  const auto slope =
-      choose_slope(session, request.fit_index, model_code, *model, request.method_code);
-  if (!slope) return;
-  const BusyPointer busy(session.ports.views);
-  if (!has_data(session, request.data_index)) {
-    AppendLog(session, "Please enter data for set # " + std::to_string(request.data_index) + "\n",
-              false);
-    return;
-  }
-  fit_and_show(session, request, *find_model(model_code), *slope);
+  if (!has_data(session, wish.data_index))
+    return AppendLog(
+        session, "Please enter data for set # " + std::to_string(wish.data_index) + "\n", false);
+  FitRequest request = request_for(session, wish.fit_index, *model, wish.method_code);
+  if (model->fixes_slope() && !complete_with_slope(desk, *model, request)) return;
+  model_code = request.model;
+  const Outcome outcome = answer_request(desk, request);
+  if (outcome.slot == 0) return;
+  Load_Fit(session, wish.fit_index);
+  if (wish.draw) show_on_chart(session, wish.fit_index, outcome.slot);
+  if (wish.report && outcome.calculated)
+    PostFitLog(session, outcome.slot, wish.data_index, wish.fit_index);
 }
+
+constexpr const char* place = "Fit_Distribution routine:";
+constexpr const char* prefix = "Error calculating Fit: ";
 
 }  // namespace
 
 void Fit_Distribution(Session& session, int data_index, int fit_index, std::int16_t& model_code,
                       std::int16_t method_code, bool draw, bool report) {
-  const auto words = error_words("Error calculating Fit: ", "Fit_Distribution routine:");
-  session.solver.remark.clear();
-  guarded(session.errors, words, [&] {
+  guarded(session.errors, error_words(prefix, place), [&] {
     fit_data(session, {data_index, fit_index, method_code, draw, report}, model_code);
   });
+}
+
+void refit_all(Session& session, int data_index, int fit_index) {
+  guarded(session.errors, error_words(prefix, place), [&] {
+    Desk desk(session, data_index, fit_index);
+    for (int k = 1; k <= desk.fits().nFits; ++k) {
+      desk.panel().remark.clear();
+      const FitRequest request = desk.fits().Fits(k).request;
+      answer_request(desk, request);
+    }
+  });
+}
+
+FitRequest request_of_panel(const Session& session, int fit_index) {
+  const FitPanel& panel = *session.gFitForm(fit_index);
+  const Model* model = find_model(panel.nModel);
+  if (!model) throw RunTimeError(run_time::invalid_argument);
+  return request_for(session, fit_index, *model, panel.nMethod);
+}
+
+void show_on_chart(Session& session, int fit_index, int slot) {
+  if (session.nCharts < 1) return;
+  Chart& chart = session.gChart(session.nCharts);
+  const Model* model = find_model(session.gFit(fit_index).Fits(slot).ModelCode);
+  if (session.settings.ShowLast) chart.Markers(1).FitNumber = slot;
+  // A model without axes of its own is drawn on the paper that the chart has.
+  if (session.settings.ShowLast && model && model->y_scale() != 0) {
+    chart.Axes(0).ScaleType = static_cast<std::int16_t>(model->x_scale());
+    chart.Axes(1).ScaleType = static_cast<std::int16_t>(model->y_scale());
+  }
+  session.gChartNow = chart;
+  session.ports.views.chart_changed(session.nCharts);
 }
 
 }  // namespace tavlo

@@ -1,4 +1,5 @@
-// Dispatch: the one door to all fitting, for windows, command line and analyses.
+// Dispatch: the one door of the windows to all fitting. Turns what a person asks for into
+// a request, has it answered, tells what is to be told and keeps the answer.
 #pragma once
 
 #include <cstdint>
@@ -7,12 +8,25 @@
 
 namespace tavlo {
 
-/// Fits `model_code` by `method_code` to gData(data_index) and keeps the result
-/// in gFit(fit_index): gates on the number of failures, finds or makes the slot,
-/// fits, refreshes the grid, and on request redraws the last chart and writes
-/// the log. A request that stands calculated already is shown again. The model
-/// code may be changed (a fixed slope of 1 is the exponential).
+/// Fits `model_code` by `method_code` to gData(data_index) and keeps the result in
+/// gFit(fit_index), with the request that it answers. Asks for the slope of a model that
+/// needs one; kind of ranks and censored likelihood are those of settings and panel.
+/// Refreshes the grid, and on request redraws the last chart and writes the log. A
+/// request that is answered already is shown again. The model code may be changed (a
+/// fixed slope of 1 is the exponential).
 void Fit_Distribution(Session& session, int data_index, int fit_index, std::int16_t& model_code,
                       std::int16_t method_code, bool draw, bool report);
+
+/// Answers the requests of all fits of the set anew, from the data as they are now. Asks
+/// nothing that a request says, and writes no log. A fit that is refused stays as it was,
+/// out of date.
+void refit_all(Session& session, int data_index, int fit_index);
+
+/// The request that the panel makes now, but for its slope.
+FitRequest request_of_panel(const Session& session, int fit_index);
+
+/// Shows a fit on the last chart: its first plot set takes the fit, its axes the paper
+/// of the model.
+void show_on_chart(Session& session, int fit_index, int slot);
 
 }  // namespace tavlo

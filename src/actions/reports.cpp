@@ -1,14 +1,17 @@
 #include "actions/reports.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
-#include "actions/parameter_labels.h"
-#include "actions/shown_parameters.h"
-#include "actions/value_text.h"
+#include "actions/words.h"
+#include "life/parameter_names.h"
+#include "life/shown_parameters.h"
 #include "numerics/date_text.h"
 #include "numerics/elementary.h"
 #include "numerics/number_text.h"
+#include "numerics/value_text.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -16,6 +19,8 @@ namespace {
 
 constexpr const char* line_end = "\\par ";
 constexpr const char* tab = "\\tab ";
+constexpr const char* note_mark = " *";
+constexpr const char* undetermined = "not determined";
 
 Family family_of(int model_code) {
   const Model* model = find_model(model_code);
@@ -29,7 +34,23 @@ std::string rounded(ErrorReporter& reporter, double value, int digits) {
   return number_text(fd_Round(reporter, value, digits).value);
 }
 
+std::string rounded(ErrorReporter& reporter, std::optional<double> value, int digits) {
+  return value ? rounded(reporter, *value, digits) : undetermined;
+}
+
+/// The mode that a row is the fit of; null in a fit of all modes together.
+const ModeFit* mode_of_row(const FitResult& fit, int row) {
+  const auto i = static_cast<std::size_t>(row) - 1;
+  return i < fit.modes.size() ? &fit.modes[i] : nullptr;
+}
+
+std::string quality_words(ErrorReporter& reporter, int method, double quality, int digits) {
+  return std::string(method == method_code::mle ? "Ln(L)= " : "r^2= ") + tab +
+         rounded(reporter, quality, digits);
+}
+
 bool shows_populations(const FitResult& fit) {
+  if (!fit.modes.empty()) return false;
   for (int row = 1; row <= last_row(fit); ++row) {
     const double share = fit.Rows(row).Fraction;
     if ((share > 1e-7 && share < 0.999999) || fit.Rows(row).Applies > 1) return true;
@@ -50,52 +71,66 @@ std::string population_block(const FitResult& fit, int digits) {
 }
 
 std::string parameter_line(ErrorReporter& reporter, const FitResult& fit, const FitParam& row,
-                           const ShownParameters& shown, int digits) {
-  const ParameterLabels& labels = parameter_labels(family_of(fit.ModelCode));
-  std::string text = std::string(labels.log_scale) + tab + rounded(reporter, shown.first, digits) +
-                     tab + labels.log_shape + tab + rounded(reporter, shown.second, digits) +
-                     line_end;
+                           int digits) {
+  const NamePair& labels = parameter_names(family_of(fit.ModelCode)).log;
+  const ShownParameters shown = shown_parameters(fit.ModelCode, row);
+  std::string text = std::string(labels.first) + tab + rounded(reporter, shown.first, digits) +
+                     tab + labels.second + tab + rounded(reporter, shown.second, digits) + line_end;
   if ((fit.ModelCode & model_mask) == model_code::weibull3)
     text += std::string("  t0: ") + tab + rounded(reporter, row.T0, digits) + line_end;
   return text;
 }
 
-/// The body of an entry; empty, after a box, for a model without axes.
-std::string entry_body(Session& session, const FitResult& fit, const DataPoint& summary) {
+std::string mode_line(ErrorReporter& reporter, const ModeFit& mode, const DataSet& data,
+                      int digits) {
+  const std::string head = "Failure mode: " + rtf_text(mode_name(data, mode.mode));
+  if (mode.refusal) return head + line_end;
+  return head + tab + quality_words(reporter, mode.method, mode.quality, digits) + line_end;
+}
+
+/// The name of the fit, the units and, of a fit of all modes together, its quality.
+std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const DataPoint& summary,
+                       int digits) {
+  const std::string units = fit.Label + tab + "N= " + number_text(summary.Fails + summary.Susps) +
+                            " /S= " + number_text(summary.Susps) + line_end;
+  if (!fit.modes.empty()) return units;
+  return units + quality_words(reporter, fit.Method, fit.Quality, digits);
+}
+
+std::string note_lines(const FitResult& fit, const DataSet& data) {
+  std::string text;
+  for (const Note& note : fit.notes) text += rtf_text(note_sentence(note, data)) + line_end;
+  return text;
+}
+
+std::string entry_body(Session& session, const FitResult& fit, const DataSet& data) {
   ErrorReporter& reporter = session.errors;
   const int digits = session.settings.DigitsLog;
-  const bool likelihood = fit.Method == method_code::mle;
-  std::string text = fit.Label + tab + "N= " + number_text(summary.Fails + summary.Susps) +
-                     " /S= " + number_text(summary.Susps) + line_end +
-                     (likelihood ? "Ln(L)= " : "r^2= ") + tab +
-                     rounded(reporter, fit.Quality, digits);
+  std::string text = head_lines(reporter, fit, data.Points(0), digits);
   const bool populations = shows_populations(fit);
   if (populations) text += population_block(fit, digits);
   for (int i = 1; i <= last_row(fit); ++i) {
     const FitParam& row = fit.Rows(i);
-    const auto shown = shown_parameters(fit.ModelCode, row);
-    if (!shown) {
-      session.ports.prompts.show(
-          {"", "undefined axes in postfitlog", BoxIcon::exclamation, BoxButtons::ok});
-      return {};
-    }
+    const ModeFit* mode = mode_of_row(fit, i);
+    if (mode) text += mode_line(reporter, *mode, data, digits);
+    if (mode && mode->refusal) continue;
     if (populations) text += "Applies to Pop: " + fs_BitList(row.Applies, false) + line_end;
-    text += parameter_line(reporter, fit, row, *shown, digits);
+    text += parameter_line(reporter, fit, row, digits);
   }
-  return text;
+  return text + note_lines(fit, data);
 }
 
 /// Names of the families among the fits, each once, joined: "eta, mu".
-std::string joined_heading(const FitSet& fits, const char* ParameterLabels::*heading) {
+std::string joined_heading(const FitSet& fits, const char* NamePair::*heading) {
   std::vector<std::string> seen;
   std::string text;
   for (int k = 1; k <= fits.nFits; ++k) {
-    const std::string name = parameter_labels(family_of(fits.Fits(k).ModelCode)).*heading;
+    const std::string name = parameter_names(family_of(fits.Fits(k).ModelCode)).grid.*heading;
     if (std::find(seen.begin(), seen.end(), name) != seen.end()) continue;
     text += (seen.empty() ? "" : ", ") + name;
     seen.push_back(name);
   }
-  return seen.empty() ? parameter_labels(Family::weibull).*heading : text;
+  return seen.empty() ? parameter_names(Family::weibull).grid.*heading : text;
 }
 
 std::string quality_heading(const FitSet& fits) {
@@ -113,30 +148,68 @@ void load_headings(const FitSet& fits, Grid& grid) {
   grid.set_text(0, fit_column::model, "Model");
   grid.set_text(0, fit_column::sub_population, "Sub-pop");
   grid.set_text(0, fit_column::fraction, "u %");
-  grid.set_text(0, fit_column::scale, joined_heading(fits, &ParameterLabels::grid_scale));
-  grid.set_text(0, fit_column::shape, joined_heading(fits, &ParameterLabels::grid_shape));
+  grid.set_text(0, fit_column::scale, joined_heading(fits, &NamePair::first));
+  grid.set_text(0, fit_column::shape, joined_heading(fits, &NamePair::second));
   grid.set_text(0, fit_column::min_life, "Min Life");
 }
 
-void load_row(Session& session, const FitResult& fit, int slot, int row, Grid& grid) {
+/// "W4P/MLEc", with a mark where there is something to know beside the numbers.
+std::string model_cell(const FitResult& fit, bool current) {
+  FitRequest shown = fit.request;
+  shown.model = fit.ModelCode;
+  shown.method = fit.Method;
+  return short_label(shown) + (current && !fit.notes.empty() ? note_mark : "");
+}
+
+void load_numbers(Session& session, const FitResult& fit, const DataSet& data, int row, int to,
+                  Grid& grid) {
   ErrorReporter& reporter = session.errors;
   const int digits = session.settings.DigitsFit;
   const FitParam& from = fit.Rows(row);
+  const ModeFit* mode = mode_of_row(fit, row);
+  const ShownParameters shown = shown_parameters(fit.ModelCode, from);
+  if (mode && !mode->refusal)
+    grid.set_text(to, fit_column::quality, rounded(reporter, mode->quality, digits));
+  if (!mode && row == 1)
+    grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
+  grid.set_text(to, fit_column::sub_population,
+                mode ? mode_name(data, mode->mode) : fs_BitList(from.Applies, false));
+  grid.set_text(to, fit_column::scale, rounded(reporter, shown.first, digits));
+  grid.set_text(to, fit_column::shape, rounded(reporter, shown.second, digits));
+  if (mode && mode->refusal) return;
+  grid.set_text(to, fit_column::fraction, rounded(reporter, 100.0 * from.Fraction, digits));
+  grid.set_text(to, fit_column::min_life, rounded(reporter, from.T0, digits));
+}
+
+void load_row(Session& session, const FitSet& fits, const DataSet& data, int slot, int row,
+              Grid& grid) {
+  const FitResult& fit = fits.Fits(slot);
+  const bool current = is_current(fit, data);
   const int to = grid.rows();
   grid.set_rows(to + 1);
   if (row == 1) {
     grid.set_text(to, fit_column::number, std::to_string(slot));
-    grid.set_text(to, fit_column::model, fs_ModelNames(fit.ModelCode, fit.Method).short_name);
+    grid.set_text(to, fit_column::model, model_cell(fit, current));
   }
   // Numbers of a fit that no longer belongs to its data would be taken for true.
-  if (fit.Status != FitStatus::calculated) return;
-  if (row == 1) grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
-  const ShownParameters shown = grid_parameters(fit.ModelCode, from);
-  grid.set_text(to, fit_column::sub_population, fs_BitList(from.Applies, false));
-  grid.set_text(to, fit_column::fraction, rounded(reporter, 100.0 * from.Fraction, digits));
-  grid.set_text(to, fit_column::scale, rounded(reporter, shown.first, digits));
-  grid.set_text(to, fit_column::shape, rounded(reporter, shown.second, digits));
-  grid.set_text(to, fit_column::min_life, rounded(reporter, from.T0, digits));
+  if (current) load_numbers(session, fit, data, row, to, grid);
+}
+
+/// The data set of a fit set: the one that it names, else the one at its index.
+const DataSet& data_of(const Session& session, int fit_index) {
+  const FitSet& fits = session.gFit(fit_index);
+  const int named = fits.DataIds.bound() >= 1 ? find_data(session, fits.DataIds(1)) : 0;
+  return session.gData(named > 0 ? named : fit_index);
+}
+
+/// The slot whose rows cover a row of the grid; 0 for the headings.
+int slot_at(const FitSet& fits, int grid_row) {
+  int row = 0;
+  for (int k = 1; k <= fits.nFits; ++k) {
+    row += last_row(fits.Fits(k));
+    if (grid_row >= 1 && grid_row <= row) return k;
+  }
+  return 0;
 }
 
 }  // namespace
@@ -155,8 +228,7 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
   guarded(session.errors, words, [&] {
     const FitSet& fits = session.gFit(fit_index);
     const FitResult& fit = fits.Fits(fit_slot < 1 ? fits.nFits : fit_slot);
-    const std::string body = entry_body(session, fit, session.gData(data_index).Points(0));
-    if (body.empty()) return;
+    const std::string body = entry_body(session, fit, session.gData(data_index));
     AppendLog(session,
               "********** Tavlo Fit ********** " +
                   format_date(session.ports.clock.now(), "    hh:mm am/pm") + line_end + body +
@@ -168,14 +240,27 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
 void Load_Fit(Session& session, int fit_index) {
   guarded(session.errors, error_words("Display fit error: ", "Load_Fit routine:"), [&] {
     const FitSet& fits = session.gFit(fit_index);
+    const DataSet& data = data_of(session, fit_index);
     Grid& grid = session.gFitForm(fit_index)->grd_Fit;
     grid.set_rows(1);
     load_headings(fits, grid);
     for (int k = 1; k <= fits.nFits; ++k)
       for (int row = 1; row <= last_row(fits.Fits(k)); ++row)
-        load_row(session, fits.Fits(k), k, row, grid);
+        load_row(session, fits, data, k, row, grid);
   });
   session.ports.views.fit_grid_changed(fit_index);
+}
+
+std::string notes_at(const Session& session, int fit_index, int grid_row) {
+  const FitSet& fits = session.gFit(fit_index);
+  const DataSet& data = data_of(session, fit_index);
+  const int slot = slot_at(fits, grid_row);
+  if (slot == 0) return "";
+  if (!is_current(fits.Fits(slot), data)) return "out of date: the data have changed";
+  std::string text;
+  for (const Note& note : fits.Fits(slot).notes)
+    text += (text.empty() ? "" : "\n") + note_sentence(note, data);
+  return text;
 }
 
 }  // namespace tavlo

@@ -14,6 +14,10 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index);
 /// Builds the fit grid of gFitForm(fit_index) anew and tells the views.
 void Load_Fit(Session& session, int fit_index);
 
+/// What is to be known beside the numbers of a row of the fit grid, a line each, for its
+/// tool tip. Empty where there is nothing.
+std::string notes_at(const Session& session, int fit_index, int grid_row);
+
 /// Adds text to the end of the log: raw RTF, or plain text whose line breaks
 /// become line ends of the log.
 void AppendLog(Session& session, const std::string& text, bool as_rtf);

@@ -9,8 +9,8 @@
 
 namespace tavlo {
 
-/// Asks for a slope, offering `suggestion` if it is above 0. The size of the
-/// number entered, at 6 significant digits; nothing when it is 0, as an empty, a
+/// Asks for a slope, offering `suggestion`, with all its digits, if it is above 0. The
+/// size of the number entered, as it was entered; nothing when it is 0, as an empty, a
 /// cancelled or an unreadable entry is.
 std::optional<double> ask_slope(Prompts& prompts, ErrorReporter& reporter,
                                 const NumberPunctuation& punctuation, double suggestion);

@@ -8,6 +8,7 @@
 
 #include "files/field_number.h"
 #include "files/large_pages.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -79,6 +80,7 @@ void fill_data_set(DataRows from, DataSet& data) {
   data.ModeNames = {};
   for (std::string& name : from.mode_names) data.ModeNames.push_back(std::move(name));
   data.nModes = data.ModeNames.bound();
+  mark_changed(data);
 }
 
 void PointList::reserve(std::size_t rows) {

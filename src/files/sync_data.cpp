@@ -5,10 +5,12 @@
 #include <limits>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
-#include "actions/ranking.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
+#include "project/fit_records.h"
+#include "project/ranking.h"
 
 namespace tavlo {
 
@@ -20,26 +22,33 @@ std::string y_format(const Settings& settings) {
 
 double number_or_zero(const std::string& text) { return parse_number(text).value_or(0.0); }
 
-/// Finds the index of a failure mode by its name, and gives a new name the next one.
+/// Numbers the failure modes that the sheet names: those that are known keep their order,
+/// new ones follow, and a name that no row has any more goes.
 class ModeIndex {
  public:
-  explicit ModeIndex(DataSet& data) : data_(data) {
-    for (int m = data.nModes; m >= 1; --m) known_[data.ModeNames(m)] = m;
+  ModeIndex(const Grid& grid, DataSet& data) {
+    std::unordered_set<std::string> used;
+    for (int r = 1; r <= data.Count; ++r) used.insert(grid.text(r, sheet_column::mode));
+    used.erase("");
+    Slots<std::string> names;
+    const int known = std::min(data.nModes, data.ModeNames.bound());
+    for (int m = 1; m <= known; ++m)
+      if (used.erase(data.ModeNames(m)) > 0) names.push_back(data.ModeNames(m));
+    for (int r = 1; r <= data.Count; ++r)
+      if (const std::string& name = grid.text(r, sheet_column::mode); used.erase(name) > 0)
+        names.push_back(name);
+    for (int m = 1; m <= names.bound(); ++m) numbers_[names(m)] = m;
+    data.nModes = names.bound();
+    data.ModeNames = std::move(names);
   }
 
-  std::int16_t operator()(const std::string& name) {
-    if (name.empty()) return 0;
-    const auto [found, is_new] = known_.try_emplace(name, data_.nModes + 1);
-    if (is_new) {
-      data_.ModeNames.push_back(name);
-      data_.nModes += 1;
-    }
-    return ToInt16(found->second);
+  std::int16_t operator()(const std::string& name) const {
+    const auto found = numbers_.find(name);
+    return found == numbers_.end() ? std::int16_t{0} : ToInt16(found->second);
   }
 
  private:
-  DataSet& data_;
-  std::unordered_map<std::string, int> known_;
+  std::unordered_map<std::string, int> numbers_;
 };
 
 /// The sheet shows a rank rounded: only a text that differs from that picture
@@ -55,7 +64,8 @@ void sheet_to_record(const DataSheet& sheet, const std::string& format, DataSet&
   const Grid& grid = sheet.grd_Data;
   data.Count = std::min(sheet.lrows, grid.rows() - 1);
   data.Points.resize(data.Count);
-  ModeIndex mode_index(data);
+  mark_changed(data);
+  const ModeIndex mode_index(grid, data);
   for (int r = 1; r <= data.Count; ++r) {
     DataPoint& point = data.Points(r);
     point.X = ToSingle(number_or_zero(grid.text(r, sheet_column::x)));

@@ -9,60 +9,17 @@ namespace tavlo {
 namespace {
 
 constexpr SufficiencyGate two_parameters = {
-    .stop_below = 1,
-    .stop_at_limit = true,
-    .mle_always_passes = true,
-    .stop_words =
-        "At least 2 points are needed to do a 2 parameter Weibull.\n"
-        "(If MLE, then at least 1 failure and 1 right tail suspension.)",
-    .stop_title = "Insufficient points for Fit"};
-
+    .id = Gate::two_parameters, .stop_below = 1, .stop_at_limit = true, .mle_always_passes = true};
 constexpr SufficiencyGate three_parameters = {
-    .stop_below = 3,
-    .doubt_below = 21,
-    .warned_flag = 4,
-    .parameters = "3",
-    .preferred = "21",
-    .doubt_names = "21",
-    .stop_title = "Insufficient points for 3 Parameter Weibull",
-    .doubt_title = "Maybe Insufficient points for Fit"};
-
-// The doubt of four parameters says 25 while its gate is at 30: kept so.
+    .id = Gate::three_parameters, .stop_below = 3, .doubt_below = 21, .warned_flag = 4};
 constexpr SufficiencyGate four_parameters = {
-    .stop_below = 4,
-    .doubt_below = 30,
-    .warned_flag = 8,
-    .parameters = "4",
-    .preferred = "30",
-    .doubt_names = "25",
-    .stop_title = "Insufficient points for 4 Parameter Weibull",
-    .doubt_title = "May Be Insufficient points for Fit"};
-
+    .id = Gate::four_parameters, .stop_below = 4, .doubt_below = 30, .warned_flag = 8};
 constexpr SufficiencyGate five_parameters = {
-    .stop_below = 5,
-    .doubt_below = 40,
-    .warned_flag = 16,
-    .parameters = "5",
-    .preferred = "40",
-    .doubt_names = "40",
-    .stop_title = "Insufficient points for 5 Parameter Weibull",
-    .doubt_title = "May Be Insufficient points for Fit"};
-
+    .id = Gate::five_parameters, .stop_below = 5, .doubt_below = 40, .warned_flag = 16};
 constexpr SufficiencyGate seven_parameters = {
-    .stop_below = 7,
-    .doubt_below = 50,
-    .warned_flag = 32,
-    .parameters = "7",
-    .preferred = "50",
-    .doubt_names = "50",
-    .stop_title = "Insufficient points for 7 Parameter Weibull",
-    .doubt_title = "May Be Insufficient points for Fit"};
-
-constexpr SufficiencyGate line = {.stop_below = 2,
-                                  .stop_words = "At least 2 points are needed to do a fit.",
-                                  .stop_title = "Insufficient points for Fit"};
-
-constexpr SufficiencyGate fixed_slope = {.stop_below = 1};
+    .id = Gate::seven_parameters, .stop_below = 7, .doubt_below = 50, .warned_flag = 32};
+constexpr SufficiencyGate line = {.id = Gate::line, .stop_below = 2};
+constexpr SufficiencyGate fixed_slope = {.id = Gate::fixed_slope, .stop_below = 1};
 
 constexpr std::span<const std::int16_t> no_models = {};
 constexpr std::array<std::int16_t, 1> only_weibull2 = {model_code::weibull2};

@@ -62,21 +62,26 @@ enum class Family { weibull, gumbel, normal, lognormal, none };
 /// Which routine fits the model by regression or, where it has one, by MLE.
 enum class FitRoutine { weibull, normal, gumbel, by_mode, mixture, lognormal3, custom };
 
+/// The gates by name; models with as many parameters share one.
+enum class Gate {
+  two_parameters,
+  three_parameters,
+  four_parameters,
+  five_parameters,
+  seven_parameters,
+  line,
+  fixed_slope
+};
+
 /// When a fit is refused or doubted, by the number of failures n. A doubt is
-/// raised once in a run. The words that the gates share are composed in the
-/// dispatch from these facts.
+/// raised once in a run. The words of the boxes stand with the actions.
 struct SufficiencyGate {
+  Gate id;
   double stop_below = 0;       ///< refused when n is below
   bool stop_at_limit = false;  ///< refused at the limit too (two parameters need n > 1)
   bool mle_always_passes = false;
-  double doubt_below = 0;        ///< doubted when n is below; 0 is never
-  int warned_flag = 0;           ///< bit that remembers an accepted doubt
-  const char* parameters = "";   ///< number of parameters as the boxes name it
-  const char* preferred = "";    ///< failures preferred, as the stop names them
-  const char* doubt_names = "";  ///< failures preferred, as the doubt names them
-  const char* stop_words = "";   ///< words of a stop that is not the common one
-  const char* stop_title = "";   ///< empty: the call ends without a word
-  const char* doubt_title = "";
+  double doubt_below = 0;  ///< doubted when n is below; 0 is never
+  int warned_flag = 0;     ///< bit that remembers an accepted doubt
 };
 
 struct Model {

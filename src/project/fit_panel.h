@@ -28,6 +28,8 @@ struct FitPanel {
   int fit_index = 0;
   std::int16_t nModel = -1;   ///< model code chosen; -1 is none
   std::int16_t nMethod = -1;  ///< method code chosen; -1 is none
+  bool censored = false;      ///< the next likelihood of a mixture takes suspensions in
+  std::string remark;         ///< what the last fit had to say, for the status bar
   bool busy = false;          ///< a calculation is under way
   std::string txt_Custom = "X:Log, Y:Wbl =W1";
   Grid grd_Fit{1, fit_column::count};

@@ -4,9 +4,12 @@
 
 namespace tavlo {
 
-int find_slot(const FitSet& fits, int model_code, int method_code) {
-  for (int k = 1; k <= fits.nFits; ++k)
-    if (fits.Fits(k).Method == method_code && fits.Fits(k).ModelCode == model_code) return k;
+int find_slot(const FitSet& fits, int model_code, int method_code, bool censored) {
+  for (int k = 1; k <= fits.nFits; ++k) {
+    const FitResult& fit = fits.Fits(k);
+    const bool same = fit.Method == method_code && fit.ModelCode == model_code;
+    if (same && fit.request.censored == censored) return k;
+  }
   return 0;
 }
 

@@ -8,19 +8,19 @@
 #include <string>
 #include <vector>
 
+#include "fit/answer.h"
 #include "life/life.h"
 #include "numerics/slots.h"
 
 namespace tavlo {
 
 /// One row of a data set. Row 0 of a set is its summary: totals in `Fails` and
-/// `Susps`, the weighted means of the last regression in `XT` and `YT`, the
-/// rank state (see rank_state) in `Order`, the mode being fitted in `Mode`.
+/// `Susps`, the rank state (see rank_state) in `Order`.
 struct DataPoint {
   double Fails = 0;            ///< failures at X; may be a fraction
   double Susps = 0;            ///< suspensions at X; may be a fraction
-  std::array<double, 3> XT{};  ///< X on paper: 1 of the fit at work, 2 by failure mode
-  std::array<double, 3> YT{};  ///< Y on paper, same indexes; 0 on a row without a rank
+  std::array<double, 3> XT{};  ///< 2: ln |X|; the others are kept for the project file
+  std::array<double, 3> YT{};  ///< 2: Weibull ordinate of the rank within the mode; 0 without
   float X = 0;                 ///< time to failure or suspension
   float Y = 0;                 ///< cumulative fraction failed; 0 on a row without failures
   std::int32_t Order = 0;      ///< order number of the point as it was entered
@@ -75,21 +75,15 @@ struct DataSet {
   Slots<DataPoint> Points;
   Slots<InspectionList> Inspection;
   Slots<WarrantyProfile> Profiles;
+
+  std::int64_t revision = 0;          ///< goes up with each change of the data; no file keeps it
+  RankKind ranks = RankKind::benard;  ///< kind of the ranks in `Y`
 };
 
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };
 
-/// How sure a mixture's answer is: what the further starts of the solver found.
-struct OldStartsReport {
-  int tried = 0;   ///< starts that ran, the first among them
-  int agreed = 0;  ///< starts that ended at the answer
-  bool has_runner_up = false;
-  double runner_up = 0;          ///< quality of the best other optimum
-  bool interior_maximum = true;  ///< W3T by MLE: the likelihood has a regular maximum
-  bool sound = true;  ///< false: no start gave an answer that stands up, this one included
-};
-
-/// One model fitted by one method.
+/// One model fitted by one method. Below the stored fields stands what the fit was made
+/// from and what must be known beside its numbers; no file keeps that yet.
 struct FitResult {
   double Quality = 0;  ///< r squared of a regression, ln of the likelihood for MLE
   std::int16_t ModelCode = 0;
@@ -98,7 +92,13 @@ struct FitResult {
   std::int32_t nRows = 0;  ///< upper bound of `Rows`
   std::string Label;
   Slots<FitParam> Rows;
-  std::optional<OldStartsReport> starts;  ///< of a mixture; in memory only, no file keeps it
+
+  FitRequest request;
+  std::int64_t revision = 0;  ///< of the data that it was made from
+  std::vector<Note> notes;
+  std::optional<Proof> proof;          ///< of a searched fit
+  std::optional<StartsReport> starts;  ///< of a searched fit
+  std::vector<ModeFit> modes;          ///< of a fit by failure mode: row i belongs to entry i - 1
 };
 
 /// All the fits of one data set.
@@ -111,8 +111,9 @@ struct FitSet {
   std::string Title = "Fit 0";
 };
 
-/// The slot from 1 that holds the model's fit by the method; 0 when none does.
-int find_slot(const FitSet& fits, int model_code, int method_code);
+/// The slot from 1 that holds the model's fit by the method; 0 when none does. By a
+/// likelihood with the suspensions in it (`censored`) a mixture is another fit.
+int find_slot(const FitSet& fits, int model_code, int method_code, bool censored = false);
 
 /// Factory defaults; without an identity.
 DataSet fuStandardData();

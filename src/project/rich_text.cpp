@@ -158,16 +158,22 @@ void RichText::append_rtf(std::string_view fragment) {
 }
 
 void RichText::append_plain(std::string_view text) {
+  body_ += rtf_text(text);
+  ++changes_;
+}
+
+std::string rtf_text(std::string_view text) {
+  std::string escaped;
   while (!text.empty()) {
     const char32_t code = next_code_point(text);
     if (code == '\r' && !text.empty() && text.front() == '\n') continue;
     if (code == '\n' || code == '\r') {
-      body_ += "\\par ";
+      escaped += "\\par ";
     } else {
-      append_escaped(body_, code);
+      append_escaped(escaped, code);
     }
   }
-  ++changes_;
+  return escaped;
 }
 
 void RichText::clear() {

@@ -33,6 +33,9 @@ class RichText {
   long changes_ = 0;
 };
 
+/// UTF-8 text as RTF: line breaks become "\par ", characters with a meaning are escaped.
+std::string rtf_text(std::string_view text);
+
 /// The plain text (UTF-8) of an RTF document or fragment; destinations such as
 /// font tables are left out. Broken RTF gives what can be read of it.
 std::string rtf_to_plain(std::string_view rtf);

@@ -14,10 +14,18 @@
 #include "project/records.h"
 #include "project/rich_text.h"
 #include "project/settings.h"
-#include "project/solver_state.h"
 #include "project/unique_id.h"
 
 namespace tavlo {
+
+/// What a run remembers of the boxes that fits have shown.
+struct FitDialogue {
+  bool stop_wanted = false;          ///< set by the windows: the fit at work ends at its next turn
+  int doubts_warned = 0;             ///< doubts that the user has said OK to, see SufficiencyGate
+  bool minimum_life_warned = false;  ///< the warning on W3T by MLE has been shown
+  int fault_error = 0;               ///< run-time error of the last retry box
+  double fault_seconds = -1e9;       ///< steady seconds of the last retry box
+};
 
 struct Session {
   explicit Session(const Ports& world);
@@ -43,8 +51,7 @@ struct Session {
   Slots<std::unique_ptr<FitPanel>> gFitForm;
   RichText log;
 
-  int fit_doubts_warned = 0;  ///< doubts that the user has said OK to, see SufficiencyGate
-  SolverState solver;         ///< its abort flag ends a long calculation at the next row
+  FitDialogue fitting;
 };
 
 /// Empties the project and builds it again with one data set, one fit set and

@@ -1,38 +1,16 @@
+// Whole requests, from the click to grid, log and chart.
 #include "actions/dispatch.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
-#include <optional>
-
-#include "actions/ranking.h"
+#include "actions/fit_world.h"
+#include "actions/reports.h"
 #include "numerics/number_text.h"
-#include "support/test_world.h"
 
 namespace tavlo {
 namespace {
 
-using test::TestWorld;
-
-/// A world whose first data set holds the points, ranked.
-struct FitWorld : TestWorld {
-  explicit FitWorld(const std::vector<test::Point>& points) {
-    DataSet data = test::make_data(points);
-    data.UniqueId = session.gData(1).UniqueId;
-    data.Title = "Data1";
-    Make_Ranks(session.errors, true, data);
-    session.gData(1) = data;
-    views.said.clear();
-  }
-
-  void fit(std::int16_t model = 98, std::int16_t method = 0) {
-    Fit_Distribution(session, 1, 1, model, method, true, true);
-  }
-
-  const FitSet& fits() const { return session.gFit(1); }
-  std::string log() const { return session.log.plain(); }
-};
+using test::FitWorld;
 
 const std::vector<test::Point> five = {{100}, {200}, {300}, {400}, {500}};
 
@@ -40,274 +18,226 @@ TEST(Dispatch, AFitIsStoredShownAndLogged) {
   FitWorld world(five);
   world.fit();
   ASSERT_EQ(world.fits().nFits, 1);
-  const FitResult& fit = world.fits().Fits(1);
-  EXPECT_EQ(fit.Status, FitStatus::calculated);
-  EXPECT_EQ(fit.Label, "W/rr");
-  EXPECT_EQ(fit.Rows(1).Fraction, 1.0);
-  EXPECT_EQ(fit.Rows(1).Applies, 1);
+  EXPECT_EQ(world.record(1).Label, "W/rr");
+  EXPECT_TRUE(is_current(world.record(1), world.data()));
   EXPECT_EQ(world.session.gChart(1).Markers(1).FitNumber, 1);
   EXPECT_EQ(world.session.gChart(1).Axes(1).ScaleType, 32);
   EXPECT_EQ(world.views.said,
-            (std::vector<std::string>{"busy", "grid 1", "chart 1", "log", "ready"}));
-
-  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
-  ASSERT_EQ(grid.rows(), 2);
-  EXPECT_EQ(grid.text(0, fit_column::quality), "r²");
-  EXPECT_EQ(grid.text(0, fit_column::scale), "eta");
-  EXPECT_EQ(grid.text(1, fit_column::model), "W/rr");
-  EXPECT_EQ(grid.text(1, fit_column::fraction), "100");
+            (std::vector<std::string>{"busy", "ready", "grid 1", "chart 1", "log"}));
+  EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr");
+  EXPECT_EQ(world.grid().text(1, fit_column::fraction), "100");
   EXPECT_NE(world.log().find("********** Tavlo Fit **********     02:05 pm\nW/rr\tN= 5 /S= 0\n"
                              "r^2= \t0."),
             std::string::npos)
       << world.log();
-}
 
-TEST(Dispatch, MethodsStandSideBySideAndTheHeadingSaysSo) {
-  FitWorld world(five);
-  world.fit(98, 0);
-  world.fit(98, 1);
-  world.fit(610, 2);
-  EXPECT_EQ(world.fits().nFits, 3);
-  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
-  EXPECT_EQ(grid.text(0, fit_column::quality), "r², Ln(L)");
-  EXPECT_EQ(grid.text(2, fit_column::model), "W/MLE");
-  EXPECT_NE(world.log().find("Ln(L)= \t-"), std::string::npos);
-  EXPECT_EQ(world.session.gChart(1).Markers(1).FitNumber, 3);
-}
-
-TEST(Dispatch, ASecondRequestShowsTheOldFitWithoutAnEntry) {
-  FitWorld world(five);
-  world.fit();
   const std::string log = world.log();
   world.views.said.clear();
   world.fit();
-  EXPECT_EQ(world.fits().nFits, 1);
-  EXPECT_EQ(world.log(), log);
-  EXPECT_EQ(world.views.count("chart 1"), 1);
+  EXPECT_EQ(world.log(), log) << "a request that is answered is only shown again";
+  EXPECT_EQ(world.views.said, (std::vector<std::string>{"grid 1", "chart 1"}));
 }
 
-TEST(Dispatch, AStaleFitForgetsItsOldSlope) {
+// A fit says of itself what it was asked, whatever the switches say now.
+TEST(Dispatch, ASwitchActsAtTheNextRequestAndARefitKeepsItsOwn) {
   FitWorld world(five);
   world.fit();
-  const double fresh_shape = world.fits().Fits(1).Rows(1).Shape;
-  world.session.gFit(1).Fits(1).Rows(1).Shape = 9.0;
-  world.session.gFit(1).Fits(1).Status = FitStatus::stale;
+  const double benard = world.record(1).Quality;
+  world.session.settings.Benard = false;
+  EXPECT_TRUE(is_current(world.record(1), world.data()));
+  world.put({{110}, {200}, {300}, {400}, {500}});
+  EXPECT_FALSE(is_current(world.record(1), world.data()));
+  refit_all(world.session, 1, 1);
+  EXPECT_EQ(world.record(1).request.ranks, RankKind::benard) << "its own kind of ranks";
+  EXPECT_EQ(world.data().ranks, RankKind::exact) << "the points follow the switch";
+  world.put(five);
+  refit_all(world.session, 1, 1);
+  EXPECT_EQ(world.record(1).Quality, benard);
   world.fit();
-  EXPECT_EQ(world.fits().Fits(1).Rows(1).Shape, fresh_shape);
+  EXPECT_EQ(world.fits().nFits, 1) << "in its place";
+  EXPECT_EQ(world.record(1).request.ranks, RankKind::exact);
+  EXPECT_NE(world.record(1).Quality, benard);
 }
 
-TEST(Dispatch, TooFewFailuresChangeNothing) {
-  FitWorld world(std::vector<test::Point>{{100}});
-  world.prompts.expect_box("Insufficient points for Fit", "At least 2 points");
-  world.fit();
-  EXPECT_EQ(world.fits().nFits, 0);
-  EXPECT_EQ(world.fits().Fits.bound(), 0);
-  EXPECT_TRUE(world.views.said.empty());
-  EXPECT_EQ(world.log(), "");
+TEST(Dispatch, WithSuspensionsInTheLikelihoodAMixtureIsAnotherFit) {
+  auto points = test::infant_and_wear_out();
+  points.push_back({2000, 0, 5});
+  FitWorld world(points);
+  world.fit(354, 1);
+  const std::string words =
+      "5 suspensions are not in this likelihood; Censored, beside the "
+      "methods, takes them in.";
+  EXPECT_GT(world.views.count("status " + words), 0) << "told before the fit";
+  EXPECT_NE(world.panel().remark.find(words), std::string::npos) << "and when it is done";
+  EXPECT_NE(world.log().find(words + "\n"), std::string::npos);
+  EXPECT_EQ(world.grid().text(1, fit_column::model), "W5C/MLE *");
+  EXPECT_NE(notes_at(world.session, 1, 2).find(words), std::string::npos) << "its second row too";
+  world.panel().censored = true;
+  world.fit(354, 1);
+  world.fit(98, 1);
+  ASSERT_EQ(world.fits().nFits, 3);
+  EXPECT_EQ(world.record(1).Label, "W5C/MLE 5c ");
+  EXPECT_EQ(world.record(2).Label, "W5C/MLEc 5c ");
+  EXPECT_EQ(world.record(3).Label, "W/MLE") << "the switch is a mixture's";
+  EXPECT_LT(world.record(2).Quality, world.record(1).Quality);
+  EXPECT_EQ(world.grid().text(3, fit_column::model).substr(0, 8), "W5C/MLEc");
+  EXPECT_EQ(notes_at(world.session, 1, 3).find("suspensions"), std::string::npos);
 }
 
-TEST(Dispatch, AFailedNewFitLeavesNoTrace) {
-  FitWorld world(std::vector<test::Point>{{100}, {200}});
-  world.session.gData(1).Points(1).X = 0;  // has no logarithm
-  world.prompts.accept_all();
-  world.fit();
-  EXPECT_FALSE(world.prompts.shown().empty()) << "the failure is told";
-  EXPECT_EQ(world.fits().nFits, 0);
-  EXPECT_EQ(world.fits().Fits.bound(), 0);
-  EXPECT_EQ(world.session.gFitForm(1)->grd_Fit.rows(), 1);
-  EXPECT_EQ(world.log(), "");
-  EXPECT_EQ(world.views.said.back(), "ready") << "the hourglass goes in any case";
-}
-
-TEST(Dispatch, AnOldFitThatFailsOnNewDataShowsNoNumbers) {
+TEST(Dispatch, AnOldFitThatIsRefusedOnNewDataShowsNoNumbers) {
   FitWorld world(five);
   world.fit(98, 0);
-  world.fit(98, 2);
-  const double old_shape = world.fits().Fits(1).Rows(1).Shape;
-  world.session.gFit(1).Fits(1).Status = FitStatus::stale;
-  world.session.gData(1).Points(1).X = 0;  // has no logarithm
-  world.prompts.accept_all();
-  world.fit(98, 0);
-  EXPECT_EQ(world.fits().nFits, 2);
-  EXPECT_EQ(world.fits().Fits(1).Status, FitStatus::stale);
-  EXPECT_EQ(world.fits().Fits(1).Rows(1).Shape, old_shape) << "no half-made fit";
-  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
-  EXPECT_EQ(grid.text(1, fit_column::model), "W/rr");
-  EXPECT_EQ(grid.text(1, fit_column::quality) + grid.text(1, fit_column::shape), "");
-  EXPECT_NE(grid.text(2, fit_column::shape), "");
+  world.fit(857, 2);
+  const FitResult old = world.record(1);
+  world.prompts.expect_box("Error: 5", "Median Rank Error: \nRow 1: Data X is 0");
+  world.put({{0}, {200}, {300}});
+  const std::string box_text =
+      "Row 1: Data X is 0, and a time of 0 has no place on a logarithmic axis.\nFit Cancelled";
+  world.prompts.expect_box("Times of 0", box_text);
+  refit_all(world.session, 1, 1);
+  Load_Fit(world.session, 1);
+  EXPECT_EQ(world.record(1).Rows, old.Rows) << "no half-made fit";
+  EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr");
+  EXPECT_EQ(world.grid().text(1, fit_column::quality) + world.grid().text(1, fit_column::shape),
+            "");
+  EXPECT_EQ(notes_at(world.session, 1, 1), "out of date: the data have changed");
+  EXPECT_NE(world.grid().text(2, fit_column::shape), "") << "the Normal takes a time of 0";
+  world.prompts.expect_box("Times of 0", box_text);
+  world.fit(922);
+  EXPECT_EQ(world.fits().nFits, 2) << "a new fit that is refused leaves no trace";
 }
 
-TEST(Dispatch, ARefusedModelLeavesNoTrace) {
-  FitWorld world(std::vector<test::Point>(25, {100}));
-  world.prompts.expect_box("", "3Par LN not programmed");
-  world.fit(986);
-  EXPECT_EQ(world.fits().nFits, 0);
-  EXPECT_EQ(world.views.said, (std::vector<std::string>{"busy", "grid 1", "ready"}));
+TEST(Dispatch, NegativeTimesAreNamedBeforeASlopeIsAskedFor) {
+  FitWorld world({{-5}, {200}, {300}});
+  for (const std::int16_t code : std::initializer_list<std::int16_t>{98, 674, 802, 1216}) {
+    const Model& model = *find_model(code);
+    world.prompts.expect_box("Negative times", std::string("Row 1: Data X is -5.  The model ") +
+                                                   model.long_name +
+                                                   " needs times above 0.\nFit Cancelled");
+    world.fit(code);
+    world.prompts.verify();
+  }
 }
-
-constexpr const char* slope_title = "Enter Weibull Slope";
 
 // The entry as it is typed, and the fit that it brings; code 0 for none.
-TEST(Dispatch, TheSlopeEnteredChoosesTheModel) {
+TEST(Dispatch, TheSlopeEnteredChoosesTheModelAndKeepsAllItsDigits) {
   struct Entry {
     std::optional<std::string> text;
     int code;
     double slope;
   };
-  const Entry entries[] = {{"1", 674, 1},       {"2", 738, 2},         {"-2", 738, 2},
-                           {"3.25", 802, 3.25}, {"1.0000004", 674, 1}, {"2.34567891", 802, 2.34568},
-                           {"5e-1", 802, 0.5},  {"0", 0, 0},           {"", 0, 0},
-                           {"abc", 0, 0},       {std::nullopt, 0, 0}};
-  for (const Entry& entry : entries) {
+  const Entry entries[] = {{"1", 674, 1},
+                           {"-2", 738, 2},
+                           {"1.0000004", 802, 1.0000004},
+                           {"2.3456789", 802, 2.3456789},
+                           {"5e-1", 802, 0.5},
+                           {"0", 0, 0},
+                           {"", 0, 0},
+                           {"abc", 0, 0},
+                           {std::nullopt, 0, 0}};
+  for (const Entry& entry : entries)
     for (const std::int16_t asked : std::initializer_list<std::int16_t>{674, 738, 802}) {
       SCOPED_TRACE(entry.text.value_or("(cancelled)"));
       FitWorld world(five);
-      world.prompts.expect_line(slope_title, entry.text);
+      world.prompts.expect_line("Enter Weibull Slope", entry.text);
       std::int16_t code = asked;
       Fit_Distribution(world.session, 1, 1, code, 0, false, false);
       EXPECT_EQ(world.fits().nFits, entry.code == 0 ? 0 : 1);
       EXPECT_EQ(code, entry.code == 0 ? asked : entry.code);
       if (entry.code == 0) continue;
-      EXPECT_EQ(world.fits().Fits(1).ModelCode, entry.code);
-      EXPECT_NEAR(world.fits().Fits(1).Rows(1).Shape, entry.slope, 1e-14);
+      EXPECT_EQ(world.record(1).ModelCode, entry.code);
+      EXPECT_EQ(world.record(1).Rows(1).Shape, entry.slope);
     }
-  }
 }
 
-TEST(Dispatch, AnotherSlopeIsCalculatedAnewAndTheSameOneOnlyShown) {
+TEST(Dispatch, AnotherSlopeIsFittedInItsPlaceAndARefitAsksForNone) {
   FitWorld world(five);
   const auto fit_with = [&](const char* slope) {
-    world.prompts.expect_line(slope_title, slope);
+    world.prompts.expect_line("Enter Weibull Slope", slope);
     const std::string before = world.log();
     world.fit(802);
     return world.log() != before;
   };
-  EXPECT_TRUE(fit_with("3"));
-  EXPECT_FALSE(fit_with("3"));
+  EXPECT_TRUE(fit_with("3.25"));
+  EXPECT_FALSE(fit_with("3.25"));
   EXPECT_TRUE(fit_with("4"));
   EXPECT_EQ(world.fits().nFits, 1);
-  EXPECT_EQ(world.fits().Fits(1).Rows(1).Shape, 4);
-  world.session.gFit(1).Fits(1).Status = FitStatus::stale;
-  EXPECT_TRUE(fit_with("2.5"));
-  EXPECT_EQ(world.fits().Fits(1).Rows(1).Shape, 2.5);
+  world.put({{90}, {200}, {310}});
+  refit_all(world.session, 1, 1);
+  EXPECT_EQ(world.record(1).Rows(1).Shape, 4);
+  EXPECT_TRUE(is_current(world.record(1), world.data()));
 }
 
-// X on Y draws a line as steep as that: only the other methods fail.
-TEST(Dispatch, ASlopeBeyondAllNumbersIsReportedAndChangesNothing) {
-  for (const std::int16_t method : std::initializer_list<std::int16_t>{1, 2}) {
-    FitWorld world(five);
-    world.prompts.expect_line(slope_title, "1e308");
-    world.prompts.expect_box("", "Weibull 123Par Fit: \n");
-    world.fit(802, method);
-    EXPECT_EQ(world.fits().nFits, 0) << method;
-    EXPECT_EQ(world.session.gFitForm(1)->grd_Fit.rows(), 1);
-    EXPECT_EQ(world.log(), "");
-  }
-}
-
-TEST(Dispatch, ALineOfGivenSlopeMayHaveANegativeQualityAndShowsIt) {
-  FitWorld world(std::vector<test::Point>{{90}, {95}, {100}, {105}});
-  world.prompts.expect_line(slope_title, "0.5");
-  world.fit(802);
-  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
-  EXPECT_LT(world.fits().Fits(1).Quality, -1);
-  EXPECT_TRUE(grid.text(1, fit_column::quality).starts_with("-"));
-  EXPECT_NE(world.log().find("r^2= \t-"), std::string::npos) << world.log();
-}
-
-TEST(Dispatch, HeadingsFollowTheMixOfFamilies) {
-  FitWorld world(five);
-  for (const std::int16_t code : std::initializer_list<std::int16_t>{98, 922, 857, 1057, 1137})
-    world.fit(code);
-  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
-  EXPECT_EQ(grid.text(0, fit_column::quality), "r²");
-  EXPECT_EQ(grid.text(0, fit_column::scale), "eta, Med, mu, Xi");
-  EXPECT_EQ(grid.text(0, fit_column::shape), "beta, sdF, sigma, Del");
-  // The LogNormal shows the median and exp(sigma), the others mu, sigma, Xi, Del.
-  const auto shown = [&](int row, int column) {
-    return parse_number(grid.text(row, column)).value_or(-1);
-  };
-  const auto row_of = [&](int slot) { return world.fits().Fits(slot).Rows(1); };
-  EXPECT_NEAR(shown(2, fit_column::scale), row_of(2).Scale, 1e-2);
-  EXPECT_NEAR(shown(2, fit_column::shape), std::exp(1 / row_of(2).Shape), 1e-3);
-  EXPECT_NEAR(shown(3, fit_column::shape), 1 / row_of(3).Shape, 1e-1);
-  EXPECT_NEAR(shown(4, fit_column::scale), 1 / row_of(4).Scale, 1e-1);
-  EXPECT_NEAR(shown(4, fit_column::shape), row_of(4).Shape, 1e-1);
-  for (const char* labels : {" Med: ", "sigF: ", " mu: ", "sigma: ", " Xi: ", "Del: "})
-    EXPECT_NE(world.log().find(labels), std::string::npos) << labels;
-}
-
-/// Failures at the ranks of a part with infant failures, with a wear-out behind.
-std::vector<test::Point> infant_and_wear_out() {
-  std::vector<test::Point> points;
-  for (int i = 1; i <= 60; ++i) {
-    const double F = (i - 0.3) / 60.4;
-    const bool infant = F < 0.2;
-    const double own = infant ? F / 0.25 : (F - 0.15) / 0.85;
-    points.push_back({infant ? 50 * std::pow(-std::log1p(-own), 1 / 1.5)
-                             : 1000 * std::pow(-std::log1p(-own), 1 / 3.0)});
-  }
-  std::sort(points.begin(), points.end(), [](auto& a, auto& b) { return a.x < b.x; });
-  return points;
-}
-
-// Populations, shares and how sure the answer is.
-TEST(Dispatch, AMixtureIsReportedByItsPopulations) {
-  FitWorld world(infant_and_wear_out());
-  world.fit(354, 2);
+TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
+  FitWorld world({{10, 1, 0, 1}, {20, 1, 0, 2}, {30, 1, 0, 1}, {35, 1, 0, 3}, {40, 0, 1}});
+  world.data().ModeNames(2) = "seal {2}";
+  world.prompts.expect_box("", "Fit_ByMode model not programmed yet");
+  for (const char* mode : {"seal {2}", "mode3"})
+    world.prompts.expect_box("Only One Failure for Mode",
+                             std::string("For the failure mode:  ") + mode +
+                                 "\nThere is only one failure and right-tail suspensions.  A Rank "
+                                 "Regression fit cannot be calculated.  MLE will be used\nFor this "
+                                 "failure mode.");
+  world.fit(1216);
   ASSERT_EQ(world.fits().nFits, 1);
-  const FitResult& fit = world.fits().Fits(1);
-  ASSERT_EQ(fit.nRows, 2);
-  ASSERT_TRUE(fit.starts.has_value());
-  EXPECT_GT(fit.starts->agreed, 0);
-  EXPECT_NE(world.session.solver.remark.find("starts ended at this optimum"), std::string::npos);
-  const Grid& grid = world.session.gFitForm(1)->grd_Fit;
-  ASSERT_EQ(grid.rows(), 3);
-  EXPECT_EQ(grid.text(1, fit_column::model), "W5C/rrs");
-  EXPECT_EQ(grid.text(1, fit_column::sub_population), "1");
-  EXPECT_EQ(grid.text(2, fit_column::sub_population), "1,2");
-  EXPECT_EQ(grid.text(2, fit_column::number), "");
+  ASSERT_EQ(world.record(1).nRows, 3);
+  EXPECT_EQ(world.session.gChart(1).Axes(1).ScaleType, 32) << "the paper that the chart has";
+  ASSERT_EQ(world.grid().rows(), 4);
+  EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal {2}");
+  EXPECT_TRUE(world.grid().text(2, fit_column::quality).starts_with("-")) << "its own ln L";
   const std::string log = world.log();
-  for (const char* words : {"W5C/rrs 5c \tN= 60 /S= 0\n", "\nPopulations:\n\t1:   ",
-                            "%\nApplies to Pop: 1\n eta: \t", "\nApplies to Pop: 1,2\n eta: \t"})
-    EXPECT_NE(log.find(words), std::string::npos) << words << log;
+  EXPECT_NE(log.find("FM/rr\tN= 5 /S= 1\nFailure mode: mode1\tr^2= \t1\n eta: \t"),
+            std::string::npos)
+      << log;
+  EXPECT_NE(log.find("Failure mode: seal {2}\tLn(L)= \t-"), std::string::npos) << log;
+  world.data().ModeNames(2) = "seal";
+  Load_Fit(world.session, 1);
+  EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal") << "no ghost";
 }
 
-TEST(Dispatch, ACancelledMixtureLeavesTheOldFitAlone) {
-  FitWorld world(infant_and_wear_out());
+TEST(Dispatch, AModeThatCanNotBeFittedIsNamedAndTheOthersStand) {
+  FitWorld world({{10, 1, 0, 1}, {20, 1, 0, 1}, {30, 1, 0, 2}});
+  world.prompts.expect_box("", "Fit_ByMode model not programmed yet");
+  world.prompts.expect_box("Insufficient Data",
+                           "For the failure mode:  mode2\nThere is only one failure and no "
+                           "right-tail suspensions.  A Fit by Failure Mode cannot be calculated.");
+  world.fit(1216);
+  ASSERT_EQ(world.fits().nFits, 1);
+  EXPECT_EQ(world.grid().text(2, fit_column::scale), "not determined");
+  EXPECT_NE(notes_at(world.session, 1, 1).find("Failure mode mode2 is not fitted: "),
+            std::string::npos);
+}
+
+TEST(Dispatch, ARefusalWithoutABoxStaysInTheLogAndOnTheStatusBar) {
+  FitWorld world(std::vector<test::Point>(60, test::Point{100}));
+  world.prompts.accept_all();
+  world.fit(482, 1);
+  EXPECT_EQ(world.fits().nFits, 0);
+  const bool told =
+      !world.prompts.shown().empty() || world.log().find(" refused: ") != std::string::npos;
+  EXPECT_TRUE(told);
+}
+
+TEST(Dispatch, ACancelledFitLeavesEverythingAlone) {
+  FitWorld world(test::infant_and_wear_out());
   world.prompts.expect_box("3 Parameter MLE Warning.", "Warning!", BoxAnswer::cancel);
   world.fit(162, 1);
+  world.session.fitting.stop_wanted = true;  // Escape
+  world.fit(482, 0);
   EXPECT_EQ(world.fits().nFits, 0);
   EXPECT_EQ(world.log(), "");
 }
 
-// It has no paper of its own, so its entry is refused; the chart stays on its own.
-TEST(Dispatch, AFitByModeIsDrawnOnThePaperThatTheChartHas) {
-  FitWorld world({{10, 1, 0, 1}, {20, 1, 0, 2}, {30, 1, 0, 1}, {40, 1, 0, 2}});
-  world.prompts.expect_box("", "Fit_ByMode model not programmed yet");
-  world.prompts.expect_box("", "undefined axes in postfitlog");
-  world.fit(1216);
-  EXPECT_EQ(world.fits().nFits, 1);
-  EXPECT_EQ(world.fits().Fits(1).Rows.bound(), 2);
-  EXPECT_EQ(world.session.gChart(1).Axes(1).ScaleType, 32);
-  EXPECT_EQ(world.session.gFitForm(1)->grd_Fit.rows(), 2) << "its first mode";
-  EXPECT_EQ(world.log(), "");
-}
-
-TEST(Dispatch, ASheetThatIsOutOfStepAndEmptyAsksForData) {
+TEST(Dispatch, WhatIsOutsideTheProjectOrEmptyIsTold) {
   FitWorld world(five);
+  world.prompts.expect_box("Error: 9 Subscript out of range", "Fit_Distribution routine:");
+  std::int16_t model = 98;
+  Fit_Distribution(world.session, 7, 7, model, 0, true, true);
   world.session.gDataForm(1)->bclean = false;
   world.session.gDataForm(1)->lrows = 1;
   world.fit();
   EXPECT_EQ(world.log(), "Please enter data for set # 1\n");
   EXPECT_EQ(world.fits().nFits, 0);
-}
-
-TEST(Dispatch, IndexesOutsideTheProjectAreReported) {
-  FitWorld world(five);
-  world.prompts.expect_box("Error: 9 Subscript out of range", "Fit_Distribution routine:");
-  std::int16_t model = 98;
-  Fit_Distribution(world.session, 7, 7, model, 0, true, true);
 }
 
 }  // namespace

@@ -85,13 +85,11 @@ TEST(PostFitLog, RowsThatTheFitClaimsButLacksAreNotRead) {
   EXPECT_NE(logged(fit).find("beta: \t1.5\n\n"), std::string::npos);
 }
 
-TEST(PostFitLog, AModelWithoutAxesGetsABoxAndNoEntry) {
-  TestWorld world;
-  world.session.gFit(1).Fits.push_back(fit_of(1152, 0, {{1, 1, 1, 0, 1}}));
-  world.session.gFit(1).nFits = 1;
-  world.prompts.expect_box("", "undefined axes in postfitlog");
-  PostFitLog(world.session, 1, 1, 1);
-  EXPECT_TRUE(world.session.log.empty());
+TEST(PostFitLog, APopulationThatNoFailureReachesIsNotDetermined) {
+  const std::string text =
+      logged(fit_of(354, 1, {{0.01, 0.25, 1, 0, 1}, {unreached_scale, 0.75, 1, 0, 3}}));
+  EXPECT_NE(text.find(" eta: \tnot determined\tbeta: \tnot determined\n\n"), std::string::npos)
+      << text;
 }
 
 TEST(LoadFit, HeadingsFollowTheMixOfFamilies) {
@@ -111,7 +109,7 @@ TEST(LoadFit, HeadingsFollowTheMixOfFamilies) {
   EXPECT_EQ(grid.text(4, fit_column::fraction), "40");
   EXPECT_EQ(grid.text(4, fit_column::min_life), "3");
   EXPECT_EQ(grid.text(5, fit_column::number), "") << "further rows of a fit repeat nothing";
-  EXPECT_EQ(grid.text(5, fit_column::scale), "0") << "no reciprocal of 0";
+  EXPECT_EQ(grid.text(5, fit_column::scale), "not determined") << "no reciprocal of 0";
 }
 
 }  // namespace

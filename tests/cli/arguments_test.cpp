@@ -46,8 +46,7 @@ TEST(Arguments, WrongUsageEndsWithTwoAndSaysWhy) {
       {{"batch", "--jobs", "0"}, "'0' is no number of jobs"},
       {{"batch", "x"}, "x"},
       {{"chart", "x"}, "OUT is required"},
-      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"},
-  };
+      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"}};
   const CliFolder folder;
   for (const UsageCase& row : cases) {
     const ProgramRun run = folder.run(row.arguments);

@@ -100,8 +100,7 @@ const FamilyForm forms[] = {
      [](double x, double a, double b) { return -std::expm1(-std::pow(x / a, b)); },
      [](double p, double a, double b) { return a * std::pow(-std::log1p(-p), 1 / b); }},
     {"E", "eta", "beta", [](double x, double a, double) { return -std::expm1(-x / a); },
-     [](double p, double a, double) { return -a * std::log1p(-p); }},
-};
+     [](double p, double a, double) { return -a * std::log1p(-p); }}};
 
 void expect_closed_form(const json& fit, const FamilyForm& form) {
   const double a = fit.at("rows")[0].at(form.first);

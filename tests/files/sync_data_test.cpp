@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "files/intake.h"
-#include "files/sheet_world.h"
+#include "support/sheet_world.h"
 
 namespace tavlo {
 namespace {
@@ -13,8 +12,7 @@ using test::TestWorld;
 
 TEST(SyncData, ARankShownRoundedDoesNotReplaceTheRank) {
   SheetWorld world({"100", "200", "300"});
-  bool clean = true;
-  CheckDirtyData(world.session, 1, clean, true);
+  Sync_Data(world.session, 1, true, true);
   const float rank = world.data().Points(1).Y;
   world.data().Points(0).Order |= 1;  // ranks of its own: ranking leaves them alone
   Sync_Data(world.session, 1, true, false);
@@ -35,6 +33,39 @@ TEST(SyncData, FailureModesGetTheirNumbersByName) {
   EXPECT_EQ(world.data().Points(2).Mode, 1);
   EXPECT_EQ(world.data().ModeNames(world.data().Points(3).Mode), "broken");
   EXPECT_EQ(world.data().Points(2).Comment, "lot 7");
+}
+
+TEST(SyncData, ACorrectedNameLeavesNoGhostAndMakesFitsOutOfDate) {
+  SheetWorld world({"100", "200", "300"});
+  const char* const names[] = {"bearng", "seal", "bearng"};
+  for (int r = 1; r <= 3; ++r) world.sheet().enter(r, sheet_column::mode, names[r - 1]);
+  Sync_Data(world.session, 1, true, false);
+  const auto revision = world.data().revision;
+  for (const int r : {1, 3}) world.sheet().enter(r, sheet_column::mode, "bearing");
+  Sync_Data(world.session, 1, true, false);
+  EXPECT_GT(world.data().revision, revision);
+  ASSERT_EQ(world.data().nModes, 2);
+  EXPECT_EQ(world.data().ModeNames(1), "seal") << "a known name keeps its place";
+  EXPECT_EQ(world.data().ModeNames(2), "bearing");
+  EXPECT_EQ(world.data().Points(3).Mode, 2);
+}
+
+TEST(SyncData, TheSheetShowsThirtyRowsOrOneMoreThanItHolds) {
+  for (const auto& [points, rows] : {std::pair{12, 31}, {30, 31}, {31, 32}}) {
+    TestWorld world;
+    world.session.gData(1) =
+        test::make_data(std::vector<test::Point>(static_cast<std::size_t>(points), test::Point{5}));
+    Sync_Data(world.session, 1, false, false);
+    EXPECT_EQ(world.session.gDataForm(1)->grd_Data.rows(), rows) << points;
+  }
+}
+
+TEST(SyncData, ASetOutsideTheProjectGetsItsBox) {
+  TestWorld world;
+  world.prompts.expect_box(
+      "Sync_Data: Array out of range.",
+      "ID number out of bounds while updating Data.  Data file may be missing");
+  Sync_Data(world.session, 2, true, true);
 }
 
 }  // namespace

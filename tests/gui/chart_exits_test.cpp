@@ -1,9 +1,6 @@
 // The ways of a chart out of the window: to the clipboard and to a file.
-#include <QApplication>
 #include <QFile>
-#include <QFileDialog>
 #include <QImage>
-#include <QLineEdit>
 #include <QTemporaryDir>
 
 #include "chart/metafile/metafile_writer.h"
@@ -22,15 +19,7 @@ class ChartExits : public test::WindowWorld {
   /// Chooses the chart's "Save As..." and answers its dialog, which holds the
   /// program until it is closed.
   void save_as(const QString& name) {
-    QTimer answer;
-    QObject::connect(&answer, &QTimer::timeout, &answer, [&] {
-      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      if (!dialog) return;
-      answer.stop();
-      dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
-      QMetaObject::invokeMethod(dialog, "accept");
-    });
-    answer.start(20);
+    answer_files_with(name);
     chart().findChild<QAction*>(QStringLiteral("mnu_SaveChart"))->trigger();
   }
 };

@@ -69,18 +69,6 @@ class OnTheChart : public test::WindowWorld {
     ADD_FAILURE() << "no item " << item;
     return {};
   }
-  /// Answers the next dialog of a kind, which holds the program until it is closed.
-  template <class Dialog>
-  void answer(std::function<void(Dialog&)> act) {
-    auto* timer = new QTimer(&window);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
-      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-      if (!dialog) return;
-      timer->deleteLater();
-      act(*dialog);
-    });
-    timer->start(20);
-  }
 };
 
 TEST_F(OnTheChart, ZoomsInStepByStepAndBackExactly) {
@@ -131,16 +119,6 @@ TEST_F(OnTheChart, SlipsAndEscapeLeaveTheViewAsItIs) {
   press("Escape");
   EXPECT_TRUE(wait_until([&] { return chart().tool() == ChartTool::pointer; }));
   EXPECT_FALSE(action("mnu_33").isChecked());
-}
-
-TEST_F(OnTheChart, LimitsSetByOtherMeansStay) {
-  press("plus");
-  ASSERT_TRUE(wait_until([&] { return chart().stage().zoom().depth() == 1; }));
-  record().Axes(0).Max = 5000;
-  redraw();
-  EXPECT_EQ(chart().stage().zoom().depth(), 0u);
-  press("Home");
-  EXPECT_TRUE(wait_until([&] { return record().Axes(0).AutoMax && record().Axes(0).Max < 5000; }));
 }
 
 TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {
@@ -261,14 +239,6 @@ TEST_F(OnTheChart, MarksWithTheKeyboardAlone) {
   person.press({QStringLiteral("Escape"), QStringLiteral("Tab"), QStringLiteral("Tab"),
                 QStringLiteral("Delete")});
   EXPECT_TRUE(wait_until([&] { return record().nTexts == 0; })) << "behind the parameter box";
-}
-
-TEST_F(OnTheChart, SwitchesSubPopulationsForTheEyeAlone) {
-  person.press({QStringLiteral("alt+o"), QStringLiteral("u")});
-  ASSERT_TRUE(wait_until([&] { return record().SubPopulations; }));
-  EXPECT_TRUE(action("mnu_SubPopulations").isChecked());
-  person.press({QStringLiteral("alt+o"), QStringLiteral("u")});
-  EXPECT_TRUE(wait_until([&] { return !record().SubPopulations; }));
 }
 
 TEST_F(OnTheChart, PrintsOnALyingPage) {

@@ -1,8 +1,6 @@
 // The format dialog, by keys: what it shows, keeps, gives back and refuses.
 #include "workspace/format/format_dialog.h"
 
-#include <QApplication>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTemporaryDir>
@@ -60,20 +58,6 @@ class FormatDialogTest : public test::WindowWorld {
     ASSERT_TRUE(wait_until([&] { return !dialog(); }));
   }
 
-  /// Answers the next file dialog, which holds the program until it is closed.
-  void answer_files_with(const QString& name) {
-    auto* answer = new QTimer(dialog());
-    QObject::connect(answer, &QTimer::timeout, answer, [answer, name] {
-      auto* files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      if (!files) return;
-      answer->deleteLater();
-      answer->stop();
-      files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
-      QMetaObject::invokeMethod(files, "accept");
-    });
-    answer->start(20);
-  }
-
   bool preview_has_text(const std::string& words) {
     const DrawingRecord drawing = preview_chart(session(), copy());
     return std::any_of(drawing.records.begin(), drawing.records.end(), [&](const auto& record) {
@@ -96,16 +80,6 @@ TEST_F(FormatDialogTest, TitleIsSeenAtOnceAndKeptWithOk) {
   EXPECT_EQ(chart().Boxes(chart_item::main_title).Text2, "Bearings");
   EXPECT_EQ(window.windows().chart(1).compositions(), compositions + 1);
   EXPECT_TRUE(preview_has_text("Bearings"));
-}
-
-TEST_F(FormatDialogTest, CancelGivesEverythingBack) {
-  type_over("ttl_Sub", "gone");
-  turn_to(static_cast<int>(ChartPart::boxes));
-  type_over("plt_Width", "5000");
-  ASSERT_TRUE(wait_until([&] { return copy().Boxes(chart_item::plot_box).Width == 5000; }));
-  close_with("Escape");
-  EXPECT_EQ(chart(), before_);
-  EXPECT_EQ(copy(), before_);
 }
 
 TEST_F(FormatDialogTest, LimitsNeedTheirFlagOffAndTheirOrder) {
@@ -195,16 +169,6 @@ TEST_F(FormatDialogTest, ProfileIsSavedAndLoaded) {
   EXPECT_EQ(copy().UniqueId, before_.UniqueId);
   close_with("Escape");
   EXPECT_EQ(chart(), before_);
-}
-
-TEST_F(FormatDialogTest, TypesChangeTheLooks) {
-  turn_to(static_cast<int>(ChartPart::notes) + 1);
-  widget("cbo_ChtType").setFocus();
-  person.press({key("End")});
-  ASSERT_TRUE(wait_until([&] { return copy().Profile == "Colour-safe"; }));
-  EXPECT_NE(copy().Markers(1).LineColor, before_.Markers(1).LineColor);
-  EXPECT_EQ(copy().Axes, before_.Axes);
-  close_with("Escape");
 }
 
 }  // namespace

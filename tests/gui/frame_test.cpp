@@ -24,13 +24,6 @@ TEST(BoxFolding, ShowsThreeAndCountsTheRest) {
   EXPECT_FALSE(folding.end_run());
 }
 
-TEST(BoxFolding, NeverAnswersAQuestion) {
-  BoxFolding folding;
-  const Box question{"Error", "go on?", BoxIcon::exclamation, BoxButtons::retry_cancel};
-  for (int i = 0; i < 10; ++i) EXPECT_TRUE(folding.wants_showing(question));
-  EXPECT_FALSE(folding.end_run());
-}
-
 // Whatever is hidden and however large the frame: the visible blocks cover the
 // area and nowhere each other.
 TEST(BlockLayout, CoversTheArea) {
@@ -60,20 +53,6 @@ TEST_F(Frame, DeadEntriesAreDisabled) {
   const auto log_before = log();
   for (const int id : {-1, 0, 2, 3, 6, 8, 11, 42, 52, 1000}) window.DoCommand(id);
   EXPECT_EQ(log(), log_before);
-}
-
-TEST_F(Frame, TabGoesRoundAllControlsOfThePanel) {
-  person.press({QStringLiteral("ctrl+2")});
-  ASSERT_TRUE(test::wait_until([&] { return widget("btn_Fit").hasFocus(); }));
-  QStringList stops;
-  for (int i = 0; i < 8; ++i) {
-    const QWidget* before = QApplication::focusWidget();
-    person.press({QStringLiteral("Tab")});
-    ASSERT_TRUE(test::wait_until([&] { return QApplication::focusWidget() != before; }));
-    stops << QApplication::focusWidget()->objectName();
-  }
-  for (const char* name : {"opt_Model_2", "opt_Method_0", "btn_Fit", "grd_Fit"})
-    EXPECT_TRUE(stops.contains(QString::fromUtf8(name))) << name;
 }
 
 TEST_F(Frame, LeavingWithDataAsksFirst) {

@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QPointer>
+#include <QTimer>
+#include <functional>
 
 #include "gui/person.h"
 #include "workspace/frame/main_window.h"
@@ -27,6 +32,26 @@ class WindowWorld : public ::testing::Test {
 
   /// True when the chart shows a line that is neither upright nor level.
   bool chart_has_fit_line();
+
+  /// Acts on the next dialog of a kind, which holds the program until it is closed.
+  template <class Dialog>
+  void answer(std::function<void(Dialog&)> act) {
+    auto* timer = new QTimer(&window);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
+      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      timer->deleteLater();
+      timer->stop();
+      act(*dialog);
+    });
+    timer->start(20);
+  }
+  void answer_files_with(const QString& name) {
+    answer<QFileDialog>([name](QFileDialog& dialog) {
+      dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+      QMetaObject::invokeMethod(&dialog, "accept");
+    });
+  }
 
   Program program;
   MainWindow window{program};

@@ -16,19 +16,17 @@ TEST(Models, NamesOfAFitJoinModelAndMethodWithoutABlank) {
     const char* short_name;
     const char* long_name;
   };
-  const Row rows[] = {
-      {98, 0, "W/rr", "Weibull(Rank Regression)"},
-      {98, 1, "W/MLE", "Weibull(Max Liklihood)"},
-      {98, 2, "W/rrs", "Weibull(Special Regression, Y on X)"},
-      {98 + 2048, 0, "W/rr", "Weibull(Rank Regression)"},
-      {546, 0, "W/rr", "Weibull (12 Month)(Rank Regression)"},
-      {610, 1, "W/MLE", "Weibull (360 day)(Max Liklihood)"},
-      {922, 1, "LN/MLE", "LogNormal(Max Liklihood)"},
-      {1057, 0, "G-/rr", "Gumbel Lower(Rank Regression)"},
-      {5, 0, "/rr", "(Rank Regression)"},
-      {98, 3, "W", "Weibull"},
-      {98, -1, "W", "Weibull"},
-  };
+  const Row rows[] = {{98, 0, "W/rr", "Weibull(Rank Regression)"},
+                      {98, 1, "W/MLE", "Weibull(Max Liklihood)"},
+                      {98, 2, "W/rrs", "Weibull(Special Regression, Y on X)"},
+                      {98 + 2048, 0, "W/rr", "Weibull(Rank Regression)"},
+                      {546, 0, "W/rr", "Weibull (12 Month)(Rank Regression)"},
+                      {610, 1, "W/MLE", "Weibull (360 day)(Max Liklihood)"},
+                      {922, 1, "LN/MLE", "LogNormal(Max Liklihood)"},
+                      {1057, 0, "G-/rr", "Gumbel Lower(Rank Regression)"},
+                      {5, 0, "/rr", "(Rank Regression)"},
+                      {98, 3, "W", "Weibull"},
+                      {98, -1, "W", "Weibull"}};
   for (const Row& row : rows) {
     const ModelNames names = fs_ModelNames(row.model, row.method);
     EXPECT_EQ(names.short_name, row.short_name) << row.model << ", " << row.method;

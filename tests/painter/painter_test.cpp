@@ -9,7 +9,6 @@
 
 #include "chart/chart_world.h"
 #include "life/models.h"
-#include "painter/clipboard_forms.h"
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
 #include "painter/player.h"
@@ -130,13 +129,6 @@ TEST(Painter, LettersFollowTheSmallerScaleAndAreNotStretched) {
   EXPECT_NEAR(ink_width(400, 400), 2 * square, 3);
 }
 
-TEST(Painter, PlayingRepeatsItself) {
-  const DrawingRecord drawing = published_chart();
-  const QByteArray first = png_picture(drawing, {640, 400});
-  png_picture(drawing, {1600, 900});
-  EXPECT_EQ(png_picture(drawing, {640, 400}), first);
-}
-
 TEST(Painter, SvgHoldsItsTextsAsText) {
   const DrawingRecord drawing = published_chart();
   const QString svg = QString::fromUtf8(svg_picture(drawing, {1000, 600}));
@@ -203,19 +195,6 @@ TEST(Painter, EveryFormatHasTheSameSizeOnPaper) {
   EXPECT_TRUE(svg_picture(drawing, fine).contains("width=\"254mm\" height=\"152.4mm\""));
   EXPECT_TRUE(pdf_picture(drawing, fine).contains("/MediaBox [0 0 720"));
   EXPECT_EQ(png, picture(drawing, 3000, 1800)) << "the density changes no pixel";
-}
-
-TEST(Painter, TheClipboardGetsAVectorPictureAndPixels) {
-  const DrawingRecord drawing = published_chart();
-  const auto forms = painted_forms(drawing);
-  ASSERT_EQ(forms.size(), 2U);
-  EXPECT_EQ(forms[0].mime_type, "image/svg+xml");
-  EXPECT_NE(forms[0].bytes.find("width=\"254mm\""), std::string::npos);
-  EXPECT_EQ(forms[1].mime_type, "image/png");
-  const QImage image = QImage::fromData(QByteArray::fromStdString(forms[1].bytes));
-  EXPECT_EQ(image.size(), QSize(1920, 1152));
-  EXPECT_EQ(image.dotsPerMeterX(), qRound(192 / 0.0254));
-  EXPECT_TRUE(painted_forms({}).empty());
 }
 
 TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {

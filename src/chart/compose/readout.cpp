@@ -5,10 +5,10 @@
 #include "chart/parts/data_points.h"
 #include "chart/parts/find_x.h"
 #include "chart/parts/fit_line.h"
+#include "chart/parts/fraction_on_chart.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/record/distance.h"
 #include "chart/record/font_metrics.h"
-#include "solver/mixture_functions.h"
 
 namespace tavlo {
 
@@ -46,7 +46,7 @@ void Readout::collect(const Session& session, const Chart& chart) {
 
 void Readout::add_fit_sayings(Reading& reading) {
   if (!last_fit_) return;
-  reading.fraction = Fd_YofX(unheard_.errors, *last_fit_, reading.x);
+  reading.fraction = Fd_YofX(*last_fit_, reading.x);
   constexpr double fine = 1e-9;
   const Limits x = x_->limits();
   bool found = false;
@@ -85,8 +85,13 @@ std::optional<Reading> Readout::snapped_to_line(Place place, double reach) {
     if (nearest.distance > reach) continue;
     reach = nearest.distance;
     const double x = x_->read(nearest.x);
-    found = Reading{x,        Fd_YofX(unheard_.errors, line.fit, x),   {}, {}, SnappedTo::line,
-                    line.row, {to_unit(nearest.x), to_unit(nearest.y)}};
+    found = Reading{x,
+                    Fd_YofX(line.fit, x),
+                    {},
+                    {},
+                    SnappedTo::line,
+                    line.row,
+                    {to_unit(nearest.x), to_unit(nearest.y)}};
   }
   return found;
 }

@@ -5,9 +5,9 @@
 #include <string>
 #include <utility>
 
+#include "chart/parts/fraction_on_chart.h"
 #include "numerics/number_text.h"
 #include "numerics/run_time_error.h"
-#include "solver/mixture_functions.h"
 
 namespace tavlo {
 
@@ -70,7 +70,7 @@ class Search {
 double Search::F(double x) {
   if (!std::isfinite(x)) throw RunTimeError(run_time::overflow);
   ++evaluations_;
-  const double f = Fd_YofX(reporter_, fit_, x);
+  const double f = Fd_YofX(fit_, x);
   if (std::isnan(f)) throw RunTimeError(run_time::invalid_argument);
   return f;
 }

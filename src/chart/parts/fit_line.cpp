@@ -5,10 +5,10 @@
 #include <cstdlib>
 
 #include "chart/parts/find_x.h"
+#include "chart/parts/fraction_on_chart.h"
 #include "chart/record/thinning.h"
 #include "chart/scales/plot_coordinates.h"
 #include "life/models.h"
-#include "solver/mixture_functions.h"
 
 namespace tavlo {
 
@@ -46,7 +46,7 @@ Limits pulled_in(const AxisMap& map, double pen, double length) {
 bool clip_to_plot(ErrorReporter& errors, const FitResult& fit, Limits y, Limits& x) {
   const Limits all = x;
   const auto is_outside = [&](double at) {
-    const double f = Fd_YofX(errors, fit, at);
+    const double f = Fd_YofX(fit, at);
     return f < y.low || f > y.high;
   };
   bool found = false;
@@ -63,15 +63,14 @@ bool clip_to_plot(ErrorReporter& errors, const FitResult& fit, Limits y, Limits&
 }
 
 /// Points of the line, evenly spaced on the paper.
-std::vector<DataPair> sample(ErrorReporter& errors, const FitResult& fit, const AxisMap& map,
-                             Limits x) {
+std::vector<DataPair> sample(const FitResult& fit, const AxisMap& map, Limits x) {
   std::vector<DataPair> pairs;
   pairs.reserve(samples + 1);
   const double start = map.transform(x.low);
   const double step = (map.transform(x.high) - start) / samples;
   for (int i = 0; i <= samples; ++i) {
     const double at = map.inverse(start + i * step);
-    const double f = Fd_YofX(errors, fit, at);
+    const double f = Fd_YofX(fit, at);
     if (has_place(map.code(), at)) pairs.push_back({at, f});
   }
   return pairs;
@@ -101,13 +100,16 @@ void draw_line(Canvas& canvas, const ChartMarker& marker, const FitResult& fit) 
   const Limits y = pulled_in(y_map, pen_reach, y_extent(plot).length());
   if (!(x.low < x.high) || !clip_to_plot(canvas.errors, fit, y, x)) return;
   std::vector<Place> line;
-  for (const DataPair& pair : sample(canvas.errors, fit, x_map, x))
+  for (const DataPair& pair : sample(fit, x_map, x))
     if (has_place(y_map.code(), pair.y)) line.push_back({x_map(pair.x), y_map(pair.y)});
   if (line.size() < 2) return;
   const auto pen =
       Selected::pen(canvas.recorder, marker.LineStyle, marker.LineWidth, marker.LineColor);
   canvas.recorder.add(Polyline{thin_line(line, thinning_tolerance)});
 }
+
+/// False for a population that no failure reaches, and for a mode without a fit.
+bool is_determined(const FitParam& row) { return row.Scale > 0 && !is_unreached(row); }
 
 /// One row of a mixture as a fit of its own.
 FitResult single_population(FitParam row) {
@@ -146,7 +148,7 @@ void draw_sub_populations(Canvas& canvas, const ChartMarker& marker, const FitRe
   ChartMarker thin = marker;
   thin.LineWidth = std::max(thinnest_line, std::abs(marker.LineWidth / 3));
   for (int i = 1; last > 1 && i <= last; ++i)
-    DrawData_One_Line(canvas, thin, single_population(fit.Rows(i)));
+    if (is_determined(fit.Rows(i))) DrawData_One_Line(canvas, thin, single_population(fit.Rows(i)));
 }
 
 }  // namespace tavlo

@@ -67,7 +67,8 @@ Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& i
   const double most =
       std::max(layout.width, widest_heading * canvas.chart.Boxes(chart_item::plot_box).Width);
   for (const TableLine& line : table.lines)
-    layout.width = std::max(layout.width, std::min(most, width_of(canvas, line.heading, item)));
+    for (const std::string& text : {line.heading, line.remark})
+      layout.width = std::max(layout.width, std::min(most, width_of(canvas, text, item)));
   return layout;
 }
 
@@ -102,9 +103,7 @@ float fitting_font(Canvas& canvas, const ParameterTable& table) {
   return item.FontSize;
 }
 
-bool has_values(const TableLine& line) {
-  return line.heading.empty() && line.cells[table_column::label].empty();
-}
+bool has_values(const TableLine& line) { return line.heading.empty() && !line.names_columns; }
 
 /// Lines that no letters are small enough for are left out, with the headings that
 /// would lose their values; a mark says so.
@@ -135,6 +134,7 @@ void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& lin
                const Layout& layout, double left, double top) {
   Recorder& recorder = canvas.recorder;
   recorder.text({to_unit(left), to_unit(top)}, line.heading);
+  recorder.text({to_unit(left), to_unit(top)}, line.remark);
   for (std::size_t i = 0; i < table_column::count; ++i)
     if (table.shown[i])
       recorder.text({to_unit(left + layout.starts[i]), to_unit(top)}, line.cells[i]);
@@ -179,8 +179,8 @@ void draw_parameter_box(Canvas& canvas, const Session& session, const std::vecto
   const Layout layout = layout_of(canvas, table, box);
   cut_to_plot(table, layout, canvas.chart.Boxes(chart_item::plot_box));
   for (TableLine& line : table.lines)
-    line.heading =
-        cut_to_width(canvas.text_measure, line.heading, box, layout.width, width_per_point);
+    for (std::string* text : {&line.heading, &line.remark})
+      *text = cut_to_width(canvas.text_measure, *text, box, layout.width, width_per_point);
   place(canvas, box, layout, table.lines.size(), content);
   canvas.recorder.note_area(chart_item::parameter_box, area_of(box));
   draw_box(canvas.recorder, box);

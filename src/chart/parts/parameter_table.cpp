@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
-#include "actions/shown_parameters.h"
-#include "actions/value_text.h"
 #include "life/models.h"
+#include "life/parameter_names.h"
+#include "life/shown_parameters.h"
 #include "numerics/number_text.h"
+#include "numerics/value_text.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -13,82 +15,82 @@ namespace {
 
 constexpr std::size_t most_lines = 50;
 
-struct TypeLabel {
-  int code;
-  const char* label;
-};
-
-// Where the box's label differs from the model's name on the command line.
-constexpr std::array<TypeLabel, 8> type_labels = {{{model_code::weibull_12_month, "W2P"},
-                                                   {model_code::weibull_360_day, "W2P"},
-                                                   {model_code::rayleigh, "R"},
-                                                   {model_code::weibayes, "WB"},
-                                                   {model_code::lognormal, "L"},
-                                                   {model_code::lognormal3, "L"},
-                                                   {model_code::custom, "WC"},
-                                                   {model_code::by_failure_mode, "WF"}}};
-
-std::string type_label(const Model& model) {
-  for (const TypeLabel& own : type_labels)
-    if (own.code == model.code) return std::string(own.label) + "/";
-  return std::string(model.command_name) + "/";
-}
-
-struct Names {
-  const char* first;
-  const char* second;
-};
-
-Names parameter_names(Family family) {
-  switch (family) {
-    case Family::normal: return {"mu", "sigma"};
-    case Family::lognormal: return {"Med", "SigF"};
-    case Family::gumbel: return {"Xi", "Del"};
-    default: return {"eta", "beta"};
-  }
-}
+constexpr const char* undetermined = "not determined";
 
 TableLine heading_line(const Model& model) {
-  const Names names = parameter_names(model.family);
+  const NamePair& names = parameter_names(model.family).chart;
   TableLine line;
-  line.cells = {
-      type_label(model), "Set", "Pop", names.first, model.fixes_slope() ? "" : names.second, ""};
+  line.names_columns = true;
+  line.cells = {std::string(model.box_label) + "/",      "Set", "Pop", names.first,
+                model.fixes_slope() ? "" : names.second, ""};
   if (model.code == model_code::weibull3) line.cells[table_column::minimum_life] = "t0";
   return line;
 }
 
+std::string value_text(std::optional<double> value, int digits) {
+  return value ? number_text(*value, digits) : undetermined;
+}
+
 TableLine value_line(const Model& model, const FitParam& row, int digits) {
-  const ShownParameters shown = grid_parameters(model.code, row);
+  const ShownParameters shown = shown_parameters(model.code, row);
   TableLine line;
   line.cells = {"",
                 fs_BitList(row.Applies, false),
                 number_text(row.Fraction, digits),
-                number_text(shown.first, digits),
-                model.fixes_slope() ? "" : number_text(shown.second, digits),
+                value_text(shown.first, digits),
+                model.fixes_slope() ? "" : value_text(shown.second, digits),
                 ""};
   if (model.code == model_code::weibull3)
     line.cells[table_column::minimum_life] = number_text(row.T0, digits);
   return line;
 }
 
-std::string quality_text(const FitResult& fit, int digits) {
-  const std::string value = number_text(fit.Quality, digits);
-  switch (fit.Method) {
+std::string quality_text(int method, bool censored, double quality, int digits) {
+  const std::string value = number_text(quality, digits);
+  switch (method) {
     case method_code::x_on_y: return "rr r^2= " + value;
     case method_code::y_on_x: return "rrs r^2= " + value;
-    default: return "MLE Ln(L)= " + value;
+    default: return (censored ? "MLEc Ln(L)= " : "MLE Ln(L)= ") + value;
   }
 }
 
-void add_fit(std::vector<TableLine>& lines, const FitResult& fit, int digits) {
+/// A mode stands under its name; one that has no fit has no quality either.
+void name_mode(TableLine& line, const ModeFit& mode, const DataSet& data, int digits) {
+  line.cells[table_column::label] = mode_name(data, mode.mode);
+  line.quality = mode.refusal ? "" : quality_text(mode.method, false, mode.quality, digits);
+}
+
+void add_rows(std::vector<TableLine>& lines, const FitResult& fit, const Model& model,
+              const DataSet& data, int digits) {
+  const int last = std::min<int>(fit.nRows, fit.Rows.bound());
+  for (int i = 1; i <= last; ++i) {
+    const auto mode = static_cast<std::size_t>(i) - 1;
+    lines.push_back(value_line(model, fit.Rows(i), digits));
+    if (mode < fit.modes.size())
+      name_mode(lines.back(), fit.modes[mode], data, digits);
+    else if (i == 1)
+      lines.back().quality = quality_text(fit.Method, fit.request.censored, fit.Quality, digits);
+  }
+}
+
+const char* rank_words(RankKind ranks) { return ranks == RankKind::exact ? "exact" : "Benard"; }
+
+/// With suspensions there is one kind of ranks only.
+bool ranks_differ(const FitResult& fit, const DataSet& data) {
+  return fit.Method != method_code::mle && !(data.Points(0).Susps > 0) &&
+         fit.request.ranks != data.ranks;
+}
+
+void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet& data, int digits) {
   const Model* model = find_model(fit.ModelCode);
   if (!model) return;
   lines.push_back(heading_line(*model));
-  const int last = std::min<int>(fit.nRows, fit.Rows.bound());
-  for (int i = 1; i <= last; ++i) {
-    lines.push_back(value_line(*model, fit.Rows(i), digits));
-    if (i == 1) lines.back().quality = quality_text(fit, digits);
-  }
+  add_rows(lines, fit, *model, data, digits);
+  if (!ranks_differ(fit, data)) return;
+  TableLine line;
+  line.remark = std::string("fit: ") + rank_words(fit.request.ranks) +
+                ", points: " + rank_words(data.ranks) + " ranks";
+  lines.push_back(line);
 }
 
 TableLine set_line(const Session& session, const PlotSet& set) {
@@ -118,7 +120,7 @@ ParameterTable parameter_table(const Session& session, const std::vector<PlotSet
       data_index = set.data_index;
       table.lines.push_back(set_line(session, set));
     }
-    add_fit(table.lines, *set.fit, session.settings.DigitsParBox);
+    add_fit(table.lines, *set.fit, session.gData(set.data_index), session.settings.DigitsParBox);
   }
   if (table.lines.size() > most_lines) table.lines.resize(most_lines);
   for (std::size_t i = 0; i < table_column::count; ++i)

@@ -22,7 +22,9 @@ inline constexpr std::size_t count = 6;
 
 struct TableLine {
   std::array<std::string, table_column::count> cells;
+  bool names_columns = false;
   std::string heading;  ///< of a data set; runs over all columns
+  std::string remark;   ///< about the fit above; runs over all columns
   std::string quality;  ///< behind the last column
 };
 

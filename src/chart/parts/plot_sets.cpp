@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "project/fit_records.h"
+
 namespace tavlo {
 
 namespace {
@@ -19,8 +21,9 @@ const FitResult* fit_of(const Session& session, const ChartMarker& marker, int d
   const FitSet& fits = session.gFit(index);
   if (marker.FitNumber < 0 || marker.FitNumber > fits.Fits.bound()) return nullptr;
   const FitResult& fit = fits.Fits(marker.FitNumber);
-  const bool stands = fit.Status == FitStatus::calculated;
-  return stands && fit.Rows.bound() > 0 && fit.nRows > 0 ? &fit : nullptr;
+  return is_current(fit, session.gData(data_index)) && fit.Rows.bound() > 0 && fit.nRows > 0
+             ? &fit
+             : nullptr;
 }
 
 /// "Data 7" and "Data7": names that nobody chose.

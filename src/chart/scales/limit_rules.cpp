@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "life/models.h"
+#include "life/weibull_ordinate.h"
 #include "numerics/elementary.h"
 #include "numerics/real.h"
 #include "numerics/rounding.h"
-#include "solver/mixture_functions.h"
 
 namespace tavlo {
 

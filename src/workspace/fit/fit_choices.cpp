@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "files/intake.h"
+#include "actions/intake.h"
 
 namespace tavlo {
 
@@ -77,6 +77,14 @@ void opt_Method_Click(Session& session, int fit_index, std::int16_t method) {
   panel.nMethod = method;
   session.ports.views.status(method_status(method));
   calculate_at_once(session, fit_index);
+}
+
+void chk_Censored_Click(Session& session, int fit_index, bool checked) {
+  FitPanel& panel = *session.gFitForm(fit_index);
+  if (panel.busy) return;
+  panel.censored = checked;
+  session.ports.views.status(checked ? "Censored: suspensions take part in the likelihood"
+                                     : "Suspensions are left out of the likelihood of a mixture");
 }
 
 const char* method_status(int method) { return words_of(method).status; }

@@ -30,6 +30,9 @@ void opt_Model_Click(Session& session, int fit_index, int option);
 /// The same for a method: 0, 1 or 2.
 void opt_Method_Click(Session& session, int fit_index, std::int16_t method);
 
+/// The switch beside the methods. It acts at the next request: no fit changes with it.
+void chk_Censored_Click(Session& session, int fit_index, bool checked);
+
 /// "Method: RR: XonY", for the status bar.
 const char* method_status(int method);
 

@@ -8,7 +8,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "files/intake.h"
+#include "actions/intake.h"
+#include "actions/reports.h"
 #include "workspace/fit/fit_choices.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/qt_text.h"
@@ -136,6 +137,7 @@ QWidget* FitWindow::make_method_frame() {
     opt_Method_.addButton(button, method.code);
     rows->addWidget(button);
   }
+  rows->addWidget(make_censored_box());
   rows->addStretch(1);
   connect(&opt_Method_, &QButtonGroup::idClicked, this, [this](int method) {
     commands_.run([&] {
@@ -145,6 +147,18 @@ QWidget* FitWindow::make_method_frame() {
     });
   });
   return frame;
+}
+
+QWidget* FitWindow::make_censored_box() {
+  chk_Censored_ = new QCheckBox(tr("Censored"));
+  chk_Censored_->setObjectName(QStringLiteral("chk_Censored"));
+  chk_Censored_->setToolTip(
+      tr("Takes suspensions into the likelihood of a mixture or of a Weibull with a minimum life.\n"
+         "It holds for the fits made from now on, beside those that stand."));
+  connect(chk_Censored_, &QCheckBox::clicked, this, [this](bool checked) {
+    commands_.run([&] { chk_Censored_Click(session_, index_, checked); });
+  });
+  return chk_Censored_;
 }
 
 QWidget* FitWindow::make_action_column() {
@@ -178,6 +192,7 @@ void FitWindow::set_button_caption(const QString& caption) {
 void FitWindow::set_up_grid() {
   grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
   grd_Fit_.setAccessibleName(tr("Fits"));
+  model_.set_row_tips([this](int row) { return notes_at(session_, index_, row); });
   grd_Fit_.setModel(&model_);
   set_table_look(grd_Fit_);
   grd_Fit_.setTabKeyNavigation(false);
@@ -192,6 +207,8 @@ void FitWindow::show_choices() {
     if (model && model->code == panel.nModel) opt_Model_.button(option.index)->setChecked(true);
   }
   if (QAbstractButton* method = opt_Method_.button(panel.nMethod)) method->setChecked(true);
+  chk_Censored_->setChecked(panel.censored);
+  chk_Censored_->setEnabled(panel.nMethod == method_code::mle);
   for (const QButtonGroup* group : {&opt_Model_, &opt_Method_}) stop_at_checked(*group);
   txt_Custom_->setText(to_qt(panel.txt_Custom));
 }

@@ -45,6 +45,7 @@ class FitWindow : public QWidget {
   QWidget* make_model_frame();
   void add_model_option(const ModelOption& option);
   QWidget* make_method_frame();
+  QWidget* make_censored_box();
   QWidget* make_action_column();
   void set_up_grid();
   void lay_out();
@@ -59,6 +60,7 @@ class FitWindow : public QWidget {
   QCheckBox* chk_Big_ = nullptr;
   QButtonGroup opt_Model_;
   QButtonGroup opt_Method_;
+  QCheckBox* chk_Censored_ = nullptr;
   QLabel* txt_Custom_ = nullptr;
   QPushButton* btn_Fit_ = nullptr;
   QTableView grd_Fit_;

@@ -40,7 +40,7 @@ bool BusyFilter::eventFilter(QObject*, QEvent* event) {
   // A box that the calculation itself shows must be answered.
   if (!is_input(event->type()) || QApplication::activeModalWidget()) return false;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
-    session_.solver.abort_flag = 1;
+    session_.fitting.stop_wanted = true;
   return true;
 }
 

@@ -9,7 +9,7 @@
 
 #include "chart/metafile/chart_exits.h"
 #include "files/clipboard_text.h"
-#include "files/intake.h"
+#include "actions/intake.h"
 #include "painter/clipboard_forms.h"
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/command_table.h"
@@ -163,7 +163,7 @@ void MainWindow::connect_views() {
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
   connect(&program_.commands, &UserCommands::finished, this, [this] {
-    session_.solver.abort_flag = 0;
+    session_.fitting.stop_wanted = false;
     // The slope entered for a Weibayes may have changed the model.
     windows_.panel(windows_.current_index()).show_choices();
     show_state();
@@ -293,7 +293,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(may_close);
     return;
   }
-  session_.solver.abort_flag = 1;
+  session_.fitting.stop_wanted = true;
   close_wanted_ = true;
   event->ignore();
 }

@@ -57,6 +57,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const QString shown = text(grid_row(index), grid_column(index));
   if (role == Qt::DisplayRole || role == Qt::EditRole) return shown;
+  if (role == Qt::ToolTipRole && tip_of_) return to_qt(tip_of_(grid_row(index)));
   if (role == Qt::TextAlignmentRole)
     return int((reads_as_number(shown) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
   return {};

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <functional>
+#include <string>
 
 #include "project/grid.h"
 
@@ -20,6 +22,11 @@ class GridModel : public QAbstractTableModel {
 
   /// Shows the grid as it stands now; keeps scroll position and selection.
   void refresh();
+
+  /// Tells the tool tip of a grid row; empty where there is none.
+  void set_row_tips(std::function<std::string(int grid_row)> tip_of) {
+    tip_of_ = std::move(tip_of);
+  }
 
   int grid_row(const QModelIndex& index) const { return index.row() + 1; }
   int grid_column(const QModelIndex& index) const { return index.column() + first_column_; }
@@ -39,6 +46,7 @@ class GridModel : public QAbstractTableModel {
   Grid& grid_;
   int first_column_;
   int rows_;
+  std::function<std::string(int)> tip_of_;
 };
 
 }  // namespace tavlo

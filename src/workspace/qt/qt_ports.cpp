@@ -143,7 +143,7 @@ std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
 }
 
 void QtEventLoop::yield() {
-  constexpr unsigned calls_between_looks = 256;
+  constexpr unsigned calls_between_looks = 4;
   constexpr qint64 milliseconds_between_turns = 15;
   if (++calls_ % calls_between_looks != 0) return;
   if (since_last_turn_.elapsed() < milliseconds_between_turns) return;

@@ -53,5 +53,30 @@ TEST(ParameterTable, ColumnsByModel) {
              "900", "3"}));
 }
 
+TEST(ParameterTable, SaysWhatIsNotDeterminedAndWhichRanksAFitHas) {
+  const Shown half = table_of(model_code::weibull5c, 1,
+                              {{1 / 50.0, 0.25, 2, 0, 1}, {unreached_scale, 0.75, 1, 0, 3}});
+  EXPECT_EQ(half.cells[half.cells.size() - 2], "not determined");
+  EXPECT_EQ(half.cells.back(), "not determined");
+
+  test::ChartWorld here;
+  here.show(test::ranked({{100}, {200}, {300}}));
+  FitResult fit =
+      test::fit_of(model_code::by_failure_mode, {{1 / 100.0, 1, 2, 0, 1}, {1 / 900.0, 1, 3, 0, 1}});
+  fit.modes = {{1, 0, 0.9, {}}, {2, 1, -7.5, {}}};
+  fit.request.ranks = RankKind::exact;
+  here.session.gData(1).ModeNames.push_back("seal");
+  here.session.gData(1).nModes = 1;
+  here.show(fit);
+  const ParameterTable table = parameter_table(here.session, plot_sets(here.session, here.chart()));
+  ASSERT_EQ(table.lines.size(), 5u);
+  EXPECT_EQ(table.lines[2].cells[0], "seal");
+  EXPECT_EQ(table.lines[2].quality, "rr r^2= 0.9");
+  EXPECT_EQ(table.lines[3].quality, "MLE Ln(L)= -7.5");
+  EXPECT_EQ(table.lines[4].remark, "fit: exact, points: Benard ranks");
+  ++here.session.gData(1).revision;
+  EXPECT_EQ(plot_sets(here.session, here.chart())[0].fit, nullptr) << "out of date: not shown";
+}
+
 }  // namespace
 }  // namespace tavlo

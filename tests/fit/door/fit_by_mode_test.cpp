@@ -116,14 +116,5 @@ TEST(FitByMode, WhatCannotBeFittedIsNamedAndTheRestGoesOn) {
   }
 }
 
-TEST(FitByMode, NoModeAtAllIsNoFit) {
-  for (const int modes : {0, 1}) {
-    const FitAnswer answer =
-        fit_rows(test::failures_at({10, 30}), {.model = model_code::by_failure_mode}, modes);
-    ASSERT_TRUE(answer.refusal());
-    EXPECT_EQ(answer.refusal()->code, RefusalCode::no_mode_fitted);
-  }
-}
-
 }  // namespace
 }  // namespace tavlo

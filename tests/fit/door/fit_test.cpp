@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "fit/door/fits.h"
 
 namespace tavlo {
@@ -157,6 +155,11 @@ TEST(Fit, EveryRefusalHasItsReason) {
       {tied, {model_code::weibull2, mle}, {slope_without_limit, {}}},
       {tied, {model_code::weibull3, rr}, {no_spread, {1, 3}}},
       {tied, {model_code::normal, rr}, {no_spread, {}}},
+      {tied, {model_code::by_failure_mode, rr}, {no_mode_fitted, {}}},
+      {test::failures_at({5, 5, 7, 7}), {model_code::weibull3, rr}, {no_spread, {2, 3}}},
+      {test::failures_at({1, 1, 1, 1, 1, 1.001, 100}),  // the later t0, the better
+       {model_code::weibull3, rrs},
+       {no_interior_maximum, {1}}},
       {{{100, 0, 1}, {200, 1}}, {model_code::weibull2, mle}, {slope_without_limit, {}}},
       {none, {model_code::weibull2, mle}, {no_failure, {}}},
       {none, {model_code::weibull2, rr}, {too_few_failures, {0, 2}}},
@@ -240,41 +243,37 @@ struct Asking : Companion {
   }
 };
 
-TEST(Fit, FewFailuresAreDoubtedOnceAndNoted) {
-  for (const int failures : {20, 21})
+TEST(Fit, DoubtsAreAskedOnceAndFewFailuresNoted) {
+  struct Case {
+    int failures;
+    std::int16_t method;
+    std::vector<Doubt> doubts;
+  };
+  const Doubt few = Doubt::few_failures, risky = Doubt::minimum_life_by_likelihood;
+  const Case cases[] = {{20, method_code::x_on_y, {few}},
+                        {21, method_code::x_on_y, {}},
+                        {20, method_code::mle, {few, risky}},
+                        {21, method_code::mle, {risky}}};
+  for (const Case& c : cases)
     for (const bool goes_on : {true, false}) {
       std::vector<double> times;
-      for (int i = 0; i < failures; ++i) times.push_back(10 + i * i);
+      for (int i = 0; i < c.failures; ++i) times.push_back(100 + i * i);
       Asking companion;
       companion.goes_on = goes_on;
       FitRequest request;
       request.model = model_code::weibull3;
+      request.method = c.method;
       const FitAnswer answer =
           fit(make_sample(test::failures_at(times), request.ranks), request, companion);
-      const bool doubtful = failures < 21;
-      EXPECT_EQ(companion.asked, std::vector<Doubt>(doubtful, Doubt::few_failures));
-      ASSERT_EQ(answer.fit() != nullptr, !doubtful || goes_on);
-      if (!answer.fit()) {
-        EXPECT_EQ(answer.refusal()->code, RefusalCode::stopped);
-        continue;
-      }
-      std::vector<Note> expected;
-      if (doubtful) expected.push_back({NoteCode::few_failures, 0, {20, 21}});
-      EXPECT_EQ(answer.notes, expected);
+      const auto asked = static_cast<std::ptrdiff_t>(goes_on ? c.doubts.size() : 1);
+      const auto last = c.doubts.empty() ? c.doubts.end() : c.doubts.begin() + asked;
+      EXPECT_EQ(companion.asked, std::vector<Doubt>(c.doubts.begin(), last));
+      const bool stopped = !goes_on && !c.doubts.empty();
+      EXPECT_EQ(answer.refusal() && answer.refusal()->code == RefusalCode::stopped, stopped);
+      const Note noted{NoteCode::few_failures, 0, {20, 21}};
+      const bool has_note = !answer.notes.empty() && answer.notes.front() == noted;
+      EXPECT_EQ(has_note, answer.fit() && c.failures == 20);
     }
-}
-
-TEST(Fit, TheLikelihoodOfAMinimumLifeIsDoubtedBeforeItBegins) {
-  Asking companion;
-  companion.goes_on = false;
-  FitRequest request;
-  request.model = model_code::weibull3;
-  request.method = method_code::mle;
-  std::vector<double> times;
-  for (int i = 0; i < 30; ++i) times.push_back(10 + i * i);
-  const Sample sample = make_sample(test::failures_at(times), request.ranks);
-  EXPECT_EQ(fit(sample, request, companion).refusal()->code, RefusalCode::stopped);
-  EXPECT_EQ(companion.asked, std::vector<Doubt>{Doubt::minimum_life_by_likelihood});
 }
 
 TEST(Fit, CountedRowsAreNotedWhereRanksDependOnThem) {

@@ -90,26 +90,6 @@ TEST(MinimumLife, IsTheGlobalOptimumOfTheCorrelationAndItsLine) {
   EXPECT_GT(inside, 130);
 }
 
-TEST(MinimumLife, WhatHasNoBestOneIsRefused) {
-  struct Case {
-    test::Rows rows;
-    RefusalCode code;
-  };
-  const Case cases[] = {
-      {test::failures_at({5, 5, 5, 5}), RefusalCode::no_spread},
-      {test::failures_at({5, 5, 7, 7}), RefusalCode::no_spread},
-      // The later t0, the better.
-      {test::failures_at({1, 1, 1, 1, 1, 1.001, 100}), RefusalCode::no_interior_maximum},
-  };
-  Companion companion;
-  for (const Case& c : cases) {
-    const RowAnswer answer =
-        fit_minimum_life_line(make_sample(c.rows, RankKind::benard), true, companion);
-    ASSERT_TRUE(std::holds_alternative<Refusal>(answer));
-    EXPECT_EQ(std::get<Refusal>(answer).code, c.code);
-  }
-}
-
 TEST(MinimumLife, AStopEndsTheSearch) {
   struct Impatient : Companion {
     int turns = 0;

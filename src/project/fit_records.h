@@ -1,0 +1,47 @@
+// Fit records: the way of a data set into a fit and of its answer into the project. A
+// record keeps the request that it answers and the revision of its data; whether it is
+// up to date, and what its label says, follow from these two.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "fit/answer.h"
+#include "project/records.h"
+
+namespace tavlo {
+
+/// The points of a data set as a fit reads them; `entry` is an index of `Points`. A set
+/// with ranks of its own (rank_state::untouchable) keeps them. Error 5 for a time or a
+/// count that is no number or a count below 0.
+Sample sample_of(const DataSet& data, RankKind ranks);
+
+/// The record of an answer, to be kept in a slot of a fit set.
+FitResult record_of(const FitRequest& request, const Fit& fit, std::vector<Note> notes,
+                    std::int64_t revision);
+
+/// The life that a record holds.
+Life life_of(const FitResult& fit);
+
+/// True when the record holds numbers, and they belong to the data as they are now.
+bool is_current(const FitResult& fit, const DataSet& data);
+
+/// Whether the likelihood may take suspensions in or leave them out: a mixture's.
+bool has_censored_choice(int model_code, int method_code);
+
+/// "W4P/MLEc": model and method, and whether suspensions take part in the likelihood.
+std::string short_label(const FitRequest& request);
+
+/// "W4P/MLEc 4 Par": the label that a record keeps.
+std::string full_label(const FitRequest& request);
+
+/// The slot that holds the fit of the request, up to slope and ranks; 0 when none does.
+int find_slot(const FitSet& fits, const FitRequest& request);
+
+/// Tells that the data have changed: the fits made from them are out of date.
+void mark_changed(DataSet& data);
+
+/// The name of a failure mode as the data call it now; its number where it has none.
+std::string mode_name(const DataSet& data, int mode);
+
+}  // namespace tavlo

@@ -1,0 +1,149 @@
+#include "actions/intake.h"
+
+#include <gtest/gtest.h>
+
+#include "support/sheet_world.h"
+
+namespace tavlo {
+namespace {
+
+using test::SheetWorld;
+
+TEST(Intake, TheRecordIsSortedWhileTheSheetKeepsTheOrderOfEntry) {
+  SheetWorld world({"300", "100", "", "", ">200x3", "100x2"});
+  bool clean = true;
+  CheckDirtyData(world.session, 1, clean, true);
+  EXPECT_FALSE(clean);
+  ASSERT_EQ(world.data().Count, 4) << "empty rows are gone";
+  const float sorted[] = {100, 100, 200, 300};
+  const int order[] = {2, 4, 3, 1};
+  for (int i = 1; i <= 4; ++i) {
+    EXPECT_EQ(world.data().Points(i).X, sorted[i - 1]);
+    EXPECT_EQ(world.data().Points(i).Order, order[i - 1]);
+  }
+  EXPECT_EQ(world.data().Points(0).Fails, 4);
+  EXPECT_EQ(world.data().Points(0).Susps, 3);
+  EXPECT_EQ(world.column(sheet_column::x), (std::vector<std::string>{"300", "100", "200", "100"}));
+  EXPECT_EQ(world.column(sheet_column::y)[2], "") << "a suspension has no rank";
+  EXPECT_NE(world.column(sheet_column::y)[1], "");
+  EXPECT_EQ(world.log(), "Data1\n100, 2x100, 3x200S, 300\n");
+  EXPECT_TRUE(world.sheet().bclean);
+
+  CheckDirtyData(world.session, 1, clean, true);
+  EXPECT_TRUE(clean) << "nothing to do the second time";
+}
+
+TEST(Intake, SortRawLosesTheOrderOfEntry) {
+  SheetWorld world({"300", "100", "200"});
+  world.session.settings.SortRaw = true;
+  bool clean = true;
+  CheckDirtyData(world.session, 1, clean, true);
+  EXPECT_EQ(world.column(sheet_column::x), (std::vector<std::string>{"100", "200", "300"}));
+}
+
+TEST(Intake, OnlyShortSetsAreListed) {
+  for (const int rows : {29, 30}) {
+    SheetWorld world({});
+    for (int r = 1; r <= rows; ++r)
+      world.sheet().enter(r, sheet_column::x, std::to_string(100 + r));
+    bool clean = true;
+    CheckDirtyData(world.session, 1, clean, false);
+    EXPECT_EQ(world.log().empty(), rows == 30) << rows;
+    EXPECT_FALSE(world.sheet().bclean) << "without a refit the sheet stays out of step";
+  }
+}
+
+TEST(CheckAndFit, FitsLogsAndFreesTheButton) {
+  SheetWorld world(
+      {"54", "187", "216", "240", "244", "335", "361", "373", "375", "386", ">500x10"});
+  world.panel().nMethod = 1;
+  CheckAndFit(world.session, 1);
+  const FitSet& fits = world.session.gFit(1);
+  ASSERT_EQ(fits.nFits, 1);
+  EXPECT_NEAR(fits.Fits(1).Rows(1).Shape, 1.7208, 5e-5);
+  EXPECT_NEAR(1.0 / fits.Fits(1).Rows(1).Scale, 606.528, 5e-4);
+  EXPECT_NEAR(fits.Fits(1).Quality, -75.1346, 5e-5);
+  EXPECT_FALSE(world.panel().busy);
+  EXPECT_EQ(world.views.count("button 1 working"), 1);
+  EXPECT_NE(world.log().find("eta: \t606.5276\tbeta: \t1.720797"), std::string::npos)
+      << "[" << world.log() << "]";
+}
+
+TEST(CheckAndFit, ChangedDataAreFittedAgainAndTheFitAskedForIsLogged) {
+  SheetWorld world({"100", "200", "300"});
+  CheckAndFit(world.session, 1);
+  const double before = world.session.gFit(1).Fits(1).Rows(1).Scale;
+  world.sheet().enter(4, sheet_column::x, "900");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).nFits, 1);
+  EXPECT_LT(world.session.gFit(1).Fits(1).Rows(1).Scale, before);
+  const std::string log = world.log();
+  EXPECT_NE(log.find("Data Sets have changed.  Updated Fits below."), std::string::npos);
+  const auto first = log.find("Tavlo Fit");
+  const auto second = log.find("Tavlo Fit", first + 1);
+  EXPECT_NE(second, std::string::npos) << "the new numbers belong in the log";
+  EXPECT_EQ(log.find("Tavlo Fit", second + 1), std::string::npos);
+}
+
+TEST(CheckAndFit, LettersInTheNumberColumnAreNamedByTheirRow) {
+  SheetWorld world({"300", "100", "abc", "200"});
+  world.prompts.expect_box("Error: 5", "Median Rank Error: \nRow 3: Data X is 0");
+  world.prompts.expect_box("Times of 0", "Row 3: Data X is 0");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).nFits, 0);
+}
+
+TEST(CheckAndFit, ATimeTooLargeForARecordIsNamedAndNothingIsFitted) {
+  SheetWorld world({"300", "1e39", "200"});
+  world.prompts.expect_box("Error: 6 Overflow", "Row 2: Data X is 1E+39");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).nFits, 0);
+  EXPECT_FALSE(world.sheet().bclean) << "the next press reads the sheet again";
+  EXPECT_FALSE(world.panel().busy);
+  EXPECT_EQ(world.column(sheet_column::x), (std::vector<std::string>{"300", "1E+39", "200"}));
+  world.sheet().enter(2, sheet_column::x, "100");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).nFits, 1);
+}
+
+TEST(CheckAndFit, ARefitThatIsRefusedPutsNoOldNumbersIntoTheLog) {
+  SheetWorld world({"100", "200"});
+  CheckAndFit(world.session, 1);
+  world.sheet().enter(2, sheet_column::x, "");
+  const std::string words = "At least 2 points";
+  world.prompts.expect_box("Insufficient points for Fit", words);  // the refit
+  world.prompts.expect_box("Insufficient points for Fit", words);  // the fit asked for
+  CheckAndFit(world.session, 1);
+  const std::string log = world.log();
+  EXPECT_EQ(log.find("Tavlo Fit"), log.rfind("Tavlo Fit"));
+}
+
+TEST(CheckAndFit, ANewTimeIsFittedWithTheSlopeThatIsKnown) {
+  SheetWorld world({"100", "200", "300"});
+  world.panel().nModel = 802;
+  world.prompts.expect_line("Enter Weibull Slope", "2.3456789");
+  CheckAndFit(world.session, 1);
+  world.sheet().enter(4, sheet_column::x, "900");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.gFit(1).Fits(1).Rows(1).Shape, 2.3456789);
+  EXPECT_EQ(world.session.gFit(1).nFits, 1);
+}
+
+TEST(CheckAndFit, WithoutModelDataOrPeaceItSaysSo) {
+  SheetWorld world({});
+  world.panel().nModel = -1;
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.log(), "Please select a model\n");
+
+  world.panel().nModel = 98;
+  world.prompts.expect_box("Insufficient points for Fit", "At least 2 points");
+  CheckAndFit(world.session, 1);
+
+  world.panel().busy = true;
+  world.views.said.clear();
+  CheckAndFit(world.session, 1);
+  EXPECT_TRUE(world.views.said.empty()) << "a press while busy has no effect";
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,61 @@
+#include "numerics/value_text.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace tavlo {
+namespace {
+
+TEST(ValueText, EngineeringPrefixes) {
+  struct Row {
+    double value;
+    const char* format;
+    const char* text;
+  };
+  const Row rows[] = {
+      {0, "0.0k", "0.0"},         {1, "k", "1"},
+      {999, "k", "999"},          {1000.00005, "k", "1K"},
+      {999.99995, "0.00k", "1K"}, {1500, "0.0k", "1.5K"},
+      {-1500, "0.0k", "-1.5K"},   {1e6, "k", "1M"},
+      {2e6, "k", "2000K"},        {25e6, "0k", "25M"},
+      {3.5e11, "0k", "350G"},     {2e14, "0k", "200T"},
+      {5e16, "0k", "50P"},        {1e12, "0.000k", "1T"},
+      {1e18, "0k", "1E+18"},      {0.25, "0k", "0.3"},
+      {0.5, "0.00k", "0.50"},     {0.015, "0k", "0.02"},
+      {0.002, "0k", "0.002"},     {0.0002, "0.0k", "2.0E-4"},
+      {2.5e-7, "0.0k", "2.5E-7"}, {0.7512, "00.0000%", "75.1200%"},
+      {-2.5, "0.00", "-2.50"},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(fs_Dbl2Txt(row.value, row.format), row.text) << row.value << " by " << row.format;
+  EXPECT_EQ(fs_Dbl2Txt(46347.5, "dd mmm yyyy"), "21 Nov 2026");
+  EXPECT_EQ(fs_Dbl2Txt(0.75, "yyyy-mm-dd hh:nn:ss"), "1899-12-30 18:00:00");
+}
+
+TEST(ValueText, BitSets) {
+  struct Row {
+    std::int32_t value;
+    bool as_digits;
+    int width;
+    const char* text;
+  };
+  const Row rows[] = {
+      {0, false, 0, "0"},
+      {1, false, 0, "1"},
+      {3, false, 0, "1,2"},
+      {5, false, 0, "1,3"},
+      {3, true, 4, "0011"},
+      {13, true, 2, "01"},
+      {0, true, 3, "000"},
+      {0, true, 0, "0"},
+      {1 << 29, false, 0, "30"},
+      {1 << 30, false, 0, "N/A"},
+      {std::numeric_limits<std::int32_t>::min(), true, 4, "N/A"},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(fs_BitList(row.value, row.as_digits, row.width), row.text) << row.value;
+}
+
+}  // namespace
+}  // namespace tavlo

@@ -1,0 +1,65 @@
+#include "project/ranking.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "life/weibull_ordinate.h"
+#include "project/fit_records.h"
+#include "support/test_world.h"
+
+namespace tavlo {
+namespace {
+
+// Johnson's mean order numbers: 1, 2, then steps of (7 - 2) / (1 + 3) and (7 - 3.25) / (1 + 1).
+TEST(MakeRanks, RowsAreOrderedRankedAndTotalled) {
+  test::TestWorld world;
+  DataSet data = test::make_data({{10}, {20, 0, 1}, {20}, {30}, {40, 0, 1}, {50, 1, 0, 1}});
+  Make_Ranks(world.session.errors, true, data);
+  EXPECT_EQ(data.Points(2).Order, 3) << "failures stand ahead of suspensions";
+  EXPECT_EQ(data.Points(0).Fails, 4);
+  EXPECT_EQ(data.Points(0).Susps, 2);
+  const auto benard = [](double order) { return static_cast<float>((order - 0.3) / 6.4); };
+  EXPECT_FLOAT_EQ(data.Points(1).Y, benard(1));
+  EXPECT_FLOAT_EQ(data.Points(2).Y, benard(2));
+  EXPECT_EQ(data.Points(3).Y, 0.0F);
+  EXPECT_FLOAT_EQ(data.Points(4).Y, benard(3.25));
+  EXPECT_FLOAT_EQ(data.Points(6).Y, benard(5.125));
+  EXPECT_EQ(data.XMin, 10);
+  EXPECT_EQ(data.XMax, 50);
+  EXPECT_EQ(data.YMax, static_cast<double>(data.Points(6).Y));
+  EXPECT_DOUBLE_EQ(data.Points(4).XT[2], std::log(30.0));
+  EXPECT_EQ(data.Points(4).YT[2], 0);
+  EXPECT_NE(data.Points(6).YT[2], 0);
+}
+
+TEST(MakeRanks, TheKindIsKeptAndRanksOfTheirOwnAreLeftAlone) {
+  test::TestWorld world;
+  DataSet data = test::make_data({{10}, {20}, {30}});
+  Make_Ranks(world.session.errors, true, data);
+  Make_Ranks(world.session.errors, false, data);
+  EXPECT_EQ(data.ranks, RankKind::exact);
+  EXPECT_EQ(data.Points(0).Order, rank_state::without_benard);
+  EXPECT_NEAR(static_cast<double>(data.Points(1).Y), 1 - std::pow(0.5, 1.0 / 3), 1e-7);
+  data.Points(0).Order |= 1;
+  data.Points(2).Y = 0.25F;
+  Make_Ranks(world.session.errors, true, data);
+  EXPECT_EQ(data.Points(2).Y, 0.25F);
+  EXPECT_EQ(sample_of(data, RankKind::benard).rank[1], 0.25F) << "a fit takes them too";
+}
+
+TEST(MakeRanks, ARowThatCanNotBeRankedIsNamed) {
+  test::TestWorld world;
+  DataSet data = test::make_data({{10}, {20}});
+  data.Points(2).Susps = -2;
+  world.prompts.expect_box("Error: 5", "Median Rank Error: \nRow 2: -2 is no number of units.");
+  Make_Ranks(world.session.errors, true, data);
+  data.Points(2).Susps = 0;
+  data.Points(1).X = 0;
+  world.prompts.expect_box("Error: 5", "Median Rank Error: \nRow 1: Data X is 0, and a time");
+  Make_Ranks(world.session.errors, true, data);
+  EXPECT_GT(data.Points(2).Y, 0.0F) << "the ranks are made all the same";
+}
+
+}  // namespace
+}  // namespace tavlo

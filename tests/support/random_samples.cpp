@@ -1,0 +1,168 @@
+#include "support/random_samples.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavlo::test {
+namespace {
+
+constexpr double inspection_interval = 250;
+
+float to_digits(double time, int digits) {
+  const double unit = std::pow(10.0, std::floor(std::log10(time)) - digits + 1);
+  return static_cast<float>(std::max(1.0, std::round(time / unit)) * unit);
+}
+
+/// Found at the end of the interval in which it failed.
+float inspected(double time) {
+  return static_cast<float>(std::max(1.0, std::ceil(time / inspection_interval)) *
+                            inspection_interval);
+}
+
+void sort_rows(std::vector<SampleRow>& rows) {
+  std::stable_sort(rows.begin(), rows.end(), [](const SampleRow& a, const SampleRow& b) {
+    return a.time != b.time ? a.time < b.time : a.failures > b.failures;
+  });
+}
+
+/// All units still alive at the quantile `share` are stopped there.
+void stop_at(std::vector<SampleRow>& rows, double share) {
+  const auto last = static_cast<std::size_t>(share * static_cast<double>(rows.size()));
+  const float limit = rows[std::min(last, rows.size() - 1)].time;
+  for (SampleRow& row : rows) {
+    if (row.time <= limit) continue;
+    row.time = limit;
+    row.suspensions += row.failures;
+    row.failures = 0;
+  }
+}
+
+/// Rows of one time and kind become one with a count.
+std::vector<SampleRow> counted(const std::vector<SampleRow>& rows) {
+  std::vector<SampleRow> made;
+  for (const SampleRow& row : rows) {
+    const bool same = !made.empty() && made.back().time == row.time &&
+                      (made.back().failures > 0) == (row.failures > 0);
+    if (!same) {
+      made.push_back(row);
+      continue;
+    }
+    made.back().failures += row.failures;
+    made.back().suspensions += row.suspensions;
+  }
+  return made;
+}
+
+FitParam population(double beta, double eta, double fraction, std::int32_t applies) {
+  return {1 / eta, fraction, beta, 0, applies};
+}
+
+}  // namespace
+
+double RandomNumbers::uniform(double low, double high) {
+  const double unit = (std::ldexp(static_cast<double>(random_() >> 12), -52)) + 0x1p-53;
+  return low + (high - low) * unit;
+}
+
+double RandomNumbers::log_uniform(double low, double high) {
+  return std::exp(uniform(std::log(low), std::log(high)));
+}
+
+int RandomNumbers::whole(int low, int high) {
+  return low + static_cast<int>(uniform() * (high - low + 1));
+}
+
+double RandomNumbers::weibull(double beta, double eta) {
+  return eta * std::pow(-std::log(uniform()), 1 / beta);
+}
+
+double RandomNumbers::time_of(const Life& life) {
+  const double lot = uniform();
+  const bool mixed = life.model == model_code::weibull5c || life.model == model_code::weibull7;
+  const std::int32_t part = mixed && lot >= life.rows.front().Fraction ? 2 : 1;
+  double first = HUGE_VAL;
+  for (const FitParam& row : life.rows) {
+    const double time = row.T0 + weibull(row.Shape, 1 / row.Scale);
+    if (row.Applies & part) first = std::min(first, time);
+  }
+  return first;
+}
+
+Life weibull(double beta, double eta, double t0) {
+  Life life{t0 == 0 ? model_code::weibull2 : model_code::weibull3, {population(beta, eta, 1, 1)}};
+  life.rows[0].T0 = t0;
+  return life;
+}
+
+Life weibull4(double beta_a, double eta_a, double beta_b, double eta_b) {
+  return {model_code::weibull4, {population(beta_a, eta_a, 1, 1), population(beta_b, eta_b, 0, 1)}};
+}
+
+Life weibull5c(double beta_a, double eta_a, double beta_c, double eta_c, double p) {
+  return {model_code::weibull5c,
+          {population(beta_c, eta_c, p, 1), population(beta_a, eta_a, 1 - p, 3)}};
+}
+
+Life weibull7(double beta_a, double eta_a, double beta_b, double eta_b, double beta_c, double eta_c,
+              double p) {
+  return {model_code::weibull7,
+          {population(beta_c, eta_c, p, 1), population(beta_a, eta_a, 1 - p, 3),
+           population(beta_b, eta_b, 0, 3)}};
+}
+
+Life random_life(RandomNumbers& random, std::int16_t model) {
+  const double wear_out = random.uniform(1.5, 6), eta = random.log_uniform(500, 5000);
+  const double chance_beta = random.uniform(0.6, 1.6),
+               chance_eta = eta * random.log_uniform(0.7, 4);
+  const double early_beta = random.uniform(0.8, 4), early_eta = eta / random.log_uniform(1.5, 30);
+  const double share = random.uniform(0.05, 0.5);
+  if (model == model_code::weibull4) return weibull4(wear_out, eta, chance_beta, chance_eta);
+  if (model == model_code::weibull5c) return weibull5c(wear_out, eta, early_beta, early_eta, share);
+  if (model == model_code::weibull7)
+    return weibull7(wear_out, eta, chance_beta, chance_eta, early_beta, early_eta, share);
+  if (model == model_code::weibull3) return weibull(wear_out, eta, random.uniform(0.1, 1) * eta);
+  return weibull(wear_out, eta);
+}
+
+std::vector<SampleRow> draws(RandomNumbers& random, const Life& life, int n, double suspended) {
+  std::vector<SampleRow> rows;
+  rows.reserve(static_cast<std::size_t>(n));
+  for (int i = 0; i < n; ++i) {
+    const double time = random.time_of(life);
+    const double stop = random.chance(suspended) ? random.time_of(life) : HUGE_VAL;
+    const bool failed = time <= stop;
+    rows.push_back({to_digits(std::min(time, stop), 7), failed ? 1.0 : 0.0, failed ? 0.0 : 1.0, 0});
+  }
+  sort_rows(rows);
+  return rows;
+}
+
+DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model, int most) {
+  RandomNumbers random(seed * 0x9e3779b97f4a7c15u + static_cast<std::uint64_t>(model));
+  DrawnSample sample{random_life(random, model), {}};
+  const int n = static_cast<int>(random.log_uniform(15, most + 1));
+  const int kind = random.whole(0, 5);
+  sample.rows = draws(random, sample.truth, n, kind == 1 || kind == 4 ? random.uniform(0.2, 1) : 0);
+  if (kind == 2) stop_at(sample.rows, random.uniform(0.4, 0.9));
+  for (SampleRow& row : sample.rows)
+    row.time = kind >= 4 ? inspected(row.time) : kind == 3 ? to_digits(row.time, 2) : row.time;
+  if (kind >= 3) sort_rows(sample.rows);
+  if (kind >= 3 && random.chance(0.5)) sample.rows = counted(sample.rows);
+  return sample;
+}
+
+DrawnSample ordinary_sample(std::uint64_t seed) {
+  RandomNumbers random(seed * 0x9e3779b97f4a7c15u + 11);
+  static constexpr std::int16_t models[] = {model_code::weibull2,  model_code::weibull2,
+                                            model_code::weibull3,  model_code::weibull4,
+                                            model_code::weibull5c, model_code::weibull7};
+  DrawnSample sample{random_life(random, models[random.whole(0, 5)]), {}};
+  const int n = random.whole(8, 30), kind = random.whole(0, 3), digits = random.whole(2, 5);
+  sample.rows = draws(random, sample.truth, n, kind == 1 ? 0.6 : 0);
+  if (kind == 2) stop_at(sample.rows, random.uniform(0.4, 0.9));
+  for (SampleRow& row : sample.rows) row.time = to_digits(row.time, digits);
+  sort_rows(sample.rows);
+  return sample;
+}
+
+}  // namespace tavlo::test

@@ -1,0 +1,292 @@
+#include "support/reference_book.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace tavlo::test {
+namespace {
+
+constexpr Number never = -std::numeric_limits<Number>::infinity();
+
+bool is_weibull(const Life& life) { return find_model(life.model)->family == Family::weibull; }
+bool has_share(const Life& life) {
+  return life.model == model_code::weibull5c || life.model == model_code::weibull7;
+}
+
+Number ln_sum_of_exponents(const Numbers& terms) {
+  const Number largest = *std::max_element(terms.begin(), terms.end());
+  if (largest == never) return never;
+  Number sum = 0;
+  for (const Number term : terms) sum += std::exp(term - largest);
+  return largest + std::log(sum);
+}
+
+/// Cumulative hazard of one population, and ln of its rate.
+Number hazard(const FitParam& row, Number t) {
+  if (is_unreached(row) || t <= row.T0) return 0;
+  return std::exp(row.Shape * std::log((t - row.T0) * row.Scale));
+}
+Number ln_rate(const FitParam& row, Number t) {
+  if (is_unreached(row) || t <= row.T0) return never;
+  const Number z = (t - row.T0) * row.Scale;
+  return std::log(Number(row.Shape)) + std::log(Number(row.Scale)) + (row.Shape - 1) * std::log(z);
+}
+
+/// Units that carry the same risks: the share of all units, and the rows that act.
+struct SubPopulation {
+  Number ln_share;
+  std::vector<std::size_t> rows;
+};
+
+std::vector<SubPopulation> sub_populations(const Life& life) {
+  std::vector<SubPopulation> all;
+  const std::size_t count = has_share(life) ? 2 : 1;
+  for (std::size_t i = 0; i < count; ++i) {
+    SubPopulation part{count == 1 ? 0 : std::log(Number(life.rows[i].Fraction)), {}};
+    for (std::size_t j = 0; j < life.rows.size(); ++j)
+      if (count == 1 || (life.rows[j].Applies & (1 << i))) part.rows.push_back(j);
+    all.push_back(part);
+  }
+  return all;
+}
+
+Number ln_alive(const Life& life, const SubPopulation& part, Number t) {
+  Number sum = part.ln_share;
+  for (const std::size_t j : part.rows) sum -= hazard(life.rows[j], t);
+  return sum;
+}
+
+/// ln of the part of the density that row j brings.
+Number ln_part(const Life& life, const std::vector<SubPopulation>& parts, std::size_t j, Number t) {
+  Numbers terms = {never};
+  for (const SubPopulation& part : parts)
+    if (std::find(part.rows.begin(), part.rows.end(), j) != part.rows.end())
+      terms.push_back(ln_alive(life, part, t) + ln_rate(life.rows[j], t));
+  return ln_sum_of_exponents(terms);
+}
+
+Number normal_upper_tail(Number z) { return std::erfc(z / std::sqrt(Number(2))) / 2; }
+Number ln_normal_density(Number z) {
+  return -z * z / 2 - std::log(2 * std::numbers::pi_v<Number>) / 2;
+}
+
+struct Tail {
+  Number ln_reliability, ln_density;
+};
+
+Tail one_row(const Life& life, Number t) {
+  const FitParam& row = life.rows.front();
+  if (life.model == model_code::normal) {
+    const Number z = (t - row.Scale) * row.Shape;
+    return {std::log(normal_upper_tail(z)), ln_normal_density(z) + std::log(Number(row.Shape))};
+  }
+  if (find_model(life.model)->family == Family::lognormal) {
+    if (t <= row.T0) return {0, never};
+    const Number z = std::log((t - row.T0) / row.Scale) * row.Shape;
+    return {std::log(normal_upper_tail(z)),
+            ln_normal_density(z) + std::log(Number(row.Shape)) - std::log(t - row.T0)};
+  }
+  const Number z = (t - 1 / Number(row.Scale)) / row.Shape;
+  const Number ln_del = std::log(Number(row.Shape));
+  if (life.model == model_code::gumbel_lower) return {-std::exp(z), z - std::exp(z) - ln_del};
+  return {std::log(-std::expm1(-std::exp(-z))), -z - std::exp(-z) - ln_del};
+}
+
+Number outer(const Sample& sample, std::size_t i) {
+  return std::ldexp(Number(sample.time[i]), sample.exponent);
+}
+
+Number ordinate(const Life& life, Number t) { return std::log(-ln_reliability_of(life, t)); }
+
+/// ln (t - t0) at which the life reaches an ordinate: Newton's steps inside a bracket.
+Number ln_time_at(const Life& life, Number y, Number x) {
+  const Number t0 = life.rows.front().T0;
+  constexpr Number longest = 4;
+  Number low = never, high = -never;
+  for (int i = 0; i < 500; ++i) {
+    const Number t = t0 + std::exp(x), ln_r = ln_reliability_of(life, t);
+    const Number slope = std::exp(ln_density_of(life, t) - ln_r) * (t - t0) / -ln_r;
+    const Number off = std::log(-ln_r) - y;
+    (off < 0 ? low : high) = x;
+    const Number step = std::clamp(-off / slope, -longest, longest);
+    if (std::fabs(step) < 1e-17L * (1 + std::fabs(x))) return x + step;
+    const Number next = x + step;
+    x = next > low && next < high ? next : (low + high) / 2;
+    if (high - low < 1e-18L * (1 + std::fabs(x))) return x;
+  }
+  return x;
+}
+
+/// Sum of squares about the mean, or nothing of all-equal values.
+Number spread(const Numbers& values, const Numbers& weights) {
+  Number total = 0, mean = 0, sum = 0;
+  for (std::size_t i = 0; i < values.size(); ++i)
+    total += weights[i], mean += weights[i] * values[i];
+  mean /= total;
+  for (std::size_t i = 0; i < values.size(); ++i)
+    sum += weights[i] * (values[i] - mean) * (values[i] - mean);
+  return sum;
+}
+
+}  // namespace
+
+Number ln_reliability_of(const Life& life, Number t) {
+  if (!is_weibull(life)) return one_row(life, t).ln_reliability;
+  Number common = 0, own = 0;  // of all units, and of those of the first sub-population
+  for (const FitParam& row : life.rows)
+    (has_share(life) && !(row.Applies & 2) ? own : common) += hazard(row, t);
+  // ln(p exp(-own) + 1 - p), with the digits that are lost where next to nothing has failed.
+  return own == 0 ? -common : -common + std::log1p(life.rows[0].Fraction * std::expm1(-own));
+}
+
+Number ln_density_of(const Life& life, Number t) {
+  if (!is_weibull(life)) return one_row(life, t).ln_density;
+  const std::vector<SubPopulation> parts = sub_populations(life);
+  Numbers terms;
+  for (std::size_t j = 0; j < life.rows.size(); ++j) terms.push_back(ln_part(life, parts, j, t));
+  return ln_sum_of_exponents(terms);
+}
+
+Number ln_likelihood_of(const Life& life, const Sample& sample, bool with_suspensions) {
+  Number sum = 0;
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    const Number t = outer(sample, i);
+    if (sample.failures[i] > 0) sum += sample.failures[i] * ln_density_of(life, t);
+    if (with_suspensions && sample.suspensions[i] > 0)
+      sum += sample.suspensions[i] * ln_reliability_of(life, t);
+  }
+  return sum;
+}
+
+Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method) {
+  Numbers values, weights;
+  Number squares = 0;
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    if (!(sample.failures[i] > 0)) continue;
+    const Number t = outer(sample, i), rank = sample.rank[i];
+    const Number x = std::log(t - life.rows.front().T0);
+    const Number y = rank > 1e-8L ? std::log(-std::log1p(-rank)) : std::log(rank);
+    const bool along_time = method == method_code::x_on_y;
+    const Number miss = along_time ? ln_time_at(life, y, x) - x : ordinate(life, t) - y;
+    squares += sample.failures[i] * miss * miss;
+    values.push_back(along_time ? x : y);
+    weights.push_back(sample.failures[i]);
+  }
+  return 1 - squares / spread(values, weights);
+}
+
+Number quality_of(const Life& life, const Sample& sample, const FitRequest& request) {
+  if (request.method != method_code::mle) return r_squared_of(life, sample, request.method);
+  const bool searched =
+      has_share(life) || life.model == model_code::weibull4 || life.model == model_code::weibull3;
+  return ln_likelihood_of(life, sample, request.censored || !searched);
+}
+
+Numbers expected_failures_of(const Life& life, const Sample& sample) {
+  const std::vector<SubPopulation> parts = sub_populations(life);
+  Numbers held(life.rows.size(), 0);
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    if (!(sample.failures[i] > 0)) continue;
+    const Number t = outer(sample, i), whole = ln_density_of(life, t);
+    for (std::size_t j = 0; j < life.rows.size(); ++j)
+      held[j] += sample.failures[i] * std::exp(ln_part(life, parts, j, t) - whole);
+  }
+  return held;
+}
+
+std::size_t free_parameters(const Life& life, bool hold_share) {
+  std::size_t count = life.model == model_code::weibull3 || (has_share(life) && !hold_share);
+  for (const FitParam& row : life.rows) count += is_unreached(row) ? 0u : 2u;
+  return count;
+}
+
+Life moved(const Life& life, const Numbers& steps, bool hold_share) {
+  Life at = life;
+  std::size_t next = 0;
+  for (FitParam& row : at.rows) {
+    if (is_unreached(row)) continue;
+    row.Shape = static_cast<double>(row.Shape * std::exp(steps[next]));
+    row.Scale = static_cast<double>(row.Scale * std::exp(-steps[next + 1]));
+    next += 2;
+  }
+  if (next == steps.size()) return at;
+  if (life.model == model_code::weibull3)
+    at.rows[0].T0 = static_cast<double>(life.rows[0].T0 + steps[next] / life.rows[0].Scale);
+  if (!has_share(life) || hold_share) return at;
+  const Number p = life.rows[0].Fraction;
+  const Number odds = p / (1 - p) * std::exp(steps[next]);
+  at.rows[0].Fraction = static_cast<double>(odds / (1 + odds));
+  at.rows[1].Fraction = static_cast<double>(1 / (1 + odds));
+  return at;
+}
+
+Derivatives derivatives_at_zero(const std::function<Number(const Numbers&)>& function,
+                                std::size_t n) {
+  constexpr Number h = 0x1p-11L;
+  static constexpr Number places[] = {-2, -1, 1, 2}, weights[] = {1, -8, 8, -1};
+  const auto slope = [&](Numbers at, std::size_t j) {
+    const Number middle = at[j];
+    Number sum = 0;
+    for (int k = 0; k < 4; ++k) {
+      at[j] = middle + places[k] * h;
+      sum += weights[k] * function(at);
+    }
+    return sum / (12 * h);
+  };
+  Derivatives found{Numbers(n), std::vector<Numbers>(n, Numbers(n))};
+  for (std::size_t j = 0; j < n; ++j) found.gradient[j] = slope(Numbers(n), j);
+  for (std::size_t i = 0; i < n; ++i)
+    for (std::size_t j = 0; j <= i; ++j) {
+      Number sum = 0;
+      for (int k = 0; k < 4; ++k) {
+        Numbers at(n);
+        at[i] = places[k] * h;
+        // Along one axis the steps of both differences add up.
+        sum += weights[k] * slope(at, j);
+      }
+      found.hessian[i][j] = found.hessian[j][i] = sum / (12 * h);
+    }
+  return found;
+}
+
+std::optional<Number> newton_decrement(const Derivatives& at) {
+  const std::size_t n = at.gradient.size();
+  std::vector<Numbers> root(n, Numbers(n));  // Cholesky's, of minus the Hessian
+  Numbers step(n);
+  Number gain = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    step[i] = at.gradient[i];
+    for (std::size_t j = 0; j <= i; ++j) {
+      Number sum = -at.hessian[i][j];
+      for (std::size_t k = 0; k < j; ++k) sum -= root[i][k] * root[j][k];
+      if (i == j && !(sum > 0)) return std::nullopt;
+      root[i][j] = i == j ? std::sqrt(sum) : sum / root[j][j];
+    }
+    for (std::size_t k = 0; k < i; ++k) step[i] -= root[i][k] * step[k];
+    step[i] /= root[i][i];
+    gain += step[i] * step[i] / 2;
+  }
+  return gain;
+}
+
+OptimumCheck check_optimum(const Life& life, const Sample& sample, const FitRequest& request,
+                           bool hold_share) {
+  const auto quality = [&](const Numbers& steps) {
+    return quality_of(moved(life, steps, hold_share), sample, request);
+  };
+  OptimumCheck check;
+  check.decrement =
+      newton_decrement(derivatives_at_zero(quality, free_parameters(life, hold_share)));
+  if (!has_share(life)) return check;
+  const auto along_share = [&](const Numbers& step) {
+    Numbers steps(free_parameters(life));
+    steps.back() = step[0];
+    return quality_of(moved(life, steps), sample, request);
+  };
+  check.share_slope = derivatives_at_zero(along_share, 1).gradient[0];
+  return check;
+}
+
+}  // namespace tavlo::test
