@@ -37,7 +37,7 @@ TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
       {"x,status\n5,F\n-3,F\n", ":3: a time can't be negative"},
       {"5\nNaN\n", ":2: 'NaN' is not a number"},
       {"5\n1e999\n", ":2: the time '1e999' is out of range (1.2e-38 to 3.4e+38)"},
-      {"5x1e15\n", ":1: the count '1e15' is out of range (at most 10000000 units)"},
+      {"5x2e15\n", ":1: the count '2e15' is out of range (at most 1e15 units)"},
       {"x,status\n", ":1: no rows follow the header line"},
       {"\xFF\xFE"
        "5\0\n\0"s,
