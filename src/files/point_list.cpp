@@ -91,7 +91,7 @@ void PointList::reserve(std::size_t rows) {
 FieldFault PointList::add(float time, double fails, double susps) {
   if (fails + susps <= 0.0) return "there are neither failures nor suspensions";
   units_ += fails + susps;
-  if (units_ > most_units) return "there are more than 10000000 units up to here";
+  if (units_ > most_units) return "there are more than 1e15 units up to here";
   if (data_.rows.size() == most_rows) return "there are more than 10000000 rows";
   data_.rows.push_back({time, fails, susps, 0});
   return std::nullopt;
