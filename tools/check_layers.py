@@ -42,7 +42,7 @@ OUTSIDE = {
     "workspace": ["Q"],
 }
 SYSTEM = {  # headers of the operating system, on the floors that touch it
-    "files": ["sys/", "unistd.h", "fcntl.h"],
+    "files": ["sys/", "unistd.h", "fcntl.h", "dirent.h"],
     "cli": ["sys/", "unistd.h", "fcntl.h", "dlfcn.h"],
     "workspace": ["sys/", "unistd.h", "fcntl.h"],
 }

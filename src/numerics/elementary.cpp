@@ -18,9 +18,6 @@ constexpr double logarithm_limit = 709;
 constexpr double log10_of_e = 0.434294481903252;  // 4e-16 above the true value
 constexpr int most_digits = 15;
 constexpr int highest_exponent = 300;
-constexpr double vanishing_denominator = 1e-300;
-constexpr double small_denominator = 0.01;
-constexpr double vanishing_numerator = 1e-14;
 
 void refuse_nan(double value) {
   if (std::isnan(value)) throw RunTimeError(run_time::invalid_argument);
@@ -74,42 +71,6 @@ Rounded fd_Round(ErrorReporter& reporter, double value, int digits) {
     refuse_nan(value);
     const int asked = std::abs(std::clamp(digits, -most_digits, most_digits));
     return round_to_digits(reporter, value, std::max(asked, 1));
-  });
-}
-
-Bounded fd_Bound(ErrorReporter& reporter, double low, double x, double high) {
-  return guarded(reporter, Bounded{}, error_words("fd_Bound routine:"), [&]() -> Bounded {
-    for (const double value : {low, x, high}) refuse_nan(value);
-    if (x < low) return {low, -2};
-    if (x == low) return {low, -1};
-    if (x < high) return {x, 0};
-    if (x == high) return {high, 1};
-    return {high, 2};
-  });
-}
-
-double fd_Max(ErrorReporter& reporter, double a, double b) {
-  return guarded(reporter, 0.0, error_words("fd_Max routine:"), [&] {
-    for (const double value : {a, b}) refuse_nan(value);
-    return b > a ? b : a;
-  });
-}
-
-double fd_Min(ErrorReporter& reporter, double a, double b) {
-  return guarded(reporter, 0.0, error_words("fd_Min routine:"), [&] {
-    for (const double value : {a, b}) refuse_nan(value);
-    return b < a ? b : a;
-  });
-}
-
-double fd_RSquared(ErrorReporter& reporter, double numerator, double denominator) {
-  return guarded(reporter, 0.0, error_words("fd_RSquared routine:"), [&] {
-    for (const double value : {numerator, denominator}) refuse_nan(value);
-    const bool nothing_left = std::fabs(numerator) < vanishing_numerator;
-    const double size = std::fabs(denominator);
-    if (size < vanishing_denominator) return nothing_left ? 1.0 : -1.0;
-    if (size < small_denominator && nothing_left) return 1.0;
-    return (1 - Real(numerator) / denominator).value();
   });
 }
 

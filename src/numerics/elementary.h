@@ -1,6 +1,6 @@
-// Elementary routines with guarded ranges: logarithm, rounding to significant
-// digits, clamping, and the ratio behind r squared. Their odd limits are relied
-// on by charts and reports and are kept on purpose.
+// Elementary routines with guarded ranges: the logarithm and rounding to
+// significant digits. Their odd limits are relied on by charts and reports and are
+// kept on purpose.
 #pragma once
 
 #include "numerics/error_reporter.h"
@@ -22,19 +22,5 @@ struct Rounded {
 /// positive value goes to its nearer neighbour, ties down; a negative value is
 /// always cut towards zero: kept on purpose, every Ln(L) shown depends on it.
 Rounded fd_Round(ErrorReporter& reporter, double value, int digits);
-
-struct Bounded {
-  double value = 0;
-  int status = 0;  ///< -2 below, -1 at low, 0 inside, 1 at high, 2 above
-};
-
-/// `x` held within low and high; the tests run in the order of the statuses.
-Bounded fd_Bound(ErrorReporter& reporter, double low, double x, double high);
-
-double fd_Max(ErrorReporter& reporter, double a, double b);
-double fd_Min(ErrorReporter& reporter, double a, double b);
-
-/// 1 - numerator / denominator, guarded for a vanishing denominator.
-double fd_RSquared(ErrorReporter& reporter, double numerator, double denominator);
 
 }  // namespace tavlo

@@ -6,22 +6,14 @@
 
 #include "files/text_lines.h"
 #include "numerics/slots.h"
+#include "support/error_number.h"
 
 namespace tavlo {
 namespace {
 
 constexpr int right = 0;
 
-/// The error number of `read`, 0 without one.
-template <class Read>
-int error_of(Read read) {
-  try {
-    read();
-  } catch (const RunTimeError& error) {
-    return error.number();
-  }
-  return right;
-}
+using test::error_of;
 
 template <class Value>
 struct ValueCase {

@@ -8,7 +8,7 @@
 
 #include "numerics/number_text.h"
 #include "numerics/powers_of_ten.h"
-#include "support/test_world.h"
+#include "support/reporter_test.h"
 
 namespace tavlo {
 namespace {
@@ -16,11 +16,7 @@ namespace {
 const double nan = std::numeric_limits<double>::quiet_NaN();
 const double infinity = std::numeric_limits<double>::infinity();
 
-struct ElementaryTest : testing::Test {
-  test::ScriptedPrompts prompts;
-  test::TestClock clock;
-  ErrorReporter reporter{prompts, clock};
-};
+using ElementaryTest = test::ReporterTest;
 
 TEST_F(ElementaryTest, logarithm_has_a_value_for_every_number) {
   const double of_smallest = -307.92081875395237;  // log10(1.2e-308)

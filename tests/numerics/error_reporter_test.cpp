@@ -5,22 +5,18 @@
 #include <new>
 
 #include "numerics/slots.h"
-#include "support/test_world.h"
+#include "support/reporter_test.h"
 
 namespace tavlo {
 namespace {
 
-struct Reported : testing::Test {
+struct Reported : test::ReporterTest {
   void report(int code, int number = 0) {
     reporter.gErrCode = code;
     const RunTimeError error(number);
     reporter.Error_Chk_Show(number == 0 ? nullptr : &error);
   }
   std::size_t boxes() const { return prompts.shown().size(); }
-
-  test::ScriptedPrompts prompts;
-  test::TestClock clock;
-  ErrorReporter reporter{prompts, clock};
 };
 
 TEST_F(Reported, every_code_has_its_detail_and_title) {

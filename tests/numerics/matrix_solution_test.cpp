@@ -5,16 +5,12 @@
 #include <Eigen/Dense>
 #include <random>
 
-#include "support/test_world.h"
+#include "support/reporter_test.h"
 
 namespace tavlo {
 namespace {
 
-struct MatSolveTest : testing::Test {
-  test::ScriptedPrompts prompts;
-  test::TestClock clock;
-  ErrorReporter reporter{prompts, clock};
-};
+using MatSolveTest = test::ReporterTest;
 
 /// Rows of coefficients with the right-hand side in front.
 Matrix system_of(const std::vector<std::vector<double>>& rows) {

@@ -7,7 +7,7 @@
 #include <limits>
 #include <random>
 
-#include "support/test_world.h"
+#include "support/reporter_test.h"
 
 namespace tavlo {
 namespace {
@@ -15,16 +15,12 @@ namespace {
 // Boost.Math in 80-bit arithmetic is good to 1e-18 here.
 const boost::math::normal_distribution<long double> reference;
 
-struct NormalTest : testing::Test {
+struct NormalTest : test::ReporterTest {
   /// Relative difference of fd_NormZ from the reference.
   double quantile_error(double p) {
     const long double exact = boost::math::quantile(reference, static_cast<long double>(p));
     return static_cast<double>(std::fabs((fd_NormZ(reporter, p) - exact) / exact));
   }
-
-  test::ScriptedPrompts prompts;
-  test::TestClock clock;
-  ErrorReporter reporter{prompts, clock};
 };
 
 TEST_F(NormalTest, cumulative_probability_agrees_with_the_reference) {

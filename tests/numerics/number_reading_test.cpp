@@ -4,16 +4,12 @@
 
 #include <random>
 
-#include "support/test_world.h"
+#include "support/reporter_test.h"
 
 namespace tavlo {
 namespace {
 
-struct NumberReadingTest : testing::Test {
-  test::ScriptedPrompts prompts;
-  test::TestClock clock;
-  ErrorReporter reporter{prompts, clock};
-};
+using NumberReadingTest = test::ReporterTest;
 
 TEST_F(NumberReadingTest, reads_what_a_person_types) {
   struct Row {

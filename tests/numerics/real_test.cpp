@@ -6,19 +6,12 @@
 #include <limits>
 
 #include "numerics/rounding.h"
+#include "support/error_number.h"
 
 namespace tavlo {
 namespace {
 
-template <class Statement>
-int error_of(Statement statement) {
-  try {
-    statement();
-  } catch (const RunTimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
+using test::error_of;
 
 TEST(RealTest, each_failure_has_its_number_and_leaves_its_target) {
   const double nan = std::numeric_limits<double>::quiet_NaN();

@@ -6,16 +6,12 @@
 #include <cmath>
 #include <random>
 
-#include "support/test_world.h"
+#include "support/reporter_test.h"
 
 namespace tavlo {
 namespace {
 
-struct SortArrayTest : testing::Test {
-  test::ScriptedPrompts prompts;
-  test::TestClock clock;
-  ErrorReporter reporter{prompts, clock};
-};
+using SortArrayTest = test::ReporterTest;
 
 TEST_F(SortArrayTest, sorts_the_first_slots_and_leaves_the_others) {
   std::mt19937_64 random(4);

@@ -6,21 +6,14 @@
 #include <limits>
 #include <random>
 
+#include "chart/chart_world.h"
 #include "chart/parts/fraction_on_chart.h"
 #include "life/models.h"
-#include "support/test_world.h"
 
 namespace tavlo {
 namespace {
 
-FitResult fit_of(int code, std::vector<FitParam> rows) {
-  FitResult fit;
-  fit.ModelCode = static_cast<std::int16_t>(code);
-  fit.nRows = static_cast<int>(rows.size());
-  fit.Rows.resize(fit.nRows);
-  for (int i = 1; i <= fit.nRows; ++i) fit.Rows(i) = rows[static_cast<std::size_t>(i) - 1];
-  return fit;
-}
+using test::fit_of;
 
 FitResult weibull(double eta, double beta) {
   return fit_of(model_code::weibull2, {{1 / eta, 1, beta, 0, 1}});

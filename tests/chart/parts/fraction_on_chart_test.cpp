@@ -9,8 +9,10 @@
 #include <random>
 #include <vector>
 
+#include "chart/chart_world.h"
 #include "life/models.h"
 #include "life/weibull_ordinate.h"
+#include "support/error_number.h"
 
 namespace tavlo {
 namespace {
@@ -18,23 +20,9 @@ namespace {
 constexpr double lowest = 1e-14;
 constexpr double highest = 0.99999999999999;
 
-FitResult fit_of(int code, const std::vector<FitParam>& rows) {
-  FitResult fit;
-  fit.ModelCode = static_cast<std::int16_t>(code);
-  fit.nRows = static_cast<std::int32_t>(rows.size());
-  for (const FitParam& row : rows) fit.Rows.push_back(row);
-  return fit;
-}
+using test::fit_of;
 
-template <class Function>
-int error_of(Function function) {
-  try {
-    function();
-  } catch (const RunTimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
+using test::error_of;
 
 TEST(FractionOnChart, AThreeParameterWeibullReadsAsFailedUpToItsMinimumLife) {
   const FitResult fit = fit_of(model_code::weibull3, {{0.01, 1, 2, 30, 1}});
