@@ -139,14 +139,6 @@ TEST(InputFiles, ANameWithControlBytesIsShownHarmless) {
   }
 }
 
-// A file of many blank or zero bytes below the limit is read in bounded memory.
-TEST(InputFiles, LargeFilesOfNothingAreRefusedInBoundedMemory) {
-  const CliFolder folder;
-  folder.write("zeros", "");
-  std::filesystem::resize_file(folder.path("zeros"), std::uintmax_t{1} << 27);
-  expect_file_fault(folder, "zeros", ":1: there is a NUL byte; this is no text");
-}
-
 TEST(InputFiles, StandardInputIsAFileOfItsOwn) {
   const CliFolder folder;
   EXPECT_EQ(folder.run({"rank", "-", "--json"}, "5\n>6\n").json().at(0).at("units"), 2);
