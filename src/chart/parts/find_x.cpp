@@ -30,8 +30,8 @@ enum class Stage { go_on, give_up, found };
 
 class Search {
  public:
-  Search(ErrorReporter& reporter, const FitResult& fit, double y, double xa, double xb)
-      : reporter_(reporter), fit_(fit), y_(y), xa_(xa), xb_(xb) {}
+  Search(const FitResult& fit, double y, double xa, double xb)
+      : fit_(fit), y_(y), xa_(xa), xb_(xb) {}
 
   /// True when `result()` is the solution; otherwise it is the lower end.
   bool run(double x_tolerance, double y_tolerance);
@@ -55,7 +55,6 @@ class Search {
   bool is_close(double x_tolerance, double y_tolerance) const;
   double middle() const { return (xa_ + xb_) / 2.0; }
 
-  ErrorReporter& reporter_;
   const FitResult& fit_;
   double y_;
   double xa_;
@@ -257,7 +256,7 @@ double fd_FindX(ErrorReporter& reporter, const FitResult& fit, double y, double 
   };
   return guarded(reporter, xa, words, [&] {
     check_parameters(fit);
-    Search search(reporter, fit, usable_target(y), std::min(xa, xb), std::max(xa, xb));
+    Search search(fit, usable_target(y), std::min(xa, xb), std::max(xa, xb));
     if (search.run(x_tolerance, y_tolerance)) success = true;
     return search.result();
   });
