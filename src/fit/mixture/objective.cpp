@@ -249,7 +249,7 @@ std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations p
 }
 
 std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations) {
-  const bool simple = !populations.c;
+  const bool simple = populations != early_share;
   return simple && !rows.is_likelihood() ? of_populations<Vertical>(rows, populations)
                                          : make_objective(rows, populations);
 }

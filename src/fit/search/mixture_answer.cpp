@@ -170,10 +170,20 @@ FitAnswer answer_of(const Best& best, const Task& task, const Sample& sample,
   return {fit, notes_of(best, task, sample, request)};
 }
 
+double distinct_times(const WeightedRows& failures) {
+  double times = failures.count > 0 ? 1 : 0;
+  for (std::size_t i = 1; i < failures.count; ++i) times += failures.x[i] != failures.x[i - 1];
+  return times;
+}
+
 }  // namespace
 
 FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion& companion) {
   const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
+  // Fewer different times than parameters leave a whole family of equally good answers.
+  const auto needed = static_cast<double>(populations_of(request.model).size());
+  if (const double times = distinct_times(rows.failures); times < needed)
+    return {Refusal{RefusalCode::no_spread, {times, needed}}, {}};
   const auto weibull = one_weibull_optimum(rows);
   if (!weibull)
     return {

@@ -70,7 +70,7 @@ std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint&
 
 std::optional<Sketch> sketch_from(const MixtureRows& rows, const MixturePoint& start,
                                   const Fence& fence) {
-  constexpr int few_steps = 8;
+  constexpr int few_steps = 6;
   const auto objective = make_rough_objective(rows, start.populations);
   const ShapedFunction function = [&](const SmallVector& q, LocalShape& shape) {
     return objective->shape_at(q, shape);

@@ -133,8 +133,8 @@ std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, 
 std::size_t sketches_for(const MixtureRows& rows, Populations populations,
                          const SearchOptions& options) {
   const auto starts = static_cast<std::size_t>(options.most_starts);
-  const std::size_t wanted = 6000 / (rows.failures.count + rows.suspensions.count);
-  return (populations.count() - 1) * std::clamp(wanted, starts, 2 * starts);
+  const std::size_t wanted = 4000 / (rows.failures.count + rows.suspensions.count);
+  return (populations.count() - 1) * std::clamp(wanted, starts, starts + starts / 2);
 }
 
 SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,

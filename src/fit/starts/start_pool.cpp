@@ -196,10 +196,9 @@ void add_grid(const Branch& branch, Populations wanted, const MixtureRows& rows,
 
 /// Neighbouring failures as a population of their own.
 struct Cluster {
-  double x = 0;          ///< mean log time
-  double beta = 1;       ///< of a Weibull that spreads as they do
-  double part = 0;       ///< of all failures
-  double part_left = 0;  ///< of the failures from there on
+  double x = 0;     ///< mean log time
+  double beta = 1;  ///< of a Weibull that spreads as they do
+  double part = 0;  ///< of the failures from there on
 };
 
 Cluster cluster_of(const WeightedRows& rows, std::size_t from, std::size_t to, double before,
@@ -215,19 +214,18 @@ Cluster cluster_of(const WeightedRows& rows, std::size_t from, std::size_t to, d
   const double deviation = std::sqrt(std::max(0.0, squares / weight - mean * mean));
   constexpr double unit_deviation = 1.2825;  // of ln of a unit exponential
   const double beta = std::min(unit_deviation / std::max(deviation, 1e-12), 0.7 * steepest);
-  return {rows.x[from] + mean, beta, weight / rows.total,
-          std::min(0.9, weight / (rows.total - before))};
+  return {rows.x[from] + mean, beta, std::min(0.9, weight / (rows.total - before))};
 }
 
 void add_clusters(const Branch& branch, Populations wanted, const MixtureRows& rows,
                   const MixturePoint& contained, double steepest, Comparison& to) {
   const MixtureRows few = thinned(rows, comparing_rows);
   const WeightedRows& f = few.failures;
-  for (const std::size_t width : {3, 4, 6, 9, 14}) {
+  for (const std::size_t width : {3, 5, 8, 13, 21, 30}) {
     double before = 0;
     for (std::size_t from = 0; from + width <= f.count; before += f.w[from++]) {
       const Cluster c = cluster_of(f, from, from + width, before, steepest);
-      if (branch.risk) to.add(with_risk_split(contained, wanted, c.x, c.beta, c.part_left));
+      if (branch.risk) to.add(with_risk_split(contained, wanted, c.x, c.beta, c.part));
       if (branch.share) to.add(with_early_share(contained, wanted, c.x, c.beta, c.part));
     }
   }
