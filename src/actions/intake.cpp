@@ -102,6 +102,7 @@ class BusyPanel {
 
 /// The slot that answers what the panel asks for, whatever its slope; 0 when none does.
 int answering_slot(const Session& session, const FitPanel& panel) {
+  if (!find_model(panel.nModel)) return 0;  // Fit_Distribution tells so
   FitRequest request = request_of_panel(session, panel.fit_index);
   const FitSet& fits = session.gFit(panel.fit_index);
   const int slot = find_slot(fits, request);

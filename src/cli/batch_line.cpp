@@ -183,7 +183,7 @@ void BatchLineParser::Memory::make_rows(unsigned seen, std::vector<SampleRow>& r
     units += failed + suspended;
     rows.push_back({time_of(x[i]), failed, suspended, 0});
   }
-  if (units > most_units) throw Wrong{"there are more than 10000000 units"};
+  if (units > most_units) throw Wrong{"there are more than 1e15 units"};
 }
 
 void BatchLineParser::Memory::make_choices(FitQuestions& questions) const {

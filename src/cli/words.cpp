@@ -1,6 +1,6 @@
 #include "cli/words.h"
 
-#include <cmath>
+#include <array>
 
 #include "cli/arguments.h"
 #include "numerics/number_text.h"
@@ -46,6 +46,57 @@ std::string mode_words(const WordContext& context, double mode) {
   return "failure mode " + mode_name(context.mode_names, static_cast<int>(mode));
 }
 
+struct RefusalWords {
+  const char* code;
+  const char* text;  ///< empty where the words hold values
+};
+
+/// In the order of the codes.
+constexpr std::array<RefusalWords, 16> refusal_words = {{
+    {"too-few-failures", ""},
+    {"time-not-above-zero", ""},
+    {"rank-off-paper", ""},
+    {"no-spread", ""},
+    {"no-such-fit", "this model can't be fitted by this method"},
+    {"slope-missing", "the model needs its slope (--slope BETA)"},
+    {"no-failure", "there is no failure"},
+    {"slope-without-limit",
+     "the likelihood rises without limit with the slope: no failure stands before the last time"},
+    {"scale-beyond-numbers", "the characteristic life is beyond all that can be written"},
+    {"no-interior-maximum", ""},
+    {"no-proven-optimum",
+     "no answer of this model could be shown to be the best: the data do not tell its populations "
+     "apart"},
+    {"line-without-worth", "the best line of this model is worse than none"},
+    {"too-many-units", "exact ranks are not known for so many units; use --ranks benard"},
+    {"no-mode-fitted", ""},
+    {"arithmetic", ""},
+    {"stopped", "a doubt was answered with Cancel"},
+}};
+static_assert(static_cast<std::size_t>(RefusalCode::stopped) + 1 == refusal_words.size());
+
+std::string words_with_values(const Refusal& refusal, const WordContext& context) {
+  const std::vector<double>& v = refusal.values;
+  switch (refusal.code) {
+    case RefusalCode::too_few_failures: return too_few(v);
+    case RefusalCode::time_not_above_zero:
+      return "row " + number(value(v, 0)) + " has the time " + number(value(v, 1)) +
+             "; the model needs times above 0";
+    case RefusalCode::rank_off_paper:
+      return "row " + number(value(v, 0)) + " has the plotting position " + number(value(v, 1)) +
+             ", which must lie between 0 and 1";
+    case RefusalCode::no_spread:
+      return v.empty() ? "the failures do not spread: their times or their ranks are all equal"
+                       : "the failures stand at only " + counted(value(v, 0), "distinct time") +
+                             "; the model needs at least " + number(value(v, 1));
+    case RefusalCode::no_interior_maximum: return no_maximum(value(v, 0));
+    case RefusalCode::no_mode_fitted:
+      return context.mode_names.empty() ? "the data name no failure modes"
+                                        : "none of the failure modes could be fitted";
+    default: return arithmetic(static_cast<int>(value(v, 0)));
+  }
+}
+
 }  // namespace
 
 std::string mode_name(const std::vector<std::string>& names, int mode) {
@@ -54,45 +105,10 @@ std::string mode_name(const std::vector<std::string>& names, int mode) {
 }
 
 Words words_of(const Refusal& refusal, const WordContext& context) {
-  const std::vector<double>& v = refusal.values;
-  switch (refusal.code) {
-    case RefusalCode::too_few_failures: return {"too-few-failures", too_few(v)};
-    case RefusalCode::time_not_above_zero:
-      return {"time-not-above-zero", "row " + number(value(v, 0)) + " has the time " +
-                                         number(value(v, 1)) + "; the model needs times above 0"};
-    case RefusalCode::rank_off_paper:
-      return {"rank-off-paper", "row " + number(value(v, 0)) + " has the plotting position " +
-                                    number(value(v, 1)) + ", which must lie between 0 and 1"};
-    case RefusalCode::no_spread:
-      return {"no-spread", "the failures do not spread: their times or their ranks are all equal"};
-    case RefusalCode::no_such_fit:
-      return {"no-such-fit", "this model can't be fitted by this method"};
-    case RefusalCode::slope_missing:
-      return {"slope-missing", "the model needs its slope (--slope BETA)"};
-    case RefusalCode::no_failure: return {"no-failure", "there is no failure"};
-    case RefusalCode::slope_without_limit:
-      return {"slope-without-limit",
-              "the likelihood rises without limit with the slope: no failure stands before the "
-              "last time"};
-    case RefusalCode::scale_beyond_numbers:
-      return {"scale-beyond-numbers", "the characteristic life is beyond all that can be written"};
-    case RefusalCode::no_interior_maximum: return {"no-interior-maximum", no_maximum(value(v, 0))};
-    case RefusalCode::no_proven_optimum:
-      return {"no-proven-optimum",
-              "no answer of this model could be shown to be the best: the data do not tell its "
-              "populations apart"};
-    case RefusalCode::line_without_worth:
-      return {"line-without-worth", "the best line of this model is worse than none"};
-    case RefusalCode::too_many_units:
-      return {"too-many-units", "exact ranks are not known for so many units; use --ranks benard"};
-    case RefusalCode::no_mode_fitted:
-      return {"no-mode-fitted", context.mode_names.empty()
-                                    ? "the data name no failure modes"
-                                    : "none of the failure modes could be fitted"};
-    case RefusalCode::arithmetic: return {"arithmetic", arithmetic(static_cast<int>(value(v, 0)))};
-    case RefusalCode::stopped: return {"stopped", "a doubt was answered with Cancel"};
-  }
-  return {"refused", "the fit was refused"};
+  const auto place = static_cast<std::size_t>(refusal.code);
+  if (place >= refusal_words.size()) return {"refused", "the fit was refused"};
+  const auto& [code, text] = refusal_words[place];
+  return {code, *text != 0 ? text : words_with_values(refusal, context)};
 }
 
 Words words_of(const Note& note, const WordContext& context) {

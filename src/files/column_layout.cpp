@@ -44,6 +44,10 @@ FieldFault read_optional_units(std::string_view field, double if_empty, double& 
 }
 
 FieldFault read_status(std::string_view field, bool& suspended) {
+  if (field == "F" || field == "S") {  // as most are
+    suspended = field == "S";
+    return std::nullopt;
+  }
   const bool failed = equal_in_any_case(field, "f") || field == "1";
   suspended = equal_in_any_case(field, "s") || field == "0";
   if (failed || suspended) return std::nullopt;
@@ -78,11 +82,6 @@ FieldFault ColumnLayout::check_columns() const {
   if (counted && has(DataColumn::status)) return "a status can't stand beside fails or susps";
   if (counted && has(DataColumn::count)) return "a count can't stand beside fails or susps";
   return std::nullopt;
-}
-
-std::string_view ColumnLayout::field(Fields fields, DataColumn column) const {
-  const auto index = static_cast<std::size_t>(place(column));
-  return has(column) && index < fields.size() ? trimmed(fields[index]) : std::string_view();
 }
 
 bool ColumnLayout::tells_suspensions() const {

@@ -52,7 +52,7 @@ FieldFault read_units(std::string_view text, double& units) {
   if (text.starts_with('-') && !(reading == Reading::good && units == 0.0))
     return "the count " + quoted(text) + " is negative";
   if (reading == Reading::out_of_range || units > most_units)
-    return "the count " + quoted(text) + " is out of range (at most 10000000 units)";
+    return "the count " + quoted(text) + " is out of range (at most 1e15 units)";
   return std::nullopt;
 }
 

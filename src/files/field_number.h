@@ -8,8 +8,9 @@
 
 namespace tavlo {
 
-/// The most units, failures and suspensions together, of one data set.
-inline constexpr double most_units = 1e7;
+/// The most units, failures and suspensions together, of one data set: beyond them a
+/// sum of counts would lose single units.
+inline constexpr double most_units = 1e15;
 
 /// A time: a decimal number with a full stop, stored in 32 bits. Refuses 0 and
 /// what 32 bits can't hold. A sign is read; the caller says what it means.

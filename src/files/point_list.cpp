@@ -88,13 +88,10 @@ void PointList::reserve(std::size_t rows) {
   prefer_large_pages(data_.rows.data(), data_.rows.capacity() * sizeof(SampleRow));
 }
 
-FieldFault PointList::add(float time, double fails, double susps) {
-  if (fails + susps <= 0.0) return "there are neither failures nor suspensions";
-  units_ += fails + susps;
-  if (units_ > most_units) return "there are more than 10000000 units up to here";
-  if (data_.rows.size() == most_rows) return "there are more than 10000000 rows";
-  data_.rows.push_back({time, fails, susps, 0});
-  return std::nullopt;
+FieldFault PointList::why_not_added(double units) const {
+  if (units <= 0.0) return "there are neither failures nor suspensions";
+  if (units_ > most_units) return "there are more than 1e15 units up to here";
+  return "there are more than 10000000 rows";
 }
 
 FieldFault PointList::set_mode(std::string_view name) {

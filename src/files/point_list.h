@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "files/field_number.h"
 #include "files/read_fault.h"
 #include "fit/sample.h"
 #include "project/records.h"
@@ -37,7 +38,14 @@ class PointList {
 
   /// Adds one row. Refuses a row without units, and the row with which the set
   /// outgrows its limits.
-  FieldFault add(float time, double fails, double susps);
+  FieldFault add(float time, double fails, double susps) {
+    const double units = fails + susps;
+    units_ += units;
+    if (units <= 0.0 || units_ > most_units || data_.rows.size() == most_rows)
+      return why_not_added(units);
+    data_.rows.push_back({time, fails, susps, 0});
+    return std::nullopt;
+  }
 
   /// Gives the row added last a failure mode by its name (UTF-8; empty is none).
   FieldFault set_mode(std::string_view name);
@@ -57,6 +65,8 @@ class PointList {
       return std::hash<std::string_view>()(name);
     }
   };
+
+  FieldFault why_not_added(double units) const;
 
   DataRows data_;
   std::unordered_map<std::string, std::int16_t, NameHash, std::equal_to<>> mode_numbers_;

@@ -208,14 +208,21 @@ TEST(Dispatch, AModeThatCanNotBeFittedIsNamedAndTheOthersStand) {
             std::string::npos);
 }
 
+// A slope below 1: the likelihood rises as the minimum life comes up to the first failure.
 TEST(Dispatch, ARefusalWithoutABoxStaysInTheLogAndOnTheStatusBar) {
-  FitWorld world(std::vector<test::Point>(60, test::Point{100}));
-  world.prompts.accept_all();
-  world.fit(482, 1);
+  std::vector<test::Point> points;
+  for (int i = 1; i <= 30; ++i)
+    points.push_back({1000 * std::pow(-std::log1p(-(i - 0.3) / 30.4), 1 / 0.6)});
+  FitWorld world(points);
+  world.prompts.expect_box("3 Parameter MLE Warning.", "Warning!");
+  world.fit(162, 1);
   EXPECT_EQ(world.fits().nFits, 0);
-  const bool told =
-      !world.prompts.shown().empty() || world.log().find(" refused: ") != std::string::npos;
-  EXPECT_TRUE(told);
+  const std::string words =
+      "W3T/MLE 3 Par refused: the likelihood has no maximum: it rises as the "
+      "minimum life comes up to the first failure";
+  EXPECT_TRUE(world.panel().remark.starts_with(words)) << world.panel().remark;
+  EXPECT_TRUE(world.log().ends_with(world.panel().remark + "\n"));
+  EXPECT_EQ(world.views.count("status " + world.panel().remark), 1);
 }
 
 TEST(Dispatch, ACancelledFitLeavesEverythingAlone) {

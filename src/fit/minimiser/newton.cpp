@@ -6,8 +6,10 @@
 namespace tavlo {
 namespace {
 
-// Relative to a Hessian with unit diagonal: below it rounding alone decides on the sign.
-constexpr double least_curvature = 1e-9;
+// Relative to a Hessian with unit diagonal: below it the point lies on a ridge, as where
+// one population is cut in two, and how far the run came decides on the sign.
+constexpr double least_curvature = 1e-6;
+constexpr double rounding_of_curvature = 1e-11;
 constexpr double first_damping = 1e-3;
 constexpr double most_damping = 1e12;
 
@@ -166,14 +168,21 @@ class NewtonRun {
     const double relative =
         smallest_eigenvalue(with_unit_diagonal(hessian, free_count_), free_count_);
     SmallVector step{};
-    const bool definite =
-        relative > least_curvature && solve_definite(hessian, g, free_count_, step);
+    const bool definite = relative > least_curvature &&
+                          end_.curvature > rounding_of_curvature * largest_diagonal(hessian) &&
+                          solve_definite(hessian, g, free_count_, step);
     end_.decrement = definite ? half_product(g, step) : gain_of_products(g);
     const bool at_rest = end_.decrement <= 100 * terrain_.small_gain;
     end_.kind = !at_rest   ? MinimiserEnd::Kind::unfinished
                 : definite ? MinimiserEnd::Kind::minimum
                            : MinimiserEnd::Kind::flat;
     return end_;
+  }
+
+  double largest_diagonal(const SmallMatrix& matrix) const {
+    double largest = 0;
+    for (std::size_t i = 0; i < free_count_; ++i) largest = std::max(largest, matrix(i, i));
+    return largest;
   }
 
   double gain_of_products(const SmallVector& g) const {

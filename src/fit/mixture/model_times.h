@@ -44,9 +44,10 @@ TAVLO_PACKED inline Pack model_time(const RowFormula<P>& formula, Pack start, Pa
     const Pack wish = x - newton / least(greatest(correction, 0.5), 2.0);
     const PackMask inside = wish == least(greatest(wish, ends.low), ends.high);
     const Pack next = select(inside, wish, (ends.low + ends.high) * 0.5);
-    const Pack distance = abs(next - x);
+    // The middle of a bracket is no step of Halley's: only a closed bracket ends there.
+    const Pack left_over = select(inside, abs(wish - x), (ends.high - ends.low) * 1e6);
     x = select(open > Pack(0.0), next, x);
-    open = select(distance <= Pack(last_step), 0.0, open);
+    open = select(left_over <= Pack(last_step), 0.0, open);
   }
   return select(open > Pack(0.0), std::numeric_limits<double>::quiet_NaN(), x);
 }

@@ -249,8 +249,9 @@ std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations p
 }
 
 std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations) {
-  if (rows.is_likelihood()) return of_populations<Likelihood>(rows, populations);
-  return of_populations<Vertical>(rows, populations);
+  const bool simple = !populations.c;
+  return simple && !rows.is_likelihood() ? of_populations<Vertical>(rows, populations)
+                                         : make_objective(rows, populations);
 }
 
 double quality_of(const MixtureRows& rows, double value) {

@@ -34,7 +34,8 @@ class Objective {
 /// `rows` must outlive it.
 std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations populations);
 
-/// The same, but vertical distances for X on Y: cheap, and they lead to the same basins.
+/// The same, but vertical distances for X on Y where no population has a share: cheap, and
+/// there they lead to the same basins.
 std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations);
 
 /// Quality as a person reads it from a value of the objective: r squared, or ln L in

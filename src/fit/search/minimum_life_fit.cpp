@@ -72,7 +72,6 @@ std::optional<MinimiserEnd> maximum_near(const MinimumLifeLikelihood& likelihood
 
 struct Maxima {
   std::vector<MinimiserEnd> proven;  ///< best first
-  int tried = 0;
   bool rises_outward = false;
 };
 
@@ -84,7 +83,6 @@ Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
   const MinimumLifeLikelihood rough(few);
   const MinimumLifeLikelihood whole(times);
   for (const ProfilePoint& point : scan.maxima) {
-    maxima.tried += 1;
     const auto sketched =
         maximum_near(rough, {std::log(point.beta), point.ln_eta, std::log(point.distance)}, fence);
     const auto end = sketched ? maximum_near(whole, sketched->q, fence) : std::nullopt;
@@ -109,8 +107,6 @@ Fit fit_of(const Sample& sample, const FitRequest& request, const Maxima& maxima
   fit.proof = Proof{};
   fit.proof->decrement = best.decrement;
   fit.proof->smallest_curvature = best.curvature;
-  fit.starts = StartsReport{maxima.tried, 1, {}};
-  if (maxima.proven.size() > 1) fit.starts->runner_up = -maxima.proven[1].shape.value - shift;
   return fit;
 }
 

@@ -10,9 +10,9 @@
 namespace tavlo {
 namespace {
 
-constexpr std::size_t round_size = 4;        // starts that run before the next look
-constexpr std::size_t nested_sketches = 10;  // from each contained optimum
-constexpr std::size_t nested_runs = 8;
+constexpr std::size_t round_size = 4;       // starts that run before the next look
+constexpr std::size_t nested_sketches = 8;  // from each contained optimum
+constexpr std::size_t nested_runs = 10;
 constexpr std::size_t looks_a_population = 12;  // unlike starts that are tried in any case
 constexpr std::size_t whole_search_rows = 400;
 constexpr std::size_t middle_rows = 6400;
@@ -105,10 +105,12 @@ class OptimumSearch {
 };
 
 std::vector<MixturePoint> all_nested(const MixtureRows& rows, Populations populations,
-                                     const std::vector<MixturePoint>& contained) {
+                                     const std::vector<MixturePoint>& contained,
+                                     const SlopeRange& slopes) {
   std::vector<MixturePoint> starts;
   for (const MixturePoint& point : contained)
-    for (const MixturePoint& start : nested_starts(rows, populations, point, nested_sketches))
+    for (const MixturePoint& start :
+         nested_starts(rows, populations, point, slopes, nested_sketches))
       starts.push_back(start);
   return starts;
 }
@@ -138,19 +140,20 @@ std::size_t sketches_for(const MixtureRows& rows, Populations populations,
 SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,
                         const SearchOptions& options, Companion& companion) {
   const Fence fence = Fence::around(ground.usual_slope);
+  const SlopeRange slopes{ground.usual_slope, fence.steepest};
   const std::size_t looks = looks_a_population * populations.count();
   OptimumSearch search(rows, fence, {ground.value, static_cast<int>(looks)}, options, companion);
   std::vector<MixturePoint> nested =
-      search.sketched(all_nested(rows, populations, ground.contained));
+      search.sketched(all_nested(rows, populations, ground.contained, slopes));
+  nested = unlike_first(nested, nested_runs);
   nested.resize(std::min(nested.size(), nested_runs));
   search.run(nested, false);
   constexpr std::uint64_t most_pools = 3;
   for (std::uint64_t pool = 0; pool < most_pools && !search.is_over(); ++pool)
-    search.run_rounds(unlike_first(
-        search.sketched(random_starts(rows, populations, {ground.usual_slope, fence.steepest},
-                                      options.seed + pool,
-                                      sketches_for(rows, populations, options))),
-        looks));
+    search.run_rounds(
+        unlike_first(search.sketched(random_starts(rows, populations, slopes, options.seed + pool,
+                                                   sketches_for(rows, populations, options))),
+                     looks));
   return search.outcome();
 }
 

@@ -166,24 +166,86 @@ std::vector<MixturePoint> random_starts(const MixtureRows& rows, Populations pop
   return comparison.best(most);
 }
 
-std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wanted,
-                                        const MixturePoint& contained, std::size_t most) {
-  const Populations& has = contained.populations;
-  if (!has.a || (has.b && has.c)) return {};
-  Comparison comparison(rows, wanted);
-  const bool split = wanted.b && !has.b && has.c == wanted.c;
-  const double usual = contained.beta(has.at_a());
+namespace {
+
+/// Which population of `wanted` is new beside `has`.
+struct Branch {
+  bool risk = false;   ///< B, of all units
+  bool share = false;  ///< C, of some
+
+  Branch(const Populations& has, const Populations& wanted)
+      : risk(has.a && wanted.b && !has.b && has.c == wanted.c),
+        share(has.a && wanted.c && !has.c && has.b == wanted.b) {}
+};
+
+/// A new population of every size everywhere.
+void add_grid(const Branch& branch, Populations wanted, const MixtureRows& rows,
+              const MixturePoint& contained, Comparison& to) {
+  const double usual = contained.beta(contained.populations.at_a());
   for (const double part : {0.03, 0.1, 0.2, 0.35, 0.55, 0.75, 0.9})
     for (const double factor : {0.3, 0.6, 1.6, 4.0, 10.0})
       for (const double amount : {0.05, 0.2, 0.5, 0.95}) {
         const double x = log_time_at(rows, part);
         const double beta = usual * factor;
-        if (split) comparison.add(with_risk_split(contained, wanted, x, beta, amount));
-        if (split || has.b != wanted.b || has.c || !wanted.c) continue;
-        comparison.add(with_early_share(contained, wanted, x, beta, amount));
-        if (!wanted.b) comparison.add(with_nearly_all_shared(contained, wanted, x, beta, amount));
+        if (branch.risk) to.add(with_risk_split(contained, wanted, x, beta, amount));
+        if (branch.share) to.add(with_early_share(contained, wanted, x, beta, amount));
+        if (branch.share && !wanted.b)
+          to.add(with_nearly_all_shared(contained, wanted, x, beta, amount));
       }
-  return comparison.best(most);
+}
+
+/// Neighbouring failures as a population of their own.
+struct Cluster {
+  double x = 0;          ///< mean log time
+  double beta = 1;       ///< of a Weibull that spreads as they do
+  double part = 0;       ///< of all failures
+  double part_left = 0;  ///< of the failures from there on
+};
+
+Cluster cluster_of(const WeightedRows& rows, std::size_t from, std::size_t to, double before,
+                   double steepest) {
+  double weight = 0, sum = 0, squares = 0;
+  for (std::size_t i = from; i < to; ++i) {
+    const double d = rows.x[i] - rows.x[from];
+    weight += rows.w[i];
+    sum += rows.w[i] * d;
+    squares += rows.w[i] * d * d;
+  }
+  const double mean = sum / weight;
+  const double deviation = std::sqrt(std::max(0.0, squares / weight - mean * mean));
+  constexpr double unit_deviation = 1.2825;  // of ln of a unit exponential
+  const double beta = std::min(unit_deviation / std::max(deviation, 1e-12), 0.7 * steepest);
+  return {rows.x[from] + mean, beta, weight / rows.total,
+          std::min(0.9, weight / (rows.total - before))};
+}
+
+void add_clusters(const Branch& branch, Populations wanted, const MixtureRows& rows,
+                  const MixturePoint& contained, double steepest, Comparison& to) {
+  const MixtureRows few = thinned(rows, comparing_rows);
+  const WeightedRows& f = few.failures;
+  for (const std::size_t width : {3, 4, 6, 9, 14}) {
+    double before = 0;
+    for (std::size_t from = 0; from + width <= f.count; before += f.w[from++]) {
+      const Cluster c = cluster_of(f, from, from + width, before, steepest);
+      if (branch.risk) to.add(with_risk_split(contained, wanted, c.x, c.beta, c.part_left));
+      if (branch.share) to.add(with_early_share(contained, wanted, c.x, c.beta, c.part));
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wanted,
+                                        const MixturePoint& contained, const SlopeRange& slopes,
+                                        std::size_t most) {
+  const Branch branch(contained.populations, wanted);
+  if (!branch.risk && !branch.share) return {};
+  Comparison grid(rows, wanted), clusters(rows, wanted);
+  add_grid(branch, wanted, rows, contained, grid);
+  add_clusters(branch, wanted, rows, contained, slopes.steepest, clusters);
+  std::vector<MixturePoint> starts = grid.best(most);
+  for (const MixturePoint& start : clusters.best(most)) starts.push_back(start);
+  return starts;
 }
 
 }  // namespace tavlo

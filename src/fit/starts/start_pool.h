@@ -25,8 +25,10 @@ std::vector<MixturePoint> random_starts(const MixtureRows& rows, Populations pop
                                         std::size_t most);
 
 /// The most promising points that have the populations wanted and come from `contained` by
-/// splitting a risk in two or by setting an early share apart; at most `most`.
+/// splitting a risk in two or by setting a share apart: `most` from a grid of sizes and
+/// places, and as many from clusters of neighbouring failures.
 std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wanted,
-                                        const MixturePoint& contained, std::size_t most);
+                                        const MixturePoint& contained, const SlopeRange& slopes,
+                                        std::size_t most);
 
 }  // namespace tavlo
