@@ -5,8 +5,8 @@
 #include <random>
 #include <string>
 
-#include "files/clipboard_text.h"
 #include "actions/intake.h"
+#include "files/clipboard_text.h"
 #include "numerics/number_text.h"
 #include "support/test_world.h"
 

@@ -114,8 +114,8 @@ TEST(Door, EveryGateHasItsBoxesAtItsLimits) {
   for (const GateRow& gate : gates())
     for (const int code : gate.codes)
       for (const int method : {0, 1, 2})
-        for (const double failures : {0.5, 1.0, 2.0, 2.5, 3.0, 4.0, 4.9, 5.0, 6.0, 7.0, 20.5,
-                                      21.0, 29.0, 39.0, 49.0}) {
+        for (const double failures :
+             {0.5, 1.0, 2.0, 2.5, 3.0, 4.0, 4.9, 5.0, 6.0, 7.0, 20.5, 21.0, 29.0, 39.0, 49.0}) {
           if (gate.doubt_below > 0 && failures >= gate.doubt_below) continue;
           if (gate.stop_at_limit && method == 1 && failures < 1) continue;
           SCOPED_TRACE(std::to_string(code) + " by " + std::to_string(method) + " with " +

@@ -154,35 +154,6 @@ TEST(ChartSection, ASectionWithoutFieldsChangesNothing) {
   EXPECT_EQ(chart, before);
 }
 
-TEST(ChartSection, TiesCanBeKept) {
-  Chart theirs = fuStandard_Chart();
-  theirs.UniqueId = 11;
-  theirs.nDataIds = 2;
-  theirs.DataIds.resize(2);
-  theirs.Markers(3).DataId = 12;
-  theirs.Markers(3).FitId = 13;
-  theirs.Markers(3).Symbol = 14;
-  theirs.Name = "theirs";
-  const std::string bytes = *section_of(theirs);
-  TestWorld world;
-  Chart ours = fuStandard_Chart();
-  ours.UniqueId = 21;
-  ours.Markers(3).DataId = 22;
-  ProjectReader file(bytes);
-  ASSERT_TRUE(RW_Chart(world.session.errors, file, ours, ChartTies::keep));
-  Chart expected = fuStandard_Chart();
-  expected.UniqueId = 21;
-  expected.Markers(3).DataId = 22;
-  expected.Markers(3).Symbol = 14;
-  EXPECT_EQ(ours, expected);
-
-  ours.nMarkers = 5;
-  ours.Markers.resize(5);
-  world.prompts.expect_box("Error: 9", "20 where the chart has 5");
-  ProjectReader again(bytes);
-  EXPECT_FALSE(RW_Chart(world.session.errors, again, ours, ChartTies::keep));
-}
-
 // What a file may say and a drawing can't bear: sizes, fonts, codes, missing boxes.
 TEST(ChartSection, AnyChartThatIsReadCanBeDrawn) {
   Chart odd = fuStandard_Chart();

@@ -53,22 +53,6 @@ TEST(Profiles, TakingTheQuestionBackWritesNothing) {
   EXPECT_EQ(world.files.files["/taken.vpr"], "old");
 }
 
-TEST(Profiles, InvalidLooksAreNotSaved) {
-  const auto is_refused = [](auto spoil) {
-    TestWorld world;
-    Chart chart = fuStandard_Chart();
-    spoil(chart);
-    world.prompts.expect_box("Chart Format", "Please Check for invalid data.  Then try again.");
-    return !save_profile(world.session, chart) && world.files.operations() == 0;
-  };
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Axes(0).Max = chart.Axes(0).Min; }));
-  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Axes(1).Max = infinity; }));
-  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Axes(1).Min = std::nan(""); }));
-  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Boxes(chart_item::plot_box).Width = 0; }));
-  EXPECT_TRUE(is_refused([](Chart& chart) { chart.Boxes(chart_item::y_title).FontSize = 0; }));
-}
-
 TEST(Profiles, AFileThatFailsIsToldOnceAndHarmsNothing) {
   struct Case {
     FileFault fault;

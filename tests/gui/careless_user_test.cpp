@@ -16,18 +16,6 @@ TEST_F(CarelessUser, CalculatesAnEmptySheet) {
   EXPECT_FALSE(session().gFitForm(1)->busy);
 }
 
-TEST_F(CarelessUser, TypesLettersInNumberColumns) {
-  person.type(QStringLiteral("abc\n100\n200\n"));
-  ASSERT_TRUE(wait_until([&] { return sheet().row() == 4; }));
-  person.press({QStringLiteral("alt+c")});
-  ASSERT_TRUE(wait_until([&] { return !program.commands.running() && !program.is_busy(); }));
-  // The program goes on: a good set fits after the row is gone.
-  person.press({QStringLiteral("ctrl+Home"), QStringLiteral("shift+End"), QStringLiteral("Delete"),
-                QStringLiteral("alt+c")});
-  ASSERT_TRUE(wait_until([&] { return fits().rows() > 1; }));
-  EXPECT_EQ(session().gData(1).Count, 2);
-}
-
 TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
   person.type(QStringLiteral("100\n"));
   ChildWindow& child = *window.windows().child(QStringLiteral("D1"));

@@ -219,28 +219,6 @@ TEST_F(OnTheChart, AddsMovesAndDeletesMarks) {
   EXPECT_EQ(record().nTexts, 1);
 }
 
-TEST_F(OnTheChart, MarksWithTheKeyboardAlone) {
-  person.press({QStringLiteral("Menu")});
-  ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
-  person.press({QStringLiteral("m"), QStringLiteral("s"), QStringLiteral("Return")});
-  ASSERT_TRUE(wait_until([&] { return record().nTexts == 1; }));
-  const ChartItem symbol = record().Texts(1);
-  press("shift+Left");
-  ASSERT_TRUE(wait_until([&] { return record().Texts(1).Left < symbol.Left; }));
-  EXPECT_EQ(record().Texts(1).Top, symbol.Top);
-  answer<QDialog>([](QDialog& dialog) {
-    auto* size = dialog.findChild<QLineEdit*>(QStringLiteral("txt_MarkSize"));
-    size->selectAll();
-    QTest::keyClicks(size, QStringLiteral("300"));
-    dialog.accept();
-  });
-  press("Return");
-  ASSERT_TRUE(wait_until([&] { return record().Texts(1).Int5 == 300; }));
-  person.press({QStringLiteral("Escape"), QStringLiteral("Tab"), QStringLiteral("Tab"),
-                QStringLiteral("Delete")});
-  EXPECT_TRUE(wait_until([&] { return record().nTexts == 0; })) << "behind the parameter box";
-}
-
 TEST_F(OnTheChart, PrintsOnALyingPage) {
   const QTemporaryDir folder;
   const QString name = folder.filePath(QStringLiteral("chart.pdf"));

@@ -57,22 +57,6 @@ TEST_F(NumberReadingTest, the_decimal_separator_is_that_of_the_system) {
   EXPECT_EQ(fd_Str2Dbl(reporter, "1.234,5", {',', ';'}), 1234.5);
 }
 
-TEST_F(NumberReadingTest, whole_is_the_nearest_integer_within_its_limits) {
-  for (const auto& [given, expected] : {std::pair{"2.5", 2},
-                                        {"3.5", 4},
-                                        {"-2.5", -2},
-                                        {"2147483640", 2147483640},
-                                        {"-2147483640", -2147483640},
-                                        {"2147483641", 0},
-                                        {"2147483640.1", 0},
-                                        {"1E300", 0}}) {
-    std::string text = given;
-    std::int32_t whole = -1;
-    fd_Str2Dbl(reporter, text, whole);
-    EXPECT_EQ(whole, expected) << given;
-  }
-}
-
 TEST_F(NumberReadingTest, too_large_numbers_are_reported_as_0) {
   for (const char* given : {"1E999", "-1.8E308", "1E306K"}) {
     prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\nOverflow");

@@ -25,28 +25,6 @@ TEST(UniqueIds, CountStepsOfOneAndAHalfSecondsSince2009) {
   EXPECT_EQ(ids.fl_NewUniqueId(clock), expected + 3) << "a clock set back changes nothing";
 }
 
-TEST(Session, StartsWithOneOfEachAndTheirLinks) {
-  TestWorld world;
-  Session& session = world.session;
-  EXPECT_EQ(session.nData, 1);
-  EXPECT_EQ(session.nFit, 1);
-  EXPECT_EQ(session.nCharts, 1);
-  EXPECT_EQ(session.gData(1).Title, "Data1");
-  EXPECT_EQ(session.gFit(1).Title, "Fit1");
-  EXPECT_EQ(session.gData(1).Points.bound(), 0);
-  EXPECT_EQ(session.gFit(1).Fits(0).ModelCode, 98);
-
-  const std::set<std::int32_t> ids = {session.gData(1).UniqueId, session.gFit(1).UniqueId,
-                                      session.gChart(1).UniqueId};
-  EXPECT_EQ(ids.size(), 3u);
-  EXPECT_EQ(session.gFit(1).DataIds(1), session.gData(1).UniqueId);
-  EXPECT_EQ(session.gChart(1).Markers(1).DataId, session.gData(1).UniqueId);
-  EXPECT_EQ(session.gChart(1).Markers(1).FitId, session.gFit(1).UniqueId);
-  EXPECT_EQ(session.gChart(1).Markers(2).DataId, 0) << "rows without a set stay unused";
-  EXPECT_EQ(find_data(session, session.gData(1).UniqueId), 1);
-  EXPECT_EQ(find_data(session, 0), 0);
-}
-
 TEST(Session, ANewPairOfSetsIsLinkedToTheLastChart) {
   TestWorld world;
   Session& session = world.session;

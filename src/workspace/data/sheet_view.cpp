@@ -28,7 +28,7 @@ bool clipboard_has_lines() {
 }
 
 /// Where a key in the edit box sends the current cell; nothing for other keys.
-std::optional<EditDirection> direction_of(int key) {
+std::optional<EditDirection> edit_direction_of(int key) {
   switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter: return EditDirection::none;
@@ -192,7 +192,7 @@ bool SheetView::edit_key(QKeyEvent& key) {
     return true;
   }
   if (key.modifiers() & command_keys) return false;
-  const auto direction = direction_of(key.key());
+  const auto direction = edit_direction_of(key.key());
   if (direction) finish_edit(*direction);
   return direction.has_value();
 }

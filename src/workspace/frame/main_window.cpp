@@ -7,9 +7,9 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "actions/intake.h"
 #include "chart/metafile/chart_exits.h"
 #include "files/clipboard_text.h"
-#include "actions/intake.h"
 #include "painter/clipboard_forms.h"
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/command_table.h"

@@ -60,24 +60,5 @@ TEST_F(ReadoutTest, SaysWhatTheFitSaysOfThePlace) {
   EXPECT_FALSE(Readout(here.session, here.chart()).at({4000, 3000})->time.has_value());
 }
 
-TEST_F(ReadoutTest, SnapsToAPointThenToALine) {
-  Readout readout(here.session, here.chart());
-  const DataPoint& point = here.session.gData(1).Points(3);
-  Place near = place_of(point.X, point.Y);
-  near.x += 30;
-  near.y -= 20;
-  const Reading on_point = readout.precise_at(near, 60).value();
-  EXPECT_EQ(on_point.snapped, SnappedTo::point);
-  EXPECT_EQ(on_point.row, 1);
-  EXPECT_EQ(on_point.x, point.X);
-  EXPECT_EQ(on_point.y, point.Y);
-  Place beside = place_of(60, -std::expm1(-std::pow(60 / 606.5, 1.72)));
-  beside.y += 40;
-  const Reading on_line = readout.precise_at(beside, 60).value();
-  EXPECT_EQ(on_line.snapped, SnappedTo::line);
-  EXPECT_EQ(on_line.y, on_line.fraction.value());
-  EXPECT_EQ(readout.precise_at({1400, 800}, 60)->snapped, SnappedTo::nothing);
-}
-
 }  // namespace
 }  // namespace tavlo

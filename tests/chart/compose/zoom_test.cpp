@@ -80,27 +80,5 @@ TEST(Zoom, EachStepIsUndone) {
   }
 }
 
-TEST(Zoom, WhatCannotBeZoomedIsRefusedInSilence) {
-  Chart chart = fuStandard_Chart();
-  ZoomStack stack;
-  EXPECT_FALSE(stack.push(chart, {3000, 3000}, {3000, 4000}));
-  EXPECT_FALSE(stack.push(chart, {3000, 3000}, {3030, 4000}, 50));
-  EXPECT_FALSE(stack.push(chart, {9300, 100}, {9900, 600})) << "beside the plot";
-  chart.Axes(0).ScaleType = 5;
-  EXPECT_FALSE(stack.push(chart, {2000, 1000}, {5000, 4000})) << "no such scale";
-  chart.Axes(0).ScaleType = x_scale::linear;
-  chart.Axes(0).Min = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_FALSE(stack.push(chart, {2000, 1000}, {5000, 4000}));
-  chart.Axes(0).Min = 1e9;
-  chart.Axes(0).Max = 1e9 + 1e-6;
-  EXPECT_FALSE(stack.push(chart, {2000, 1000}, {5000, 4000})) << "no room for ticks";
-  EXPECT_EQ(stack.depth(), 0u);
-  chart = fuStandard_Chart();
-  ASSERT_TRUE(stack.push(chart, {2000, 1000}, {5000, 4000}));
-  stack.to_automatic(chart);
-  EXPECT_TRUE(chart.Axes(0).AutoMin && chart.Axes(1).AutoMax);
-  EXPECT_EQ(stack.depth(), 0u);
-}
-
 }  // namespace
 }  // namespace tavlo

@@ -34,19 +34,6 @@ TEST(SaveWMF, TakesNamesAsTheyComeAndAddsTheExtensionToBareOnes) {
   }
 }
 
-TEST(SaveWMF, AsksWhenItHasNoName) {
-  test::TestWorld here;
-  here.prompts.expect_file("Enter Name to save", "  /tmp/a b ");
-  EXPECT_TRUE(SaveWMF(here.session, small_drawing(), ""));
-  EXPECT_TRUE(here.files.exists("/tmp/a b.wmf"));
-  for (const auto& answer : {std::optional<std::string>(), std::optional<std::string>("  ")}) {
-    here.prompts.expect_file("Enter Name to save", answer);
-    EXPECT_FALSE(SaveWMF(here.session, small_drawing(), ""));
-  }
-  EXPECT_FALSE(SaveWMF(here.session, {}, ""));
-  EXPECT_EQ(here.files.files.size(), 1U);
-}
-
 // Each file operation fails once: one box, and the old file as it was.
 TEST(SaveWMF, AFailureIsToldAndLeavesTheOldFile) {
   int failed = 0;

@@ -49,23 +49,6 @@ bool is_inside(const Rectangle& inner, const Rectangle& outer) {
 constexpr Rectangle chart_area{0, 0, 10000, 6000};
 constexpr Rectangle plot_area{1250, 650, 9250, 5150};
 
-TEST(Legend, ModeSaysWhenItIsShown) {
-  struct Case {
-    int sets;
-    std::int16_t mode;
-    bool shown;
-  };
-  const Case cases[] = {{1, 0, false}, {1, 1, false}, {1, 2, true},  {2, 0, false},
-                        {2, 1, true},  {2, 2, true},  {2, 99, true}, {2, -1, true}};
-  for (const Case& c : cases) {
-    SetsWorld here(c.sets);
-    here.legend().Mode = c.mode;
-    const DrawingRecord drawing = here.draw();
-    EXPECT_EQ(area_of(drawing, chart_item::legend).has_value(), c.shown) << c.sets << c.mode;
-    EXPECT_EQ(has_text(drawing, "Rig 1"), c.shown) << c.sets << c.mode;
-  }
-}
-
 TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
   SetsWorld here(3);
   here.chart().Boxes(chart_item::parameter_box).Left = 1300;  // out of the way

@@ -41,22 +41,6 @@ TEST_F(MarksTest, AreFoundUnderThePointerTheUppermostFirst) {
   EXPECT_EQ(chart.nTexts, 3);
 }
 
-// Moving by any way and back leaves every mark as it was; its bounds go with it.
-TEST_F(MarksTest, MovingIsUndoneByMovingBack) {
-  std::mt19937_64 generator(3);
-  std::uniform_int_distribution<std::int32_t> way(-5000, 5000);
-  for (const ChartItem& mark : {text_mark({10, 20}, "x"), line_mark({1, 2}, {300, 400}),
-                                arrow_mark({5, 5}, {900, 10}), symbol_mark({77, 88}, 4)}) {
-    const std::int32_t x = way(generator), y = way(generator);
-    ChartItem moved = mark;
-    move_mark(moved, x, y);
-    EXPECT_EQ(mark_bounds(here.measure, moved).left - mark_bounds(here.measure, mark).left, x);
-    EXPECT_EQ(mark_bounds(here.measure, moved).bottom - mark_bounds(here.measure, mark).bottom, y);
-    move_mark(moved, -x, -y);
-    EXPECT_EQ(moved, mark);
-  }
-}
-
 TEST_F(MarksTest, AreDrawnAsTheyAre) {
   add_mark(here.chart(), text_mark({4000, 3000}, "Here"));
   ChartItem both_ways = arrow_mark({3000, 1000}, {3000, 1900});

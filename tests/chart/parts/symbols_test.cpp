@@ -11,35 +11,6 @@ namespace {
 
 using namespace drawing;
 
-TEST(Symbols, TakeTheirSizeAroundTheirPlaceAndDiffer) {
-  std::set<std::pair<std::string, bool>> looks;
-  for (int symbol = 1; symbol <= 27; ++symbol) {
-    DrawingRecord drawing;
-    Recorder recorder(drawing);
-    SymbolStamp(symbol, 150).draw(recorder, {1000, 2000});
-    std::string look;
-    std::int32_t widest = 0;
-    const auto add = [&](Place place) {
-      look += std::to_string(place.x) + "," + std::to_string(place.y) + ";";
-      widest = std::max({widest, std::abs(place.x - 1000), std::abs(place.y - 2000)});
-    };
-    for (const Record& record : drawing.records) {
-      look += std::to_string(record.index()) + ":";
-      if (const auto* ellipse = std::get_if<Ellipse>(&record)) {
-        add({ellipse->left, ellipse->top});
-        add({ellipse->right, ellipse->bottom});
-      } else if (const auto* polygon = std::get_if<Polygon>(&record)) {
-        for (const Place& place : polygon->places) add(place);
-      } else {
-        for (const Place& place : std::get<Polyline>(record).places) add(place);
-      }
-    }
-    EXPECT_GE(widest, 50) << symbol;
-    EXPECT_LE(widest, 87) << symbol;
-    EXPECT_TRUE(looks.emplace(look, is_solid_symbol(symbol)).second) << symbol;
-  }
-}
-
 TEST(Symbols, StayWithin32BitsAtTheirEdge) {
   constexpr std::int32_t edge = std::numeric_limits<std::int32_t>::max();
   for (const int symbol : {1, 2, 9}) {

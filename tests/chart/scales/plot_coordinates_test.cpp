@@ -91,31 +91,5 @@ TEST_F(PlotCoordinatesTest, WhatCannotBeMappedIsSaidOnce) {
   map({{1, 0.5}});
 }
 
-// Reading a place is the inverse of drawing at it, on every scale and at any
-// size of the picture.
-TEST_F(PlotCoordinatesTest, ReadingInvertsDrawing) {
-  const ViewSize picture{777, 333};
-  for (const int y_code :
-       {y_scale::linear, y_scale::log, y_scale::normal, y_scale::weibull, y_scale::gumbel}) {
-    for (const int x_code : {x_scale::linear, x_scale::log}) {
-      set_y(y_code, 0.02, 0.97);
-      chart.Axes(0).ScaleType = static_cast<std::int16_t>(x_code);
-      const Place place = map({{123, 0.4}})[0];
-      const DataPair read =
-          data_at(world.session.errors, chart, picture, place.x * picture.width / 10000,
-                  place.y * picture.height / 6000);
-      EXPECT_NEAR(read.x / 123, 1, 2e-3) << x_code;
-      EXPECT_NEAR(read.y, 0.4, 2e-4) << y_code;
-    }
-  }
-  set_y(y_scale::density, 0.02, 0.97);
-  EXPECT_NEAR(data_at(world.session.errors, chart, picture, 0, 0).y, 0.97, 1e-12)
-      << "a scale that isn't drawn reads as Weibull";
-  set_y(y_scale::weibull, 0.02, 0.97);
-  const DataPair corner = data_at(world.session.errors, chart, picture, -50, 1e9);
-  EXPECT_NEAR(corner.x, 1, 1e-12);
-  EXPECT_NEAR(corner.y, 0.02, 1e-12);
-}
-
 }  // namespace
 }  // namespace tavlo

@@ -66,18 +66,6 @@ TEST_F(ScalePointsTest, WorkedExamples) {
   }
 }
 
-TEST_F(ScalePointsTest, TablesHandOver) {
-  const List linear = ticks(points(scale_kind::linear, 0.06, 0.9).major);
-  EXPECT_EQ(ticks(points(scale_kind::weibull, 0.06, 0.9).major), linear);
-  EXPECT_EQ(ticks(points(scale_kind::normal, 0.06, 0.9).major), linear);
-  EXPECT_EQ(ticks(points(scale_kind::normal, 0.06, 0.93).major),
-            ticks(points(scale_kind::linear, 0.06, 0.93).major));
-  EXPECT_EQ(points(scale_kind::weibull, 0.06, 0.93).major(1), 0.5);
-  expect_list(points(scale_kind::normal, 0.001, 0.15).major, {0.01, 0.1}, "log");
-  expect_list(points(scale_kind::normal, 0.1, 0.15).major, {0.11, 0.12, 0.13, 0.14}, "linear");
-  expect_list(points(scale_kind::weibull, 0.85, 0.9).major, {0.86, 0.87, 0.88, 0.89}, "narrow");
-}
-
 TEST_F(ScalePointsTest, OdditiesThatChartsRelyOn) {
   expect_list(points(scale_kind::linear, -40, -1).major, {-30, -20, -10, 0}, "all negative");
   const ScalePoints zero = points(scale_kind::log, 0, 1000);
