@@ -110,9 +110,15 @@ Best best_mixture(const Task& task, std::int16_t model) {
   return best_of(task, model, inner);
 }
 
-StartsReport starts_of(const Best& best, const Task& task) {
+StartsReport starts_of(const Best& best, const Task& task, std::int16_t model) {
   StartsReport report;
   report.tried = best.outcome.tried;
+  if (best.of_model != model) {  // the contained model's answer counts as one start
+    report.agreed = 1;
+    if (!best.outcome.optima.empty())
+      report.runner_up = quality_of(task.rows, best.outcome.optima.front().optimum.value);
+    return report;
+  }
   const auto outer = [&](double value) { return quality_of(task.rows, value); };
   for (const FoundOptimum& found : best.outcome.optima) {
     if (is_same_optimum(task.rows, best.optimum, found.optimum))
@@ -120,6 +126,7 @@ StartsReport starts_of(const Best& best, const Task& task) {
     else if (!report.runner_up)
       report.runner_up = outer(found.optimum.value);
   }
+  report.agreed = std::max(report.agreed, 1);  // by the starts of the share alone
   return report;
 }
 
@@ -165,7 +172,7 @@ FitAnswer answer_of(const Best& best, const Task& task, const Sample& sample,
       task.rows.is_likelihood() ? sample.total_failures * sample.exponent * std::numbers::ln2 : 0.0;
   fit.quality = quality_of(task.rows, best.optimum.value) - shift;
   fit.proof = proof_of(best, request.model);
-  fit.starts = starts_of(best, task);
+  fit.starts = starts_of(best, task, request.model);
   if (fit.starts->runner_up) *fit.starts->runner_up -= shift;
   return {fit, notes_of(best, task, sample, request)};
 }
@@ -180,9 +187,10 @@ double distinct_times(const WeightedRows& failures) {
 
 FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion& companion) {
   const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
-  // Fewer different times than parameters leave a whole family of equally good answers.
+  // A curve of more parameters than points goes through all of them in many ways.
   const auto needed = static_cast<double>(populations_of(request.model).size());
-  if (const double times = distinct_times(rows.failures); times < needed)
+  const double times = distinct_times(rows.failures);
+  if (!rows.is_likelihood() && times < needed)
     return {Refusal{RefusalCode::no_spread, {times, needed}}, {}};
   const auto weibull = one_weibull_optimum(rows);
   if (!weibull)
