@@ -52,7 +52,9 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
     if (best.exists && best.optimum.value <= inner.optimum.value) continue;
     best.exists = true;
     best.optimum = inner.optimum;
-    best.of_model = best.contained_model = inner.of_model;
+    best.of_model = inner.of_model;
+    if (inner.of_model == model) continue;  // the model itself, at its edge
+    best.contained_model = inner.of_model;
     best.contained_value = inner.optimum.value;
   }
   ground.value = best.optimum.value;
@@ -60,7 +62,9 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
       search_optima(task.rows, populations_of(model), ground, task.options, task.companion);
   if (best.outcome.optima.empty()) return best;
   const Optimum& own = best.outcome.optima.front().optimum;
-  if (best.exists && own.value >= best.optimum.value) return best;
+  // A contained optimum cut in two stands as high, but for the rounding.
+  const double least = best.optimum.value - proving_gain(task.rows);
+  if (best.exists && own.value >= least) return best;
   best.exists = true;
   best.optimum = own;
   best.of_model = model;
@@ -90,7 +94,9 @@ Best best_share_alone(const Task& task) {
     start.q[1] = task.rows.mean_x;
     start.q[2] = logit(std::clamp(share, 0.002, 0.99));
     const auto optimum = optimum_from(task.rows, start, fence);
-    if (!optimum || optimum->at_bound) continue;
+    // At the upper bound of the share it is one Weibull of all units; at the lower one the
+    // failures are fewer still, and all units as one Weibull may be far worse.
+    if (!optimum || (optimum->at_bound && optimum->point.share() > 0.5)) continue;
     if (best.exists && best.optimum.value <= optimum->value) continue;
     best.exists = true;
     best.optimum = *optimum;
@@ -123,7 +129,8 @@ StartsReport starts_of(const Best& best, const Task& task, std::int16_t model) {
   for (const FoundOptimum& found : best.outcome.optima) {
     if (is_same_optimum(task.rows, best.optimum, found.optimum))
       report.agreed += found.agreed;
-    else if (!report.runner_up)
+    else if (!report.runner_up &&
+             found.optimum.value > best.optimum.value + proving_gain(task.rows))
       report.runner_up = outer(found.optimum.value);
   }
   report.agreed = std::max(report.agreed, 1);  // by the starts of the share alone
