@@ -1,9 +1,12 @@
 #include "support/reference_book.h"
 
 #include <algorithm>
+#include <boost/math/distributions/normal.hpp>
 #include <cmath>
 #include <limits>
 #include <numbers>
+
+#include "support/random_samples.h"
 
 namespace tavlo::test {
 namespace {
@@ -119,15 +122,32 @@ Number ln_time_at(const Life& life, Number y, Number x) {
   return x;
 }
 
-/// Sum of squares about the mean, or nothing of all-equal values.
-Number spread(const Numbers& values, const Numbers& weights) {
-  Number total = 0, mean = 0, sum = 0;
-  for (std::size_t i = 0; i < values.size(); ++i)
-    total += weights[i], mean += weights[i] * values[i];
-  mean /= total;
-  for (std::size_t i = 0; i < values.size(); ++i)
-    sum += weights[i] * (values[i] - mean) * (values[i] - mean);
-  return sum;
+struct PaperPoint {
+  Number weight, x, y;
+};
+
+/// Means and centred sums of products.
+struct LineSums {
+  Number x_mean = 0, y_mean = 0, xx = 0, xy = 0, yy = 0;
+
+  explicit LineSums(const std::vector<PaperPoint>& points) {
+    Number n = 0;
+    for (const auto& p : points) n += p.weight, x_mean += p.weight * p.x, y_mean += p.weight * p.y;
+    x_mean /= n, y_mean /= n;
+    for (const auto& p : points) {
+      xx += p.weight * (p.x - x_mean) * (p.x - x_mean);
+      xy += p.weight * (p.x - x_mean) * (p.y - y_mean);
+      yy += p.weight * (p.y - y_mean) * (p.y - y_mean);
+    }
+  }
+};
+
+/// Quantiles of the model's distribution in standard form.
+Number paper_ordinate(const Model& model, Number F) {
+  if (model.code == model_code::gumbel_upper) return -std::log(-std::log(F));
+  if (model.y_scale() == y_scale::normal)
+    return boost::math::quantile(boost::math::normal_distribution<Number>(), F);
+  return std::log(-std::log1p(-F));
 }
 
 }  // namespace
@@ -161,7 +181,7 @@ Number ln_likelihood_of(const Life& life, const Sample& sample, bool with_suspen
 }
 
 Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method) {
-  Numbers values, weights;
+  std::vector<PaperPoint> points;
   Number squares = 0;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
@@ -171,10 +191,54 @@ Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method)
     const bool along_time = method == method_code::x_on_y;
     const Number miss = along_time ? ln_time_at(life, y, x) - x : ordinate(life, t) - y;
     squares += sample.failures[i] * miss * miss;
-    values.push_back(along_time ? x : y);
-    weights.push_back(sample.failures[i]);
+    points.push_back({sample.failures[i], x, y});
   }
-  return 1 - squares / spread(values, weights);
+  const LineSums sums(points);
+  return 1 - squares / (method == method_code::x_on_y ? sums.xx : sums.yy);
+}
+
+PaperLine line_of(const Sample& sample, const Model& model, std::int16_t method, Number t0,
+                  Number given_slope) {
+  std::vector<PaperPoint> points;
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    const Number x = outer(sample, i) - t0;
+    if (sample.failures[i] > 0)
+      points.push_back({sample.failures[i], model.x_scale() == x_scale::log ? std::log(x) : x,
+                        paper_ordinate(model, sample.rank[i])});
+  }
+  const LineSums s(points);
+  const bool y_on_x = method == method_code::y_on_x;
+  const Number slope = given_slope > 0 ? given_slope : y_on_x ? s.xy / s.xx : s.yy / s.xy;
+  const Number place = s.x_mean - s.y_mean / slope;
+  const Number off = s.yy - 2 * slope * s.xy + slope * slope * s.xx;
+  const Number r_squared = 1 - (y_on_x ? off / s.yy : off / (slope * slope) / s.xx);
+  switch (model.family) {
+    case Family::normal: return {place, slope, r_squared};
+    case Family::lognormal: return {std::exp(place), slope, r_squared};
+    case Family::gumbel: return {1 / place, 1 / slope, r_squared};
+    default: return {std::exp(-place), slope, r_squared};
+  }
+}
+
+Life best_weibull(const Sample& sample, bool with_suspensions, double t0, Number given_slope) {
+  const Number last = std::log(outer(sample, sample.size() - 1) - t0);
+  Number low = given_slope > 0 ? std::log(given_slope) : -6;
+  Number high = given_slope > 0 ? low : 8, beta = 0, scale = 0;  // low and high: ln beta
+  for (int turn = 0; turn < 60; ++turn) {
+    beta = std::exp((low + high) / 2);
+    Number n = 0, logs = 0, powers = 0, both = 0;
+    for (std::size_t i = 0; i < sample.size(); ++i) {
+      const Number failed = sample.failures[i];
+      const Number all = failed + (with_suspensions ? sample.suspensions[i] : 0);
+      if (!(all > 0)) continue;
+      const Number x = std::log(outer(sample, i) - t0) - last, power = all * std::exp(beta * x);
+      n += failed, logs += failed * x, powers += power, both += power * x;
+    }
+    (n / beta + logs - n * both / powers > 0 ? low : high) = std::log(beta);
+    scale = std::pow(n / powers, 1 / beta) / std::exp(last);
+    if (given_slope > 0) break;
+  }
+  return weibull(static_cast<double>(beta), static_cast<double>(1 / scale), t0);
 }
 
 Number quality_of(const Life& life, const Sample& sample, const FitRequest& request) {
