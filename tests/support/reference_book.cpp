@@ -18,12 +18,10 @@ bool has_share(const Life& life) {
   return life.model == model_code::weibull5c || life.model == model_code::weibull7;
 }
 
-Number ln_sum_of_exponents(const Numbers& terms) {
-  const Number largest = *std::max_element(terms.begin(), terms.end());
-  if (largest == never) return never;
-  Number sum = 0;
-  for (const Number term : terms) sum += std::exp(term - largest);
-  return largest + std::log(sum);
+/// ln(exp(a) + exp(b)).
+Number ln_sum(Number a, Number b) {
+  const Number larger = std::max(a, b);
+  return larger == never ? never : larger + std::log1p(std::exp(std::min(a, b) - larger));
 }
 
 /// Cumulative hazard of one population, and ln of its rate.
@@ -37,37 +35,26 @@ Number ln_rate(const FitParam& row, Number t) {
   return std::log(Number(row.Shape)) + std::log(Number(row.Scale)) + (row.Shape - 1) * std::log(z);
 }
 
-/// Units that carry the same risks: the share of all units, and the rows that act.
-struct SubPopulation {
-  Number ln_share;
-  std::vector<std::size_t> rows;
-};
-
-std::vector<SubPopulation> sub_populations(const Life& life) {
-  std::vector<SubPopulation> all;
-  const std::size_t count = has_share(life) ? 2 : 1;
-  for (std::size_t i = 0; i < count; ++i) {
-    SubPopulation part{count == 1 ? 0 : std::log(Number(life.rows[i].Fraction)), {}};
-    for (std::size_t j = 0; j < life.rows.size(); ++j)
-      if (count == 1 || (life.rows[j].Applies & (1 << i))) part.rows.push_back(j);
-    all.push_back(part);
-  }
-  return all;
+/// Units that carry the same risks are a sub-population: of a mixture, that of row i.
+bool acts(const Life& life, const FitParam& row, int i) {
+  return !has_share(life) || (row.Applies & (1 << i));
 }
 
-Number ln_alive(const Life& life, const SubPopulation& part, Number t) {
-  Number sum = part.ln_share;
-  for (const std::size_t j : part.rows) sum -= hazard(life.rows[j], t);
+/// ln of the share of all units that are alive in sub-population i.
+Number ln_alive(const Life& life, int i, Number t) {
+  Number sum =
+      has_share(life) ? std::log(Number(life.rows[static_cast<std::size_t>(i)].Fraction)) : 0;
+  for (const FitParam& row : life.rows)
+    if (acts(life, row, i)) sum -= hazard(row, t);
   return sum;
 }
 
-/// ln of the part of the density that row j brings.
-Number ln_part(const Life& life, const std::vector<SubPopulation>& parts, std::size_t j, Number t) {
-  Numbers terms = {never};
-  for (const SubPopulation& part : parts)
-    if (std::find(part.rows.begin(), part.rows.end(), j) != part.rows.end())
-      terms.push_back(ln_alive(life, part, t) + ln_rate(life.rows[j], t));
-  return ln_sum_of_exponents(terms);
+/// ln of the part of the density that a row brings.
+Number ln_part(const Life& life, const FitParam& row, Number t) {
+  Number alive = never;
+  for (int i = 0; i < (has_share(life) ? 2 : 1); ++i)
+    if (acts(life, row, i)) alive = ln_sum(alive, ln_alive(life, i, t));
+  return alive + ln_rate(row, t);
 }
 
 Number normal_upper_tail(Number z) { return std::erfc(z / std::sqrt(Number(2))) / 2; }
@@ -163,10 +150,9 @@ Number ln_reliability_of(const Life& life, Number t) {
 
 Number ln_density_of(const Life& life, Number t) {
   if (!is_weibull(life)) return one_row(life, t).ln_density;
-  const std::vector<SubPopulation> parts = sub_populations(life);
-  Numbers terms;
-  for (std::size_t j = 0; j < life.rows.size(); ++j) terms.push_back(ln_part(life, parts, j, t));
-  return ln_sum_of_exponents(terms);
+  Number sum = never;
+  for (const FitParam& row : life.rows) sum = ln_sum(sum, ln_part(life, row, t));
+  return sum;
 }
 
 Number ln_likelihood_of(const Life& life, const Sample& sample, bool with_suspensions) {
@@ -249,13 +235,12 @@ Number quality_of(const Life& life, const Sample& sample, const FitRequest& requ
 }
 
 Numbers expected_failures_of(const Life& life, const Sample& sample) {
-  const std::vector<SubPopulation> parts = sub_populations(life);
   Numbers held(life.rows.size(), 0);
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
     const Number t = outer(sample, i), whole = ln_density_of(life, t);
     for (std::size_t j = 0; j < life.rows.size(); ++j)
-      held[j] += sample.failures[i] * std::exp(ln_part(life, parts, j, t) - whole);
+      held[j] += sample.failures[i] * std::exp(ln_part(life, life.rows[j], t) - whole);
   }
   return held;
 }

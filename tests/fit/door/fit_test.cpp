@@ -245,7 +245,7 @@ TEST(Fit, HostileNumbersEndInNumbersOrAReason) {
                       counts[random.whole(0, kind == 1 ? 10 : 7)],
                       counts[random.whole(0, kind == 1 ? 10 : 7)],
                       static_cast<std::int16_t>(random.whole(0, 2))});
-    std::vector<Asked> fits = round % 10 == 0 ? searched_fits() : classical_fits();
+    std::vector<Asked> fits = round % 25 == 0 ? searched_fits() : classical_fits();
     for (Asked& asked : fits) {
       asked.ranks = round % 2 == 0 ? RankKind::benard : RankKind::exact;
       asked.slope = random.log_uniform(1e-6, 1e6);

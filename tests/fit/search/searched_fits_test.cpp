@@ -116,7 +116,7 @@ TEST(SearchedFits, EveryAnswerIsAProvenOptimumAndNoneIsBelowAContainedModel) {
 TEST(SearchedFits, OfALargeSampleReachesTheOptimumNearTheTruth) {
   test::RandomNumbers random(21);
   const Life truth = test::weibull7(4, 1000, 1, 3000, 2, 50, 0.15);
-  const Sample sample = make_sample(test::draws(random, truth, 5000), RankKind::benard);
+  const Sample sample = make_sample(test::draws(random, truth, 2500), RankKind::benard);
   const FitRequest request = test::request_of(by_likelihood(model_code::weibull7));
   const Fit fit = fit_of(fit_sample(sample, by_likelihood(model_code::weibull7)));
   // Twice the gain over the truth is about chi squared with seven degrees of freedom.
