@@ -13,7 +13,10 @@ namespace {
 
 constexpr Number never = -std::numeric_limits<Number>::infinity();
 
-bool is_weibull(const Life& life) { return find_model(life.model)->family == Family::weibull; }
+bool is_weibull(const Life& life) {
+  return life.model == model_code::by_failure_mode ||
+         find_model(life.model)->family == Family::weibull;
+}
 bool has_share(const Life& life) {
   return life.model == model_code::weibull5c || life.model == model_code::weibull7;
 }
@@ -26,11 +29,11 @@ Number ln_sum(Number a, Number b) {
 
 /// Cumulative hazard of one population, and ln of its rate.
 Number hazard(const FitParam& row, Number t) {
-  if (is_unreached(row) || t <= row.T0) return 0;
+  if (is_unreached(row) || row.Scale == 0 || t <= row.T0) return 0;
   return std::exp(row.Shape * std::log((t - row.T0) * row.Scale));
 }
 Number ln_rate(const FitParam& row, Number t) {
-  if (is_unreached(row) || t <= row.T0) return never;
+  if (is_unreached(row) || row.Scale == 0 || t <= row.T0) return never;
   const Number z = (t - row.T0) * row.Scale;
   return std::log(Number(row.Shape)) + std::log(Number(row.Scale)) + (row.Shape - 1) * std::log(z);
 }
@@ -57,7 +60,13 @@ Number ln_part(const Life& life, const FitParam& row, Number t) {
   return alive + ln_rate(row, t);
 }
 
-Number normal_upper_tail(Number z) { return std::erfc(z / std::sqrt(Number(2))) / 2; }
+/// ln(1 - exp(a)) of a negative a.
+Number ln_rest(Number a) { return a < -1 ? std::log1p(-std::exp(a)) : std::log(-std::expm1(a)); }
+
+Number ln_normal_upper_tail(Number z) {
+  const Number half = std::erfc(std::fabs(z) / std::sqrt(Number(2))) / 2;
+  return z < 0 ? std::log1p(-half) : std::log(half);
+}
 Number ln_normal_density(Number z) {
   return -z * z / 2 - std::log(2 * std::numbers::pi_v<Number>) / 2;
 }
@@ -70,18 +79,18 @@ Tail one_row(const Life& life, Number t) {
   const FitParam& row = life.rows.front();
   if (life.model == model_code::normal) {
     const Number z = (t - row.Scale) * row.Shape;
-    return {std::log(normal_upper_tail(z)), ln_normal_density(z) + std::log(Number(row.Shape))};
+    return {ln_normal_upper_tail(z), ln_normal_density(z) + std::log(Number(row.Shape))};
   }
   if (find_model(life.model)->family == Family::lognormal) {
     if (t <= row.T0) return {0, never};
     const Number z = std::log((t - row.T0) / row.Scale) * row.Shape;
-    return {std::log(normal_upper_tail(z)),
+    return {ln_normal_upper_tail(z),
             ln_normal_density(z) + std::log(Number(row.Shape)) - std::log(t - row.T0)};
   }
   const Number z = (t - 1 / Number(row.Scale)) / row.Shape;
   const Number ln_del = std::log(Number(row.Shape));
   if (life.model == model_code::gumbel_lower) return {-std::exp(z), z - std::exp(z) - ln_del};
-  return {std::log(-std::expm1(-std::exp(-z))), -z - std::exp(-z) - ln_del};
+  return {ln_rest(-std::exp(-z)), -z - std::exp(-z) - ln_del};
 }
 
 Number outer(const Sample& sample, std::size_t i) {
