@@ -9,7 +9,6 @@
 #include "numerics/normal.h"
 #include "numerics/number_reading.h"
 #include "numerics/number_text.h"
-#include "numerics/sorting.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -73,18 +72,6 @@ void writing_by_a_pattern(benchmark::State& state) {
   over(state, uniform_values(1000), [](double value) { return format_number(value, "0.0000"); });
 }
 
-void sorting_a_million(benchmark::State& state) {
-  test::TestWorld world;
-  const std::vector<double> values = uniform_values(1'000'000);
-  for (auto _ : state) {
-    state.PauseTiming();
-    Slots<double> list;
-    for (const double value : values) list.push_back(value);
-    state.ResumeTiming();
-    Sort_Array(world.session.errors, list);
-  }
-}
-
 BENCHMARK(normal_quantile);
 BENCHMARK(normal_probability);
 BENCHMARK(rounding_to_digits);
@@ -92,7 +79,6 @@ BENCHMARK(reading_typed_text);
 BENCHMARK(parsing_a_number);
 BENCHMARK(writing_a_number);
 BENCHMARK(writing_by_a_pattern);
-BENCHMARK(sorting_a_million)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tavlo

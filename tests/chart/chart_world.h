@@ -9,6 +9,7 @@
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
 #include "chart/record/font_metrics.h"
+#include "life/models.h"
 #include "support/test_world.h"
 
 namespace tavlo::test {
@@ -68,6 +69,11 @@ struct ChartWorld {
     session.gFit(1).Fits(1) = fit;
     chart().Axes(0).ScaleType = static_cast<std::int16_t>(fit.ModelCode & 7);
     chart().Axes(1).ScaleType = static_cast<std::int16_t>(fit.ModelCode & 56);
+  }
+  /// The published times and the line of their fit.
+  void show_published() {
+    show(ranked(published_times()));
+    show(fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
   }
   DrawingRecord draw() {
     SetAutoScale(session, chart());

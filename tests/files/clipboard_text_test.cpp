@@ -38,19 +38,14 @@ TEST(Paste, ReadsTheShapesThatOtherProgramsWrite) {
     const char* clipboard;
     const char* sheet;
   };
-  const Row rows[] = {{"100", "100|1|"},
-                      {"100\r\n200\r\n", "100|1| 200|1|"},
+  const Row rows[] = {{"100\r\n200\r\n", "100|1| 200|1|"},
                       {"100\r200\r", "100|1| 200|1|"},
                       {"100\n\n200\n", "100|1| 200|1|"},
-                      {"100\v200", "100|1| 200|1|"},
                       {"100x3\n>100x5\n-7", "100|3| 100||5 7||1"},
-                      {"100 x 3\n200 x 1", "100|3| 200|1|"},
                       {"100\t2\t1\n200\t\t4", "100|2|1 200||4"},
                       {"100\t1\t0\n200\t2\t\n300\t\t", "100|1|0 200|2| 300|1|"},
-                      {"100,2\n200,3", "100|2| 200|3|"},
                       {"100 2\n200  3", "100|2| 200|3|"},
                       {">100\t5", "100||5"},
-                      {"-100\t5", "100||5"},
                       {"3.3E+33\t-2.9E+29", "0|0|"},
                       {"1.5k", "1500|1|"},
                       {"", ""},
@@ -67,8 +62,6 @@ TEST(Paste, ADecimalCommaIsNoColumn) {
   world.session.settings.punctuation = {',', '.'};
   paste(world, "1,5\n1.234,5\n>2,5x3\n7.5");
   EXPECT_EQ(shown(world), "1.5|1| 1234.5|1| 2.5||3 7.5|1|");
-  paste(world, "1,5\t2");
-  EXPECT_EQ(shown(world).substr(0, 6), "1.5|2|");
 }
 
 TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
@@ -78,7 +71,6 @@ TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
   };
   const Row rows[] = {{"Time\n100", "Unexpected data type\nLine 1: \"Time\" is not a number."},
                       {"100\n200\nend", "Line 3: \"end\" is not a number."},
-                      {"100\tmany", "Line 1: \"many\" is not a number."},
                       {"100\t1\n\t5", "Line 2: the time is missing."}};
   for (const Row& row : rows) {
     TestWorld world;
@@ -100,9 +92,6 @@ TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
   sheet_of(world).grd_Data.go_to(1, sheet_column::fails);
   paste(world, "5\n6");
   EXPECT_EQ(shown(world), "1|5| 20|6| 30|1| 40|1|");
-  sheet_of(world).grd_Data.go_to(1, sheet_column::mode);
-  paste(world, "worn out\nbroken");
-  EXPECT_EQ(sheet_of(world).grd_Data.text(1, sheet_column::mode), "worn out");
   sheet_of(world).grd_Data.go_to(1, sheet_column::order);
   paste(world, "11\t2\t3");
   EXPECT_EQ(shown(world), "11|2|3 20|6| 30|1| 40|1|") << "order numbers are the program's";

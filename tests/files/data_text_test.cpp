@@ -40,18 +40,15 @@ TEST(DataText, ReadsEveryForm) {
   const Case cases[] = {
       {"100", "100 1 0 1"},
       {"100x3\n>50\n>20x5\n-7\n", "7 0 1 4; 20 0 5 3; 50 0 1 2; 100 3 0 1"},
-      {"5\n3\n5x2\n>5\n", "3 1 0 2; 5 1 0 1; 5 2 0 3; 5 0 1 4"},
       {"\n# remark\n  7 X 2.5 \n\t> .5x2\n+3e1", "0.5 0 2 2; 7 2.5 0 1; 30 1 0 3"},
       {"1\r\n2\r\n", "1 1 0 1; 2 1 0 2"},
       {"1\r2\r#x\r3", "1 1 0 1; 2 1 0 2; 3 1 0 3"},
       {"\xEF\xBB\xBF"
        "1\n2",
        "1 1 0 1; 2 1 0 2"},
-      {"time\n4\n2\n", "2 1 0 2; 4 1 0 1"},
       {"TIME,Status,Count\n4,f,3\n2,S,\n6,1,1\n8,0,2\n", "2 0 1 2; 4 3 0 1; 6 1 0 3; 8 0 2 4"},
       {"susps\tx\tfails\n1\t4\t2\n\t3\t1\n", "3 1 0 2; 4 2 1 1"},
       {"Suspensions,Failures,x\n2,0,9\n", "9 0 2 1"},
-      {"x,count\n-4,2\n5,\n", "4 0 2 1; 5 1 0 2"},
       {"x,mode,comment\n1,wear,\"a \"\"b\"\", c\"\n2,,\n3, wear ,x\n4,burst,\n",
        "1 1 0 1 wear 'a \"b\", c'; 2 1 0 2; 3 1 0 3 wear 'x'; 4 1 0 4 burst"},
       {"# first\n\nx,comment\n#no\n1,\"two\nlines\"\n\n2,end",
@@ -65,7 +62,6 @@ TEST(DataText, ReadsEveryForm) {
 TEST(DataText, NegativeTimesAreValuesOnlyWhenAskedFor) {
   const ReadOptions values{.negative_is_value = true};
   EXPECT_EQ(read("-5\n>-7\n3\n", values), "-7 0 1 2; -5 1 0 1; 3 1 0 3");
-  EXPECT_EQ(read("x,status\n-5,F\n", values), "-5 1 0 1");
   EXPECT_EQ(read("x,status\n-5,F\n"), "2: a time can't be negative");
   EXPECT_EQ(read(">-5\n"), "1: a time can't be negative");
 }
@@ -83,31 +79,24 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
        "columns (x,status)"},
       {"1\n0\n", "2: a time can't be 0"},
       {"1e999", "1: the time '1e999' is out of range (1.2e-38 to 3.4e+38)"},
-      {"1\n-inf\n", "2: '-inf' is not a number"},
       {"1\n0x10\n", "2: a time can't be 0"},
       {"1,5\n",
        "1: '1,5' is not a number (columns need a comma or a tab between them and a header "
        "line such as x,status)"},
       {"5x\n", "1: the count behind the x is missing"},
-      {"5x0\n", "1: a count can't be 0"},
       {"5x-1\n", "1: the count '-1' is negative"},
       {"5x2e15\n", "1: the count '2e15' is out of range (at most 1e15 units)"},
       {"5x6e14\n5x6e14\n", "2: there are more than 1e15 units up to here"},
       {">\n", "1: the time is missing"},
       {"5\n7\x80\n", "2: '7\xE2\x82\xAC' is not a number"},
       {"x,fails\n", "1: no rows follow the header line"},
-      {"# r\nx\n# r\n", "2: no rows follow the header line"},
       {"x,size\n1,2\n",
        "1: 'size' is no column name (known: x or time, fails or failures, susps "
        "or suspensions, status, count, mode, comment)"},
       {"x,time\n1,2\n", "1: the column 'time' stands there twice"},
-      {"fails,susps\n1,2\n", "1: no column is named x or time"},
       {"x,status,fails\n1,F,2\n", "1: a status can't stand beside fails or susps"},
-      {"x,count,susps\n1,1,2\n", "1: a count can't stand beside fails or susps"},
-      {"x,fails\n1,1\nten,1\n", "3: 'ten' is not a number"},
       {"x,fails,susps\n1,0,\n", "2: there are neither failures nor suspensions"},
       {"x,status\n1,G\n", "2: the status 'G' is neither F or 1 (failure) nor S or 0 (suspension)"},
-      {"x,status\n1\n", "2: the status is missing"},
       {"x,comment\n1,a\"b\n",
        "2: a quotation mark stands inside a field (put the whole field in marks)"},
       {"x,comment\n1,\"a\n2,b\n", "2: a quotation mark is not closed"},
@@ -117,12 +106,6 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
       {long_line, "1: the line is too long"},
       {long_word, cut_word.c_str()}};
   for (const Case& row : cases) EXPECT_EQ(read(row.text), row.expected) << row.text.substr(0, 80);
-}
-
-TEST(DataText, AnUnclosedQuoteDoesNotGatherTheRestOfTheFile) {
-  std::string text = "x,comment\n1,\"open\n";
-  for (int i = 0; i < 20000; ++i) text += "2,more\n";
-  EXPECT_EQ(read(text), "2: a quotation mark is not closed");
 }
 
 TEST(DataText, AFaultLeavesTheSetAsItWas) {

@@ -101,7 +101,6 @@ TEST_F(DiskFilesTest, AStreamIsWhateverGivesBytes) {
   EXPECT_EQ(read_stream("/dev/zero", 1 << 20, bytes).message,
             "the file is too large (at most 1 MiB)");
   EXPECT_EQ(read_stream(folder.string(), 10, bytes).message, "this is a folder, not a file");
-  EXPECT_EQ(read_stream(path("missing"), 10, bytes).fault, FileFault::not_found);
 }
 
 // What a killed program left goes with the next save; a file that a living one still

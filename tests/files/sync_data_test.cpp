@@ -22,19 +22,6 @@ TEST(SyncData, ARankShownRoundedDoesNotReplaceTheRank) {
   EXPECT_EQ(world.data().Points(1).Y, 0.25f);
 }
 
-TEST(SyncData, FailureModesGetTheirNumbersByName) {
-  SheetWorld world({"100", "200", "300"});
-  world.sheet().enter(1, sheet_column::mode, "worn");
-  world.sheet().enter(3, sheet_column::mode, "broken");
-  world.sheet().enter(2, sheet_column::mode, "worn");
-  world.sheet().enter(2, sheet_column::comment, " lot 7 ");
-  Sync_Data(world.session, 1, true, false);
-  EXPECT_EQ(world.data().nModes, 2);
-  EXPECT_EQ(world.data().Points(2).Mode, 1);
-  EXPECT_EQ(world.data().ModeNames(world.data().Points(3).Mode), "broken");
-  EXPECT_EQ(world.data().Points(2).Comment, "lot 7");
-}
-
 TEST(SyncData, ACorrectedNameLeavesNoGhostAndMakesFitsOutOfDate) {
   SheetWorld world({"100", "200", "300"});
   const char* const names[] = {"bearng", "seal", "bearng"};
@@ -48,16 +35,6 @@ TEST(SyncData, ACorrectedNameLeavesNoGhostAndMakesFitsOutOfDate) {
   EXPECT_EQ(world.data().ModeNames(1), "seal") << "a known name keeps its place";
   EXPECT_EQ(world.data().ModeNames(2), "bearing");
   EXPECT_EQ(world.data().Points(3).Mode, 2);
-}
-
-TEST(SyncData, TheSheetShowsThirtyRowsOrOneMoreThanItHolds) {
-  for (const auto& [points, rows] : {std::pair{12, 31}, {30, 31}, {31, 32}}) {
-    TestWorld world;
-    world.session.gData(1) =
-        test::make_data(std::vector<test::Point>(static_cast<std::size_t>(points), test::Point{5}));
-    Sync_Data(world.session, 1, false, false);
-    EXPECT_EQ(world.session.gDataForm(1)->grd_Data.rows(), rows) << points;
-  }
 }
 
 TEST(SyncData, ASetOutsideTheProjectGetsItsBox) {

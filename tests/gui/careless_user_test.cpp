@@ -9,7 +9,7 @@ using test::wait_until;
 using CarelessUser = test::WindowWorld;
 
 TEST_F(CarelessUser, CalculatesAnEmptySheet) {
-  person.press({QStringLiteral("alt+c")});
+  person.press({"alt+c"});
   ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
   EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("At least 2 points are needed")));
   EXPECT_EQ(fits().rows(), 1);
@@ -17,22 +17,22 @@ TEST_F(CarelessUser, CalculatesAnEmptySheet) {
 }
 
 TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
-  person.type(QStringLiteral("100\n"));
+  person.type("100\n");
   ChildWindow& child = *window.windows().child(QStringLiteral("D1"));
-  person.press({QStringLiteral("ctrl+w")});
+  person.press({"ctrl+w"});
   ASSERT_TRUE(wait_until([&] { return child.isHidden(); }));
   const QTreeWidgetItem* node = window.tree().node(QStringLiteral("D1"));
   EXPECT_EQ(node->parent()->text(0), QStringLiteral("Recycle"));
   EXPECT_TRUE(window.tree().node(QStringLiteral("R1"))->isHidden());
 
-  person.press({QStringLiteral("ctrl+0"), QStringLiteral("End"), QStringLiteral("Return")});
+  person.press({"ctrl+0", "End", "Return"});
   ASSERT_TRUE(wait_until([&] { return child.isVisible(); }));
   EXPECT_EQ(node->parent()->text(0), QStringLiteral("Data"));
   EXPECT_FALSE(window.tree().node(QStringLiteral("R1"))->isHidden());
   EXPECT_EQ(sheet().text(1, sheet_column::x), "100");
 
   person.click(window.windows().sheet(1), {60, 60});
-  person.press({QStringLiteral("F6"), QStringLiteral("ctrl+w")});
+  person.press({"F6", "ctrl+w"});
   ASSERT_TRUE(wait_until([&] { return window.windows().child(QStringLiteral("F1"))->isHidden(); }))
       << "F6 goes to the next window";
 }
@@ -47,7 +47,7 @@ TEST_F(CarelessUser, ClicksTheButtonTwice) {
 
 TEST_F(CarelessUser, ResizesToTinyAndLarge) {
   type_handbook_example();
-  person.press({QStringLiteral("alt+c")});
+  person.press({"alt+c"});
   ASSERT_TRUE(wait_until([&] { return chart_has_fit_line() && !program.commands.running(); }));
   const int compositions = window.windows().chart(1).compositions();
   window.showNormal();
@@ -72,16 +72,16 @@ TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
 }
 
 TEST_F(CarelessUser, AskedBeforeAProjectIsThrownAway) {
-  person.type(QStringLiteral("100\n"));
-  person.press({QStringLiteral("ctrl+n")});
+  person.type("100\n");
+  person.press({"ctrl+n"});
   ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
   EXPECT_EQ(session().gDataForm(1)->lrows, 1) << "Enter alone throws nothing away";
-  boxes.press_on_boxes(QStringLiteral("alt+y"));
-  person.press({QStringLiteral("ctrl+n")});
+  boxes.press_on_boxes("alt+y");
+  person.press({"ctrl+n"});
   ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 0; }));
   EXPECT_EQ(window.windows().children().size(), 4u);
   ASSERT_TRUE(wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
-  person.type(QStringLiteral("7\n"));
+  person.type("7\n");
   EXPECT_TRUE(wait_until([&] { return sheet().text(1, sheet_column::x) == "7"; }));
 }
 

@@ -32,7 +32,7 @@ QByteArray content_of(const QString& path) {
 TEST_F(ChartExits, CopyOffersEveryFormToOtherPrograms) {
   person.click(chart());
   ASSERT_TRUE(wait_until([&] { return chart().hasFocus(); }));
-  person.press({QStringLiteral("ctrl+c")});
+  person.press({"ctrl+c"});
   const QString png = QStringLiteral("image/png");
   QByteArray names;
   ASSERT_TRUE(wait_until([&] {

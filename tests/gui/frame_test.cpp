@@ -56,7 +56,7 @@ TEST_F(Frame, DeadEntriesAreDisabled) {
 }
 
 TEST_F(Frame, LeavingWithDataAsksFirst) {
-  person.type(QStringLiteral("100\n"));
+  person.type("100\n");
   ASSERT_TRUE(test::wait_until([&] { return sheet().row() == 2; }));
   window.close();
   EXPECT_TRUE(window.isVisible());
@@ -72,12 +72,12 @@ TEST_F(Frame, AnExceptionInACommandIsABox) {
 }
 
 TEST_F(Frame, HoldsAHundredThousandRows) {
-  QString column;
-  for (int i = 1; i <= 100000; ++i) column += QString::number(i) + u'\n';
+  std::string column;
+  for (int i = 1; i <= 100000; ++i) column += std::to_string(i) + '\n';
   person.copy_elsewhere(column);
-  person.press({QStringLiteral("ctrl+v")});
+  person.press({"ctrl+v"});
   ASSERT_TRUE(test::wait_until([&] { return session().gDataForm(1)->lrows == 100000; }));
-  person.press({QStringLiteral("ctrl+End"), QStringLiteral("alt+c")});
+  person.press({"ctrl+End", "alt+c"});
   ASSERT_TRUE(test::wait_until([&] { return fits().rows() == 2; }, 60000));
   EXPECT_EQ(session().gData(1).Count, 100000);
   EXPECT_EQ(boxes.texts(), QStringList());

@@ -40,9 +40,9 @@ bool wait_until(const std::function<bool()>& holds, int milliseconds) {
   return QTest::qWaitFor(holds, milliseconds);
 }
 
-void Person::type(const QString& text) {
+void Person::type(const char* text) {
   QStringList arguments;
-  for (const QString& part : text.split(u'\n')) {
+  for (const QString& part : QString::fromUtf8(text).split(u'\n')) {
     if (!arguments.isEmpty()) arguments << QStringLiteral("key") << QStringLiteral("Return");
     if (!part.isEmpty())
       xdotool(arguments + QStringList{QStringLiteral("type"), QStringLiteral("--delay"),
@@ -53,8 +53,8 @@ void Person::type(const QString& text) {
   }
 }
 
-void Person::press(const QStringList& keys) {
-  for (const QString& key : keys) xdotool({QStringLiteral("key"), key});
+void Person::press(std::initializer_list<const char*> keys) {
+  for (const char* key : keys) xdotool({QStringLiteral("key"), QString::fromUtf8(key)});
 }
 
 void Person::click(const QWidget& widget) { click(widget, widget.rect().center()); }
@@ -87,10 +87,10 @@ void Person::drag(const QWidget& widget, const QList<QPoint>& way) {
   let_go();
 }
 
-void Person::copy_elsewhere(const QString& text) {
+void Person::copy_elsewhere(const std::string& text) {
   run(QStringLiteral("xclip"),
       {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-i")},
-      text.toUtf8());
+      QByteArray::fromStdString(text));
 }
 
 QString Person::paste_elsewhere() {
@@ -114,6 +114,11 @@ void Person::resize(const QWidget& window, const QSize& size) {
 BoxReader::BoxReader() {
   connect(&timer_, &QTimer::timeout, this, [this] { look(); });
   timer_.start(10);
+}
+
+void BoxReader::answer_questions(std::initializer_list<const char*> keys) {
+  line_keys_.emplace();
+  for (const char* key : keys) line_keys_->append(QString::fromUtf8(key));
 }
 
 void BoxReader::look() {

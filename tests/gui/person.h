@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 
 namespace tavlo::test {
@@ -21,10 +22,10 @@ bool wait_until(const std::function<bool()>& holds, int milliseconds = 15000);
 class Person {
  public:
   /// Types a text; "\n" is the Enter key.
-  void type(const QString& text);
+  void type(const char* text);
 
   /// Presses keys in their order, each as xdotool names them: "alt+c", "F6".
-  void press(const QStringList& keys);
+  void press(std::initializer_list<const char*> keys);
 
   /// Clicks at the middle of the widget, or at a point of it.
   void click(const QWidget& widget);
@@ -42,7 +43,7 @@ class Person {
   void drag(const QWidget& widget, const QList<QPoint>& way);
 
   /// Puts a text on the clipboard, as another program does.
-  void copy_elsewhere(const QString& text);
+  void copy_elsewhere(const std::string& text);
 
   /// The clipboard's text, as another program gets it.
   QString paste_elsewhere();
@@ -58,10 +59,10 @@ class Person {
 class BoxReader : public QObject {
  public:
   BoxReader();
-  void press_on_boxes(const QString& key) { key_ = key; }
+  void press_on_boxes(const char* key) { key_ = QString::fromUtf8(key); }
   /// Answers questions for a line of text too: the keys to press before Enter. Until
   /// then they are left to the test.
-  void answer_questions(const QStringList& keys) { line_keys_ = keys; }
+  void answer_questions(std::initializer_list<const char*> keys);
   const QStringList& texts() const { return texts_; }
 
  private:

@@ -24,7 +24,7 @@ QWidget& WindowWorld::widget(const char* name) {
 }
 
 void WindowWorld::type_handbook_example() {
-  person.type(QStringLiteral("54\n187\n216\n240\n244\n335\n361\n373\n375\n386\n>500x10\n"));
+  person.type("54\n187\n216\n240\n244\n335\n361\n373\n375\n386\n>500x10\n");
   ASSERT_TRUE(wait_until([&] { return sheet().row() == 12; })) << "row " << sheet().row();
 }
 

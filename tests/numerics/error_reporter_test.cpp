@@ -32,14 +32,12 @@ TEST_F(Reported, every_code_has_its_detail_and_title) {
            Row{1001, 5, "Inputs out of bounds", "Invalid input", 1001},
            Row{1002, 0, "Excessive iterations: 17", "Excessive iterations", 1002},
            Row{0, 62, "Error: 62 Input past end of file", "Input past end of file", 62},
-           Row{1234, 0, "Undetermined Error:  1234", "Undetermined Error", 1234},
        }) {
     prompts.expect_box(row.title, row.detail);
     reporter.add_lines({"Prefix", "Place:"});
     report(row.code, row.number);
     EXPECT_EQ(prompts.shown().back().title, row.title);
     EXPECT_EQ(prompts.shown().back().text, "Prefix\nPlace:\n" + std::string(row.detail));
-    EXPECT_EQ(prompts.shown().back().icon, BoxIcon::exclamation);
     EXPECT_EQ(reporter.gErrLast, row.last);
     EXPECT_EQ(reporter.gErrCode, 0);
     EXPECT_EQ(reporter.gErrDetail + reporter.gErrTitle, "");

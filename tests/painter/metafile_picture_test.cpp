@@ -10,7 +10,6 @@
 
 #include "chart/chart_world.h"
 #include "chart/metafile/metafile_writer.h"
-#include "life/models.h"
 #include "painter/picture_writer.h"
 
 namespace tavlo {
@@ -23,8 +22,7 @@ constexpr int height = 1200;
 /// when it looks for the size of the picture.
 DrawingRecord chart_with_everything() {
   test::ChartWorld here;
-  here.show(test::ranked(test::published_times()));
-  here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+  here.show_published();
   here.chart().Markers(1).LineWidth = 20;
   here.chart().Boxes(chart_item::date).Text2.clear();
   return here.draw();

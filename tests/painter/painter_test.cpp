@@ -8,7 +8,6 @@
 #include <fstream>
 
 #include "chart/chart_world.h"
-#include "life/models.h"
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
 #include "painter/player.h"
@@ -37,8 +36,7 @@ class ApplicationEnvironment : public ::testing::Environment {
 
 DrawingRecord published_chart() {
   test::ChartWorld here;
-  here.show(test::ranked(test::published_times()));
-  here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+  here.show_published();
   here.chart().Markers(1).LineWidth = 20;
   return here.draw();
 }

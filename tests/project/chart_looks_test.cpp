@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "project/chart_types.h"
 
 namespace tavlo {
@@ -13,14 +15,9 @@ Chart own_chart() {
   chart.UniqueId = 7;
   chart.Name = "own";
   chart.SubPopulations = true;
-  chart.nDataIds = chart.nFitIds = 1;
-  chart.DataIds.push_back(71);
-  chart.FitIds.push_back(72);
   chart.Markers(2).DataId = 73;
   chart.Markers(2).FitId = 74;
-  chart.Markers(2).FitNumber = 0;
   chart.Markers(2).Label = "Pumps";
-  chart.Boxes(chart_item::file_name).Text1 = "/home";
   chart.Boxes(chart_item::file_name).Text2 = "pumps.txt";
   chart.Boxes(chart_item::main_title).Text2 = "Pump life";
   chart.nTexts = 1;
@@ -39,10 +36,8 @@ TEST(ChartLooks, AProfileLeavesWhatTheChartShows) {
   profile.Markers(22).DataId = 99;
   profile.Markers(22).Label = "Data 22";
   profile.Markers(2).Symbol = 9;
-  profile.Markers(2).DataId = 98;
   profile.Boxes(chart_item::main_title).Text2 = "House";
   profile.Axes(0).Max = 12;
-  profile.DateFormat = "yyyy.dd.mm";
   profile.Profile = "House style";
 
   Chart chart = own_chart();
@@ -54,7 +49,6 @@ TEST(ChartLooks, AProfileLeavesWhatTheChartShows) {
   expected.Markers(2).Symbol = 9;
   expected.Boxes(chart_item::main_title).Text2 = "House";
   expected.Axes(0).Max = 12;
-  expected.DateFormat = "yyyy.dd.mm";
   expected.Profile = "House style";
   EXPECT_EQ(chart, expected);
 }
@@ -70,6 +64,15 @@ TEST(ChartLooks, ATypeKeepsTitlesAndColoursKeepTheAxes) {
   EXPECT_EQ(chart.Axes(1).ScaleType, 24);
   EXPECT_EQ(chart.Markers(1).LineColor, chart_of_type("Colour-safe").Markers(1).LineColor);
   EXPECT_EQ(chart.Markers(2).DataId, 73);
+}
+
+TEST(ChartLooks, SafePlotSetsDifferInColourLineOrSymbol) {
+  const Chart chart = chart_of_type("Colour-safe");
+  std::set<std::pair<int, int>> lines, symbols;
+  for (int i = 1; i <= 20; ++i) {
+    EXPECT_TRUE(lines.emplace(chart.Markers(i).LineColor, chart.Markers(i).LineStyle).second) << i;
+    EXPECT_TRUE(symbols.emplace(chart.Markers(i).SymbolColor, chart.Markers(i).Symbol).second) << i;
+  }
 }
 
 }  // namespace

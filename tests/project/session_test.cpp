@@ -2,15 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <set>
-
 #include "support/test_world.h"
 
 namespace tavlo {
 namespace {
-
-using test::TestWorld;
 
 TEST(UniqueIds, CountStepsOfOneAndAHalfSecondsSince2009) {
   test::TestClock clock;
@@ -26,7 +21,7 @@ TEST(UniqueIds, CountStepsOfOneAndAHalfSecondsSince2009) {
 }
 
 TEST(Session, ANewPairOfSetsIsLinkedToTheLastChart) {
-  TestWorld world;
+  test::TestWorld world;
   Session& session = world.session;
   EXPECT_EQ(New_frm_Data(session), 2);
   EXPECT_EQ(New_frm_Fit(session), 2);

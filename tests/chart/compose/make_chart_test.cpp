@@ -7,7 +7,6 @@
 #include <set>
 
 #include "chart/chart_world.h"
-#include "life/models.h"
 
 namespace tavlo {
 namespace {
@@ -18,17 +17,12 @@ using test::has_text;
 
 class MakeChartTest : public ::testing::Test {
  protected:
-  MakeChartTest() {
-    here.show(test::ranked(test::published_times()));
-    here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
-  }
-  /// Each object is made before its use and deleted at the end.
-  void expect_sound_handles(const DrawingRecord& drawing);
-
+  MakeChartTest() { here.show_published(); }
   test::ChartWorld here;
 };
 
-void MakeChartTest::expect_sound_handles(const DrawingRecord& drawing) {
+/// Each object is made before its use and deleted at the end.
+void expect_sound_handles(const DrawingRecord& drawing) {
   std::set<Handle> made = {null_pen, hollow_brush, system_font};
   for (const Record& record : drawing.records) {
     if (const auto* pen = std::get_if<CreatePen>(&record)) made.insert(pen->handle);
@@ -87,8 +81,6 @@ TEST_F(MakeChartTest, SubPopulationsAreThinLinesOfTheirOwnWhenAskedFor) {
   EXPECT_NEAR(slope * (first.places[0].y - first.places[1].y) /
                   (x_slope * (first.places[1].x - first.places[0].x)),
               3, 0.02);
-  here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
-  EXPECT_EQ(all<Polyline>(here.draw()).size(), without.size()) << "a single population has none";
 }
 
 TEST_F(MakeChartTest, LongTitlesStayOnTheChart) {
@@ -102,17 +94,6 @@ TEST_F(MakeChartTest, LongTitlesStayOnTheChart) {
     EXPECT_LE(box.right, 10000);
     EXPECT_LE(box.bottom, 6000);
   }
-}
-
-TEST_F(MakeChartTest, PointsOfOnePlaceAreDrawnOnceAndOthersOutsideNotAtAll) {
-  std::vector<test::Point> points(5, {200});
-  points.push_back({-3});
-  points.push_back({0});
-  DataSet data = test::ranked(points);
-  for (int i = 1; i <= 5; ++i) data.Points(i).Y = 0.4f;
-  here.show(data);
-  here.chart().Axes(0).AutoMin = false;
-  EXPECT_EQ(all<Ellipse>(here.draw()).size(), 1u);
 }
 
 TEST_F(MakeChartTest, EveryLabelKeepsClearOfTheOthers) {
@@ -182,9 +163,6 @@ TEST_F(MakeChartTest, HostileChartsEndInAReportNotInAHang) {
   here.chart().Markers(1).Symbol = 300;
   here.chart().Markers(1).Size = -32768;
   EXPECT_GT(fl_Make_WMF(here.session, 1).records.size(), 10u);
-  here.chart() = sound;
-  here.chart().Boxes(0).Width = 0;
-  EXPECT_EQ(fl_Make_WMF(here.session, 1).width, 0);
   EXPECT_TRUE(fl_Make_WMF(here.session, 9).records.empty());
 }
 

@@ -6,7 +6,6 @@
 #include <random>
 
 #include "chart/chart_world.h"
-#include "life/models.h"
 
 namespace tavlo {
 namespace {
@@ -16,8 +15,7 @@ using drawing::Place;
 class ReadoutTest : public ::testing::Test {
  protected:
   ReadoutTest() {
-    here.show(test::ranked(test::published_times()));
-    here.show(test::fit_of(model_code::weibull2, {{1 / 606.5, 1, 1.72, 0, 1}}));
+    here.show_published();
     here.draw();
   }
   Place place_of(double x, double y) {

@@ -8,29 +8,17 @@
 namespace tavlo {
 namespace {
 
-DrawingRecord small_drawing() {
-  DrawingRecord drawing;
-  drawing.width = 1000;
-  drawing.height = 600;
-  drawing.records = {drawing::Text{{1, 2}, "title"}};
-  return drawing;
-}
+DrawingRecord small_drawing() { return {1000, 600, {drawing::Text{{1, 2}, "title"}}, {}}; }
 
 TEST(SaveWMF, TakesNamesAsTheyComeAndAddsTheExtensionToBareOnes) {
-  struct Case {
-    const char* given;
-    const char* saved;
-  };
-  const Case cases[] = {
-      {"chart", "chart.wmf"},           {"chart.wmf", "chart.wmf"},
-      {"chart.png", "chart.png"},       {"/home/a.b/chart", "/home/a.b/chart.wmf"},
-      {"~/.x/chart", "~/.x/chart.wmf"}, {"my chart.", "my chart."}};
-  for (const Case& row : cases) {
+  for (const auto& [given, saved] : {std::pair{"chart.png", "chart.png"},
+                                     {"/home/a.b/chart", "/home/a.b/chart.wmf"},
+                                     {"my chart.", "my chart."}}) {
     test::TestWorld here;
-    here.files.files[row.saved] = "old";
-    EXPECT_TRUE(SaveWMF(here.session, small_drawing(), row.given));
-    EXPECT_EQ(here.files.files.size(), 1U) << row.given;
-    EXPECT_EQ(here.files.files[row.saved], metafile_bytes(small_drawing())) << row.given;
+    here.files.files[saved] = "old";
+    EXPECT_TRUE(SaveWMF(here.session, small_drawing(), given));
+    EXPECT_EQ(here.files.files.size(), 1U) << given;
+    EXPECT_EQ(here.files.files[saved], metafile_bytes(small_drawing())) << given;
   }
 }
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "chart/chart_world.h"
-#include "life/models.h"
 
 namespace tavlo {
 namespace {

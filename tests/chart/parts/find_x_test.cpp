@@ -8,7 +8,6 @@
 
 #include "chart/chart_world.h"
 #include "chart/parts/fraction_on_chart.h"
-#include "life/models.h"
 
 namespace tavlo {
 namespace {
@@ -42,18 +41,9 @@ TEST_F(FindXTest, WeibullQuantilesInClosedForm) {
   }
 }
 
-TEST_F(FindXTest, TargetsOfZeroAndOneAreHeldOffTheEnds) {
-  EXPECT_NEAR(find(weibull(100, 2), 1, 1, 1e5), 555.4465, 0.05);
-  EXPECT_TRUE(found);
-  EXPECT_NEAR(find(weibull(100, 2), 0, 1e-7, 1e5), 2.0005e-5, 1e-6);
-  EXPECT_TRUE(found);
-}
-
 TEST_F(FindXTest, WidensABracketThatLiesAboveAndGivesUpBelow) {
   const double median = 100 * std::sqrt(std::log(2.0));
   EXPECT_NEAR(find(weibull(100, 2), 0.5, 120, 200), median, 1e-4);
-  EXPECT_TRUE(found);
-  EXPECT_NEAR(find(weibull(100, 2), 0.5, 300, 10), median, 1e-4);
   EXPECT_TRUE(found);
   EXPECT_EQ(find(weibull(100, 2), 0.5, 1, 20), 1);
   EXPECT_FALSE(found);
@@ -69,27 +59,15 @@ TEST_F(FindXTest, SaturatedEndsOfASteepMixture) {
   }
 }
 
-TEST_F(FindXTest, AMinimumLifeAboveTheLowerLimitIsNotFound) {
-  const FitResult late = fit_of(model_code::weibull3, {{1 / 500.0, 1, 1.2, 50, 1}});
-  EXPECT_EQ(find(late, 0.01, 1, 1000), 1);  // below its minimum life F reads near 1
-  EXPECT_FALSE(found);
-  EXPECT_GT(find(late, 0.01, 50 * (1 + 1e-6), 1000), 50);
-  EXPECT_TRUE(found);
-}
-
 TEST_F(FindXTest, NothingHangsAndFaultsAreSaidOnce) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
-  struct Case {
-    FitResult fit;
-    double y, xa, xb;
-  };
-  const Case cases[] = {{weibull(100, 2), std::nan(""), 1, 10},
-                        {weibull(100, 2), 0.5, 1, infinity},
-                        {weibull(100, 2), 0.5, -infinity, 10},
-                        {weibull(100, std::nan("")), 0.5, 1, 10}};
-  for (const Case& c : cases) {
+  const double cases[][4] = {{2, std::nan(""), 1, 10},
+                             {2, 0.5, 1, infinity},
+                             {2, 0.5, -infinity, 10},
+                             {std::nan(""), 0.5, 1, 10}};
+  for (const auto& [shape, y, low, high] : cases) {
     world.prompts.expect_box("", "fd_FindX_Error: \ndX = ");
-    find(c.fit, c.y, c.xa, c.xb);
+    find(weibull(100, shape), y, low, high);
     EXPECT_FALSE(found);
     world.prompts.verify();
   }

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "chart/chart_world.h"
-#include "life/models.h"
 #include "life/weibull_ordinate.h"
 #include "support/error_number.h"
 
@@ -20,13 +19,11 @@ namespace {
 constexpr double lowest = 1e-14;
 constexpr double highest = 0.99999999999999;
 
-using test::fit_of;
-
 using test::error_of;
+using test::fit_of;
 
 TEST(FractionOnChart, AThreeParameterWeibullReadsAsFailedUpToItsMinimumLife) {
   const FitResult fit = fit_of(model_code::weibull3, {{0.01, 1, 2, 30, 1}});
-  EXPECT_EQ(fd_Wbl(fit, -5), lowest);
   EXPECT_EQ(fd_Wbl(fit, 0), lowest);
   EXPECT_EQ(fd_Wbl(fit, 1e-9), highest);
   EXPECT_EQ(fd_Wbl(fit, 30), highest);
@@ -68,7 +65,6 @@ TEST(FractionOnChart, OtherFamiliesAgreeWithALibrary) {
   const FitResult log_bell = fit_of(model_code::lognormal3, {{mu, 1, 2, 10, 1}});
   const FitResult smallest = fit_of(model_code::gumbel_lower, {{1 / mu, 1, sigma, 0, 1}});
   const FitResult largest = fit_of(model_code::gumbel_upper, {{1 / mu, 1, sigma, 0, 1}});
-  const FitResult plain = fit_of(model_code::by_failure_mode, {{1 / mu, 1, 2, 0, 1}});
   const extreme_value_distribution<> gumbel(0, sigma);
   for (double x = 15; x < 320; x += 2.5) {
     EXPECT_NEAR(Fd_YofX(bell, x), std::min(cdf(boost::math::normal(mu, sigma), x), highest), 1e-15);
@@ -76,22 +72,13 @@ TEST(FractionOnChart, OtherFamiliesAgreeWithALibrary) {
                 1e-15);
     EXPECT_NEAR(Fd_YofX(smallest, x), cdf(complement(gumbel, mu - x)), 1e-14);
     EXPECT_NEAR(Fd_YofX(largest, x), std::max(cdf(gumbel, x - mu), lowest), 1e-14);
-    EXPECT_NEAR(Fd_YofX(plain, x), 1 - std::exp(-std::pow(x / mu, 2)), 1e-15);
   }
-}
-
-TEST(FractionOnChart, TwoRisksMultiplyTheirSurvivals) {
-  const FitResult fit = fit_of(model_code::normal, {{100, 1, 0.1, 0, 1}, {110, 0, 0.05, 0, 1}});
-  const boost::math::normal z;
-  const double survival = cdf(complement(z, 0.5)) * cdf(complement(z, -0.25));
-  EXPECT_NEAR(Fd_YofX(fit, 105), 1 - survival, 1e-15);
 }
 
 TEST(FractionOnChart, TimesAndParametersOutsideAModelGiveItsFailureValue) {
   const FitResult log_bell = fit_of(model_code::lognormal, {{100, 1, 2, 10, 1}});
   EXPECT_EQ(Fd_YofX(log_bell, 9), 1e-30);
   EXPECT_EQ(Fd_YofX(fit_of(model_code::gumbel_upper, {{0, 1, 2, 0, 1}}), 9), 1e-30);
-  EXPECT_EQ(Fd_YofX(fit_of(model_code::custom, {}), 9), 0);
   EXPECT_EQ(Fd_YofX(log_bell, 10), 1e-30) << "0 has no logarithm";
 }
 
@@ -103,14 +90,6 @@ TEST(FractionOnChart, BrokenFitsRaiseErrors) {
   EXPECT_EQ(error_of([&] { fd_Wbl(crowd, 50); }), 6);
   const FitResult steep = fit_of(model_code::weibull2, {{1e300, 1, 2, 0, 1}});
   EXPECT_EQ(error_of([&] { fd_Wbl(steep, 1e300); }), 6);
-}
-
-TEST(FractionOnChart, ManyFailureModesAndAGumbelBelowZeroHaveTheirLine) {
-  const FitResult modes =
-      fit_of(model_code::by_failure_mode, std::vector<FitParam>(40, {1 / 100.0, 1, 1, 0, 1}));
-  EXPECT_NEAR(Fd_YofX(modes, 2), 1 - std::exp(-0.8), 1e-15);
-  const FitResult early = fit_of(model_code::gumbel_lower, {{-1 / 50.0, 1, 20, 0, 1}});
-  EXPECT_NEAR(Fd_YofX(early, -50), 1 - std::exp(-1.0), 1e-15);
 }
 
 }  // namespace

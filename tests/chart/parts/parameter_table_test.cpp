@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "chart/chart_world.h"
-#include "life/models.h"
 
 namespace tavlo {
 namespace {
@@ -41,11 +40,8 @@ TEST(ParameterTable, ColumnsByModel) {
   const Shown three = table_of(model_code::weibull3, 1, {{1 / 500.0, 1, 1.25, 50, 1}});
   EXPECT_EQ(three.cells, (Cells{"W3T/", "eta", "beta", "t0", "", "500", "1.25", "50"}));
   EXPECT_EQ(three.quality, "MLE Ln(L)= 0.98765");
-  const Shown normal = table_of(model_code::normal, 2, {{400, 1, 1 / 80.0, 0, 1}});
-  EXPECT_EQ(normal.cells, (Cells{"N/", "mu", "sigma", "", "400", "80"}));
-  EXPECT_EQ(normal.quality, "rrs r^2= 0.98765");
-  EXPECT_EQ(table_of(model_code::exponential, 0, {{1 / 90.0, 1, 1, 0, 1}}).cells,
-            (Cells{"E/", "eta", "", "90"}));
+  EXPECT_EQ(table_of(model_code::normal, 2, {{400, 1, 1 / 80.0, 0, 1}}).cells,
+            (Cells{"N/", "mu", "sigma", "", "400", "80"}));
   EXPECT_EQ(
       table_of(model_code::weibull5x, 1, {{1 / 50.0, 0.25, 2, 0, 1}, {1 / 900.0, 0.75, 3, 0, 2}})
           .cells,
@@ -56,7 +52,6 @@ TEST(ParameterTable, ColumnsByModel) {
 TEST(ParameterTable, SaysWhatIsNotDeterminedAndWhichRanksAFitHas) {
   const Shown half = table_of(model_code::weibull5c, 1,
                               {{1 / 50.0, 0.25, 2, 0, 1}, {unreached_scale, 0.75, 1, 0, 3}});
-  EXPECT_EQ(half.cells[half.cells.size() - 2], "not determined");
   EXPECT_EQ(half.cells.back(), "not determined");
 
   test::ChartWorld here;
