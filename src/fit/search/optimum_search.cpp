@@ -5,7 +5,9 @@
 #include <span>
 
 #include "fit/parallel.h"
-#include "fit/starts/start_pool.h"
+#include "fit/starts/nested_starts.h"
+#include "fit/starts/random_starts.h"
+#include "fit/starts/start_comparison.h"
 
 namespace tavlo {
 namespace {
@@ -52,7 +54,7 @@ class OptimumSearch {
   void run_rounds(const std::vector<MixturePoint>& starts) {
     for (std::size_t next = 0; next < starts.size() && !is_over(); next += round_size) {
       const auto left = static_cast<std::size_t>(options_.most_starts - outcome_.tried);
-      run(std::span(starts).subspan(next, std::min({round_size, left, starts.size() - next})),
+      run(std::span(starts).subspan(next, std::min({round_size, starts.size() - next, left})),
           true);
     }
   }
@@ -136,8 +138,8 @@ std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, 
 std::size_t sketches_for(const MixtureRows& rows, Populations populations,
                          const SearchOptions& options) {
   const auto starts = static_cast<std::size_t>(options.most_starts);
-  const std::size_t wanted = 6000 / (rows.failures.count + rows.suspensions.count);
-  return (populations.count() - 1) * std::clamp(wanted, starts, 2 * starts);
+  const std::size_t wanted = 4000 / (rows.failures.count + rows.suspensions.count);
+  return (populations.count() - 1) * std::clamp(wanted, starts, starts + starts / 2);
 }
 
 SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,
