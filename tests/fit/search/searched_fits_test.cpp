@@ -257,6 +257,18 @@ TEST(SearchedFits, PlainWeibullDataHaveNoSecondPopulation) {
     }
 }
 
+TEST(SearchedFits, AShareStaysInItsFenceWhereOneClusterHoldsAllFailures) {
+  Rows rows;
+  for (const float time : {1.1F, 1.51F, 1.68F, 1.78F, 1.85F, 1.93F, 1.98F, 2.0F, 2.03F})
+    rows.push_back({time, 1, 0, 0});
+  rows.push_back({2.08F, 1, 12, 0});
+  rows[8] = {2.03F, 0, 1, 0};
+  for (const Way& way : ways) {
+    const double share = fit_of(answer_to(rows, model_code::weibull5c, way)).life.rows[0].Fraction;
+    EXPECT_TRUE(share == 0 || (share > 0.00099 && share < 0.99901)) << way.name << ' ' << share;
+  }
+}
+
 TEST(SearchedFits, TellsHowManySuspensionsWereLeftOut) {
   const Rows rows = {{100, 3}, {200, 2}, {250, 0, 4}, {300, 4}, {500, 3}, {700, 2, 1}, {900, 2}};
   const FitAnswer answer = answer_to(rows, model_code::weibull5c, likelihood);
