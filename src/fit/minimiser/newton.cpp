@@ -20,6 +20,10 @@ class NewtonRun {
 
   MinimiserEnd from(const SmallVector& start) {
     end_.q = start;
+    if (terrain_.bounded < size()) {
+      double& bounded = end_.q[terrain_.bounded];
+      bounded = std::clamp(bounded, terrain_.low, terrain_.high);
+    }
     if (!evaluate(end_.q, end_.shape)) return end_;
     for (int step = 0; step < terrain_.most_steps; ++step) {
       find_free();

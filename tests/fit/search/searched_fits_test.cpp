@@ -153,6 +153,18 @@ TEST(SearchedFits, PlainWeibullDataHaveNoSecondPopulation) {
     }
 }
 
+TEST(SearchedFits, AShareStaysInItsFenceWhereOneClusterHoldsAllFailures) {
+  Rows rows;
+  for (const float time : {1.1F, 1.51F, 1.68F, 1.78F, 1.85F, 1.93F, 1.98F, 2.0F})
+    rows.push_back({time, 1, 0, 0});
+  rows.push_back({2.03F, 1, 1, 0});
+  rows.push_back({2.08F, 0, 12, 0});
+  for (const Asked& asked : ways_of(model_code::weibull5c)) {
+    const double share = fit_of(answer_of(rows, asked)).life.rows[0].Fraction;
+    EXPECT_TRUE(share == 0 || (share > 0.00099 && share < 0.99901)) << asked.name() << ' ' << share;
+  }
+}
+
 // 28 units fail early, 4128 never: what the rest lives to cannot be known.
 TEST(SearchedFits, ReportsAPopulationThatNoFailureReaches) {
   test::RandomNumbers random(28);
