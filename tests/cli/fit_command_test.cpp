@@ -13,7 +13,7 @@ namespace tavlo {
 namespace {
 
 using nlohmann::json;
-using test::CliFolder;
+using FitCommand = test::CliTest;
 using test::example;
 using test::ProgramRun;
 using test::relative_difference;
@@ -23,7 +23,7 @@ json fit_of(const ProgramRun& run, std::size_t index = 0) {
 }
 
 // Answers published with the data sets: shape, scale, and ln L where given.
-TEST(FitCommand, GivesThePublishedAnswers) {
+TEST_F(FitCommand, GivesThePublishedAnswers) {
   struct Case {
     const char* file;
     double beta, eta, log_likelihood, units, failures, digits;
@@ -31,7 +31,6 @@ TEST(FitCommand, GivesThePublishedAnswers) {
   const Case cases[] = {{"censored-test.txt", 1.7208, 606.528, -75.1346, 20, 10, 1e-5},
                         {"ball-bearings.txt", 2.10, 81.88, NAN, 23, 23, 2e-3},
                         {"remission-6mp.csv", 1.354, 33.77, NAN, 21, 9, 3e-4}};
-  const CliFolder folder;
   for (const Case& row : cases) {
     const ProgramRun run = folder.run({"fit", example(row.file), "--method", "mle", "--json"});
     ASSERT_EQ(run.code, 0) << run.err;
@@ -48,8 +47,7 @@ TEST(FitCommand, GivesThePublishedAnswers) {
   }
 }
 
-TEST(FitCommand, JsonHasItsShape) {
-  const CliFolder folder;
+TEST_F(FitCommand, JsonHasItsShape) {
   folder.write("d", "5\n7\n>9\n");
   const ProgramRun run =
       folder.run({"fit", "d", "--method", "rr,mle", "--b-life", "10", "--at", "500", "--json"});
@@ -98,8 +96,7 @@ void expect_own_life(const json& fit) {
 }
 
 // In wide, narrow, steep and flat data, far outside of the times too.
-TEST(FitCommand, EveryFamilyAnswersByItsParameters) {
-  const CliFolder folder;
+TEST_F(FitCommand, EveryFamilyAnswersByItsParameters) {
   folder.write("narrow", "1000\n1001\n1002\n1003\n1004\n>1005\n");
   folder.write("flat", "1e-6\n3\n1e4\n1e12\n");
   int fitted = 0;
@@ -117,8 +114,7 @@ TEST(FitCommand, EveryFamilyAnswersByItsParameters) {
   EXPECT_GT(fitted, 35);
 }
 
-TEST(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
-  const CliFolder folder;
+TEST_F(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
   std::string text;
   for (int i = 1; i <= 20; ++i) text += number_text(12.5 * i * (1 + i % 4)) + "\n";
   for (int i = 1; i <= 40; ++i) text += number_text(600 + 17.3 * i) + "\n>1400\n";
@@ -145,8 +141,7 @@ TEST(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
       << "units that still run make life longer";
 }
 
-TEST(FitCommand, AWeibayesHasTheSlopeThatWasGiven) {
-  const CliFolder folder;
+TEST_F(FitCommand, AWeibayesHasTheSlopeThatWasGiven) {
   const ProgramRun run = folder.run({"fit", example("censored-test.txt"), "--model", "Wb,E,R",
                                      "--slope", "2.3456789", "--method", "mle", "--json"});
   EXPECT_EQ(fit_of(run, 0).at("rows")[0].at("beta"), 2.3456789) << "every digit";
@@ -154,8 +149,7 @@ TEST(FitCommand, AWeibayesHasTheSlopeThatWasGiven) {
   EXPECT_EQ(fit_of(run, 2).at("rows")[0].at("beta"), 2);
 }
 
-TEST(FitCommand, AFitByModeNamesItsModes) {
-  const CliFolder folder;
+TEST_F(FitCommand, AFitByModeNamesItsModes) {
   folder.write("d", "x,mode\n10,wear\n20,wear\n35,wear\n50,burst\n60,\x1B[31m\n");
   const ProgramRun run = folder.run({"fit", "d", "--model", "FM,W2P", "--method", "mle", "--json"});
   const json modes = fit_of(run).at("rows");
@@ -169,7 +163,7 @@ TEST(FitCommand, AFitByModeNamesItsModes) {
   EXPECT_EQ(table.find('\x1B'), std::string::npos) << "a name must not reach the terminal raw";
 }
 
-TEST(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
+TEST_F(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
   struct Case {
     const char *data, *options, *code, *words;
   };
@@ -184,7 +178,6 @@ TEST(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
       {"5\n6\n7\n", "--model FM", "no-mode-fitted", "no failure modes"},
       {"5\n6\n9\n14\n", "--model W3T --method mle --strict", "stopped", "Cancel"},
   };
-  const CliFolder folder;
   for (const Case& row : cases) {
     folder.write("d", row.data);
     const ProgramRun run = folder.shell("$CLI fit d --json " + std::string(row.options));
@@ -204,8 +197,7 @@ TEST(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
   EXPECT_EQ(fit_of(both, 1).at("status"), 1);
 }
 
-TEST(FitCommand, PeopleGetATable) {
-  const CliFolder folder;
+TEST_F(FitCommand, PeopleGetATable) {
   folder.write("d", "50\n100\n200\n>200\n");
   const ProgramRun run = folder.run({"fit", "d", "--method", "mle,rr", "--b-life", "10"});
   const ProgramRun exact = folder.run({"fit", "d", "--method", "mle", "--b-life", "10", "--json"});
@@ -222,8 +214,7 @@ TEST(FitCommand, PeopleGetATable) {
 
 // Several files and models are at work at the same time; what is printed is in order, and
 // the same as one by one.
-TEST(FitCommand, ManyFilesGiveWhatEachGivesAlone) {
-  const CliFolder folder;
+TEST_F(FitCommand, ManyFilesGiveWhatEachGivesAlone) {
   const std::vector<std::string> options = {"--model", "W2P,W3T,W4P,N", "--method", "rr,mle",
                                             "--json"};
   std::vector<std::string> all = {"fit"};
@@ -247,8 +238,7 @@ TEST(FitCommand, ManyFilesGiveWhatEachGivesAlone) {
   EXPECT_EQ(run.err, err);
 }
 
-TEST(FitCommand, WritesTheLogInBothForms) {
-  const CliFolder folder;
+TEST_F(FitCommand, WritesTheLogInBothForms) {
   folder.write("d", "50\n100\n");
   for (const char* log : {"log.txt", "log.rtf"})
     ASSERT_EQ(folder.run({"fit", "d", "d", "--log", log}).code, 0);
@@ -264,8 +254,7 @@ TEST(FitCommand, WritesTheLogInBothForms) {
 
 // Two failures: exact median ranks 1 - 2^(-1/2) and 2^(-1/2), Benard's 0.7/2.4
 // and 1.7/2.4.
-TEST(RankCommand, GivesBothKindsOfRanks) {
-  const CliFolder folder;
+TEST_F(FitCommand, RankGivesBothKindsOfRanks) {
   folder.write("d.csv", "x,mode\n54.3,wear\n12,\n");
   const json exact = folder.run({"rank", "d.csv", "--ranks", "exact", "--json"}).json().at(0);
   const json benard = folder.run({"rank", "d.csv", "--json"}).json().at(0);
