@@ -8,7 +8,7 @@ namespace tavlo {
 namespace {
 
 using nlohmann::json;
-using test::CliFolder;
+using BatchCommand = test::CliTest;
 using test::ProgramRun;
 
 /// Samples of all sizes, some of them hard or impossible to fit.
@@ -51,8 +51,7 @@ std::string table_of(const json& line) {
   return text;
 }
 
-TEST(BatchCommand, ALineGivesWhatItsFileGives) {
-  const CliFolder folder;
+TEST_F(BatchCommand, ALineGivesWhatItsFileGives) {
   const std::vector<json> lines = random_lines(4, 25);
   const ProgramRun batch = folder.run({"batch"}, text_of(lines));
   const std::vector<json> answers = batch.json();
@@ -71,8 +70,7 @@ TEST(BatchCommand, ALineGivesWhatItsFileGives) {
   }
 }
 
-TEST(BatchCommand, AnyNumberOfJobsGivesTheSameBytes) {
-  const CliFolder folder;
+TEST_F(BatchCommand, AnyNumberOfJobsGivesTheSameBytes) {
   const std::string text = text_of(random_lines(5, 300));
   const ProgramRun one = folder.run({"batch", "--jobs", "1"}, text);
   EXPECT_EQ(std::count(one.out.begin(), one.out.end(), '\n'), 300);
@@ -80,7 +78,7 @@ TEST(BatchCommand, AnyNumberOfJobsGivesTheSameBytes) {
     EXPECT_EQ(folder.run({"batch", "--jobs", jobs}, text).out, one.out);
 }
 
-TEST(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
+TEST_F(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
   struct Case {
     const char* line;
     const char* id;
@@ -110,7 +108,6 @@ TEST(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
       {"{\"id\":2,\"x\":[5,6],\"model\":\"\xFF\"}", "null", "not UTF-8"},
       {"\x01", "null", "no JSON object"},
   };
-  const CliFolder folder;
   std::string text;
   for (const Case& row : cases) text += std::string(row.line) + "\n\n \r\n";
   const ProgramRun run = folder.run({"batch"}, text + R"({"id":"last","x":[5,6,9]})");
@@ -128,8 +125,7 @@ TEST(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
 }
 
 // The shell makes the lines: what this process held would count as the child's memory.
-TEST(BatchCommand, MemoryDoesNotGrowWithLinesNorWithALineTooLong) {
-  const CliFolder folder;
+TEST_F(BatchCommand, MemoryDoesNotGrowWithLinesNorWithALineTooLong) {
   const ProgramRun many = folder.shell(
       "yes '{\"x\":['$(seq -s, 2000)']}' | head -n 3000 | $CLI batch --jobs 2 | wc -l");  // 30 MB
   EXPECT_EQ(many.out, "3000\n") << many.err;
@@ -146,8 +142,7 @@ TEST(BatchCommand, MemoryDoesNotGrowWithLinesNorWithALineTooLong) {
 }
 
 // Each line is answered as it comes; a reader that goes away ends the run.
-TEST(BatchCommand, IsAPartnerOnAPipe) {
-  const CliFolder folder;
+TEST_F(BatchCommand, IsAPartnerOnAPipe) {
   folder.write("talk",
                "mkfifo in; $CLI batch < in > out & exec 3> in\n"
                "for i in 1 2 3; do echo '{\"id\":'$i',\"x\":[5,6,9]}' >&3\n"

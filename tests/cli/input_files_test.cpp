@@ -6,13 +6,14 @@
 namespace tavlo {
 namespace {
 
-using test::CliFolder;
+using InputFiles = test::CliTest;
 using test::ProgramRun;
 
 /// What the command line may hold to refuse a file, its 256 MiB included.
 constexpr long most_kilobytes = 600 * 1024 * test::memory_factor;
 
-void expect_file_fault(const CliFolder& folder, const std::string& file, const std::string& what) {
+void expect_file_fault(const test::CliFolder& folder, const std::string& file,
+                       const std::string& what) {
   for (const char* command : {"fit", "rank"}) {
     const ProgramRun run = folder.run({command, file});
     EXPECT_EQ(run.code, 3) << file;
@@ -22,7 +23,7 @@ void expect_file_fault(const CliFolder& folder, const std::string& file, const s
   }
 }
 
-TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
+TEST_F(InputFiles, EachBadTextIsRefusedWithItsLine) {
   using namespace std::string_literals;
   struct Case {
     std::string bytes;
@@ -33,7 +34,6 @@ TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
       {" \n\n  \n", ":4: there is no data, only blank lines or remarks"},
       {"time,fails\n5,1\n6,one\n", ":3: 'one' is not a number"},
       {"5\nsix\n", ":2: 'six' is not a number"},
-      {"5\n0\n", ":2: a time can't be 0"},
       {"x,status\n5,F\n-3,F\n", ":3: a time can't be negative"},
       {"5\nNaN\n", ":2: 'NaN' is not a number"},
       {"5\n1e999\n", ":2: the time '1e999' is out of range (1.2e-38 to 3.4e+38)"},
@@ -47,15 +47,13 @@ TEST(InputFiles, EachBadTextIsRefusedWithItsLine) {
       {"x,status\n\x1B[31m5,F\n", ":2: '\\x1B[31m5' is not a number"},
       {"x,comment\n1,\"" + std::string(100'000, 'a'), ":2: the line is too long"},
   };
-  const CliFolder folder;
   for (const Case& row : cases) {
     folder.write("data", row.bytes);
     expect_file_fault(folder, "data", row.what);
   }
 }
 
-TEST(InputFiles, WhatGivesNoDataIsRefused) {
-  const CliFolder folder;
+TEST_F(InputFiles, WhatGivesNoDataIsRefused) {
   folder.write("zeros", "");
   std::filesystem::resize_file(folder.path("zeros"), std::uintmax_t{1} << 30);
   expect_file_fault(folder, "zeros", ": the file is too large (at most 256 MiB)");
@@ -66,8 +64,7 @@ TEST(InputFiles, WhatGivesNoDataIsRefused) {
 }
 
 // What a pipe gives is what a file gives.
-TEST(InputFiles, WhateverGivesBytesIsRead) {
-  const CliFolder folder;
+TEST_F(InputFiles, WhateverGivesBytesIsRead) {
   folder.write("d", "5\n7\n>9\n");
   const std::string fits = folder.run({"fit", "d", "--json"}).out;
   const std::string answers = fits.substr(fits.find("\"set\""));
@@ -81,8 +78,7 @@ TEST(InputFiles, WhateverGivesBytesIsRead) {
 }
 
 // By whatever name the data are named, an output doesn't overwrite them.
-TEST(InputFiles, AnOutputIsNoInput) {
-  const CliFolder folder;
+TEST_F(InputFiles, AnOutputIsNoInput) {
   folder.write("d.txt", "5\n7\n");
   folder.write("d.wmf", "5\n7\n");
   std::filesystem::create_symlink("d.txt", folder.path("link.txt"));
@@ -98,8 +94,7 @@ TEST(InputFiles, AnOutputIsNoInput) {
   EXPECT_EQ(folder.shell("$CLI fit - --log other.txt < d.txt").code, 0);
 }
 
-TEST(InputFiles, OutputThatCannotBeWrittenIsAFileFault) {
-  const CliFolder folder;
+TEST_F(InputFiles, OutputThatCannotBeWrittenIsAFileFault) {
   std::string text;
   for (int i = 1; i < 20000; ++i) text += std::to_string(i) + "\n";
   folder.write("d", text);
@@ -111,8 +106,7 @@ TEST(InputFiles, OutputThatCannotBeWrittenIsAFileFault) {
   EXPECT_NE(closed.err.find("its reader has gone away"), std::string::npos) << closed.err;
 }
 
-TEST(InputFiles, AnInterruptedRunEndsAtOnceAndLeavesNothing) {
-  const CliFolder folder;
+TEST_F(InputFiles, AnInterruptedRunEndsAtOnceAndLeavesNothing) {
   ASSERT_EQ(::mkfifo(folder.path("p").c_str(), 0600), 0);  // that nobody will write to
   for (const char* line : {"timeout --preserve-status -s INT 0.3 $CLI fit p --log log.txt",
                            "sleep 1 | timeout --preserve-status -s INT 0.3 $CLI batch"}) {
@@ -124,8 +118,7 @@ TEST(InputFiles, AnInterruptedRunEndsAtOnceAndLeavesNothing) {
 }
 
 // A name is data: what it holds must not reach a terminal or a file raw.
-TEST(InputFiles, ANameWithControlBytesIsShownHarmless) {
-  const CliFolder folder;
+TEST_F(InputFiles, ANameWithControlBytesIsShownHarmless) {
   const std::string name = "a\x1B[31m\x07\xC2\x9B\xFF";
   folder.write(name, "5\n7\n");
   const ProgramRun fit = folder.run({"fit", name});
@@ -137,25 +130,6 @@ TEST(InputFiles, ANameWithControlBytesIsShownHarmless) {
     EXPECT_EQ(text.find('\x1B'), std::string::npos) << text;
     EXPECT_EQ(text.find("\xC2\x9B"), std::string::npos) << text;
   }
-}
-
-TEST(InputFiles, StandardInputIsAFileOfItsOwn) {
-  const CliFolder folder;
-  EXPECT_EQ(folder.run({"rank", "-", "--json"}, "5\n>6\n").json().at(0).at("units"), 2);
-  EXPECT_EQ(folder.run({"rank", "-"}, "5\nx\n").err, "tavlo-cli: -:2: 'x' is not a number\n");
-}
-
-TEST(InputFiles, ABadFileDoesNotKeepTheOthersFromBeingDone) {
-  const CliFolder folder;
-  folder.write("one", "5\n");
-  folder.write("two", "5\n6\n");
-  const ProgramRun run = folder.run({"fit", "missing", "one", "two", "--json"});
-  EXPECT_EQ(run.code, 3);  // outweighs the refused fit of one point
-  const auto lines = run.json();
-  ASSERT_EQ(lines.size(), 3U);
-  EXPECT_EQ(lines[0].at("error"), "missing: there is no such file or folder");
-  EXPECT_EQ(lines[1].at("fits")[0].at("status"), 0);
-  EXPECT_EQ(lines[2].at("fits")[0].at("status"), 1);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // ProgramRun: one run of the real tavlo-cli, in a folder of its own.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -48,6 +50,11 @@ class CliFolder {
                          const std::string& input) const;
 
   std::filesystem::path folder_;
+};
+
+/// A test that runs the program in a folder of its own.
+struct CliTest : ::testing::Test {
+  const CliFolder folder;
 };
 
 /// The path of a data set that comes with the program.
