@@ -151,8 +151,7 @@ TEST(Metafile, NothingWrapsAround) {
 }
 
 TEST(Metafile, TextsAreAnsiAndTellWhatTheyLose) {
-  DrawingRecord drawing;
-  drawing.width = drawing.height = 100;
+  DrawingRecord drawing{100, 100, {}, {}};
   drawing.records = {Text{{1, 2}, "\u00E4\u20AC\u03A9"}, Text{{1, 2}, std::string(70000, 'y')}};
   std::string lost;
   const auto records = records_of(metafile_bytes(drawing, &lost));
