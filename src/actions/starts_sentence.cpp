@@ -16,6 +16,8 @@ std::string runner_up(const StartsReport& starts, bool likelihood) {
 
 std::string starts_sentence(const FitResult& fit) {
   if (!fit.starts || fit.starts->tried < 2) return "";
+  if (fit.proof && fit.proof->kind == Proof::Kind::flat)
+    return "No better optimum from " + std::to_string(fit.starts->tried) + " starts.";
   return std::to_string(fit.starts->agreed) + " of " + std::to_string(fit.starts->tried) +
          " starts ended at this optimum" + runner_up(*fit.starts, fit.Method == method_code::mle);
 }

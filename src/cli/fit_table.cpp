@@ -120,6 +120,9 @@ void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
 std::string starts_line(const FitOutcome& outcome) {
   const StartsReport& starts = *outcome.answer.fit()->starts;
   const bool likelihood = outcome.request.method == method_code::mle;
+  const auto& proof = outcome.answer.fit()->proof;
+  const bool flat = proof && proof->kind == Proof::Kind::flat;
+  if (flat) return "no better optimum from " + std::to_string(starts.tried) + " starts";
   std::string line = "found from " + std::to_string(starts.agreed) + " of " +
                      std::to_string(starts.tried) + " starts";
   if (starts.runner_up)

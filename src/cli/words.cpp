@@ -123,7 +123,9 @@ Words words_of(const Note& note, const WordContext& context) {
     case NoteCode::unconfirmed:
       return {"unconfirmed", "the best answer was found from one start only"};
     case NoteCode::no_second_population:
-      return {"no-second-population", "no second population: the same as " + other_name};
+      return {"no-second-population",
+              std::string(note.model == model_code::weibull2 ? "no second" : "no further") +
+                  " population: the same as " + other_name};
     case NoteCode::share_at_bound:
       return {"share-at-bound",
               "a share stands at its bound of " + number(100 * value(v, 0)) + " %"};

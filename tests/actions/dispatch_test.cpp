@@ -109,13 +109,11 @@ TEST(Dispatch, AnOldFitThatIsRefusedOnNewDataShowsNoNumbers) {
 
 TEST(Dispatch, NegativeTimesAreNamedBeforeASlopeIsAskedFor) {
   FitWorld world({{-5}, {200}, {300}});
-  for (const std::int16_t code : std::initializer_list<std::int16_t>{98, 674, 802, 1216}) {
-    const Model& model = *find_model(code);
+  for (const std::int16_t code : {model_code::weibayes, model_code::by_failure_mode}) {
     world.prompts.expect_box("Negative times", std::string("Row 1: Data X is -5.  The model ") +
-                                                   model.long_name +
+                                                   find_model(code)->long_name +
                                                    " needs times above 0.\nFit Cancelled");
     world.fit(code);
-    world.prompts.verify();
   }
 }
 
@@ -126,17 +124,11 @@ TEST(Dispatch, TheSlopeEnteredChoosesTheModelAndKeepsAllItsDigits) {
     int code;
     double slope;
   };
-  const Entry entries[] = {{"1", 674, 1},
-                           {"-2", 738, 2},
-                           {"1.0000004", 802, 1.0000004},
-                           {"2.3456789", 802, 2.3456789},
-                           {"5e-1", 802, 0.5},
-                           {"0", 0, 0},
-                           {"", 0, 0},
-                           {"abc", 0, 0},
-                           {std::nullopt, 0, 0}};
-  for (const Entry& entry : entries)
-    for (const std::int16_t asked : std::initializer_list<std::int16_t>{674, 738, 802}) {
+  const std::optional<std::string> cancelled;
+  for (const Entry& entry : {Entry{"1", 674, 1}, Entry{"-2", 738, 2}, Entry{"5e-1", 802, 0.5},
+                             Entry{"1.0000004", 802, 1.0000004}, Entry{"0", 0, 0}, Entry{"", 0, 0},
+                             Entry{"abc", 0, 0}, Entry{cancelled, 0, 0}})
+    for (const std::int16_t asked : {model_code::exponential, model_code::weibayes}) {
       SCOPED_TRACE(entry.text.value_or("(cancelled)"));
       FitWorld world(five);
       world.prompts.expect_line("Enter Weibull Slope", entry.text);
@@ -160,24 +152,26 @@ TEST(Dispatch, AnotherSlopeIsFittedInItsPlaceAndARefitAsksForNone) {
   };
   EXPECT_TRUE(fit_with("3.25"));
   EXPECT_FALSE(fit_with("3.25"));
-  EXPECT_TRUE(fit_with("4"));
+  EXPECT_TRUE(fit_with("2.3456789"));
   EXPECT_EQ(world.fits().nFits, 1);
   world.put({{90}, {200}, {310}});
   refit_all(world.session, 1, 1);
-  EXPECT_EQ(world.record(1).Rows(1).Shape, 4);
+  EXPECT_EQ(world.record(1).Rows(1).Shape, 2.3456789);
   EXPECT_TRUE(is_current(world.record(1), world.data()));
 }
 
 TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
-  FitWorld world({{10, 1, 0, 1}, {20, 1, 0, 2}, {30, 1, 0, 1}, {35, 1, 0, 3}, {40, 0, 1}});
+  FitWorld world({{10, 1, 0, 1}, {20, 1, 0, 2}, {30, 1, 0, 1}, {35, 1, 0, 3}});
   world.data().ModeNames(2) = "seal {2}";
+  const std::string of = "For the failure mode:  ";
   world.prompts.expect_box("", "Fit_ByMode model not programmed yet");
-  for (const char* mode : {"seal {2}", "mode3"})
-    world.prompts.expect_box("Only One Failure for Mode",
-                             std::string("For the failure mode:  ") + mode +
-                                 "\nThere is only one failure and right-tail suspensions.  A Rank "
-                                 "Regression fit cannot be calculated.  MLE will be used\nFor this "
-                                 "failure mode.");
+  world.prompts.expect_box("Only One Failure for Mode",
+                           of + "seal {2}\nThere is only one failure and right-tail suspensions.  "
+                                "A Rank Regression fit cannot be calculated.  MLE will be used\n"
+                                "For this failure mode.");
+  world.prompts.expect_box("Insufficient Data",
+                           of + "mode3\nThere is only one failure and no right-tail suspensions.  "
+                                "A Fit by Failure Mode cannot be calculated.");
   world.fit(1216);
   ASSERT_EQ(world.fits().nFits, 1);
   ASSERT_EQ(world.record(1).nRows, 3);
@@ -185,27 +179,17 @@ TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
   ASSERT_EQ(world.grid().rows(), 4);
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal {2}");
   EXPECT_TRUE(world.grid().text(2, fit_column::quality).starts_with("-")) << "its own ln L";
+  EXPECT_EQ(world.grid().text(3, fit_column::scale), "not determined");
+  EXPECT_NE(notes_at(world.session, 1, 1).find("Failure mode mode3 is not fitted: "),
+            std::string::npos);
   const std::string log = world.log();
-  EXPECT_NE(log.find("FM/rr\tN= 5 /S= 1\nFailure mode: mode1\tr^2= \t1\n eta: \t"),
+  EXPECT_NE(log.find("FM/rr\tN= 4 /S= 0\nFailure mode: mode1\tr^2= \t1\n eta: \t"),
             std::string::npos)
       << log;
   EXPECT_NE(log.find("Failure mode: seal {2}\tLn(L)= \t-"), std::string::npos) << log;
   world.data().ModeNames(2) = "seal";
   Load_Fit(world.session, 1);
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal") << "no ghost";
-}
-
-TEST(Dispatch, AModeThatCanNotBeFittedIsNamedAndTheOthersStand) {
-  FitWorld world({{10, 1, 0, 1}, {20, 1, 0, 1}, {30, 1, 0, 2}});
-  world.prompts.expect_box("", "Fit_ByMode model not programmed yet");
-  world.prompts.expect_box("Insufficient Data",
-                           "For the failure mode:  mode2\nThere is only one failure and no "
-                           "right-tail suspensions.  A Fit by Failure Mode cannot be calculated.");
-  world.fit(1216);
-  ASSERT_EQ(world.fits().nFits, 1);
-  EXPECT_EQ(world.grid().text(2, fit_column::scale), "not determined");
-  EXPECT_NE(notes_at(world.session, 1, 1).find("Failure mode mode2 is not fitted: "),
-            std::string::npos);
 }
 
 // A slope below 1: the likelihood rises as the minimum life comes up to the first failure.

@@ -36,49 +36,40 @@ std::string logged(const FitResult& fit) {
 }
 
 TEST(PostFitLog, SaysEachFamilyInItsOwnWords) {
-  struct Row {
+  struct Case {
     std::int16_t code, method;
-    FitParam row;
-    std::string name, quality, parameters;
+    std::vector<FitParam> rows;
+    std::string text;
   };
-  const Row rows[] = {
-      {98, 1, {0.002, 1, 1.5, 0, 1}, "W/MLE", "Ln(L)", " eta: \t500\tbeta: \t1.5\n"},
+  const std::string units = "\tN= 12 /S= 2\n", likelihood = "Ln(L)= \t-0.8765432",
+                    r_squared = "r^2= \t-0.8765432";
+  const std::string mixed = "W5C/MLE" + units + likelihood +
+                            "\nPopulations:\n\t1:   25.00000%\n\t2:   75.00000%\n"
+                            "Applies to Pop: 1\n eta: \t100\tbeta: \t1\nApplies to Pop: 1,2\n";
+  const FitParam weibull = {0.002, 1, 1.5, 0, 1}, early = {0.01, 0.25, 1, 0, 1};
+  const Case cases[] = {
+      {98, 1, {weibull}, "W/MLE" + units + likelihood + " eta: \t500\tbeta: \t1.5\n\n"},
       {162,
        0,
-       {0.002, 1, 1.5, 7.25, 1},
-       "W3T/rr",
-       "r^2",
-       " eta: \t500\tbeta: \t1.5\n  t0: \t7.25\n"},
-      {857, 0, {100, 1, 0.5, 0, 1}, "N/rr", "r^2", " mu: \t100\tsigma: \t2\n"},
-      {922, 2, {100, 1, 0.5, 0, 1}, "LN/rrs", "r^2", " Med: \t100\tsigF: \t7.389056\n"},
-      {1137, 0, {0.01, 1, 20, 0, 1}, "G+/rr", "r^2", " Xi: \t100\tDel: \t20\n"}};
-  for (const auto& [code, method, row, name, quality, parameters] : rows)
-    EXPECT_EQ(logged(fit_of(code, method, {row})),
-              name + "\tN= 12 /S= 2\n" + quality + "= \t-0.8765432" + parameters + "\n");
-}
-
-TEST(PostFitLog, ListsPopulationsOnlyWhereThereAreSome) {
-  EXPECT_EQ(logged(fit_of(354, 1, {{0.01, 0.25, 1, 0, 1}, {0.001, 0.75, 3, 0, 3}})),
-            "W5C/MLE\tN= 12 /S= 2\nLn(L)= \t-0.8765432\nPopulations:\n"
-            "\t1:   25.00000%\n\t2:   75.00000%\n"
-            "Applies to Pop: 1\n eta: \t100\tbeta: \t1\n"
-            "Applies to Pop: 1,2\n eta: \t1000\tbeta: \t3\n\n");
-  EXPECT_EQ(logged(fit_of(290, 1, {{0.01, 1, 1, 0, 1}, {0.001, 0, 3, 0, 1}})).find("Populations:"),
-            std::string::npos)
-      << "competing risks of one population";
-}
-
-TEST(PostFitLog, RowsThatTheFitClaimsButLacksAreNotRead) {
-  FitResult fit = fit_of(98, 0, {{0.002, 1, 1.5, 0, 1}});
-  fit.nRows = 3;
-  EXPECT_NE(logged(fit).find("beta: \t1.5\n\n"), std::string::npos);
-}
-
-TEST(PostFitLog, APopulationThatNoFailureReachesIsNotDetermined) {
-  const std::string text =
-      logged(fit_of(354, 1, {{0.01, 0.25, 1, 0, 1}, {unreached_scale, 0.75, 1, 0, 3}}));
-  EXPECT_NE(text.find(" eta: \tnot determined\tbeta: \tnot determined\n\n"), std::string::npos)
-      << text;
+       {{0.002, 1, 1.5, 7.25, 1}},
+       "W3T/rr" + units + r_squared + " eta: \t500\tbeta: \t1.5\n  t0: \t7.25\n\n"},
+      {857, 0, {{100, 1, 0.5, 0, 1}}, "N/rr" + units + r_squared + " mu: \t100\tsigma: \t2\n\n"},
+      {922,
+       2,
+       {{100, 1, 0.5, 0, 1}},
+       "LN/rrs" + units + r_squared + " Med: \t100\tsigF: \t7.389056\n\n"},
+      {1137, 0, {{0.01, 1, 20, 0, 1}}, "G+/rr" + units + r_squared + " Xi: \t100\tDel: \t20\n\n"},
+      {354, 1, {early, {0.001, 0.75, 3, 0, 3}}, mixed + " eta: \t1000\tbeta: \t3\n\n"},
+      {354,
+       1,
+       {early, {unreached_scale, 0.75, 1, 0, 3}},
+       mixed + " eta: \tnot determined\tbeta: \tnot determined\n\n"}};
+  for (const Case& c : cases) EXPECT_EQ(logged(fit_of(c.code, c.method, c.rows)), c.text);
+  FitResult claims_more = fit_of(98, 1, {weibull});
+  claims_more.nRows = 3;
+  EXPECT_EQ(logged(claims_more), cases[0].text);
+  const FitResult risks = fit_of(290, 1, {{0.01, 1, 1, 0, 1}, {0.001, 0, 3, 0, 1}});
+  EXPECT_EQ(logged(risks).find("Populations:"), std::string::npos) << "risks of one population";
 }
 
 TEST(LoadFit, HeadingsFollowTheMixOfFamilies) {

@@ -115,7 +115,7 @@ TEST(InputFiles, AnInterruptedRunEndsAtOnceAndLeavesNothing) {
   const CliFolder folder;
   ASSERT_EQ(::mkfifo(folder.path("p").c_str(), 0600), 0);  // that nobody will write to
   for (const char* line : {"timeout --preserve-status -s INT 0.3 $CLI fit p --log log.txt",
-                           "sleep 5 | timeout --preserve-status -s INT 0.3 $CLI batch"}) {
+                           "sleep 1 | timeout --preserve-status -s INT 0.3 $CLI batch"}) {
     const ProgramRun run = folder.shell(line);
     EXPECT_EQ(run.code, 130) << line;
     EXPECT_EQ(run.err, "tavlo-cli: interrupted\n");

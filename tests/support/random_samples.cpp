@@ -19,14 +19,14 @@ float inspected(double time) {
                             inspection_interval);
 }
 
-void sort_rows(std::vector<SampleRow>& rows) {
+void sort_rows(Rows& rows) {
   std::stable_sort(rows.begin(), rows.end(), [](const SampleRow& a, const SampleRow& b) {
     return a.time != b.time ? a.time < b.time : a.failures > b.failures;
   });
 }
 
 /// All units still alive at the quantile `share` are stopped there.
-void stop_at(std::vector<SampleRow>& rows, double share) {
+void stop_at(Rows& rows, double share) {
   const auto last = static_cast<std::size_t>(share * static_cast<double>(rows.size()));
   const float limit = rows[std::min(last, rows.size() - 1)].time;
   for (SampleRow& row : rows) {
@@ -38,8 +38,8 @@ void stop_at(std::vector<SampleRow>& rows, double share) {
 }
 
 /// Rows of one time and kind become one with a count.
-std::vector<SampleRow> counted(const std::vector<SampleRow>& rows) {
-  std::vector<SampleRow> made;
+Rows counted(const Rows& rows) {
+  Rows made;
   for (const SampleRow& row : rows) {
     const bool same = !made.empty() && made.back().time == row.time &&
                       (made.back().failures > 0) == (row.failures > 0);
@@ -124,8 +124,49 @@ Life random_life(RandomNumbers& random, std::int16_t model) {
   return weibull(wear_out, eta);
 }
 
-std::vector<SampleRow> draws(RandomNumbers& random, const Life& life, int n, double suspended) {
-  std::vector<SampleRow> rows;
+Rows weibull_rows(RandomNumbers& random, int count, double beta, double eta,
+                  const RowKinds& kinds) {
+  Rows rows;
+  for (int i = 0; i < count; ++i) {
+    const double time = std::max(random.weibull(beta, eta), 1e-30);
+    SampleRow row{to_digits(time, kinds.digits), random.chance(0.2) ? random.whole(2, 5) : 1.0};
+    if (kinds.fractions && random.chance(0.3)) row.failures = random.whole(1, 11) * 0.25;
+    if (random.chance(kinds.share_suspended)) {
+      const bool part = kinds.fractions && random.chance(0.3);
+      row.suspensions = part ? random.uniform(0.1, 3) : random.whole(1, 3);
+      if (random.chance(0.8)) row.failures = 0;
+    }
+    if (kinds.modes > 0) row.mode = static_cast<std::int16_t>(random.whole(0, kinds.modes));
+    rows.push_back(row);
+  }
+  std::stable_sort(rows.begin(), rows.end(), [](auto& a, auto& b) { return a.time < b.time; });
+  return rows;
+}
+
+Rows failures_at(const std::vector<double>& times) {
+  Rows rows;
+  for (const double time : times) rows.push_back({static_cast<float>(time), 1, 0, 0});
+  return rows;
+}
+
+void shuffle(RandomNumbers& random, Rows& rows) {
+  for (int i = static_cast<int>(rows.size()) - 1; i > 0; --i)
+    std::swap(rows[static_cast<std::size_t>(i)],
+              rows[static_cast<std::size_t>(random.whole(0, i))]);
+}
+
+Rows in_unit(Rows rows, int exponent) {
+  for (SampleRow& row : rows) row.time = std::ldexp(row.time, exponent);
+  return rows;
+}
+
+Rows weighted(Rows rows, double factor) {
+  for (SampleRow& row : rows) row.failures *= factor, row.suspensions *= factor;
+  return rows;
+}
+
+Rows draws(RandomNumbers& random, const Life& life, int n, double suspended) {
+  Rows rows;
   rows.reserve(static_cast<std::size_t>(n));
   for (int i = 0; i < n; ++i) {
     const double time = random.time_of(life);

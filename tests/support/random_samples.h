@@ -11,6 +11,8 @@
 
 namespace tavlo::test {
 
+using Rows = std::vector<SampleRow>;
+
 class RandomNumbers {
  public:
   explicit RandomNumbers(std::uint64_t seed) : random_(seed) {}
@@ -40,13 +42,33 @@ Life random_life(RandomNumbers& random, std::int16_t model);
 /// A sample with the life that it was drawn from.
 struct DrawnSample {
   Life truth;
-  std::vector<SampleRow>
-      rows;  ///< ascending, equal rows as one with a count where `ties` made them
+  Rows rows;  ///< ascending, equal rows as one with a count where `ties` made them
 };
+
+struct RowKinds {
+  int digits = 4;  ///< significant digits of the times: few make ties
+  double share_suspended = 0;
+  bool fractions = false;  ///< of units
+  int modes = 0;
+};
+
+/// Rows of a Weibull in ascending order: suspensions before, between and behind the
+/// failures, some counts above 1.
+Rows weibull_rows(RandomNumbers& random, int count, double beta, double eta,
+                  const RowKinds& kinds = {});
+
+/// Failures of one unit each.
+Rows failures_at(const std::vector<double>& times);
+
+void shuffle(RandomNumbers& random, Rows& rows);
+
+/// The same rows in a unit of time 2^exponent smaller, and as `factor` times as many units.
+Rows in_unit(Rows rows, int exponent);
+Rows weighted(Rows rows, double factor);
 
 /// n times of a life to 7 digits; by chance `suspended` each unit is stopped at a draw of
 /// its own from the same life.
-std::vector<SampleRow> draws(RandomNumbers& random, const Life& life, int n, double suspended = 0);
+Rows draws(RandomNumbers& random, const Life& life, int n, double suspended = 0);
 
 /// 15 to `most` units of a random life of the model: some with ties (two digits), some by
 /// inspections every 250, up to 60 % suspended.

@@ -1,73 +1,72 @@
 #include "support/reference_book.h"
 
 #include <algorithm>
+#include <boost/math/distributions/normal.hpp>
 #include <cmath>
 #include <limits>
 #include <numbers>
+
+#include "support/random_samples.h"
 
 namespace tavlo::test {
 namespace {
 
 constexpr Number never = -std::numeric_limits<Number>::infinity();
 
-bool is_weibull(const Life& life) { return find_model(life.model)->family == Family::weibull; }
+bool is_weibull(const Life& life) {
+  return life.model == model_code::by_failure_mode ||
+         find_model(life.model)->family == Family::weibull;
+}
 bool has_share(const Life& life) {
   return life.model == model_code::weibull5c || life.model == model_code::weibull7;
 }
 
-Number ln_sum_of_exponents(const Numbers& terms) {
-  const Number largest = *std::max_element(terms.begin(), terms.end());
-  if (largest == never) return never;
-  Number sum = 0;
-  for (const Number term : terms) sum += std::exp(term - largest);
-  return largest + std::log(sum);
+/// ln(exp(a) + exp(b)).
+Number ln_sum(Number a, Number b) {
+  const Number larger = std::max(a, b);
+  return larger == never ? never : larger + std::log1p(std::exp(std::min(a, b) - larger));
 }
 
 /// Cumulative hazard of one population, and ln of its rate.
 Number hazard(const FitParam& row, Number t) {
-  if (is_unreached(row) || t <= row.T0) return 0;
+  if (is_unreached(row) || row.Scale == 0 || t <= row.T0) return 0;
   return std::exp(row.Shape * std::log((t - row.T0) * row.Scale));
 }
 Number ln_rate(const FitParam& row, Number t) {
-  if (is_unreached(row) || t <= row.T0) return never;
+  if (is_unreached(row) || row.Scale == 0 || t <= row.T0) return never;
   const Number z = (t - row.T0) * row.Scale;
   return std::log(Number(row.Shape)) + std::log(Number(row.Scale)) + (row.Shape - 1) * std::log(z);
 }
 
-/// Units that carry the same risks: the share of all units, and the rows that act.
-struct SubPopulation {
-  Number ln_share;
-  std::vector<std::size_t> rows;
-};
-
-std::vector<SubPopulation> sub_populations(const Life& life) {
-  std::vector<SubPopulation> all;
-  const std::size_t count = has_share(life) ? 2 : 1;
-  for (std::size_t i = 0; i < count; ++i) {
-    SubPopulation part{count == 1 ? 0 : std::log(Number(life.rows[i].Fraction)), {}};
-    for (std::size_t j = 0; j < life.rows.size(); ++j)
-      if (count == 1 || (life.rows[j].Applies & (1 << i))) part.rows.push_back(j);
-    all.push_back(part);
-  }
-  return all;
+/// Units that carry the same risks are a sub-population: of a mixture, that of row i.
+bool acts(const Life& life, const FitParam& row, int i) {
+  return !has_share(life) || (row.Applies & (1 << i));
 }
 
-Number ln_alive(const Life& life, const SubPopulation& part, Number t) {
-  Number sum = part.ln_share;
-  for (const std::size_t j : part.rows) sum -= hazard(life.rows[j], t);
+/// ln of the share of all units that are alive in sub-population i.
+Number ln_alive(const Life& life, int i, Number t) {
+  Number sum =
+      has_share(life) ? std::log(Number(life.rows[static_cast<std::size_t>(i)].Fraction)) : 0;
+  for (const FitParam& row : life.rows)
+    if (acts(life, row, i)) sum -= hazard(row, t);
   return sum;
 }
 
-/// ln of the part of the density that row j brings.
-Number ln_part(const Life& life, const std::vector<SubPopulation>& parts, std::size_t j, Number t) {
-  Numbers terms = {never};
-  for (const SubPopulation& part : parts)
-    if (std::find(part.rows.begin(), part.rows.end(), j) != part.rows.end())
-      terms.push_back(ln_alive(life, part, t) + ln_rate(life.rows[j], t));
-  return ln_sum_of_exponents(terms);
+/// ln of the part of the density that a row brings.
+Number ln_part(const Life& life, const FitParam& row, Number t) {
+  Number alive = never;
+  for (int i = 0; i < (has_share(life) ? 2 : 1); ++i)
+    if (acts(life, row, i)) alive = ln_sum(alive, ln_alive(life, i, t));
+  return alive + ln_rate(row, t);
 }
 
-Number normal_upper_tail(Number z) { return std::erfc(z / std::sqrt(Number(2))) / 2; }
+/// ln(1 - exp(a)) of a negative a.
+Number ln_rest(Number a) { return a < -1 ? std::log1p(-std::exp(a)) : std::log(-std::expm1(a)); }
+
+Number ln_normal_upper_tail(Number z) {
+  const Number half = std::erfc(std::fabs(z) / std::sqrt(Number(2))) / 2;
+  return z < 0 ? std::log1p(-half) : std::log(half);
+}
 Number ln_normal_density(Number z) {
   return -z * z / 2 - std::log(2 * std::numbers::pi_v<Number>) / 2;
 }
@@ -80,18 +79,18 @@ Tail one_row(const Life& life, Number t) {
   const FitParam& row = life.rows.front();
   if (life.model == model_code::normal) {
     const Number z = (t - row.Scale) * row.Shape;
-    return {std::log(normal_upper_tail(z)), ln_normal_density(z) + std::log(Number(row.Shape))};
+    return {ln_normal_upper_tail(z), ln_normal_density(z) + std::log(Number(row.Shape))};
   }
   if (find_model(life.model)->family == Family::lognormal) {
     if (t <= row.T0) return {0, never};
     const Number z = std::log((t - row.T0) / row.Scale) * row.Shape;
-    return {std::log(normal_upper_tail(z)),
+    return {ln_normal_upper_tail(z),
             ln_normal_density(z) + std::log(Number(row.Shape)) - std::log(t - row.T0)};
   }
   const Number z = (t - 1 / Number(row.Scale)) / row.Shape;
   const Number ln_del = std::log(Number(row.Shape));
   if (life.model == model_code::gumbel_lower) return {-std::exp(z), z - std::exp(z) - ln_del};
-  return {std::log(-std::expm1(-std::exp(-z))), -z - std::exp(-z) - ln_del};
+  return {ln_rest(-std::exp(-z)), -z - std::exp(-z) - ln_del};
 }
 
 Number outer(const Sample& sample, std::size_t i) {
@@ -119,15 +118,32 @@ Number ln_time_at(const Life& life, Number y, Number x) {
   return x;
 }
 
-/// Sum of squares about the mean, or nothing of all-equal values.
-Number spread(const Numbers& values, const Numbers& weights) {
-  Number total = 0, mean = 0, sum = 0;
-  for (std::size_t i = 0; i < values.size(); ++i)
-    total += weights[i], mean += weights[i] * values[i];
-  mean /= total;
-  for (std::size_t i = 0; i < values.size(); ++i)
-    sum += weights[i] * (values[i] - mean) * (values[i] - mean);
-  return sum;
+struct PaperPoint {
+  Number weight, x, y;
+};
+
+/// Means and centred sums of products.
+struct LineSums {
+  Number x_mean = 0, y_mean = 0, xx = 0, xy = 0, yy = 0;
+
+  explicit LineSums(const std::vector<PaperPoint>& points) {
+    Number n = 0;
+    for (const auto& p : points) n += p.weight, x_mean += p.weight * p.x, y_mean += p.weight * p.y;
+    x_mean /= n, y_mean /= n;
+    for (const auto& p : points) {
+      xx += p.weight * (p.x - x_mean) * (p.x - x_mean);
+      xy += p.weight * (p.x - x_mean) * (p.y - y_mean);
+      yy += p.weight * (p.y - y_mean) * (p.y - y_mean);
+    }
+  }
+};
+
+/// Quantiles of the model's distribution in standard form.
+Number paper_ordinate(const Model& model, Number F) {
+  if (model.code == model_code::gumbel_upper) return -std::log(-std::log(F));
+  if (model.y_scale() == y_scale::normal)
+    return boost::math::quantile(boost::math::normal_distribution<Number>(), F);
+  return std::log(-std::log1p(-F));
 }
 
 }  // namespace
@@ -143,10 +159,9 @@ Number ln_reliability_of(const Life& life, Number t) {
 
 Number ln_density_of(const Life& life, Number t) {
   if (!is_weibull(life)) return one_row(life, t).ln_density;
-  const std::vector<SubPopulation> parts = sub_populations(life);
-  Numbers terms;
-  for (std::size_t j = 0; j < life.rows.size(); ++j) terms.push_back(ln_part(life, parts, j, t));
-  return ln_sum_of_exponents(terms);
+  Number sum = never;
+  for (const FitParam& row : life.rows) sum = ln_sum(sum, ln_part(life, row, t));
+  return sum;
 }
 
 Number ln_likelihood_of(const Life& life, const Sample& sample, bool with_suspensions) {
@@ -161,7 +176,7 @@ Number ln_likelihood_of(const Life& life, const Sample& sample, bool with_suspen
 }
 
 Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method) {
-  Numbers values, weights;
+  std::vector<PaperPoint> points;
   Number squares = 0;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
@@ -171,10 +186,54 @@ Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method)
     const bool along_time = method == method_code::x_on_y;
     const Number miss = along_time ? ln_time_at(life, y, x) - x : ordinate(life, t) - y;
     squares += sample.failures[i] * miss * miss;
-    values.push_back(along_time ? x : y);
-    weights.push_back(sample.failures[i]);
+    points.push_back({sample.failures[i], x, y});
   }
-  return 1 - squares / spread(values, weights);
+  const LineSums sums(points);
+  return 1 - squares / (method == method_code::x_on_y ? sums.xx : sums.yy);
+}
+
+PaperLine line_of(const Sample& sample, const Model& model, std::int16_t method, Number t0,
+                  Number given_slope) {
+  std::vector<PaperPoint> points;
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    const Number x = outer(sample, i) - t0;
+    if (sample.failures[i] > 0)
+      points.push_back({sample.failures[i], model.x_scale() == x_scale::log ? std::log(x) : x,
+                        paper_ordinate(model, sample.rank[i])});
+  }
+  const LineSums s(points);
+  const bool y_on_x = method == method_code::y_on_x;
+  const Number slope = given_slope > 0 ? given_slope : y_on_x ? s.xy / s.xx : s.yy / s.xy;
+  const Number place = s.x_mean - s.y_mean / slope;
+  const Number off = s.yy - 2 * slope * s.xy + slope * slope * s.xx;
+  const Number r_squared = 1 - (y_on_x ? off / s.yy : off / (slope * slope) / s.xx);
+  switch (model.family) {
+    case Family::normal: return {place, slope, r_squared};
+    case Family::lognormal: return {std::exp(place), slope, r_squared};
+    case Family::gumbel: return {1 / place, 1 / slope, r_squared};
+    default: return {std::exp(-place), slope, r_squared};
+  }
+}
+
+Life best_weibull(const Sample& sample, bool with_suspensions, double t0, Number given_slope) {
+  const Number last = std::log(outer(sample, sample.size() - 1) - t0);
+  Number low = given_slope > 0 ? std::log(given_slope) : -6;
+  Number high = given_slope > 0 ? low : 8, beta = 0, scale = 0;  // low and high: ln beta
+  for (int turn = 0; turn < 60; ++turn) {
+    beta = std::exp((low + high) / 2);
+    Number n = 0, logs = 0, powers = 0, both = 0;
+    for (std::size_t i = 0; i < sample.size(); ++i) {
+      const Number failed = sample.failures[i];
+      const Number all = failed + (with_suspensions ? sample.suspensions[i] : 0);
+      if (!(all > 0)) continue;
+      const Number x = std::log(outer(sample, i) - t0) - last, power = all * std::exp(beta * x);
+      n += failed, logs += failed * x, powers += power, both += power * x;
+    }
+    (n / beta + logs - n * both / powers > 0 ? low : high) = std::log(beta);
+    scale = std::pow(n / powers, 1 / beta) / std::exp(last);
+    if (given_slope > 0) break;
+  }
+  return weibull(static_cast<double>(beta), static_cast<double>(1 / scale), t0);
 }
 
 Number quality_of(const Life& life, const Sample& sample, const FitRequest& request) {
@@ -185,13 +244,12 @@ Number quality_of(const Life& life, const Sample& sample, const FitRequest& requ
 }
 
 Numbers expected_failures_of(const Life& life, const Sample& sample) {
-  const std::vector<SubPopulation> parts = sub_populations(life);
   Numbers held(life.rows.size(), 0);
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
     const Number t = outer(sample, i), whole = ln_density_of(life, t);
     for (std::size_t j = 0; j < life.rows.size(); ++j)
-      held[j] += sample.failures[i] * std::exp(ln_part(life, parts, j, t) - whole);
+      held[j] += sample.failures[i] * std::exp(ln_part(life, life.rows[j], t) - whole);
   }
   return held;
 }

@@ -29,6 +29,19 @@ Number ln_likelihood_of(const Life& life, const Sample& sample, bool with_suspen
 /// life has one. X on Y measures along ln t, Y on X along the ordinate.
 Number r_squared_of(const Life& life, const Sample& sample, std::int16_t method);
 
+/// The row that a weighted least-squares line on the model's paper stands for, about the
+/// means, and its r squared: of times from t0 on, of a slope where one is given.
+struct PaperLine {
+  Number scale, shape, r_squared;
+};
+PaperLine line_of(const Sample& sample, const Model& model, std::int16_t method, Number t0 = 0,
+                  Number given_slope = 0);
+
+/// The Weibull of the highest likelihood from t0 on, of a slope where one is given: the root
+/// of the likelihood equation by bisection.
+Life best_weibull(const Sample& sample, bool with_suspensions, double t0 = 0,
+                  Number given_slope = 0);
+
 /// What the request wants to be large: ln L or r squared. The suspensions take part in the
 /// likelihood of a searched model (W3T, W4P, W5C, W7P) only where the request says so, in
 /// that of any other always.

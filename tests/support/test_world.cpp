@@ -132,9 +132,4 @@ DataSet make_data(const std::vector<Point>& points) {
   return data;
 }
 
-double relative_difference(double a, double b) {
-  const double larger = std::max(std::fabs(a), std::fabs(b));
-  return larger == 0.0 ? 0.0 : std::fabs(a - b) / larger;
-}
-
 }  // namespace tavlo::test

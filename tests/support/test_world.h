@@ -11,6 +11,7 @@
 
 #include "ports/ports.h"
 #include "project/session.h"
+#include "support/relative_difference.h"
 
 namespace tavlo::test {
 
@@ -177,8 +178,5 @@ struct TestWorld {
 
 /// A data set of the points, in the order given; modes get the names "mode1"...
 DataSet make_data(const std::vector<Point>& points);
-
-/// |a - b| relative to the larger of the two; 0 when both are 0.
-double relative_difference(double a, double b);
 
 }  // namespace tavlo::test

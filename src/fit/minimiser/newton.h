@@ -34,8 +34,7 @@ struct Terrain {
   std::function<bool(const SmallVector& q)> inside;
   double small_gain = 1e-9;  ///< a decrement below it ends a run
   int most_steps = 80;
-  bool judged =
-      true;  ///< false: the end is only a point on the way, kind and curvature don't matter
+  bool judged = true;  ///< false: the end is a point on the way, its kind doesn't matter
 };
 
 struct MinimiserEnd {

@@ -21,6 +21,8 @@ void finish(MixtureRows& rows) {
   rows.mean_x = sum_x / f.total;
   rows.mean_y = sum_y / f.total;
   rows.spread_x = rows.spread_y = 0;
+  // The mean of equal times may be off by its rounding, which is no spread.
+  if (f.count == 0 || f.x.front() == f.x[f.count - 1]) return;
   for (std::size_t i = 0; i < f.count; ++i) {
     rows.spread_x += f.w[i] * (f.x[i] - rows.mean_x) * (f.x[i] - rows.mean_x);
     rows.spread_y += f.w[i] * (f.y[i] - rows.mean_y) * (f.y[i] - rows.mean_y);

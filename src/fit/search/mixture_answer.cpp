@@ -52,7 +52,9 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
     if (best.exists && best.optimum.value <= inner.optimum.value) continue;
     best.exists = true;
     best.optimum = inner.optimum;
-    best.of_model = best.contained_model = inner.of_model;
+    best.of_model = inner.of_model;
+    if (inner.of_model == model) continue;  // the model itself, at its edge
+    best.contained_model = inner.of_model;
     best.contained_value = inner.optimum.value;
   }
   ground.value = best.optimum.value;
@@ -60,7 +62,9 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
       search_optima(task.rows, populations_of(model), ground, task.options, task.companion);
   if (best.outcome.optima.empty()) return best;
   const Optimum& own = best.outcome.optima.front().optimum;
-  if (best.exists && own.value >= best.optimum.value) return best;
+  // A contained optimum cut in two stands as high, but for the rounding.
+  const double least = best.optimum.value - proving_gain(task.rows);
+  if (best.exists && own.value >= least) return best;
   best.exists = true;
   best.optimum = own;
   best.of_model = model;
@@ -90,7 +94,9 @@ Best best_share_alone(const Task& task) {
     start.q[1] = task.rows.mean_x;
     start.q[2] = logit(std::clamp(share, 0.002, 0.99));
     const auto optimum = optimum_from(task.rows, start, fence);
-    if (!optimum || optimum->at_bound) continue;
+    // At the upper bound of the share it is one Weibull of all units; at the lower one the
+    // failures are fewer still, and all units as one Weibull may be far worse.
+    if (!optimum || (optimum->at_bound && optimum->point.share() > 0.5)) continue;
     if (best.exists && best.optimum.value <= optimum->value) continue;
     best.exists = true;
     best.optimum = *optimum;
@@ -110,16 +116,24 @@ Best best_mixture(const Task& task, std::int16_t model) {
   return best_of(task, model, inner);
 }
 
-StartsReport starts_of(const Best& best, const Task& task) {
+StartsReport starts_of(const Best& best, const Task& task, std::int16_t model) {
   StartsReport report;
   report.tried = best.outcome.tried;
+  if (best.of_model != model) {  // the contained model's answer counts as one start
+    report.agreed = 1;
+    if (!best.outcome.optima.empty())
+      report.runner_up = quality_of(task.rows, best.outcome.optima.front().optimum.value);
+    return report;
+  }
   const auto outer = [&](double value) { return quality_of(task.rows, value); };
   for (const FoundOptimum& found : best.outcome.optima) {
     if (is_same_optimum(task.rows, best.optimum, found.optimum))
       report.agreed += found.agreed;
-    else if (!report.runner_up)
+    else if (!report.runner_up &&
+             found.optimum.value > best.optimum.value + proving_gain(task.rows))
       report.runner_up = outer(found.optimum.value);
   }
+  report.agreed = std::max(report.agreed, 1);  // by the starts of the share alone
   return report;
 }
 
@@ -165,7 +179,7 @@ FitAnswer answer_of(const Best& best, const Task& task, const Sample& sample,
       task.rows.is_likelihood() ? sample.total_failures * sample.exponent * std::numbers::ln2 : 0.0;
   fit.quality = quality_of(task.rows, best.optimum.value) - shift;
   fit.proof = proof_of(best, request.model);
-  fit.starts = starts_of(best, task);
+  fit.starts = starts_of(best, task, request.model);
   if (fit.starts->runner_up) *fit.starts->runner_up -= shift;
   return {fit, notes_of(best, task, sample, request)};
 }
@@ -180,9 +194,10 @@ double distinct_times(const WeightedRows& failures) {
 
 FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion& companion) {
   const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
-  // Fewer different times than parameters leave a whole family of equally good answers.
+  // A curve of more parameters than points goes through all of them in many ways.
   const auto needed = static_cast<double>(populations_of(request.model).size());
-  if (const double times = distinct_times(rows.failures); times < needed)
+  const double times = distinct_times(rows.failures);
+  if (!rows.is_likelihood() && times < needed)
     return {Refusal{RefusalCode::no_spread, {times, needed}}, {}};
   const auto weibull = one_weibull_optimum(rows);
   if (!weibull)

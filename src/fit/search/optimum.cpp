@@ -8,9 +8,8 @@
 namespace tavlo {
 namespace {
 
-// Of a decrement: it ends a run, and at most this much of it proves an optimum.
+/// A decrement that ends a run.
 double small_gain(const MixtureRows& rows) { return rows.is_likelihood() ? 1e-9 : 1e-13; }
-double proving_gain(const MixtureRows& rows) { return rows.is_likelihood() ? 1e-6 : 1e-10; }
 
 Terrain terrain_of(const MixtureRows& rows, const Populations& populations, const Fence& fence) {
   Terrain terrain;
@@ -41,6 +40,8 @@ bool is_carried(const Objective& objective, const MixturePoint& point) {
 }
 
 }  // namespace
+
+double proving_gain(const MixtureRows& rows) { return rows.is_likelihood() ? 1e-6 : 1e-10; }
 
 Fence Fence::around(double usual) { return {std::max(50.0, 25 * usual)}; }
 

@@ -31,6 +31,10 @@ struct Optimum {
   double curvature = 0;
 };
 
+/// The largest decrement of a proven optimum: what two proven values may differ by without
+/// one being better.
+double proving_gain(const MixtureRows& rows);
+
 /// The proven optimum to which a run from `start` leads; nothing where it ends on a spike,
 /// on a ridge or nowhere.
 std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint& start,

@@ -50,8 +50,11 @@ class OptimumSearch {
 
   /// Runs from the starts in order, some at a time, until the search is over.
   void run_rounds(const std::vector<MixturePoint>& starts) {
-    for (std::size_t next = 0; next < starts.size() && !is_over(); next += round_size)
-      run(std::span(starts).subspan(next, std::min(round_size, starts.size() - next)), true);
+    for (std::size_t next = 0; next < starts.size() && !is_over(); next += round_size) {
+      const auto left = static_cast<std::size_t>(options_.most_starts - outcome_.tried);
+      run(std::span(starts).subspan(next, std::min({round_size, left, starts.size() - next})),
+          true);
+    }
   }
 
   /// A short run from each start; where they have come to, the lowest first.
@@ -133,8 +136,8 @@ std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, 
 std::size_t sketches_for(const MixtureRows& rows, Populations populations,
                          const SearchOptions& options) {
   const auto starts = static_cast<std::size_t>(options.most_starts);
-  const std::size_t wanted = 4000 / (rows.failures.count + rows.suspensions.count);
-  return (populations.count() - 1) * std::clamp(wanted, starts, starts + starts / 2);
+  const std::size_t wanted = 6000 / (rows.failures.count + rows.suspensions.count);
+  return (populations.count() - 1) * std::clamp(wanted, starts, 2 * starts);
 }
 
 SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,

@@ -1,7 +1,5 @@
 #include "fit/door/fit_by_mode.h"
 
-#include <gtest/gtest.h>
-
 #include "fit/door/fits.h"
 
 namespace tavlo {
@@ -22,11 +20,11 @@ Rows only_mode(Rows rows, int mode) {
 // Ties of different modes rank by their own order, so times are all different. The ranks of
 // a sample are floats, those within a mode are not.
 TEST(FitByMode, EachModeIsFittedAsIfTheOthersWereSuspensions) {
-  test::RandomRows random(77);
+  test::RandomNumbers random(77);
   int compared = 0;
   for (int round = 0; round < 120; ++round) {
-    const Rows rows = random.weibull(random.whole(6, 60), random.log_uniform(0.5, 8), 1000,
-                                     {.digits = 7, .share_suspended = 0.3, .modes = 3});
+    const Rows rows = test::weibull_rows(random, random.whole(6, 60), random.log_uniform(0.5, 8),
+                                         1000, {.digits = 7, .share_suspended = 0.3, .modes = 3});
     for (const std::int16_t method : test::all_methods) {
       const FitAnswer answer =
           fit_rows(rows, {.model = model_code::by_failure_mode, .method = method}, 3);
@@ -58,61 +56,39 @@ TEST(FitByMode, WhatCannotBeFittedIsNamedAndTheRestGoesOn) {
     Rows rows;
     std::int16_t method;
     std::vector<Note> notes;
-    bool first_fitted;
-    bool second_fitted;
+    int not_fitted;  ///< mode, or 0
   };
-  const auto not_fitted = [](double mode, RefusalCode code) {
+  const auto rr = method_code::x_on_y, rrs = method_code::y_on_x;
+  const auto left_out = [](double mode, RefusalCode code) {
     return Note{NoteCode::mode_not_fitted, 0, {mode, static_cast<double>(code)}};
   };
+  using enum RefusalCode;
   const Note by_likelihood{NoteCode::likelihood_for_one_mode, 0, {2}};
   const Note counted{NoteCode::counted_rows, 0, {}};
-  const Rows one_inside = {{10, 1, 0, 1}, {20, 1, 0, 2}, {30, 1, 0, 1}, {40, 1, 0, 1}};
+  const Rows inside = {{10, 1, 0, 1}, {20, 1, 0, 2}, {30, 1, 0, 1}, {40, 1, 0, 1}};
+  const Rows last = {{10, 1, 0, 1}, {30, 1, 0, 1}, {40, 1, 0, 2}};
+  const Rows last_row = {{10, 1, 0, 1}, {30, 1, 0, 1}, {40, 3, 0, 2}};
+  const Rows tied = {{10, 1, 0, 2}, {20, 1, 0, 1}, {20, 1, 0, 1}, {30, 1, 0, 2}};
+  const Rows suspended = {{10, 1, 0, 1}, {20, 0, 1, 2}, {30, 1, 0, 1}};
   const Case cases[] = {
-      {"a single failure with later units goes by likelihood",
-       one_inside,
-       method_code::x_on_y,
-       {by_likelihood},
-       true,
-       true},
-      {"asked for by likelihood it needs no note", one_inside, method_code::mle, {}, true, true},
-      {"a single failure that no unit outlives",
-       {{10, 1, 0, 1}, {30, 1, 0, 1}, {40, 1, 0, 2}},
-       method_code::y_on_x,
-       {not_fitted(2, RefusalCode::too_few_failures)},
-       true,
-       false},
-      {"three units in one row are one row",
-       {{10, 1, 0, 1}, {30, 1, 0, 1}, {40, 3, 0, 2}},
-       method_code::y_on_x,
-       {counted, not_fitted(2, RefusalCode::too_few_failures)},
-       true,
-       false},
-      {"equal times of one mode leave the other its fit",
-       {{10, 1, 0, 2}, {20, 1, 0, 1}, {20, 1, 0, 1}, {30, 1, 0, 2}},
-       method_code::x_on_y,
-       {not_fitted(1, RefusalCode::no_spread)},
-       false,
-       true},
-      {"a mode without failures",
-       {{10, 1, 0, 1}, {20, 0, 1, 2}, {30, 1, 0, 1}},
-       method_code::x_on_y,
-       {not_fitted(2, RefusalCode::no_failure)},
-       true,
-       false},
+      {"one failure with later units goes by likelihood", inside, rr, {by_likelihood}, 0},
+      {"asked for by likelihood it needs no note", inside, method_code::mle, {}, 0},
+      {"one failure that no unit outlives", last, rrs, {left_out(2, too_few_failures)}, 2},
+      {"units of one row are one row", last_row, rrs, {counted, left_out(2, too_few_failures)}, 2},
+      {"equal times leave the other mode its fit", tied, rr, {left_out(1, no_spread)}, 1},
+      {"a mode without failures", suspended, rr, {left_out(2, no_failure)}, 2},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
-    const FitAnswer answer =
-        fit_rows(c.rows, {.model = model_code::by_failure_mode, .method = c.method}, 2);
-    ASSERT_TRUE(answer.fit());
+    const FitAnswer answer = fit_rows(c.rows, {model_code::by_failure_mode, c.method}, 2);
     EXPECT_EQ(answer.notes, c.notes);
-    const Fit& fit = *answer.fit();
-    EXPECT_EQ(!fit.modes[0].refusal, c.first_fitted);
-    EXPECT_EQ(!fit.modes[1].refusal, c.second_fitted);
-    for (std::size_t m = 0; m < 2; ++m)
-      if (fit.modes[m].refusal) {
-        EXPECT_EQ(fit.life.rows[m], FitParam{});
-      }
+    const Fit fit = test::fit_of(answer);
+    ASSERT_EQ(fit.modes.size(), 2U);
+    for (int mode = 1; mode <= 2; ++mode) {
+      const auto m = static_cast<std::size_t>(mode - 1);
+      EXPECT_EQ(fit.modes[m].refusal.has_value(), c.not_fitted == mode);
+      EXPECT_EQ(fit.life.rows[m] == FitParam{}, c.not_fitted == mode);
+    }
   }
 }
 

@@ -1,49 +1,30 @@
+// Laws of all fits at the door: units, order, weights, refusals, hostile numbers.
 #include "fit/door/fit.h"
 
-#include <gtest/gtest.h>
-
 #include "fit/door/fits.h"
+#include "fit/parallel.h"
 
 namespace tavlo {
 namespace {
 
 using test::Asked;
+using test::classical_fits;
 using test::fit_rows;
 using test::Rows;
+using test::searched_fits;
 
-/// Every classical fit.
-std::vector<Asked> all_fits() {
-  std::vector<Asked> fits;
-  for (const std::int16_t method : test::all_methods)
-    for (const std::int16_t code :
-         {model_code::weibull2, model_code::weibull_12_month, model_code::exponential,
-          model_code::rayleigh, model_code::weibayes, model_code::by_failure_mode})
-      fits.push_back({code, method, 1.7});
-  for (const std::int16_t method : test::regressions)
-    for (const std::int16_t code : {model_code::weibull3, model_code::normal, model_code::lognormal,
-                                    model_code::gumbel_lower, model_code::gumbel_upper})
-      fits.push_back({code, method, 1.7});
-  return fits;
-}
-
-Rows some_rows(test::RandomRows& random, int round) {
-  Rows rows = random.weibull(random.whole(4, 50), random.log_uniform(0.4, 20), 1000,
-                             {.digits = random.whole(2, 6),
-                              .share_suspended = round % 3 * 0.2,
-                              .fractions = round % 4 == 0,
-                              .modes = 2});
-  return rows;
-}
-
-Rows in_unit(Rows rows, int exponent) {
-  for (SampleRow& row : rows) row.time = std::ldexp(row.time, exponent);
-  return rows;
+Rows some_rows(test::RandomNumbers& random, int round) {
+  return test::weibull_rows(random, random.whole(4, 50), random.log_uniform(0.4, 20), 1000,
+                            {.digits = random.whole(2, 6),
+                             .share_suspended = round % 3 * 0.2,
+                             .fractions = round % 4 == 0,
+                             .modes = 2});
 }
 
 /// The life that times 2^exponent larger should give.
 FitParam scaled_row(FitParam row, Family family, int exponent) {
   const bool divides = family != Family::normal && family != Family::lognormal;
-  row.Scale = std::ldexp(row.Scale, divides ? -exponent : exponent);
+  if (!is_unreached(row)) row.Scale = std::ldexp(row.Scale, divides ? -exponent : exponent);
   row.T0 = std::ldexp(row.T0, exponent);
   if (family == Family::gumbel) row.Shape = std::ldexp(row.Shape, exponent);
   if (family == Family::normal) row.Shape = std::ldexp(row.Shape, -exponent);
@@ -53,62 +34,108 @@ FitParam scaled_row(FitParam row, Family family, int exponent) {
 /// `failures` take part in the likelihood; 0 in a regression, which shifts by nothing.
 void expect_scaled(const FitAnswer& scaled, const FitAnswer& plain, double failures, int exponent) {
   ASSERT_EQ(scaled.fit() == nullptr, plain.fit() == nullptr);
+  EXPECT_EQ(scaled.notes, plain.notes);
   if (!plain.fit()) {
     EXPECT_EQ(scaled.refusal()->code, plain.refusal()->code);
     return;
   }
-  EXPECT_EQ(scaled.notes, plain.notes);
   const Fit &one = *scaled.fit(), &other = *plain.fit();
   ASSERT_EQ(one.life.rows.size(), other.life.rows.size());
   for (std::size_t i = 0; i < other.life.rows.size(); ++i)
     EXPECT_EQ(one.life.rows[i],
               scaled_row(other.life.rows[i], find_model(other.life.model)->family, exponent));
+  EXPECT_EQ(one.proof, other.proof);
+  ASSERT_EQ(one.starts.has_value(), other.starts.has_value());
+  if (one.starts) {
+    EXPECT_EQ(one.starts->tried, other.starts->tried);
+    EXPECT_EQ(one.starts->agreed, other.starts->agreed);
+  }
   if (!one.modes.empty()) return;  // each has a quality of its own kind
   const double shift = failures * exponent * std::log(2.0);
-  const double size = shift == 0 ? 0 : std::fabs(other.quality) + std::fabs(shift);
+  const double size = failures == 0 ? 0 : std::fabs(other.quality) + std::fabs(shift);
   EXPECT_NEAR(one.quality, other.quality - shift, 1e-12 * size);
 }
 
-TEST(Fit, DependsOnTheUnitOfTimeOnlyByItsPowerOfTwo) {
-  test::RandomRows random(11);
-  for (int round = 0; round < 40; ++round) {
-    const Rows rows = some_rows(random, round);
-    const double failures = make_sample(rows, RankKind::benard).total_failures;
-    for (const Asked& asked : all_fits()) {
-      SCOPED_TRACE(std::to_string(asked.model) + " by " + std::to_string(asked.method));
-      const FitAnswer plain = fit_rows(rows, asked, 2);
-      for (const int exponent : {-110, -30, 1, 7, 100})
-        expect_scaled(fit_rows(in_unit(rows, exponent), asked, 2), plain,
-                      asked.method == method_code::mle ? failures : 0, exponent);
-    }
-  }
+void expect_free_of_units(const Rows& rows, const Asked& asked, std::vector<int> exponents) {
+  SCOPED_TRACE(asked.name());
+  const FitAnswer plain = fit_rows(rows, asked, 2);
+  const double failures = make_sample(rows, RankKind::benard).total_failures;
+  for (const int exponent : exponents)
+    expect_scaled(fit_rows(test::in_unit(rows, exponent), asked, 2), plain,
+                  asked.by_likelihood() ? failures : 0, exponent);
 }
 
-// Tied rows of different counts rank by their order of entry, so times are all different.
-TEST(Fit, DoesNotDependOnTheOrderOfEntry) {
-  test::RandomRows random(12);
+TEST(Fit, DependsOnTheUnitOfTimeOnlyByItsPowerOfTwo) {
+  test::RandomNumbers random(11);
+  for (int round = 0; round < 40; ++round) {
+    const Rows rows = some_rows(random, round);
+    for (const Asked& asked : classical_fits())
+      expect_free_of_units(rows, asked, {-110, -30, 1, 7, 100});
+  }
+  for (const Asked& asked : searched_fits())
+    for (const std::uint64_t seed : {1u, 2u})
+      expect_free_of_units(test::mixture_sample(seed, asked.model, 60).rows, asked, {-20, -13, 20});
+}
+
+/// A refusal names its row as entered.
+FitAnswer without_row_numbers(FitAnswer answer) {
+  if (auto* refusal = std::get_if<Refusal>(&answer.result)) refusal->values.clear();
+  if (auto* fit = std::get_if<Fit>(&answer.result))
+    for (ModeFit& mode : fit->modes)
+      if (mode.refusal) mode.refusal->values.clear();
+  return answer;
+}
+
+/// Of rows without ties, which rank by their order of entry.
+void expect_free_of_order(test::RandomNumbers& random, const Rows& rows, const Asked& asked) {
+  SCOPED_TRACE(asked.name());
+  Rows shuffled = rows;
+  test::shuffle(random, shuffled);
+  set_threads(1);
+  const FitAnswer expected = fit_rows(rows, asked, 2);
+  set_threads(2);
+  const FitAnswer answer = fit_rows(shuffled, asked, 2);
+  EXPECT_EQ(fit_rows(rows, asked, 2), expected);
+  set_threads(0);
+  EXPECT_EQ(without_row_numbers(answer), without_row_numbers(expected));
+}
+
+// The preset tsan runs it too.
+TEST(Fit, InAnyOrderParallelOrAloneHasTheSameBits) {
+  test::RandomNumbers random(12);
   for (int round = 0; round < 40; ++round) {
     Rows rows = some_rows(random, round);
     for (std::size_t i = 0; i < rows.size(); ++i)
       rows[i].time = static_cast<float>(i * i + 10 * i + 7);
-    Rows shuffled = rows;
-    std::shuffle(shuffled.begin(), shuffled.end(), random.engine());
-    for (const Asked& asked : all_fits()) {
-      FitAnswer answer = fit_rows(shuffled, asked, 2);
-      const FitAnswer expected = fit_rows(rows, asked, 2);
-      if (answer.fit()) {
-        EXPECT_EQ(answer, expected) << asked.model;
-      } else {
-        EXPECT_EQ(answer.refusal()->code, expected.refusal()->code);
-      }
-    }
+    for (const Asked& asked : classical_fits()) expect_free_of_order(random, rows, asked);
+  }
+  for (const Asked& asked : searched_fits())
+    expect_free_of_order(
+        random, test::draws(random, test::random_life(random, asked.model), 40, 0.3), asked);
+}
+
+/// `heavy` are the rows with `factor` times as many units.
+void expect_weights(const Rows& rows, const Rows& heavy, double factor, const Asked& asked,
+                    double digits) {
+  SCOPED_TRACE(asked.name() + " x " + std::to_string(factor));
+  const FitAnswer one = fit_rows(rows, asked), other = fit_rows(heavy, asked);
+  ASSERT_EQ(one.fit() == nullptr, other.fit() == nullptr);
+  if (!one.fit()) return;
+  EXPECT_NEAR(other.fit()->quality / factor, one.fit()->quality,
+              std::min(digits, 1e-6) * std::max(1.0, std::fabs(one.fit()->quality)));
+  ASSERT_EQ(one.fit()->life.rows.size(), other.fit()->life.rows.size());
+  for (std::size_t i = 0; i < one.fit()->life.rows.size(); ++i) {
+    const FitParam &a = one.fit()->life.rows[i], &b = other.fit()->life.rows[i];
+    EXPECT_LT(test::relative_difference(a.Scale, b.Scale), digits);
+    EXPECT_LT(test::relative_difference(a.Shape, b.Shape), digits);
   }
 }
 
 TEST(Fit, CountsAreWeightsOfTheLikelihood) {
-  test::RandomRows random(13);
+  test::RandomNumbers random(13);
   for (int round = 0; round < 60; ++round) {
-    const Rows counted = random.weibull(random.whole(4, 30), 2, 1000, {.share_suspended = 0.4});
+    const Rows counted =
+        test::weibull_rows(random, random.whole(4, 30), 2, 1000, {.share_suspended = 0.4});
     Rows listed;
     for (const SampleRow& row : counted) {
       for (int k = 0; k < row.failures; ++k) listed.push_back({row.time, 1, 0, 0});
@@ -116,23 +143,20 @@ TEST(Fit, CountsAreWeightsOfTheLikelihood) {
     }
     for (const std::int16_t code : {model_code::weibull2, model_code::weibayes}) {
       const Asked asked{code, method_code::mle, 2.5};
-      const FitAnswer one = fit_rows(counted, asked), other = fit_rows(listed, asked);
-      ASSERT_EQ(one.fit() == nullptr, other.fit() == nullptr);
-      if (!one.fit()) continue;
-      const FitParam &a = one.fit()->life.rows[0], &b = other.fit()->life.rows[0];
-      EXPECT_LT(test::relative_difference(a.Scale, b.Scale), 1e-12);
-      EXPECT_LT(test::relative_difference(a.Shape, b.Shape), 1e-12);
-      EXPECT_NEAR(one.fit()->quality, other.fit()->quality, 1e-12 * std::fabs(one.fit()->quality));
+      expect_weights(counted, listed, 1, asked, 1e-12);
+      expect_weights(counted, test::weighted(counted, 4e14), 4e14, asked, 1e-12);
     }
   }
-  // 1e15 units and a half, the same as 2 and a half by 4e14.
-  const Rows few = {{10, 2, 0, 0}, {20, 1, 0, 0}, {30, 0, 0.5, 0}};
-  Rows many = few;
-  for (SampleRow& row : many) row.failures *= 4e14, row.suspensions *= 4e14;
-  const Asked mle{model_code::weibull2, method_code::mle};
-  EXPECT_LT(test::relative_difference(fit_rows(few, mle).fit()->life.rows[0].Shape,
-                                      fit_rows(many, mle).fit()->life.rows[0].Shape),
-            1e-12);
+  const Rows mixed = test::draws(random, test::weibull5c(3, 1000, 1.5, 60, 0.25), 80, 0.4);
+  Rows twice;
+  for (const SampleRow& row : mixed) twice.insert(twice.end(), 2, row);
+  for (const std::int16_t model : {model_code::weibull5c, model_code::weibull7})
+    for (const bool censored : {false, true}) {
+      const Asked asked{.model = model, .method = method_code::mle, .censored = censored};
+      expect_weights(mixed, twice, 2, asked, 1e-3);
+      for (const double factor : {0.75, 1e6, 1e13})
+        expect_weights(mixed, test::weighted(mixed, factor), factor, asked, 1e-3);
+    }
 }
 
 TEST(Fit, EveryRefusalHasItsReason) {
@@ -186,6 +210,14 @@ TEST(Fit, EveryRefusalHasItsReason) {
       {test::failures_at({1, 2, 3, 4}), {model_code::lognormal3, rr}, {no_such_fit, {}}},
       {test::failures_at({1, 2, 3, 4, 5}), {model_code::weibull5x, mle}, {no_such_fit, {}}},
       {tied, {5, rr}, {no_such_fit, {}}},
+      {none, {model_code::weibull4, rr}, {too_few_failures, {0, 4}}},
+      {none, {model_code::weibull7, mle}, {too_few_failures, {0, 7}}},
+      {{{5, 1}, {6, 0, 3}}, {model_code::weibull5c, mle}, {too_few_failures, {1, 5}}},
+      {{{100, 30}}, {model_code::weibull5c, rr}, {no_spread, {}}},
+      {{{100, 30}}, {model_code::weibull7, mle}, {no_spread, {}}},
+      {{{0, 1}, {10, 5}, {20, 9}, {30, 9}},
+       {model_code::weibull7, rrs},
+       {time_not_above_zero, {1, 0}}},
       {tied, {model_code::weibull2, 3}, {no_such_fit, {}}},
   };
   for (const Case& c : cases) {
@@ -203,7 +235,7 @@ TEST(Fit, EveryRefusalHasItsReason) {
 TEST(Fit, HostileNumbersEndInNumbersOrAReason) {
   const float times[] = {-3e38F, -1, 0, 1e-45F, 1e-38F, 0.999999F, 1, 1.000001F, 7, 1e20F, 3e38F};
   const double counts[] = {0, 0, 1e-300, 0.1, 0.5, 1, 1, 1, 2, 1e15, 1e300};
-  test::RandomRows random(14);
+  test::RandomNumbers random(14);
   int fitted = 0;
   for (int round = 0; round < 3000; ++round) {
     Rows rows;
@@ -213,7 +245,8 @@ TEST(Fit, HostileNumbersEndInNumbersOrAReason) {
                       counts[random.whole(0, kind == 1 ? 10 : 7)],
                       counts[random.whole(0, kind == 1 ? 10 : 7)],
                       static_cast<std::int16_t>(random.whole(0, 2))});
-    for (Asked asked : all_fits()) {
+    std::vector<Asked> fits = round % 25 == 0 ? searched_fits() : classical_fits();
+    for (Asked& asked : fits) {
       asked.ranks = round % 2 == 0 ? RankKind::benard : RankKind::exact;
       asked.slope = random.log_uniform(1e-6, 1e6);
       const FitAnswer answer = fit_rows(rows, asked, 2);
@@ -232,6 +265,25 @@ TEST(Fit, HostileNumbersEndInNumbersOrAReason) {
     }
   }
   EXPECT_GT(fitted, 10000);
+}
+
+struct Impatient : Companion {
+  int turns = 0;
+  void turn() override { ++turns; }
+  bool stop_wanted() override { return turns > 2; }
+};
+
+TEST(Fit, EndsWhenThePersonWantsItToEnd) {
+  const Sample sample =
+      make_sample(test::mixture_sample(4, model_code::weibull7).rows, RankKind::benard);
+  for (const Asked& asked : {Asked{model_code::weibull7, method_code::mle},
+                             Asked{model_code::weibull5c}, Asked{model_code::weibull3}}) {
+    SCOPED_TRACE(asked.name());
+    Impatient companion;
+    const FitAnswer answer = fit(sample, test::request_of(asked), companion);
+    ASSERT_TRUE(answer.refusal());
+    EXPECT_EQ(answer.refusal()->code, RefusalCode::stopped);
+  }
 }
 
 struct Asking : Companion {

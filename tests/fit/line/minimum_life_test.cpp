@@ -1,106 +1,80 @@
-#include "fit/line/minimum_life.h"
-
-#include <gtest/gtest.h>
-
 #include <boost/math/tools/minima.hpp>
 
-#include "fit/independent_line.h"
-#include "fit/random_rows.h"
+#include "fit/door/fits.h"
+#include "support/reference_book.h"
 
 namespace tavlo {
 namespace {
 
-using test::Float;
+using test::Asked;
+using test::Number;
 
-/// The line through (ln(t - t0), Weibull ordinate) of a sample's failures, in inner units.
-test::LineSums line_at(const Sample& sample, Float t0) {
-  std::vector<test::PaperPoint> points;
-  for (std::size_t i = 0; i < sample.size(); ++i) {
-    const Float F = static_cast<Float>(sample.rank[i]);
-    if (sample.failures[i] > 0)
-      points.push_back(
-          {sample.failures[i], std::log(sample.time[i] - t0), std::log(-std::log1p(-F))});
-  }
-  return test::LineSums(points);
+test::PaperLine line_at(const Sample& sample, Number t0,
+                        std::int16_t method = method_code::x_on_y) {
+  return test::line_of(sample, *find_model(model_code::weibull3), method, t0);
 }
 
 double first_failure(const Sample& sample) {
   std::size_t i = 0;
   while (!(sample.failures[i] > 0)) ++i;
-  return sample.time[i];
+  return outer_time(sample, sample.time[i]);
 }
 
-struct Optimum {
-  double t0 = 0;
-  double r_squared = 0;
-  bool is_inside = true;
-};
-
-/// The best r squared over t0: a fine grid of ln(first - t0), then Brent's method.
-Optimum global_optimum(const Sample& sample) {
+/// The best r squared over t0: a fine grid of ln(first - t0), then Brent's method; nothing
+/// where it is at an end of the grid, or behind a valley from t0 = 0: the search goes uphill.
+std::optional<double> global_optimum(const Sample& sample) {
   const double first = first_failure(sample);
   const auto loss = [&](double s) {
-    return static_cast<double>(
-        1 - line_at(sample, first - std::exp(static_cast<Float>(s))).r_squared());
+    return static_cast<double>(1 - line_at(sample, first - std::exp(Number(s))).r_squared);
   };
   constexpr int cells = 150;
   const double low = std::log(first) - 18, width = 36.0 / cells;
   int best = 0;
   for (int i = 1; i <= cells; ++i)
     if (loss(low + i * width) < loss(low + best * width)) best = i;
+  if (best == 0 || best == cells) return std::nullopt;
+  for (int i = cells / 2, step = best < i ? -1 : 1; i != best; i += step)
+    if (loss(low + (i + step) * width) > loss(low + i * width)) return std::nullopt;
   const double at = low + best * width;
-  const auto [s, value] = boost::math::tools::brent_find_minima(loss, at - width, at + width, 40);
-  return {first - std::exp(s), 1 - value, best > 0 && best < cells};
+  return 1 - boost::math::tools::brent_find_minima(loss, at - width, at + width, 40).second;
+}
+
+void expect_best(const Sample& sample, double r_squared, std::int16_t method) {
+  const Fit fit = test::fit_of(test::fit_sample(sample, {model_code::weibull3, method}));
+  ASSERT_FALSE(fit.life.rows.empty());
+  const FitParam row = fit.life.rows[0];
+  EXPECT_NEAR(fit.quality, r_squared, 1e-12);
+  const test::PaperLine line = line_at(sample, row.T0, method);
+  EXPECT_LT(test::relative_difference(row.Shape, double(line.shape)), 1e-9);
+  EXPECT_LT(test::relative_difference(row.Scale, double(line.scale)), 1e-9);
+  // r squared can't tell t0 to more than the root of its digits; its slope can.
+  const Number step = 1e-6L * (first_failure(sample) - row.T0);
+  const Number later = line_at(sample, row.T0 + step).r_squared,
+               earlier = line_at(sample, row.T0 - step).r_squared,
+               bend = 2 * line.r_squared - later - earlier;
+  EXPECT_LT(double(std::fabs((later - earlier) / bend)), 1) << "t0 is off by a part of 1e-6";
 }
 
 // A slope below 1 has its best t0 close to the first time, a large t0 leaves few digits for
 // the differences of the times, and 0 may send t0 far below it. Counts are weights.
-TEST(MinimumLife, IsTheGlobalOptimumOfTheCorrelationAndItsLine) {
-  test::RandomRows random(41);
-  Companion companion;
+TEST(MinimumLife, IsTheOptimumOfTheCorrelationAndItsLine) {
+  test::RandomNumbers random(41);
   int inside = 0;
   for (const int n : {21, 50, 200})
     for (const double beta : {0.8, 1.2, 2.0, 3.5})
       for (const double t0 : {0.0, 300.0, 5e4})
         for (int round = 0; round < 4; ++round) {
-          test::Rows rows = random.weibull(
-              n, beta, 1000, {.digits = 7, .share_suspended = round * 0.1, .fractions = false});
+          SCOPED_TRACE(std::to_string(n) + ", slope " + std::to_string(beta));
+          test::Rows rows = test::weibull_rows(random, n, beta, 1000,
+                                               {.digits = 7, .share_suspended = round * 0.1});
           for (SampleRow& row : rows) row.time += static_cast<float>(t0);
           const Sample sample = make_sample(rows, RankKind::benard);
-          const Optimum best = global_optimum(sample);
-          if (!best.is_inside) continue;
+          const auto best = global_optimum(sample);
+          if (!best) continue;
           ++inside;
-          const bool x_on_y = round % 2 == 0;
-          const RowAnswer answer = fit_minimum_life_line(sample, x_on_y, companion);
-          ASSERT_TRUE(std::holds_alternative<RowFit>(answer));
-          const auto& [row, r_squared] = std::get<RowFit>(answer);
-          EXPECT_NEAR(r_squared, best.r_squared, 1e-12) << "n " << n << " beta " << beta;
-          const test::LineSums line = line_at(sample, row.T0);
-          const Float slope = line.slope(!x_on_y);
-          EXPECT_NEAR(row.Shape, double(slope), 1e-9 * row.Shape);
-          EXPECT_NEAR(row.Scale * double(std::exp(line.x_mean - line.y_mean / slope)), 1, 1e-9);
-          // r squared can't tell t0 to more than the root of its digits; its slope can.
-          const Float step = 1e-6L * (first_failure(sample) - row.T0);
-          const Float rise = line_at(sample, row.T0 + step).r_squared() -
-                             line_at(sample, row.T0 - step).r_squared();
-          const Float bend = 2 * line.r_squared() - line_at(sample, row.T0 + step).r_squared() -
-                             line_at(sample, row.T0 - step).r_squared();
-          EXPECT_LT(double(std::fabs(rise / bend)), 1) << "t0 is off by a part of 1e-6";
+          expect_best(sample, *best, test::regressions[round % 2]);
         }
-  EXPECT_GT(inside, 130);
-}
-
-TEST(MinimumLife, AStopEndsTheSearch) {
-  struct Impatient : Companion {
-    int turns = 0;
-    void turn() override { ++turns; }
-    bool stop_wanted() override { return turns > 2; }
-  } impatient;
-  test::RandomRows random(6);
-  const Sample sample = make_sample(random.weibull(30, 2, 500), RankKind::benard);
-  const RowAnswer answer = fit_minimum_life_line(sample, true, impatient);
-  EXPECT_EQ(std::get<Refusal>(answer).code, RefusalCode::stopped);
-  EXPECT_EQ(impatient.turns, 3);
+  EXPECT_GT(inside, 120);
 }
 
 }  // namespace

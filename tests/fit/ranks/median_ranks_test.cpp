@@ -4,8 +4,8 @@
 
 #include <boost/math/special_functions/beta.hpp>
 
-#include "fit/random_rows.h"
 #include "numerics/run_time_error.h"
+#include "support/random_samples.h"
 
 namespace tavlo {
 namespace {
@@ -22,7 +22,7 @@ std::vector<double> ranks(double level, int n) { return fn_MedianRanks(false, le
 // Every rank of small samples, some of large ones: from n = 1075 on (1 - x)^n underflows in
 // the middle of the table.
 TEST(MedianRanks, AreTheBetaQuantiles) {
-  test::RandomRows random(2);
+  test::RandomNumbers random(2);
   for (const double level : {0.5, 0.95, 0.05})
     for (const int n : {1, 2, 3, 5, 9, 10, 30, 77, 120, 999, 1074, 1076, 2500, 5000}) {
       const std::vector<double> table = ranks(level, n);

@@ -1,95 +1,12 @@
-#include "fit/starts/start_pool.h"
+#include "fit/starts/nested_starts.h"
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
-#include "fit/mixture/objective.h"
+#include "fit/starts/start_comparison.h"
 
 namespace tavlo {
 namespace {
-
-/// Starts are compared on this many rows.
-constexpr std::size_t comparing_rows = 64;
-constexpr std::size_t points_a_start = 3;  // random points for each start that is wanted
-
-struct Candidate {
-  MixturePoint point;
-  double value = 0;
-};
-
-std::vector<MixturePoint> best_unlike(std::vector<Candidate> all, std::size_t most) {
-  std::stable_sort(all.begin(), all.end(),
-                   [](const Candidate& a, const Candidate& b) { return a.value < b.value; });
-  std::vector<MixturePoint> chosen;
-  for (const Candidate& candidate : all) {
-    if (chosen.size() >= most) break;
-    const auto like = [&](const MixturePoint& other) {
-      return are_alike(candidate.point, other, 0.5);
-    };
-    if (std::none_of(chosen.begin(), chosen.end(), like)) chosen.push_back(candidate.point);
-  }
-  return chosen;
-}
-
-/// Collects points with their values on a few rows.
-class Comparison {
- public:
-  Comparison(const MixtureRows& rows, Populations populations)
-      : rows_(thinned(rows, comparing_rows)), objective_(make_objective(rows_, populations)) {}
-
-  void add(MixturePoint point) {
-    order_risks(point);
-    const double value = objective_->rough_value_at(point.q);
-    if (std::isfinite(value)) all_.push_back({point, value});
-  }
-  std::vector<MixturePoint> best(std::size_t most) { return best_unlike(std::move(all_), most); }
-
- private:
-  MixtureRows rows_;
-  std::unique_ptr<Objective> objective_;
-  std::vector<Candidate> all_;
-};
-
-class RandomPoint {
- public:
-  RandomPoint(const MixtureRows& rows, Populations populations, const SlopeRange& slopes,
-              std::uint64_t seed)
-      : rows_(rows), populations_(populations), random_(seed) {
-    // From a strong infant mortality to a common wear-out; beyond it narrow clusters.
-    low_ = std::log(0.3 * slopes.usual);
-    middle_ = std::log(std::min(slopes.steepest, 8 * slopes.usual));
-    high_ = std::log(slopes.steepest);
-  }
-
-  MixturePoint next() {
-    MixturePoint point{populations_, {}};
-    for (std::size_t i = 0; i < 2 * populations_.count(); i += 2) {
-      point.q[i] = ln_slope();
-      const auto row = static_cast<std::size_t>(unit() * static_cast<double>(rows_.failures.count));
-      const double width = std::min(1.0, 3 * std::exp(-point.q[i]));
-      point.q[i + 1] = rows_.failures.x[row] + (unit() - 0.3) * width;
-    }
-    if (populations_.c) point.q[populations_.at_share()] = 6 * unit() - 3;
-    return point;
-  }
-
- private:
-  double ln_slope() {
-    constexpr double common = 0.7;
-    const double u = unit();
-    return u < common ? low_ + (middle_ - low_) * u / common
-                      : middle_ + (high_ - middle_) * (u - common) / (1 - common);
-  }
-
-  /// Uniform in 0 to 1, the same on every machine.
-  double unit() { return std::ldexp(static_cast<double>(random_() >> 11), -53); }
-
-  const MixtureRows& rows_;
-  const Populations populations_;
-  std::mt19937_64 random_;
-  double low_ = 0, middle_ = 0, high_ = 0;
-};
 
 /// The log time below which the part has failed.
 double log_time_at(const MixtureRows& rows, double part) {
@@ -149,25 +66,6 @@ MixturePoint with_nearly_all_shared(const MixturePoint& from, Populations wanted
   return to;
 }
 
-}  // namespace
-
-bool are_alike(const MixturePoint& a, const MixturePoint& b, double near) {
-  for (std::size_t i = 0; i < a.populations.size(); ++i)
-    if (!(std::fabs(a.q[i] - b.q[i]) <= near)) return false;
-  return true;
-}
-
-std::vector<MixturePoint> random_starts(const MixtureRows& rows, Populations populations,
-                                        const SlopeRange& slopes, std::uint64_t seed,
-                                        std::size_t most) {
-  RandomPoint random(rows, populations, slopes, seed);
-  Comparison comparison(rows, populations);
-  for (std::size_t i = 0; i < points_a_start * most; ++i) comparison.add(random.next());
-  return comparison.best(most);
-}
-
-namespace {
-
 /// Which population of `wanted` is new beside `has`.
 struct Branch {
   bool risk = false;   ///< B, of all units
@@ -180,7 +78,7 @@ struct Branch {
 
 /// A new population of every size everywhere.
 void add_grid(const Branch& branch, Populations wanted, const MixtureRows& rows,
-              const MixturePoint& contained, Comparison& to) {
+              const MixturePoint& contained, StartComparison& to) {
   const double usual = contained.beta(contained.populations.at_a());
   for (const double part : {0.03, 0.1, 0.2, 0.35, 0.55, 0.75, 0.9})
     for (const double factor : {0.3, 0.6, 1.6, 4.0, 10.0})
@@ -218,7 +116,7 @@ Cluster cluster_of(const WeightedRows& rows, std::size_t from, std::size_t to, d
 }
 
 void add_clusters(const Branch& branch, Populations wanted, const MixtureRows& rows,
-                  const MixturePoint& contained, double steepest, Comparison& to) {
+                  const MixturePoint& contained, double steepest, StartComparison& to) {
   const MixtureRows few = thinned(rows, comparing_rows);
   const WeightedRows& f = few.failures;
   for (const std::size_t width : {3, 5, 8, 13, 21, 30}) {
@@ -238,7 +136,7 @@ std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wan
                                         std::size_t most) {
   const Branch branch(contained.populations, wanted);
   if (!branch.risk && !branch.share) return {};
-  Comparison grid(rows, wanted), clusters(rows, wanted);
+  StartComparison grid(rows, wanted), clusters(rows, wanted);
   add_grid(branch, wanted, rows, contained, grid);
   add_clusters(branch, wanted, rows, contained, slopes.steepest, clusters);
   std::vector<MixturePoint> starts = grid.best(most);

@@ -1,0 +1,38 @@
+#include "fit/starts/start_comparison.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavlo {
+
+bool are_alike(const MixturePoint& a, const MixturePoint& b, double near) {
+  for (std::size_t i = 0; i < a.populations.size(); ++i)
+    if (!(std::fabs(a.q[i] - b.q[i]) <= near)) return false;
+  return true;
+}
+
+StartComparison::StartComparison(const MixtureRows& rows, Populations populations)
+    : rows_(thinned(rows, comparing_rows)), objective_(make_objective(rows_, populations)) {}
+
+void StartComparison::add(MixturePoint point) {
+  order_risks(point);
+  const double value = objective_->rough_value_at(point.q);
+  if (std::isfinite(value)) all_.push_back({point, value});
+}
+
+std::vector<MixturePoint> StartComparison::best(std::size_t most) {
+  constexpr double near = 0.5;
+  std::stable_sort(all_.begin(), all_.end(),
+                   [](const Candidate& a, const Candidate& b) { return a.value < b.value; });
+  std::vector<MixturePoint> chosen;
+  for (const Candidate& candidate : all_) {
+    if (chosen.size() >= most) break;
+    const auto like = [&](const MixturePoint& other) {
+      return are_alike(candidate.point, other, near);
+    };
+    if (std::none_of(chosen.begin(), chosen.end(), like)) chosen.push_back(candidate.point);
+  }
+  return chosen;
+}
+
+}  // namespace tavlo
