@@ -34,26 +34,23 @@ std::string shown(TestWorld& world) {
 }
 
 TEST(Paste, ReadsTheShapesThatOtherProgramsWrite) {
-  struct Row {
-    const char* clipboard;
-    const char* sheet;
-  };
-  const Row rows[] = {{"100\r\n200\r\n", "100|1| 200|1|"},
-                      {"100\r200\r", "100|1| 200|1|"},
-                      {"100\n\n200\n", "100|1| 200|1|"},
-                      {"100x3\n>100x5\n-7", "100|3| 100||5 7||1"},
-                      {"100\t2\t1\n200\t\t4", "100|2|1 200||4"},
-                      {"100\t1\t0\n200\t2\t\n300\t\t", "100|1|0 200|2| 300|1|"},
-                      {"100 2\n200  3", "100|2| 200|3|"},
-                      {">100\t5", "100||5"},
-                      {"3.3E+33\t-2.9E+29", "0|0|"},
-                      {"1.5k", "1500|1|"},
-                      {"", ""},
-                      {" \n ", ""}};
-  for (const Row& row : rows) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"100\r\n200\r\n", "100|1| 200|1|"},
+      {"100\r200\r", "100|1| 200|1|"},
+      {"100\n\n200\n", "100|1| 200|1|"},
+      {"100x3\n>100x5\n-7", "100|3| 100||5 7||1"},
+      {"100\t2\t1\n200\t\t4", "100|2|1 200||4"},
+      {"100\t1\t0\n200\t2\t\n300\t\t", "100|1|0 200|2| 300|1|"},
+      {"100 2\n200  3", "100|2| 200|3|"},
+      {">100\t5", "100||5"},
+      {"3.3E+33\t-2.9E+29", "0|0|"},
+      {"1.5k", "1500|1|"},
+      {"", ""},
+      {" \n ", ""}};
+  for (const auto& [clipboard, sheet] : rows) {
     TestWorld world;
-    paste(world, row.clipboard);
-    EXPECT_EQ(shown(world), row.sheet) << row.clipboard;
+    paste(world, clipboard);
+    EXPECT_EQ(shown(world), sheet) << clipboard;
   }
 }
 
@@ -65,20 +62,17 @@ TEST(Paste, ADecimalCommaIsNoColumn) {
 }
 
 TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
-  struct Row {
-    const char* clipboard;
-    const char* words;
-  };
-  const Row rows[] = {{"Time\n100", "Unexpected data type\nLine 1: \"Time\" is not a number."},
-                      {"100\n200\nend", "Line 3: \"end\" is not a number."},
-                      {"100\t1\n\t5", "Line 2: the time is missing."}};
-  for (const Row& row : rows) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"Time\n100", "Unexpected data type\nLine 1: \"Time\" is not a number."},
+      {"100\n200\nend", "Line 3: \"end\" is not a number."},
+      {"100\t1\n\t5", "Line 2: the time is missing."}};
+  for (const auto& [clipboard, words] : rows) {
     TestWorld world;
     paste(world, "42");
     sheet_of(world).bclean = true;
-    world.prompts.expect_box(paste_title, row.words);
-    paste(world, row.clipboard);
-    EXPECT_EQ(shown(world), "42|1|") << row.clipboard;
+    world.prompts.expect_box(paste_title, words);
+    paste(world, clipboard);
+    EXPECT_EQ(shown(world), "42|1|") << clipboard;
     EXPECT_TRUE(sheet_of(world).bclean);
   }
 }

@@ -22,18 +22,15 @@ std::string written(Value value) {
 }
 
 TEST(ProjectWriter, NumbersHaveTheirForms) {
-  struct Case {
-    double number;
-    const char* text;
-  };
-  const Case doubles[] = {{0, "0"},
-                          {-0.0, "0"},
-                          {1e15, "1E+15"},
-                          {0.0001, "0.0001"},
-                          {0.00001, "1E-05"},
-                          {double{7.0F / 34.0F}, "0.205882355570793"},
-                          {std::numeric_limits<double>::max(), "1.79769313486231E+308"}};
-  for (const Case& row : doubles) EXPECT_EQ(written(row.number), row.text);
+  const std::pair<double, const char*> doubles[] = {
+      {0, "0"},
+      {-0.0, "0"},
+      {1e15, "1E+15"},
+      {0.0001, "0.0001"},
+      {0.00001, "1E-05"},
+      {double{7.0F / 34.0F}, "0.205882355570793"},
+      {std::numeric_limits<double>::max(), "1.79769313486231E+308"}};
+  for (const auto& [number, text] : doubles) EXPECT_EQ(written(number), text);
   EXPECT_EQ(written(123456.789F), "123456.8");
 }
 

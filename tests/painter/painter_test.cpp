@@ -41,36 +41,16 @@ DrawingRecord published_chart() {
   return here.draw();
 }
 
-QImage picture(const DrawingRecord& drawing, int width, int height, double scale = 1) {
+QImage picture(const DrawingRecord& drawing, const PictureFormat& format) {
   QImage image;
-  image.loadFromData(png_picture(drawing, {width, height, scale}), "PNG");
+  image.loadFromData(png_picture(drawing, format), "PNG");
   return image;
 }
 
 constexpr QRgb paper = 0xFFFFFFEA, ground = 0xFFEAFFFF, navy = 0xFF000080;
 
-struct Size {
-  int width, height;
-  double scale;
-};
-const Size sizes[] = {{800, 480, 1}, {1000, 600, 1},  {1600, 960, 1}, {400, 300, 1},
-                      {800, 480, 2}, {777, 501, 1.5}, {5000, 200, 1}};
-
-TEST(Painter, BoxesStandAtTheirPlacesAtAnySize) {
-  const DrawingRecord drawing = published_chart();
-  for (const Size& size : sizes) {
-    const QImage image = picture(drawing, size.width, size.height, size.scale);
-    const auto at = [&](double x, double y) {
-      return image.pixel(static_cast<int>(x / 10000 * image.width()),
-                         static_cast<int>(y / 6000 * image.height()));
-    };
-    const std::string what = std::to_string(size.width) + "x" + std::to_string(size.height);
-    ASSERT_EQ(image.width(), qRound(size.width * size.scale)) << what;
-    EXPECT_EQ(at(600, 5600), ground) << what;
-    EXPECT_EQ(at(8700, 4600), paper) << what;
-    EXPECT_EQ(at(9600, 3000), ground) << what;
-  }
-}
+const PictureFormat sizes[] = {{800, 480, 1}, {1000, 600, 1},  {1600, 960, 1}, {400, 300, 1},
+                               {800, 480, 2}, {777, 501, 1.5}, {5000, 200, 1}};
 
 /// The levels of one row of pixels that are neither ground, paper nor pure line.
 int blurred_pixels(const QImage& image, double y) {
@@ -83,11 +63,20 @@ int blurred_pixels(const QImage& image, double y) {
   return blurred;
 }
 
-TEST(Painter, TheFrameIsSharpAtAnySize) {
+TEST(Painter, BoxesStandSharpAtTheirPlacesAtAnySize) {
   const DrawingRecord drawing = published_chart();
-  for (const Size& size : sizes) {
-    const QImage image = picture(drawing, size.width, size.height, size.scale);
-    EXPECT_EQ(blurred_pixels(image, 4700), 0) << size.width << " x " << size.height;
+  for (const PictureFormat& size : sizes) {
+    const QImage image = picture(drawing, size);
+    const auto at = [&](double x, double y) {
+      return image.pixel(static_cast<int>(x / 10000 * image.width()),
+                         static_cast<int>(y / 6000 * image.height()));
+    };
+    const std::string what = std::to_string(size.width) + "x" + std::to_string(size.height);
+    ASSERT_EQ(image.width(), qRound(size.width * size.scale)) << what;
+    EXPECT_EQ(at(600, 5600), ground) << what;
+    EXPECT_EQ(at(8700, 4600), paper) << what;
+    EXPECT_EQ(at(9600, 3000), ground) << what;
+    EXPECT_EQ(blurred_pixels(image, 4700), 0) << what;
   }
 }
 
@@ -97,7 +86,7 @@ TEST(Painter, HairlinesCoverOnePixelWhereverTheyFall) {
     DrawingRecord drawing{1000, 1000, {}, {}};
     drawing.records = {drawing::CreatePen{1, 0, 1, 0}, drawing::SelectObject{1},
                        drawing::Polyline{{{500 + shift, 0}, {500 + shift, 1000}}}};
-    const QImage image = picture(drawing, 97, 97);
+    const QImage image = picture(drawing, {97, 97});
     int touched = 0;
     for (int x = 0; x < image.width(); ++x) touched += image.pixel(x, 48) != 0xFFFFFFFF;
     EXPECT_EQ(touched, 1) << shift;
@@ -110,7 +99,7 @@ TEST(Painter, LettersFollowTheSmallerScaleAndAreNotStretched) {
                      drawing::SelectObject{1}, drawing::SetTextAlign{drawing::TextAlign::left},
                      drawing::Text{{0, 0}, "H"}};
   const auto ink_width = [&](int width, int height) {
-    const QImage image = picture(drawing, width, height);
+    const QImage image = picture(drawing, {width, height});
     int left = width, right = 0;
     for (int y = 0; y < height; ++y)
       for (int x = 0; x < width; ++x)
@@ -185,14 +174,13 @@ TEST(Painter, PdfEmbedsItsFontsAndTellsItsTexts) {
 TEST(Painter, EveryFormatHasTheSameSizeOnPaper) {
   const DrawingRecord drawing = published_chart();
   const PictureFormat fine{3000, 1800, 1.0, 300};
-  QImage png;
-  png.loadFromData(png_picture(drawing, fine), "PNG");
+  const QImage png = picture(drawing, fine);
   EXPECT_EQ(png.size(), QSize(3000, 1800));
   EXPECT_EQ(png.dotsPerMeterX(), 11811);
   EXPECT_EQ(png.dotsPerMeterY(), 11811);
   EXPECT_TRUE(svg_picture(drawing, fine).contains("width=\"254mm\" height=\"152.4mm\""));
   EXPECT_TRUE(pdf_picture(drawing, fine).contains("/MediaBox [0 0 720"));
-  EXPECT_EQ(png, picture(drawing, 3000, 1800)) << "the density changes no pixel";
+  EXPECT_EQ(png, picture(drawing, {3000, 1800})) << "the density changes no pixel";
 }
 
 TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {
@@ -210,24 +198,26 @@ TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {
   }
   EXPECT_FALSE(write(drawing, "gif", {640, 400}, bytes, error));
   EXPECT_FALSE(write({}, "png", {640, 400}, bytes, error));
-  for (const int side : {-1, 0, 15, 16385, 2147483647}) {
+  for (const auto& [width, dots] : {std::pair{-1, 96},
+                                    {0, 96},
+                                    {15, 96},
+                                    {16385, 96},
+                                    {2147483647, 96},
+                                    {640, -1},
+                                    {640, 35},
+                                    {640, 2401}}) {
     error.clear();
-    EXPECT_FALSE(write(drawing, "png", {side, 400}, bytes, error)) << side;
-    EXPECT_FALSE(error.empty());
-  }
-  for (const int dots : {-1, 0, 35, 2401}) {
-    error.clear();
-    EXPECT_FALSE(write(drawing, "png", {640, 400, dots}, bytes, error)) << dots;
+    EXPECT_FALSE(write(drawing, "png", {width, 400, dots}, bytes, error)) << width << " " << dots;
     EXPECT_FALSE(error.empty());
   }
 }
 
 TEST(Painter, DrawingsWithoutASizeAndBrokenOnesPaintNothing) {
-  EXPECT_EQ(picture({}, 50, 50).pixel(25, 25), 0xFFFFFFFF);
+  EXPECT_EQ(picture({}, {50, 50}).pixel(25, 25), 0xFFFFFFFF);
   DrawingRecord odd{100, 100, {}, {}};
   odd.records = {drawing::SelectObject{7}, drawing::DeleteObject{9}, drawing::Polyline{},
                  drawing::Polygon{}, drawing::Text{{5, 5}, "\xFF\xFE"}};
-  EXPECT_EQ(picture(odd, 50, 50).width(), 50);
+  EXPECT_EQ(picture(odd, {50, 50}).width(), 50);
 }
 
 }  // namespace

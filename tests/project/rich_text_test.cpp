@@ -26,21 +26,18 @@ TEST(RichText, RandomTextSurvives) {
 }
 
 TEST(RichText, ReadsTheRtfOfOthers) {
-  struct Row {
-    const char* rtf;
-    const char* plain;
-  };
-  const Row rows[] = {{"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\b bold\\b0  text\\par}", "bold text\n"},
-                      {"\\'e9t\\'e9 \\'80", "été €"},
-                      {"{\\*\\generator x;}seen", "seen"},
-                      {"\\u8211-dash", "–dash"},
-                      {"\\u-3913?x", "\xEF\x82\xB7x"},
-                      {"{unclosed {group", "unclosed group"},
-                      {"stray } brace\\", "stray  brace"},
-                      {"\\'zz", "zz"},
-                      {"\\u99999999999999999999 x", ""},
-                      {"a\r\nb\\line c", "ab\nc"}};
-  for (const Row& row : rows) EXPECT_EQ(rtf_to_plain(row.rtf), row.plain) << row.rtf;
+  const std::pair<const char*, const char*> rows[] = {
+      {"{\\rtf1{\\fonttbl{\\f0 Arial;}}\\b bold\\b0  text\\par}", "bold text\n"},
+      {"\\'e9t\\'e9 \\'80", "été €"},
+      {"{\\*\\generator x;}seen", "seen"},
+      {"\\u8211-dash", "–dash"},
+      {"\\u-3913?x", "\xEF\x82\xB7x"},
+      {"{unclosed {group", "unclosed group"},
+      {"stray } brace\\", "stray  brace"},
+      {"\\'zz", "zz"},
+      {"\\u99999999999999999999 x", ""},
+      {"a\r\nb\\line c", "ab\nc"}};
+  for (const auto& [rtf, plain] : rows) EXPECT_EQ(rtf_to_plain(rtf), plain) << rtf;
 }
 
 TEST(CodePage, EveryByteGoesToTextAndBack) {

@@ -7,30 +7,19 @@
 namespace tavlo {
 namespace {
 
-class AutoScaleTest : public ::testing::Test {
- protected:
-  const ChartAxis& x() { return here.chart().Axes(0); }
-  void scale() { SetAutoScale(here.session, here.chart()); }
+TEST(AutoScale, FollowsFailuresAloneAndLeavesHeldLimits) {
   test::ChartWorld here;
-};
-
-TEST_F(AutoScaleTest, OnlyFailuresCountAndAnEmptyChartStays) {
-  here.show(test::ranked({{5, 0, 1}, {900, 0, 3}}));
-  scale();
-  EXPECT_EQ(x().Min, 1);
-  here.show(test::ranked({{5, 0, 1}, {54}, {386}, {90000, 0, 3}}));
-  scale();
-  EXPECT_EQ(x().Min, 10);
-  EXPECT_EQ(x().Max, 1000);
-}
-
-TEST_F(AutoScaleTest, HeldLimitsStayThroughAnyNumberOfRuns) {
-  here.show(test::ranked({{54}, {386}}));
-  here.chart().Axes(0).AutoMin = false;
-  here.chart().Axes(0).Min = 3.75;
-  for (int i = 0; i < 3; ++i) scale();
-  EXPECT_EQ(x().Min, 3.75);
-  EXPECT_EQ(x().Max, 1000);
+  ChartAxis& x = here.chart().Axes(0);
+  const auto limits_for = [&](const std::vector<test::Point>& points) {
+    here.show(test::ranked(points));
+    SetAutoScale(here.session, here.chart());
+    return std::pair(x.Min, x.Max);
+  };
+  EXPECT_EQ(limits_for({{5, 0, 1}, {900, 0, 3}}).first, 1) << "no failure: as it was";
+  EXPECT_EQ(limits_for({{5, 0, 1}, {54}, {386}, {90000, 0, 3}}), std::pair(10.0, 1000.0));
+  x.AutoMin = false;
+  x.Min = 3.75;
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(limits_for({{54}, {386}}), std::pair(3.75, 1000.0));
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <ostream>
 #include <random>
 
 #include "chart/chart_world.h"
@@ -32,10 +31,6 @@ struct FileRecord {
   int function = 0;
   std::vector<int> words;
   friend bool operator==(const FileRecord&, const FileRecord&) = default;
-  friend void PrintTo(const FileRecord& record, std::ostream* out) {
-    *out << std::hex << record.function << std::dec;
-    for (const int word : record.words) *out << " " << word;
-  }
 };
 
 /// The records between mapping mode, which every file begins with, and the end;
@@ -156,8 +151,7 @@ TEST(Metafile, NothingWrapsAround) {
 }
 
 TEST(Metafile, TextsAreAnsiAndTellWhatTheyLose) {
-  DrawingRecord drawing;
-  drawing.width = drawing.height = 100;
+  DrawingRecord drawing{100, 100, {}, {}};
   drawing.records = {Text{{1, 2}, "\u00E4\u20AC\u03A9"}, Text{{1, 2}, std::string(70000, 'y')}};
   std::string lost;
   const auto records = records_of(metafile_bytes(drawing, &lost));

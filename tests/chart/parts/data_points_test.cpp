@@ -20,8 +20,8 @@ std::vector<Place> places(test::ChartWorld& here) {
   return found;
 }
 
-// A point on the frame is seen whole; further out than half a symbol it is not seen.
-TEST(DataPoints, OnTheFrameAreSeenWhole) {
+// A point on the frame is seen; further out than half a symbol it is not.
+TEST(DataPoints, OnTheFrameAreSeen) {
   test::ChartWorld here;
   DataSet data = test::make_data({{0.1}, {0.1}, {10}, {10}, {0.09}, {1}});
   const float fractions[] = {0.01f, 0.99f, 0.01f, 0.99f, 0.5f, 0.999f};

@@ -60,8 +60,7 @@ TEST_F(PlotCoordinatesTest, GuardedLimits) {
     axis.Min = c.min;
     axis.Max = c.max;
     const Limits limits = GuardedLimits(axis, c.code);
-    EXPECT_EQ(limits.low, c.low) << c.code << " " << c.min << " " << c.max;
-    EXPECT_EQ(limits.high, c.high) << c.code << " " << c.min << " " << c.max;
+    EXPECT_EQ(std::pair(limits.low, limits.high), std::pair(c.low, c.high)) << c.code;
   }
 }
 
