@@ -42,6 +42,7 @@ void set_threads(int count) { wanted = count; }
 #include <oneapi/tbb/blocked_range.h>
 #include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/parallel_for.h>
+#include <oneapi/tbb/task_arena.h>
 
 #include <memory>
 
@@ -50,8 +51,11 @@ namespace tavlo {
 void for_each_index(std::size_t count, const std::function<void(std::size_t)>& task) {
   if (count == 0) return;
   if (count == 1) return task(0);
-  tbb::parallel_for(tbb::blocked_range<std::size_t>(0, count, 1), [&](const auto& range) {
-    for (std::size_t i = range.begin(); i != range.end(); ++i) task(i);
+  // Isolated: a thread that waits here takes no other caller's work onto its stack.
+  tbb::this_task_arena::isolate([&] {
+    tbb::parallel_for(tbb::blocked_range<std::size_t>(0, count, 1), [&](const auto& range) {
+      for (std::size_t i = range.begin(); i != range.end(); ++i) task(i);
+    });
   });
 }
 

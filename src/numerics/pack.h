@@ -129,6 +129,13 @@ class Pack {
   Half low_{}, high_{};
 };
 
+/// Of the lanes.
+inline double sum(Pack a) {
+  double lanes[Pack::lanes];
+  a.store(lanes);
+  return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
+}
+
 /// `a` where the mask is set, `b` elsewhere. Quick for the outcome of one comparison;
 /// a mask of several is taken lane by lane (gcc 12).
 TAVLO_PACKED inline Pack select(PackMask mask, Pack a, Pack b) {

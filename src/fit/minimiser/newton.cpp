@@ -27,7 +27,10 @@ class NewtonRun {
     if (!evaluate(end_.q, end_.shape)) return end_;
     for (int step = 0; step < terrain_.most_steps; ++step) {
       find_free();
-      if (is_at_rest()) return concluded();
+      if (is_at_rest()) {
+        settle();
+        return concluded();
+      }
       if (!advance()) return concluded();
       if (terrain_.inside && !terrain_.inside(end_.q)) {
         end_.kind = MinimiserEnd::Kind::cut_off;
@@ -80,6 +83,26 @@ class NewtonRun {
     const SmallVector g = free_gradient();
     if (!solve_definite(free_part(end_.shape.hessian), g, free_count_, step)) return false;
     return half_product(g, step) <= terrain_.small_gain;
+  }
+
+  /// One more Newton step takes a proven end to its last digits.
+  void settle() {
+    SmallVector step{};
+    if (!terrain_.judged ||
+        !solve_definite(free_part(end_.shape.hessian), free_gradient(), free_count_, step))
+      return;
+    SmallVector q = end_.q;
+    for (std::size_t i = 0; i < free_count_; ++i) q[free_[i]] -= step[i];
+    if (terrain_.bounded < size()) {
+      double& value = q[terrain_.bounded];
+      value = std::clamp(value, terrain_.low, terrain_.high);
+    }
+    LocalShape shape;
+    const double noise = 1e-13 * std::fabs(end_.shape.value);
+    if (!evaluate(q, shape) || shape.value > end_.shape.value + noise) return;
+    end_.q = q;
+    end_.shape = shape;
+    find_free();
   }
 
   double half_product(const SmallVector& a, const SmallVector& b) const {

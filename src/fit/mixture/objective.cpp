@@ -10,12 +10,6 @@
 namespace tavlo {
 namespace {
 
-double sum(Pack pack) {
-  double lanes[Pack::lanes];
-  pack.store(lanes);
-  return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
-}
-
 /// Sums over rows of weighted shapes.
 template <std::size_t K>
 class ShapeSums {

@@ -83,9 +83,9 @@ Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
   const MinimumLifeLikelihood rough(few);
   const MinimumLifeLikelihood whole(times);
   for (const ProfilePoint& point : scan.maxima) {
-    const auto sketched =
-        maximum_near(rough, {std::log(point.beta), point.ln_eta, std::log(point.distance)}, fence);
-    const auto end = sketched ? maximum_near(whole, sketched->q, fence) : std::nullopt;
+    const SmallVector scanned = {std::log(point.beta), point.ln_eta, std::log(point.distance)};
+    const auto sketched = maximum_near(rough, scanned, fence);
+    const auto end = maximum_near(whole, sketched ? sketched->q : scanned, fence);
     if (end) maxima.proven.push_back(*end);
   }
   std::stable_sort(maxima.proven.begin(), maxima.proven.end(),

@@ -20,12 +20,6 @@ void pad(std::vector<double>& times, std::vector<double>& weights) {
   }
 }
 
-double sum(Pack pack) {
-  double lanes[Pack::lanes];
-  pack.store(lanes);
-  return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
-}
-
 constexpr std::size_t pairs = 6;
 
 /// Lower triangle by rows: bb, eb, ee, db, de, dd.

@@ -85,18 +85,18 @@ Best best_weibull(const Task& task) {
 Best best_share_alone(const Task& task) {
   Best best;
   if (task.rows.suspensions.count == 0) return best;
-  const Fence fence = Fence::around(task.usual_slope());
   const double failed =
       task.rows.failures.total / (task.rows.failures.total + task.rows.suspensions.total);
+  // A share that holds all failures is no spike, however small: a large fleet has it.
+  Fence fence = Fence::around(task.usual_slope());
+  fence.lowest_share = std::min(fence.lowest_share, 0.1 * failed);
   for (const double share : {1.05 * failed, 1.5 * failed, 0.5 * (1 + failed)}) {
     MixturePoint start{share_alone, {}};
     start.q[0] = task.weibull.point.q[0];
     start.q[1] = task.rows.mean_x;
-    start.q[2] = logit(std::clamp(share, 0.002, 0.99));
+    start.q[2] = logit(std::min(share, 0.99));
     const auto optimum = optimum_from(task.rows, start, fence);
-    // At the upper bound of the share it is one Weibull of all units; at the lower one the
-    // failures are fewer still, and all units as one Weibull may be far worse.
-    if (!optimum || (optimum->at_bound && optimum->point.share() > 0.5)) continue;
+    if (!optimum || optimum->at_bound) continue;  // at the upper bound it is one Weibull of all
     if (best.exists && best.optimum.value <= optimum->value) continue;
     best.exists = true;
     best.optimum = *optimum;

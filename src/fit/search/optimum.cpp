@@ -18,7 +18,7 @@ Terrain terrain_of(const MixtureRows& rows, const Populations& populations, cons
   terrain.longest_step.fill(1.0);
   if (populations.c) {
     terrain.bounded = populations.at_share();
-    terrain.low = logit(Fence::lowest_share);
+    terrain.low = logit(fence.lowest_share);
     terrain.high = logit(Fence::highest_share);
     terrain.longest_step[terrain.bounded] = 2.0;
   }

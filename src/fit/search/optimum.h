@@ -14,9 +14,9 @@ namespace tavlo {
 /// What counts as an answer, free of units.
 struct Fence {
   static constexpr double fewest_failures = 2;  ///< expected, of a population that has any
-  static constexpr double lowest_share = 0.001;
   static constexpr double highest_share = 0.999;
   double steepest = 50;  ///< slope
+  double lowest_share = 0.001;
 
   /// `usual` is the slope of one Weibull on the same rows.
   static Fence around(double usual);

@@ -19,7 +19,7 @@ constexpr std::size_t looks_a_population = 12;  // unlike starts that are tried 
 constexpr std::size_t whole_search_rows = 400;
 constexpr std::size_t middle_rows = 6400;
 constexpr std::size_t ends_for_middle = 6;
-constexpr std::size_t ends_for_whole = 3;
+constexpr std::size_t ends_for_whole = 4;
 
 bool better(const FoundOptimum& a, const FoundOptimum& b) {
   return a.optimum.value < b.optimum.value;

@@ -23,11 +23,12 @@ double best_ln_eta(const MixtureRows& rows, double beta) {
 
 std::optional<Optimum> one_weibull_optimum(const MixtureRows& rows) {
   const WeightedRows& f = rows.failures;
-  if (f.count == 0 || !(rows.spread_x > 0)) return {};
-  const double deviation = std::sqrt(rows.spread_x / f.total);
+  if (f.count == 0) return {};
+  const bool spread = rows.spread_x > 0;
+  if (!spread && rows.suspensions.count == 0) return {};
   constexpr double unit_deviation = 1.2825;  // of ln of a unit exponential
   MixturePoint start{one_weibull, {}};
-  start.q[0] = std::log(unit_deviation / deviation);
+  start.q[0] = spread ? std::log(unit_deviation / std::sqrt(rows.spread_x / f.total)) : 0.0;
   start.q[1] = best_ln_eta(rows, start.beta(0));
   return optimum_from(rows, start, {1e300});
 }
