@@ -66,17 +66,12 @@ TEST(FitByMode, WhatCannotBeFittedIsNamedAndTheRestGoesOn) {
   const Note by_likelihood{NoteCode::likelihood_for_one_mode, 0, {2}};
   const Note counted{NoteCode::counted_rows, 0, {}};
   const Rows inside = {{10, 1, 0, 1}, {20, 1, 0, 2}, {30, 1, 0, 1}, {40, 1, 0, 1}};
-  const Rows last = {{10, 1, 0, 1}, {30, 1, 0, 1}, {40, 1, 0, 2}};
   const Rows last_row = {{10, 1, 0, 1}, {30, 1, 0, 1}, {40, 3, 0, 2}};
   const Rows tied = {{10, 1, 0, 2}, {20, 1, 0, 1}, {20, 1, 0, 1}, {30, 1, 0, 2}};
-  const Rows suspended = {{10, 1, 0, 1}, {20, 0, 1, 2}, {30, 1, 0, 1}};
   const Case cases[] = {
       {"one failure with later units goes by likelihood", inside, rr, {by_likelihood}, 0},
-      {"asked for by likelihood it needs no note", inside, method_code::mle, {}, 0},
-      {"one failure that no unit outlives", last, rrs, {left_out(2, too_few_failures)}, 2},
       {"units of one row are one row", last_row, rrs, {counted, left_out(2, too_few_failures)}, 2},
       {"equal times leave the other mode its fit", tied, rr, {left_out(1, no_spread)}, 1},
-      {"a mode without failures", suspended, rr, {left_out(2, no_failure)}, 2},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
