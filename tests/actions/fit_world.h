@@ -1,12 +1,10 @@
 // A world whose first data set holds ranked points, and a person who asks for fits.
 #pragma once
 
-#include <algorithm>
-#include <cmath>
-
 #include "actions/dispatch.h"
 #include "project/fit_records.h"
 #include "project/ranking.h"
+#include "support/random_samples.h"
 #include "support/test_world.h"
 
 namespace tavlo::test {
@@ -37,17 +35,12 @@ struct FitWorld : TestWorld {
   std::string log() const { return session.log.plain(); }
 };
 
-/// Failures at the ranks of a part with infant failures, with a wear-out behind.
+/// Infant failures of a part, with a wear-out behind.
 inline std::vector<Point> infant_and_wear_out() {
+  RandomNumbers random(1);
   std::vector<Point> points;
-  for (int i = 1; i <= 60; ++i) {
-    const double F = (i - 0.3) / 60.4;
-    const bool infant = F < 0.2;
-    const double own = infant ? F / 0.25 : (F - 0.15) / 0.85;
-    points.push_back({infant ? 50 * std::pow(-std::log1p(-own), 1 / 1.5)
-                             : 1000 * std::pow(-std::log1p(-own), 1 / 3.0)});
-  }
-  std::sort(points.begin(), points.end(), [](auto& a, auto& b) { return a.x < b.x; });
+  for (const SampleRow& row : draws(random, weibull5c(3, 1000, 1.5, 50, 0.15), 60))
+    points.push_back({row.time});
   return points;
 }
 

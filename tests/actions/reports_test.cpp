@@ -46,24 +46,19 @@ TEST(PostFitLog, SaysEachFamilyInItsOwnWords) {
   const std::string mixed = "W5C/MLE" + units + likelihood +
                             "\nPopulations:\n\t1:   25.00000%\n\t2:   75.00000%\n"
                             "Applies to Pop: 1\n eta: \t100\tbeta: \t1\nApplies to Pop: 1,2\n";
-  const FitParam weibull = {0.002, 1, 1.5, 0, 1}, early = {0.01, 0.25, 1, 0, 1};
+  const FitParam weibull = {0.002, 1, 1.5, 0, 1}, later = {0.002, 1, 1.5, 7.25, 1},
+                 line = {100, 1, 0.5, 0, 1}, gumbel = {0.01, 1, 20, 0, 1},
+                 early = {0.01, 0.25, 1, 0, 1}, wear = {0.001, 0.75, 3, 0, 3},
+                 unreached = {unreached_scale, 0.75, 1, 0, 3};
+  const std::string eta_beta = " eta: \t500\tbeta: \t1.5\n";
   const Case cases[] = {
-      {98, 1, {weibull}, "W/MLE" + units + likelihood + " eta: \t500\tbeta: \t1.5\n\n"},
-      {162,
-       0,
-       {{0.002, 1, 1.5, 7.25, 1}},
-       "W3T/rr" + units + r_squared + " eta: \t500\tbeta: \t1.5\n  t0: \t7.25\n\n"},
-      {857, 0, {{100, 1, 0.5, 0, 1}}, "N/rr" + units + r_squared + " mu: \t100\tsigma: \t2\n\n"},
-      {922,
-       2,
-       {{100, 1, 0.5, 0, 1}},
-       "LN/rrs" + units + r_squared + " Med: \t100\tsigF: \t7.389056\n\n"},
-      {1137, 0, {{0.01, 1, 20, 0, 1}}, "G+/rr" + units + r_squared + " Xi: \t100\tDel: \t20\n\n"},
-      {354, 1, {early, {0.001, 0.75, 3, 0, 3}}, mixed + " eta: \t1000\tbeta: \t3\n\n"},
-      {354,
-       1,
-       {early, {unreached_scale, 0.75, 1, 0, 3}},
-       mixed + " eta: \tnot determined\tbeta: \tnot determined\n\n"}};
+      {98, 1, {weibull}, "W/MLE" + units + likelihood + eta_beta + "\n"},
+      {162, 0, {later}, "W3T/rr" + units + r_squared + eta_beta + "  t0: \t7.25\n\n"},
+      {857, 0, {line}, "N/rr" + units + r_squared + " mu: \t100\tsigma: \t2\n\n"},
+      {922, 2, {line}, "LN/rrs" + units + r_squared + " Med: \t100\tsigF: \t7.389056\n\n"},
+      {1137, 0, {gumbel}, "G+/rr" + units + r_squared + " Xi: \t100\tDel: \t20\n\n"},
+      {354, 1, {early, wear}, mixed + " eta: \t1000\tbeta: \t3\n\n"},
+      {354, 1, {early, unreached}, mixed + " eta: \tnot determined\tbeta: \tnot determined\n\n"}};
   for (const Case& c : cases) EXPECT_EQ(logged(fit_of(c.code, c.method, c.rows)), c.text);
   FitResult claims_more = fit_of(98, 1, {weibull});
   claims_more.nRows = 3;
@@ -75,21 +70,19 @@ TEST(PostFitLog, SaysEachFamilyInItsOwnWords) {
 TEST(LoadFit, HeadingsFollowTheMixOfFamilies) {
   TestWorld world;
   FitSet& fits = world.session.gFit(1);
-  fits.Fits.push_back(fit_of(98, 0, {{0.002, 1, 1.5, 0, 1}}));
   fits.Fits.push_back(fit_of(922, 0, {{100, 1, 0.5, 0, 1}}));
   fits.Fits.push_back(fit_of(857, 1, {{100, 1, 0.5, 0, 1}}));
   fits.Fits.push_back(fit_of(98, 1, {{0.002, 0.4, 1.5, 3, 1}, {0, 0.6, 2, 0, 2}}));
-  fits.nFits = 4;
+  fits.nFits = 3;
   Load_Fit(world.session, 1);
   const Grid& grid = world.session.gFitForm(1)->grd_Fit;
-  EXPECT_EQ(grid.rows(), 6);
-  EXPECT_EQ(grid.text(0, fit_column::scale), "eta, Med, mu");
-  EXPECT_EQ(grid.text(0, fit_column::shape), "beta, sdF, sigma");
-  EXPECT_EQ(grid.text(2, fit_column::shape), "7.38906");
-  EXPECT_EQ(grid.text(4, fit_column::fraction), "40");
-  EXPECT_EQ(grid.text(4, fit_column::min_life), "3");
-  EXPECT_EQ(grid.text(5, fit_column::number), "") << "further rows of a fit repeat nothing";
-  EXPECT_EQ(grid.text(5, fit_column::scale), "not determined") << "no reciprocal of 0";
+  EXPECT_EQ(grid.rows(), 5);
+  EXPECT_EQ(grid.text(0, fit_column::scale), "Med, mu, eta");
+  EXPECT_EQ(grid.text(0, fit_column::shape), "sdF, sigma, beta");
+  EXPECT_EQ(grid.text(1, fit_column::shape), "7.38906");
+  EXPECT_EQ(grid.text(3, fit_column::fraction) + " " + grid.text(3, fit_column::min_life), "40 3");
+  EXPECT_EQ(grid.text(4, fit_column::number), "") << "further rows of a fit repeat nothing";
+  EXPECT_EQ(grid.text(4, fit_column::scale), "not determined") << "no reciprocal of 0";
 }
 
 }  // namespace

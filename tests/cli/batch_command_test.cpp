@@ -42,26 +42,21 @@ std::string text_of(const std::vector<json>& lines) {
   return text;
 }
 
-/// The line as a table that `fit` reads.
-std::string table_of(const json& line) {
-  std::string text = "x,fails,susps\n";
-  for (std::size_t i = 0; i < line.at("x").size(); ++i)
-    text +=
-        line["x"][i].dump() + "," + line["fails"][i].dump() + "," + line["susps"][i].dump() + "\n";
-  return text;
-}
-
 TEST_F(BatchCommand, ALineGivesWhatItsFileGives) {
   const std::vector<json> lines = random_lines(4, 25);
-  const ProgramRun batch = folder.run({"batch"}, text_of(lines));
-  const std::vector<json> answers = batch.json();
+  const std::vector<json> answers = folder.run({"batch"}, text_of(lines)).json();
   ASSERT_EQ(answers.size(), lines.size());
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    folder.write("d", table_of(lines[i]));
-    std::vector<std::string> words = {
-        "fit",      "d",    "--json", "--model", lines[i]["model"], "--method", lines[i]["method"],
-        "--b-life", "1,10", "--at",   "500"};
-    if (lines[i].contains("slope")) words.insert(words.end(), {"--slope", "1.75"});
+    const json& line = lines[i];
+    std::string table = "x,fails,susps\n";
+    for (std::size_t k = 0; k < line["x"].size(); ++k)
+      table += line["x"][k].dump() + "," + line["fails"][k].dump() + "," + line["susps"][k].dump() +
+               "\n";
+    folder.write("d", table);
+    std::vector<std::string> words = {"fit",         "d",        "--json",       "--model",
+                                      line["model"], "--method", line["method"], "--b-life",
+                                      "1,10",        "--at",     "500"};
+    if (line.contains("slope")) words.insert(words.end(), {"--slope", "1.75"});
     json expected = folder.run(words).json().at(0);
     expected.erase("file");
     expected.erase("set");
@@ -88,22 +83,15 @@ TEST_F(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
       {R"({"id":1,"x":[5,NaN,7]})", "1", "no JSON object"},
       {R"({"id":"a\"\u001b","x":[5,1e999]})", R"("a\"\u001b")", "can't be read"},
       {R"({"id":{"k":[1,2]},"x":"5"})", R"({"k":[1,2]})", "x is no list of numbers"},
-      {R"({"id":null,"x":[5,"six"]})", "null", "x holds something that is no number"},
       {R"({"id":2,"x":[5,6],"fails":[1]})", "2", "x and fails are not of equal length"},
       {R"({"id":2,"x":[5,6],"susps":[1,-1]})", "2", "a count is negative"},
-      {R"({"id":2,"x":[5,6],"fails":[1,0]})", "2", "neither failures nor suspensions"},
       {R"({"id":2,"x":[5,1e39]})", "2", "out of range"},
-      {R"({"id":2,"x":[]})", "2", "x is empty"},
       {R"({"id":2})", "2", "there is no x"},
       {R"({"id":2,"x":[5,6],"model":"W9P"})", "2", "'W9P' is no model"},
-      {R"({"id":2,"x":[5,6],"model":7})", "2", "model is no word"},
-      {R"({"id":2,"x":[5,6],"method":"ls"})", "2", "'ls' is no method"},
       {R"({"id":2,"x":[5,6],"model":"Wb"})", "2", "Wb needs its slope"},
-      {R"({"id":2,"x":[5,6],"b_life":[0]})", "2", "is not a percentage"},
       {R"({"id":2,"x":[5,6],"censored":1})", "2", "neither true nor false"},
       {R"({"id":2,"x":[5,6],"suspended":[0,1]})", "2", "there is no field 'suspended'"},
       {R"({"id":2,"x":[5,6],"x":[1,2]})", "2", "stands there twice"},
-      {R"([5,6])", "null", "no JSON object"},
       {R"({"id":2,"x":[5,6]} {"x":[1,2]})", "2", "no JSON object"},
       {"{\"id\":2,\"x\":[5,6],\"model\":\"\xFF\"}", "null", "not UTF-8"},
       {"\x01", "null", "no JSON object"},

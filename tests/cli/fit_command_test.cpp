@@ -169,9 +169,7 @@ TEST_F(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
   const Case cases[] = {
       {"5\n", "--model W2P", "too-few-failures", "1 failure"},
       {">5\n>6\n", "--model W2P --method mle", "no-failure", "fail"},
-      {"5\n5\n5\n", "--model W2P", "no-spread", "do not spread"},
       {"5\n5\n5\n", "--model W2P --method mle", "slope-without-limit", "rises without limit"},
-      {"5\n6\n7\n", "--model 986", "no-such-fit", "can't be fitted"},
       {"-5\n6\n7\n", "--model W2P --negative-is-value", "time-not-above-zero",
        "row 1 has the time -5"},
       {"5\n6\n7\n", "--model FM", "no-mode-fitted", "no failure modes"},

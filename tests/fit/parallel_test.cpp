@@ -10,28 +10,23 @@
 namespace tavlo {
 namespace {
 
-std::vector<double> sines(std::size_t count) {
-  std::vector<double> results(count);
-  for_each_index(count, [&](std::size_t i) { results[i] = std::sin(static_cast<double>(i)); });
-  return results;
-}
-
+/// Sums within sums.
 std::vector<double> nested_sums(std::size_t count) {
   std::vector<double> sums(count);
   for_each_index(count, [&](std::size_t i) {
-    for (const double part : sines(i)) sums[i] += part;
+    std::vector<double> parts(i);
+    for_each_index(i, [&](std::size_t k) { parts[k] = std::sin(static_cast<double>(k)); });
+    for (const double part : parts) sums[i] += part;
   });
   return sums;
 }
 
 TEST(Parallel, AnyNumberOfThreadsGivesTheSameBits) {
   set_threads(1);
-  const auto sines_alone = sines(1000), sums_alone = nested_sums(100);
+  const auto alone = nested_sums(200);
   for (const int threads : {0, 2, 5}) {
     set_threads(threads);
-    EXPECT_EQ(sines(1000), sines_alone) << threads;
-    EXPECT_EQ(nested_sums(100), sums_alone) << threads;
-    EXPECT_TRUE(sines(0).empty());
+    EXPECT_EQ(nested_sums(200), alone) << threads;
   }
   set_threads(0);
 }
