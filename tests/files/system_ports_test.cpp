@@ -9,24 +9,6 @@
 namespace tavlo {
 namespace {
 
-/// Another time zone for as long as it lives.
-class TimeZone {
- public:
-  explicit TimeZone(const char* name) {
-    const char* const old = std::getenv("TZ");
-    old_ = old ? old : "";
-    set(name);
-  }
-  ~TimeZone() { set(old_); }
-
- private:
-  static void set(const std::string& name) {
-    name.empty() ? ::unsetenv("TZ") : ::setenv("TZ", name.c_str(), 1);
-    ::tzset();
-  }
-  std::string old_;
-};
-
 /// Days since 30 December 1899 of the clock's own date and time.
 double day_count_of(const DateTime& moment) {
   std::tm utc{};
@@ -38,8 +20,11 @@ double day_count_of(const DateTime& moment) {
 }
 
 TEST(SystemClock, ItsFormsTellTheSameMomentInAnyZone) {
+  const char* const zone_here = std::getenv("TZ");
+  const std::string before_all = zone_here ? zone_here : "";
   for (const char* zone : {"UTC", "XXX-13:45", "YYY+11"}) {
-    const TimeZone here(zone);
+    ::setenv("TZ", zone, 1);
+    ::tzset();
     SystemClock clock;
     const double before = clock.day_count();
     const DateTime now = clock.now();
@@ -50,6 +35,8 @@ TEST(SystemClock, ItsFormsTellTheSameMomentInAnyZone) {
     // 30 December 1899, day 0, was a Saturday.
     EXPECT_EQ((now.weekday + 1) % 7, static_cast<int>(std::floor(day_count_of(now))) % 7) << zone;
   }
+  before_all.empty() ? ::unsetenv("TZ") : ::setenv("TZ", before_all.c_str(), 1);
+  ::tzset();
 }
 
 }  // namespace
