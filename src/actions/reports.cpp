@@ -114,7 +114,7 @@ std::string entry_body(Session& session, const FitResult& fit, const DataSet& da
     const ModeFit* mode = mode_of_row(fit, i);
     if (mode) text += mode_line(reporter, *mode, data, digits);
     if (mode && mode->refusal) continue;
-    if (populations) text += "Applies to Pop: " + fs_BitList(row.Applies, false) + line_end;
+    if (populations) text += "Applies to Pop: " + fs_BitList(row.Applies) + line_end;
     text += parameter_line(reporter, fit, row, digits);
   }
   return text + note_lines(fit, data);
@@ -173,7 +173,7 @@ void load_numbers(Session& session, const FitResult& fit, const DataSet& data, i
   if (!mode && row == 1)
     grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
   grid.set_text(to, fit_column::sub_population,
-                mode ? mode_name(data, mode->mode) : fs_BitList(from.Applies, false));
+                mode ? mode_name(data, mode->mode) : fs_BitList(from.Applies));
   grid.set_text(to, fit_column::scale, rounded(reporter, shown.first, digits));
   grid.set_text(to, fit_column::shape, rounded(reporter, shown.second, digits));
   if (mode && mode->refusal) return;

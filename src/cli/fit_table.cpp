@@ -68,7 +68,7 @@ std::vector<std::string> population(const FitReport& report, const Fit& fit, std
   const std::string share = number(std::round(row.Fraction * 1e5) / 1e3) + " %";
   if (columns.shares) {
     cells.push_back(row.Fraction > 0 ? share : "");
-    cells.push_back(fs_BitList(row.Applies, false));
+    cells.push_back(fs_BitList(row.Applies));
   }
   cells.insert(cells.end(), {known(shown.first, missing), known(shown.second, missing)});
   if (columns.minimum_life) cells.push_back(row.T0 != 0 ? number(row.T0) : "");

@@ -89,23 +89,13 @@ std::string fs_Dbl2Txt(double value, const std::string& format) {
   return sign + with_prefix(size, k == 0 ? "0" : cut.substr(0, k));
 }
 
-std::string fs_BitList(std::int32_t value, bool as_digits, int width) {
+std::string fs_BitList(std::int32_t value) {
   constexpr std::int64_t mask = 1073741823;
   if (std::abs(static_cast<std::int64_t>(value)) > mask) return "N/A";
   std::string text;
   std::int64_t rest = value & mask;
-  for (int number = 1; rest != 0; ++number, rest >>= 1) {
-    if (as_digits) {
-      text.insert(0, 1, (rest & 1) != 0 ? '1' : '0');
-    } else if ((rest & 1) != 0) {
-      text += (text.empty() ? "" : ",") + std::to_string(number);
-    }
-  }
-  if (as_digits && width > 0) {
-    const auto wanted = static_cast<std::size_t>(width);
-    if (text.size() < wanted) text.insert(0, wanted - text.size(), '0');
-    text.erase(0, text.size() - wanted);
-  }
+  for (int number = 1; rest != 0; ++number, rest >>= 1)
+    if ((rest & 1) != 0) text += (text.empty() ? "" : ",") + std::to_string(number);
   return text.empty() ? "0" : text;
 }
 

@@ -11,8 +11,7 @@ namespace tavlo {
 /// the text in front of it is the digits pattern, 1500 becomes "1.5K".
 std::string fs_Dbl2Txt(double value, const std::string& format);
 
-/// A set of bits as text: "1,2" or, `as_digits`, "011" padded and cut to the
-/// width. "0" for the empty set, "N/A" beyond 30 bits.
-std::string fs_BitList(std::int32_t value, bool as_digits, int width = 0);
+/// A set of bits as text: "1,2"; "0" for the empty set, "N/A" beyond 30 bits.
+std::string fs_BitList(std::int32_t value);
 
 }  // namespace tavlo

@@ -6,15 +6,15 @@
 #include <string>
 #include <string_view>
 
+#include "chart/compose/unheard_reports.h"
 #include "files/chart_section.h"
 #include "numerics/error_reporter.h"
-#include "support/silent_reports.h"
 
 namespace tavlo::test {
 
 /// The section of a chart; nothing when it can't be written.
 inline std::optional<std::string> section_of(const Chart& chart) {
-  SilentReports reports;
+  UnheardReports reports;
   ProjectWriter file;
   if (!RW_Chart(reports.errors, file, chart)) return std::nullopt;
   return file.bytes();

@@ -33,29 +33,5 @@ TEST(ValueText, EngineeringPrefixes) {
   EXPECT_EQ(fs_Dbl2Txt(0.75, "yyyy-mm-dd hh:nn:ss"), "1899-12-30 18:00:00");
 }
 
-TEST(ValueText, BitSets) {
-  struct Row {
-    std::int32_t value;
-    bool as_digits;
-    int width;
-    const char* text;
-  };
-  const Row rows[] = {
-      {0, false, 0, "0"},
-      {1, false, 0, "1"},
-      {3, false, 0, "1,2"},
-      {5, false, 0, "1,3"},
-      {3, true, 4, "0011"},
-      {13, true, 2, "01"},
-      {0, true, 3, "000"},
-      {0, true, 0, "0"},
-      {1 << 29, false, 0, "30"},
-      {1 << 30, false, 0, "N/A"},
-      {std::numeric_limits<std::int32_t>::min(), true, 4, "N/A"},
-  };
-  for (const Row& row : rows)
-    EXPECT_EQ(fs_BitList(row.value, row.as_digits, row.width), row.text) << row.value;
-}
-
 }  // namespace
 }  // namespace tavlo

@@ -35,7 +35,7 @@ TableLine value_line(const Model& model, const FitParam& row, int digits) {
   const ShownParameters shown = shown_parameters(model.code, row);
   TableLine line;
   line.cells = {"",
-                fs_BitList(row.Applies, false),
+                fs_BitList(row.Applies),
                 number_text(row.Fraction, digits),
                 value_text(shown.first, digits),
                 model.fixes_slope() ? "" : value_text(shown.second, digits),
