@@ -119,7 +119,7 @@ void add_clusters(const Branch& branch, Populations wanted, const MixtureRows& r
                   const MixturePoint& contained, double steepest, StartComparison& to) {
   const MixtureRows few = thinned(rows, comparing_rows);
   const WeightedRows& f = few.failures;
-  for (const std::size_t width : {3, 5, 8, 13, 21, 30}) {
+  for (const std::size_t width : {3u, 5u, 8u, 13u, 21u, 30u}) {
     double before = 0;
     for (std::size_t from = 0; from + width <= f.count; before += f.w[from++]) {
       const Cluster c = cluster_of(f, from, from + width, before, steepest);
