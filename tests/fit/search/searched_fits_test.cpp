@@ -86,7 +86,10 @@ double judge(const Sample& sample, const Asked& asked, std::span<const double> c
   const auto own = static_cast<double>(test::quality_of(fit.life, sample, request));
   EXPECT_NEAR(fit.quality, own, 1e-9 * std::max(1.0, std::fabs(own)));
   // More ends at the answer than contained models can bring: it was found again and again.
-  if (fit.starts->agreed > 15) EXPECT_FALSE(note_of(answer, NoteCode::unconfirmed));
+  if (fit.starts->agreed > 15) {
+    EXPECT_FALSE(note_of(answer, NoteCode::unconfirmed));
+  }
+  EXPECT_LE(fit.starts->tried, request.search.most_starts);
   const double best_inside = *std::max_element(contained.begin(), contained.end());
   EXPECT_GE(fit.quality, best_inside - (asked.by_likelihood() ? 1e-6 : 1e-10));
   expect_inside_fence(fit, sample, weibull_slope);
