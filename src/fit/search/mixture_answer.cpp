@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
+#include <optional>
 #include <span>
 
 #include "fit/mixture/objective.h"
@@ -18,7 +20,8 @@ struct Best {
   Optimum optimum;
   std::int16_t of_model = 0;  ///< the model whose optimum it is: the asked one or a contained one
   SearchOutcome outcome;
-  double contained_value = 0;  ///< the best of the contained models
+  double lowest = std::numeric_limits<double>::infinity();  ///< of all ends, also unproven ones
+  double contained_value = 0;                               ///< the best of the contained models
   std::int16_t contained_model = 0;
 };
 
@@ -48,6 +51,7 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
   KnownGround ground{task.usual_slope(), {}, 0};
   for (const Best& inner : contained) {
     if (!inner.exists) continue;
+    best.lowest = std::min(best.lowest, inner.lowest);
     for (const MixturePoint& point : branching_points(inner)) ground.contained.push_back(point);
     if (best.exists && best.optimum.value <= inner.optimum.value) continue;
     best.exists = true;
@@ -60,6 +64,7 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
   ground.value = best.optimum.value;
   best.outcome =
       search_optima(task.rows, populations_of(model), ground, task.options, task.companion);
+  best.lowest = std::min(best.lowest, best.outcome.lowest);
   if (best.outcome.optima.empty()) return best;
   const Optimum& own = best.outcome.optima.front().optimum;
   // A contained optimum cut in two stands as high, but for the rounding.
@@ -190,22 +195,33 @@ double distinct_times(const WeightedRows& failures) {
   return times;
 }
 
+/// A curve of more parameters than points goes through all of them in many ways: no answer,
+/// but where none of these ways is better than a contained model's only one.
+std::optional<Refusal> refuse_saturated(const Best& best, const MixtureRows& rows,
+                                        std::int16_t model) {
+  constexpr double felt = 1e-4;  // in r squared
+  const double times = distinct_times(rows.failures);
+  const auto own = static_cast<double>(best.optimum.point.populations.size());
+  const auto needed = static_cast<double>(populations_of(model).size());
+  const bool better_ways = best.lowest < best.optimum.value - felt;
+  if (times >= needed || (times >= own && !better_ways)) return std::nullopt;
+  return Refusal{RefusalCode::no_spread, {times, needed}};
+}
+
 }  // namespace
 
 FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion& companion) {
   const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
-  // A curve of more parameters than points goes through all of them in many ways.
-  const auto needed = static_cast<double>(populations_of(request.model).size());
-  const double times = distinct_times(rows.failures);
-  if (!rows.is_likelihood() && times < needed)
-    return {Refusal{RefusalCode::no_spread, {times, needed}}, {}};
   const auto weibull = one_weibull_optimum(rows);
   if (!weibull)
     return {
         Refusal{rows.spread_x > 0 ? RefusalCode::no_proven_optimum : RefusalCode::no_spread, {}},
         {}};
   const Task task{rows, request.search, companion, *weibull};
-  return answer_of(best_mixture(task, request.model), task, sample, request);
+  const Best best = best_mixture(task, request.model);
+  if (!rows.is_likelihood() && best.exists && !best.outcome.stopped)
+    if (const auto refusal = refuse_saturated(best, rows, request.model)) return {*refusal, {}};
+  return answer_of(best, task, sample, request);
 }
 
 }  // namespace tavlo

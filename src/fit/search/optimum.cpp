@@ -46,7 +46,7 @@ double proving_gain(const MixtureRows& rows) { return rows.is_likelihood() ? 1e-
 Fence Fence::around(double usual) { return {std::max(50.0, 25 * usual)}; }
 
 std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint& start,
-                                    const Fence& fence) {
+                                    const Fence& fence, double* ridge) {
   const Populations& populations = start.populations;
   const auto objective = make_objective(rows, populations);
   const ShapedFunction function = [&](const SmallVector& q, LocalShape& shape) {
@@ -56,6 +56,8 @@ std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint&
   MixturePoint from = start;
   order_risks(from);
   MinimiserEnd end = minimise(function, terrain, from.q);
+  if (ridge && end.kind != MinimiserEnd::Kind::cut_off && end.evaluations > 1)
+    *ridge = end.shape.value;
   if (end.kind != MinimiserEnd::Kind::minimum || end.decrement > proving_gain(rows)) return {};
   Optimum optimum{{populations, end.q}, end.shape.value, end.shape.hessian,
                   end.at_bound,         end.decrement,   end.curvature};

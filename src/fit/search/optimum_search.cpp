@@ -40,8 +40,11 @@ class OptimumSearch {
   /// Runs to the end from all starts; `are_finds` counts their ends as finds.
   void run(std::span<const MixturePoint> starts, bool are_finds) {
     std::vector<std::optional<Optimum>> ends(starts.size());
-    for_each_index(starts.size(),
-                   [&](std::size_t i) { ends[i] = optimum_from(rows_, starts[i], fence_); });
+    std::vector<double> values(starts.size(), outcome_.lowest);
+    for_each_index(starts.size(), [&](std::size_t i) {
+      ends[i] = optimum_from(rows_, starts[i], fence_, &values[i]);
+    });
+    for (const double value : values) outcome_.lowest = std::min(outcome_.lowest, value);
     for (const auto& end : ends) {
       outcome_.tried += 1;
       if (end) take(*end, are_finds);
@@ -171,7 +174,9 @@ SearchOutcome judged_on(const MixtureRows& rows, const SearchOutcome& rough, std
   for_each_index(count, [&](std::size_t i) {
     ends[i] = optimum_from(rows, rough.optima[i].optimum.point, fence);
   });
-  SearchOutcome judged{{}, rough.tried, rough.stopped};
+  SearchOutcome judged;
+  judged.tried = rough.tried;
+  judged.stopped = rough.stopped;
   for (std::size_t i = 0; i < count; ++i) {
     if (!ends[i]) continue;
     const auto same = [&](const FoundOptimum& known) {

@@ -2,6 +2,7 @@
 // The starts of a round share the cores; the rounds are the same for any number of them.
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include "fit/answer.h"
@@ -20,7 +21,8 @@ struct FoundOptimum {
 struct SearchOutcome {
   std::vector<FoundOptimum> optima;  ///< distinct, best first
   int tried = 0;
-  bool stopped = false;  ///< by the companion
+  bool stopped = false;                                     ///< by the companion
+  double lowest = std::numeric_limits<double>::infinity();  ///< value of any end, proven or not
 };
 
 /// What is known of the rows before the search.

@@ -140,7 +140,7 @@ std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wan
   add_grid(branch, wanted, rows, contained, grid);
   add_clusters(branch, wanted, rows, contained, slopes.steepest, clusters);
   std::vector<MixturePoint> starts = grid.best(most);
-  for (const MixturePoint& start : clusters.best(most)) starts.push_back(start);
+  for (const MixturePoint& start : clusters.best_of_places(2 * most)) starts.push_back(start);
   return starts;
 }
 

@@ -20,19 +20,32 @@ void StartComparison::add(MixturePoint point) {
   if (std::isfinite(value)) all_.push_back({point, value});
 }
 
-std::vector<MixturePoint> StartComparison::best(std::size_t most) {
-  constexpr double near = 0.5;
+template <class Alike>
+std::vector<MixturePoint> StartComparison::best_unlike(std::size_t most, Alike&& alike) {
   std::stable_sort(all_.begin(), all_.end(),
                    [](const Candidate& a, const Candidate& b) { return a.value < b.value; });
   std::vector<MixturePoint> chosen;
   for (const Candidate& candidate : all_) {
     if (chosen.size() >= most) break;
-    const auto like = [&](const MixturePoint& other) {
-      return are_alike(candidate.point, other, near);
-    };
+    const auto like = [&](const MixturePoint& other) { return alike(candidate.point, other); };
     if (std::none_of(chosen.begin(), chosen.end(), like)) chosen.push_back(candidate.point);
   }
   return chosen;
+}
+
+std::vector<MixturePoint> StartComparison::best(std::size_t most) {
+  constexpr double near = 0.5;
+  return best_unlike(
+      most, [](const MixturePoint& a, const MixturePoint& b) { return are_alike(a, b, near); });
+}
+
+std::vector<MixturePoint> StartComparison::best_of_places(std::size_t most) {
+  constexpr double near = 0.1;
+  return best_unlike(most, [](const MixturePoint& a, const MixturePoint& b) {
+    for (std::size_t i = 1; i < 2 * a.populations.count(); i += 2)
+      if (!(std::fabs(a.q[i] - b.q[i]) <= near)) return false;
+    return true;
+  });
 }
 
 }  // namespace tavlo

@@ -27,7 +27,14 @@ class StartComparison {
   /// The points that fit best, no two alike, the best first.
   std::vector<MixturePoint> best(std::size_t most);
 
+  /// The best of each place, no two with all their lives at the same: where many units fail
+  /// at one time, spikes of every slope and share would crowd out all else.
+  std::vector<MixturePoint> best_of_places(std::size_t most);
+
  private:
+  template <class Alike>
+  std::vector<MixturePoint> best_unlike(std::size_t most, Alike&& alike);
+
   struct Candidate {
     MixturePoint point;
     double value = 0;
