@@ -6,7 +6,7 @@
 #include "actions/fitting_companion.h"
 #include "actions/reports.h"
 #include "actions/slope_question.h"
-#include "actions/starts_sentence.h"
+#include "actions/starts_words.h"
 #include "actions/words.h"
 #include "fit/door/fit.h"
 #include "project/fit_records.h"
@@ -128,7 +128,9 @@ int keep(const Desk& desk, const FitRequest& request, const FitAnswer& answer) {
 }
 
 void remark_fit(const Desk& desk, const FitRequest& request, int slot) {
-  desk.remark(starts_sentence(desk.fits().Fits(slot)));
+  const FitResult& fit = desk.fits().Fits(slot);
+  if (fit.starts)
+    desk.remark(sentence(starts_words(*fit.starts, fit.proof, fit.Method == method_code::mle)));
   if (leaves_suspensions_out(desk, request))
     desk.remark(left_out_sentence(desk.data.Points(0).Susps));
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cctype>
 
+#include "actions/fit_words.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
 
@@ -91,16 +92,23 @@ int number_of(const std::vector<double>& values, std::size_t i) {
 
 std::string shown(double value) { return number_text(value, 7); }
 
-/// "Row 3: ", by the order of entry. `entry` is an index of `Points`.
-std::string row_words(const DataSet& data, int entry) {
+/// The number that the person knows a row by. `entry` is an index of `Points`.
+int row_number(const DataSet& data, int entry) {
   const bool known = entry >= 1 && entry <= data.Points.bound();
-  const int order = known && data.Points(entry).Order > 0 ? data.Points(entry).Order : entry;
-  return "Row " + std::to_string(order) + ": ";
+  return known && data.Points(entry).Order > 0 ? data.Points(entry).Order : entry;
+}
+
+FitNames names_of(const DataSet& data) {
+  return {.place = Place::windows,
+          .has_modes = data.nModes > 0,
+          .mode = [&data](int mode) { return mode_name(data, mode); },
+          .row = [&data](int entry) { return row_number(data, entry); }};
 }
 
 std::string time_words(const Refusal& refusal, const Model* model, const DataSet& data) {
   const double time = value_of(refusal.values, 1);
-  const std::string row = row_words(data, number_of(refusal.values, 0));
+  const std::string row =
+      "Row " + std::to_string(row_number(data, number_of(refusal.values, 0))) + ": ";
   if (time == 0) return row + "Data X is 0, and a time of 0 has no place on a logarithmic axis.";
   return row + "Data X is " + shown(time) + ".  The model " + (model ? model->long_name : "") +
          " needs times above 0.";
@@ -133,46 +141,25 @@ std::optional<Box> stop_box(const FitRequest& request) {
   return exclamation(words.stop_title, stop_text(words));
 }
 
-std::string sentence(std::string words) {
-  if (!words.empty())
-    words[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(words[0])));
-  return words + ".";
-}
-
-std::string no_maximum_words(double direction) {
-  return direction > 0
-             ? "the likelihood has no maximum: it rises as the minimum life comes up to the first "
-               "failure; compare with the regression"
-             : "the likelihood has no maximum: it rises as the minimum life goes to minus "
-               "infinity, where the Gumbel Lower model is the limit";
-}
-
 // Notes -------------------------------------------------------------------------
 
-Box only_one_failure_box(const std::string& mode) {
+Box only_one_failure_box(const std::string& mode, double failures) {
+  const std::string found = failures > 1 ? "There are " + shown(failures) + " failures at one time"
+                                         : "There is only one failure";
   return {"Only One Failure for Mode",
-          "For the failure mode:  " + mode +
-              "\nThere is only one failure and right-tail suspensions.  A Rank Regression "
+          "For the failure mode:  " + mode + "\n" + found +
+              " and right-tail suspensions.  A Rank Regression "
               "fit cannot be calculated.  MLE will be used\nFor this failure mode."};
 }
 
-Box mode_box(const std::string& mode, RefusalCode code, const std::string& reason) {
+Box mode_box(const std::string& mode, const Refusal& reason, const DataSet& data) {
   const bool one_failure =
-      code == RefusalCode::too_few_failures || code == RefusalCode::slope_without_limit;
+      reason.code == RefusalCode::too_few_failures && value_of(reason.values, 0) == 1;
   return {"Insufficient Data",
           "For the failure mode:  " + mode + "\n" +
               (one_failure ? "There is only one failure and no right-tail suspensions."
-                           : sentence(reason)) +
+                           : sentence(refusal_reason(reason, data))) +
               "  A Fit by Failure Mode cannot be calculated."};
-}
-
-RefusalCode reason_code(const Note& note) {
-  return static_cast<RefusalCode>(number_of(note.values, 1));
-}
-
-std::string name_of(std::int16_t model_code) {
-  const Model* model = find_model(model_code);
-  return model ? model->command_name : "a simpler model";
 }
 
 }  // namespace
@@ -222,81 +209,29 @@ std::optional<Box> refusal_box(const Refusal& refusal, const FitRequest& request
 }
 
 std::string refusal_reason(const Refusal& refusal, const DataSet& data) {
-  const std::vector<double>& values = refusal.values;
-  switch (refusal.code) {
-    case RefusalCode::too_few_failures:
-      return "there are " + shown(value_of(values, 0)) + " failures where " +
-             shown(value_of(values, 1)) + " are needed";
-    case RefusalCode::time_not_above_zero: {
-      std::string words = time_words(refusal, nullptr, data);
-      words.pop_back();
-      return words;
-    }
-    case RefusalCode::rank_off_paper:
-      return row_words(data, number_of(values, 0)) + "the rank " + shown(value_of(values, 1)) +
-             " has no place on probability paper";
-    case RefusalCode::no_spread: return "all failures stand at one time or at one rank";
-    case RefusalCode::no_such_fit: return "no routine fits this model by this method";
-    case RefusalCode::slope_missing: return "the model needs a slope";
-    case RefusalCode::no_failure: return "there is no failure among the data";
-    case RefusalCode::slope_without_limit:
-      return "no failure comes before the largest time: the slope has no limit";
-    case RefusalCode::scale_beyond_numbers:
-      return "the fit has a characteristic life beyond all numbers";
-    case RefusalCode::no_interior_maximum: return no_maximum_words(value_of(values, 0));
-    case RefusalCode::no_proven_optimum:
-      return "the model has more parameters than the data support: its best answers spend a "
-             "population on less than two failures or on a spike";
-    case RefusalCode::line_without_worth: return "the line is worse than no line";
-    case RefusalCode::too_many_units:
-      return "so many units have no exact ranks; Benard's approximation has no such limit";
-    case RefusalCode::no_mode_fitted: return "no failure mode can be fitted";
-    case RefusalCode::arithmetic: return run_time_description(number_of(values, 0));
-    case RefusalCode::stopped: return "it was stopped";
-  }
-  return "";
+  return words_of(refusal, names_of(data)).text;
+}
+
+std::string sentence(std::string words) {
+  if (!words.empty())
+    words[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(words[0])));
+  return words + ".";
 }
 
 std::optional<Box> note_box(const Note& note, const DataSet& data) {
   const std::string mode = mode_name(data, number_of(note.values, 0));
-  if (note.code == NoteCode::likelihood_for_one_mode) return only_one_failure_box(mode);
+  if (note.code == NoteCode::likelihood_for_one_mode)
+    return only_one_failure_box(mode, value_of(note.values, 1));
   if (note.code != NoteCode::mode_not_fitted) return std::nullopt;
-  return mode_box(mode, reason_code(note), refusal_reason({reason_code(note), {}}, data));
+  return mode_box(mode, reason_of(note), data);
 }
 
 std::string note_sentence(const Note& note, const DataSet& data) {
-  const double first = value_of(note.values, 0);
-  switch (note.code) {
-    case NoteCode::suspensions_left_out: return left_out_sentence(first);
-    case NoteCode::unconfirmed:
-      return "The best answer was found from one start only: it is unconfirmed.";
-    case NoteCode::no_second_population:
-      return std::string(note.model == model_code::weibull2 ? "No second" : "No further") +
-             " population: in effect the same as " + name_of(note.model) + ".";
-    case NoteCode::share_at_bound:
-      return "The share of a population stands at its bound: " + shown(100 * first) + " %.";
-    case NoteCode::few_failures:
-      return "There are " + shown(first) + " failures; at least " +
-             shown(value_of(note.values, 1)) + " are preferred for this model.";
-    case NoteCode::counted_rows:
-      return "A row that counts several failures has one rank; listed one by one they would rank "
-             "differently, and it matters here.";
-    case NoteCode::population_not_reached:
-      return "No failure reaches population " + shown(first) +
-             ": only its share is known, its life is not determined.";
-    case NoteCode::likelihood_for_one_mode:
-      return "Failure mode " + mode_name(data, number_of(note.values, 0)) +
-             " has one failure only and is fitted by maximum likelihood.";
-    case NoteCode::mode_not_fitted:
-      return "Failure mode " + mode_name(data, number_of(note.values, 0)) +
-             " is not fitted: " + refusal_reason({reason_code(note), {}}, data) + ".";
-  }
-  return "";
+  return sentence(words_of(note, names_of(data)).text);
 }
 
 std::string left_out_sentence(double suspensions) {
-  return shown(suspensions) +
-         " suspensions are not in this likelihood; Censored, beside the methods, takes them in.";
+  return note_sentence({NoteCode::suspensions_left_out, 0, {suspensions}}, {});
 }
 
 }  // namespace tavlo

@@ -1,5 +1,5 @@
-// Words: the one table of what a person reads of a refusal, a doubt, a note or a fault of
-// a fit. The core speaks in codes with values; titles, texts and buttons stand here.
+// Words: what a person at the windows reads of a refusal, a doubt, a note or a fault of a
+// fit: the boxes with titles, texts and buttons, and the sentences of log and tool tip.
 #pragma once
 
 #include <optional>
@@ -25,6 +25,9 @@ std::optional<Box> refusal_box(const Refusal& refusal, const FitRequest& request
 
 /// True for what the person has just decided or is about to be asked: no words at all.
 bool is_silent(const Refusal& refusal, const FitRequest& request);
+
+/// Words with a capital and a full stop.
+std::string sentence(std::string words);
 
 /// Why there is no fit, to follow a colon; without a full stop.
 std::string refusal_reason(const Refusal& refusal, const DataSet& data);

@@ -111,13 +111,19 @@ double parse_slope(const std::string& text) {
 
 bool is_slope(double slope) { return slope >= 1e-6 && slope <= 1e6; }
 
-void require_slope_of_weibayes(const FitQuestions& questions) {
+SlopeFault slope_fault(const FitQuestions& questions) {
   const auto& choices = questions.choices;
   const bool wanted = std::any_of(choices.begin(), choices.end(), [](const FitChoice& choice) {
     return choice.model->code == model_code::weibayes;
   });
-  if (questions.slope && !wanted) refuse("--slope is for a Weibayes fit (--model Wb)");
-  if (!questions.slope && wanted) refuse("Wb needs its slope: add --slope BETA");
+  if (questions.slope.has_value() == wanted) return SlopeFault::none;
+  return wanted ? SlopeFault::missing : SlopeFault::not_wanted;
+}
+
+void require_slope_of_weibayes(const FitQuestions& questions) {
+  const SlopeFault fault = slope_fault(questions);
+  if (fault == SlopeFault::not_wanted) refuse("--slope is for a Weibayes fit (--model Wb)");
+  if (fault == SlopeFault::missing) refuse("Wb needs its slope: add --slope BETA");
 }
 
 int parse_jobs(const std::string& text) {

@@ -32,6 +32,8 @@ double parse_slope(const std::string& text);
 bool is_slope(double slope);
 
 /// A Weibayes has no slope of its own, and no other model takes one.
+enum class SlopeFault { none, missing, not_wanted };
+SlopeFault slope_fault(const FitQuestions& questions);
 void require_slope_of_weibayes(const FitQuestions& questions);
 
 /// Number of lines at work in a batch.

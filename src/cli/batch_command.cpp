@@ -34,7 +34,7 @@ class BatchWork {
     for (const std::string_view line : handful.lines)
       if (line.data() == nullptr)
         refuse("null", "the line is longer than 64 MB");
-      else if (const auto text = trimmed(without_end(line)); !text.empty())
+      else if (const auto text = trimmed(without_byte_order_mark(without_end(line))); !text.empty())
         answer(text);
   }
 
@@ -68,7 +68,7 @@ class BatchWork {
     has_errors = has_errors || !all_made(outcomes);
     JsonText json(answers);
     json.open('{').key("id").raw(line_.id);
-    add_fits(json, {sample, no_modes_, line_.questions, outcomes});
+    add_fits(json, {sample, no_modes_, line_.questions, outcomes, Place::batch});
     json.close('}');
     answers += '\n';
   }

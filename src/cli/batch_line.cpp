@@ -49,11 +49,25 @@ double number_of(const json::element& value, Field field) {
   return number;
 }
 
+/// A number as JSON writes it, for a message or as a word.
+std::string text_of(double number) {
+  std::string text;
+  JsonText(text).number(number);
+  return text;
+}
+
 std::string_view word_of(const json::element& value, Field field) {
   std::string_view word;
   if (value.get_string().get(word) != simdjson::SUCCESS)
     throw Wrong{name_of(field) + " is no word in quotation marks"};
   return word;
+}
+
+/// "W2P,W3T", or a model code as a number.
+std::string models_of(const json::element& value) {
+  double code = 0;
+  if (value.get_double().get(code) == simdjson::SUCCESS) return text_of(code);
+  return std::string(word_of(value, Field::model));
 }
 
 void numbers_of(const json::element& value, Field field, std::vector<double>& list) {
@@ -101,41 +115,88 @@ std::string id_of_broken_line(std::string_view text) {
   return id.empty() ? "null" : id;
 }
 
+/// Takes what a time in a file can be.
 float time_of(double x) {
+  if (x == 0.0) throw Wrong{"a time can't be 0"};
   const auto time = static_cast<float>(std::clamp(x, -4e38, 4e38));
-  const bool small = x != 0.0 && std::fabs(x) < std::numeric_limits<float>::min();
+  const bool small = std::fabs(x) < std::numeric_limits<float>::min();
   if (small || std::fabs(x) > std::numeric_limits<float>::max())
     throw Wrong{"a time in x is out of range (1.2e-38 to 3.4e+38)"};
   return time;
 }
 
+/// `text` without what stands in quotation marks.
+std::string unquoted(std::string_view text) {
+  std::string rest;
+  bool inside = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '"')
+      inside = !inside;
+    else if (!inside)
+      rest += text[i];
+    else if (text[i] == '\\')
+      ++i;
+  }
+  return rest;
+}
+
 const char* words_of(simdjson::error_code code, std::string_view text) {
-  for (const char* const word : {"NaN", "nan", "Infinity", "inf"})
-    if (text.find(word) != std::string_view::npos)
-      return "the line is no JSON object (which knows no NaN and no infinity)";
   switch (code) {
     case simdjson::UTF8_ERROR: return "the line is not UTF-8 text";
     case simdjson::UNCLOSED_STRING: return "a quotation mark is not closed";
     case simdjson::UNESCAPED_CHARS: return "a control character stands in quotation marks";
     case simdjson::MEMALLOC: return "there is not enough memory for the line";
-    case simdjson::NUMBER_ERROR: return "a number can't be read";
-    default: return "the line is no JSON object";
+    case simdjson::DEPTH_ERROR: return "the brackets of the line are nested too deeply";
+    default: break;
+  }
+  const std::string rest = unquoted(text);
+  for (const char* const word : {"NaN", "nan", "Infinity", "inf"})
+    if (rest.find(word) != std::string::npos)
+      return "the line is no JSON object (which knows no NaN and no infinity)";
+  return code == simdjson::NUMBER_ERROR ? "a number can't be read" : "the line is no JSON object";
+}
+
+/// A Weibayes has no slope of its own, and no other model takes one.
+void require_slope_of_line(const FitQuestions& questions) {
+  switch (slope_fault(questions)) {
+    case SlopeFault::none: return;
+    case SlopeFault::missing: throw Wrong{"Wb needs its slope: add the field slope"};
+    case SlopeFault::not_wanted: throw Wrong{"slope is for a Weibayes fit (model Wb)"};
   }
 }
+
+/// What the last list of words meant: most lines ask for the same.
+template <class Entry>
+class Meaning {
+ public:
+  template <class Parse>
+  const std::vector<Entry>& of(const std::string& words, Parse parse) {
+    if (words_ != words) {
+      words_.reset();  // stays so when the words mean nothing
+      entries_ = parse(words);
+      words_ = words;
+    }
+    return entries_;
+  }
+
+ private:
+  std::optional<std::string> words_;
+  std::vector<Entry> entries_;
+};
 
 }  // namespace
 
 struct BatchLineParser::Memory {
   json::parser parser;
   std::vector<double> x, fails, susps, percents;
-  std::string models, methods;  ///< as they were written, and what they mean
-  std::vector<const Model*> parsed_models = parse_models("W2P");
-  std::vector<const Method*> parsed_methods = parse_methods("rr");
+  std::string models, methods;  ///< as the line writes them
+  Meaning<const Model*> known_models;
+  Meaning<const Method*> known_methods;
 
   void read_fields(std::string_view text, BatchLine& line);
   void read_field(Field field, const json::element& value, BatchLine& line);
   void make_rows(unsigned seen, std::vector<SampleRow>& rows) const;
-  void make_choices(FitQuestions& questions) const;
+  void make_choices(FitQuestions& questions);
 };
 
 void BatchLineParser::Memory::read_field(Field field, const json::element& value, BatchLine& line) {
@@ -145,7 +206,7 @@ void BatchLineParser::Memory::read_field(Field field, const json::element& value
     case Field::x: return numbers_of(value, field, x);
     case Field::fails: return numbers_of(value, field, fails);
     case Field::susps: return numbers_of(value, field, susps);
-    case Field::model: models = word_of(value, field); return;
+    case Field::model: models = models_of(value); return;
     case Field::method: methods = word_of(value, field); return;
     case Field::ranks:
       questions.ranks = parse_rank_kind(std::string(word_of(value, field)));
@@ -162,7 +223,7 @@ void BatchLineParser::Memory::read_field(Field field, const json::element& value
     case Field::b_life:
       numbers_of(value, field, percents);
       for (const double percent : percents)
-        questions.b_life.push_back(parse_fraction(percent, std::to_string(percent)));
+        questions.b_life.push_back(parse_fraction(percent, text_of(percent)));
   }
 }
 
@@ -186,10 +247,11 @@ void BatchLineParser::Memory::make_rows(unsigned seen, std::vector<SampleRow>& r
   if (units > most_units) throw Wrong{"there are more than 1e15 units"};
 }
 
-void BatchLineParser::Memory::make_choices(FitQuestions& questions) const {
+void BatchLineParser::Memory::make_choices(FitQuestions& questions) {
   questions.choices.clear();
-  for (const Model* model : parsed_models)
-    for (const Method* method : parsed_methods) questions.choices.push_back({model, method});
+  for (const Model* model : known_models.of(models, parse_models))
+    for (const Method* method : known_methods.of(methods, parse_methods))
+      questions.choices.push_back({model, method});
 }
 
 void BatchLineParser::Memory::read_fields(std::string_view text, BatchLine& line) {
@@ -202,8 +264,8 @@ void BatchLineParser::Memory::read_fields(std::string_view text, BatchLine& line
   json::element id;  // first, so that it stands whatever is wrong behind it
   if (object["id"].get(id) == simdjson::SUCCESS) read_id(id, line.id);
   unsigned seen = 0;
-  const std::string old_models = std::exchange(models, "W2P");
-  const std::string old_methods = std::exchange(methods, "rr");
+  models = "W2P";
+  methods = "rr";
   x.clear();
   for (const auto& [name, value] : object) {
     const Field field = find_field(name);
@@ -212,8 +274,6 @@ void BatchLineParser::Memory::read_fields(std::string_view text, BatchLine& line
     seen |= bit;
     read_field(field, value, line);
   }
-  if (models != old_models) parsed_models = parse_models(models);
-  if (methods != old_methods) parsed_methods = parse_methods(methods);
   make_choices(line.questions);
   make_rows(seen, line.rows);
 }
@@ -228,19 +288,15 @@ std::optional<std::string> BatchLineParser::read(std::string_view text, BatchLin
   line.questions.censored = false;
   line.questions.b_life.clear();
   line.questions.at.clear();
-  std::string words;
   try {
     memory_->read_fields(text, line);
-    require_slope_of_weibayes(line.questions);
+    require_slope_of_line(line.questions);
     return std::nullopt;
   } catch (const Wrong& wrong) {
-    words = wrong.words;
+    return wrong.words;
   } catch (const CLI::Error& error) {
-    words = error.what();
+    return error.what();
   }
-  memory_->models.clear();  // what they mean is not known
-  memory_->methods.clear();
-  return words;
 }
 
 }  // namespace tavlo::cli

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "cli/fit_report.h"
 #include "cli/output.h"
 #include "cli/words.h"
@@ -10,7 +12,7 @@ namespace tavlo::cli {
 namespace {
 
 WordContext context_of(const FitReport& report, const FitOutcome& outcome) {
-  return {*outcome.choice.model, report.mode_names, report.sample.total_failures};
+  return {*outcome.choice.model, report.mode_names, report.sample.total_failures, report.place};
 }
 
 void add_optional(JsonText& json, const char* key, const std::optional<double>& value) {
@@ -21,7 +23,7 @@ void add_optional(JsonText& json, const char* key, const std::optional<double>& 
     json.null();
 }
 
-void add_refusal(JsonText& json, const Words& words) {
+void add_refusal(JsonText& json, const FitWords& words) {
   json.key("status").integer(0).key("error").string(words.text).key("code").string(words.code);
 }
 
@@ -53,7 +55,8 @@ void add_rows(JsonText& json, const FitReport& report, const FitOutcome& outcome
 
 void add_starts(JsonText& json, const StartsReport& starts) {
   json.key("starts").open('{').key("tried").integer(starts.tried);
-  json.key("agreed").integer(starts.agreed);
+  // The optimum of a contained model agrees without being a start.
+  json.key("agreed").integer(std::min(starts.agreed, starts.tried));
   add_optional(json, "runner_up", starts.runner_up);
   json.close('}');
 }
@@ -94,7 +97,7 @@ bool add_answers(JsonText& json, const FitQuestions& questions, const Life& life
   return all_reached;
 }
 
-void add_note(JsonText& json, const Words& words) {
+void add_note(JsonText& json, const FitWords& words) {
   json.open('{').key("code").string(words.code).key("text").string(words.text).close('}');
 }
 
@@ -109,12 +112,13 @@ void add_notes(JsonText& json, const FitReport& report, const FitOutcome& outcom
 }
 
 void add_fit(JsonText& json, const FitReport& report, const FitOutcome& outcome, const Fit& fit) {
-  // The quality of a fit by failure mode is that of one of its modes.
+  // By failure mode each mode has a quality of its own, and the whole has none.
   const bool one_kind = outcome.choice.model->family != Family::none;
   const bool likelihood = outcome.request.method == method_code::mle;
   const std::optional<double> quality = fit.quality;
   const std::optional<double> none;
-  json.key("status").integer(1).key("quality").number(fit.quality);
+  json.key("status").integer(1);
+  add_optional(json, "quality", one_kind ? quality : none);
   add_optional(json, "r_squared", one_kind && !likelihood ? quality : none);
   add_optional(json, "log_likelihood", one_kind && likelihood ? quality : none);
   if (fit.starts) add_starts(json, *fit.starts);
@@ -144,7 +148,7 @@ void add_messages(JsonText& json, const FitReport& report) {
   json.key("messages").open('[');
   for (const FitOutcome& outcome : report.outcomes)
     for (const Doubt doubt : outcome.doubts) {
-      const Words words = words_of(doubt, context_of(report, outcome));
+      const FitWords words = words_of(doubt, context_of(report, outcome));
       json.open('{').key("title").string(words.code);
       json.key("text").string(fit_name(outcome.choice) + ": " + words.text);
       json.key("answer").string(report.questions.strict ? "Cancel" : "OK").close('}');

@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "actions/starts_words.h"
 #include "cli/fit_report.h"
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
@@ -116,28 +117,15 @@ void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
   }
 }
 
-/// How sure the answer of a search is.
-std::string starts_line(const FitOutcome& outcome) {
-  const StartsReport& starts = *outcome.answer.fit()->starts;
-  const bool likelihood = outcome.request.method == method_code::mle;
-  const auto& proof = outcome.answer.fit()->proof;
-  const bool flat = proof && proof->kind == Proof::Kind::flat;
-  if (flat) return "no better optimum from " + std::to_string(starts.tried) + " starts";
-  std::string line = "found from " + std::to_string(starts.agreed) + " of " +
-                     std::to_string(starts.tried) + " starts";
-  if (starts.runner_up)
-    line += std::string("; the next best has ") + (likelihood ? "ln L " : "r squared ") +
-            (likelihood ? format_number(*starts.runner_up, "0.00") : number(*starts.runner_up));
-  return line;
-}
-
 /// The lines beneath the table.
 std::string remarks(const FitReport& report, const FitOutcome& outcome) {
   const std::string start = "  " + shown_name(outcome) + ": ";
   const Fit& fit = *outcome.answer.fit();
-  const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures};
+  const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures,
+                            report.place};
   std::string lines;
-  if (fit.starts) lines += start + starts_line(outcome) + "\n";
+  const bool likelihood = outcome.request.method == method_code::mle;
+  if (fit.starts) lines += start + starts_words(*fit.starts, fit.proof, likelihood) + "\n";
   for (const Note& note : outcome.answer.notes)
     lines += start + shown_text(words_of(note, context).text) + "\n";
   return lines;

@@ -40,14 +40,15 @@ struct StartsReport {
 
 enum class NoteCode : std::int8_t {
   suspensions_left_out,     ///< of a mixture's likelihood; values: suspensions
-  unconfirmed,              ///< the best optimum was found from one start only
+  unconfirmed,              ///< less than two independent starts found the best optimum
   no_second_population,     ///< same as `model` in effect; values: gain in ln L or r squared
   share_at_bound,           ///< values: share
   few_failures,             ///< values: failures, failures preferred
-  counted_rows,             ///< counted and listed units rank differently, and it matters here
+  counted_rows,             ///< a regression whose counted rows would rank differently if listed
   population_not_reached,   ///< values: row whose population holds no failure
-  likelihood_for_one_mode,  ///< values: mode with one failure, fitted by likelihood
-  mode_not_fitted,          ///< values: mode, reason (RefusalCode)
+  likelihood_for_one_mode,  ///< failures at one time only; values: mode, failures
+  mode_not_fitted,          ///< values: mode, reason (RefusalCode), the reason's values
+  modes_left_out,           ///< of the life by all modes; values: modes with failures, no fit
 };
 
 struct Note {

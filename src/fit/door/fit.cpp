@@ -6,6 +6,7 @@
 #include "fit/door/fit_by_mode.h"
 #include "fit/door/gates.h"
 #include "fit/line/paper.h"
+#include "fit/ranks/counted_rows.h"
 #include "fit/search/searched_fits.h"
 
 namespace tavlo {
@@ -31,17 +32,23 @@ FitAnswer run_routine(const Sample& sample, const FitRequest& request, const Mod
   return fit_mixture(sample, request, companion);
 }
 
-/// Listed units of one time each have a rank, counted ones have the last of them.
-bool ranks_depend_on_listing(const Sample& sample) {
-  return std::any_of(sample.failures.begin(), sample.failures.end(),
-                     [](double failures) { return failures > 1; });
+/// True when a counted row has part in a regression, and its rank is that of the last unit.
+bool ranks_depend_on_listing(const Sample& sample, const Fit& fit) {
+  const std::vector<std::size_t> rows = rows_ranked_by_count(sample, !fit.modes.empty());
+  if (fit.modes.empty()) return !rows.empty();
+  return std::any_of(rows.begin(), rows.end(), [&](std::size_t row) {
+    const auto mode = static_cast<std::size_t>(sample.mode[row]);
+    if (mode < 1 || mode > fit.modes.size()) return false;
+    return !fit.modes[mode - 1].refusal && fit.modes[mode - 1].method != method_code::mle;
+  });
 }
 
-std::vector<Note> notes_of(const Sample& sample, const FitRequest& request, const Model& model) {
+std::vector<Note> notes_of(const Sample& sample, const FitRequest& request, const Model& model,
+                           const Fit& fit) {
   std::vector<Note> notes;
   if (is_doubtful(sample, model))
     notes.push_back({NoteCode::few_failures, 0, {sample.total_failures, model.gate->doubt_below}});
-  if (is_regression(request) && ranks_depend_on_listing(sample))
+  if (is_regression(request) && ranks_depend_on_listing(sample, fit))
     notes.push_back({NoteCode::counted_rows, 0, {}});
   return notes;
 }
@@ -67,7 +74,7 @@ FitAnswer fit_checked(const Sample& sample, const FitRequest& request, Companion
   if (const auto refusal = refusal_ahead(sample, request, *model, companion)) return {*refusal, {}};
   FitAnswer answer = run_routine(sample, request, *model, companion);
   if (!answer.fit()) return answer;
-  const std::vector<Note> notes = notes_of(sample, request, *model);
+  const std::vector<Note> notes = notes_of(sample, request, *model, *answer.fit());
   answer.notes.insert(answer.notes.begin(), notes.begin(), notes.end());
   return answer;
 }

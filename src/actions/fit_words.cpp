@@ -1,0 +1,186 @@
+#include "actions/fit_words.h"
+
+#include <array>
+#include <string_view>
+
+#include "life/models.h"
+#include "numerics/number_text.h"
+#include "numerics/run_time_error.h"
+
+namespace tavlo {
+namespace {
+
+/// Texts hold values in braces: {0} a number, {0%} a percentage, {0 failure} counted things,
+/// {row}, {mode} and {modes} by name, {model}, and {hint}: what to do about it in each place.
+struct TableRow {
+  const char* code;
+  const char* text;
+  std::array<const char*, 3> hints = {"", "", ""};
+};
+
+constexpr const char* not_constant = "";  ///< the text depends on the values
+
+/// In the order of the codes.
+constexpr std::array<TableRow, 16> refusal_table = {{
+    {"too-few-failures", "{0 failure} found where it takes at least {1}"},
+    {"time-not-above-zero", "row {row} has the time {1}; the model needs times above 0"},
+    {"rank-off-paper", "row {row} has the plotting position {1}, which must lie between 0 and 1"},
+    {"no-spread", not_constant},
+    {"no-such-fit", "this model can't be fitted by this method"},
+    {"slope-missing", "the model needs its slope{hint}", {"", " (--slope BETA)", " (\"slope\")"}},
+    {"no-failure", "there is no failure"},
+    {"slope-without-limit",
+     "the likelihood rises without limit with the slope: no failure stands before the last time"},
+    {"scale-beyond-numbers", "the characteristic life is beyond all that can be written"},
+    {"no-interior-maximum", not_constant},
+    {"no-proven-optimum",
+     "no answer of this model could be shown to be the best: the data do not tell its populations "
+     "apart"},
+    {"line-without-worth", "the best line of this model is worse than none"},
+    {"too-many-units",
+     "exact ranks are not known for so many units; {hint}",
+     {"Benard's approximation has no such limit", "use --ranks benard",
+      "use \"ranks\":\"benard\""}},
+    {"no-mode-fitted", not_constant},
+    {"arithmetic", not_constant},
+    {"stopped", "a doubt was answered with Cancel"},
+}};
+static_assert(static_cast<std::size_t>(RefusalCode::stopped) + 1 == refusal_table.size());
+
+constexpr std::array<TableRow, 10> note_table = {{
+    {"suspensions-left-out",
+     "{0 suspension} left out of this likelihood{hint}",
+     {"; Censored, beside the methods, takes them in", " (--censored takes them in)",
+      " (\"censored\":true takes them in)"}},
+    {"unconfirmed", "fewer than two independent starts found the best answer: it is unconfirmed"},
+    {"no-second-population", not_constant},
+    {"share-at-bound", "the share of a population stands at its bound of {0%}"},
+    {"few-failures", "{0 failure} found; {1} or more are preferred for this model"},
+    {"counted-rows",
+     "failures counted on one row (100x3) share one plotting position; listed one by one they "
+     "rank differently, and this regression with them"},
+    {"population-not-reached",
+     "no failure reaches population {0}: only its share is known, its life is not determined"},
+    {"likelihood-for-one-mode",
+     "failure mode {mode} has {1 failure} at one time only, and is fitted by maximum likelihood"},
+    {"mode-not-fitted", "failure mode {mode} is not fitted: {reason}"},
+    {"modes-left-out",
+     "all that is answered of the life as a whole leaves out failure mode {modes}, as if no "
+     "unit could fail by it"},
+}};
+static_assert(static_cast<std::size_t>(NoteCode::modes_left_out) + 1 == note_table.size());
+
+double value_of(const std::vector<double>& values, std::size_t i) {
+  return i < values.size() ? values[i] : 0.0;
+}
+
+std::string shown(double value) { return number_text(value, 7); }
+
+std::string arithmetic_words(int error) {
+  switch (error) {
+    case run_time::overflow: return "a number grew beyond all that can be held";
+    case run_time::out_of_memory: return "there is not enough memory for this fit";
+    default: return "the numbers of these data can't be worked with";
+  }
+}
+
+std::string no_maximum_words(double direction) {
+  if (direction < 0)
+    return "the likelihood has no maximum: it goes on rising as t0 falls without limit, where the "
+           "Gumbel Lower model (G-) is the limit";
+  return "the likelihood has no maximum: it goes on rising as t0 nears the first failure; compare "
+         "with the regression";
+}
+
+/// The text of a refusal whose table row has none.
+std::string text_by_values(const Refusal& refusal, const FitNames& names) {
+  switch (refusal.code) {
+    case RefusalCode::no_spread:
+      return refusal.values.empty()
+                 ? "the failures do not spread: their times or their ranks are all equal"
+                 : "the failures stand at only {0 distinct time}; the model needs at least {1}";
+    case RefusalCode::no_interior_maximum: return no_maximum_words(value_of(refusal.values, 0));
+    case RefusalCode::no_mode_fitted:
+      return names.has_modes ? "none of the failure modes can be fitted"
+                             : "the data name no failure modes";
+    default: return arithmetic_words(static_cast<int>(value_of(refusal.values, 0)));
+  }
+}
+
+/// What a text with braces is filled from.
+struct Filling {
+  const FitNames& names;
+  const std::vector<double>& values;
+  const char* hint;
+  const Note* note = nullptr;  ///< null for a refusal
+
+  std::string mode(double number) const { return names.mode(static_cast<int>(number)); }
+
+  std::string modes() const {
+    std::string list;
+    for (const double number : values) list += (list.empty() ? "" : ", ") + mode(number);
+    return list;
+  }
+
+  std::string model() const {
+    const Model* const model = find_model(note ? note->model : 0);
+    return model ? model->command_name : "a simpler model";
+  }
+
+  /// {0}, {0%}, {0 failure}.
+  std::string number(std::string_view field) const {
+    const double value = value_of(values, static_cast<std::size_t>(field.front() - '0'));
+    if (field.size() == 1) return shown(value);
+    if (field[1] == '%') return shown(100 * value) + " %";
+    return shown(value) + std::string(field.substr(1)) + (value == 1.0 ? "" : "s");
+  }
+
+  std::string operator()(std::string_view field) const {
+    if (field == "hint") return hint;
+    if (field == "mode") return mode(value_of(values, 0));
+    if (field == "modes") return modes();
+    if (field == "model") return model();
+    if (field == "reason") return words_of(reason_of(*note), names).text;
+    if (field == "row") return std::to_string(names.row(static_cast<int>(value_of(values, 0))));
+    return number(field);
+  }
+};
+
+std::string filled(std::string_view text, const Filling& filling) {
+  std::string words;
+  for (std::size_t start = text.find('{'); start != text.npos; start = text.find('{')) {
+    const std::size_t end = text.find('}', start);
+    words += text.substr(0, start);
+    words += filling(text.substr(start + 1, end - start - 1));
+    text.remove_prefix(end + 1);
+  }
+  return words += text;
+}
+
+const char* hint_of(const TableRow& row, const FitNames& names) {
+  return row.hints[static_cast<std::size_t>(names.place)];
+}
+
+}  // namespace
+
+FitWords words_of(const Refusal& refusal, const FitNames& names) {
+  const TableRow& row = refusal_table.at(static_cast<std::size_t>(refusal.code));
+  const std::string text = *row.text != 0 ? row.text : text_by_values(refusal, names);
+  return {row.code, filled(text, {names, refusal.values, hint_of(row, names)})};
+}
+
+FitWords words_of(const Note& note, const FitNames& names) {
+  const TableRow& row = note_table.at(static_cast<std::size_t>(note.code));
+  const char* const order = note.model == model_code::weibull2 ? "second" : "further";
+  const std::string text =
+      *row.text != 0 ? row.text : std::string("no ") + order + " population: the same as {model}";
+  return {row.code, filled(text, {names, note.values, hint_of(row, names), &note})};
+}
+
+Refusal reason_of(const Note& note) {
+  Refusal reason{static_cast<RefusalCode>(static_cast<int>(value_of(note.values, 1))), {}};
+  if (note.values.size() > 2) reason.values.assign(note.values.begin() + 2, note.values.end());
+  return reason;
+}
+
+}  // namespace tavlo
