@@ -10,12 +10,12 @@
 namespace tavlo {
 namespace {
 
-/// Texts hold values in braces: {0} a number, {0%} a percentage, {0 failure} counted things,
-/// {row}, {mode} and {modes} by name, {model}, and {hint}: what to do about it in each place.
+/// A code with its text. Texts hold values in braces: {0} a number, {0%} a percentage, {0 failure}
+/// counted things, {row}, {mode} and {modes} by name, {model}, and the {reason} of a mode without a
+/// fit.
 struct TableRow {
   const char* code;
   const char* text;
-  std::array<const char*, 3> hints = {"", "", ""};
 };
 
 constexpr const char* not_constant = "";  ///< the text depends on the values
@@ -27,7 +27,7 @@ constexpr std::array<TableRow, 16> refusal_table = {{
     {"rank-off-paper", "row {row} has the plotting position {1}, which must lie between 0 and 1"},
     {"no-spread", not_constant},
     {"no-such-fit", "this model can't be fitted by this method"},
-    {"slope-missing", "the model needs its slope{hint}", {"", " (--slope BETA)", " (\"slope\")"}},
+    {"slope-missing", "the model needs a slope"},
     {"no-failure", "there is no failure"},
     {"slope-without-limit",
      "the likelihood rises without limit with the slope: no failure stands before the last time"},
@@ -38,9 +38,7 @@ constexpr std::array<TableRow, 16> refusal_table = {{
      "apart"},
     {"line-without-worth", "the best line of this model is worse than none"},
     {"too-many-units",
-     "exact ranks are not known for so many units; {hint}",
-     {"Benard's approximation has no such limit", "use --ranks benard",
-      "use \"ranks\":\"benard\""}},
+     "exact ranks are not known for so many units; Benard's approximation has no such limit"},
     {"no-mode-fitted", not_constant},
     {"arithmetic", not_constant},
     {"stopped", "a doubt was answered with Cancel"},
@@ -49,9 +47,7 @@ static_assert(static_cast<std::size_t>(RefusalCode::stopped) + 1 == refusal_tabl
 
 constexpr std::array<TableRow, 10> note_table = {{
     {"suspensions-left-out",
-     "{0 suspension} left out of this likelihood{hint}",
-     {"; Censored, beside the methods, takes them in", " (--censored takes them in)",
-      " (\"censored\":true takes them in)"}},
+     "{0 suspension} left out of this likelihood (the choice Censored takes them in)"},
     {"unconfirmed", "fewer than two independent starts found the best answer: it is unconfirmed"},
     {"no-second-population", not_constant},
     {"share-at-bound", "the share of a population stands at its bound of {0%}"},
@@ -64,9 +60,7 @@ constexpr std::array<TableRow, 10> note_table = {{
     {"likelihood-for-one-mode",
      "failure mode {mode} has {1 failure} at one time only, and is fitted by maximum likelihood"},
     {"mode-not-fitted", "failure mode {mode} is not fitted: {reason}"},
-    {"modes-left-out",
-     "all that is answered of the life as a whole leaves out failure mode {modes}, as if no "
-     "unit could fail by it"},
+    {"modes-left-out", "the answers for the life as a whole leave out failure mode {modes}"},
 }};
 static_assert(static_cast<std::size_t>(NoteCode::modes_left_out) + 1 == note_table.size());
 
@@ -111,7 +105,6 @@ std::string text_by_values(const Refusal& refusal, const FitNames& names) {
 struct Filling {
   const FitNames& names;
   const std::vector<double>& values;
-  const char* hint;
   const Note* note = nullptr;  ///< null for a refusal
 
   std::string mode(double number) const { return names.mode(static_cast<int>(number)); }
@@ -136,7 +129,6 @@ struct Filling {
   }
 
   std::string operator()(std::string_view field) const {
-    if (field == "hint") return hint;
     if (field == "mode") return mode(value_of(values, 0));
     if (field == "modes") return modes();
     if (field == "model") return model();
@@ -157,16 +149,12 @@ std::string filled(std::string_view text, const Filling& filling) {
   return words += text;
 }
 
-const char* hint_of(const TableRow& row, const FitNames& names) {
-  return row.hints[static_cast<std::size_t>(names.place)];
-}
-
 }  // namespace
 
 FitWords words_of(const Refusal& refusal, const FitNames& names) {
   const TableRow& row = refusal_table.at(static_cast<std::size_t>(refusal.code));
   const std::string text = *row.text != 0 ? row.text : text_by_values(refusal, names);
-  return {row.code, filled(text, {names, refusal.values, hint_of(row, names)})};
+  return {row.code, filled(text, {names, refusal.values})};
 }
 
 FitWords words_of(const Note& note, const FitNames& names) {
@@ -174,7 +162,7 @@ FitWords words_of(const Note& note, const FitNames& names) {
   const char* const order = note.model == model_code::weibull2 ? "second" : "further";
   const std::string text =
       *row.text != 0 ? row.text : std::string("no ") + order + " population: the same as {model}";
-  return {row.code, filled(text, {names, note.values, hint_of(row, names), &note})};
+  return {row.code, filled(text, {names, note.values, &note})};
 }
 
 Refusal reason_of(const Note& note) {

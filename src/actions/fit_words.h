@@ -1,6 +1,7 @@
 // Fit words: what the refusals and notes of a fit say, in one table for the windows, the
 // command line and a batch: a stable word with hyphens for programs, and a plain clause for
-// people. The core speaks in codes with values.
+// people. The core speaks in codes with values. What a person can change has other names in
+// each of these places, so the texts name none of a window's or an option's own.
 #pragma once
 
 #include <functional>
@@ -10,12 +11,8 @@
 
 namespace tavlo {
 
-/// Where the words are read: what a person can change has another name in each place.
-enum class Place { windows, command_line, batch };
-
 /// What the values of the codes are called.
 struct FitNames {
-  Place place = Place::windows;
   bool has_modes = false;
   std::function<std::string(int mode)> mode;
   std::function<int(int entry)> row;  ///< number that the person knows a row by

@@ -99,8 +99,7 @@ int row_number(const DataSet& data, int entry) {
 }
 
 FitNames names_of(const DataSet& data) {
-  return {.place = Place::windows,
-          .has_modes = data.nModes > 0,
+  return {.has_modes = data.nModes > 0,
           .mode = [&data](int mode) { return mode_name(data, mode); },
           .row = [&data](int entry) { return row_number(data, entry); }};
 }

@@ -68,7 +68,7 @@ class BatchWork {
     has_errors = has_errors || !all_made(outcomes);
     JsonText json(answers);
     json.open('{').key("id").raw(line_.id);
-    add_fits(json, {sample, no_modes_, line_.questions, outcomes, Place::batch});
+    add_fits(json, {sample, no_modes_, line_.questions, outcomes});
     json.close('}');
     answers += '\n';
   }

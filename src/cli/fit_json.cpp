@@ -12,7 +12,7 @@ namespace tavlo::cli {
 namespace {
 
 WordContext context_of(const FitReport& report, const FitOutcome& outcome) {
-  return {*outcome.choice.model, report.mode_names, report.sample.total_failures, report.place};
+  return {*outcome.choice.model, report.mode_names, report.sample.total_failures};
 }
 
 void add_optional(JsonText& json, const char* key, const std::optional<double>& value) {

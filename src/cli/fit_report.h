@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "actions/fit_words.h"
 #include "cli/fitting.h"
 #include "cli/json_text.h"
 
@@ -17,7 +16,6 @@ struct FitReport {
   const std::vector<std::string>& mode_names;
   const FitQuestions& questions;
   const std::vector<FitOutcome>& outcomes;
-  Place place = Place::command_line;
 };
 
 /// Adds "units", "failures" and "suspensions" to an open object.

@@ -121,8 +121,7 @@ void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
 std::string remarks(const FitReport& report, const FitOutcome& outcome) {
   const std::string start = "  " + shown_name(outcome) + ": ";
   const Fit& fit = *outcome.answer.fit();
-  const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures,
-                            report.place};
+  const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures};
   std::string lines;
   const bool likelihood = outcome.request.method == method_code::mle;
   if (fit.starts) lines += start + starts_words(*fit.starts, fit.proof, likelihood) + "\n";

@@ -13,8 +13,7 @@ std::string counted(double count, const std::string& noun) {
 }
 
 FitNames names_of(const WordContext& context) {
-  return {.place = context.place,
-          .has_modes = !context.mode_names.empty(),
+  return {.has_modes = !context.mode_names.empty(),
           .mode = [&](int mode) { return mode_name(context.mode_names, mode); },
           .row = [](int entry) { return entry; }};
 }

@@ -17,7 +17,6 @@ struct WordContext {
   const Model& model;
   const std::vector<std::string>& mode_names;
   double failures = 0;
-  Place place = Place::command_line;
 };
 
 FitWords words_of(const Refusal& refusal, const WordContext& context);

@@ -160,12 +160,13 @@ TEST(Words, EveryRefusalAndNoteHasPlainWordsAndNamesItsRow) {
     EXPECT_EQ(reason.find('.', reason.size() - 1), std::string::npos) << reason;
     if (refusal.code == RefusalCode::time_not_above_zero ||
         refusal.code == RefusalCode::rank_off_paper) {
-      EXPECT_TRUE(reason.starts_with("Row 2: ")) << reason;
+      EXPECT_TRUE(reason.starts_with("row 2 has ")) << reason;
     }
   }
-  for (int code = 0; code <= static_cast<int>(NoteCode::mode_not_fitted); ++code) {
+  for (int code = 0; code <= static_cast<int>(NoteCode::modes_left_out); ++code) {
     const std::string words = note_sentence({static_cast<NoteCode>(code), 98, {1, 0}}, data);
     EXPECT_TRUE(words.ends_with(".")) << words;
+    EXPECT_EQ(words.find_first_of("{}"), std::string::npos) << words;
     EXPECT_EQ(words.find("Click"), std::string::npos);
   }
 }

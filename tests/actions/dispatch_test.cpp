@@ -65,8 +65,7 @@ TEST(Dispatch, WithSuspensionsInTheLikelihoodAMixtureIsAnotherFit) {
   FitWorld world(points);
   world.fit(354, 1);
   const std::string words =
-      "5 suspensions are not in this likelihood; Censored, beside the "
-      "methods, takes them in.";
+      "5 suspensions left out of this likelihood (the choice Censored takes them in).";
   EXPECT_GT(world.views.count("status " + words), 0) << "told before the fit";
   EXPECT_NE(world.panel().remark.find(words), std::string::npos) << "and when it is done";
   EXPECT_NE(world.log().find(words + "\n"), std::string::npos);
@@ -171,7 +170,9 @@ TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal {2}");
   EXPECT_TRUE(world.grid().text(2, fit_column::quality).starts_with("-")) << "its own ln L";
   EXPECT_EQ(world.grid().text(3, fit_column::scale), "not determined");
-  EXPECT_NE(notes_at(world.session, 1, 1).find("Failure mode mode3 is not fitted: "),
+  EXPECT_NE(notes_at(world.session, 1, 1)
+                .find("Failure mode mode3 is not fitted: 1 failure "
+                      "found where it takes at least 2.\n"),
             std::string::npos);
   const std::string log = world.log();
   EXPECT_NE(log.find("FM/rr\tN= 4 /S= 0\nFailure mode: mode1\tr^2= \t1\n eta: \t"),
@@ -193,8 +194,8 @@ TEST(Dispatch, ARefusalWithoutABoxStaysInTheLogAndOnTheStatusBar) {
   world.fit(162, 1);
   EXPECT_EQ(world.fits().nFits, 0);
   const std::string words =
-      "W3T/MLE 3 Par refused: the likelihood has no maximum: it rises as the "
-      "minimum life comes up to the first failure";
+      "W3T/MLE 3 Par refused: the likelihood has no maximum: it goes on rising as t0 nears the "
+      "first failure";
   EXPECT_TRUE(world.panel().remark.starts_with(words)) << world.panel().remark;
   EXPECT_TRUE(world.log().ends_with(world.panel().remark + "\n"));
   EXPECT_EQ(world.views.count("status " + world.panel().remark), 1);

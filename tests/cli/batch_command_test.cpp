@@ -88,7 +88,13 @@ TEST_F(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
       {R"({"id":2,"x":[5,1e39]})", "2", "out of range"},
       {R"({"id":2})", "2", "there is no x"},
       {R"({"id":2,"x":[5,6],"model":"W9P"})", "2", "'W9P' is no model"},
-      {R"({"id":2,"x":[5,6],"model":"Wb"})", "2", "Wb needs its slope"},
+      {R"({"id":2,"x":[5,6],"model":""})", "2", "'' is no model"},
+      {R"({"id":2,"x":[5,6],"method":""})", "2", "'' is no method"},
+      {R"({"id":2,"x":[5,6],"model":98.5})", "2", "'98.5' is no model"},
+      {R"({"id":2,"x":[5,6],"model":"Wb"})", "2", "add the field slope"},
+      {R"({"id":2,"x":[5,6],"b_life":[1e-13]})", "2", "'1e-13' is too close"},
+      {R"({"id":2,"x":[5,0],"model":"N"})", "2", "a time can't be 0"},
+      {R"({"id":"NaN","x":[1,2,]})", R"("NaN")", "no JSON object"},
       {R"({"id":2,"x":[5,6],"censored":1})", "2", "neither true nor false"},
       {R"({"id":2,"x":[5,6],"suspended":[0,1]})", "2", "there is no field 'suspended'"},
       {R"({"id":2,"x":[5,6],"x":[1,2]})", "2", "stands there twice"},
@@ -108,8 +114,11 @@ TEST_F(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
         << answers[i];
   }
   EXPECT_EQ(answers.back().at("fits")[0].at("status"), 1);
+  EXPECT_NE(folder.run({"batch"}, std::string(5000, '[') + std::string(5000, ']'))
+                .out.find("nested too deeply"),
+            std::string::npos);
   EXPECT_EQ(folder.run({"batch"}, "\n\n").out, "");
-  EXPECT_EQ(folder.run({"batch"}, R"({"x":[5,6,9]})").code, 0);
+  EXPECT_EQ(folder.run({"batch"}, "\xEF\xBB\xBF{\"x\":[5,6,9],\"model\":98}").code, 0);
 }
 
 // The shell makes the lines: what this process held would count as the child's memory.

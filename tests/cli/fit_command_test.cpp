@@ -149,12 +149,15 @@ TEST_F(FitCommand, AWeibayesHasTheSlopeThatWasGiven) {
 }
 
 TEST_F(FitCommand, AFitByModeNamesItsModes) {
-  folder.write("d", "x,mode\n10,wear\n20,wear\n35,wear\n50,burst\n60,\x1B[31m\n");
+  folder.write("d", "x,fails,mode\n10,1,wear\n20,1,wear\n35,1,wear\n50,2,burst\n60,3,\x1B[31m\n");
   const ProgramRun run = folder.run({"fit", "d", "--model", "FM,W2P", "--method", "mle", "--json"});
   const json modes = fit_of(run).at("rows");
   ASSERT_EQ(modes.size(), 3U) << run.out;
   EXPECT_EQ(modes[0].at("mode"), "wear");
-  EXPECT_EQ(modes[2].at("status"), 0) << "one failure, at the last time";
+  EXPECT_EQ(modes[2].at("code"), "no-spread") << "three failures, at the last time";
+  EXPECT_TRUE(fit_of(run).at("quality").is_null()) << "each mode has its own";
+  EXPECT_EQ(fit_of(run).at("notes").back().at("text"),
+            "the answers for the life as a whole leave out failure mode \x1B[31m");
   EXPECT_TRUE(modes[2].at("eta").is_null());
   EXPECT_EQ(fit_of(run, 1).at("rows").size(), 1U);
   const std::string table = folder.run({"fit", "d", "--model", "FM", "--method", "mle"}).out;

@@ -18,16 +18,22 @@ Rows only_mode(Rows rows, int mode) {
 }
 
 /// The notes that a fit by mode should have of its modes.
-std::vector<Note> notes_of_modes(const Fit& fit, std::int16_t method) {
+std::vector<Note> notes_of_modes(const Fit& fit, const Rows& rows, std::int16_t method) {
   std::vector<Note> notes;
+  std::vector<double> left_out;
   for (const ModeFit& mode : fit.modes) {
-    if (mode.refusal)
-      notes.push_back({NoteCode::mode_not_fitted,
-                       0,
-                       {double(mode.mode), static_cast<double>(mode.refusal->code)}});
-    else if (mode.method != method)
-      notes.push_back({NoteCode::likelihood_for_one_mode, 0, {double(mode.mode)}});
+    double failures = 0;
+    for (const SampleRow& row : rows) failures += row.mode == mode.mode ? row.failures : 0;
+    if (mode.refusal) {
+      std::vector<double> values = {double(mode.mode), static_cast<double>(mode.refusal->code)};
+      values.insert(values.end(), mode.refusal->values.begin(), mode.refusal->values.end());
+      notes.push_back({NoteCode::mode_not_fitted, 0, values});
+      if (failures > 0) left_out.push_back(mode.mode);
+    } else if (mode.method != method) {
+      notes.push_back({NoteCode::likelihood_for_one_mode, 0, {double(mode.mode), failures}});
+    }
   }
+  if (!left_out.empty()) notes.push_back({NoteCode::modes_left_out, 0, left_out});
   return notes;
 }
 
@@ -71,7 +77,7 @@ TEST(FitByMode, EachModeIsFittedAsIfTheOthersWereSuspensions) {
       ++fitted;
       for (std::size_t m = 0; m < 3; ++m) expect_mode(fit, m, rows, method);
       std::erase_if(answer.notes, [](auto& note) { return note.code == NoteCode::counted_rows; });
-      EXPECT_EQ(answer.notes, notes_of_modes(fit, method));
+      EXPECT_EQ(answer.notes, notes_of_modes(fit, rows, method));
       for (const Note& note : answer.notes) ++noted[note.code];
     }
   }

@@ -77,12 +77,14 @@ TEST(Fit, DependsOnTheUnitOfTimeOnlyByItsPowerOfTwo) {
       expect_free_of_units(test::mixture_sample(seed, asked.model, 60).rows, asked, {-20, -13, 20});
 }
 
-/// A refusal names its row as entered.
+/// A refusal names its row as entered, as does the note of a mode's refusal.
 FitAnswer without_row_numbers(FitAnswer answer) {
   if (auto* refusal = std::get_if<Refusal>(&answer.result)) refusal->values.clear();
   if (auto* fit = std::get_if<Fit>(&answer.result))
     for (ModeFit& mode : fit->modes)
       if (mode.refusal) mode.refusal->values.clear();
+  for (Note& note : answer.notes)
+    if (note.code == NoteCode::mode_not_fitted) note.values.resize(2);
   return answer;
 }
 
@@ -300,6 +302,13 @@ TEST(Fit, CountedRowsAreNotedWhereRanksDependOnThem) {
   const std::vector<Note> noted = {{NoteCode::counted_rows, 0, {}}}, none;
   const Rows counted = {{10, 2}, {20, 1}};
   EXPECT_EQ(fit_rows(counted, {}).notes, noted);
+  EXPECT_EQ(fit_rows({{10, 1e15}, {20, 2e15}, {30, 0, 1e15}}, {}).notes, noted);
+  EXPECT_EQ(fit_rows({{10, 1}, {20, 1.5}, {30, 0, 1}}, {}).notes, none) << "no whole unit to list";
+  const Asked by_mode{model_code::by_failure_mode};
+  Rows modes = {{10, 2, 0, 2}, {20, 1, 0, 1}, {30, 1, 0, 1}, {90, 0, 5, 0}};
+  EXPECT_EQ(fit_rows(modes, by_mode, 2).notes.size(), 1u) << "counted where no line is";
+  modes[1].failures = 2;
+  EXPECT_EQ(fit_rows(modes, by_mode, 2).notes.front(), noted.front());
   EXPECT_EQ(fit_rows(counted, {model_code::weibull2, method_code::mle}).notes, none);
   EXPECT_EQ(fit_rows({{10, 1}, {20, 1}, {20, 1}, {30, 0, 7}}, {}).notes, none);
 }
