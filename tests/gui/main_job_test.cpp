@@ -123,7 +123,7 @@ TEST_F(MainJob, TheCensoredSwitchMakesAFitBesideTheOtherAndNotesAreATip) {
   EXPECT_EQ(fits().text(4, fit_column::model).substr(0, 8), "W5C/MLEc");
   const QAbstractItemModel& grid = *dynamic_cast<QTableView&>(widget("grd_Fit")).model();
   const QString tip = grid.index(1, fit_column::model).data(Qt::ToolTipRole).toString();
-  EXPECT_TRUE(tip.contains(QStringLiteral("9 suspensions are not in this likelihood")))
+  EXPECT_TRUE(tip.contains(QStringLiteral("9 suspensions left out of this likelihood")))
       << from_qt(tip);
 }
 
