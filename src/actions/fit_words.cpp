@@ -21,7 +21,7 @@ struct TableRow {
 constexpr const char* not_constant = "";  ///< the text depends on the values
 
 /// In the order of the codes.
-constexpr std::array<TableRow, 16> refusal_table = {{
+constexpr std::array<TableRow, 15> refusal_table = {{
     {"too-few-failures", "{0 failure} found where it takes at least {1}"},
     {"time-not-above-zero", "row {row} has the time {1}; the model needs times above 0"},
     {"rank-off-paper", "row {row} has the plotting position {1}, which must lie between 0 and 1"},
@@ -37,8 +37,6 @@ constexpr std::array<TableRow, 16> refusal_table = {{
      "no answer of this model could be shown to be the best: the data do not tell its populations "
      "apart"},
     {"line-without-worth", "the best line of this model is worse than none"},
-    {"too-many-units",
-     "exact ranks are not known for so many units; Benard's approximation has no such limit"},
     {"no-mode-fitted", not_constant},
     {"arithmetic", not_constant},
     {"stopped", "a doubt was answered with Cancel"},

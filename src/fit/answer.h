@@ -73,7 +73,6 @@ enum class RefusalCode : std::int8_t {
   no_interior_maximum,   ///< values: -1 t0 to minus infinity (Gumbel), 1 t0 to the first failure
   no_proven_optimum,     ///< the search ended on spikes only
   line_without_worth,    ///< the best line is worse than none
-  too_many_units,        ///< exact ranks of more units than a table holds
   no_mode_fitted,        ///< fit by mode: no mode could be fitted
   arithmetic,            ///< values: number of the run-time error
   stopped,               ///< the person (or a doubt answered with Cancel) ended it
