@@ -117,14 +117,15 @@ void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
   }
 }
 
-/// The lines beneath the table.
+/// The lines beneath the table, or beneath the name of a fit that was refused.
 std::string remarks(const FitReport& report, const FitOutcome& outcome) {
   const std::string start = "  " + shown_name(outcome) + ": ";
-  const Fit& fit = *outcome.answer.fit();
+  const Fit* const fit = outcome.answer.fit();
   const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures};
   std::string lines;
   const bool likelihood = outcome.request.method == method_code::mle;
-  if (fit.starts) lines += start + starts_words(*fit.starts, fit.proof, likelihood) + "\n";
+  if (fit && fit->starts)
+    lines += start + starts_words(*fit->starts, fit->proof, likelihood) + "\n";
   for (const Note& note : outcome.answer.notes)
     lines += start + shown_text(words_of(note, context).text) + "\n";
   return lines;
@@ -145,7 +146,8 @@ std::string family_table(const FitReport& report, Family family) {
 std::string refusals(const FitReport& report) {
   std::string lines;
   for (const FitOutcome& outcome : report.outcomes)
-    if (!outcome.answer.fit()) lines += "  " + fit_name(outcome.choice) + "  no fit\n";
+    if (!outcome.answer.fit())
+      lines += "  " + fit_name(outcome.choice) + "  no fit\n" + remarks(report, outcome);
   return lines.empty() ? lines : "\n" + lines;
 }
 

@@ -163,6 +163,11 @@ TEST_F(FitCommand, AFitByModeNamesItsModes) {
   const std::string table = folder.run({"fit", "d", "--model", "FM", "--method", "mle"}).out;
   EXPECT_NE(table.find("no fit"), std::string::npos) << table;
   EXPECT_EQ(table.find('\x1B'), std::string::npos) << "a name must not reach the terminal raw";
+  folder.write("d", "x,mode\n50,burst\n");
+  EXPECT_EQ(
+      folder.run({"fit", "d", "--model", "FM"}).out,
+      "d: 1 unit, 1 failure, 0 suspensions\n\n  FM/rr  no fit\n"
+      "  FM/rr: failure mode burst is not fitted: 1 failure found where it takes at least 2\n");
 }
 
 TEST_F(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
