@@ -84,6 +84,15 @@ TEST_F(MainJob, MouseAlone) {
   ASSERT_TRUE(wait_until([&] { return !program.commands.running(); }));
   EXPECT_EQ(fits().rows(), 3) << "a fit that stands is not added again";
   EXPECT_TRUE(chart_has_fit_line());
+
+  const QAbstractItemModel& grid = *dynamic_cast<QTableView&>(widget("grd_Fit")).model();
+  const auto tip = [&] { return from_qt(grid.index(0, 0).data(Qt::ToolTipRole).toString()); };
+  EXPECT_EQ(tip(), "");
+  person.press({"ctrl+1"});
+  person.type("7\n");
+  EXPECT_TRUE(wait_until([&] { return tip() == "out of date: the data have changed"; })) << tip();
+  person.click(widget("btn_Fit"));
+  EXPECT_TRUE(wait_until([&] { return tip().empty() && !program.commands.running(); }));
 }
 
 // A click on each model adds its fit; the question for a slope takes its offer

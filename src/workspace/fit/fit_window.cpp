@@ -200,6 +200,7 @@ void FitWindow::set_up_grid() {
   grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
   grd_Fit_.setAccessibleName(tr("Fits"));
   model_.set_row_tips([this](int row) { return notes_at(session_, index_, row); });
+  model_.set_grey_rows([this](int row) { return is_out_of_date_at(session_, index_, row); });
   grd_Fit_.setModel(&model_);
   set_table_look(grd_Fit_);
   grd_Fit_.setTabKeyNavigation(false);
@@ -225,6 +226,8 @@ void FitWindow::refresh_grid() {
   fit_columns();
   grd_Fit_.scrollToBottom();
 }
+
+void FitWindow::show_age() { grd_Fit_.viewport()->update(); }
 
 // Wide enough for the heading, for a usual number and for what stands there.
 void FitWindow::fit_columns() {
