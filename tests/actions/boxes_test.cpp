@@ -163,7 +163,7 @@ TEST(Words, EveryRefusalAndNoteHasPlainWordsAndNamesItsRow) {
       EXPECT_TRUE(reason.starts_with("row 2 has ")) << reason;
     }
   }
-  for (int code = 0; code <= static_cast<int>(NoteCode::modes_left_out); ++code) {
+  for (int code = 0; code <= static_cast<int>(NoteCode::better_beyond_fence); ++code) {
     const std::string words = note_sentence({static_cast<NoteCode>(code), 98, {1, 0}}, data);
     EXPECT_TRUE(words.ends_with(".")) << words;
     EXPECT_EQ(words.find_first_of("{}"), std::string::npos) << words;
