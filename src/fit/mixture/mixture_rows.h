@@ -10,9 +10,9 @@
 
 namespace tavlo {
 
-/// Log times with weights, padded with rows of weight 0 to a whole number of packs.
+/// Times with weights, padded with rows of weight 0 to a whole number of packs.
 struct WeightedRows {
-  std::vector<double> x;  ///< ln time, inner units
+  std::vector<double> x;  ///< ln time, or what the user of the rows measures; inner units
   std::vector<double> y;  ///< Weibull ordinate of the rank; only of failures for a regression
   std::vector<double> w;
   std::size_t count = 0;  ///< without the padding
@@ -34,6 +34,10 @@ struct MixtureRows {
 
 /// The rows for a method; suspensions where `censored` and the method is MLE.
 MixtureRows mixture_rows(const Sample& sample, std::int16_t method, bool censored);
+
+/// About `most` rows: the one in the middle of each of equal parts of the weight stands for
+/// its part. Not padded.
+WeightedRows thinned(const WeightedRows& rows, std::size_t most);
 
 /// About `most` failures, each standing for an equal part of them, and suspensions alike.
 MixtureRows thinned(const MixtureRows& rows, std::size_t most);

@@ -19,37 +19,11 @@ constexpr std::size_t most_scan_rows = 400;
 TimesFromFirst times_of(const Sample& sample, double first, bool censored) {
   TimesFromFirst times;
   for (std::size_t i = 0; i < sample.size(); ++i) {
-    if (sample.failures[i] > 0) {
-      times.failures.push_back(sample.time[i] - first);
-      times.failure_weights.push_back(sample.failures[i]);
-    }
-    if (censored && sample.suspensions[i] > 0) {
-      times.suspensions.push_back(sample.time[i] - first);
-      times.suspension_weights.push_back(sample.suspensions[i]);
-    }
+    const double time = sample.time[i] - first;
+    if (sample.failures[i] > 0) times.failures.add(time, 0, sample.failures[i]);
+    if (censored && sample.suspensions[i] > 0)
+      times.suspensions.add(time, 0, sample.suspensions[i]);
   }
-  return times;
-}
-
-/// The middle rows of equal parts of the rows.
-void thin(std::vector<double>& times, std::vector<double>& weights) {
-  const std::size_t stride = times.size() / most_scan_rows;
-  if (stride < 2) return;
-  std::vector<double> few, few_weights;
-  for (std::size_t from = 0; from < times.size(); from += stride) {
-    const std::size_t to = std::min(from + stride, times.size());
-    double weight = 0;
-    for (std::size_t i = from; i < to; ++i) weight += weights[i];
-    few.push_back(times[(from + to) / 2]);
-    few_weights.push_back(weight);
-  }
-  times = std::move(few);
-  weights = std::move(few_weights);
-}
-
-TimesFromFirst sketch_of(TimesFromFirst times) {
-  thin(times.failures, times.failure_weights);
-  thin(times.suspensions, times.suspension_weights);
   return times;
 }
 
@@ -81,7 +55,8 @@ struct Maxima {
 
 Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
   Maxima maxima;
-  const TimesFromFirst few = sketch_of(times);
+  const TimesFromFirst few{thinned(times.failures, most_scan_rows),
+                           thinned(times.suspensions, most_scan_rows)};
   const ProfileScan scan = scan_minimum_life(few);
   const MinimumLifeLikelihood rough(few);
   const MinimumLifeLikelihood whole(times);

@@ -12,14 +12,6 @@ namespace {
 
 using namespace minimum_life_variable;
 
-/// Time 1 with weight 0 adds nothing.
-void pad(std::vector<double>& times, std::vector<double>& weights) {
-  while (times.size() % Pack::lanes != 0) {
-    times.push_back(times.empty() ? 1.0 : times.back());
-    weights.push_back(0);
-  }
-}
-
 constexpr std::size_t pairs = 6;
 
 /// Lower triangle by rows: bb, eb, ee, db, de, dd.
@@ -83,30 +75,29 @@ struct Row {
 }  // namespace
 
 MinimumLifeLikelihood::MinimumLifeLikelihood(TimesFromFirst times) : times_(std::move(times)) {
-  pad(times_.failures, times_.failure_weights);
-  pad(times_.suspensions, times_.suspension_weights);
+  times_.failures.pad();
+  times_.suspensions.pad();
 }
 
 bool MinimumLifeLikelihood::shape_at(const SmallVector& q, LocalShape& shape) const {
   const double beta = std::exp(q[ln_beta]);
   const double distance = std::exp(q[ln_distance]);
   Sums sums;
-  const auto walk = [&](const std::vector<double>& times, const std::vector<double>& weights,
-                        auto&& add) {
+  const auto walk = [&](const WeightedRows& rows, auto&& add) {
     constexpr std::size_t block = 64 * Pack::lanes;
-    for (std::size_t from = 0; from < times.size(); from += block) {
+    for (std::size_t from = 0; from < rows.x.size(); from += block) {
       PackSums part;
-      for (std::size_t i = from; i < std::min(from + block, times.size()); i += Pack::lanes)
-        add(Pack::load(&times[i]), Pack::load(&weights[i]), part);
+      for (std::size_t i = from; i < std::min(from + block, rows.x.size()); i += Pack::lanes)
+        add(Pack::load(&rows.x[i]), Pack::load(&rows.w[i]), part);
       part.settle(sums);
     }
   };
-  walk(times_.failures, times_.failure_weights, [&](Pack time, Pack w, PackSums& part) {
+  walk(times_.failures, [&](Pack time, Pack w, PackSums& part) {
     const Row row(time, distance, beta, q[ln_eta]);
     row.add(w, row.z + q[ln_beta] - row.hazard - row.log_rest, 1.0 - row.hazard, -row.hazard, beta,
             true, part);
   });
-  walk(times_.suspensions, times_.suspension_weights, [&](Pack time, Pack w, PackSums& part) {
+  walk(times_.suspensions, [&](Pack time, Pack w, PackSums& part) {
     const PackMask at_risk = time + distance > Pack(0.0);
     const Row row(select(at_risk, time, 1.0), distance, beta, q[ln_eta]);
     row.add(select(at_risk, w, 0.0), -row.hazard, -row.hazard, -row.hazard, beta, false, part);

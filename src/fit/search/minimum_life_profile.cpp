@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "fit/likelihood/log_times.h"
 
@@ -16,16 +15,14 @@ constexpr int scan_steps = 8 * steps_a_decade;
 /// The likelihood at a given t0 with beta and eta at their best.
 class Profile {
  public:
-  explicit Profile(const TimesFromFirst& times) : times_(times) {
-    failures_ = std::accumulate(times.failure_weights.begin(), times.failure_weights.end(), 0.0);
-  }
+  explicit Profile(const TimesFromFirst& times) : times_(times) {}
 
   /// Slope of the profile towards a higher t0 at t0 = first - distance.
   double slope_at(double distance) {
     solve(distance);
     double inverse = 0, hazard_rate = 0;
     for (std::size_t i = 0; i < rests_.size(); ++i) {
-      if (i < times_.failures.size()) inverse += weights_[i] / rests_[i];
+      if (i < times_.failures.count) inverse += weights_[i] / rests_[i];
       hazard_rate += weights_[i] * std::exp(beta_ * (logs_[i] - ln_eta_)) / rests_[i];
     }
     return beta_ * hazard_rate - (beta_ - 1) * inverse;
@@ -42,27 +39,24 @@ class Profile {
   void measure_from(double distance) {
     rests_.clear();
     weights_.clear();
-    const auto add = [&](double time, double weight) {
-      if (!(time + distance > 0)) return;
-      rests_.push_back(time + distance);
-      weights_.push_back(weight);
-    };
-    for (std::size_t i = 0; i < times_.failures.size(); ++i)
-      add(times_.failures[i], times_.failure_weights[i]);
-    for (std::size_t i = 0; i < times_.suspensions.size(); ++i)
-      add(times_.suspensions[i], times_.suspension_weights[i]);
+    for (const WeightedRows* list : {&times_.failures, &times_.suspensions})
+      for (std::size_t i = 0; i < list->count; ++i) {
+        if (!(list->x[i] + distance > 0)) continue;
+        rests_.push_back(list->x[i] + distance);
+        weights_.push_back(list->w[i]);
+      }
     logs_.resize(rests_.size());
     std::transform(rests_.begin(), rests_.end(), logs_.begin(),
                    [](double rest) { return std::log(rest); });
     mean_failed_ = 0;
-    for (std::size_t i = 0; i < times_.failures.size(); ++i)
-      mean_failed_ += weights_[i] * logs_[i] / failures_;
+    for (std::size_t i = 0; i < times_.failures.count; ++i)
+      mean_failed_ += weights_[i] * logs_[i] / times_.failures.total;
   }
 
   void solve(double distance) {
     measure_from(distance);
     const LogTimeWeibull best =
-        most_likely_weibull({logs_, weights_, failures_, mean_failed_}, beta_);
+        most_likely_weibull({logs_, weights_, times_.failures.total, mean_failed_}, beta_);
     beta_ = best.beta;
     ln_eta_ = best.ln_eta;
   }
@@ -71,7 +65,6 @@ class Profile {
   std::vector<double> rests_;  // beyond t0; failures stand first
   std::vector<double> logs_;
   std::vector<double> weights_;
-  double failures_ = 0;
   double mean_failed_ = 0;
   double beta_ = 1;
   double ln_eta_ = 0;
@@ -79,8 +72,8 @@ class Profile {
 
 double span_of(const TimesFromFirst& times) {
   double last = 0;
-  for (const std::vector<double>* list : {&times.failures, &times.suspensions})
-    for (const double time : *list) last = std::max(last, time);
+  for (const WeightedRows* list : {&times.failures, &times.suspensions})
+    for (const double time : list->x) last = std::max(last, time);
   return last;
 }
 

@@ -7,12 +7,13 @@
 
 #include <vector>
 
+#include "fit/mixture/mixture_rows.h"
+
 namespace tavlo {
 
 /// Times from the first failure on (a suspension may lie before it), with weights.
 struct TimesFromFirst {
-  std::vector<double> failures, failure_weights;
-  std::vector<double> suspensions, suspension_weights;
+  WeightedRows failures, suspensions;
 };
 
 /// A point of the profile: t0 lies `distance` below the first failure.
