@@ -91,6 +91,7 @@ TEST(Life, APopulationThatNoFailureReachesNeverFails) {
   EXPECT_NEAR(reliability(life, 1e300), 0.8, 1e-15);
   EXPECT_NEAR(*quantile(life, 0.1), 50 * std::pow(std::log(2.0), 1 / 1.5), 1e-9);
   EXPECT_FALSE(quantile(life, 0.25));
+  EXPECT_EQ(draw(life, [] { return 0.9; }), infinity);
 }
 
 TEST(Life, WhatHasNoAnswerGivesNone) {
