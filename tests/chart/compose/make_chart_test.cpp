@@ -66,6 +66,31 @@ TEST_F(MakeChartTest, AStraightFitLineIsTwoPointsInsideThePlot) {
   EXPECT_NEAR(line.places[0].x, 1250 + 8000 * std::log10(x / 10) / 2, 2);
 }
 
+// Across the longer extent of each of its parts, as the thinning measures.
+TEST_F(MakeChartTest, ACurvedFitLineIsAsExactAsItMustBeAndNoMore) {
+  const double low = std::log(-std::log1p(-0.01)), high = std::log(std::log(2.0));
+  double farthest = 0;
+  for (const double early : {40, 50, 60, 80, 100, 130}) {
+    here.show(test::fit_of(model_code::weibull5x,
+                           {{1 / early, 0.3, 3, 0, 1}, {1 / 400.0, 0.7, 2, 0, 2}}));
+    const Polyline line = all<Polyline>(here.draw()).back();
+    for (std::size_t k = 1; k < line.places.size(); ++k) {
+      const Place a = line.places[k - 1], b = line.places[k];
+      const double slope = static_cast<double>(b.y - a.y) / (b.x - a.x);
+      for (std::int32_t x = a.x; x < b.x; ++x) {
+        const double time = std::pow(10, 1 + (x - 1250) / 4000.0);
+        const double left =
+            0.3 * std::exp(-std::pow(time / early, 3)) + 0.7 * std::exp(-std::pow(time / 400, 2));
+        const double y = 5150 - 4500 * (std::log(-std::log(left)) - low) / (high - low);
+        const double miss = std::fabs(y - a.y - slope * (x - a.x));
+        farthest = std::max(farthest, miss / std::max(1.0, std::fabs(slope)));
+      }
+    }
+  }
+  EXPECT_GT(farthest, 2.3);
+  EXPECT_LT(farthest, 3.2);
+}
+
 TEST_F(MakeChartTest, SubPopulationsAreThinLinesOfTheirOwnWhenAskedFor) {
   here.show(
       test::fit_of(model_code::weibull5x, {{1 / 100.0, 0.3, 3, 0, 1}, {1 / 400.0, 0.7, 2, 0, 2}}));

@@ -50,7 +50,7 @@ TEST_F(ReadoutTest, SaysWhatTheFitSaysOfThePlace) {
   const Reading reading = readout.at(place_of(200, 0.3)).value();
   EXPECT_NEAR(reading.x, 200, 0.1);
   EXPECT_NEAR(reading.fraction.value(), -std::expm1(-std::pow(reading.x / 606.5, 1.72)), 1e-12);
-  EXPECT_NEAR(reading.time.value(), 606.5 * std::pow(-std::log1p(-reading.y), 1 / 1.72), 1e-4);
+  EXPECT_NEAR(reading.time.value(), 606.5 * std::pow(-std::log1p(-reading.y), 1 / 1.72), 1e-9);
   const Reading outside = readout.at({-500, 90000}).value();
   EXPECT_EQ(outside.x, here.chart().Axes(0).Min);
   EXPECT_EQ(outside.y, here.chart().Axes(1).Min);
