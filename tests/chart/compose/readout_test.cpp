@@ -19,11 +19,9 @@ class ReadoutTest : public ::testing::Test {
     here.draw();
   }
   Place place_of(double x, double y) {
-    std::vector<DataPair> pairs = {{x, y}};
-    std::vector<Place> places(1);
-    xy2Long(here.session.errors, here.world.prompts, here.chart().Boxes(1), here.chart().Axes(0),
-            here.chart().Axes(1), places, pairs);
-    return places[0];
+    const ChartItem& plot = here.chart().Boxes(chart_item::plot_box);
+    return {AxisMap::x(here.session.errors, plot, here.chart().Axes(0))(x),
+            AxisMap::y(here.session.errors, plot, here.chart().Axes(1))(y)};
   }
   test::ChartWorld here;
 };

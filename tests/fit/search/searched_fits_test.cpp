@@ -221,6 +221,11 @@ TEST(SearchedFits, ReachesTheBestKnownAnswer) {
       EXPECT_GE(fit_of(fit_rows(rows, asked)).quality, *best++ - grain);
     }
   }
+  // The best of its few rows is not the best of all its rows.
+  test::RandomNumbers random(28);
+  const Life truth = test::random_life(random, model_code::weibull7);
+  EXPECT_GT(fit_of(fit_rows(test::draws(random, truth, 1000), by_likelihood(truth.model))).quality,
+            -8058.43);
 }
 
 /// The likelihood of a W3T at a given t0, by the best Weibull of t - t0.
