@@ -149,6 +149,11 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
     here.chart().Boxes(chart_item::sub_title).Text2 = std::string(30, 'W') + " of the rig";
     here.chart().Axes(code % 2).Label.Text2 = "0.000";
     charts["model_" + std::to_string(code)] = here.draw();
+    here.chart().Axes(0).ScaleType = x_scale::linear;
+    here.chart().Axes(1).ScaleType = y_scale::linear;
+    here.chart().Axes(1).AutoMin = false;
+    here.chart().Axes(1).Min = -0.1;
+    charts["linear_" + std::to_string(code)] = here.draw();
   }
   for (const int sets : {4, 60}) {
     test::SetsWorld here(sets);
