@@ -174,6 +174,7 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
   add_mark(here.chart(), text_mark({4000, 3000}, "Here"));
   add_mark(here.chart(), arrow_mark({3000, 1000}, {3500, 1900}));
   here.chart().Texts(2).Mode = mark_mode::head_at_end | mark_mode::head_at_start;
+  add_mark(here.chart(), line_mark({5000, 1000}, {5500, 1900}));
   for (int symbol = 1; symbol <= 27; ++symbol)
     add_mark(here.chart(), symbol_mark({1500 + 200 * symbol, 4000}, symbol));
   charts["marks"] = here.draw();
