@@ -284,6 +284,10 @@ std::string note_sentence(const Note& note, const DataSet& data) {
     case NoteCode::population_not_reached:
       return "No failure reaches population " + shown(first) +
              ": only its share is known, its life is not determined.";
+    case NoteCode::better_beyond_fence:
+      return "A population of fewer than two failures, or parameters that run off to a limit, "
+             "would fit better (by " +
+             shown(first) + "), which is no answer.";
     case NoteCode::likelihood_for_one_mode:
       return "Failure mode " + mode_name(data, number_of(note.values, 0)) +
              " has one failure only and is fitted by maximum likelihood.";

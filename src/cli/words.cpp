@@ -139,6 +139,11 @@ Words words_of(const Note& note, const WordContext& context) {
     case NoteCode::population_not_reached:
       return {"population-not-reached", "no failure reaches population " + number(value(v, 0)) +
                                             "; only its share is determined"};
+    case NoteCode::better_beyond_fence:
+      return {"better-beyond-fence",
+              "a population of fewer than two failures, or parameters that run off to a limit, "
+              "would fit better (by " +
+                  number(value(v, 0)) + "), which is no answer"};
     case NoteCode::likelihood_for_one_mode:
       return {"likelihood-for-one-mode",
               mode_words(context, value(v, 0)) + " has one failure and was fitted by likelihood"};

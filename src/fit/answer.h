@@ -48,6 +48,7 @@ enum class NoteCode : std::int8_t {
   population_not_reached,   ///< values: row whose population holds no failure
   likelihood_for_one_mode,  ///< values: mode with one failure, fitted by likelihood
   mode_not_fitted,          ///< values: mode, reason (RefusalCode)
+  better_beyond_fence,      ///< a better point is no answer; values: its gain
 };
 
 struct Note {

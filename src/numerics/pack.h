@@ -13,6 +13,7 @@
 
 /// Packs live in registers, which only inlined functions can hand on.
 #define TAVLO_PACKED [[gnu::always_inline]]
+#define TAVLO_PACKED_LAMBDA __attribute__((always_inline))
 
 namespace tavlo {
 

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tavlo {
 namespace {
 
-// Relative to a Hessian with unit diagonal: below it the point lies on a ridge, as where
-// one population is cut in two, and how far the run came decides on the sign.
-constexpr double least_curvature = 1e-6;
 constexpr double rounding_of_curvature = 1e-11;
 constexpr double first_damping = 1e-3;
 constexpr double most_damping = 1e12;
@@ -31,6 +29,7 @@ class NewtonRun {
         settle();
         return concluded();
       }
+      if (is_hopeless(step)) break;
       if (!advance()) return concluded();
       if (terrain_.inside && !terrain_.inside(end_.q)) {
         end_.kind = MinimiserEnd::Kind::cut_off;
@@ -62,6 +61,16 @@ class NewtonRun {
       else
         free_[free_count_++] = i;
     }
+  }
+
+  /// Looks at the pace every ten steps, once the first twenty are done.
+  bool is_hopeless(int step) {
+    constexpr int stage = 10;
+    if (step % stage != 0) return false;
+    const double gained = std::exchange(stage_value_, end_.shape.value) - end_.shape.value;
+    const double stages_left = static_cast<double>(terrain_.most_steps - step) / stage;
+    return step > stage && std::isfinite(terrain_.to_beat) &&
+           end_.shape.value - gained * stages_left > terrain_.to_beat;
   }
 
   SmallVector free_gradient() const {
@@ -195,7 +204,7 @@ class NewtonRun {
     const double relative =
         smallest_eigenvalue(with_unit_diagonal(hessian, free_count_), free_count_);
     SmallVector step{};
-    const bool definite = relative > least_curvature &&
+    const bool definite = relative > terrain_.least_curvature &&
                           end_.curvature > rounding_of_curvature * largest_diagonal(hessian) &&
                           solve_definite(hessian, g, free_count_, step);
     end_.decrement = definite ? half_product(g, step) : gain_of_products(g);
@@ -226,6 +235,7 @@ class NewtonRun {
   std::size_t free_count_ = 0;
   double damping_ = first_damping;
   double growth_ = 4;
+  double stage_value_ = 0;  ///< at the last look at the pace
 };
 
 }  // namespace

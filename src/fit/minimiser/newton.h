@@ -7,6 +7,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 
 #include "fit/minimiser/small_matrix.h"
 
@@ -34,6 +35,11 @@ struct Terrain {
   std::function<bool(const SmallVector& q)> inside;
   double small_gain = 1e-9;  ///< a decrement below it ends a run
   int most_steps = 80;
+  /// A run gives up when at its pace it gets nowhere near this value in the steps left.
+  double to_beat = -std::numeric_limits<double>::infinity();
+  /// Of a Hessian with unit diagonal: below it the point lies on a ridge, as where one
+  /// population is cut in two, and how far the run came decides on the sign.
+  double least_curvature = 1e-6;
   bool judged = true;  ///< false: the end is a point on the way, its kind doesn't matter
 };
 

@@ -25,11 +25,13 @@ struct TimeBracket {
   }
 };
 
-/// Not a number where none was found, which only parameters beyond all sense bring about.
+/// Within some 1e-6 of the steepest population's ordinate, and far less after a near start;
+/// not a number where none was found, which only parameters beyond all sense bring about.
 template <Populations P>
 TAVLO_PACKED inline Pack model_time(const RowFormula<P>& formula, Pack start, Pack y) {
-  // Halley's steps shrink with their third power: nothing is left behind this one.
-  constexpr double last_step = 1e-6;
+  // Halley's steps shrink with their third power: little is left behind this one, and the
+  // caller's derivatives take that away.
+  const double last_step = 0.01 / formula.steepest();
   constexpr int most_steps = 60;
   TimeBracket<P> ends(formula, y);
   Pack x = least(greatest(start, ends.low), ends.high);

@@ -20,14 +20,15 @@ class ShapeSums {
   /// value, g and h weighted alike: the rows of a likelihood.
   TAVLO_PACKED void add_likely(Pack w, const Shape& row) {
     value_ = value_ + w * row.value;
-    add(w, w, row);
+    add<true>(w, w, row);
   }
 
-  /// The square of a distance with the derivatives of `row`.
-  TAVLO_PACKED void add_square(Pack w, Pack distance, const Shape& row) {
-    const Pack weighted = w * distance;
-    value_ = value_ + weighted * distance;
-    add(weighted + weighted, w + w, row);
+  /// The square of a distance; without its own second derivatives if not `curved`.
+  template <bool curved>
+  TAVLO_PACKED void add_square(Pack w, const Shape& distance) {
+    const Pack weighted = w * distance.value;
+    value_ = value_ + weighted * distance.value;
+    add<curved>(weighted + weighted, w + w, distance);
   }
 
   /// Puts the sums of the last rows to the totals: short sums first keep the digits.
@@ -49,15 +50,17 @@ class ShapeSums {
   std::array<double, pairs> total_h{}, total_products{};
 
  private:
+  template <bool curved>
   TAVLO_PACKED void add(Pack w, Pack product_weight, const Shape& row) {
-    for (std::size_t i = 0; i < K; ++i) g_[i] = g_[i] + w * row.g[i];
-    for (std::size_t i = 0; i < K; ++i) {
+    for_each_constant<K>([&](auto i) TAVLO_PACKED_LAMBDA {
+      g_[i] = g_[i] + w * row.g[i];
       const Pack weighted = product_weight * row.g[i];
-      for (std::size_t j = 0; j <= i; ++j) {
-        h_[below(i, j)] = h_[below(i, j)] + w * row.h[below(i, j)];
-        products_[below(i, j)] = products_[below(i, j)] + weighted * row.g[j];
-      }
-    }
+      for_each_constant<i() + 1>([&](auto j) TAVLO_PACKED_LAMBDA {
+        constexpr std::size_t at = below(i, j);
+        if constexpr (curved) h_[at] = h_[at] + w * row.h[at];
+        products_[at] = products_[at] + weighted * row.g[j];
+      });
+    });
   }
 
   Pack value_{0.0};
@@ -103,11 +106,12 @@ ExpectedFailures expected(const MixtureRows& rows, const SmallVector& q) {
   for (std::size_t i = 0; i < rows.failures.x.size(); i += Pack::lanes) {
     const Pack x = Pack::load(&rows.failures.x[i]);
     const Pack w = Pack::load(&rows.failures.w[i]);
+    const Pack lift = formula.lift_at(x);
     Pack rate_a = 0.0, rate_b = 0.0, rate_c = 0.0;
-    if constexpr (P.a) rate_a = formula.risk(P.at_a(), x).hazard * formula.beta[P.at_a()];
-    if constexpr (P.b) rate_b = formula.risk(P.at_b(), x).hazard * formula.beta[P.at_b()];
+    if constexpr (P.a) rate_a = formula.risk(P.at_a(), x, lift).hazard * formula.beta[P.at_a()];
+    if constexpr (P.b) rate_b = formula.risk(P.at_b(), x, lift).hazard * formula.beta[P.at_b()];
     if constexpr (P.c) {
-      const auto shared = formula.shared_risk(x);
+      const auto shared = formula.shared_risk(x, lift);
       rate_c = shared.among * shared.hazard * formula.beta[P.at_c()];
     }
     const Pack part = w / (rate_a + rate_b + rate_c);
@@ -181,26 +185,39 @@ class Likelihood : public RowsObjective<P> {
   }
 };
 
+/// How a regression takes a row's second derivatives: whole, or by the products of the first
+/// alone (Gauss and Newton), which is half the work.
+enum class Bend { whole, products };
+
+/// The sum of squares of distance(first row of a pack), a row shape.
+template <Populations P, Bend bend, class Distance>
+bool squares_at(const WeightedRows& rows, double spread, LocalShape& shape, Distance&& distance) {
+  ShapeSums<P.size()> sums;
+  for_each_pack(rows, sums, [&](std::size_t i) {
+    sums.template add_square<bend == Bend::whole>(Pack::load(&rows.w[i]), distance(i));
+  });
+  return take_shape(sums, 1, spread, true, shape);
+}
+
 /// Y on X.
-template <Populations P>
+template <Populations P, Bend bend>
 class Vertical : public RowsObjective<P> {
  public:
   using RowsObjective<P>::RowsObjective;
 
   bool shape_at(const SmallVector& q, LocalShape& shape) override {
     const RowFormula<P> formula(q);
-    ShapeSums<P.size()> sums;
     const WeightedRows& f = this->rows_.failures;
-    for_each_pack(f, sums, [&](std::size_t i) {
-      const auto row = formula.ordinate(Pack::load(&f.x[i]));
-      sums.add_square(Pack::load(&f.w[i]), row.value - Pack::load(&f.y[i]), row);
+    return squares_at<P, bend>(f, this->rows_.spread_y, shape, [&](std::size_t i) {
+      auto row = formula.ordinate(Pack::load(&f.x[i]));
+      row.value = row.value - Pack::load(&f.y[i]);
+      return row;
     });
-    return take_shape(sums, 1, this->rows_.spread_y, true, shape);
   }
 };
 
 /// X on Y.
-template <Populations P>
+template <Populations P, Bend bend>
 class Horizontal : public RowsObjective<P> {
  public:
   explicit Horizontal(const MixtureRows& rows) : RowsObjective<P>(rows), times_(rows.failures.x) {}
@@ -213,17 +230,26 @@ class Horizontal : public RowsObjective<P> {
       if (!all(is_finite(time))) return false;
       time.store(&times_[i]);
     }
-    ShapeSums<P.size()> sums;
-    for_each_pack(f, sums, [&](std::size_t i) {
-      const auto row = formula.time_of_ordinate(Pack::load(&times_[i]));
-      sums.add_square(Pack::load(&f.w[i]), row.value - Pack::load(&f.x[i]), row);
+    return squares_at<P, bend>(f, this->rows_.spread_x, shape, [&](std::size_t i) {
+      auto row = formula.time_of_ordinate(Pack::load(&times_[i]), Pack::load(&f.y[i]));
+      row.value.store(&times_[i]);
+      row.value = row.value - Pack::load(&f.x[i]);
+      return row;
     });
-    return take_shape(sums, 1, this->rows_.spread_x, true, shape);
   }
 
  private:
   std::vector<double> times_;
 };
+
+template <Populations P>
+using WholeVertical = Vertical<P, Bend::whole>;
+template <Populations P>
+using WholeHorizontal = Horizontal<P, Bend::whole>;
+template <Populations P>
+using RoughVertical = Vertical<P, Bend::products>;
+template <Populations P>
+using RoughHorizontal = Horizontal<P, Bend::products>;
 
 template <template <Populations> class Kind>
 std::unique_ptr<Objective> of_populations(const MixtureRows& rows, Populations populations) {
@@ -238,14 +264,15 @@ std::unique_ptr<Objective> of_populations(const MixtureRows& rows, Populations p
 
 std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations populations) {
   if (rows.is_likelihood()) return of_populations<Likelihood>(rows, populations);
-  return rows.method == method_code::x_on_y ? of_populations<Horizontal>(rows, populations)
-                                            : of_populations<Vertical>(rows, populations);
+  return rows.method == method_code::x_on_y ? of_populations<WholeHorizontal>(rows, populations)
+                                            : of_populations<WholeVertical>(rows, populations);
 }
 
 std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations) {
-  const bool simple = populations != early_share;
-  return simple && !rows.is_likelihood() ? of_populations<Vertical>(rows, populations)
-                                         : make_objective(rows, populations);
+  if (rows.is_likelihood()) return of_populations<Likelihood>(rows, populations);
+  const bool horizontal = rows.method == method_code::x_on_y && populations == early_share;
+  return horizontal ? of_populations<RoughHorizontal>(rows, populations)
+                    : of_populations<RoughVertical>(rows, populations);
 }
 
 double quality_of(const MixtureRows& rows, double value) {

@@ -7,7 +7,10 @@
 // survivors.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <type_traits>
+#include <utility>
 
 #include "fit/mixture/populations.h"
 #include "numerics/pack_math.h"
@@ -16,6 +19,23 @@ namespace tavlo {
 
 /// The lower triangle of a symmetric matrix, row by row.
 constexpr std::size_t below(std::size_t i, std::size_t j) { return i * (i + 1) / 2 + j; }
+
+/// Calls act(i) with constants i from 0 to K - 1, so that small arrays live in registers.
+template <std::size_t K, class Act>
+TAVLO_PACKED inline void for_each_constant(Act&& act) {
+  [&]<std::size_t... i>(std::index_sequence<i...>) TAVLO_PACKED_LAMBDA {
+    (act(std::integral_constant<std::size_t, i>{}), ...);
+  }
+  (std::make_index_sequence<K>{});
+}
+
+/// Calls act(i, j) for the lower triangle, row by row.
+template <std::size_t K, class Act>
+TAVLO_PACKED inline void for_each_pair(Act&& act) {
+  for_each_constant<K>([&](auto i) TAVLO_PACKED_LAMBDA {
+    for_each_constant<i() + 1>([&](auto j) TAVLO_PACKED_LAMBDA { act(i, j); });
+  });
+}
 
 template <std::size_t K>
 struct RowShape {
@@ -45,14 +65,27 @@ struct RowFormula {
   std::array<double, most_variables> beta{}, ln_eta{};
   double share = 0, rest = 1;  ///< p and 1 - p
 
+  double steepest() const { return *std::max_element(beta.begin(), beta.end()); }
+
   /// A population at a row.
   struct Risk {
     Pack z, hazard;
   };
 
-  TAVLO_PACKED Risk risk(std::size_t at, Pack x) const {
+  /// The hazard is e^(z - lift).
+  TAVLO_PACKED Risk risk(std::size_t at, Pack x, Pack lift = 0.0) const {
     const Pack z = (x - ln_eta[at]) * beta[at];
-    return {z, exp_within(-700, z, 700)};
+    return {z, exp_within(-700, z - lift, 700)};
+  }
+
+  /// 0, or what lifts the largest hazard of a row into the numbers: where steep populations
+  /// are far away, their rates still stand in a ratio, and its logarithm still has a slope.
+  TAVLO_PACKED Pack lift_at(Pack x) const {
+    Pack largest = (x - ln_eta[0]) * beta[0];
+    for_each_constant<P.count()>([&](auto i) TAVLO_PACKED_LAMBDA {
+      largest = greatest(largest, (x - ln_eta[2 * i()]) * beta[2 * i()]);
+    });
+    return least(largest + 600.0, 0.0);
   }
 
   /// C at a row; beyond e^20 no unit of it is left, and its terms are 0.
@@ -60,9 +93,9 @@ struct RowFormula {
     Pack z, hazard, gone, left, among;  ///< gone = exp(-C) - 1, left = T, among = w
   };
 
-  TAVLO_PACKED SharedRisk shared_risk(Pack x) const {
+  TAVLO_PACKED SharedRisk shared_risk(Pack x, Pack lift = 0.0) const {
     const Pack z = (x - ln_eta[C]) * beta[C];
-    const Pack hazard = exp_within(-700, z, 20);
+    const Pack hazard = exp_within(-700, z - lift, 20);
     const Pack gone = expm1(-hazard);
     const Pack left = gone * share + 1.0;
     return {z, hazard, gone, left, (gone + 1.0) * share / left};
@@ -106,18 +139,19 @@ struct RowFormula {
   /// ln of the density of ln t, without derivatives.
   TAVLO_PACKED Pack ln_density_value(Pack x) const {
     Pack rate = 0.0, sum = 0.0;
+    const Pack lift = lift_at(x);
     const auto add = [&](const Risk& r, double b) {
       rate = rate + r.hazard * b;
       sum = sum + r.hazard;
     };
-    if constexpr (P.a) add(risk(A, x), beta[A]);
-    if constexpr (P.b) add(risk(B, x), beta[B]);
+    if constexpr (P.a) add(risk(A, x, lift), beta[A]);
+    if constexpr (P.b) add(risk(B, x, lift), beta[B]);
     if constexpr (P.c) {
-      const SharedRisk c = shared_risk(x);
+      const SharedRisk c = shared_risk(x, lift);
       rate = rate + c.among * c.hazard * beta[C];
       sum = sum - log1p(c.gone * share);
     }
-    return ln(rate) - sum;
+    return ln(rate) + lift - sum;
   }
 
   /// -ln R with its derivatives, added to `shape` (with the sign turned).
@@ -167,19 +201,20 @@ struct RowFormula {
     Risk a{0.0, 0.0}, b{0.0, 0.0};
     SharedRisk c{0.0, 0.0, 0.0, 0.0, 0.0};
     Pack rate = 0.0;
-    if constexpr (P.a) rate = rate + (a = risk(A, x)).hazard * beta[A];
-    if constexpr (P.b) rate = rate + (b = risk(B, x)).hazard * beta[B];
+    const Pack lift = lift_at(x);
+    if constexpr (P.a) rate = rate + (a = risk(A, x, lift)).hazard * beta[A];
+    if constexpr (P.b) rate = rate + (b = risk(B, x, lift)).hazard * beta[B];
     if constexpr (P.c) {
-      c = shared_risk(x);
+      c = shared_risk(x, lift);
       rate = rate + c.among * c.hazard * beta[C];
     }
-    shape.value = ln(rate);
+    shape.value = ln(rate) + lift;
     if constexpr (P.a) add_rate(a, A, a.hazard * beta[A] / rate, shape);
     if constexpr (P.b) add_rate(b, B, b.hazard * beta[B] / rate, shape);
     if constexpr (P.c) add_shared_rate(c, c.among * c.hazard * beta[C] / rate, shape);
-    for (std::size_t i = 0; i < K; ++i)
-      for (std::size_t j = 0; j <= i; ++j)
-        shape.h[below(i, j)] = shape.h[below(i, j)] - shape.g[i] * shape.g[j];
+    for_each_pair<K>([&](auto i, auto j) TAVLO_PACKED_LAMBDA {
+      shape.h[below(i, j)] = shape.h[below(i, j)] - shape.g[i] * shape.g[j];
+    });
     if constexpr (P.a) subtract_risk(a, A, shape);
     if constexpr (P.b) subtract_risk(b, B, shape);
     if constexpr (P.c) subtract_shared_risk(c, shape);
@@ -222,36 +257,39 @@ struct RowFormula {
     Shape shape;
     shape.value = normal_ln(-risk.value);
     const Pack inverse = 1.0 / risk.value;
-    for (std::size_t i = 0; i < K; ++i) shape.g[i] = risk.g[i] * inverse;
-    for (std::size_t i = 0; i < K; ++i)
-      for (std::size_t j = 0; j <= i; ++j)
-        shape.h[below(i, j)] = risk.h[below(i, j)] * inverse - shape.g[i] * shape.g[j];
+    for_each_constant<K>([&](auto i) TAVLO_PACKED_LAMBDA { shape.g[i] = risk.g[i] * inverse; });
+    for_each_pair<K>([&](auto i, auto j) TAVLO_PACKED_LAMBDA {
+      shape.h[below(i, j)] = risk.h[below(i, j)] * inverse - shape.g[i] * shape.g[j];
+    });
     return shape;
   }
 
-  /// The log time at which the model reaches an ordinate, as a function of the parameters,
-  /// by the rule for implicit functions; `x` is that time. Log time acts as minus all ln eta.
-  TAVLO_PACKED Shape time_of_ordinate(Pack x) const {
+  /// The log time at which the model reaches the ordinate `target`, as a function of the
+  /// parameters, by the rule for implicit functions; `x` is that time, and a Newton step
+  /// takes away what it lacks. Log time acts as minus all ln eta.
+  TAVLO_PACKED Shape time_of_ordinate(Pack x, Pack target) const {
     const Shape y = ordinate(x);
     constexpr std::size_t lives = P.count();
     Pack by_x = 0.0, by_xx = 0.0;
     std::array<Pack, K> mixed{};
-    for (std::size_t i = 0; i < lives; ++i) by_x = by_x - y.g[2 * i + 1];
-    for (std::size_t k = 0; k < K; ++k)
-      for (std::size_t i = 0; i < lives; ++i) {
-        const std::size_t l = 2 * i + 1;
-        mixed[k] = mixed[k] - y.h[k > l ? below(k, l) : below(l, k)];
-      }
-    for (std::size_t i = 0; i < lives; ++i) by_xx = by_xx - mixed[2 * i + 1];
+    for_each_constant<lives>([&](auto i) TAVLO_PACKED_LAMBDA { by_x = by_x - y.g[2 * i() + 1]; });
+    for_each_constant<K>([&](auto k) TAVLO_PACKED_LAMBDA {
+      for_each_constant<lives>([&](auto i) TAVLO_PACKED_LAMBDA {
+        constexpr std::size_t l = 2 * i() + 1;
+        mixed[k] = mixed[k] - y.h[k() > l ? below(k, l) : below(l, k)];
+      });
+    });
+    for_each_constant<lives>([&](auto i)
+                                 TAVLO_PACKED_LAMBDA { by_xx = by_xx - mixed[2 * i() + 1]; });
     const Pack inverse = -1.0 / by_x;
     Shape shape;
-    shape.value = x;
-    for (std::size_t k = 0; k < K; ++k) shape.g[k] = y.g[k] * inverse;
-    for (std::size_t i = 0; i < K; ++i)
-      for (std::size_t j = 0; j <= i; ++j)
-        shape.h[below(i, j)] = (y.h[below(i, j)] + mixed[i] * shape.g[j] + mixed[j] * shape.g[i] +
-                                by_xx * shape.g[i] * shape.g[j]) *
-                               inverse;
+    shape.value = x + (y.value - target) * inverse;
+    for_each_constant<K>([&](auto k) TAVLO_PACKED_LAMBDA { shape.g[k] = y.g[k] * inverse; });
+    for_each_pair<K>([&](auto i, auto j) TAVLO_PACKED_LAMBDA {
+      shape.h[below(i, j)] = (y.h[below(i, j)] + mixed[i] * shape.g[j] + mixed[j] * shape.g[i] +
+                              by_xx * shape.g[i] * shape.g[j]) *
+                             inverse;
+    });
     return shape;
   }
 };

@@ -58,6 +58,9 @@ std::optional<MinimiserEnd> maximum_near(const MinimumLifeLikelihood& likelihood
   Terrain terrain;
   terrain.size = count;
   terrain.longest_step.fill(1.0);
+  // Far from the first failure the three variables all but move together: a maximum there
+  // is flat, and one nevertheless.
+  terrain.least_curvature = 1e-10;
   terrain.inside = [&](const SmallVector& q) {
     return q[ln_beta] < std::log(fence.steepest) && q[ln_distance] > -36 && q[ln_distance] < 36;
   };
@@ -72,6 +75,7 @@ std::optional<MinimiserEnd> maximum_near(const MinimumLifeLikelihood& likelihood
 
 struct Maxima {
   std::vector<MinimiserEnd> proven;  ///< best first
+  /// Where there is none, the likelihood rises or all but rises as t0 goes to -infinity.
   bool rises_outward = false;
 };
 
@@ -79,7 +83,6 @@ Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
   Maxima maxima;
   const TimesFromFirst few = sketch_of(times);
   const ProfileScan scan = scan_minimum_life(few);
-  maxima.rises_outward = scan.rises_outward;
   const MinimumLifeLikelihood rough(few);
   const MinimumLifeLikelihood whole(times);
   for (const ProfilePoint& point : scan.maxima) {
@@ -88,6 +91,8 @@ Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
     const auto end = maximum_near(whole, sketched ? sketched->q : scanned, fence);
     if (end) maxima.proven.push_back(*end);
   }
+  const bool beyond_fence = maxima.proven.empty() && !scan.maxima.empty();
+  maxima.rises_outward = scan.rises_outward || beyond_fence;
   std::stable_sort(maxima.proven.begin(), maxima.proven.end(),
                    [](const auto& a, const auto& b) { return a.shape.value < b.shape.value; });
   return maxima;
@@ -120,10 +125,10 @@ double first_failure(const Sample& sample) {
 
 FitAnswer fit_minimum_life_by_likelihood(const Sample& sample, const FitRequest& request,
                                          Companion& companion) {
-  FitAnswer answer{Refusal{RefusalCode::no_spread, {}}, {}};
+  FitAnswer answer;
   const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
   const auto weibull = one_weibull_optimum(rows);
-  if (!weibull) return answer;
+  if (!weibull) return {refuse_without_weibull(rows), {}};
   companion.turn();
   const double first = first_failure(sample);
   const Maxima maxima =

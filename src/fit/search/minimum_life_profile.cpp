@@ -4,13 +4,14 @@
 #include <cmath>
 #include <numeric>
 
+#include "fit/likelihood/log_times.h"
+
 namespace tavlo {
 namespace {
 
 constexpr double smallest_decade = -5;
 constexpr int steps_a_decade = 4;
 constexpr int scan_steps = 8 * steps_a_decade;
-constexpr double steepest_beta = 1e5;
 
 /// The likelihood at a given t0 with beta and eta at their best.
 class Profile {
@@ -36,24 +37,6 @@ class Profile {
   }
 
  private:
-  struct Equation {
-    double value, slope;
-  };
-
-  /// Sum u e^(bu) / sum e^(bu) - 1/b - mean of the failures' u, rising in b.
-  Equation equation(double beta) const {
-    double s0 = 0, s1 = 0, s2 = 0;
-    for (std::size_t i = 0; i < logs_.size(); ++i) {
-      const double from_top = logs_[i] - top_;
-      const double weight = weights_[i] * std::exp(beta * from_top);
-      s0 += weight;
-      s1 += weight * from_top;
-      s2 += weight * from_top * from_top;
-    }
-    const double mean = s1 / s0;
-    return {mean - 1 / beta - (mean_failed_ - top_), s2 / s0 - mean * mean + 1 / (beta * beta)};
-  }
-
   /// Times beyond t0 and their logarithms. Suspensions at or below t0, certain to survive,
   /// weigh nothing.
   void measure_from(double distance) {
@@ -74,25 +57,14 @@ class Profile {
     mean_failed_ = 0;
     for (std::size_t i = 0; i < times_.failures.size(); ++i)
       mean_failed_ += weights_[i] * logs_[i] / failures_;
-    top_ = *std::max_element(logs_.begin(), logs_.end());
   }
 
   void solve(double distance) {
     measure_from(distance);
-    double low = 1e-3, high = steepest_beta;
-    for (int i = 0; i < 60; ++i) {
-      const Equation at = equation(beta_);
-      (at.value < 0 ? low : high) = beta_;
-      double next = beta_ - at.value / at.slope;
-      if (!(next > low && next < high)) next = std::sqrt(low * high);
-      const double change = std::fabs(next - beta_);
-      beta_ = next;
-      if (change <= 1e-9 * beta_) break;
-    }
-    double sum = 0;
-    for (std::size_t i = 0; i < logs_.size(); ++i)
-      sum += weights_[i] * std::exp(beta_ * (logs_[i] - top_));
-    ln_eta_ = top_ + std::log(sum / failures_) / beta_;
+    const LogTimeWeibull best =
+        most_likely_weibull({logs_, weights_, failures_, mean_failed_}, beta_);
+    beta_ = best.beta;
+    ln_eta_ = best.ln_eta;
   }
 
   const TimesFromFirst& times_;
@@ -101,7 +73,6 @@ class Profile {
   std::vector<double> weights_;
   double failures_ = 0;
   double mean_failed_ = 0;
-  double top_ = 0;
   double beta_ = 1;
   double ln_eta_ = 0;
 };

@@ -155,6 +155,9 @@ Proof proof_of(const Best& best, std::int16_t model) {
   return proof;
 }
 
+/// The least gain that makes a person take a larger model.
+double felt_gain(const MixtureRows& rows) { return rows.is_likelihood() ? 0.5 : 1e-4; }
+
 std::vector<Note> notes_of(const Best& best, const Task& task, const Sample& sample,
                            const FitRequest& request) {
   std::vector<Note> notes;
@@ -164,9 +167,13 @@ std::vector<Note> notes_of(const Best& best, const Task& task, const Sample& sam
   const bool own = best.of_model == request.model;
   const bool unreached = !best.optimum.point.populations.a;
   const double gain = own && !unreached ? best.contained_value - best.optimum.value : 0.0;
-  if (best.contained_model != 0 && gain < (likelihood ? 0.5 : 1e-4) && !(own && unreached))
+  const double felt = felt_gain(task.rows);
+  if (best.contained_model != 0 && gain < felt && !(own && unreached))
     notes.push_back({NoteCode::no_second_population, best.contained_model, {gain}});
   if (unreached) notes.push_back({NoteCode::population_not_reached, 0, {2}});
+  const double beyond = best.optimum.value - best.lowest;
+  if (beyond > felt && (unreached || !own))
+    notes.push_back({NoteCode::better_beyond_fence, 0, {beyond}});
   if (best.optimum.at_bound)
     notes.push_back({NoteCode::share_at_bound, 0, {best.optimum.point.share()}});
   if (own && !unreached && !best.outcome.optima.empty() && best.outcome.optima.front().finds < 2)
@@ -199,11 +206,10 @@ double distinct_times(const WeightedRows& failures) {
 /// but where none of these ways is better than a contained model's only one.
 std::optional<Refusal> refuse_saturated(const Best& best, const MixtureRows& rows,
                                         std::int16_t model) {
-  constexpr double felt = 1e-4;  // in r squared
   const double times = distinct_times(rows.failures);
   const auto own = static_cast<double>(best.optimum.point.populations.size());
   const auto needed = static_cast<double>(populations_of(model).size());
-  const bool better_ways = best.lowest < best.optimum.value - felt;
+  const bool better_ways = best.lowest < best.optimum.value - felt_gain(rows);
   if (times >= needed || (times >= own && !better_ways)) return std::nullopt;
   return Refusal{RefusalCode::no_spread, {times, needed}};
 }
@@ -213,10 +219,7 @@ std::optional<Refusal> refuse_saturated(const Best& best, const MixtureRows& row
 FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion& companion) {
   const MixtureRows rows = mixture_rows(sample, request.method, request.censored);
   const auto weibull = one_weibull_optimum(rows);
-  if (!weibull)
-    return {
-        Refusal{rows.spread_x > 0 ? RefusalCode::no_proven_optimum : RefusalCode::no_spread, {}},
-        {}};
+  if (!weibull) return {refuse_without_weibull(rows), {}};
   const Task task{rows, request.search, companion, *weibull};
   const Best best = best_mixture(task, request.model);
   if (!rows.is_likelihood() && best.exists && !best.outcome.stopped)

@@ -46,13 +46,14 @@ double proving_gain(const MixtureRows& rows) { return rows.is_likelihood() ? 1e-
 Fence Fence::around(double usual) { return {std::max(50.0, 25 * usual)}; }
 
 std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint& start,
-                                    const Fence& fence, double* ridge) {
+                                    const Fence& fence, double to_beat, double* ridge) {
   const Populations& populations = start.populations;
   const auto objective = make_objective(rows, populations);
   const ShapedFunction function = [&](const SmallVector& q, LocalShape& shape) {
     return objective->shape_at(q, shape);
   };
-  const Terrain terrain = terrain_of(rows, populations, fence);
+  Terrain terrain = terrain_of(rows, populations, fence);
+  terrain.to_beat = to_beat;
   MixturePoint from = start;
   order_risks(from);
   MinimiserEnd end = minimise(function, terrain, from.q);

@@ -36,9 +36,12 @@ struct Optimum {
 double proving_gain(const MixtureRows& rows);
 
 /// The proven optimum to which a run from `start` leads; nothing where it ends on a spike,
-/// on a ridge or nowhere. `ridge` takes the value of an end that has no proof.
+/// on a ridge or nowhere, or where a slow run can't get below `to_beat`.
+/// `ridge` takes the value of an end that has no proof.
 std::optional<Optimum> optimum_from(const MixtureRows& rows, const MixturePoint& start,
-                                    const Fence& fence, double* ridge = nullptr);
+                                    const Fence& fence,
+                                    double to_beat = -std::numeric_limits<double>::infinity(),
+                                    double* ridge = nullptr);
 
 /// Where a short run from `start` has come to, with the value there; nothing where it left
 /// for a spike.

@@ -25,6 +25,21 @@ bool better(const FoundOptimum& a, const FoundOptimum& b) {
   return a.optimum.value < b.optimum.value;
 }
 
+/// Adds an end to the optima, or to the one that it is.
+void take(const MixtureRows& rows, const FoundOptimum& end, std::vector<FoundOptimum>& optima) {
+  const auto same = [&](const FoundOptimum& known) {
+    return is_same_optimum(rows, known.optimum, end.optimum);
+  };
+  const auto known = std::find_if(optima.begin(), optima.end(), same);
+  if (known == optima.end()) {
+    optima.push_back(end);
+    return;
+  }
+  if (end.optimum.value < known->optimum.value) known->optimum = end.optimum;
+  known->finds += end.finds;
+  known->agreed += end.agreed;
+}
+
 class OptimumSearch {
  public:
   /// When a search may end before its last start.
@@ -41,13 +56,15 @@ class OptimumSearch {
   void run(std::span<const MixturePoint> starts, bool are_finds) {
     std::vector<std::optional<Optimum>> ends(starts.size());
     std::vector<double> values(starts.size(), outcome_.lowest);
+    const double best = outcome_.optima.empty() ? -std::numeric_limits<double>::infinity()
+                                                : outcome_.optima.front().optimum.value;
     for_each_index(starts.size(), [&](std::size_t i) {
-      ends[i] = optimum_from(rows_, starts[i], fence_, &values[i]);
+      ends[i] = optimum_from(rows_, starts[i], fence_, best, &values[i]);
     });
     for (const double value : values) outcome_.lowest = std::min(outcome_.lowest, value);
     for (const auto& end : ends) {
       outcome_.tried += 1;
-      if (end) take(*end, are_finds);
+      if (end) take(rows_, {*end, are_finds ? 1 : 0, 1}, outcome_.optima);
     }
     std::stable_sort(outcome_.optima.begin(), outcome_.optima.end(), better);
     look_up();
@@ -89,19 +106,6 @@ class OptimumSearch {
   void look_up() {
     companion_.turn();
     outcome_.stopped = outcome_.stopped || companion_.stop_wanted();
-  }
-
-  void take(const Optimum& end, bool is_find) {
-    const auto same = [&](const FoundOptimum& known) {
-      return is_same_optimum(rows_, known.optimum, end);
-    };
-    auto found = std::find_if(outcome_.optima.begin(), outcome_.optima.end(), same);
-    if (found == outcome_.optima.end())
-      found = outcome_.optima.insert(outcome_.optima.end(), {end, 0, 0});
-    else if (end.value < found->optimum.value)
-      found->optimum = end;
-    found->finds += is_find;
-    found->agreed += 1;
   }
 
   const MixtureRows& rows_;
@@ -174,22 +178,13 @@ SearchOutcome judged_on(const MixtureRows& rows, const SearchOutcome& rough, std
   for_each_index(count, [&](std::size_t i) {
     ends[i] = optimum_from(rows, rough.optima[i].optimum.point, fence);
   });
-  SearchOutcome judged;
-  judged.tried = rough.tried;
-  judged.stopped = rough.stopped;
-  for (std::size_t i = 0; i < count; ++i) {
-    if (!ends[i]) continue;
-    const auto same = [&](const FoundOptimum& known) {
-      return is_same_optimum(rows, known.optimum, *ends[i]);
-    };
-    const auto known = std::find_if(judged.optima.begin(), judged.optima.end(), same);
-    if (known == judged.optima.end()) {
-      judged.optima.push_back({*ends[i], rough.optima[i].finds, rough.optima[i].agreed});
-    } else {
-      known->finds += rough.optima[i].finds;
-      known->agreed += rough.optima[i].agreed;
-    }
-  }
+  SearchOutcome judged = rough;
+  judged.optima.clear();
+  // A likelihood of few rows says nothing of the height on all; r squared does.
+  if (rows.is_likelihood()) judged.lowest = std::numeric_limits<double>::infinity();
+  for (std::size_t i = 0; i < count; ++i)
+    if (ends[i])
+      take(rows, {*ends[i], rough.optima[i].finds, rough.optima[i].agreed}, judged.optima);
   std::stable_sort(judged.optima.begin(), judged.optima.end(), better);
   return judged;
 }

@@ -21,8 +21,9 @@ struct FoundOptimum {
 struct SearchOutcome {
   std::vector<FoundOptimum> optima;  ///< distinct, best first
   int tried = 0;
-  bool stopped = false;                                     ///< by the companion
-  double lowest = std::numeric_limits<double>::infinity();  ///< value of any end, proven or not
+  bool stopped = false;  ///< by the companion
+  /// Value of any end, proven or not; not known of a likelihood searched on thinned rows.
+  double lowest = std::numeric_limits<double>::infinity();
 };
 
 /// What is known of the rows before the search.
