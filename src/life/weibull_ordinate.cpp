@@ -10,6 +10,4 @@ double fd_WblY(double F) {
   return (F > small_fraction ? ln(-ln(1 - Real(F))) : ln(Real(F))).value();
 }
 
-double fd_WblYofR(double R) { return ln(-ln(Real(R))).value(); }
-
 }  // namespace tavlo

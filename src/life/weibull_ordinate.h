@@ -6,7 +6,4 @@ namespace tavlo {
 /// ln(-ln(1 - F)) for F above 1e-8, else ln F. Error 5 at or below 0, and at 1.
 double fd_WblY(double F);
 
-/// ln(-ln R). Error 5 outside 0 < R < 1.
-double fd_WblYofR(double R);
-
 }  // namespace tavlo
