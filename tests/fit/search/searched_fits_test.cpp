@@ -61,7 +61,7 @@ void expect_proven(const Fit& fit, const Sample& sample, const FitRequest& reque
   EXPECT_GT(fit.proof->smallest_curvature, 0);
   const test::OptimumCheck check = test::check_optimum(fit.life, sample, request, at_bound);
   ASSERT_TRUE(check.decrement) << "the curvature is not definite";
-  EXPECT_LE(*check.decrement, 2 * grain);
+  EXPECT_LE(*check.decrement, 5e-5 * grain);  // a last step settles it
   if (fit.life.model != model_code::weibull3) {  // which is searched by other parameters
     EXPECT_TRUE(test::curves_more_than(check.at, 0.9 * fit.proof->smallest_curvature));
     EXPECT_FALSE(test::curves_more_than(check.at, 1.1 * fit.proof->smallest_curvature));
