@@ -24,19 +24,15 @@ void expect_file_fault(const test::CliFolder& folder, const std::string& file,
 }
 
 TEST_F(InputFiles, EachBadTextIsRefusedWithItsLine) {
-  struct Case {
-    std::string bytes;
-    std::string what;
-  };
-  const Case cases[] = {
+  const std::pair<std::string, const char*> cases[] = {
       {"", ":1: the file is empty"},
       {"5\rsix\r", ":2: 'six' is not a number"},
       {"x,status\n\x1B[31m5,F\n", ":2: '\\x1B[31m5' is not a number"},
       {"x,comment\n1,\"" + std::string(100'000, 'a'), ":2: the line is too long"},
   };
-  for (const Case& row : cases) {
-    folder.write("data", row.bytes);
-    expect_file_fault(folder, "data", row.what);
+  for (const auto& [bytes, what] : cases) {
+    folder.write("data", bytes);
+    expect_file_fault(folder, "data", what);
   }
 }
 

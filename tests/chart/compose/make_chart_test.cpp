@@ -55,22 +55,6 @@ TEST_F(MakeChartTest, AWeibullChartHoldsWhatAnEngineerLooksFor) {
   expect_sound_handles(drawing);
 }
 
-TEST_F(MakeChartTest, AStraightFitLineIsTwoPointsInsideThePlot) {
-  here.chart().Markers(1).LineWidth = 96;
-  const DrawingRecord drawing = here.draw();
-  const Polyline line = all<Polyline>(drawing).back();
-  ASSERT_EQ(line.places.size(), 2u);
-  const int half = (20 + 96) / 2;
-  EXPECT_NEAR(line.places[0].y, 5150 - half, 1)
-      << "enters at the lower limit, held back by the pen";
-  EXPECT_NEAR(line.places[1].y, 650 + half, 1);
-  // x of 1 % in closed form, on a log axis from 10 to 1000
-  const double low = std::log(-std::log1p(-0.01)), high = std::log(std::log(2.0));
-  const double y = low + half / 4500.0 * (high - low);
-  const double x = 606.5 * std::exp(y / 1.72);
-  EXPECT_NEAR(line.places[0].x, 1250 + 8000 * std::log10(x / 10) / 2, 2);
-}
-
 // Across the longer extent of each of its parts, as the thinning measures.
 TEST_F(MakeChartTest, ACurvedFitLineIsAsExactAsItMustBeAndNoMore) {
   const double low = std::log(-std::log1p(-0.01)), high = std::log(std::log(2.0));
@@ -171,6 +155,7 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
   here.show(
       test::fit_of(model_code::weibull5x, {{1 / 100.0, 0.3, 3, 0, 1}, {1 / 400.0, 0.7, 2, 0, 2}}));
   here.chart().SubPopulations = true;
+  here.chart().Markers(1).LineWidth = 96;
   add_mark(here.chart(), text_mark({4000, 3000}, "Here"));
   add_mark(here.chart(), arrow_mark({3000, 1000}, {3500, 1900}));
   here.chart().Texts(2).Mode = mark_mode::head_at_end | mark_mode::head_at_start;
