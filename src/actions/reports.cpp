@@ -256,11 +256,21 @@ std::string notes_at(const Session& session, int fit_index, int grid_row) {
   const DataSet& data = data_of(session, fit_index);
   const int slot = slot_at(fits, grid_row);
   if (slot == 0) return "";
-  if (!is_current(fits.Fits(slot), data)) return "out of date: the data have changed";
+  if (is_out_of_date_at(session, fit_index, grid_row)) return "out of date: the data have changed";
   std::string text;
   for (const Note& note : fits.Fits(slot).notes)
     text += (text.empty() ? "" : "\n") + note_sentence(note, data);
   return text;
+}
+
+// An entry of the sheet counts before it is read: the fits don't know of it.
+bool is_out_of_date_at(const Session& session, int fit_index, int grid_row) {
+  const FitSet& fits = session.gFit(fit_index);
+  const int slot = slot_at(fits, grid_row);
+  if (slot == 0) return false;
+  const int sheet = session.gFitForm(fit_index)->data_index;
+  return !session.gDataForm(sheet)->bclean ||
+         !is_current(fits.Fits(slot), data_of(session, fit_index));
 }
 
 }  // namespace tavlo

@@ -18,6 +18,9 @@ void Load_Fit(Session& session, int fit_index);
 /// tool tip. Empty where there is nothing.
 std::string notes_at(const Session& session, int fit_index, int grid_row);
 
+/// Whether the fit of a row of the fit grid answers other data than the sheet holds now.
+bool is_out_of_date_at(const Session& session, int fit_index, int grid_row);
+
 /// Adds text to the end of the log: raw RTF, or plain text whose line breaks
 /// become line ends of the log.
 void AppendLog(Session& session, const std::string& text, bool as_rtf);

@@ -63,6 +63,18 @@ TEST_F(MainJob, KeyboardAlone) {
   EXPECT_TRUE(person.paste_elsewhere().contains(QStringLiteral("Tavlo Fit"))) << "from the log";
 }
 
+// No letter of the panel is one of the frame's: Alt+C fits from the panel too.
+TEST_F(MainJob, KeysOfThePanelAreItsOwn) {
+  paste("100\n150\n210\n300\n", 4);
+  boxes.answer_questions({});
+  int fit = 0;
+  for (const auto& [key, name] : {std::pair{"alt+c", "W/rr"}, {"alt+x", "E/rr"}}) {
+    person.press({"ctrl+2", key});
+    ASSERT_TRUE(wait_until([&] { return fits().rows() == fit + 2; })) << key;
+    EXPECT_EQ(fits().text(++fit, fit_column::model), name);
+  }
+}
+
 TEST_F(MainJob, MouseAlone) {
   paste("100\n200\n300\n", 3);
   choose("opt_Method_2", 1);
@@ -72,6 +84,15 @@ TEST_F(MainJob, MouseAlone) {
   ASSERT_TRUE(wait_until([&] { return !program.commands.running(); }));
   EXPECT_EQ(fits().rows(), 3) << "a fit that stands is not added again";
   EXPECT_TRUE(chart_has_fit_line());
+
+  const QAbstractItemModel& grid = *dynamic_cast<QTableView&>(widget("grd_Fit")).model();
+  const auto tip = [&] { return from_qt(grid.index(0, 0).data(Qt::ToolTipRole).toString()); };
+  EXPECT_EQ(tip(), "");
+  person.press({"ctrl+1"});
+  person.type("7\n");
+  EXPECT_TRUE(wait_until([&] { return tip() == "out of date: the data have changed"; })) << tip();
+  person.click(widget("btn_Fit"));
+  EXPECT_TRUE(wait_until([&] { return tip().empty() && !program.commands.running(); }));
 }
 
 // A click on each model adds its fit; the question for a slope takes its offer

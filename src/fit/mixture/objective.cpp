@@ -20,15 +20,14 @@ class ShapeSums {
   /// value, g and h weighted alike: the rows of a likelihood.
   TAVLO_PACKED void add_likely(Pack w, const Shape& row) {
     value_ = value_ + w * row.value;
-    add<true>(w, w, row);
+    add(w, w, row);
   }
 
-  /// The square of a distance; without its own second derivatives if not `curved`.
-  template <bool curved>
+  /// The square of a distance.
   TAVLO_PACKED void add_square(Pack w, const Shape& distance) {
     const Pack weighted = w * distance.value;
     value_ = value_ + weighted * distance.value;
-    add<curved>(weighted + weighted, w + w, distance);
+    add(weighted + weighted, w + w, distance);
   }
 
   /// Puts the sums of the last rows to the totals: short sums first keep the digits.
@@ -50,14 +49,13 @@ class ShapeSums {
   std::array<double, pairs> total_h{}, total_products{};
 
  private:
-  template <bool curved>
   TAVLO_PACKED void add(Pack w, Pack product_weight, const Shape& row) {
     for_each_constant<K>([&](auto i) TAVLO_PACKED_LAMBDA {
       g_[i] = g_[i] + w * row.g[i];
       const Pack weighted = product_weight * row.g[i];
       for_each_constant<i() + 1>([&](auto j) TAVLO_PACKED_LAMBDA {
         constexpr std::size_t at = below(i, j);
-        if constexpr (curved) h_[at] = h_[at] + w * row.h[at];
+        h_[at] = h_[at] + w * row.h[at];
         products_[at] = products_[at] + weighted * row.g[j];
       });
     });
@@ -185,22 +183,17 @@ class Likelihood : public RowsObjective<P> {
   }
 };
 
-/// How a regression takes a row's second derivatives: whole, or by the products of the first
-/// alone (Gauss and Newton), which is half the work.
-enum class Bend { whole, products };
-
 /// The sum of squares of distance(first row of a pack), a row shape.
-template <Populations P, Bend bend, class Distance>
+template <Populations P, class Distance>
 bool squares_at(const WeightedRows& rows, double spread, LocalShape& shape, Distance&& distance) {
   ShapeSums<P.size()> sums;
-  for_each_pack(rows, sums, [&](std::size_t i) {
-    sums.template add_square<bend == Bend::whole>(Pack::load(&rows.w[i]), distance(i));
-  });
+  for_each_pack(rows, sums,
+                [&](std::size_t i) { sums.add_square(Pack::load(&rows.w[i]), distance(i)); });
   return take_shape(sums, 1, spread, true, shape);
 }
 
 /// Y on X.
-template <Populations P, Bend bend>
+template <Populations P>
 class Vertical : public RowsObjective<P> {
  public:
   using RowsObjective<P>::RowsObjective;
@@ -208,7 +201,7 @@ class Vertical : public RowsObjective<P> {
   bool shape_at(const SmallVector& q, LocalShape& shape) override {
     const RowFormula<P> formula(q);
     const WeightedRows& f = this->rows_.failures;
-    return squares_at<P, bend>(f, this->rows_.spread_y, shape, [&](std::size_t i) {
+    return squares_at<P>(f, this->rows_.spread_y, shape, [&](std::size_t i) {
       auto row = formula.ordinate(Pack::load(&f.x[i]));
       row.value = row.value - Pack::load(&f.y[i]);
       return row;
@@ -217,7 +210,7 @@ class Vertical : public RowsObjective<P> {
 };
 
 /// X on Y.
-template <Populations P, Bend bend>
+template <Populations P>
 class Horizontal : public RowsObjective<P> {
  public:
   explicit Horizontal(const MixtureRows& rows) : RowsObjective<P>(rows), times_(rows.failures.x) {}
@@ -230,7 +223,7 @@ class Horizontal : public RowsObjective<P> {
       if (!all(is_finite(time))) return false;
       time.store(&times_[i]);
     }
-    return squares_at<P, bend>(f, this->rows_.spread_x, shape, [&](std::size_t i) {
+    return squares_at<P>(f, this->rows_.spread_x, shape, [&](std::size_t i) {
       auto row = formula.time_of_ordinate(Pack::load(&times_[i]), Pack::load(&f.y[i]));
       row.value.store(&times_[i]);
       row.value = row.value - Pack::load(&f.x[i]);
@@ -241,15 +234,6 @@ class Horizontal : public RowsObjective<P> {
  private:
   std::vector<double> times_;
 };
-
-template <Populations P>
-using WholeVertical = Vertical<P, Bend::whole>;
-template <Populations P>
-using WholeHorizontal = Horizontal<P, Bend::whole>;
-template <Populations P>
-using RoughVertical = Vertical<P, Bend::products>;
-template <Populations P>
-using RoughHorizontal = Horizontal<P, Bend::products>;
 
 template <template <Populations> class Kind>
 std::unique_ptr<Objective> of_populations(const MixtureRows& rows, Populations populations) {
@@ -264,15 +248,14 @@ std::unique_ptr<Objective> of_populations(const MixtureRows& rows, Populations p
 
 std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations populations) {
   if (rows.is_likelihood()) return of_populations<Likelihood>(rows, populations);
-  return rows.method == method_code::x_on_y ? of_populations<WholeHorizontal>(rows, populations)
-                                            : of_populations<WholeVertical>(rows, populations);
+  return rows.method == method_code::x_on_y ? of_populations<Horizontal>(rows, populations)
+                                            : of_populations<Vertical>(rows, populations);
 }
 
 std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations) {
-  if (rows.is_likelihood()) return of_populations<Likelihood>(rows, populations);
-  const bool horizontal = rows.method == method_code::x_on_y && populations == early_share;
-  return horizontal ? of_populations<RoughHorizontal>(rows, populations)
-                    : of_populations<RoughVertical>(rows, populations);
+  const bool simple = populations != early_share;
+  return simple && !rows.is_likelihood() ? of_populations<Vertical>(rows, populations)
+                                         : make_objective(rows, populations);
 }
 
 double quality_of(const MixtureRows& rows, double value) {

@@ -34,9 +34,8 @@ class Objective {
 /// `rows` must outlive it.
 std::unique_ptr<Objective> make_objective(const MixtureRows& rows, Populations populations);
 
-/// Cheaper and good enough to sketch a run: the regressions without second derivatives of
-/// their own, and vertical distances for X on Y where they lead to the same basins. (Two
-/// populations of which one has a share are the exception.)
+/// The same, but vertical distances for X on Y where they lead to the same basins: cheap.
+/// (Two populations of which one has a share are the exception.)
 std::unique_ptr<Objective> make_rough_objective(const MixtureRows& rows, Populations populations);
 
 /// Quality as a person reads it from a value of the objective: r squared, or ln L in

@@ -70,12 +70,16 @@ class OptimumSearch {
     look_up();
   }
 
-  /// Runs from the starts in order, some at a time, until the search is over.
+  /// Runs from the starts in order until the search is over: as many at first as are tried in
+  /// any case, then some at a time.
   void run_rounds(const std::vector<MixturePoint>& starts) {
-    for (std::size_t next = 0; next < starts.size() && !is_over(); next += round_size) {
+    std::size_t next = 0;
+    while (next < starts.size() && !is_over()) {
       const auto left = static_cast<std::size_t>(options_.most_starts - outcome_.tried);
-      run(std::span(starts).subspan(next, std::min({round_size, starts.size() - next, left})),
-          true);
+      const auto sure = static_cast<std::size_t>(std::max(0, target_.looks - outcome_.tried));
+      const std::size_t round = std::min({std::max(sure, round_size), starts.size() - next, left});
+      run(std::span(starts).subspan(next, round), true);
+      next += round;
     }
   }
 

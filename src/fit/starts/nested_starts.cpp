@@ -122,6 +122,7 @@ void add_clusters(const Branch& branch, Populations wanted, const MixtureRows& r
   for (const std::size_t width : {3u, 5u, 8u, 13u, 21u, 30u}) {
     double before = 0;
     for (std::size_t from = 0; from + width <= f.count; before += f.w[from++]) {
+      if (from % std::max<std::size_t>(1, width / 4) != 0) continue;  // the next is much alike
       const Cluster c = cluster_of(f, from, from + width, before, steepest);
       if (branch.risk) to.add(with_risk_split(contained, wanted, c.x, c.beta, c.part));
       if (branch.share) to.add(with_early_share(contained, wanted, c.x, c.beta, c.part));

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "fit/parallel.h"
+
 namespace tavlo {
 
 bool are_alike(const MixturePoint& a, const MixturePoint& b, double near) {
@@ -16,12 +18,22 @@ StartComparison::StartComparison(const MixtureRows& rows, Populations population
 
 void StartComparison::add(MixturePoint point) {
   order_risks(point);
-  const double value = objective_->rough_value_at(point.q);
-  if (std::isfinite(value)) all_.push_back({point, value});
+  all_.push_back({point, 0});
+}
+
+void StartComparison::evaluate() {
+  constexpr std::size_t block = 32;
+  for_each_index((all_.size() + block - 1) / block, [&](std::size_t part) {
+    const std::size_t end = std::min(all_.size(), (part + 1) * block);
+    for (std::size_t i = part * block; i < end; ++i)
+      all_[i].value = objective_->rough_value_at(all_[i].point.q);
+  });
+  std::erase_if(all_, [](const Candidate& candidate) { return !std::isfinite(candidate.value); });
 }
 
 template <class Alike>
 std::vector<MixturePoint> StartComparison::best_unlike(std::size_t most, Alike&& alike) {
+  evaluate();
   std::stable_sort(all_.begin(), all_.end(),
                    [](const Candidate& a, const Candidate& b) { return a.value < b.value; });
   std::vector<MixturePoint> chosen;

@@ -21,7 +21,7 @@ class StartComparison {
  public:
   StartComparison(const MixtureRows& rows, Populations populations);
 
-  /// A point without a value on the rows is left out.
+  /// A point without a value on the rows will be left out.
   void add(MixturePoint point);
 
   /// The points that fit best, no two alike, the best first.
@@ -32,6 +32,8 @@ class StartComparison {
   std::vector<MixturePoint> best_of_places(std::size_t most);
 
  private:
+  /// Values all points; they share the cores.
+  void evaluate();
   template <class Alike>
   std::vector<MixturePoint> best_unlike(std::size_t most, Alike&& alike);
 

@@ -62,7 +62,7 @@ SheetView::SheetView(DataSheet& sheet, UserCommands& commands, QWidget* parent)
 
 void SheetView::set_up_columns() {
   constexpr std::array<const char*, sheet_column::count> measures = {
-      "88888", "Data X88", "Data X88", "# Fail8", "# Susp8", "Data X88", "Data X88"};
+      "8888", "Data X88", "Data X88", "# Fail8", "# Susp8", "Data X88", "Data X88"};
   const QFontMetrics metrics = fontMetrics();
   const int margin = metrics.horizontalAdvance(QStringLiteral("XX"));
   for (int c = sheet_column::x; c < sheet_column::count; ++c) {

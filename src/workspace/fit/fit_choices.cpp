@@ -10,7 +10,7 @@ namespace tavlo {
 namespace {
 
 constexpr std::array<ModelOption, 16> options = {{
-    {0, "&C", "Custom", "Custom model for other distributions"},
+    {0, "C", "Custom", "Custom model for other distributions"},
     {1, "3&b", "Batch (MLE, many late suspensions)", "Only a part of all units can fail this way"},
     {2, "&2", "2 Parameter Weibull (Standard)", "Standard Weibull for most situations"},
     {3, "&3t", "3 Par Weibull (Min Life)", "Weibull with a time before which nothing fails"},
@@ -22,7 +22,7 @@ constexpr std::array<ModelOption, 16> options = {{
     {9, "&LN", "Log Normal", "Normal distribution of the logarithm of time"},
     {10, "&G-", "Gumbel Lower -", "Smallest of many values"},
     {11, "G+", "Gumbel Upper +", "Largest of many values"},
-    {12, "&Exp", "Exponential: Slope = 1", "Weibull with the slope fixed at 1: chance failures"},
+    {12, "E&xp", "Exponential: Slope = 1", "Weibull with the slope fixed at 1: chance failures"},
     {13, "?", "Click for Help choosing Model", "Help in choosing a model"},
     {14, "&1", "Weibayes: Fix Slope", "Weibull with a slope that you know: few failures"},
     {15, "F", "By Failure Mode", "One Weibull for each failure mode"},

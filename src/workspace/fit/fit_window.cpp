@@ -24,6 +24,13 @@ QString option_name(const char* group, int index) {
   return QStringLiteral("%1_%2").arg(to_qt(group)).arg(index);
 }
 
+/// The axes and each population of a formula on a line of its own, so that the
+/// longest one stays as narrow as the button above it.
+QString in_lines(QString formula) {
+  return formula.replace(QStringLiteral(" ="), QStringLiteral("\n="))
+      .replace(u'+', QStringLiteral("\n+"));
+}
+
 /// Tab stops at the option that is chosen; the arrow keys go to the others.
 void stop_at_checked(const QButtonGroup& group) {
   for (QAbstractButton* button : group.buttons())
@@ -120,7 +127,7 @@ void FitWindow::place_model_options(bool with_labels) {
   grid.removeWidget(chk_Big_);
   grid.addWidget(chk_Big_, count / columns, count % columns, 1, columns - count % columns);
   grid.setContentsMargins(gap, 2, gap, 4);
-  grid.setHorizontalSpacing(8);
+  grid.setHorizontalSpacing(3);
   grid.setVerticalSpacing(2);
 }
 
@@ -175,7 +182,7 @@ QWidget* FitWindow::make_action_column() {
   txt_Custom_ = new QLabel;
   txt_Custom_->setObjectName(QStringLiteral("txt_Custom"));
   txt_Custom_->setToolTip(tr("Plot and formula of the model"));
-  rows->addWidget(btn_Fit_);
+  rows->addWidget(btn_Fit_, 0, Qt::AlignLeft);
   rows->addWidget(txt_Custom_);
   rows->addStretch(1);
   return column;
@@ -193,6 +200,7 @@ void FitWindow::set_up_grid() {
   grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
   grd_Fit_.setAccessibleName(tr("Fits"));
   model_.set_row_tips([this](int row) { return notes_at(session_, index_, row); });
+  model_.set_grey_rows([this](int row) { return is_out_of_date_at(session_, index_, row); });
   grd_Fit_.setModel(&model_);
   set_table_look(grd_Fit_);
   grd_Fit_.setTabKeyNavigation(false);
@@ -210,7 +218,7 @@ void FitWindow::show_choices() {
   chk_Censored_->setChecked(panel.censored);
   chk_Censored_->setEnabled(panel.nMethod == method_code::mle);
   for (const QButtonGroup* group : {&opt_Model_, &opt_Method_}) stop_at_checked(*group);
-  txt_Custom_->setText(to_qt(panel.txt_Custom));
+  txt_Custom_->setText(in_lines(to_qt(panel.txt_Custom)));
 }
 
 void FitWindow::refresh_grid() {
@@ -218,6 +226,8 @@ void FitWindow::refresh_grid() {
   fit_columns();
   grd_Fit_.scrollToBottom();
 }
+
+void FitWindow::show_age() { grd_Fit_.viewport()->update(); }
 
 // Wide enough for the heading, for a usual number and for what stands there.
 void FitWindow::fit_columns() {

@@ -29,6 +29,9 @@ class FitWindow : public QWidget {
   /// Shows the fits as they stand now.
   void refresh_grid();
 
+  /// Shows which of them the sheet has left behind.
+  void show_age();
+
   void set_button_caption(const QString& caption);
 
   /// The selected cells become the grid's, so that copy finds them.

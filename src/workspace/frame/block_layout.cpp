@@ -8,12 +8,12 @@ namespace {
 
 // Lengths in lines of text: the sheet shows its number columns, the panel its
 // options and a few fits; the chart takes what is left.
-constexpr int least_left_lines = 17;
+constexpr int least_left_lines = 20;
 constexpr int most_left_lines = 25;
 constexpr double left_share = 0.35;
-constexpr int least_bottom_lines = 13;
-constexpr int most_bottom_lines = 16;
-constexpr double bottom_share = 0.33;
+constexpr int least_bottom_lines = 16;
+constexpr int most_bottom_lines = 23;
+constexpr double bottom_share = 0.37;
 
 std::size_t at(Block block) { return static_cast<std::size_t>(block); }
 

@@ -44,7 +44,7 @@ void MainWindow::set_up_tree() {
   tree_dock_.setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
   tree_dock_.setWidget(&tree_);
   addDockWidget(Qt::LeftDockWidgetArea, &tree_dock_);
-  resizeDocks({&tree_dock_}, {fontMetrics().height() * 8}, Qt::Horizontal);
+  resizeDocks({&tree_dock_}, {fontMetrics().height() * 15 / 2}, Qt::Horizontal);
   tree_dock_.setVisible(session_.settings.ProjectTree);
   connect(&tree_, &ProjectTree::chosen, this,
           [this](const QString& key) { program_.commands.run([&] { open_child(key); }); });
@@ -55,7 +55,7 @@ void MainWindow::set_up_status_bar() {
   hint_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   rows_panel_.setObjectName(QStringLiteral("lbl_Rows"));
   method_panel_.setObjectName(QStringLiteral("lbl_Method"));
-  for (QLabel* label : {&hint_, &rows_panel_, &method_panel_})
+  for (QLabel* label : {static_cast<QLabel*>(&hint_), &rows_panel_, &method_panel_})
     label->setContentsMargins(8, 0, 8, 0);
   statusBar()->addWidget(&hint_, 1);
   statusBar()->addPermanentWidget(&rows_panel_);
@@ -155,9 +155,9 @@ void MainWindow::add_key(QMenu& menu, const QString& caption, const QList<QKeySe
 }
 
 void MainWindow::connect_views() {
-  connect(&program_.views, &ViewSignals::status_text, &hint_, &QLabel::setText);
+  connect(&program_.views, &ViewSignals::status_text, &hint_, &HintLine::say);
   connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
-  connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &QLabel::setText);
+  connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &HintLine::say);
   connect(&windows_, &ProjectWindows::rows_pasted, this, [this] { DoCommand(command::paste); });
   connect(&windows_, &ProjectWindows::content_changed, this, &MainWindow::show_state);
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
@@ -177,7 +177,7 @@ void MainWindow::NewProject() {
   tree_.rebuild();
   windows_.build();
   set_up_pop_up_menus();
-  hint_.setText(tr("Ready"));
+  hint_.say(tr("Ready"));
   show_state();
 }
 

@@ -11,6 +11,7 @@
 
 #include "workspace/frame/busy_filter.h"
 #include "workspace/frame/chart_commands.h"
+#include "workspace/frame/hint_line.h"
 #include "workspace/frame/menus.h"
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_tree.h"
@@ -71,7 +72,7 @@ class MainWindow : public QMainWindow {
   QDockWidget tree_dock_;
   ProjectTree tree_;
   ProjectWindows windows_;
-  QLabel hint_;
+  HintLine hint_;
   QLabel rows_panel_;
   QLabel method_panel_;
   ChartCommands charts_;

@@ -1,6 +1,8 @@
 #include "workspace/qt/grid_model.h"
 
+#include <QGuiApplication>
 #include <QItemSelectionModel>
+#include <QPalette>
 #include <QTableView>
 
 #include "workspace/qt/qt_text.h"
@@ -58,6 +60,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   const QString shown = text(grid_row(index), grid_column(index));
   if (role == Qt::DisplayRole || role == Qt::EditRole) return shown;
   if (role == Qt::ToolTipRole && tip_of_) return to_qt(tip_of_(grid_row(index)));
+  if (role == Qt::ForegroundRole && is_grey_ && is_grey_(grid_row(index)))
+    return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
   if (role == Qt::TextAlignmentRole)
     return int((reads_as_number(shown) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
   return {};

@@ -28,6 +28,9 @@ class GridModel : public QAbstractTableModel {
     tip_of_ = std::move(tip_of);
   }
 
+  /// Tells which grid rows are shown in grey, as no longer valid.
+  void set_grey_rows(std::function<bool(int grid_row)> is_grey) { is_grey_ = std::move(is_grey); }
+
   int grid_row(const QModelIndex& index) const { return index.row() + 1; }
   int grid_column(const QModelIndex& index) const { return index.column() + first_column_; }
   QModelIndex at(int grid_row, int grid_column) const;
@@ -47,6 +50,7 @@ class GridModel : public QAbstractTableModel {
   int first_column_;
   int rows_;
   std::function<std::string(int)> tip_of_;
+  std::function<bool(int)> is_grey_;
 };
 
 }  // namespace tavlo
