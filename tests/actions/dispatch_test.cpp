@@ -221,6 +221,9 @@ TEST(Dispatch, WhatIsOutsideTheProjectOrEmptyIsTold) {
   world.fit();
   EXPECT_EQ(world.log(), "Please enter data for set # 1\n");
   EXPECT_EQ(world.fits().nFits, 0);
+  world.session.gDataForm(1)->lrows = 2;
+  world.fit();
+  EXPECT_EQ(world.fits().nFits, 1);
 }
 
 }  // namespace

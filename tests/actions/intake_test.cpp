@@ -12,8 +12,10 @@ using test::SheetWorld;
 TEST(Intake, TheRecordIsSortedWhileTheSheetKeepsTheOrderOfEntry) {
   SheetWorld world({"300", "100", "", "", ">200x3", "100x2"});
   bool clean = true;
+  world.sheet().grd_Data.go_to(2, sheet_column::x);
   CheckDirtyData(world.session, 1, clean, true);
   EXPECT_FALSE(clean);
+  EXPECT_EQ(world.sheet().grd_Data.row(), 2) << "the current cell stays";
   ASSERT_EQ(world.data().Count, 4) << "empty rows are gone";
   const float sorted[] = {100, 100, 200, 300};
   const int order[] = {2, 4, 3, 1};

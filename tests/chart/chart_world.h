@@ -8,8 +8,10 @@
 
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
+#include "chart/compose/unheard_reports.h"
 #include "chart/record/font_metrics.h"
 #include "life/models.h"
+#include "project/ranking.h"
 #include "support/test_world.h"
 
 namespace tavlo::test {
@@ -22,18 +24,10 @@ inline std::vector<Point> published_times() {
   return points;
 }
 
-/// Complete samples only: y = (i - 0.3) / (n + 0.4), suspensions last.
 inline DataSet ranked(const std::vector<Point>& points) {
+  UnheardReports reports;
   DataSet data = make_data(points);
-  double units = 0, order = 0;
-  for (int i = 1; i <= data.Count; ++i) units += data.Points(i).Fails + data.Points(i).Susps;
-  for (int i = 1; i <= data.Count; ++i) {
-    order += data.Points(i).Fails;
-    if (data.Points(i).Fails > 0)
-      data.Points(i).Y = static_cast<float>((order - 0.3) / (units + 0.4));
-    data.Points(0).Fails += data.Points(i).Fails;
-    data.Points(0).Susps += data.Points(i).Susps;
-  }
+  Make_Ranks(reports.errors, true, data);
   return data;
 }
 
@@ -79,6 +73,25 @@ struct ChartWorld {
     SetAutoScale(session, chart());
     return fl_Make_WMF(session, 1);
   }
+};
+
+/// A chart of so many data sets, each with a fit of its own.
+struct SetsWorld : ChartWorld {
+  explicit SetsWorld(int count) {
+    for (int i = 1; i <= count; ++i) {
+      if (i > 1) New_frm_Data(session);
+      if (i > 1) New_frm_Fit(session);
+      const double eta = 100.0 * i;
+      DataSet data = ranked({{0.3 * eta}, {0.7 * eta}, {1.1 * eta}});
+      data.UniqueId = session.gData(i).UniqueId;
+      data.Title = "Rig " + std::to_string(i);
+      session.gData(i) = std::move(data);
+      session.gFit(i).nFits = 1;
+      session.gFit(i).Fits.resize(1);
+      session.gFit(i).Fits(1) = fit_of(model_code::weibull2, {{1 / eta, 1, 2, 0, 1}});
+    }
+  }
+  ChartItem& legend() { return chart().Boxes(chart_item::legend); }
 };
 
 /// All records of one kind, in order.

@@ -89,7 +89,7 @@ TEST_F(ChartCommand, WritesEveryFormat) {
       {"c.wmf", "\xD7\xCD\xC6\x9A", ""},
 #ifdef TAVLO_WITH_PICTURES
       {"c.svg", "<?xml", "width=\"50.8mm\" height=\"30.48mm\""},
-      {"c.pdf", "%PDF", ""},
+      {"c.pdf", "%PDF", "/MediaBox [0 0 144"},
       {"c.png", "\x89PNG", std::string("\0\0\x02\x58\0\0\x01\x68", 8)},  // 600 and 360
       {"c.png", "\x89PNG", std::string("pHYs\0\0\x2E\x23\0\0\x2E\x23\1", 13)},
 #endif

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "numerics/number_text.h"
 #include "support/test_world.h"
 
@@ -37,6 +35,7 @@ TEST(DataText, ReadsEveryForm) {
   const Case cases[] = {
       {"100", "100 1 0 1"},
       {"100x3\n>50\n>20x5\n-7\n", "7 0 1 4; 20 0 5 3; 50 0 1 2; 100 3 0 1"},
+      {"9\n>4\n4\n>9\n4x2\n", "4 0 1 2; 4 1 0 3; 4 2 0 5; 9 1 0 1; 9 0 1 4"},
       {"\n# remark\n  7 X 2.5 \n\t> .5x2\n+3e1", "0.5 0 2 2; 7 2.5 0 1; 30 1 0 3"},
       {"1\r\n2\r\n", "1 1 0 1; 2 1 0 2"},
       {"1\r2\r#x\r3", "1 1 0 1; 2 1 0 2; 3 1 0 3"},
@@ -109,31 +108,6 @@ TEST(DataText, AFaultLeavesTheSetAsItWas) {
   DataSet data = test::make_data({{5}, {6}});
   EXPECT_TRUE(read_data_text("1\n2\nx\n", {}, data));
   EXPECT_EQ(summary(data), "5 1 0 1; 6 1 0 2");
-}
-
-// Random sets with ties, fractions and both signs, against a plain stable sort.
-TEST(DataText, SortsStablyAndKeepsTheOrderOfEntry) {
-  std::mt19937_64 random(20);
-  for (int run = 0; run < 200; ++run) {
-    const int size = 1 + static_cast<int>(random() % 60);
-    std::vector<std::pair<float, int>> expected;
-    std::string text;
-    for (int i = 1; i <= size; ++i) {
-      const int time = static_cast<int>(random() % 10) * 2 - 9;  // never 0
-      expected.emplace_back(static_cast<float>(time) / 4, i);
-      text += number_text(time * 0.25) + "\n";
-    }
-    std::stable_sort(expected.begin(), expected.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    DataSet data;
-    ASSERT_FALSE(read_data_text(text, {.negative_is_value = true}, data)) << text;
-    ASSERT_EQ(data.Count, size);
-    for (int i = 1; i <= data.Count; ++i) {
-      const auto& [time, order] = expected[static_cast<std::size_t>(i) - 1];
-      EXPECT_EQ(data.Points(i).X, time);
-      EXPECT_EQ(data.Points(i).Order, order);
-    }
-  }
 }
 
 }  // namespace

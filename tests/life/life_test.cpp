@@ -4,7 +4,6 @@
 
 #include <cmath>
 
-#include "life/shown_parameters.h"
 #include "support/random_samples.h"
 #include "support/reference_book.h"
 
@@ -91,6 +90,7 @@ TEST(Life, APopulationThatNoFailureReachesNeverFails) {
   EXPECT_NEAR(reliability(life, 1e300), 0.8, 1e-15);
   EXPECT_NEAR(*quantile(life, 0.1), 50 * std::pow(std::log(2.0), 1 / 1.5), 1e-9);
   EXPECT_FALSE(quantile(life, 0.25));
+  EXPECT_EQ(draw(life, [] { return 0.9; }), infinity);
 }
 
 TEST(Life, WhatHasNoAnswerGivesNone) {
@@ -118,26 +118,6 @@ TEST(Life, DrawsFollowTheLife) {
                           std::fabs(fraction_failed(life, times[std::size_t(i)]) - (i + 0.5) / n));
     EXPECT_LT(distance, 1.95 / std::sqrt(n)) << life.model;
   }
-}
-
-TEST(ShownParameters, AreWhatAPersonReads) {
-  struct Case {
-    std::int16_t model;
-    FitParam row;
-    ShownParameters shown;
-  };
-  const Case cases[] = {
-      {model_code::weibull7, {1 / 64.0, 0.5, 3, 0, 1}, {64, 3}},
-      {model_code::by_failure_mode, {1 / 64.0, 1, 3, 0, 1}, {64, 3}},
-      {model_code::by_failure_mode, {}, {std::nullopt, std::nullopt}},
-      {model_code::weibull5c, {unreached_scale, 0.5, 1, 0, 3}, {std::nullopt, std::nullopt}},
-      {model_code::gumbel_upper, {-1 / 64.0, 1, 3, 0, 1}, {-64, 3}},
-      {model_code::normal, {-64, 1, 1 / 4.0, 0, 1}, {-64, 4}},
-      {model_code::normal, {0, 1, 1 / 4.0, 0, 1}, {0, 4}},
-      {model_code::lognormal, {64, 1, 1 / 4.0, 0, 1}, {64, std::exp(4.0)}},
-      {model_code::lognormal, {64, 1, 1e-5, 0, 1}, {64, std::nullopt}},
-  };
-  for (const Case& c : cases) EXPECT_EQ(shown_parameters(c.model, c.row), c.shown) << c.model;
 }
 
 }  // namespace

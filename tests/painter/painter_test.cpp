@@ -170,19 +170,6 @@ TEST(Painter, PdfEmbedsItsFontsAndTellsItsTexts) {
     EXPECT_NE(words.find(text), std::string::npos) << text;
 }
 
-// 3000 x 1800 pixels at 300 an inch are 10 x 6 inches in every format.
-TEST(Painter, EveryFormatHasTheSameSizeOnPaper) {
-  const DrawingRecord drawing = published_chart();
-  const PictureFormat fine{3000, 1800, 1.0, 300};
-  const QImage png = picture(drawing, fine);
-  EXPECT_EQ(png.size(), QSize(3000, 1800));
-  EXPECT_EQ(png.dotsPerMeterX(), 11811);
-  EXPECT_EQ(png.dotsPerMeterY(), 11811);
-  EXPECT_TRUE(svg_picture(drawing, fine).contains("width=\"254mm\" height=\"152.4mm\""));
-  EXPECT_TRUE(pdf_picture(drawing, fine).contains("/MediaBox [0 0 720"));
-  EXPECT_EQ(png, picture(drawing, {3000, 1800})) << "the density changes no pixel";
-}
-
 TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {
   void* module = dlopen(TAVLO_PICTURE_MODULE, RTLD_NOW);
   ASSERT_NE(module, nullptr) << dlerror();

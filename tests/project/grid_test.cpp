@@ -40,20 +40,16 @@ TEST(Grid, SortingKeepsTheRows) {
   for (int round = 0; round < 50; ++round) {
     std::vector<std::string> keys(random() % 40 + 1);
     for (std::string& key : keys) key = std::to_string(random() % 20);
+    std::vector<std::string> rows;
+    for (std::size_t i = 0; i < keys.size(); ++i) rows.push_back(std::to_string(i));
+    const bool up = round % 2 == 0;
+    std::stable_sort(rows.begin(), rows.end(), [&](const std::string& a, const std::string& b) {
+      const int x = std::stoi(keys[std::stoul(a)]), y = std::stoi(keys[std::stoul(b)]);
+      return up ? x < y : x > y;
+    });
     Grid grid = grid_of(keys);
-    grid.sort_rows(1, grid.rows() - 1, 1, round % 2 == 0);
-    const auto sorted = column_of(grid, 1);
-    for (std::size_t i = 0; i < sorted.size(); ++i) {
-      const auto origin = std::stoul(grid.text(static_cast<int>(i) + 1, 0));
-      EXPECT_EQ(sorted[i], keys[origin]) << "a row was torn apart";
-      if (i > 0) {
-        const int step = std::stoi(sorted[i]) - std::stoi(sorted[i - 1]);
-        EXPECT_TRUE(round % 2 == 0 ? step >= 0 : step <= 0);
-      }
-    }
-    auto origins = column_of(grid, 0);
-    std::sort(origins.begin(), origins.end());
-    EXPECT_EQ(std::unique(origins.begin(), origins.end()), origins.end());
+    grid.sort_rows(1, grid.rows() - 1, 1, up);
+    EXPECT_EQ(column_of(grid, 0), rows);
   }
 }
 

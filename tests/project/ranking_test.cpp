@@ -10,22 +10,6 @@
 namespace tavlo {
 namespace {
 
-// Johnson's mean order numbers: 1, 2, then steps of (7 - 2) / (1 + 3) and (7 - 3.25) / (1 + 1).
-TEST(MakeRanks, RowsAreOrderedRankedAndTotalled) {
-  test::TestWorld world;
-  DataSet data = test::make_data({{10}, {20, 0, 1}, {20}, {30}, {40, 0, 1}, {50, 1, 0, 1}});
-  Make_Ranks(world.session.errors, true, data);
-  EXPECT_EQ(data.Points(2).Order, 3) << "failures stand ahead of suspensions";
-  EXPECT_EQ(data.Points(0).Fails, 4);
-  EXPECT_EQ(data.Points(0).Susps, 2);
-  const auto benard = [](double order) { return static_cast<float>((order - 0.3) / 6.4); };
-  EXPECT_FLOAT_EQ(data.Points(1).Y, benard(1));
-  EXPECT_FLOAT_EQ(data.Points(2).Y, benard(2));
-  EXPECT_EQ(data.Points(3).Y, 0.0F);
-  EXPECT_FLOAT_EQ(data.Points(4).Y, benard(3.25));
-  EXPECT_FLOAT_EQ(data.Points(6).Y, benard(5.125));
-}
-
 TEST(MakeRanks, TheKindIsKeptAndRanksOfTheirOwnAreLeftAlone) {
   test::TestWorld world;
   DataSet data = test::make_data({{10}, {20}, {30}});

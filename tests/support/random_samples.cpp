@@ -8,33 +8,10 @@ namespace {
 
 constexpr double inspection_interval = 250;
 
-float to_digits(double time, int digits) {
-  const double unit = std::pow(10.0, std::floor(std::log10(time)) - digits + 1);
-  return static_cast<float>(std::max(1.0, std::round(time / unit)) * unit);
-}
-
 /// Found at the end of the interval in which it failed.
 float inspected(double time) {
   return static_cast<float>(std::max(1.0, std::ceil(time / inspection_interval)) *
                             inspection_interval);
-}
-
-void sort_rows(Rows& rows) {
-  std::stable_sort(rows.begin(), rows.end(), [](const SampleRow& a, const SampleRow& b) {
-    return a.time != b.time ? a.time < b.time : a.failures > b.failures;
-  });
-}
-
-/// All units still alive at the quantile `share` are stopped there.
-void stop_at(Rows& rows, double share) {
-  const auto last = static_cast<std::size_t>(share * static_cast<double>(rows.size()));
-  const float limit = rows[std::min(last, rows.size() - 1)].time;
-  for (SampleRow& row : rows) {
-    if (row.time <= limit) continue;
-    row.time = limit;
-    row.suspensions += row.failures;
-    row.failures = 0;
-  }
 }
 
 /// Rows of one time and kind become one with a count.
@@ -58,6 +35,28 @@ FitParam population(double beta, double eta, double fraction, std::int32_t appli
 }
 
 }  // namespace
+
+float to_digits(double time, int digits) {
+  const double unit = std::pow(10.0, std::floor(std::log10(time)) - digits + 1);
+  return static_cast<float>(std::max(1.0, std::round(time / unit)) * unit);
+}
+
+void sort_rows(Rows& rows) {
+  std::stable_sort(rows.begin(), rows.end(), [](const SampleRow& a, const SampleRow& b) {
+    return a.time != b.time ? a.time < b.time : a.failures > b.failures;
+  });
+}
+
+void stop_at(Rows& rows, double share) {
+  const auto last = static_cast<std::size_t>(share * static_cast<double>(rows.size()));
+  const float limit = rows[std::min(last, rows.size() - 1)].time;
+  for (SampleRow& row : rows) {
+    if (row.time <= limit) continue;
+    row.time = limit;
+    row.suspensions += row.failures;
+    row.failures = 0;
+  }
+}
 
 double RandomNumbers::uniform(double low, double high) {
   const double unit = (std::ldexp(static_cast<double>(random_() >> 12), -52)) + 0x1p-53;
@@ -189,20 +188,6 @@ DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model, int most) {
     row.time = kind >= 4 ? inspected(row.time) : kind == 3 ? to_digits(row.time, 2) : row.time;
   if (kind >= 3) sort_rows(sample.rows);
   if (kind >= 3 && random.chance(0.5)) sample.rows = counted(sample.rows);
-  return sample;
-}
-
-DrawnSample ordinary_sample(std::uint64_t seed) {
-  RandomNumbers random(seed * 0x9e3779b97f4a7c15u + 11);
-  static constexpr std::int16_t models[] = {model_code::weibull2,  model_code::weibull2,
-                                            model_code::weibull3,  model_code::weibull4,
-                                            model_code::weibull5c, model_code::weibull7};
-  DrawnSample sample{random_life(random, models[random.whole(0, 5)]), {}};
-  const int n = random.whole(8, 30), kind = random.whole(0, 3), digits = random.whole(2, 5);
-  sample.rows = draws(random, sample.truth, n, kind == 1 ? 0.6 : 0);
-  if (kind == 2) stop_at(sample.rows, random.uniform(0.4, 0.9));
-  for (SampleRow& row : sample.rows) row.time = to_digits(row.time, digits);
-  sort_rows(sample.rows);
   return sample;
 }
 

@@ -74,7 +74,10 @@ Rows draws(RandomNumbers& random, const Life& life, int n, double suspended = 0)
 /// inspections every 250, up to 60 % suspended.
 DrawnSample mixture_sample(std::uint64_t seed, std::int16_t model, int most = 400);
 
-/// 8 to 30 units as they come: one population or more, few digits, some stopped early.
-DrawnSample ordinary_sample(std::uint64_t seed);
+/// A time to so many digits; rows in ascending order, failures first; and all units that are
+/// still alive at the quantile `share` stopped there.
+float to_digits(double time, int digits);
+void sort_rows(Rows& rows);
+void stop_at(Rows& rows, double share);
 
 }  // namespace tavlo::test

@@ -329,14 +329,19 @@ std::optional<Number> newton_decrement(const Derivatives& at) {
   return gain;
 }
 
+bool curves_more_than(Derivatives at, Number least) {
+  for (std::size_t i = 0; i < at.hessian.size(); ++i) at.hessian[i][i] += least;
+  return newton_decrement(at).has_value();
+}
+
 OptimumCheck check_optimum(const Life& life, const Sample& sample, const FitRequest& request,
                            bool hold_share) {
   const auto quality = [&](const Numbers& steps) {
     return quality_of(moved(life, steps, hold_share), sample, request);
   };
   OptimumCheck check;
-  check.decrement =
-      newton_decrement(derivatives_at_zero(quality, free_parameters(life, hold_share)));
+  check.at = derivatives_at_zero(quality, free_parameters(life, hold_share));
+  check.decrement = newton_decrement(check.at);
   if (!has_share(life)) return check;
   const auto along_share = [&](const Numbers& step) {
     Numbers steps(free_parameters(life));

@@ -70,9 +70,13 @@ Derivatives derivatives_at_zero(const std::function<Number(const Numbers&)>& fun
 /// definite.
 std::optional<Number> newton_decrement(const Derivatives& at);
 
-/// The decrement of the request's objective at a life, and its slope along the logit of
-/// the share (0 where there is none).
+/// Whether every eigenvalue of minus the Hessian is above `least`.
+bool curves_more_than(Derivatives at, Number least);
+
+/// The request's objective at a life: its derivatives with their decrement, and its slope
+/// along the logit of the share (0 where there is none).
 struct OptimumCheck {
+  Derivatives at;
   std::optional<Number> decrement;
   Number share_slope = 0;
 };

@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "chart/parts/data_points.h"
-#include "chart/parts/find_x.h"
 #include "chart/parts/fit_line.h"
 #include "chart/parts/fraction_on_chart.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/record/distance.h"
 #include "chart/record/font_metrics.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -47,13 +47,9 @@ void Readout::collect(const Session& session, const Chart& chart) {
 void Readout::add_fit_sayings(Reading& reading) {
   if (!last_fit_) return;
   reading.fraction = Fd_YofX(*last_fit_, reading.x);
-  constexpr double fine = 1e-9;
   const Limits x = x_->limits();
-  bool found = false;
-  const double time =
-      fd_FindX(unheard_.errors, *last_fit_, reading.y, first_x_of_line(*last_fit_, x.low), x.high,
-               fine * (x.high - x.low), fine, found);
-  if (found && time >= x.low && time <= x.high) reading.time = time;
+  const auto time = quantile(life_of(*last_fit_), reading.y);
+  if (time && *time >= x.low && *time <= x.high) reading.time = time;
 }
 
 std::optional<Reading> Readout::at(Place place) {

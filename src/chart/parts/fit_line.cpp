@@ -4,11 +4,11 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "chart/parts/find_x.h"
 #include "chart/parts/fraction_on_chart.h"
 #include "chart/record/thinning.h"
 #include "chart/scales/plot_coordinates.h"
 #include "life/models.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -16,7 +16,6 @@ using namespace drawing;
 
 namespace {
 
-constexpr double search_tolerance = 0.0001;
 constexpr int samples = 1000;
 constexpr int thinning_tolerance = 3;
 constexpr std::int32_t thinnest_line = 8;  // that still has its full colour on a screen
@@ -43,22 +42,15 @@ Limits pulled_in(const AxisMap& map, double pen, double length) {
 
 /// Cuts the X limits to the part of the line inside the Y limits; false when
 /// there is none.
-bool clip_to_plot(ErrorReporter& errors, const FitResult& fit, Limits y, Limits& x) {
-  const Limits all = x;
-  const auto is_outside = [&](double at) {
-    const double f = Fd_YofX(fit, at);
-    return f < y.low || f > y.high;
-  };
-  bool found = false;
-  const double start =
-      fd_FindX(errors, fit, y.low, all.low, all.high, search_tolerance, search_tolerance, found);
-  if (found && start > all.low) x.low = start;
-  if (!found && is_outside(all.low)) return false;
-  found = false;
-  const double end =
-      fd_FindX(errors, fit, y.high, all.low, all.high, search_tolerance, search_tolerance, found);
-  if (found && end < all.high) x.high = end;
-  if (!found && is_outside(all.high)) return false;
+bool clip_to_plot(const FitResult& fit, Limits y, Limits& x) {
+  const Life life = life_of(fit);
+  if (!(y.high > 0)) return false;
+  if (const auto end = quantile(life, y.high)) x.high = std::min(x.high, *end);
+  if (y.low > 0) {
+    const auto start = quantile(life, y.low);
+    if (!start) return false;
+    x.low = std::max(x.low, *start);
+  }
   return x.low < x.high;
 }
 
@@ -98,7 +90,7 @@ void draw_line(Canvas& canvas, const ChartMarker& marker, const FitResult& fit) 
   Limits x = pulled_in(x_map, pen_reach, x_extent(plot).length());
   x.low = first_x_of_line(fit, x.low);
   const Limits y = pulled_in(y_map, pen_reach, y_extent(plot).length());
-  if (!(x.low < x.high) || !clip_to_plot(canvas.errors, fit, y, x)) return;
+  if (!(x.low < x.high) || !clip_to_plot(fit, y, x)) return;
   std::vector<Place> line;
   for (const DataPair& pair : sample(fit, x_map, x))
     if (has_place(y_map.code(), pair.y)) line.push_back({x_map(pair.x), y_map(pair.y)});

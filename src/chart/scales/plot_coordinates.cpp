@@ -173,20 +173,18 @@ void widen(ChartAxis& axis) {
   if (axis.Min == axis.Max) axis.Min *= 0.95;
 }
 
-void map_all(const AxisMap& map, std::vector<drawing::Place>& places, std::vector<DataPair>& pairs,
-             std::int32_t drawing::Place::*place, double DataPair::*value, bool write_back) {
+void map_all(const AxisMap& map, std::vector<drawing::Place>& places,
+             const std::vector<DataPair>& pairs, std::int32_t drawing::Place::*place,
+             double DataPair::*value) {
   const std::size_t count = std::min(places.size(), pairs.size());
-  for (std::size_t i = 0; i < count; ++i) {
-    places[i].*place = map(pairs[i].*value);
-    if (write_back) pairs[i].*value = map.transform(pairs[i].*value);
-  }
+  for (std::size_t i = 0; i < count; ++i) places[i].*place = map(pairs[i].*value);
 }
 
 }  // namespace
 
 void xy2Long(ErrorReporter& reporter, Prompts& prompts, const ChartItem& plot_box,
              ChartAxis& x_axis, ChartAxis& y_axis, std::vector<drawing::Place>& places,
-             std::vector<DataPair>& pairs, bool write_back) {
+             const std::vector<DataPair>& pairs) {
   const std::string undrawn = undrawn_code(x_scale_of(x_axis), y_scale_of(y_axis));
   if (!undrawn.empty()) {
     prompts.show({"", undrawn});
@@ -197,21 +195,8 @@ void xy2Long(ErrorReporter& reporter, Prompts& prompts, const ChartItem& plot_bo
     const AxisMap y = AxisMap::y(reporter, plot_box, y_axis);
     widen(x_axis);
     widen(y_axis);
-    map_all(x, places, pairs, &drawing::Place::x, &DataPair::x, write_back);
-    map_all(y, places, pairs, &drawing::Place::y, &DataPair::y, write_back);
-  });
-}
-
-DataPair data_at(ErrorReporter& reporter, const Chart& chart, const ViewSize& picture,
-                 double mouse_x, double mouse_y) {
-  return guarded(reporter, DataPair{}, error_words("Reading position: ", "data_at routine:"), [&] {
-    const ChartItem& whole = chart.Boxes(chart_item::chart_box);
-    const ChartItem& plot = chart.Boxes(chart_item::plot_box);
-    const AxisMap x = AxisMap::x(reporter, plot, chart.Axes(0));
-    const AxisMap y = AxisMap::readable_y(reporter, plot, chart.Axes(1));
-    const Real px = Real(mouse_x) * whole.Width / picture.width;
-    const Real py = Real(mouse_y) * whole.Height / picture.height;
-    return DataPair{x.read(px.value()), y.read(py.value())};
+    map_all(x, places, pairs, &drawing::Place::x, &DataPair::x);
+    map_all(y, places, pairs, &drawing::Place::y, &DataPair::y);
   });
 }
 

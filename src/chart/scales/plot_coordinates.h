@@ -96,22 +96,11 @@ class AxisMap {
 
 /// Maps pairs of data to places on the chart, X first and then Y, up to the
 /// shorter of the two lists. An axis with equal limits is widened downward by
-/// 5 %, in the record too. With `write_back` the pairs become their transforms.
+/// 5 %, in the record too.
 /// A code that is not drawn shows a box; a value without a place is reported
 /// ("Error calculating Plot Scale values: ") and ends the call.
 void xy2Long(ErrorReporter& reporter, Prompts& prompts, const ChartItem& plot_box,
              ChartAxis& x_axis, ChartAxis& y_axis, std::vector<drawing::Place>& places,
-             std::vector<DataPair>& pairs, bool write_back = false);
-
-/// Size of a picture in the units that a mouse position is given in.
-struct ViewSize {
-  double width = 0;
-  double height = 0;
-};
-
-/// The data under a position of a picture that shows the whole chart. Positions
-/// outside the plot box are read at its nearest edge.
-DataPair data_at(ErrorReporter& reporter, const Chart& chart, const ViewSize& picture,
-                 double mouse_x, double mouse_y);
+             const std::vector<DataPair>& pairs);
 
 }  // namespace tavlo

@@ -33,21 +33,6 @@ void append_inside(std::span<const double> levels, double min, double max, Slots
     if (level > min && level < max) to.push_back(level);
 }
 
-void reflect(Slots<double>& values) {
-  for (int i = 1; i <= values.bound(); ++i) values(i) = 1.0 - values(i);
-}
-
-/// An axis wholly above 0.8. Both limits are taken from 1 without an exchange,
-/// so that they run downward and no ticks come of it: kept on purpose, the axis
-/// shows its two end labels alone.
-ScalePoints upper_tail(ErrorReporter& reporter, double min, double max) {
-  ScalePoints points = detail::log_scale(reporter, 1.0 - min, 1.0 - max);
-  reflect(points.major);
-  reflect(points.medium);
-  reflect(points.minor);
-  return points;
-}
-
 }  // namespace
 
 namespace detail {
@@ -58,7 +43,9 @@ ScalePoints probability_scale(ErrorReporter& reporter, int kind, double min, dou
   const double narrow_top = kind == scale_kind::normal ? 0.95 : 0.9;
   if (min >= 0.05 && max <= narrow_top) return linear_scale(reporter, min, max);
   if (max <= 0.2) return log_scale(reporter, min, max);
-  if (min >= 0.8) return upper_tail(reporter, min, max);
+  // Wholly above 0.8 the limits run downward, which is reported and leaves the axis its two
+  // end labels alone: kept on purpose.
+  if (min >= 0.8) return log_scale(reporter, 1.0 - min, 1.0 - max);
   ScalePoints points;
   append_inside(kind == scale_kind::normal ? normal_levels : weibull_levels, min, max,
                 points.major);

@@ -19,11 +19,9 @@ class ReadoutTest : public ::testing::Test {
     here.draw();
   }
   Place place_of(double x, double y) {
-    std::vector<DataPair> pairs = {{x, y}};
-    std::vector<Place> places(1);
-    xy2Long(here.session.errors, here.world.prompts, here.chart().Boxes(1), here.chart().Axes(0),
-            here.chart().Axes(1), places, pairs);
-    return places[0];
+    const ChartItem& plot = here.chart().Boxes(chart_item::plot_box);
+    return {AxisMap::x(here.session.errors, plot, here.chart().Axes(0))(x),
+            AxisMap::y(here.session.errors, plot, here.chart().Axes(1))(y)};
   }
   test::ChartWorld here;
 };
@@ -50,7 +48,12 @@ TEST_F(ReadoutTest, SaysWhatTheFitSaysOfThePlace) {
   const Reading reading = readout.at(place_of(200, 0.3)).value();
   EXPECT_NEAR(reading.x, 200, 0.1);
   EXPECT_NEAR(reading.fraction.value(), -std::expm1(-std::pow(reading.x / 606.5, 1.72)), 1e-12);
-  EXPECT_NEAR(reading.time.value(), 606.5 * std::pow(-std::log1p(-reading.y), 1 / 1.72), 1e-4);
+  EXPECT_NEAR(reading.time.value(), 606.5 * std::pow(-std::log1p(-reading.y), 1 / 1.72), 1e-9);
+  const DataPoint& row = here.session.gData(1).Points(3);
+  const Place point = place_of(row.X, row.Y);
+  const Reading snapped = readout.precise_at({point.x + 20, point.y - 20}, 40).value();
+  EXPECT_EQ(snapped.snapped, SnappedTo::point);
+  EXPECT_EQ(std::pair(snapped.x, snapped.y), std::pair(double{row.X}, double{row.Y}));
   const Reading outside = readout.at({-500, 90000}).value();
   EXPECT_EQ(outside.x, here.chart().Axes(0).Min);
   EXPECT_EQ(outside.y, here.chart().Axes(1).Min);

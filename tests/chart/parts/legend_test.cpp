@@ -12,25 +12,6 @@ namespace {
 using drawing::Rectangle;
 using test::has_text;
 
-/// A chart of so many data sets, each with a fit of its own.
-struct SetsWorld : test::ChartWorld {
-  explicit SetsWorld(int count) {
-    for (int i = 1; i <= count; ++i) {
-      if (i > 1) New_frm_Data(session);
-      if (i > 1) New_frm_Fit(session);
-      const double eta = 100.0 * i;
-      DataSet data = test::ranked({{0.3 * eta}, {0.7 * eta}, {1.1 * eta}});
-      data.UniqueId = session.gData(i).UniqueId;
-      data.Title = "Rig " + std::to_string(i);
-      session.gData(i) = std::move(data);
-      session.gFit(i).nFits = 1;
-      session.gFit(i).Fits.resize(1);
-      session.gFit(i).Fits(1) = test::fit_of(model_code::weibull2, {{1 / eta, 1, 2, 0, 1}});
-    }
-  }
-  ChartItem& legend() { return chart().Boxes(chart_item::legend); }
-};
-
 Rectangle legend_area(const DrawingRecord& drawing) {
   for (const ItemArea& area : drawing.areas)
     if (area.item == chart_item::legend) return area.area;
@@ -45,7 +26,7 @@ bool is_inside(const Rectangle& inner, const Rectangle& outer) {
 constexpr Rectangle chart_area{0, 0, 10000, 6000}, plot_area{1250, 650, 9250, 5150};
 
 TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
-  SetsWorld here(3);
+  test::SetsWorld here(3);
   here.chart().Boxes(chart_item::parameter_box).Left = 1300;  // out of the way
   const Rectangle area = legend_area(here.draw());
   EXPECT_TRUE(is_inside(area, plot_area));
@@ -63,7 +44,7 @@ TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
 
 TEST(Legend, AnyNumberOfSetsAndAnyTitleFitTheChart) {
   for (const int sets : {2, 20, 60}) {
-    SetsWorld here(sets);
+    test::SetsWorld here(sets);
     here.session.gData(2).Title = std::string(40000, 'W');
     for (const float size : {12.0f, 1e38f}) {
       here.legend().FontSize = size;

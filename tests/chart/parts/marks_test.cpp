@@ -11,7 +11,6 @@ namespace tavlo {
 namespace {
 
 using namespace drawing;
-using test::all;
 
 class MarksTest : public ::testing::Test {
  protected:
@@ -33,21 +32,6 @@ TEST_F(MarksTest, AreFoundUnderThePointerTheUppermostFirst) {
   delete_mark(chart, 2);
   EXPECT_EQ(hit(4100, 3050), 1) << "the line below the text";
   EXPECT_EQ(hit(7000, 4000), 3) << "those behind move up";
-}
-
-TEST_F(MarksTest, AreDrawnAsTheyAre) {
-  add_mark(here.chart(), text_mark({4000, 3000}, "Here"));
-  ChartItem both_ways = arrow_mark({3000, 1000}, {3000, 1900});
-  both_ways.Mode = mark_mode::head_at_end | mark_mode::head_at_start;
-  add_mark(here.chart(), both_ways);
-  add_mark(here.chart(), symbol_mark({7000, 4000}, 1));
-  const DrawingRecord drawing = here.draw();
-  EXPECT_TRUE(test::has_text(drawing, "Here"));
-  const auto heads = all<Polygon>(drawing);
-  ASSERT_EQ(heads.size(), 2u);
-  EXPECT_EQ(heads[0].places[0], (Place{3000, 1900})) << "its tip";
-  EXPECT_EQ(heads[1].places[0], (Place{3000, 1000}));
-  EXPECT_EQ(all<Ellipse>(drawing), (std::vector<Ellipse>{{6925, 3925, 7075, 4075}}));
 }
 
 TEST_F(MarksTest, HostileMarksAreDrawnWithoutHarm) {

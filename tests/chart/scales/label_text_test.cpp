@@ -1,21 +1,21 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sstream>
+
 #include "chart/scales/axis_labels.h"
+#include "chart/scales/limit_rules.h"
 #include "life/models.h"
+#include "numerics/number_text.h"
 #include "support/test_world.h"
 
 namespace tavlo {
 namespace {
 
-/// The texts in ascending order of the values, limits at the ends.
-std::vector<std::string> label_texts(int code, Limits limits, const std::string& format = "") {
-  test::TestWorld world;
+/// The texts of an axis in ascending order of the values, limits at the ends.
+std::vector<std::string> label_texts(int code, Limits limits, const ScalePoints& points) {
   ChartAxis axis;
-  axis.Label.Text2 = format;
-  const int kind = is_probability_scale(code)                     ? scale_kind::weibull
-                   : code == x_scale::log || code == y_scale::log ? scale_kind::log
-                                                                  : scale_kind::linear;
-  const ScalePoints points = GetScalePoints(world.session.errors, kind, limits.low, limits.high);
+  axis.Label.Text2 = "";
   std::vector<AxisLabel> labels = axis_labels(axis, code, points, limits);
   std::sort(labels.begin(), labels.end(),
             [](const AxisLabel& a, const AxisLabel& b) { return a.value < b.value; });
@@ -24,45 +24,50 @@ std::vector<std::string> label_texts(int code, Limits limits, const std::string&
   return texts;
 }
 
-TEST(LabelText, FormsByScale) {
-  using Texts = std::vector<std::string>;
-  struct Case {
-    int code;
-    Limits limits;
-    const char* format;
-    Texts expected;
-  };
-  const Case cases[] = {
-      {y_scale::weibull,
-       {0.001, 0.99},
-       "",
-       {"0.1%", "1%", "2%", "5%", "10%", "30%", "50%", "70%", "90%", "95%", "99%"}},
-      {y_scale::weibull, {0.11, 0.13}, "", {"11.0%", "11.5%", "12.0%", "12.5%", "13.0%"}},
-      {y_scale::weibull,
-       {1e-4, 0.99999999},
-       "",
-       {"0.01%", "0.1%", "1%", "2%", "5%", "10%", "30%", "50%", "70%", "90%", "95%", "99%", "99.9%",
-        "99.99%", "99.999%", "99.9999%", "99.999999%"}},
-      {x_scale::log, {0.1, 1000}, "", {"0.1", "1", "10", "100", "1000"}},
-      {x_scale::log, {1e-10, 1e-6}, "", {"1E-10", "1E-9", "1E-8", "1E-7", "1E-6"}},
-      {x_scale::log, {0.8000012345, 20}, "0", {"1", "2", "4", "6", "8", "10", "20"}},
-      {x_scale::linear, {0, 2}, "", {"0.0", "0.5", "1.0", "1.5", "2.0"}},
-      {x_scale::linear, {-0.3, 0.3}, "", {"-0.3", "-0.2", "-0.1", "0.0", "0.1", "0.2", "0.3"}},
-      {x_scale::linear, {0, 0.04}, "0", {"0.00", "0.01", "0.02", "0.03", "0.04"}}};
-  for (const Case& c : cases) {
-    Texts found = label_texts(c.code, c.limits, c.format);
-    if (c.limits.low == 0.8000012345) found.erase(found.begin());  // has its own decimals
-    EXPECT_EQ(found, c.expected) << c.code << ": " << c.limits.low << " to " << c.limits.high;
+ScalePoints points_of(int code, Limits limits) {
+  test::TestWorld world;
+  const int kind = code == y_scale::normal                        ? scale_kind::normal
+                   : is_probability_scale(code)                   ? scale_kind::weibull
+                   : code == x_scale::log || code == y_scale::log ? scale_kind::log
+                                                                  : scale_kind::linear;
+  return GetScalePoints(world.session.errors, kind, limits.low, limits.high);
+}
+
+/// Scale and limits; what stands at an axis of these, and the limits for such data.
+std::string axis_line(int code, Limits limits) {
+  test::TestWorld world;
+  const auto text = [](double value) { return " " + number_text(value, 9); };
+  const ScalePoints points = points_of(code, limits);
+  std::string line = std::to_string(code) + text(limits.low) + text(limits.high) + " |";
+  for (const std::string& label : label_texts(code, limits, points)) line += " " + label;
+  for (const auto* list : {&points.major, &points.medium, &points.minor}) {
+    line += " |";
+    for (int i = 1; i <= list->bound(); ++i) line += text((*list)(i));
   }
+  const Limits round = round_limits(world.session.errors, code, limits, 0.02);
+  return line + " |" + text(round.low) + text(round.high);
+}
+
+// Narrow and wide axes of every scale.
+TEST(LabelText, AxesShowWhatTheyShowed) {
+  std::ifstream file(TAVLO_TEST_DATA "/axes.txt");
+  int axes = 0;
+  for (std::string line; std::getline(file, line); ++axes) {
+    std::istringstream words(line);
+    int code = 0;
+    Limits limits{0, 0};
+    words >> code >> limits.low >> limits.high;
+    EXPECT_EQ(axis_line(code, limits), line);
+  }
+  EXPECT_GE(axes, 100);
 }
 
 TEST(LabelText, AwkwardLimitsKeepShortLabels) {
-  for (const double low : {1e-12, 1e-3, 1.0, 1e6, 1e15}) {
-    for (const std::string& text : label_texts(x_scale::linear, {low, low * 1.0001}))
-      EXPECT_LE(text.size(), 16u) << text;
-    for (const std::string& text : label_texts(x_scale::log, {low, low * 1e5}))
-      EXPECT_LE(text.size(), 7u) << text;
-  }
+  for (const double low : {1e-12, 1e-3, 1.0, 1e6, 1e15})
+    for (const auto& [code, high, longest] :
+         {std::tuple(x_scale::linear, low * 1.0001, 16u), {x_scale::log, low * 1e5, 7u}})
+      for (const std::string& text : label_texts(code, {low, high}, points_of(code, {low, high})))
+        EXPECT_LE(text.size(), longest) << text;
 }
 
 }  // namespace

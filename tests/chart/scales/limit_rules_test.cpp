@@ -20,30 +20,6 @@ class LimitRulesTest : public ::testing::Test {
   test::TestWorld world;
 };
 
-TEST_F(LimitRulesTest, KnownLimits) {
-  struct Case {
-    int code;
-    double low, high, min, max;
-  };
-  const Case cases[] = {
-      {x_scale::linear, 10, 100, 8.2, 110},
-      {x_scale::linear, 0, 100, -2, 100},
-      {x_scale::linear, -100, -10, -100, -8.1},
-      {x_scale::linear, 1261, 1330, 1259.62, 1340},       // 1300 would cut off the first point
-      {x_scale::linear, -0.005, 0.005, -0.0051, 0.0052},  // steps of 0.001
-      {x_scale::log, 54, 386, 10, 1000},
-      {x_scale::log, 0.001, 5, 1e-4, 10},
-      {y_scale::weibull, 0.7 / 10.4, 9.7 / 10.4, 0.01, 0.95},
-      {y_scale::weibull, 0.7 / 50.4, 49.7 / 50.4, 0.01, 0.99},
-      {y_scale::normal, 0.7 / 100.4, 99.7 / 100.4, 0.001, 0.99999999},
-      {y_scale::gumbel, 0.01, 0.99, 0.001, 0.99}};
-  for (const Case& c : cases) {
-    const Limits found = limits(c.code, c.low, c.high);
-    EXPECT_LE(test::relative_difference(found.low, c.min), 1e-9) << c.low << ": " << found.low;
-    EXPECT_LE(test::relative_difference(found.high, c.max), 1e-9) << c.high << ": " << found.high;
-  }
-}
-
 // No data is cut off, whatever it is.
 TEST_F(LimitRulesTest, LimitsHoldTheData) {
   std::mt19937_64 generator(7);

@@ -12,15 +12,6 @@
 namespace tavlo {
 namespace {
 
-using List = std::vector<double>;
-
-void expect_list(const Slots<double>& found, const List& expected, const std::string& what) {
-  const List list(found.begin() + 1, found.end());
-  ASSERT_EQ(list.size(), expected.size()) << what;
-  for (std::size_t i = 0; i < list.size(); ++i)
-    EXPECT_LE(test::relative_difference(list[i], expected[i]), 1e-14) << what << " slot " << i + 1;
-}
-
 class ScalePointsTest : public ::testing::Test {
  protected:
   ScalePoints points(int kind, double a, double b) {
@@ -31,33 +22,6 @@ class ScalePointsTest : public ::testing::Test {
   }
   test::TestWorld world;
 };
-
-TEST_F(ScalePointsTest, WorkedExamples) {
-  struct Case {
-    int kind;
-    double low, high;
-    List major, medium, minor;
-  };
-  const Case cases[] = {
-      {1, 0, 100, {20, 40, 60, 80}, {10, 30, 50, 70, 90}, {5, 15, 25, 35, 45, 55, 65, 75, 85, 95}},
-      {2, 1000, 1, {10, 100}, {5, 50, 500}, {2,  3,  4,  6,   7,   8,   9,   20,  30,  40, 60,
-                                             70, 80, 90, 200, 300, 400, 600, 700, 800, 900}},
-      {2, 1, 100, {2, 4, 6, 8, 10, 20, 40, 60, 80}, {}, {3, 5, 7, 9, 10, 30, 50, 70, 90}},
-      {4,
-       0.01,
-       0.99,
-       {0.5, 0.3, 0.7, 0.1, 0.9, 0.05, 0.95, 0.02},
-       {},
-       {0.4, 0.6, 0.2, 0.8, 0.02, 0.98}},
-      {3, 0.06, 0.97, {0.5, 0.3, 0.7, 0.1, 0.9, 0.95}, {}, {0.4, 0.6, 0.2, 0.8}}};
-  for (const Case& c : cases) {
-    const std::string what = std::to_string(c.kind) + ": " + std::to_string(c.low);
-    const ScalePoints found = points(c.kind, c.low, c.high);
-    expect_list(found.major, c.major, what + " major");
-    expect_list(found.medium, c.medium, what + " medium");
-    expect_list(found.minor, c.minor, what + " minor");
-  }
-}
 
 TEST_F(ScalePointsTest, HopelessLimitsAreReportedOnceAndGiveNothing) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
