@@ -61,7 +61,7 @@ void expect_proven(const Fit& fit, const Sample& sample, const FitRequest& reque
   EXPECT_GT(fit.proof->smallest_curvature, 0);
   const test::OptimumCheck check = test::check_optimum(fit.life, sample, request, at_bound);
   ASSERT_TRUE(check.decrement) << "the curvature is not definite";
-  EXPECT_LE(*check.decrement, 5e-5 * grain);  // a last step settles it
+  EXPECT_LE(*check.decrement, 5e-5 * grain);     // a last step settles it
   if (fit.life.model != model_code::weibull3) {  // which is searched by other parameters
     EXPECT_TRUE(test::curves_more_than(check.at, 0.9 * fit.proof->smallest_curvature));
     EXPECT_FALSE(test::curves_more_than(check.at, 1.1 * fit.proof->smallest_curvature));
@@ -162,6 +162,36 @@ TEST(SearchedFits, PlainWeibullDataHaveNoSecondPopulation) {
     }
 }
 
+// Counts as uneven as these put the lightest rows hundreds of ln units below the likelihood.
+TEST(SearchedFits, CountsOfAnySizeAreFittedWhereOneWeibullIs) {
+  for (const Rows& rows : {Rows{{100, 1}, {200, 1}, {300, 1}, {400, 1}, {500, 1}, {600, 3000}},
+                           Rows{{100, 2000}, {110, 1}, {120, 1}, {130, 1}, {140, 1}, {150, 1}},
+                           Rows{{34.87F, 1}, {134.9F, 700}, {134.95F, 2}, {134.99F, 3}}})
+    for (const std::int16_t model : {model_code::weibull4, model_code::weibull5c})
+      for (const Asked& asked : ways_of(model)) {
+        const FitAnswer answer = fit_rows(rows, asked);
+        if (has_too_few_times(answer)) continue;
+        EXPECT_GE(fit_of(answer).quality, contained_weibull(rows, asked).quality - 1e-6)
+            << asked.name() << ' ' << rows[0].failures;
+      }
+}
+
+TEST(SearchedFits, SaysThatABetterPointIsNoAnswer) {
+  Rows infant = {{1, 1}};
+  for (int i = 100; i < 120; ++i) infant.push_back({static_cast<float>(i), 1});
+  for (const std::int16_t model : {model_code::weibull4, model_code::weibull5c}) {
+    const FitAnswer answer = fit_rows(infant, by_likelihood(model));
+    const Note* note = note_of(answer, NoteCode::better_beyond_fence);
+    ASSERT_NE(note, nullptr);
+    EXPECT_GT(note->values.at(0), 33);  // a population of that one failure
+  }
+  // Three different times, listed over and over: any five parameters go through them.
+  Rows saturated;
+  for (int i = 0; i < 1000; ++i) saturated.push_back({i < 900 ? 50.0F : i < 970 ? 6.0F : 7.0F, 1});
+  for (const std::int16_t method : {method_code::x_on_y, method_code::y_on_x})
+    EXPECT_TRUE(has_too_few_times(fit_rows(saturated, {model_code::weibull5c, method})));
+}
+
 TEST(SearchedFits, AShareStaysInItsFenceWhereOneClusterHoldsAllFailures) {
   Rows rows;
   for (const float time : {1.1F, 1.51F, 1.68F, 1.78F, 1.85F, 1.93F, 1.98F, 2.0F})
@@ -253,6 +283,16 @@ Maximum highest_maximum(const Sample& sample) {
     found.clearest = std::max(found.clearest, rise);
   }
   return found;
+}
+
+TEST(SearchedFits, MinimumLifeByLikelihoodMayLieFarBelowTheFirstFailure) {
+  Rows rows;  // the Gumbel at the end of all t0 stands 0.002 lower
+  for (const float time : {27.1516F, 53.56633F, 59.78384F, 66.32462F, 69.5115F, 88.58526F,
+                           89.14636F, 94.83425F, 102.20929F, 103.538F, 112.19908F, 118.45635F})
+    rows.push_back({time, 1});
+  const Fit fit = fit_of(fit_rows(rows, by_likelihood(model_code::weibull3)));
+  EXPECT_NEAR(fit.quality, -55.5314, 1e-4);
+  EXPECT_LT(fit.life.rows.at(0).T0, -800);
 }
 
 TEST(SearchedFits, MinimumLifeByLikelihoodIsTheHighestInteriorMaximumOrNone) {
