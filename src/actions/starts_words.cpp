@@ -1,7 +1,5 @@
 #include "actions/starts_words.h"
 
-#include <algorithm>
-
 #include "numerics/number_text.h"
 
 namespace tavlo {
@@ -23,9 +21,8 @@ std::string starts_words(const StartsReport& starts, const std::optional<Proof>&
   if (starts.tried < 1) return "too few failures for a search of other populations";
   if (proof && proof->kind == Proof::Kind::flat)
     return "no better optimum from " + tried + " starts";
-  // A contained model's own optimum agrees without being a start.
-  return std::to_string(std::min(starts.agreed, starts.tried)) + " of " + tried +
-         " starts ended at this optimum" + runner_up(starts, likelihood);
+  return std::to_string(starts.agreed) + " of " + tried + " starts ended at this optimum" +
+         runner_up(starts, likelihood);
 }
 
 }  // namespace tavlo

@@ -55,8 +55,7 @@ void add_rows(JsonText& json, const FitReport& report, const FitOutcome& outcome
 
 void add_starts(JsonText& json, const StartsReport& starts) {
   json.key("starts").open('{').key("tried").integer(starts.tried);
-  // The optimum of a contained model agrees without being a start.
-  json.key("agreed").integer(std::min(starts.agreed, starts.tried));
+  json.key("agreed").integer(starts.agreed);
   add_optional(json, "runner_up", starts.runner_up);
   json.close('}');
 }

@@ -20,6 +20,7 @@ struct Best {
   Optimum optimum;
   std::int16_t of_model = 0;  ///< the model whose optimum it is: the asked one or a contained one
   SearchOutcome outcome;
+  SearchOutcome at_edge;                                    ///< of the share alone
   double lowest = std::numeric_limits<double>::infinity();  ///< of all ends, also unproven ones
   double contained_value = 0;                               ///< the best of the contained models
   std::int16_t contained_model = 0;
@@ -57,13 +58,17 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
     best.exists = true;
     best.optimum = inner.optimum;
     best.of_model = inner.of_model;
-    if (inner.of_model == model) continue;  // the model itself, at its edge
+    if (inner.of_model == model) {  // the model itself, at its edge
+      best.at_edge = inner.outcome;
+      continue;
+    }
     best.contained_model = inner.of_model;
     best.contained_value = inner.optimum.value;
   }
   ground.value = best.optimum.value;
-  best.outcome =
-      search_optima(task.rows, populations_of(model), ground, task.options, task.companion);
+  SearchOptions options = task.options;
+  options.most_starts -= best.at_edge.tried;
+  best.outcome = search_optima(task.rows, populations_of(model), ground, options, task.companion);
   best.lowest = std::min(best.lowest, best.outcome.lowest);
   if (best.outcome.optima.empty()) return best;
   const Optimum& own = best.outcome.optima.front().optimum;
@@ -101,12 +106,14 @@ Best best_share_alone(const Task& task) {
     start.q[1] = task.rows.mean_x;
     start.q[2] = logit(std::min(share, 0.99));
     const auto optimum = optimum_from(task.rows, start, fence);
+    best.outcome.tried += 1;
     if (!optimum || optimum->at_bound) continue;  // at the upper bound it is one Weibull of all
-    if (best.exists && best.optimum.value <= optimum->value) continue;
-    best.exists = true;
-    best.optimum = *optimum;
-    best.of_model = model_code::weibull5c;
+    take_end(task.rows, {*optimum, 1, 1}, best.outcome.optima);
   }
+  if (best.outcome.optima.empty()) return best;
+  best.exists = true;
+  best.optimum = best.outcome.optima.front().optimum;
+  best.of_model = model_code::weibull5c;
   return best;
 }
 
@@ -123,22 +130,22 @@ Best best_mixture(const Task& task, std::int16_t model) {
 
 StartsReport starts_of(const Best& best, const Task& task, std::int16_t model) {
   StartsReport report;
-  report.tried = best.outcome.tried;
+  report.tried = best.outcome.tried + best.at_edge.tried;
   if (best.of_model != model) {  // the contained model's answer counts as one start
-    report.agreed = 1;
+    report.agreed = std::min(report.tried, 1);
     if (!best.outcome.optima.empty())
       report.runner_up = quality_of(task.rows, best.outcome.optima.front().optimum.value);
     return report;
   }
   const auto outer = [&](double value) { return quality_of(task.rows, value); };
-  for (const FoundOptimum& found : best.outcome.optima) {
-    if (is_same_optimum(task.rows, best.optimum, found.optimum))
-      report.agreed += found.agreed;
-    else if (!report.runner_up &&
-             found.optimum.value > best.optimum.value + proving_gain(task.rows))
-      report.runner_up = outer(found.optimum.value);
-  }
-  report.agreed = std::max(report.agreed, 1);  // by the starts of the share alone
+  for (const auto* optima : {&best.at_edge.optima, &best.outcome.optima})
+    for (const FoundOptimum& found : *optima) {
+      if (is_same_optimum(task.rows, best.optimum, found.optimum))
+        report.agreed += found.agreed;
+      else if (!report.runner_up &&
+               found.optimum.value > best.optimum.value + proving_gain(task.rows))
+        report.runner_up = outer(found.optimum.value);
+    }
   return report;
 }
 

@@ -21,25 +21,6 @@ constexpr std::size_t middle_rows = 6400;
 constexpr std::size_t ends_for_middle = 6;
 constexpr std::size_t ends_for_whole = 4;
 
-bool better(const FoundOptimum& a, const FoundOptimum& b) {
-  return a.optimum.value < b.optimum.value;
-}
-
-/// Adds an end to the optima, or to the one that it is.
-void take(const MixtureRows& rows, const FoundOptimum& end, std::vector<FoundOptimum>& optima) {
-  const auto same = [&](const FoundOptimum& known) {
-    return is_same_optimum(rows, known.optimum, end.optimum);
-  };
-  const auto known = std::find_if(optima.begin(), optima.end(), same);
-  if (known == optima.end()) {
-    optima.push_back(end);
-    return;
-  }
-  if (end.optimum.value < known->optimum.value) known->optimum = end.optimum;
-  known->finds += end.finds;
-  known->agreed += end.agreed;
-}
-
 class OptimumSearch {
  public:
   /// When a search may end before its last start.
@@ -64,9 +45,8 @@ class OptimumSearch {
     for (const double value : values) outcome_.lowest = std::min(outcome_.lowest, value);
     for (const auto& end : ends) {
       outcome_.tried += 1;
-      if (end) take(rows_, {*end, are_finds ? 1 : 0, 1}, outcome_.optima);
+      if (end) take_end(rows_, {*end, are_finds ? 1 : 0, 1}, outcome_.optima);
     }
-    std::stable_sort(outcome_.optima.begin(), outcome_.optima.end(), better);
     look_up();
   }
 
@@ -188,12 +168,28 @@ SearchOutcome judged_on(const MixtureRows& rows, const SearchOutcome& rough, std
   if (rows.is_likelihood()) judged.lowest = std::numeric_limits<double>::infinity();
   for (std::size_t i = 0; i < count; ++i)
     if (ends[i])
-      take(rows, {*ends[i], rough.optima[i].finds, rough.optima[i].agreed}, judged.optima);
-  std::stable_sort(judged.optima.begin(), judged.optima.end(), better);
+      take_end(rows, {*ends[i], rough.optima[i].finds, rough.optima[i].agreed}, judged.optima);
   return judged;
 }
 
 }  // namespace
+
+void take_end(const MixtureRows& rows, const FoundOptimum& end, std::vector<FoundOptimum>& optima) {
+  const auto same = [&](const FoundOptimum& known) {
+    return is_same_optimum(rows, known.optimum, end.optimum);
+  };
+  const auto known = std::find_if(optima.begin(), optima.end(), same);
+  if (known == optima.end()) {
+    optima.push_back(end);
+  } else {
+    if (end.optimum.value < known->optimum.value) known->optimum = end.optimum;
+    known->finds += end.finds;
+    known->agreed += end.agreed;
+  }
+  std::stable_sort(optima.begin(), optima.end(), [](const FoundOptimum& a, const FoundOptimum& b) {
+    return a.optimum.value < b.optimum.value;
+  });
+}
 
 SearchOutcome search_optima(const MixtureRows& rows, Populations populations,
                             const KnownGround& ground, const SearchOptions& options,

@@ -18,6 +18,9 @@ struct FoundOptimum {
   int agreed = 0;  ///< from all starts
 };
 
+/// Adds an end to the optima, or to the one that it is; they stay in order, best first.
+void take_end(const MixtureRows& rows, const FoundOptimum& end, std::vector<FoundOptimum>& optima);
+
 struct SearchOutcome {
   std::vector<FoundOptimum> optima;  ///< distinct, best first
   int tried = 0;
