@@ -29,6 +29,22 @@ void finish(MixtureRows& rows) {
   }
 }
 
+/// The row in the middle of each of `parts` equal parts of the weight stands for its part.
+WeightedRows thin(const WeightedRows& all, std::size_t parts) {
+  if (all.count <= parts) return all;
+  WeightedRows few;
+  const double part = all.total / static_cast<double>(parts);
+  double passed = 0;
+  std::size_t k = 0;
+  for (std::size_t i = 0; i < all.count && k < parts; ++i) {
+    passed += all.w[i];
+    double weight = 0;
+    for (; k < parts && passed >= (static_cast<double>(k) + 0.5) * part; ++k) weight += part;
+    if (weight > 0) few.add(all.x[i], all.y[i], weight);
+  }
+  return few;
+}
+
 }  // namespace
 
 void WeightedRows::add(double log_time, double ordinate, double weight) {
@@ -68,26 +84,11 @@ MixtureRows mixture_rows(const Sample& sample, std::int16_t method, bool censore
   return rows;
 }
 
-WeightedRows thinned(const WeightedRows& all, std::size_t parts) {
-  if (all.count <= parts) return all;
-  WeightedRows few;
-  const double part = all.total / static_cast<double>(parts);
-  double passed = 0;
-  std::size_t k = 0;
-  for (std::size_t i = 0; i < all.count && k < parts; ++i) {
-    passed += all.w[i];
-    double weight = 0;
-    for (; k < parts && passed >= (static_cast<double>(k) + 0.5) * part; ++k) weight += part;
-    if (weight > 0) few.add(all.x[i], all.y[i], weight);
-  }
-  return few;
-}
-
 MixtureRows thinned(const MixtureRows& rows, std::size_t most) {
   MixtureRows few;
   few.method = rows.method;
-  few.failures = thinned(rows.failures, most);
-  few.suspensions = thinned(rows.suspensions, most);
+  few.failures = thin(rows.failures, most);
+  few.suspensions = thin(rows.suspensions, most);
   finish(few);
   return few;
 }

@@ -35,10 +35,6 @@ struct MixtureRows {
 /// The rows for a method; suspensions where `censored` and the method is MLE.
 MixtureRows mixture_rows(const Sample& sample, std::int16_t method, bool censored);
 
-/// About `most` rows: the one in the middle of each of equal parts of the weight stands for
-/// its part. Not padded.
-WeightedRows thinned(const WeightedRows& rows, std::size_t most);
-
 /// About `most` failures, each standing for an equal part of them, and suspensions alike.
 MixtureRows thinned(const MixtureRows& rows, std::size_t most);
 

@@ -13,8 +13,6 @@ namespace {
 
 using namespace minimum_life_variable;
 
-constexpr std::size_t most_scan_rows = 400;
-
 /// All times from the first failure, in inner units.
 TimesFromFirst times_of(const Sample& sample, double first, bool censored) {
   TimesFromFirst times;
@@ -25,6 +23,24 @@ TimesFromFirst times_of(const Sample& sample, double first, bool censored) {
       times.suspensions.add(time, 0, sample.suspensions[i]);
   }
   return times;
+}
+
+/// Neighbours put together at their mean time. The earliest rows decide on t0, the latest on
+/// the slope: they stand alone, and a group takes in the more the farther it is from both.
+WeightedRows grouped(const WeightedRows& rows, double growth) {
+  WeightedRows groups;
+  for (std::size_t from = 0; from < rows.count;) {
+    const auto outside = static_cast<double>(std::min(from, rows.count - from));
+    const auto wanted = static_cast<std::size_t>(std::max(1.0, growth * outside));
+    const std::size_t to = std::min(rows.count, from + wanted);
+    double weight = 0, sum = 0;
+    for (; from < to; ++from) {
+      weight += rows.w[from];
+      sum += rows.w[from] * rows.x[from];
+    }
+    groups.add(wanted == 1 ? rows.x[from - 1] : sum / weight, 0, weight);
+  }
+  return groups;
 }
 
 std::optional<MinimiserEnd> maximum_near(const MinimumLifeLikelihood& likelihood,
@@ -53,10 +69,9 @@ struct Maxima {
   bool rises_outward = false;
 };
 
-Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
+Maxima maxima_of(const TimesFromFirst& times, double growth, const Fence& fence) {
   Maxima maxima;
-  const TimesFromFirst few{thinned(times.failures, most_scan_rows),
-                           thinned(times.suspensions, most_scan_rows)};
+  const TimesFromFirst few{grouped(times.failures, growth), grouped(times.suspensions, growth)};
   const ProfileScan scan = scan_minimum_life(few);
   const MinimumLifeLikelihood rough(few);
   const MinimumLifeLikelihood whole(times);
@@ -71,6 +86,14 @@ Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
   std::stable_sort(maxima.proven.begin(), maxima.proven.end(),
                    [](const auto& a, const auto& b) { return a.shape.value < b.shape.value; });
   return maxima;
+}
+
+/// A second look through finer groups before a large sample is refused.
+Maxima maxima_of(const TimesFromFirst& times, const Fence& fence) {
+  constexpr double coarse = 1.0 / 25, fine = 1.0 / 250;
+  Maxima maxima = maxima_of(times, coarse, fence);
+  const bool any_grouped = static_cast<double>(times.failures.count) * coarse > 2;
+  return maxima.proven.empty() && any_grouped ? maxima_of(times, fine, fence) : maxima;
 }
 
 Fit fit_of(const Sample& sample, const FitRequest& request, const Maxima& maxima, double first) {

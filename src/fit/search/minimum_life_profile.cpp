@@ -8,9 +8,9 @@
 namespace tavlo {
 namespace {
 
-constexpr double smallest_decade = -5;
+constexpr double smallest_decade = -7;
 constexpr int steps_a_decade = 4;
-constexpr int scan_steps = 8 * steps_a_decade;
+constexpr int scan_steps = 10 * steps_a_decade;
 
 /// The likelihood at a given t0 with beta and eta at their best.
 class Profile {

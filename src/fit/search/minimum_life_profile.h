@@ -28,7 +28,7 @@ struct ProfileScan {
   bool rises_outward = false;        ///< the likelihood still rises as t0 goes to -infinity
 };
 
-/// Scans distances from 1e-5 to 1e3 times the span of the times; nothing where they have none.
+/// Scans distances from 1e-7 to 1e3 times the span of the times; nothing where they have none.
 ProfileScan scan_minimum_life(const TimesFromFirst& times);
 
 }  // namespace tavlo

@@ -144,6 +144,18 @@ TEST(SearchedFits, OfALargeSampleReachesTheOptimumNearTheTruth) {
   expect_proven(fit, sample, request);
 }
 
+TEST(SearchedFits, MinimumLifeOfALargeSampleIsAsLikelyAsTheTruth) {
+  const Asked asked = by_likelihood(model_code::weibull3);
+  for (const double beta : {1.2, 1.6, 2.2, 3.0}) {
+    test::RandomNumbers random(31);
+    const Life truth = test::weibull(beta, 1000, 500);
+    const Sample sample = make_sample(test::draws(random, truth, 5000), RankKind::benard);
+    const auto least =
+        static_cast<double>(test::quality_of(truth, sample, test::request_of(asked)));
+    EXPECT_GT(fit_of(fit_sample(sample, asked)).quality, least) << beta;
+  }
+}
+
 TEST(SearchedFits, PlainWeibullDataHaveNoSecondPopulation) {
   // Exactly on a Weibull's line: any second population brings nothing.
   Rows rows;
