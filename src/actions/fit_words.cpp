@@ -43,7 +43,7 @@ constexpr std::array<TableRow, 15> refusal_table = {{
 }};
 static_assert(static_cast<std::size_t>(RefusalCode::stopped) + 1 == refusal_table.size());
 
-constexpr std::array<TableRow, 11> note_table = {{
+constexpr std::array<TableRow, 12> note_table = {{
     {"suspensions-left-out",
      "{0 suspension} left out of this likelihood (the choice Censored takes them in)"},
     {"unconfirmed", "fewer than two independent starts found the best answer: it is unconfirmed"},
@@ -59,6 +59,9 @@ constexpr std::array<TableRow, 11> note_table = {{
      "failure mode {mode} has {1 failure} at one time only, and is fitted by maximum likelihood"},
     {"mode-not-fitted", "failure mode {mode} is not fitted: {reason}"},
     {"modes-left-out", "the answers for the life as a whole leave out failure mode {modes}"},
+    {"fewer-times",
+     "the failures stand at only {0} distinct times for {1} parameters: curves that fit better are "
+     "not determined"},
     {"better-beyond-fence",
      "a population of fewer than two failures, or parameters that run off to a limit, would fit "
      "better (by {0}), which is no answer"},

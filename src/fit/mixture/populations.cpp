@@ -31,6 +31,18 @@ double MixturePoint::share() const {
   return 1 / (1 + std::exp(-q[populations.at_share()]));
 }
 
+double total_risk(const MixturePoint& point, double x) {
+  const Populations& has = point.populations;
+  const auto hazard = [&](std::size_t at) {
+    return std::exp(point.beta(at) * (x - point.ln_eta(at)));
+  };
+  double risk = 0;
+  if (has.a) risk += hazard(has.at_a());
+  if (has.b) risk += hazard(has.at_b());
+  if (has.c) risk -= std::log1p(point.share() * std::expm1(-hazard(has.at_c())));
+  return risk;
+}
+
 double logit(double p) { return std::log(p) - std::log1p(-p); }
 
 void order_risks(MixturePoint& point) {

@@ -48,6 +48,9 @@ struct MixturePoint {
   double share() const;
 };
 
+/// -ln R at a log time.
+double total_risk(const MixturePoint& point, double x);
+
 double logit(double p);
 
 /// Names the steeper of the two risks A.

@@ -165,6 +165,26 @@ Proof proof_of(const Best& best, std::int16_t model) {
 /// The least gain that makes a person take a larger model.
 double felt_gain(const MixtureRows& rows) { return rows.is_likelihood() ? 0.5 : 1e-4; }
 
+double distinct_times(const WeightedRows& failures) {
+  double times = failures.count > 0 ? 1 : 0;
+  for (std::size_t i = 1; i < failures.count; ++i) times += failures.x[i] != failures.x[i - 1];
+  return times;
+}
+
+/// A better point that is no answer. F at fewer times than parameters can be had in many
+/// ways; else populations hold too little or run off.
+std::optional<Note> note_beyond(const Best& best, const MixtureRows& rows, std::int16_t model) {
+  const double gain = best.optimum.value - best.lowest;
+  if (!(gain > felt_gain(rows))) return std::nullopt;
+  const double times = distinct_times(rows.failures);
+  const auto needed = static_cast<double>(populations_of(model).size());
+  if (rows.method == method_code::y_on_x && times < needed)
+    return Note{NoteCode::fewer_times, best.of_model, {times, needed}};
+  const bool whole = best.of_model == model && best.optimum.point.populations.a;
+  if (whole) return std::nullopt;  // what else rises without limit says nothing against it
+  return Note{NoteCode::better_beyond_fence, best.of_model, {gain}};
+}
+
 std::vector<Note> notes_of(const Best& best, const Task& task, const Sample& sample,
                            const FitRequest& request) {
   std::vector<Note> notes;
@@ -178,9 +198,7 @@ std::vector<Note> notes_of(const Best& best, const Task& task, const Sample& sam
   if (best.contained_model != 0 && gain < felt && !(own && unreached))
     notes.push_back({NoteCode::no_second_population, best.contained_model, {gain}});
   if (unreached) notes.push_back({NoteCode::population_not_reached, 0, {2}});
-  const double beyond = best.optimum.value - best.lowest;
-  if (beyond > felt && (unreached || !own))
-    notes.push_back({NoteCode::better_beyond_fence, 0, {beyond}});
+  if (const auto note = note_beyond(best, task.rows, request.model)) notes.push_back(*note);
   if (best.optimum.at_bound)
     notes.push_back({NoteCode::share_at_bound, 0, {best.optimum.point.share()}});
   if (own && !unreached && !best.outcome.optima.empty() && best.outcome.optima.front().finds < 2)
@@ -203,24 +221,6 @@ FitAnswer answer_of(const Best& best, const Task& task, const Sample& sample,
   return {fit, notes_of(best, task, sample, request)};
 }
 
-double distinct_times(const WeightedRows& failures) {
-  double times = failures.count > 0 ? 1 : 0;
-  for (std::size_t i = 1; i < failures.count; ++i) times += failures.x[i] != failures.x[i - 1];
-  return times;
-}
-
-/// A curve of more parameters than points goes through all of them in many ways: no answer,
-/// but where none of these ways is better than a contained model's only one.
-std::optional<Refusal> refuse_saturated(const Best& best, const MixtureRows& rows,
-                                        std::int16_t model) {
-  const double times = distinct_times(rows.failures);
-  const auto own = static_cast<double>(best.optimum.point.populations.size());
-  const auto needed = static_cast<double>(populations_of(model).size());
-  const bool better_ways = best.lowest < best.optimum.value - felt_gain(rows);
-  if (times >= needed || (times >= own && !better_ways)) return std::nullopt;
-  return Refusal{RefusalCode::no_spread, {times, needed}};
-}
-
 }  // namespace
 
 FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion& companion) {
@@ -229,8 +229,6 @@ FitAnswer fit_mixture(const Sample& sample, const FitRequest& request, Companion
   if (!weibull) return {refuse_without_weibull(rows), {}};
   const Task task{rows, request.search, companion, *weibull};
   const Best best = best_mixture(task, request.model);
-  if (!rows.is_likelihood() && best.exists && !best.outcome.stopped)
-    if (const auto refusal = refuse_saturated(best, rows, request.model)) return {*refusal, {}};
   return answer_of(best, task, sample, request);
 }
 

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t round_size = 4;       // starts that run before the next look
 constexpr std::size_t nested_sketches = 8;  // from each contained optimum
 constexpr std::size_t nested_runs = 10;
-constexpr std::size_t looks_a_population = 12;  // unlike starts that are tried in any case
+constexpr std::size_t looks = 36;  // unlike starts that are tried in any case
 constexpr std::size_t whole_search_rows = 400;
 constexpr std::size_t middle_rows = 6400;
 constexpr std::size_t ends_for_middle = 6;
@@ -113,12 +113,12 @@ std::vector<MixturePoint> all_nested(const MixtureRows& rows, Populations popula
 
 /// Points near one that came before go to the end: first many optima are looked at, then
 /// the best is found again.
-std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, std::size_t looks) {
+std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, std::size_t most) {
   constexpr double near = 0.3;
   std::vector<MixturePoint> first, rest;
   for (const MixturePoint& point : points) {
     const auto like = [&](const MixturePoint& other) { return are_alike(point, other, near); };
-    const bool is_new = first.size() < looks && std::none_of(first.begin(), first.end(), like);
+    const bool is_new = first.size() < most && std::none_of(first.begin(), first.end(), like);
     (is_new ? first : rest).push_back(point);
   }
   first.insert(first.end(), rest.begin(), rest.end());
@@ -130,14 +130,13 @@ std::size_t sketches_for(const MixtureRows& rows, Populations populations,
                          const SearchOptions& options) {
   const auto starts = static_cast<std::size_t>(options.most_starts);
   const std::size_t wanted = 4000 / (rows.failures.count + rows.suspensions.count);
-  return (populations.count() - 1) * std::clamp(wanted, starts, starts + starts / 2);
+  return (populations.count() + 1) * std::clamp(wanted, starts, starts + starts / 2) / 2;
 }
 
 SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,
                         const SearchOptions& options, Companion& companion) {
   const Fence fence = Fence::around(ground.usual_slope);
   const SlopeRange slopes{ground.usual_slope, fence.steepest};
-  const std::size_t looks = looks_a_population * populations.count();
   OptimumSearch search(rows, fence, {ground.value, static_cast<int>(looks)}, options, companion);
   std::vector<MixturePoint> nested =
       search.sketched(all_nested(rows, populations, ground.contained, slopes));

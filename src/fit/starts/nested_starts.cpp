@@ -94,39 +94,85 @@ void add_grid(const Branch& branch, Populations wanted, const MixtureRows& rows,
 
 /// Neighbouring failures as a population of their own.
 struct Cluster {
-  double x = 0;     ///< mean log time
-  double beta = 1;  ///< of a Weibull that spreads as they do
-  double part = 0;  ///< of the failures from there on
+  std::size_t from = 0, to = 0;  ///< rows
+  double excess = 0;             ///< how unlikely so many are together, by the contained model
 };
 
-Cluster cluster_of(const WeightedRows& rows, std::size_t from, std::size_t to, double before,
-                   double steepest) {
-  double weight = 0, sum = 0, squares = 0;
-  for (std::size_t i = from; i < to; ++i) {
-    const double d = rows.x[i] - rows.x[from];
-    weight += rows.w[i];
-    sum += rows.w[i] * d;
-    squares += rows.w[i] * d * d;
+/// Failures that the contained model expects up to each row.
+std::vector<double> expected_up_to(const MixtureRows& rows, const MixturePoint& contained) {
+  const WeightedRows &f = rows.failures, &s = rows.suspensions;
+  std::vector<double> expected(f.count);
+  double at_risk = f.total + s.total, risk_before = 0, sum = 0;
+  for (std::size_t i = 0, k = 0; i < f.count; ++i) {
+    for (; k < s.count && s.x[k] < f.x[i]; ++k) at_risk -= s.w[k];
+    const double risk = total_risk(contained, f.x[i]);
+    sum += at_risk * (risk - risk_before);
+    expected[i] = sum;
+    risk_before = risk;
+    at_risk -= f.w[i];
+  }
+  return expected;
+}
+
+/// The scan statistic of J. Naus (1965) and M. Kulldorff (1997): the log likelihood ratio of
+/// the failures in a window against those expected in it, for windows of all widths.
+std::vector<Cluster> clusters_of(const MixtureRows& rows, const MixturePoint& contained) {
+  const WeightedRows& f = rows.failures;
+  const std::vector<double> expected = expected_up_to(rows, contained);
+  std::vector<Cluster> clusters;
+  for (std::size_t width = 3; width <= f.count; width += std::max<std::size_t>(1, width / 2))
+    for (std::size_t from = 0; from + width <= f.count;
+         from += std::max<std::size_t>(1, width / 4)) {
+      const std::size_t to = from + width;
+      double held = 0;  // beyond the first, which opens the window
+      for (std::size_t i = from + 1; i < to; ++i) held += f.w[i];
+      const double usual = std::max(expected[to - 1] - expected[from], 0.01 * held);
+      if (held > usual)
+        clusters.push_back({from, to, held * std::log(held / usual) - (held - usual)});
+    }
+  std::stable_sort(clusters.begin(), clusters.end(),
+                   [](const Cluster& a, const Cluster& b) { return a.excess > b.excess; });
+  return clusters;
+}
+
+bool overlap(const Cluster& a, const Cluster& b) {
+  const std::size_t common =
+      std::min(a.to, b.to) - std::min(std::max(a.from, b.from), std::min(a.to, b.to));
+  return 2 * common > std::max(a.to - a.from, b.to - b.from);
+}
+
+/// A Weibull that spreads as the cluster does.
+void add_cluster(const Branch& branch, Populations wanted, const MixtureRows& rows,
+                 const MixturePoint& contained, double steepest, const Cluster& cluster,
+                 StartComparison& to) {
+  const WeightedRows& f = rows.failures;
+  double before = 0, weight = 0, sum = 0, squares = 0;
+  for (std::size_t i = 0; i < cluster.from; ++i) before += f.w[i];
+  for (std::size_t i = cluster.from; i < cluster.to; ++i) {
+    const double d = f.x[i] - f.x[cluster.from];
+    weight += f.w[i];
+    sum += f.w[i] * d;
+    squares += f.w[i] * d * d;
   }
   const double mean = sum / weight;
   const double deviation = std::sqrt(std::max(0.0, squares / weight - mean * mean));
   constexpr double unit_deviation = 1.2825;  // of ln of a unit exponential
   const double beta = std::min(unit_deviation / std::max(deviation, 1e-12), 0.7 * steepest);
-  return {rows.x[from] + mean, beta, std::min(0.9, weight / (rows.total - before))};
+  const double x = f.x[cluster.from] + mean, part = std::min(0.9, weight / (f.total - before));
+  if (branch.risk) to.add(with_risk_split(contained, wanted, x, beta, part));
+  if (branch.share) to.add(with_early_share(contained, wanted, x, beta, part));
 }
 
 void add_clusters(const Branch& branch, Populations wanted, const MixtureRows& rows,
                   const MixturePoint& contained, double steepest, StartComparison& to) {
-  const MixtureRows few = thinned(rows, comparing_rows);
-  const WeightedRows& f = few.failures;
-  for (const std::size_t width : {3u, 5u, 8u, 13u, 21u, 30u}) {
-    double before = 0;
-    for (std::size_t from = 0; from + width <= f.count; before += f.w[from++]) {
-      if (from % std::max<std::size_t>(1, width / 4) != 0) continue;  // the next is much alike
-      const Cluster c = cluster_of(f, from, from + width, before, steepest);
-      if (branch.risk) to.add(with_risk_split(contained, wanted, c.x, c.beta, c.part));
-      if (branch.share) to.add(with_early_share(contained, wanted, c.x, c.beta, c.part));
-    }
+  constexpr std::size_t most = 60;
+  std::vector<Cluster> chosen;
+  for (const Cluster& cluster : clusters_of(rows, contained)) {
+    const auto same = [&](const Cluster& other) { return overlap(cluster, other); };
+    if (std::any_of(chosen.begin(), chosen.end(), same)) continue;
+    chosen.push_back(cluster);
+    add_cluster(branch, wanted, rows, contained, steepest, cluster, to);
+    if (chosen.size() == most) return;
   }
 }
 
@@ -137,7 +183,8 @@ std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wan
                                         std::size_t most) {
   const Branch branch(contained.populations, wanted);
   if (!branch.risk && !branch.share) return {};
-  StartComparison grid(rows, wanted), clusters(rows, wanted);
+  constexpr std::size_t all_rows = 800;
+  StartComparison grid(rows, wanted), clusters(rows, wanted, all_rows);
   add_grid(branch, wanted, rows, contained, grid);
   add_clusters(branch, wanted, rows, contained, slopes.steepest, clusters);
   std::vector<MixturePoint> starts = grid.best(most);

@@ -13,8 +13,9 @@ bool are_alike(const MixturePoint& a, const MixturePoint& b, double near) {
   return true;
 }
 
-StartComparison::StartComparison(const MixtureRows& rows, Populations populations)
-    : rows_(thinned(rows, comparing_rows)), objective_(make_objective(rows_, populations)) {}
+StartComparison::StartComparison(const MixtureRows& rows, Populations populations,
+                                 std::size_t most_rows)
+    : rows_(thinned(rows, most_rows)), objective_(make_objective(rows_, populations)) {}
 
 void StartComparison::add(MixturePoint point) {
   order_risks(point);

@@ -19,7 +19,9 @@ bool are_alike(const MixturePoint& a, const MixturePoint& b, double near);
 
 class StartComparison {
  public:
-  StartComparison(const MixtureRows& rows, Populations populations);
+  /// On `rows` themselves where they are whole.
+  StartComparison(const MixtureRows& rows, Populations populations,
+                  std::size_t most_rows = comparing_rows);
 
   /// A point without a value on the rows will be left out.
   void add(MixturePoint point);
