@@ -32,14 +32,14 @@ FitAnswer run_routine(const Sample& sample, const FitRequest& request, const Mod
 
 /// A counted row in a regression has the rank of its last unit; listed, each unit has its own.
 bool ranks_depend_on_listing(const Sample& sample, const Fit& fit) {
-  const auto by_regression = [&](int number) {
-    const auto mode = static_cast<std::size_t>(number);
+  const auto by_regression = [&](std::size_t row) {
     if (fit.modes.empty()) return true;
+    const auto mode = static_cast<std::size_t>(sample.mode[row]);
     return mode >= 1 && mode <= fit.modes.size() && !fit.modes[mode - 1].refusal &&
            fit.modes[mode - 1].method != method_code::mle;
   };
   for (std::size_t i = 0; i < sample.size(); ++i)
-    if (whole_steps(sample.failures[i]) > 1 && by_regression(sample.mode[i])) return true;
+    if (whole_steps(sample.failures[i]) > 1 && by_regression(i)) return true;
   return false;
 }
 
