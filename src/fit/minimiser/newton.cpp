@@ -7,7 +7,10 @@
 namespace tavlo {
 namespace {
 
-constexpr double rounding_of_curvature = 1e-11;
+// In small gains: a variable whose own curvature is less has no effect, however definite the
+// scaled Hessian looks. (Where a curve has a plateau, a share moves times by so much that the
+// unscaled eigenvalues drown in its rounding.)
+constexpr double felt_curvature = 1e3;
 constexpr double first_damping = 1e-3;
 constexpr double most_damping = 1e12;
 
@@ -205,7 +208,7 @@ class NewtonRun {
         smallest_eigenvalue(with_unit_diagonal(hessian, free_count_), free_count_);
     SmallVector step{};
     const bool definite = relative > terrain_.least_curvature &&
-                          end_.curvature > rounding_of_curvature * largest_diagonal(hessian) &&
+                          least_diagonal(hessian) > felt_curvature * terrain_.small_gain &&
                           solve_definite(hessian, g, free_count_, step);
     end_.decrement = definite ? half_product(g, step) : gain_of_products(g);
     const bool at_rest = end_.decrement <= 100 * terrain_.small_gain;
@@ -215,10 +218,10 @@ class NewtonRun {
     return end_;
   }
 
-  double largest_diagonal(const SmallMatrix& matrix) const {
-    double largest = 0;
-    for (std::size_t i = 0; i < free_count_; ++i) largest = std::max(largest, matrix(i, i));
-    return largest;
+  double least_diagonal(const SmallMatrix& matrix) const {
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < free_count_; ++i) least = std::min(least, matrix(i, i));
+    return least;
   }
 
   double gain_of_products(const SmallVector& g) const {
