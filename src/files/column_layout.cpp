@@ -132,9 +132,8 @@ FieldFault ColumnLayout::check_width(Fields fields) const {
   return "the row has more fields than there are columns (" + std::to_string(count_) + ")";
 }
 
-FieldFault ColumnLayout::read_number_of_time(std::string_view text, float& time,
-                                             const PointList& points) {
-  if (!comma_.used() && !read_time(text, time)) return std::nullopt;
+FieldFault ColumnLayout::read_time_with_comma(std::string_view text, float& time,
+                                              const PointList& points) {
   if (FieldFault fault = comma_.replace(text, points)) return fault;
   return read_time(text, time);
 }
@@ -145,7 +144,8 @@ FieldFault ColumnLayout::read_row_time(Fields fields, float& time, bool& suspend
   std::string_view text = field(fields, DataColumn::x);
   suspended = text.starts_with('>') && !tells_suspensions();
   if (suspended) text = trimmed(text.substr(1));
-  if (FieldFault fault = read_number_of_time(text, time, points)) return fault;
+  if (comma_.used() || read_time(text, time))
+    if (FieldFault fault = read_time_with_comma(text, time, points)) return fault;
   if (time > 0.0F || options_.negative_is_value) return std::nullopt;
   if (tells_suspensions() || suspended) return "a time can't be negative";
   suspended = true;
@@ -153,9 +153,8 @@ FieldFault ColumnLayout::read_row_time(Fields fields, float& time, bool& suspend
   return std::nullopt;
 }
 
-FieldFault ColumnLayout::read_count(std::string_view field, double if_empty, double& units,
+FieldFault ColumnLayout::read_count(std::string_view field, double& units,
                                     const PointList& points) {
-  units = if_empty;
   if (field.empty() || (!comma_.used() && !read_units(field, units))) return std::nullopt;
   if (FieldFault fault = comma_.replace(field, points)) return fault;
   return read_units(field, units);
@@ -164,16 +163,18 @@ FieldFault ColumnLayout::read_count(std::string_view field, double if_empty, dou
 FieldFault ColumnLayout::read_row_units(Fields fields, bool suspended, Units& units,
                                         const PointList& points) {
   if (counted()) {
-    FieldFault fault = read_count(field(fields, DataColumn::fails), 0.0, units.fails, points);
-    if (fault) return fault;
-    return read_count(field(fields, DataColumn::susps), 0.0, units.susps, points);
+    if (FieldFault fault = read_count(field(fields, DataColumn::fails), units.fails, points))
+      return fault;
+    return read_count(field(fields, DataColumn::susps), units.susps, points);
   }
   if (has(DataColumn::status)) {
     FieldFault fault = read_status(field(fields, DataColumn::status), status_, suspended);
     if (fault) return fault;
   }
   double& target = suspended ? units.susps : units.fails;
-  return read_count(field(fields, DataColumn::count), 1.0, target, points);
+  target = 1.0;  // where no count says more
+  return has(DataColumn::count) ? read_count(field(fields, DataColumn::count), target, points)
+                                : std::nullopt;
 }
 
 FieldFault ColumnLayout::add_words(Fields fields, PointList& points) const {
@@ -192,10 +193,15 @@ FieldFault ColumnLayout::add_row(Fields fields, PointList& points) {
   if (FieldFault fault = read_row_time(fields, time, suspended, points)) return fault;
   if (FieldFault fault = read_row_units(fields, suspended, units, points)) return fault;
   if (FieldFault fault = points.add(time, units.fails, units.susps)) return fault;
+  if (!ignored_.empty()) drop_ignored(fields);
+  return add_words(fields, points);
+}
+
+// A field that is no word of a status tells that its column is none.
+void ColumnLayout::drop_ignored(Fields fields) {
   std::erase_if(ignored_, [fields](const IgnoredColumn& column) {
     return column.place >= fields.size() || !is_status_word(trimmed(fields[column.place]));
   });
-  return add_words(fields, points);
 }
 
 }  // namespace tavlo

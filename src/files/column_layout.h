@@ -62,12 +62,12 @@ class ColumnLayout {
   FieldFault place_column(DataColumn column, Fields names, std::size_t index);
   FieldFault check_columns(Fields names);
   void watch_ignored(Fields names);
+  void drop_ignored(Fields fields);
   FieldFault check_width(Fields fields) const;
-  FieldFault read_number_of_time(std::string_view text, float& time, const PointList& points);
+  FieldFault read_time_with_comma(std::string_view text, float& time, const PointList& points);
   FieldFault read_row_time(Fields fields, float& time, bool& suspended, const PointList& points);
   FieldFault read_row_units(Fields fields, bool suspended, Units& units, const PointList& points);
-  FieldFault read_count(std::string_view field, double if_empty, double& units,
-                        const PointList& points);
+  FieldFault read_count(std::string_view field, double& units, const PointList& points);
   FieldFault add_words(Fields fields, PointList& points) const;
 
   const ReadOptions& options_;

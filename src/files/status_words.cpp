@@ -54,14 +54,10 @@ bool holds(const std::vector<std::string>& words, std::string_view text) {
 
 bool is_status_word(std::string_view text) { return find_word(text) != nullptr; }
 
-FieldFault read_status(std::string_view field, const StatusMeaning& meaning, bool& suspended) {
+FieldFault read_status_word(std::string_view field, const StatusMeaning& meaning, bool& suspended) {
   if (field.empty()) return "the status is missing";
   if (!meaning.failed.empty()) {
     suspended = !holds(meaning.failed, field);
-    return std::nullopt;
-  }
-  if (field == "F" || field == "S") {  // as most are
-    suspended = field == "S";
     return std::nullopt;
   }
   const StatusWord* const word = find_word(field);

@@ -79,19 +79,24 @@ bool TableRows::refuse(std::string what) {
 
 bool TableRows::cut(std::string_view line) {
   fields_.clear();
-  const char* start = line.data();
-  const char* const end = start + line.size();
-  for (const char* at = start; at != end && separator_ != ' '; ++at) {
-    if (*at != separator_) continue;
-    fields_.emplace_back(start, at);
-    start = at + 1;
-  }
   if (separator_ == ' ')
     cut_at_blanks(line);
   else
-    fields_.emplace_back(start, end);
+    cut_at_separators(line);
   row_ = fields_;
   return true;
+}
+
+void TableRows::cut_at_separators(std::string_view line) {
+  const char separator = separator_;  // no member: the loop is hot
+  const char* start = line.data();
+  const char* const end = start + line.size();
+  for (const char* at = start; at != end; ++at) {
+    if (*at != separator) continue;
+    fields_.emplace_back(start, at);
+    start = at + 1;
+  }
+  fields_.emplace_back(start, end);
 }
 
 void TableRows::cut_at_blanks(std::string_view line) {

@@ -82,6 +82,7 @@ class TableRows {
  private:
   bool read_row();
   bool cut(std::string_view line);
+  void cut_at_separators(std::string_view line);
   void cut_at_blanks(std::string_view line);
   void find_quote(std::string_view text);
   bool holds_quote(std::string_view line);
