@@ -60,6 +60,8 @@ bool starts_as_number(std::string_view text) {
          std::string_view("+-.>0123456789").find(text.front()) != std::string_view::npos;
 }
 
+bool is_date_or_time_of_day(std::string_view text) { return is_date(text) || is_time_of_day(text); }
+
 FieldFault read_time(std::string_view text, float& time) {
   if (text.empty()) return "the time is missing";
   const Reading reading = read_number(text, time);

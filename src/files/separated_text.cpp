@@ -76,16 +76,15 @@ Table find_table(TextLines lines, DecimalSign decimal) {
   return table;
 }
 
-/// The first of the lines if all of them are digits, a comma and digits, or digits alone.
+/// The first of the lines with a comma if all are digits, a comma and digits, or one number.
 std::optional<ReadFault> find_doubtful_commas(TextLines lines) {
   std::optional<ReadFault> doubt;
   while (const auto whole = lines.next()) {
     const std::string_view line = trimmed(*whole);
     if (is_remark(line)) continue;
-    const bool whole_number = line.find_first_not_of("0123456789") == std::string_view::npos;
-    if (!whole_number && !is_digits_comma_digits(line)) return std::nullopt;
-    if (!whole_number && !doubt)
-      doubt = ReadFault{lines.number(), words_of_doubtful_comma(line), true};
+    const bool plain = line.find_first_not_of("0123456789.") == std::string_view::npos;
+    if (!plain && !is_digits_comma_digits(line)) return std::nullopt;
+    if (!plain && !doubt) doubt = ReadFault{lines.number(), words_of_doubtful_comma(line), true};
   }
   return doubt;
 }
