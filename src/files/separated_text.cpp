@@ -76,6 +76,11 @@ Table find_table(TextLines lines, DecimalSign decimal) {
   return table;
 }
 
+/// True for a line of data, false for a header line.
+bool starts_as_row(std::string_view line) {
+  return starts_as_number(line.substr(line.starts_with('"') ? 1 : 0));
+}
+
 /// The first of the lines with a comma if all are digits, a comma and digits, or one number.
 std::optional<ReadFault> find_doubtful_commas(TextLines lines) {
   std::optional<ReadFault> doubt;
@@ -99,26 +104,28 @@ std::optional<ReadFault> read_headless(TextLines lines, char separator, const Re
   return std::nullopt;
 }
 
-/// A fault that a decimal comma may explain.
-bool is_comma_in_doubt(const TableRows& rows, const ColumnLayout& layout, DecimalSign decimal) {
-  if (decimal != DecimalSign::by_content) return false;
+/// The text of a row that a decimal comma may explain; empty where none can.
+std::string doubtful_text(const TableRows& rows, const ColumnLayout& layout, DecimalSign decimal) {
   const Fields row = rows.row();
-  const auto all_digits = [](std::string_view field) {
-    return !field.empty() && std::all_of(field.begin(), field.end(), is_digit);
-  };
-  const bool cut_in_two =
-      layout.columns() == 1 && row.size() == 2 && std::all_of(row.begin(), row.end(), all_digits);
-  return cut_in_two || std::any_of(row.begin(), row.end(), is_digits_comma_digits);
+  if (decimal != DecimalSign::by_content || row.empty()) return {};
+  const auto found = std::find_if(row.begin(), row.end(), is_digits_comma_digits);
+  if (found != row.end()) return std::string(*found);
+  const bool cut_in_two = layout.columns() == 1 && row.size() == 2;
+  const std::string text = cut_in_two ? std::string(row[0]) + "," + std::string(row[1]) : "";
+  return is_digits_comma_digits(text) ? text : "";
+}
+
+ReadFault fault_of(const std::string& what, const std::string& doubtful, long line) {
+  if (doubtful.empty()) return {line, what};
+  return {line, words_of_doubtful_comma(doubtful), true};
 }
 
 /// The rows below the header become points.
 void add_rows(TableRows& rows, ColumnLayout& layout, DecimalSign decimal, PointList& points) {
   std::optional<ReadFault> doubt;
   while (!rows.fault && rows.next_row()) {
-    if (FieldFault wrong = layout.add_row(rows.row(), points)) {
-      rows.refuse(*wrong);
-      rows.fault->comma_in_doubt = is_comma_in_doubt(rows, layout, decimal);
-    }
+    if (FieldFault wrong = layout.add_row(rows.row(), points))
+      rows.fault = fault_of(*wrong, doubtful_text(rows, layout, decimal), rows.line());
     if (layout.comma_in_doubt() && !doubt)
       doubt = ReadFault{rows.line(), words_of_doubtful_comma(trimmed(rows.row().front())), true};
   }
@@ -132,11 +139,9 @@ std::optional<ReadFault> read_separated_text(TextLines lines, const ReadOptions&
   const Table table = find_table(lines, options.decimal);
   TableRows rows(table.lines, table.separator);
   ColumnLayout layout(options, table.separator);
-  const bool headless = starts_as_number(table.first);
-  if (headless) {
+  if (starts_as_row(table.first)) {
     if (auto fault = read_headless(table.lines, table.separator, options, layout)) return fault;
-  } else {
-    if (!rows.next_row()) return rows.fault;
+  } else if (rows.next_row()) {
     if (FieldFault wrong = layout.read_header(rows.row())) rows.refuse(*wrong);
   }
   points.reserve(table.lines.count());

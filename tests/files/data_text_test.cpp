@@ -67,7 +67,7 @@ TEST(DataText, ReadsTablesAsPeopleMeanThem) {
                         {"time event\n4,5  1\n 5\t0\n", "4.5 1 0 1; 5 0 1 2"},
                         {"\"a;b\",\"km\",S,F\nx,4,1,2\n", "4 2 1 1"},
                         {"100\t1\n200\t0\n", "100 1 0 1; 200 0 1 2"},
-                        {"100,F\n200,S,\n", "100 1 0 1; 200 0 1 2"},
+                        {"\"100\",\"F\"\n200,S,\n", "100 1 0 1; 200 0 1 2"},
                         {">100\t1\n200\t2\n-3\t1\n", "3 0 1 3; 100 0 1 1; 200 2 0 2"},
                         {"100.5,3\n200,1\n", "100.5 3 0 1; 200 1 0 2"},
                         {"9\t2\t1\twear\n8\t\t4\t\n", "8 0 4 2; 9 2 1 1 wear"}};
@@ -142,6 +142,7 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
       {">\n", "1: the time is missing"},
       {"5\n7\x80\n", "2: '7\xE2\x82\xAC' is not a number"},
       {"x,fails\n", "1: no rows follow the header line"},
+      {"sep=;\n", "1: no rows follow the header line"},
       {"when,size\n1,2\n",
        "1: no column is named x, time, hours, cycles or the like; name it with --columns x=NAME "
        "(the header names 'when', 'size')"},
