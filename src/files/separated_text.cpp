@@ -107,7 +107,7 @@ std::optional<ReadFault> read_headless(TextLines lines, char separator, const Re
 /// The text of a row that a decimal comma may explain; empty where none can.
 std::string doubtful_text(const TableRows& rows, const ColumnLayout& layout, DecimalSign decimal) {
   const Fields row = rows.row();
-  if (decimal != DecimalSign::by_content || row.empty()) return {};
+  if (decimal != DecimalSign::by_content || rows.separator() != ',') return {};
   const auto found = std::find_if(row.begin(), row.end(), is_digits_comma_digits);
   if (found != row.end()) return std::string(*found);
   const bool cut_in_two = layout.columns() == 1 && row.size() == 2;
