@@ -103,6 +103,8 @@ FieldFault ColumnLayout::check_columns(Fields names) {
               places_[static_cast<std::size_t>(DataColumn::status)]);
     status_.turned_round = true;
   }
+  if (!options_.failed.empty() && !has(DataColumn::status))
+    return "no column is known as a status; name it with " + wish(DataColumn::status);
   if (counted() && has(DataColumn::status)) return "a status can't stand beside fails or susps";
   if (counted() && has(DataColumn::count)) return "a count can't stand beside fails or susps";
   if (!tells_suspensions() && !is_chosen(DataColumn::status)) watch_ignored(names);

@@ -40,9 +40,9 @@ void look_at(Fields row, Look& look) {
   look.marked = look.marked || first.starts_with('>') || first.starts_with('-');
 }
 
-std::vector<DataColumn> pair(const Look& look) {
+std::vector<DataColumn> pair(const Look& look, bool status_told) {
   if (look.width == 1) return {DataColumn::x};
-  const bool status = look.words && !(look.digits && look.marked);
+  const bool status = status_told || (look.words && !(look.digits && look.marked));
   return {DataColumn::x, status ? DataColumn::status : DataColumn::count};
 }
 
@@ -55,7 +55,8 @@ std::vector<DataColumn> sheet_columns(std::size_t width) {
 
 }  // namespace
 
-std::optional<ReadFault> tell_columns(TableRows rows, std::vector<DataColumn>& columns) {
+std::optional<ReadFault> tell_columns(TableRows rows, bool status_told,
+                                      std::vector<DataColumn>& columns) {
   Look look;
   long first_line = 0;
   while (rows.next_row()) {
@@ -72,7 +73,7 @@ std::optional<ReadFault> tell_columns(TableRows rows, std::vector<DataColumn>& c
     return ReadFault{first_line,
                      "the blank may stand between thousands, or between a time and its count; "
                      "write 1500 for 1 500, and 1x500 for a count"};
-  columns = look.width > 2 ? sheet_columns(look.width) : pair(look);
+  columns = look.width > 2 ? sheet_columns(look.width) : pair(look, status_told);
   return std::nullopt;
 }
 

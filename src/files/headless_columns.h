@@ -11,9 +11,11 @@
 namespace tavlo {
 
 /// Looks at all `rows` and fills `columns`. A second column of status words, or of 1 and
-/// 0 alone, is a status; other numbers are counts. Between tabs, as a copied sheet has
+/// 0 alone, is a status, and so is any where the person said which values mean failed
+/// (`status_told`); other numbers are counts. Between tabs, as a copied sheet has
 /// them, failures and suspensions may stand side by side, then mode and comment. Refuses
 /// what may be a list of times.
-std::optional<ReadFault> tell_columns(TableRows rows, std::vector<DataColumn>& columns);
+std::optional<ReadFault> tell_columns(TableRows rows, bool status_told,
+                                      std::vector<DataColumn>& columns);
 
 }  // namespace tavlo

@@ -99,7 +99,8 @@ std::optional<ReadFault> read_headless(TextLines lines, char separator, const Re
   const bool undecided = separator == ',' && options.decimal == DecimalSign::by_content;
   if (auto doubt = undecided ? find_doubtful_commas(lines) : std::nullopt) return doubt;
   std::vector<DataColumn> columns;
-  if (auto fault = tell_columns(TableRows(lines, separator), columns)) return fault;
+  if (auto fault = tell_columns(TableRows(lines, separator), !options.failed.empty(), columns))
+    return fault;
   layout.set_columns(columns);
   return std::nullopt;
 }
@@ -139,7 +140,7 @@ std::optional<ReadFault> read_separated_text(TextLines lines, const ReadOptions&
   const Table table = find_table(lines, options.decimal);
   TableRows rows(table.lines, table.separator);
   ColumnLayout layout(options, table.separator);
-  if (starts_as_row(table.first)) {
+  if (options.columns.empty() && starts_as_row(table.first)) {
     if (auto fault = read_headless(table.lines, table.separator, options, layout)) return fault;
   } else if (rows.next_row()) {
     if (FieldFault wrong = layout.read_header(rows.row())) rows.refuse(*wrong);

@@ -111,6 +111,10 @@ TEST(DataText, ColumnsAndStatusAreReadAsTheyAreNamed) {
             "4 1 0 1; 5 1 0 2");
   EXPECT_EQ(read("x\n4\n", {.columns = {{DataColumn::mode, "m"}}}),
             "1: there is no column 'm' (the header names 'x')");
+  EXPECT_EQ(read("4;ja\n5;nein\n", {.failed = {"ja"}}), "4 1 0 1; 5 0 1 2");
+  EXPECT_EQ(read("x,Ausfall\n4,ja\n", {.failed = {"ja"}}),
+            "1: no column is known as a status; name it with --columns status=NAME");
+  EXPECT_EQ(read("4,ja\n", named), "1: there is no column 'stunden' (the header names '4', 'ja')");
   EXPECT_EQ(read("4\n", named), "1: there is no header line that names columns");
 }
 
