@@ -243,7 +243,11 @@ Flaw judge(const Objective& objective, const Fence& fence, Optimum& at) {
   at.at_share_bound = leans_on_bound(objective, near, found);
   n -= at.at_share_bound;
   Vector step{};
-  if (!solve(negative(found.hessian), found.gradient, n, 1e-10, step)) return Flaw::not_definite;
+  // Less than this is a ridge: where all units of a population fail between two inspections,
+  // any steep slope will do.
+  constexpr double least_curvature = 1e-5;
+  if (!solve(negative(found.hessian), found.gradient, n, least_curvature, step))
+    return Flaw::not_definite;
   at.decrement = product(step, found.gradient, n) / 2;
   return at.decrement < (objective.is_likelihood() ? 1e-5 : 1e-9) ? Flaw::none : Flaw::climbs;
 }

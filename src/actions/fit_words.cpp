@@ -59,12 +59,11 @@ constexpr std::array<TableRow, 12> note_table = {{
      "failure mode {mode} has {1 failure} at one time only, and is fitted by maximum likelihood"},
     {"mode-not-fitted", "failure mode {mode} is not fitted: {reason}"},
     {"modes-left-out", "the answers for the life as a whole leave out failure mode {modes}"},
-    {"fewer-times",
-     "the failures stand at only {0} distinct times for {1} parameters: curves that fit better are "
-     "not determined"},
+    {"fewer-points",
+     "the failures give only {0} points for {1} parameters: many curves fit as well, or better"},
     {"better-beyond-fence",
      "a population of fewer than two failures, or parameters that run off to a limit, would fit "
-     "better (by {0}), which is no answer"},
+     "better, which is no answer"},
 }};
 static_assert(static_cast<std::size_t>(NoteCode::better_beyond_fence) + 1 == note_table.size());
 
@@ -84,8 +83,9 @@ std::string arithmetic_words(int error) {
 
 std::string no_maximum_words(double direction) {
   if (direction < 0)
-    return "the likelihood has no maximum: it goes on rising as t0 falls without limit, where the "
-           "Gumbel Lower model (G-) is the limit";
+    return "the likelihood has no maximum that stands out: as t0 falls without limit it goes on "
+           "rising, or all but rises, to that of the Gumbel Lower model (G-), which a regression "
+           "fits";
   return "the likelihood has no maximum: it goes on rising as t0 nears the first failure; compare "
          "with the regression";
 }

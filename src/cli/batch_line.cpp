@@ -67,7 +67,10 @@ std::string_view word_of(const json::element& value, Field field) {
 std::string models_of(const json::element& value) {
   double code = 0;
   if (value.get_double().get(code) == simdjson::SUCCESS) return text_of(code);
-  return std::string(word_of(value, Field::model));
+  std::string_view words;
+  if (value.get_string().get(words) != simdjson::SUCCESS)
+    throw Wrong{name_of(Field::model) + " is neither a word in quotation marks nor a code"};
+  return std::string(words);
 }
 
 void numbers_of(const json::element& value, Field field, std::vector<double>& list) {

@@ -49,8 +49,8 @@ enum class NoteCode : std::int8_t {
   likelihood_for_one_mode,  ///< failures at one time only; values: mode, failures
   mode_not_fitted,          ///< values: mode, reason (RefusalCode), the reason's values
   modes_left_out,           ///< of the life by all modes; values: modes with failures, no fit
-  fewer_times,          ///< better curves are not determined; values: distinct times, parameters
-  better_beyond_fence,  ///< a better point is no answer; values: its gain
+  fewer_points,             ///< of a regression than parameters; values: points, parameters
+  better_beyond_fence,      ///< a better point is no answer; values: its gain as far as known
 };
 
 struct Note {

@@ -1,12 +1,10 @@
 #include "fit/door/fit.h"
 
-#include <algorithm>
-
 #include "fit/door/classical_fits.h"
 #include "fit/door/fit_by_mode.h"
 #include "fit/door/gates.h"
 #include "fit/line/paper.h"
-#include "fit/ranks/counted_rows.h"
+#include "fit/ranks/adjusted_rank.h"
 #include "fit/search/searched_fits.h"
 
 namespace tavlo {
@@ -32,15 +30,17 @@ FitAnswer run_routine(const Sample& sample, const FitRequest& request, const Mod
   return fit_mixture(sample, request, companion);
 }
 
-/// True when a counted row has part in a regression, and its rank is that of the last unit.
+/// A counted row in a regression has the rank of its last unit; listed, each unit has its own.
 bool ranks_depend_on_listing(const Sample& sample, const Fit& fit) {
-  const std::vector<std::size_t> rows = rows_ranked_by_count(sample, !fit.modes.empty());
-  if (fit.modes.empty()) return !rows.empty();
-  return std::any_of(rows.begin(), rows.end(), [&](std::size_t row) {
-    const auto mode = static_cast<std::size_t>(sample.mode[row]);
-    if (mode < 1 || mode > fit.modes.size()) return false;
-    return !fit.modes[mode - 1].refusal && fit.modes[mode - 1].method != method_code::mle;
-  });
+  const auto by_regression = [&](int number) {
+    const auto mode = static_cast<std::size_t>(number);
+    if (fit.modes.empty()) return true;
+    return mode >= 1 && mode <= fit.modes.size() && !fit.modes[mode - 1].refusal &&
+           fit.modes[mode - 1].method != method_code::mle;
+  };
+  for (std::size_t i = 0; i < sample.size(); ++i)
+    if (whole_steps(sample.failures[i]) > 1 && by_regression(sample.mode[i])) return true;
+  return false;
 }
 
 std::vector<Note> notes_of(const Sample& sample, const FitRequest& request, const Model& model,

@@ -16,6 +16,7 @@ namespace {
 
 /// The best answer of a model on its rows, before it is put into words.
 struct Best {
+  std::int16_t model = 0;  ///< asked for
   bool exists = false;
   Optimum optimum;
   std::int16_t of_model = 0;  ///< the model whose optimum it is: the asked one or a contained one
@@ -49,8 +50,10 @@ std::vector<MixturePoint> branching_points(const Best& best) {
 /// The larger model's own best, unless a contained one is as good.
 Best best_of(const Task& task, std::int16_t model, std::span<const Best> contained) {
   Best best;
+  best.model = model;
   KnownGround ground{task.usual_slope(), {}, 0};
   for (const Best& inner : contained) {
+    if (inner.model == model) best.at_edge = inner.outcome;  // the model itself, at its edge
     if (!inner.exists) continue;
     best.lowest = std::min(best.lowest, inner.lowest);
     for (const MixturePoint& point : branching_points(inner)) ground.contained.push_back(point);
@@ -58,10 +61,7 @@ Best best_of(const Task& task, std::int16_t model, std::span<const Best> contain
     best.exists = true;
     best.optimum = inner.optimum;
     best.of_model = inner.of_model;
-    if (inner.of_model == model) {  // the model itself, at its edge
-      best.at_edge = inner.outcome;
-      continue;
-    }
+    if (inner.model == model) continue;
     best.contained_model = inner.of_model;
     best.contained_value = inner.optimum.value;
   }
@@ -94,6 +94,7 @@ Best best_weibull(const Task& task) {
 /// five-parameter model, which suspensions can carry.
 Best best_share_alone(const Task& task) {
   Best best;
+  best.model = model_code::weibull5c;
   if (task.rows.suspensions.count == 0) return best;
   const double failed =
       task.rows.failures.total / (task.rows.failures.total + task.rows.suspensions.total);
@@ -142,9 +143,9 @@ StartsReport starts_of(const Best& best, const Task& task, std::int16_t model) {
     for (const FoundOptimum& found : *optima) {
       if (is_same_optimum(task.rows, best.optimum, found.optimum))
         report.agreed += found.agreed;
-      else if (!report.runner_up &&
-               found.optimum.value > best.optimum.value + proving_gain(task.rows))
-        report.runner_up = outer(found.optimum.value);
+      else if (found.optimum.value > best.optimum.value + proving_gain(task.rows))
+        report.runner_up =
+            std::max(report.runner_up.value_or(-HUGE_VAL), outer(found.optimum.value));
     }
   return report;
 }
@@ -171,17 +172,24 @@ double distinct_times(const WeightedRows& failures) {
   return times;
 }
 
-/// A better point that is no answer. F at fewer times than parameters can be had in many
-/// ways; else populations hold too little or run off.
+/// What a regression's curve is drawn through: F at a time has one value, however many units
+/// failed there.
+double points_of(const MixtureRows& rows) {
+  return rows.method == method_code::y_on_x ? distinct_times(rows.failures)
+                                            : static_cast<double>(rows.failures.count);
+}
+
+/// Why there may be a better curve that is no answer.
 std::optional<Note> note_beyond(const Best& best, const MixtureRows& rows, std::int16_t model) {
   const double gain = best.optimum.value - best.lowest;
-  if (!(gain > felt_gain(rows))) return std::nullopt;
-  const double times = distinct_times(rows.failures);
+  const bool better = gain > felt_gain(rows);
   const auto needed = static_cast<double>(populations_of(model).size());
-  if (rows.method == method_code::y_on_x && times < needed)
-    return Note{NoteCode::fewer_times, best.of_model, {times, needed}};
+  const bool larger = best.of_model != model_code::weibull2;
+  if (!rows.is_likelihood() && points_of(rows) < needed && (better || larger))
+    return Note{NoteCode::fewer_points, best.of_model, {points_of(rows), needed}};
+  // What else rises without limit says nothing against an optimum of the model's own.
   const bool whole = best.of_model == model && best.optimum.point.populations.a;
-  if (whole) return std::nullopt;  // what else rises without limit says nothing against it
+  if (!better || whole) return std::nullopt;
   return Note{NoteCode::better_beyond_fence, best.of_model, {gain}};
 }
 

@@ -62,8 +62,7 @@ void expect_proven(const Fit& fit, const Sample& sample, const FitRequest& reque
   const test::OptimumCheck check = test::check_optimum(fit.life, sample, request, at_bound);
   ASSERT_TRUE(check.decrement) << "the curvature is not definite";
   // A last step settles it; r squared of many ties is known to fewer digits.
-  EXPECT_LE(*check.decrement,
-            request.method == method_code::mle ? 5e-11 : 1e-12);  // a last step settles it
+  EXPECT_LE(*check.decrement, request.method == method_code::mle ? 5e-11 : 1e-12);
   if (fit.life.model != model_code::weibull3) {  // which is searched by other parameters
     EXPECT_TRUE(test::curves_more_than(check.at, 0.9 * fit.proof->smallest_curvature));
     EXPECT_FALSE(test::curves_more_than(check.at, 1.1 * fit.proof->smallest_curvature));
@@ -194,7 +193,7 @@ TEST(SearchedFits, SaysThatABetterPointIsNoAnswer) {
   Rows saturated;
   for (int i = 0; i < 1000; ++i) saturated.push_back({i < 900 ? 50.0F : i < 970 ? 6.0F : 7.0F, 1});
   const FitAnswer answer = fit_rows(saturated, {model_code::weibull5c, method_code::y_on_x});
-  const Note* note = note_of(answer, NoteCode::fewer_times);
+  const Note* note = note_of(answer, NoteCode::fewer_points);
   ASSERT_NE(note, nullptr);
   EXPECT_EQ(note->values, (std::vector<double>{3, 5}));
   EXPECT_EQ(fit_of(answer).proof->kind, Proof::Kind::flat);
