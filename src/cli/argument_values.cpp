@@ -63,6 +63,21 @@ double parse_finite(const std::string& text) {
 
 double parse_percent(const std::string& text) { return parse_fraction(parse_finite(text), text); }
 
+ColumnChoice parse_column(const std::string& text) {
+  const std::size_t sign = text.find('=');
+  const auto column = find_column_role(text.substr(0, sign));
+  if (!column || sign == std::string::npos)
+    refuse("'" + text +
+           "' is no column such as x=Hours (x, status, censored, fails, susps, count, mode, "
+           "comment)");
+  return {*column, text.substr(sign + 1)};
+}
+
+std::string parse_word(const std::string& text) {
+  if (text.empty()) refuse("a value that means failed can't be empty");
+  return text;
+}
+
 int parse_length(const std::string& text, const std::string& size) {
   constexpr int least = 16;
   constexpr int most = 16384;
@@ -107,6 +122,20 @@ double parse_slope(const std::string& text) {
   if (slopes.size() != 1 || !is_slope(slopes.front()))
     refuse("'" + text + "' is not one slope from 1e-6 to 1e6");
   return slopes.front();
+}
+
+std::vector<ColumnChoice> parse_columns(const std::string& text) {
+  return parse_list(text, parse_column);
+}
+
+std::vector<std::string> parse_words(const std::string& text) {
+  return parse_list(text, parse_word);
+}
+
+DecimalSign parse_decimal_sign(const std::string& text) {
+  if (text != "comma" && text != "point")
+    refuse("'" + text + "' is no decimal sign (comma, point)");
+  return text == "comma" ? DecimalSign::comma : DecimalSign::point;
 }
 
 bool is_slope(double slope) { return slope >= 1e-6 && slope <= 1e6; }

@@ -36,6 +36,15 @@ enum class SlopeFault { none, missing, not_wanted };
 SlopeFault slope_fault(const FitQuestions& questions);
 void require_slope_of_weibayes(const FitQuestions& questions);
 
+/// "x=Hours,status=Failed?"; an empty name is no column.
+std::vector<ColumnChoice> parse_columns(const std::string& text);
+
+/// "yes,1,F": none of them empty.
+std::vector<std::string> parse_words(const std::string& text);
+
+/// "comma" or "point".
+DecimalSign parse_decimal_sign(const std::string& text);
+
 /// Number of lines at work in a batch.
 int parse_jobs(const std::string& text);
 

@@ -36,8 +36,24 @@ void add_texts(CLI::App& app, const std::string& name, Take take, const std::str
 }
 
 void add_reading(CLI::App& app, CommonArguments& common) {
-  app.add_flag("--negative-is-value", common.negative_is_value,
+  ReadOptions& reading = common.reading;
+  app.add_flag("--negative-is-value", reading.negative_is_value,
                "A negative time is one, not a suspension");
+  const auto take_columns = [&reading](const std::string& text) {
+    reading.columns = parse_columns(text);
+  };
+  add_text(app, "--columns", take_columns,
+           "Columns of a table by their headings, as x=Hours,status=Failed? (x, status, censored, "
+           "fails, susps, count, mode, comment); those with usual names need none",
+           "C=NAME,...");
+  add_text(
+      app, "--failed", [&reading](const std::string& text) { reading.failed = parse_words(text); },
+      "Status values that mean failed, all others mean suspended (F, 1, yes, true, failed)",
+      "V,...");
+  add_text(
+      app, "--decimal",
+      [&reading](const std::string& text) { reading.decimal = parse_decimal_sign(text); },
+      "Decimal sign of the numbers, comma or point, where the data leave it in doubt", "SIGN");
   add_text(
       app, "--ranks", [&common](const std::string& text) { common.ranks = parse_rank_kind(text); },
       "Median ranks: benard, the usual approximation (default), or exact", "KIND");

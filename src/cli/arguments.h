@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/exit_code.h"
+#include "files/read_options.h"
 #include "fit/sample.h"
 #include "life/models.h"
 
@@ -23,7 +24,7 @@ struct PixelSize {
 /// What every command on data knows.
 struct CommonArguments {
   std::vector<std::string> files;  ///< "-" is standard input
-  bool negative_is_value = false;
+  ReadOptions reading = {.comments = false};
   RankKind ranks = RankKind::benard;
   bool json = false;
 };

@@ -13,9 +13,9 @@ std::optional<std::string> read_rows(const CommonArguments& common, const std::s
   const FileResult read = file == "-" ? read_stream(STDIN_FILENO, largest_data_file, bytes)
                                       : read_stream(file, largest_data_file, bytes);
   if (!read) return file + ": " + read.message;
-  const ReadOptions options{.negative_is_value = common.negative_is_value, .comments = false};
-  if (const auto fault = read_data_rows(bytes, options, data))
-    return file + ":" + std::to_string(fault->line) + ": " + fault->what;
+  if (const auto fault = read_data_rows(bytes, common.reading, data))
+    return file + ":" + std::to_string(fault->line) + ": " + fault->what +
+           (fault->comma_in_doubt ? "; say which: --decimal comma or --decimal point" : "");
   return std::nullopt;
 }
 

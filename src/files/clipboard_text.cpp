@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "files/field_number.h"
+#include "files/pasted_rows.h"
 #include "numerics/number_text.h"
 #include "project/code_page.h"
 
@@ -132,6 +134,10 @@ void for_each_line(const PastedText& pasted, Act act) {
   }
 }
 
+std::string words_of_most_rows() {
+  return "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
+}
+
 /// What the sheet can't take of the text; empty when it can take all.
 std::string fault_of(const PastedText& pasted, int first_row) {
   std::string fault;
@@ -140,11 +146,22 @@ std::string fault_of(const PastedText& pasted, int first_row) {
     if (const auto bad = unexpected_cell(cells, pasted.columns)) {
       fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
     } else if (row++ > most_rows) {
-      fault = "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
+      fault = words_of_most_rows();
     }
     return fault.empty();
   });
   return fault;
+}
+
+/// True when a sheet can take every cell: numbers as people type them, but no dates.
+bool is_sheet_text(const PastedText& pasted, int first_row) {
+  bool dates = false;
+  for_each_line(pasted, [&](long, const Cells& cells) {
+    dates = is_date_or_time_of_day(cells.front());
+    return !dates;
+  });
+  const bool is_text = pasted.text.find('\0') == std::string_view::npos;
+  return is_text && !dates && fault_of(pasted, first_row).empty();
 }
 
 void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector<int>& columns) {
@@ -166,26 +183,59 @@ void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector
   }
 }
 
+void tell_fault(Session& session, const std::string& fault) {
+  session.ports.prompts.show({paste_title, fault, BoxIcon::exclamation, BoxButtons::ok});
+}
+
+/// Cells as they stand, into whichever columns; the row behind the last.
+int paste_cells(Session& session, DataSheet& sheet, int row, const PastedText& pasted) {
+  if (const std::string fault = fault_of(pasted, row); !fault.empty()) {
+    tell_fault(session, fault);
+    return row;
+  }
+  for_each_line(pasted, [&](long, const Cells& cells) {
+    enter_line(sheet, row++, cells, pasted.columns);
+    return true;
+  });
+  return row;
+}
+
+/// A text for the X column goes through the reader of all data texts; what only a sheet
+/// takes, as 1.5k and empty counts, is then entered cell by cell.
+int paste_text(Session& session, DataSheet& sheet, int row, const std::string& text) {
+  const PastedText pasted =
+      shape_of(text, sheet.grd_Data.column(), session.settings.punctuation.DecimalPoint);
+  if (pasted.columns.front() != sheet_column::x || trimmed(text).empty())
+    return paste_cells(session, sheet, row, pasted);
+  DataRows rows;
+  bool cancelled = false;
+  const auto fault =
+      read_pasted_rows(text, session.settings, session.ports.prompts, rows, cancelled);
+  if (cancelled) return row;
+  if (fault && is_sheet_text(pasted, row)) return paste_cells(session, sheet, row, pasted);
+  if (fault) {
+    tell_fault(session, "Line " + std::to_string(fault->line) + ": " + fault->what + ".");
+  } else if (rows.rows.size() + static_cast<std::size_t>(row) > std::size_t{most_rows} + 1) {
+    tell_fault(session, words_of_most_rows());
+  } else {
+    enter_rows(sheet, row, rows);
+    row += static_cast<int>(rows.rows.size());
+  }
+  return row;
+}
+
 }  // namespace
 
 void PasteClip(Session& session, int data_index) {
   guarded(session.errors, error_words("Paste error: ", "PasteClip routine:"), [&] {
     DataSheet& sheet = *session.gDataForm(data_index);
     sheet.txt_Edit_LostFocus();
-    const std::string text = session.ports.clipboard.text();
-    const PastedText pasted =
-        shape_of(text, sheet.grd_Data.column(), session.settings.punctuation.DecimalPoint);
-    int row = std::max(sheet.grd_Data.row(), 1);
-    if (const std::string fault = fault_of(pasted, row); !fault.empty()) {
-      session.ports.prompts.show({paste_title, fault, BoxIcon::exclamation, BoxButtons::ok});
-      return;
-    }
-    for_each_line(pasted, [&](long, const Cells& cells) {
-      enter_line(sheet, row++, cells, pasted.columns);
-      return true;
-    });
+    const int first = std::max(sheet.grd_Data.row(), 1);
+    const int row = paste_text(session, sheet, first, session.ports.clipboard.text());
+    if (row == first) return;
     sheet.bclean = false;
     session.ports.views.sheet_changed(data_index);
+    session.ports.views.status(words_of_rows(sheet, first, row - 1));
   });
 }
 

@@ -11,127 +11,199 @@ namespace tavlo {
 
 namespace {
 
-struct ColumnName {
-  std::string_view name;
-  DataColumn column;
-};
-
-constexpr ColumnName column_names[] = {
-    {"x", DataColumn::x},           {"time", DataColumn::x},
-    {"fails", DataColumn::fails},   {"failures", DataColumn::fails},
-    {"susps", DataColumn::susps},   {"suspensions", DataColumn::susps},
-    {"status", DataColumn::status}, {"count", DataColumn::count},
-    {"mode", DataColumn::mode},     {"comment", DataColumn::comment},
-};
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool equal_in_any_case(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char left, char right) { return lower(left) == lower(right); });
-}
-
-std::optional<DataColumn> find_column(std::string_view name) {
-  for (const ColumnName& known : column_names)
-    if (equal_in_any_case(trimmed(name), known.name)) return known.column;
-  return std::nullopt;
-}
-
-/// What the fields say in a column that may stay empty.
-FieldFault read_optional_units(std::string_view field, double if_empty, double& units) {
-  units = if_empty;
-  return field.empty() ? std::nullopt : read_units(field, units);
-}
-
-FieldFault read_status(std::string_view field, bool& suspended) {
-  if (field == "F" || field == "S") {  // as most are
-    suspended = field == "S";
-    return std::nullopt;
-  }
-  const bool failed = equal_in_any_case(field, "f") || field == "1";
-  suspended = equal_in_any_case(field, "s") || field == "0";
-  if (failed || suspended) return std::nullopt;
-  if (field.empty()) return "the status is missing";
-  return "the status " + quoted(field) + " is neither F or 1 (failure) nor S or 0 (suspension)";
-}
-
 std::string as_utf8(std::string_view field) {
   return is_utf8(field) ? std::string(field) : utf8_from_ansi(field);
 }
 
-}  // namespace
-
-bool is_column_name(std::string_view name) { return find_column(name).has_value(); }
-
-FieldFault ColumnLayout::read_header(Fields names) {
-  for (const std::string_view name : names) {
-    const auto column = find_column(name);
-    if (!column)
-      return quoted(name) + " is no column name (known: x or time, fails or failures, susps or " +
-             "suspensions, status, count, mode, comment)";
-    int& known_place = places_[static_cast<std::size_t>(*column)];
-    if (known_place >= 0) return "the column " + quoted(name) + " stands there twice";
-    known_place = static_cast<int>(count_++);
-  }
-  return check_columns();
+/// "'a', 'b'"; of many names the first.
+std::string list_of(Fields names) {
+  constexpr std::size_t most = 8;
+  std::string list;
+  for (const std::string_view name : names.first(std::min(names.size(), most)))
+    list += (list.empty() ? "" : ", ") + quoted(trimmed(name));
+  return list + (names.size() > most ? " ..." : "");
 }
 
-FieldFault ColumnLayout::check_columns() const {
-  if (!has(DataColumn::x)) return "no column is named x or time";
-  const bool counted = has(DataColumn::fails) || has(DataColumn::susps);
-  if (counted && has(DataColumn::status)) return "a status can't stand beside fails or susps";
-  if (counted && has(DataColumn::count)) return "a count can't stand beside fails or susps";
+std::string wish(DataColumn column) {
+  return "--columns " + std::string(role_of(column)) + "=NAME";
+}
+
+}  // namespace
+
+ColumnLayout::ColumnLayout(const ReadOptions& options, char separator)
+    : options_(options),
+      comma_(options.decimal, separator != ','),
+      status_{.turned_round = false, .failed = options.failed} {
+  places_.fill(-1);
+}
+
+void ColumnLayout::set_columns(std::span<const DataColumn> columns) {
+  for (const DataColumn column : columns)
+    places_[static_cast<std::size_t>(column)] = static_cast<int>(count_++);
+}
+
+FieldFault ColumnLayout::read_header(Fields names) {
+  count_ = names.size();
+  if (FieldFault fault = place_chosen(names)) return fault;
+  if (FieldFault fault = place_known(names)) return fault;
+  return check_columns(names);
+}
+
+bool ColumnLayout::is_chosen(DataColumn column) const {
+  return std::any_of(options_.columns.begin(), options_.columns.end(),
+                     [column](const ColumnChoice& choice) { return choice.column == column; });
+}
+
+FieldFault ColumnLayout::place_chosen(Fields names) {
+  for (const ColumnChoice& choice : options_.columns) {
+    if (choice.name.empty()) continue;
+    const auto is_named = [&](std::string_view name) {
+      return equal_in_any_case(as_utf8(trimmed(name)), choice.name);
+    };
+    const auto found = std::find_if(names.begin(), names.end(), is_named);
+    if (found == names.end())
+      return "there is no column " + quoted(choice.name) + " (the header names " + list_of(names) +
+             ")";
+    const auto index = static_cast<std::size_t>(found - names.begin());
+    if (FieldFault fault = place_column(choice.column, names, index)) return fault;
+  }
   return std::nullopt;
 }
 
-bool ColumnLayout::tells_suspensions() const {
-  return has(DataColumn::fails) || has(DataColumn::susps) || has(DataColumn::status);
+FieldFault ColumnLayout::place_known(Fields names) {
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const auto column = find_column(names[i]);
+    const bool taken =
+        std::find(places_.begin(), places_.end(), static_cast<int>(i)) != places_.end();
+    if (!column || taken || is_chosen(*column)) continue;
+    if (FieldFault fault = place_column(*column, names, i)) return fault;
+  }
+  return std::nullopt;
 }
 
-// A minus sign marks a suspension only where no column tells.
-FieldFault ColumnLayout::read_row_time(Fields fields, const ReadOptions& options, float& time,
-                                       bool& suspended) const {
-  if (FieldFault fault = read_time(field(fields, DataColumn::x), time)) return fault;
-  if (time > 0.0F || options.negative_is_value) return std::nullopt;
-  if (tells_suspensions()) return "a time can't be negative";
+FieldFault ColumnLayout::place_column(DataColumn column, Fields names, std::size_t index) {
+  int& known = places_[static_cast<std::size_t>(column)];
+  if (known >= 0)
+    return "the columns " + quoted(trimmed(names[static_cast<std::size_t>(known)])) + " and " +
+           quoted(trimmed(names[index])) + " mean the same; name the right one with " +
+           wish(column);
+  known = static_cast<int>(index);
+  return std::nullopt;
+}
+
+FieldFault ColumnLayout::check_columns(Fields names) {
+  if (!has(DataColumn::x))
+    return "no column is named x, time, hours, cycles or the like; name it with " +
+           wish(DataColumn::x) + " (the header names " + list_of(names) + ")";
+  if (has(DataColumn::censored)) {
+    if (has(DataColumn::status))
+      return "a column of censored units can't stand beside a status; name one with " +
+             wish(DataColumn::status);
+    std::swap(places_[static_cast<std::size_t>(DataColumn::censored)],
+              places_[static_cast<std::size_t>(DataColumn::status)]);
+    status_.turned_round = true;
+  }
+  if (!options_.failed.empty() && !has(DataColumn::status))
+    return "no column is known as a status; name it with " + wish(DataColumn::status);
+  if (counted() && has(DataColumn::status)) return "a status can't stand beside fails or susps";
+  if (counted() && has(DataColumn::count)) return "a count can't stand beside fails or susps";
+  if (!tells_suspensions() && !is_chosen(DataColumn::status)) watch_ignored(names);
+  return std::nullopt;
+}
+
+void ColumnLayout::watch_ignored(Fields names) {
+  constexpr std::size_t most = 16;
+  for (std::size_t i = 0; i < names.size() && ignored_.size() < most; ++i)
+    if (std::find(places_.begin(), places_.end(), static_cast<int>(i)) == places_.end())
+      ignored_.push_back({i, as_utf8(trimmed(names[i]))});
+}
+
+FieldFault ColumnLayout::check_ignored_columns() const {
+  if (ignored_.empty()) return std::nullopt;
+  const std::string name = quoted(ignored_.front().name);
+  return "the column " + name +
+         " looks like a status; say --columns status=" + ignored_.front().name +
+         ", or --columns status= where it is none";
+}
+
+FieldFault ColumnLayout::check_width(Fields fields) const {
+  const Fields beyond = fields.subspan(count_);
+  if (std::all_of(beyond.begin(), beyond.end(),
+                  [](std::string_view text) { return trimmed(text).empty(); }))
+    return std::nullopt;
+  return "the row has more fields than there are columns (" + std::to_string(count_) + ")";
+}
+
+FieldFault ColumnLayout::read_time_with_comma(std::string_view text, float& time,
+                                              const PointList& points) {
+  if (FieldFault fault = comma_.replace(text, points)) return fault;
+  return read_time(text, time);
+}
+
+// A sign or a mark means a suspension only where no column tells.
+FieldFault ColumnLayout::read_row_time(Fields fields, float& time, bool& suspended,
+                                       const PointList& points) {
+  std::string_view text = field(fields, DataColumn::x);
+  suspended = text.starts_with('>') && !tells_suspensions();
+  if (suspended) text = trimmed(text.substr(1));
+  if (comma_.used() || read_time(text, time))
+    if (FieldFault fault = read_time_with_comma(text, time, points)) return fault;
+  if (time > 0.0F || options_.negative_is_value) return std::nullopt;
+  if (tells_suspensions() || suspended) return "a time can't be negative";
   suspended = true;
   time = -time;
   return std::nullopt;
 }
 
-FieldFault ColumnLayout::read_row_units(Fields fields, bool suspended, Units& units) const {
-  if (has(DataColumn::fails) || has(DataColumn::susps)) {
-    FieldFault fault = read_optional_units(field(fields, DataColumn::fails), 0.0, units.fails);
-    if (fault) return fault;
-    return read_optional_units(field(fields, DataColumn::susps), 0.0, units.susps);
+FieldFault ColumnLayout::read_count(std::string_view field, double& units,
+                                    const PointList& points) {
+  if (field.empty() || (!comma_.used() && !read_units(field, units))) return std::nullopt;
+  if (FieldFault fault = comma_.replace(field, points)) return fault;
+  return read_units(field, units);
+}
+
+FieldFault ColumnLayout::read_row_units(Fields fields, bool suspended, Units& units,
+                                        const PointList& points) {
+  if (counted()) {
+    if (FieldFault fault = read_count(field(fields, DataColumn::fails), units.fails, points))
+      return fault;
+    return read_count(field(fields, DataColumn::susps), units.susps, points);
   }
   if (has(DataColumn::status)) {
-    FieldFault fault = read_status(field(fields, DataColumn::status), suspended);
+    FieldFault fault = read_status(field(fields, DataColumn::status), status_, suspended);
     if (fault) return fault;
   }
   double& target = suspended ? units.susps : units.fails;
-  return read_optional_units(field(fields, DataColumn::count), 1.0, target);
+  target = 1.0;  // where no count says more
+  return has(DataColumn::count) ? read_count(field(fields, DataColumn::count), target, points)
+                                : std::nullopt;
 }
 
-FieldFault ColumnLayout::add_words(Fields fields, const ReadOptions& options,
-                                   PointList& points) const {
-  if (has(DataColumn::comment) && options.comments)
+FieldFault ColumnLayout::add_words(Fields fields, PointList& points) const {
+  if (has(DataColumn::comment) && options_.comments)
     points.set_comment(as_utf8(field(fields, DataColumn::comment)));
   return has(DataColumn::mode) ? points.set_mode(as_utf8(field(fields, DataColumn::mode)))
                                : std::nullopt;
 }
 
-FieldFault ColumnLayout::add_row(Fields fields, const ReadOptions& options,
-                                 PointList& points) const {
+FieldFault ColumnLayout::add_row(Fields fields, PointList& points) {
   if (fields.size() > count_)
-    return "the row has more fields than the header names (" + std::to_string(count_) + ")";
+    if (FieldFault fault = check_width(fields)) return fault;
   float time = 0;
   bool suspended = false;
   Units units;
-  if (FieldFault fault = read_row_time(fields, options, time, suspended)) return fault;
-  if (FieldFault fault = read_row_units(fields, suspended, units)) return fault;
+  if (FieldFault fault = read_row_time(fields, time, suspended, points)) return fault;
+  if (FieldFault fault = read_row_units(fields, suspended, units, points)) return fault;
   if (FieldFault fault = points.add(time, units.fails, units.susps)) return fault;
-  return add_words(fields, options, points);
+  if (!ignored_.empty()) drop_ignored(fields);
+  return add_words(fields, points);
+}
+
+// A field that is no word of a status tells that its column is none.
+void ColumnLayout::drop_ignored(Fields fields) {
+  std::erase_if(ignored_, [fields](const IgnoredColumn& column) {
+    return column.place >= fields.size() || !is_status_word(trimmed(fields[column.place]));
+  });
 }
 
 }  // namespace tavlo

@@ -1,40 +1,51 @@
-// Column layout: what the header line of a separated text says about its
-// columns, and how one row of fields becomes a point.
+// Column layout: what the header line of a separated text, or without one its rows, say
+// about its columns, and how one row of fields becomes a point.
 #pragma once
 
 #include <array>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "files/data_notation.h"
+#include "files/decimal_comma.h"
 #include "files/point_list.h"
-#include "files/text_lines.h"
+#include "files/read_options.h"
+#include "files/status_words.h"
+#include "files/table_rows.h"
 
 namespace tavlo {
 
-enum class DataColumn { x, fails, susps, status, count, mode, comment };
-inline constexpr int data_columns = 7;
-
-/// True when `name` is the name of a column, in any case.
-bool is_column_name(std::string_view name);
-
-/// The fields of one row.
-using Fields = std::span<const std::string_view>;
-
 class ColumnLayout {
  public:
-  /// Reads the names. Refuses unknown and repeated ones, a header without times,
-  /// and columns that contradict each other.
+  ColumnLayout(const ReadOptions& options, char separator);
+
+  /// Reads the names. Refuses a header without times, two columns for one purpose and
+  /// columns that contradict each other; columns for no known purpose are ignored.
   FieldFault read_header(Fields names);
 
-  /// Adds the point of one row. Missing fields at the end count as empty.
-  FieldFault add_row(Fields fields, const ReadOptions& options, PointList& points) const;
+  /// The columns of a text without a header, in their order.
+  void set_columns(std::span<const DataColumn> columns);
+
+  /// Adds the point of one row. Missing fields at the end count as empty, and empty ones
+  /// behind the last column are none.
+  FieldFault add_row(Fields fields, PointList& points);
+
+  /// What can only be said after the last row: an ignored column is a status, it seems.
+  FieldFault check_ignored_columns() const;
+
+  std::size_t columns() const { return count_; }
+  bool comma_in_doubt() const { return comma_.in_doubt(); }
 
  private:
   struct Units {
     double fails = 0;
     double susps = 0;
+  };
+  /// A column without a purpose that has held nothing but words of a status so far.
+  struct IgnoredColumn {
+    std::size_t place;
+    std::string name;
   };
   bool has(DataColumn column) const { return place(column) >= 0; }
   int place(DataColumn column) const { return places_[static_cast<std::size_t>(column)]; }
@@ -43,14 +54,27 @@ class ColumnLayout {
     const auto index = static_cast<std::size_t>(place(column));  // of a missing one: beyond all
     return index < fields.size() ? trimmed(fields[index]) : std::string_view();
   }
-  bool tells_suspensions() const;
-  FieldFault check_columns() const;
-  FieldFault read_row_time(Fields fields, const ReadOptions& options, float& time,
-                           bool& suspended) const;
-  FieldFault read_row_units(Fields fields, bool suspended, Units& units) const;
-  FieldFault add_words(Fields fields, const ReadOptions& options, PointList& points) const;
+  bool counted() const { return has(DataColumn::fails) || has(DataColumn::susps); }
+  bool tells_suspensions() const { return counted() || has(DataColumn::status); }
+  bool is_chosen(DataColumn column) const;
+  FieldFault place_chosen(Fields names);
+  FieldFault place_known(Fields names);
+  FieldFault place_column(DataColumn column, Fields names, std::size_t index);
+  FieldFault check_columns(Fields names);
+  void watch_ignored(Fields names);
+  void drop_ignored(Fields fields);
+  FieldFault check_width(Fields fields) const;
+  FieldFault read_time_with_comma(std::string_view text, float& time, const PointList& points);
+  FieldFault read_row_time(Fields fields, float& time, bool& suspended, const PointList& points);
+  FieldFault read_row_units(Fields fields, bool suspended, Units& units, const PointList& points);
+  FieldFault read_count(std::string_view field, double& units, const PointList& points);
+  FieldFault add_words(Fields fields, PointList& points) const;
 
-  std::array<int, data_columns> places_ = {-1, -1, -1, -1, -1, -1, -1};
+  const ReadOptions& options_;
+  DecimalComma comma_;
+  StatusMeaning status_;
+  std::array<int, data_columns> places_;
+  std::vector<IgnoredColumn> ignored_;
   std::size_t count_ = 0;
 };
 

@@ -1,8 +1,10 @@
 #include "files/data_notation.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
+#include "files/decimal_comma.h"
 #include "files/field_number.h"
 
 namespace tavlo {
@@ -39,15 +41,10 @@ void append_line(std::string& text, const char* mark, float time, double units) 
   text += '\n';
 }
 
-/// A word may hold an x; only behind a number it means a count.
-bool starts_as_number(std::string_view text) {
-  return std::string_view("+-.0123456789").find(text.front()) != std::string_view::npos;
-}
-
-/// People try columns without a header; say what is missing.
+/// A table doesn't start in the middle of the notation.
 std::string with_hint(std::string what, std::string_view line) {
   if (line.find_first_of(",;\t") != std::string_view::npos)
-    what += " (columns need a comma or a tab between them and a header line such as x,status)";
+    what += " (the lines above it have one column)";
   return what;
 }
 
@@ -82,14 +79,32 @@ FieldFault add_line(std::string_view line, const ReadOptions& options, PointList
   return add_point(point, points);
 }
 
+FieldFault read_line_with_comma(std::string_view line, ReadOptions options, NotationPoint& point) {
+  if (line.find('.') != std::string_view::npos)
+    return quoted(line) + " has a full stop, where the decimal sign is a comma";
+  std::string pointed(line);
+  std::replace(pointed.begin(), pointed.end(), ',', '.');
+  options.decimal = DecimalSign::point;
+  return read_notation_line(pointed, options, point);
+}
+
+ReadFault fault_of(std::string_view line, long number, std::string what,
+                   const ReadOptions& options) {
+  const bool doubt = options.decimal == DecimalSign::by_content && is_digits_comma_digits(line);
+  return {number, doubt ? words_of_doubtful_comma(line) : std::move(what), doubt};
+}
+
 }  // namespace
 
 FieldFault read_notation_line(std::string_view line, const ReadOptions& options,
                               NotationPoint& point) {
+  if (options.decimal == DecimalSign::comma && line.find_first_of(",.") != std::string_view::npos)
+    return read_line_with_comma(line, options, point);
   std::string_view rest = trimmed(line);
   point = {};
   point.suspended = take_front(rest, '>');
   if (!options.negative_is_value && !point.suspended) point.suspended = take_front(rest, '-');
+  // A word may hold an x; only behind a number it means a count.
   if (!rest.empty() && !starts_as_number(rest)) return quoted(line) + " is not a number";
   const std::size_t mark = rest.find_first_of("xX");
   if (FieldFault fault = read_time(trimmed(rest.substr(0, mark)), point.time))
@@ -102,9 +117,10 @@ FieldFault read_notation_line(std::string_view line, const ReadOptions& options,
 std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& options,
                                        PointList& points) {
   points.reserve(lines.count());
+  const bool plain_first = options.decimal != DecimalSign::comma;
   while (const auto whole = lines.next()) {
     NotationPoint point;
-    if (read_plain_line(*whole, point)) {
+    if (plain_first && read_plain_line(*whole, point)) {
       if (FieldFault fault = add_point(point, points)) return ReadFault{lines.number(), *fault};
       continue;
     }
@@ -112,7 +128,7 @@ std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& optio
     const std::string_view line = trimmed(*whole);
     if (is_remark(line)) continue;
     if (FieldFault fault = add_line(line, options, points))
-      return ReadFault{lines.number(), *fault};
+      return fault_of(line, lines.number(), *fault, options);
   }
   return std::nullopt;
 }

@@ -9,14 +9,10 @@
 
 #include "files/point_list.h"
 #include "files/read_fault.h"
+#include "files/read_options.h"
 #include "files/text_lines.h"
 
 namespace tavlo {
-
-struct ReadOptions {
-  bool negative_is_value = false;  ///< a negative time is one, not a suspension
-  bool comments = true;            ///< false skips them; a fit needs none
-};
 
 /// One line of the notation.
 struct NotationPoint {

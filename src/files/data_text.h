@@ -1,5 +1,6 @@
-// Data text: from the bytes of a file to rows or to a data set. What kind of text it is,
-// the data notation or columns under a header line, shows in its content.
+// Data text: the one reader of what people open, paste or pipe as text, from its bytes to
+// rows or to a data set. What kind of text it is, the data notation or a table, shows in
+// its content; where it can be read in two ways it is refused.
 #pragma once
 
 #include <optional>

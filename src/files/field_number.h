@@ -12,6 +12,12 @@ namespace tavlo {
 /// sum of counts would lose single units.
 inline constexpr double most_units = 1e15;
 
+/// True when a number, or the mark of a suspension before one, may start here.
+bool starts_as_number(std::string_view text);
+
+/// 2024-01-31, 1/2/2024, 12:30: no time to failure, though it starts as a number.
+bool is_date_or_time_of_day(std::string_view text);
+
 /// A time: a decimal number with a full stop, stored in 32 bits. Refuses 0 and
 /// what 32 bits can't hold. A sign is read; the caller says what it means.
 FieldFault read_time(std::string_view text, float& time);

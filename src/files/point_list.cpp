@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cmath>
 #include <limits>
 #include <numeric>
 
@@ -112,6 +113,11 @@ void PointList::set_comment(std::string_view comment) {
   if (comment.empty()) return;
   data_.comments.resize(data_.rows.size());
   data_.comments.back() = comment;
+}
+
+bool PointList::has_fraction() const {
+  return std::any_of(data_.rows.begin(), data_.rows.end(),
+                     [](const SampleRow& row) { return std::trunc(row.time) != row.time; });
 }
 
 DataRows PointList::take() {

@@ -55,6 +55,9 @@ class PointList {
 
   bool empty() const { return data_.rows.empty(); }
 
+  /// True when any time is no whole number.
+  bool has_fraction() const;
+
   /// The rows; the list is empty afterwards.
   DataRows take();
 

@@ -10,6 +10,7 @@ namespace tavlo {
 struct ReadFault {
   long line = 0;
   std::string what;
+  bool comma_in_doubt = false;  ///< readable once it is known what a comma means
 };
 
 /// What is wrong with one field or line; nothing when all is well.

@@ -36,6 +36,26 @@ TEST_F(InputFiles, EachBadTextIsRefusedWithItsLine) {
   }
 }
 
+TEST_F(InputFiles, WhatADoubtfulTextMeansIsSaidByOptions) {
+  folder.write("d", "1071,8\n1069,3\n");
+  expect_file_fault(
+      folder, "d",
+      ":1: the comma in '1071,8' may be a decimal sign, or stand between a time and "
+      "its count or between thousands; say which: --decimal comma or --decimal point");
+  folder.write("f", "Std,Zustand\n4,ok\n5,defekt\n");
+  const std::pair<std::string, int> cases[] = {
+      {"d --decimal comma", 2},
+      {"d --decimal point", 11},
+      {"f --columns x=std,status=Zustand --failed defekt", 1}};
+  for (const auto& [words, failures] : cases) {
+    const ProgramRun run = folder.shell("$CLI rank --json " + words);
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.json().at(0).at("failures"), failures) << words;
+  }
+  for (const char* words : {"--decimal dot", "--columns Std", "--columns y=Std", "--failed ''"})
+    EXPECT_EQ(folder.shell("$CLI rank f " + std::string(words)).code, 2) << words;
+}
+
 TEST_F(InputFiles, WhatGivesNoDataIsRefused) {
   folder.write("zeros", "");
   std::filesystem::resize_file(folder.path("zeros"), std::uintmax_t{1} << 30);

@@ -61,10 +61,43 @@ TEST(Paste, ADecimalCommaIsNoColumn) {
   EXPECT_EQ(shown(world), "1.5|1| 1234.5|1| 2.5||3 7.5|1|");
 }
 
+// The text goes through the reader of files, and the person sees what was taken.
+TEST(Paste, TablesAreReadAndTheirTotalsSaid) {
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"100\t1\n200\t0\n", "100|1| 200||1", "2 rows: 1 failure, 1 suspension"},
+      {"time\tF\n7.1\t3\n", "7.1|3|", "1 row: 3 failures, 0 suspensions"},
+      {"# h\nTime;Status\n100,5;F\n1e6;S\n", "100.5|1| 1000000||1",
+       "2 rows: 1 failure, 1 suspension"},
+      {"100\t2\t1", "100|2|1", "1 row: 2 failures, 1 suspension"}};
+  for (const auto& [clipboard, sheet, words] : rows) {
+    TestWorld world;
+    paste(world, clipboard);
+    EXPECT_EQ(shown(world), sheet) << clipboard;
+    EXPECT_EQ(world.views.said.back(), std::string("status ") + words);
+  }
+}
+
+TEST(Paste, ACommaInDoubtIsAskedOnce) {
+  const std::pair<BoxAnswer, const char*> rows[] = {{BoxAnswer::yes, "1071.8|1| 1069.3|1|"},
+                                                    {BoxAnswer::no, "1071|8| 1069|3|"},
+                                                    {BoxAnswer::cancel, ""}};
+  for (const auto& [answer, sheet] : rows) {
+    TestWorld world;
+    world.prompts.expect_box("Decimal comma", "Is it a decimal sign?", answer);
+    paste(world, "1071,8\n1069,3\n");
+    EXPECT_EQ(shown(world), sheet);
+  }
+}
+
 TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
-  const std::pair<const char*, const char*> rows[] = {
-      {"Time\n100", "Unexpected data type\nLine 1: \"Time\" is not a number."},
-      {"100\n200\nend", "Line 3: \"end\" is not a number."},
+  const std::pair<std::string, const char*> rows[] = {
+      {"Colour\n100", "Line 1: 'Colour' is neither a point"},
+      {"1/2/2024\n1/3/2024", "Line 1: '1/2/2024' is a date; a time to failure is wanted"},
+      {std::string("1\0"
+                   "0\n20",
+                   5),
+       "Line 1: there is a NUL byte"},
+      {"100\n200\nend", "Line 3: 'end' is not a number."},
       {"100\t1\n\t5", "Line 2: the time is missing."}};
   for (const auto& [clipboard, words] : rows) {
     TestWorld world;

@@ -55,6 +55,69 @@ TEST(DataText, ReadsEveryForm) {
   for (const auto& [text, expected] : cases) EXPECT_EQ(read(text), expected) << text;
 }
 
+// What spreadsheets, fleets and other programs write, and what a person means by it.
+TEST(DataText, ReadsTablesAsPeopleMeanThem) {
+  const Case cases[] = {{"x;status\n100,5;F\n200,25;S\n", "100.5 1 0 1; 200.25 0 1 2"},
+                        {"sep=;\n100,5;2\n1,000;1,5\n", "1 1.5 0 2; 100.5 2 0 1"},
+                        {"x\tstatus\n100,5\tF\n200\tS\n", "100.5 1 0 1; 200 0 1 2"},
+                        {"Time (h) , Censored?\n4,no\n5,TRUE\n6,F\n7,censored\n8,0\n",
+                         "4 1 0 1; 5 0 1 2; 6 1 0 3; 7 0 1 4; 8 1 0 5"},
+                        {"unit id,Time_to_failure,EVENT,\nA1,4,yes,\nA2,5,No\n,,\nA3,6,failed,,\n",
+                         "4 1 0 1; 5 0 1 2; 6 1 0 3"},
+                        {"time event\n4,5  1\n 5\t0\n", "4.5 1 0 1; 5 0 1 2"},
+                        {"\"a;b\",\"km\",S,F\nx,4,1,2\n", "4 2 1 1"},
+                        {"100\t1\n200\t0\n", "100 1 0 1; 200 0 1 2"},
+                        {"\"100\",\"F\"\n200,S,\n", "100 1 0 1; 200 0 1 2"},
+                        {">100\t1\n200\t2\n-3\t1\n", "3 0 1 3; 100 0 1 1; 200 2 0 2"},
+                        {"100.5,3\n200,1\n", "100.5 3 0 1; 200 1 0 2"},
+                        {"9\t2\t1\twear\n8\t\t4\t\n", "8 0 4 2; 9 2 1 1 wear"}};
+  for (const auto& [text, expected] : cases) EXPECT_EQ(read(text), expected) << text;
+}
+
+// A comma that may mean two things is never guessed; said once, it is read.
+TEST(DataText, ADoubtfulCommaIsRefusedUntilItsMeaningIsSaid) {
+  const struct {
+    std::string_view text;
+    long line;
+    const char *by_comma, *by_point;
+  } cases[] = {
+      {"1071,8\n1069,3\n", 1, "1069.3 1 0 2; 1071.8 1 0 1", "1069 3 0 2; 1071 8 0 1"},
+      {"# h\n7\n>1071,8\n", 3, "7 1 0 1; 1071.8 0 1 2",
+       "3: '1071,8' is not a number (the lines above it have one col"},
+      {"x\n9\n5,5\n", 3, "5.5 1 0 2; 9 1 0 1",
+       "3: the row has more fields than there are columns (1)"},
+      {"1,000\tF\n2,000\tS\n", 1, "1 1 0 1; 2 0 1 2", "1: '1,000' is not a number"},
+      {"x,status\n\"9,5\",F\n", 2, "9.5 1 0 1", "2: '9,5' is not a number"},
+  };
+  for (const auto& [text, line, by_comma, by_point] : cases) {
+    DataSet data;
+    const auto fault = read_data_text(text, {}, data);
+    ASSERT_TRUE(fault) << text;
+    EXPECT_TRUE(fault->comma_in_doubt) << text;
+    EXPECT_EQ(fault->line, line) << text;
+    EXPECT_EQ(read(text, {.decimal = DecimalSign::comma}), by_comma) << text;
+    EXPECT_EQ(read(text, {.decimal = DecimalSign::point}).substr(0, 60), by_point) << text;
+  }
+  EXPECT_NE(read("1,5\n1.000\n", {.decimal = DecimalSign::comma}).find("full stop"),
+            std::string::npos);
+}
+
+TEST(DataText, ColumnsAndStatusAreReadAsTheyAreNamed) {
+  const std::string_view fleet = "time,Stunden,Ausfall,x\n1,4,Ja,F\n2,5,nein,F\n";
+  const ReadOptions named{.columns = {{DataColumn::x, "stunden"}, {DataColumn::status, "Ausfall"}},
+                          .failed = {"ja"}};
+  EXPECT_EQ(read(fleet, named), "4 1 0 1; 5 0 1 2");
+  EXPECT_EQ(read("x,broken\n4,yes\n5,no\n", {.columns = {{DataColumn::status, ""}}}),
+            "4 1 0 1; 5 1 0 2");
+  EXPECT_EQ(read("x\n4\n", {.columns = {{DataColumn::mode, "m"}}}),
+            "1: there is no column 'm' (the header names 'x')");
+  EXPECT_EQ(read("4;ja\n5;nein\n", {.failed = {"ja"}}), "4 1 0 1; 5 0 1 2");
+  EXPECT_EQ(read("x,Ausfall\n4,ja\n", {.failed = {"ja"}}),
+            "1: no column is known as a status; name it with --columns status=NAME");
+  EXPECT_EQ(read("4,ja\n", named), "1: there is no column 'stunden' (the header names '4', 'ja')");
+  EXPECT_EQ(read("4\n", named), "1: there is no header line that names columns");
+}
+
 TEST(DataText, NegativeTimesAreValuesOnlyWhenAskedFor) {
   const ReadOptions values{.negative_is_value = true};
   EXPECT_EQ(read("-5\n>-7\n3\n", values), "-7 0 1 2; -5 1 0 1; 3 1 0 3");
@@ -76,9 +139,6 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
       {"1\n0\n", "2: a time can't be 0"},
       {"1e999", "1: the time '1e999' is out of range (1.2e-38 to 3.4e+38)"},
       {"1\n0x10\n", "2: a time can't be 0"},
-      {"1,5\n",
-       "1: '1,5' is not a number (columns need a comma or a tab between them and a header "
-       "line such as x,status)"},
       {"5x\n", "1: the count behind the x is missing"},
       {"5x-1\n", "1: the count '-1' is negative"},
       {"5x2e15\n", "1: the count '2e15' is out of range (at most 1e15 units)"},
@@ -86,13 +146,37 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
       {">\n", "1: the time is missing"},
       {"5\n7\x80\n", "2: '7\xE2\x82\xAC' is not a number"},
       {"x,fails\n", "1: no rows follow the header line"},
-      {"x,size\n1,2\n",
-       "1: 'size' is no column name (known: x or time, fails or failures, susps "
-       "or suspensions, status, count, mode, comment)"},
-      {"x,time\n1,2\n", "1: the column 'time' stands there twice"},
+      {"sep=;\n", "1: no rows follow the header line"},
+      {"when,size\n1,2\n",
+       "1: no column is named x, time, hours, cycles or the like; name it with --columns x=NAME "
+       "(the header names 'when', 'size')"},
+      {"x,time\n1,2\n",
+       "1: the columns 'x' and 'time' mean the same; name the right one with --columns x=NAME"},
       {"x,status,fails\n1,F,2\n", "1: a status can't stand beside fails or susps"},
       {"x,fails,susps\n1,0,\n", "2: there are neither failures nor suspensions"},
-      {"x,status\n1,G\n", "2: the status 'G' is neither F or 1 (failure) nor S or 0 (suspension)"},
+      {"x,status\n1,G\n",
+       "2: the status 'G' is neither F, 1, yes, true or failed (failure) nor S, 0, no, false, "
+       "censored or suspended (suspension)"},
+      {"x,status\n1,F\n2,F,3\n", "3: the row has more fields than there are columns (2)"},
+      {"x,broken\n1,yes\n2,no\n",
+       "3: the column 'broken' looks like a status; say --columns status=broken, or --columns "
+       "status= where it is none"},
+      {"2024-01-31\n",
+       "1: '2024-01-31' is a date; a time to failure is wanted, as hours, cycles or km"},
+      {"hours;event\n1/2/2024;1\n",
+       "2: '1/2/2024' is a date; a time to failure is wanted, as hours, cycles or km"},
+      {"12:30\n", "1: '12:30' is a time of day; a time to failure is wanted, as one number"},
+      {"5\n7,F\n", "2: '7,F' is not a number (the lines above it have one column)"},
+      {"1 2 3\n4 5 6\n",
+       "1: 3 columns need a header line that names them, such as x,failures,suspensions; times "
+       "alone stand one a line"},
+      {"1 500\n2 250\n",
+       "1: the blank may stand between thousands, or between a time and its count; write 1500 for "
+       "1 500, and 1x500 for a count"},
+      {"x;status\n1,5;F\n2.5;F\n",
+       "3: '2.5' has a full stop, where other numbers have a decimal comma"},
+      {"x;status\n1.5;F\n2,5;F\n",
+       "3: '2,5' has a comma, where the numbers above have a decimal point"},
       {"x,comment\n1,a\"b\n",
        "2: a quotation mark stands inside a field (put the whole field in marks)"},
       {"x,comment\n1,\"a\n2,b\n", "2: a quotation mark is not closed"},

@@ -1,0 +1,27 @@
+// Column names: the headings that people and other programs give to times, units and
+// their status, and what each of them means.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace tavlo {
+
+/// What a column is for. `censored` is a status with its meaning turned round.
+enum class DataColumn { x, fails, susps, status, censored, count, mode, comment };
+inline constexpr int data_columns = 8;
+
+/// The column that a heading names, in any case; a unit in brackets behind it does not
+/// count ("Time (h)").
+std::optional<DataColumn> find_column(std::string_view heading);
+
+/// The column by the name that a person gives it in an option: "x", "status" ...
+std::optional<DataColumn> find_column_role(std::string_view role);
+
+/// "x", "status" ...
+std::string_view role_of(DataColumn column);
+
+/// Equal without regard to the case of the letters a to z.
+bool equal_in_any_case(std::string_view a, std::string_view b);
+
+}  // namespace tavlo

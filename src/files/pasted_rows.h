@@ -1,0 +1,29 @@
+// Pasted rows: rows that the reader of data texts has read, on their way into a sheet,
+// and what the person is told of them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "files/point_list.h"
+#include "files/read_fault.h"
+#include "ports/prompts.h"
+#include "project/data_sheet.h"
+#include "project/settings.h"
+
+namespace tavlo {
+
+/// Reads a pasted text into `rows`. Where a comma may mean two things and the settings
+/// don't tell, the person is asked once; `cancelled` is then set by Cancel.
+std::optional<ReadFault> read_pasted_rows(std::string_view text, const Settings& settings,
+                                          Prompts& prompts, DataRows& rows, bool& cancelled);
+
+/// Puts the rows into the sheet from `row` on. A row with a mode or a comment replaces
+/// those that stood there.
+void enter_rows(DataSheet& sheet, int row, const DataRows& rows);
+
+/// "10 rows: 8 failures, 2 suspensions" of the rows `first` to `last` of a sheet.
+std::string words_of_rows(const DataSheet& sheet, int first, int last);
+
+}  // namespace tavlo

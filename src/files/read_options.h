@@ -1,0 +1,30 @@
+// ReadOptions: what a person may say of a text that does not say it itself: what a
+// sign or a comma means, and which column is which.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "files/column_names.h"
+
+namespace tavlo {
+
+/// What stands before the fraction of a number. By content: a full stop, or a comma
+/// where it can mean nothing else.
+enum class DecimalSign { by_content, point, comma };
+
+/// The column that a person named for a purpose; an empty name is no column at all.
+struct ColumnChoice {
+  DataColumn column = DataColumn::x;
+  std::string name;
+};
+
+struct ReadOptions {
+  bool negative_is_value = false;  ///< a negative time is one, not a suspension
+  bool comments = true;            ///< false skips them; a fit needs none
+  DecimalSign decimal = DecimalSign::by_content;
+  std::vector<ColumnChoice> columns = {};  ///< go before the names that are known
+  std::vector<std::string> failed = {};    ///< the only status values that mean failed, if any
+};
+
+}  // namespace tavlo
