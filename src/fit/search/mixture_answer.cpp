@@ -114,7 +114,7 @@ Best best_share_alone(const Task& task) {
   if (best.outcome.optima.empty()) return best;
   best.exists = true;
   best.optimum = best.outcome.optima.front().optimum;
-  best.of_model = model_code::weibull5c;
+  best.of_model = best.model;
   return best;
 }
 
@@ -138,14 +138,13 @@ StartsReport starts_of(const Best& best, const Task& task, std::int16_t model) {
       report.runner_up = quality_of(task.rows, best.outcome.optima.front().optimum.value);
     return report;
   }
-  const auto outer = [&](double value) { return quality_of(task.rows, value); };
   for (const auto* optima : {&best.at_edge.optima, &best.outcome.optima})
     for (const FoundOptimum& found : *optima) {
       if (is_same_optimum(task.rows, best.optimum, found.optimum))
         report.agreed += found.agreed;
       else if (found.optimum.value > best.optimum.value + proving_gain(task.rows))
-        report.runner_up =
-            std::max(report.runner_up.value_or(-HUGE_VAL), outer(found.optimum.value));
+        report.runner_up = std::max(report.runner_up.value_or(-HUGE_VAL),
+                                    quality_of(task.rows, found.optimum.value));
     }
   return report;
 }

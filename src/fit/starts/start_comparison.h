@@ -19,7 +19,7 @@ bool are_alike(const MixturePoint& a, const MixturePoint& b, double near);
 
 class StartComparison {
  public:
-  /// On `rows` themselves where they are whole.
+  /// Compares on about `most_rows` of the rows, or on all where they are no more.
   StartComparison(const MixtureRows& rows, Populations populations,
                   std::size_t most_rows = comparing_rows);
 
