@@ -33,8 +33,9 @@ double sum_of_column(const DataSheet& sheet, int column, int first, int last) {
 bool ask_decimal(Prompts& prompts, const std::string& what, DecimalSign& sign) {
   const BoxAnswer answer = prompts.show(
       {"Decimal comma",
-       what + ".\n\nIs it a decimal sign? (Yes: 1,5 is one and a half. No: 1,5 is five failures "
-              "at 1.)",
+       "In this text " + what +
+           ".\n\nIs it a decimal sign? (Yes: 1,5 is one and a half. No: 1,5 is five failures "
+           "at 1.)",
        BoxIcon::question, BoxButtons::yes_no_cancel});
   sign = answer == BoxAnswer::yes ? DecimalSign::comma : DecimalSign::point;
   return answer != BoxAnswer::cancel;
