@@ -273,6 +273,14 @@ std::optional<Optimum> best_single(const Objective& single) {
   return best;
 }
 
+/// Fewer points than parameters: a family of curves goes through the means of all points, and
+/// none of them is a definite optimum.
+bool is_saturated(const Objective& objective) {
+  std::vector<double> x = objective.ln_times();
+  x.erase(std::unique(x.begin(), x.end()), x.end());
+  return !objective.is_likelihood() && x.size() < objective.parameters();
+}
+
 std::optional<Optimum> best_of_many(const Objective& objective, const Fence& fence, int starts,
                                     std::uint64_t seed, const std::vector<Vector>& given) {
   constexpr int most_polished = 150, fewest_polished = 40;

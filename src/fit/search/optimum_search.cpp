@@ -18,8 +18,16 @@ constexpr std::size_t nested_runs = 10;
 constexpr std::size_t looks = 36;  // unlike starts that are tried in any case
 constexpr std::size_t whole_search_rows = 400;
 constexpr std::size_t middle_rows = 6400;
+constexpr std::size_t sketched_rows = 1600;  // where the middle branches off again
+constexpr std::size_t branched_runs = 6;
 constexpr std::size_t ends_for_middle = 6;
 constexpr std::size_t ends_for_whole = 4;
+
+/// How hard to look at points that branch off contained optima.
+struct NestedEffort {
+  std::size_t compared_on = 0;  ///< rows
+  std::size_t runs = 0;
+};
 
 class OptimumSearch {
  public:
@@ -102,11 +110,11 @@ class OptimumSearch {
 
 std::vector<MixturePoint> all_nested(const MixtureRows& rows, Populations populations,
                                      const std::vector<MixturePoint>& contained,
-                                     const SlopeRange& slopes) {
+                                     const SlopeRange& slopes, std::size_t compared_on) {
   std::vector<MixturePoint> starts;
   for (const MixturePoint& point : contained)
     for (const MixturePoint& start :
-         nested_starts(rows, populations, point, slopes, nested_sketches))
+         nested_starts(rows, populations, point, slopes, nested_sketches, compared_on))
       starts.push_back(start);
   return starts;
 }
@@ -133,16 +141,24 @@ std::size_t sketches_for(const MixtureRows& rows, Populations populations,
   return (populations.count() + 1) * std::clamp(wanted, starts, starts + starts / 2) / 2;
 }
 
+/// The most promising points that branch off the contained optima.
+std::vector<MixturePoint> nested_for(OptimumSearch& search, const MixtureRows& rows,
+                                     Populations populations, const KnownGround& ground,
+                                     const SlopeRange& slopes, const NestedEffort& effort) {
+  std::vector<MixturePoint> nested =
+      search.sketched(all_nested(rows, populations, ground.contained, slopes, effort.compared_on));
+  nested = unlike_first(nested, effort.runs);
+  nested.resize(std::min(nested.size(), effort.runs));
+  return nested;
+}
+
 SearchOutcome search_on(const MixtureRows& rows, Populations populations, const KnownGround& ground,
                         const SearchOptions& options, Companion& companion) {
   const Fence fence = Fence::around(ground.usual_slope);
   const SlopeRange slopes{ground.usual_slope, fence.steepest};
   OptimumSearch search(rows, fence, {ground.value, static_cast<int>(looks)}, options, companion);
-  std::vector<MixturePoint> nested =
-      search.sketched(all_nested(rows, populations, ground.contained, slopes));
-  nested = unlike_first(nested, nested_runs);
-  nested.resize(std::min(nested.size(), nested_runs));
-  search.run(nested, false);
+  search.run(nested_for(search, rows, populations, ground, slopes, {comparing_rows, nested_runs}),
+             false);
   constexpr std::uint64_t most_pools = 3;
   for (std::uint64_t pool = 0; pool < most_pools && !search.is_over(); ++pool)
     search.run_rounds(
@@ -171,6 +187,22 @@ SearchOutcome judged_on(const MixtureRows& rows, const SearchOutcome& rough, std
   return judged;
 }
 
+/// Branches off the contained optima once more: many rows show a population that few don't.
+SearchOutcome branched_on(const MixtureRows& rows, Populations populations,
+                          const KnownGround& ground, const SearchOptions& options,
+                          Companion& companion, const SearchOutcome& judged) {
+  const Fence fence = Fence::around(ground.usual_slope);
+  const SlopeRange slopes{ground.usual_slope, fence.steepest};
+  const MixtureRows fewer = thinned(rows, sketched_rows);
+  OptimumSearch sketches(fewer, fence, {}, options, companion);
+  OptimumSearch search(rows, fence, {}, options, companion);
+  search.outcome() = judged;
+  search.run(
+      nested_for(sketches, fewer, populations, ground, slopes, {whole_search_rows, branched_runs}),
+      false);
+  return search.outcome();
+}
+
 }  // namespace
 
 void take_end(const MixtureRows& rows, const FoundOptimum& end, std::vector<FoundOptimum>& optima) {
@@ -196,9 +228,12 @@ SearchOutcome search_optima(const MixtureRows& rows, Populations populations,
   if (rows.failures.count + rows.suspensions.count <= 2 * whole_search_rows)
     return search_on(rows, populations, ground, options, companion);
   const MixtureRows few = thinned(rows, whole_search_rows);
-  SearchOutcome outcome = search_on(few, populations, ground, options, companion);
-  if (rows.failures.count + rows.suspensions.count > 2 * middle_rows)
-    outcome = judged_on(thinned(rows, middle_rows), outcome, ends_for_middle, ground.usual_slope);
+  const MixtureRows middle = thinned(rows, middle_rows);
+  SearchOptions options_for_few = options;
+  options_for_few.most_starts -= static_cast<int>(branched_runs);
+  SearchOutcome outcome = search_on(few, populations, ground, options_for_few, companion);
+  outcome = judged_on(middle, outcome, ends_for_middle, ground.usual_slope);
+  outcome = branched_on(middle, populations, ground, options, companion, outcome);
   return judged_on(rows, outcome, ends_for_whole, ground.usual_slope);
 }
 

@@ -180,11 +180,11 @@ void add_clusters(const Branch& branch, Populations wanted, const MixtureRows& r
 
 std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wanted,
                                         const MixturePoint& contained, const SlopeRange& slopes,
-                                        std::size_t most) {
+                                        std::size_t most, std::size_t compared_on) {
   const Branch branch(contained.populations, wanted);
   if (!branch.risk && !branch.share) return {};
   constexpr std::size_t all_rows = 800;
-  StartComparison grid(rows, wanted), clusters(rows, wanted, all_rows);
+  StartComparison grid(rows, wanted, compared_on), clusters(rows, wanted, all_rows);
   add_grid(branch, wanted, rows, contained, grid);
   add_clusters(branch, wanted, rows, contained, slopes.steepest, clusters);
   std::vector<MixturePoint> starts = grid.best(most);
