@@ -206,6 +206,14 @@ void keep_better(std::optional<Optimum>& best, const std::optional<Optimum>& oth
   if (other && (!best || other->value > best->value)) best = other;
 }
 
+/// Fewer points than parameters: a family of curves goes through the means of all points, and
+/// none of them is a definite optimum.
+bool is_saturated(const Objective& objective) {
+  std::vector<double> x = objective.ln_times();
+  x.erase(std::unique(x.begin(), x.end()), x.end());
+  return !objective.is_likelihood() && x.size() < objective.parameters();
+}
+
 }  // namespace
 
 const char* words_of(Flaw flaw) {
@@ -273,16 +281,9 @@ std::optional<Optimum> best_single(const Objective& single) {
   return best;
 }
 
-/// Fewer points than parameters: a family of curves goes through the means of all points, and
-/// none of them is a definite optimum.
-bool is_saturated(const Objective& objective) {
-  std::vector<double> x = objective.ln_times();
-  x.erase(std::unique(x.begin(), x.end()), x.end());
-  return !objective.is_likelihood() && x.size() < objective.parameters();
-}
-
 std::optional<Optimum> best_of_many(const Objective& objective, const Fence& fence, int starts,
                                     std::uint64_t seed, const std::vector<Vector>& given) {
+  if (is_saturated(objective)) return std::nullopt;
   constexpr int most_polished = 150, fewest_polished = 40;
   std::vector<Optimum> ends;
   std::optional<Optimum> best;
