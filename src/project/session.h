@@ -23,6 +23,7 @@ struct FitDialogue {
   bool minimum_life_warned = false;  ///< the warning on W3T by MLE has been shown
   int fault_error = 0;               ///< run-time error of the last retry box
   double fault_seconds = -1e9;       ///< steady seconds of the last retry box
+  std::vector<std::string> told;     ///< boxes of refusals that this command has shown
 };
 
 struct Session {
