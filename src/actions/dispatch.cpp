@@ -96,10 +96,11 @@ FitAnswer answer_to(Desk& desk, const FitRequest& request) {
 void tell_refusal(const Desk& desk, const FitRequest& request, const Refusal& refusal) {
   if (is_silent(refusal, request)) return;
   if (const auto box = refusal_box(refusal, request, desk.data)) {
-    // A refit and the fit that is asked for may fail for one reason: it is told once.
-    std::vector<std::string>& told = desk.session.fitting.told;
-    if (std::find(told.begin(), told.end(), box->text) != told.end()) return;
-    told.push_back(box->text);
+    // The fits of a set, and the one asked for, may fail for one reason: it is told once.
+    if (auto& told = desk.session.fitting.told) {
+      if (std::find(told->begin(), told->end(), box->text) != told->end()) return;
+      told->push_back(box->text);
+    }
     desk.prompts().show(*box);
     return;
   }

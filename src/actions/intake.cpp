@@ -4,8 +4,8 @@
 #include <string>
 
 #include "actions/dispatch.h"
-#include "actions/reports.h"
 #include "actions/read_rows.h"
+#include "actions/reports.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
 
@@ -40,10 +40,12 @@ void list_short_set(Session& session, const DataSet& data) {
 class BusyPanel {
  public:
   BusyPanel(Session& session, int fit_index) : session_(session), index_(fit_index) {
+    session_.fitting.told.emplace();
     session_.gFitForm(index_)->busy = true;
     session_.ports.views.fit_button_caption(index_, working_caption);
   }
   ~BusyPanel() {
+    session_.fitting.told.reset();
     session_.gFitForm(index_)->busy = false;
     session_.ports.views.fit_button_caption(index_, calculate_caption);
     const std::string& remark = session_.gFitForm(index_)->remark;
