@@ -153,12 +153,12 @@ class RtfReader {
 }  // namespace
 
 void RichText::append_rtf(std::string_view fragment) {
-  body_ += fragment;
+  append(fragment);
   ++changes_;
 }
 
 void RichText::append_plain(std::string_view text) {
-  body_ += rtf_text(text);
+  append(rtf_text(text));
   ++changes_;
 }
 
@@ -177,13 +177,20 @@ std::string rtf_text(std::string_view text) {
 }
 
 void RichText::clear() {
-  body_.clear();
+  text_ = std::make_shared<std::string>();
+  size_ = 0;
   ++changes_;
 }
 
-std::string RichText::rtf() const { return std::string(document_head) + body_ + "}"; }
+void RichText::append(std::string_view rtf) {
+  if (text_->size() != size_) text_ = std::make_shared<std::string>(body());
+  *text_ += rtf;
+  size_ = text_->size();
+}
 
-std::string RichText::plain() const { return rtf_to_plain(body_); }
+std::string RichText::rtf() const { return std::string(document_head) + std::string(body()) + "}"; }
+
+std::string RichText::plain() const { return rtf_to_plain(body()); }
 
 std::string rtf_to_plain(std::string_view rtf) { return RtfReader(rtf).read(); }
 

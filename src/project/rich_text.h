@@ -1,7 +1,8 @@
 // RichText: the log as a document. It is stored as RTF, grows at its end and is
-// read back as RTF or as plain text.
+// read back as RTF or as plain text. Copies cost nothing.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,7 @@ class RichText {
   void append_plain(std::string_view text);
 
   void clear();
-  bool empty() const { return body_.empty(); }
+  bool empty() const { return size_ == 0; }
 
   /// The whole document, with its head.
   std::string rtf() const;
@@ -28,10 +29,17 @@ class RichText {
   /// Counts the changes, so that a view knows what it has shown already.
   long changes() const { return changes_; }
 
-  friend bool operator==(const RichText& a, const RichText& b) { return a.body_ == b.body_; }
+  friend bool operator==(const RichText& a, const RichText& b) {
+    return a.size_ == b.size_ && (a.text_ == b.text_ || a.body() == b.body());
+  }
 
  private:
-  std::string body_;
+  std::string_view body() const { return std::string_view(*text_).substr(0, size_); }
+  void append(std::string_view rtf);
+
+  // Copies see one text, each up to its own end: it only grows behind the longest.
+  std::shared_ptr<std::string> text_ = std::make_shared<std::string>();
+  std::size_t size_ = 0;
   long changes_ = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "project/session.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "project/chart_types.h"
 #include "project/plot_rows.h"
@@ -32,6 +33,14 @@ std::int32_t unused_id(Session& session) {
   return id;
 }
 
+/// The window that is meant, out of its slot; null when there is none.
+template <class Window, class IsMeant>
+std::unique_ptr<Window> taken_from(Slots<std::unique_ptr<Window>>& windows, IsMeant is_meant) {
+  for (std::unique_ptr<Window>& each : windows)
+    if (each && is_meant(*each)) return std::move(each);
+  return nullptr;
+}
+
 /// Shows each data set and its fits on a plot set of the chart.
 void link_markers(Session& session, Chart& chart) {
   const int last = std::min(session.project.data.bound(), session.project.fits.bound());
@@ -44,8 +53,10 @@ void link_markers(Session& session, Chart& chart) {
 
 }  // namespace
 
-Session::Session(const Ports& world) : ports(world), errors(world.prompts, world.clock) {
+Session::Session(const Ports& world)
+    : ports(world), errors(world.prompts, world.clock), history(Project{}) {
   reset_project(*this);
+  history.restart(project);
 }
 
 void reset_project(Session& session) {
@@ -57,36 +68,53 @@ void reset_project(Session& session) {
   New_frm_Chart(session);
 }
 
+void follow_records(Session& session) {
+  Project& project = session.project;
+  auto sheets = std::exchange(session.gDataForm, {});
+  for (int i = 1; i <= project.data.bound(); ++i) {
+    const std::int32_t id = project.data(i).UniqueId;
+    auto sheet =
+        taken_from(sheets, [id](const DataSheet& each) { return each.data_id() == id; });
+    if (!sheet)
+      sheet = std::make_unique<DataSheet>(project, session.errors, session.settings, id);
+    sheet->follow_rows();
+    session.gDataForm.push_back(std::move(sheet));
+  }
+  auto panels = std::exchange(session.gFitForm, {});
+  for (int i = 1; i <= project.fits.bound(); ++i) {
+    const std::int32_t id = project.fits(i).UniqueId;
+    auto panel = taken_from(panels, [id](const FitPanel& each) { return each.L_ID == id; });
+    if (!panel) panel = std::make_unique<FitPanel>();
+    panel->L_ID = id;
+    panel->data_index = panel->fit_index = i;
+    session.gFitForm.push_back(std::move(panel));
+  }
+}
+
 int New_frm_Data(Session& session) {
   return guarded(session.errors, 0, form_words("Data", session.project.data.bound()), [&] {
     const int index = session.project.data.bound() + 1;
     DataSet data = fuStandardData();
     data.UniqueId = unused_id(session);
     data.Title = "Data" + std::to_string(index);
-    const std::int32_t id = data.UniqueId;
     session.project.data.push_back(std::move(data));
-    session.gDataForm.push_back(
-        std::make_unique<DataSheet>(session.project, session.errors, session.settings, id));
+    follow_records(session);
     return index;
   });
 }
 
 int New_frm_Fit(Session& session) {
   return guarded(session.errors, 0, form_words("Fit", session.project.fits.bound()), [&] {
-    const int index = session.project.fits.bound() + 1;
+    Project& project = session.project;
+    const int index = project.fits.bound() + 1;
     FitSet fits = fuStandard_Fit();
     fits.UniqueId = unused_id(session);
     fits.Title = "Fit" + std::to_string(index);
     fits.nDataIds = 1;
-    fits.DataIds.push_back(
-        index <= session.project.data.bound() ? session.project.data(index).UniqueId : 0);
-    auto panel = std::make_unique<FitPanel>();
-    panel->L_ID = fits.UniqueId;
-    panel->data_index = panel->fit_index = index;
-    session.project.fits.push_back(std::move(fits));
-    session.gFitForm.push_back(std::move(panel));
-    if (session.project.charts.bound() > 0)
-      link_markers(session, session.project.charts(session.project.charts.bound()));
+    fits.DataIds.push_back(index <= project.data.bound() ? project.data(index).UniqueId : 0);
+    project.fits.push_back(std::move(fits));
+    follow_records(session);
+    if (project.charts.bound() > 0) link_markers(session, project.charts(project.charts.bound()));
     return index;
   });
 }

@@ -12,6 +12,7 @@
 #include "ports/ports.h"
 #include "project/data_sheet.h"
 #include "project/fit_panel.h"
+#include "project/history.h"
 #include "project/project.h"
 #include "project/settings.h"
 #include "project/unique_id.h"
@@ -47,7 +48,15 @@ struct Session {
   Slots<std::unique_ptr<FitPanel>> gFitForm;
 
   FitDialogue fitting;
+
+  History history;
+  /// What the command at work is called in the Edit menu; empty for none of its own.
+  std::string step;
 };
+
+/// Gives each record of the project its headless window, and takes those away whose record
+/// is gone.
+void follow_records(Session& session);
 
 /// Empties the project and builds it again with one data set, one fit set and
 /// one chart.

@@ -1,0 +1,55 @@
+#include "actions/undo.h"
+
+#include <utility>
+
+#include "actions/reports.h"
+
+namespace tavlo {
+
+namespace {
+
+bool is_busy(const Session& session) {
+  for (int i = 1; i <= session.gFitForm.bound(); ++i)
+    if (session.gFitForm(i)->busy) return true;
+  return false;
+}
+
+/// The windows show what has come back. An edit that is open ends without being taken.
+void show(Session& session, const Project& state) {
+  for (int i = 1; i <= session.gDataForm.bound(); ++i) session.gDataForm(i)->cancel_edit();
+  session.project = state;
+  follow_records(session);
+  Views& views = session.ports.views;
+  for (int i = 1; i <= session.project.data.bound(); ++i) views.sheet_changed(i);
+  for (int i = 1; i <= session.project.fits.bound(); ++i) Load_Fit(session, i);
+  for (int i = 1; i <= session.project.charts.bound(); ++i) views.chart_changed(i);
+  views.log_changed();
+}
+
+}  // namespace
+
+void end_step(Session& session) {
+  const std::string name = std::exchange(session.step, {});
+  session.history.note(session.project, name.empty() ? "Change" : name);
+}
+
+void end_view_step(Session& session) {
+  session.step.clear();
+  session.history.note_view(session.project);
+}
+
+void undo(Session& session) {
+  if (is_busy(session) || !session.history.can_undo()) return;
+  const std::string name = session.history.undo_name();
+  show(session, session.history.undo());
+  session.ports.views.status("Undone: " + name);
+}
+
+void redo(Session& session) {
+  if (is_busy(session) || !session.history.can_redo()) return;
+  const std::string name = session.history.redo_name();
+  show(session, session.history.redo());
+  session.ports.views.status("Done again: " + name);
+}
+
+}  // namespace tavlo

@@ -1,0 +1,41 @@
+#include "project/history.h"
+
+namespace tavlo {
+
+void History::restart(const Project& start) {
+  states_.assign(1, {});
+  at_ = 0;
+  keep(states_.front(), start);
+}
+
+bool History::note(const Project& now, const std::string& name) {
+  if (now == states_[at_].project) return false;
+  states_.resize(++at_);
+  keep(states_.emplace_back(), now);
+  states_.back().step = name;
+  if (states_.size() > most_steps + 1) {
+    states_.pop_front();
+    --at_;
+  }
+  return true;
+}
+
+void History::note_view(const Project& now) { keep(states_[at_], now); }
+
+const Project& History::undo() {
+  if (can_undo()) --at_;
+  return states_[at_].project;
+}
+
+const Project& History::redo() {
+  if (can_redo()) ++at_;
+  return states_[at_].project;
+}
+
+// A sample is as large as its rows, and is made again when it is wanted.
+void History::keep(State& state, const Project& now) {
+  state.project = now;
+  for (const DataSet& data : state.project.data) data.reading.forget_sample();
+}
+
+}  // namespace tavlo

@@ -1,0 +1,50 @@
+// History: the states that a project has been in, so that a person can go back and forth
+// between them. States share what they have in common.
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "project/project.h"
+
+namespace tavlo {
+
+class History {
+ public:
+  /// The oldest steps go when there are more.
+  static constexpr std::size_t most_steps = 500;
+
+  explicit History(const Project& start) { restart(start); }
+
+  /// Forgets all steps.
+  void restart(const Project& start);
+
+  /// Takes in what a command has made of the project, as a step of that name. False where it
+  /// has changed nothing. Steps that were undone are gone then.
+  bool note(const Project& now, const std::string& name);
+
+  /// Takes in a change that is no step of its own, as of the part of a chart that is seen.
+  void note_view(const Project& now);
+
+  bool can_undo() const { return at_ > 0; }
+  bool can_redo() const { return at_ + 1 < states_.size(); }
+  /// Of the step that would be undone or done again; empty when there is none.
+  std::string undo_name() const { return can_undo() ? states_[at_].step : std::string(); }
+  std::string redo_name() const { return can_redo() ? states_[at_ + 1].step : std::string(); }
+
+  /// The project as it was before the last step, or after the next; as it is at an end.
+  const Project& undo();
+  const Project& redo();
+
+ private:
+  struct State {
+    Project project;
+    std::string step;  ///< that led here
+  };
+  void keep(State& state, const Project& now);
+
+  std::deque<State> states_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace tavlo
