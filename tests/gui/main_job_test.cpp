@@ -121,14 +121,28 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
   EXPECT_EQ(fits().text(0, fit_column::scale), "mu, Med, Xi, eta");
 }
 
+// What is to be known beside the numbers stays in sight, wherever the mouse goes.
 TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
-  paste(two_populations(), 60);
-  choose("opt_Model_5", 2);
-  EXPECT_EQ(fits().text(1, fit_column::model).substr(0, 6), "W5C/rr");
-  EXPECT_EQ(fits().text(2, fit_column::sub_population), "1,2");
+  paste(two_populations() + ">1500x9\n", 61);
   const auto& hint = dynamic_cast<const QLabel&>(widget("lbl_Tip"));
-  EXPECT_TRUE(hint.text().contains(QStringLiteral("starts ended at this optimum"))) << "status";
+  const auto& news = dynamic_cast<const QLabel&>(widget("lbl_News"));
+  EXPECT_EQ(news.text(), QStringLiteral("61 rows: 60 failures, 9 suspensions"));
+  choose("opt_Method_1", 1);
+  choose("opt_Model_5", 3);
+  EXPECT_EQ(fits().text(2, fit_column::model).substr(0, 6), "W5C/ML");
+  EXPECT_EQ(fits().text(3, fit_column::sub_population), "1,2");
+  const QString remark = news.text();
+  EXPECT_TRUE(remark.contains(QStringLiteral("starts ended at this optimum"))) << from_qt(remark);
+  EXPECT_TRUE(remark.contains(QStringLiteral("9 suspensions left out"))) << from_qt(remark);
   EXPECT_TRUE(chart_has_fit_line());
+
+  for (const QPoint& at : {QPoint(20, 40), QPoint(100, 60)})
+    person.move_to(*window.windows().sheet(1).viewport(), at);
+  ASSERT_TRUE(wait_until([&] { return hint.text().startsWith(QStringLiteral("Data")); }));
+  person.move_to(window.windows().chart(1), {200, 150});
+  ASSERT_TRUE(wait_until([&] { return !hint.text().startsWith(QStringLiteral("Data")); }));
+  choose("btn_Fit", 3);
+  EXPECT_EQ(news.text(), remark) << "the same fit has the same notes";
 }
 
 TEST_F(MainJob, TheCensoredSwitchMakesAFitBesideTheOtherAndNotesAreATip) {

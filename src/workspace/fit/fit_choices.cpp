@@ -75,7 +75,6 @@ void opt_Method_Click(Session& session, int fit_index, std::int16_t method) {
   FitPanel& panel = *session.gFitForm(fit_index);
   if (panel.busy || !find_method(method)) return;
   panel.nMethod = method;
-  session.ports.views.status(method_status(method));
   calculate_at_once(session, fit_index);
 }
 
@@ -83,11 +82,15 @@ void chk_Censored_Click(Session& session, int fit_index, bool checked) {
   FitPanel& panel = *session.gFitForm(fit_index);
   if (panel.busy) return;
   panel.censored = checked;
-  session.ports.views.status(checked ? "Censored: suspensions take part in the likelihood"
-                                     : "Suspensions are left out of the likelihood of a mixture");
 }
 
 const char* method_status(int method) { return words_of(method).status; }
+
+const char* censored_status(bool checked) {
+  return checked ? "Censored: suspensions take part in the likelihood"
+                 : "Suspensions are left out of the likelihood of a mixture";
+}
+
 const char* method_menu_caption(int method) { return words_of(method).menu; }
 
 }  // namespace tavlo

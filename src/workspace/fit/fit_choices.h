@@ -36,6 +36,9 @@ void chk_Censored_Click(Session& session, int fit_index, bool checked);
 /// "Method: RR: XonY", for the status bar.
 const char* method_status(int method);
 
+/// What the switch does from now on, for the status bar.
+const char* censored_status(bool checked);
+
 /// "RR: Rank Regression (Standard X on Y)", for the method menu.
 const char* method_menu_caption(int method);
 

@@ -148,6 +148,7 @@ QWidget* FitWindow::make_method_frame() {
   rows->addStretch(1);
   connect(&opt_Method_, &QButtonGroup::idClicked, this, [this](int method) {
     commands_.run([&] {
+      emit hint_wanted(to_qt(method_status(method)));
       opt_Method_Click(session_, index_, static_cast<std::int16_t>(method));
       show_choices();
       emit choices_changed();
@@ -163,7 +164,10 @@ QWidget* FitWindow::make_censored_box() {
       tr("Takes suspensions into the likelihood of a mixture or of a Weibull with a minimum life.\n"
          "It holds for the fits made from now on, beside those that stand."));
   connect(chk_Censored_, &QCheckBox::clicked, this, [this](bool checked) {
-    commands_.run([&] { chk_Censored_Click(session_, index_, checked); });
+    commands_.run([&] {
+      emit hint_wanted(to_qt(censored_status(checked)));
+      chk_Censored_Click(session_, index_, checked);
+    });
   });
   return chk_Censored_;
 }

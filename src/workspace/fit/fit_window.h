@@ -39,6 +39,7 @@ class FitWindow : public QWidget {
 
  signals:
   void choices_changed();
+  void hint_wanted(const QString& hint);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -53,11 +53,16 @@ void MainWindow::set_up_tree() {
 void MainWindow::set_up_status_bar() {
   hint_.setObjectName(QStringLiteral("lbl_Tip"));
   hint_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  hint_.setMinimumWidth(fontMetrics().averageCharWidth() * 40);
+  news_.setObjectName(QStringLiteral("lbl_News"));
+  news_.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   rows_panel_.setObjectName(QStringLiteral("lbl_Rows"));
   method_panel_.setObjectName(QStringLiteral("lbl_Method"));
-  for (QLabel* label : {static_cast<QLabel*>(&hint_), &rows_panel_, &method_panel_})
+  for (QLabel* label :
+       {static_cast<QLabel*>(&hint_), static_cast<QLabel*>(&news_), &rows_panel_, &method_panel_})
     label->setContentsMargins(8, 0, 8, 0);
   statusBar()->addWidget(&hint_, 1);
+  statusBar()->addPermanentWidget(&news_);
   statusBar()->addPermanentWidget(&rows_panel_);
   statusBar()->addPermanentWidget(&method_panel_);
   statusBar()->setVisible(session_.settings.StatusBar);
@@ -155,7 +160,7 @@ void MainWindow::add_key(QMenu& menu, const QString& caption, const QList<QKeySe
 }
 
 void MainWindow::connect_views() {
-  connect(&program_.views, &ViewSignals::status_text, &hint_, &HintLine::say);
+  connect(&program_.views, &ViewSignals::status_text, &news_, &HintLine::say);
   connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
   connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &HintLine::say);
   connect(&windows_, &ProjectWindows::rows_pasted, this, [this] { DoCommand(command::paste); });
@@ -177,7 +182,8 @@ void MainWindow::NewProject() {
   tree_.rebuild();
   windows_.build();
   set_up_pop_up_menus();
-  hint_.say(tr("Ready"));
+  hint_.say({});
+  news_.say(tr("Ready"));
   show_state();
 }
 

@@ -73,6 +73,7 @@ class MainWindow : public QMainWindow {
   ProjectTree tree_;
   ProjectWindows windows_;
   HintLine hint_;
+  HintLine news_;
   QLabel rows_panel_;
   QLabel method_panel_;
   ChartCommands charts_;

@@ -111,6 +111,7 @@ void ProjectWindows::build_panels() {
   for (int i = 1; i <= session.nFit; ++i) {
     auto* panel = new FitWindow(session, program_.commands, i);
     connect(panel, &FitWindow::choices_changed, this, &ProjectWindows::content_changed);
+    connect(panel, &FitWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
     connect(this, &ProjectWindows::content_changed, panel, &FitWindow::show_age);
     panels_.push_back(panel);
     add(panel, key_of('F', i), QStringLiteral("frm_Fit"), QStringLiteral("pc"),
