@@ -75,6 +75,23 @@ TEST_F(MainJob, KeysOfThePanelAreItsOwn) {
   }
 }
 
+// On the way to a model nobody wants the fits of those between.
+TEST_F(MainJob, ArrowsChooseAndSpaceOrEnterCalculates) {
+  paste("100\n150\n210\n300\n", 4);
+  const FitPanel& panel = *session().gFitForm(1);
+  person.press({"ctrl+2", "shift+Tab", "Down", "Down"});
+  ASSERT_TRUE(wait_until([&] { return panel.nMethod == method_code::y_on_x; }));
+  person.press({"shift+Tab", "shift+Tab", "Down", "Right"});
+  ASSERT_TRUE(wait_until([&] { return panel.nModel == model_code::lognormal; })) << panel.nModel;
+  EXPECT_EQ(fits().rows(), 1);
+  person.press({"space"});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 2 && !program.commands.running(); }));
+  EXPECT_EQ(fits().text(1, fit_column::model), "LN/rrs");
+  person.press({"Left", "Return"});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 3 && !program.commands.running(); }));
+  EXPECT_EQ(fits().text(2, fit_column::model), "N/rrs");
+}
+
 TEST_F(MainJob, MouseAlone) {
   paste("100\n200\n300\n", 3);
   choose("opt_Method_2", 1);

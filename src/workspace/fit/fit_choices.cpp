@@ -62,19 +62,28 @@ const Model* model_of_option(int index) {
   return found == all.end() ? nullptr : &*found;
 }
 
-void opt_Model_Click(Session& session, int fit_index, int option) {
+void choose_model(Session& session, int fit_index, int option) {
   FitPanel& panel = *session.gFitForm(fit_index);
   const Model* model = model_of_option(option);
   if (panel.busy || !model) return;
   panel.nModel = model->code;
   panel.txt_Custom = model->panel_formula;
+}
+
+void choose_method(Session& session, int fit_index, std::int16_t method) {
+  FitPanel& panel = *session.gFitForm(fit_index);
+  if (!panel.busy && find_method(method)) panel.nMethod = method;
+}
+
+void opt_Model_Click(Session& session, int fit_index, int option) {
+  if (!model_of_option(option)) return;
+  choose_model(session, fit_index, option);
   calculate_at_once(session, fit_index);
 }
 
 void opt_Method_Click(Session& session, int fit_index, std::int16_t method) {
-  FitPanel& panel = *session.gFitForm(fit_index);
-  if (panel.busy || !find_method(method)) return;
-  panel.nMethod = method;
+  if (!find_method(method)) return;
+  choose_method(session, fit_index, method);
   calculate_at_once(session, fit_index);
 }
 

@@ -46,6 +46,8 @@ class FitWindow : public QWidget {
   void focusInEvent(QFocusEvent* event) override;
 
  private:
+  void choose(const std::function<void()>& choice);
+  bool option_key(QObject& option, QEvent& event);
   QWidget* make_model_frame();
   void add_model_option(const ModelOption& option);
   QWidget* make_method_frame();
@@ -59,6 +61,7 @@ class FitWindow : public QWidget {
   Session& session_;
   UserCommands& commands_;
   int index_;
+  bool stepping_ = false;  // an arrow key goes from one option to the next
   GridModel model_;
   QGroupBox* model_frame_ = nullptr;
   QCheckBox* chk_Big_ = nullptr;

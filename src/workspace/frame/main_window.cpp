@@ -53,7 +53,7 @@ void MainWindow::set_up_tree() {
 void MainWindow::set_up_status_bar() {
   hint_.setObjectName(QStringLiteral("lbl_Tip"));
   hint_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  hint_.setMinimumWidth(fontMetrics().averageCharWidth() * 40);
+  hint_.setMinimumWidth(fontMetrics().averageCharWidth() * 22);
   news_.setObjectName(QStringLiteral("lbl_News"));
   news_.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   rows_panel_.setObjectName(QStringLiteral("lbl_Rows"));
