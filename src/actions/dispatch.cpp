@@ -177,9 +177,8 @@ bool complete_with_slope(Desk& desk, const Model& model, FitRequest& request) {
     tell_refusal(desk, request, *refusal);
     return false;
   }
-  const auto slope =
-      ask_slope(desk.prompts(), desk.session.errors, desk.session.settings.punctuation,
-                slope_to_offer(desk, model, request.method));
+  const auto slope = ask_slope(desk.prompts(), desk.session.settings.punctuation,
+                               slope_to_offer(desk, model, request.method));
   if (!slope) return false;
   request.model = *slope == 1   ? model_code::exponential
                   : *slope == 2 ? model_code::rayleigh

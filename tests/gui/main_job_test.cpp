@@ -138,6 +138,19 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
   EXPECT_EQ(fits().text(0, fit_column::scale), "mu, Med, Xi, eta");
 }
 
+TEST_F(MainJob, ASlopeThatIsNoneIsNamedAndAskedForAgain) {
+  paste("100\n150\n210\n300\n", 4);
+  const auto keys = [](const char* list) { return QString::fromUtf8(list).split(u' '); };
+  boxes.answer_in_turn({keys("3 space c m"), keys("1 e 3 0 8"), keys("2 period 5")});
+  choose("opt_Model_14", 1);
+  EXPECT_EQ(fits().text(1, fit_column::shape), "2.5");
+  ASSERT_EQ(boxes.texts().size(), 3);
+  EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("Please enter the Weibull Slope")));
+  EXPECT_TRUE(boxes.texts()[1].startsWith(
+      QStringLiteral("'3 cm' is no slope: it takes one number from 0.000001 to 1000000.")));
+  EXPECT_TRUE(boxes.texts()[2].startsWith(QStringLiteral("'1e308' is no slope")));
+}
+
 // What is to be known beside the numbers stays in sight, wherever the mouse goes.
 TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
   paste(two_populations() + ">1500x9\n", 61);
