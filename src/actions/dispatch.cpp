@@ -210,7 +210,10 @@ void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
   Desk desk(session, wish.data_index, wish.fit_index);
   desk.panel().remark.clear();
   const Model* model = find_model(model_code);
-  if (!model) throw RunTimeError(run_time::invalid_argument);
+  if (!model) {
+    desk.prompts().show(unknown_model_box(model_code));
+    return;
+  }
   if (!has_data(session, wish.data_index))
     return AppendLog(
         session, "Please enter data for set # " + std::to_string(wish.data_index) + "\n", false);

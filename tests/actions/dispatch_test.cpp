@@ -184,6 +184,14 @@ TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal") << "no ghost";
 }
 
+TEST(Dispatch, AModelThatIsNotThereIsNamed) {
+  FitWorld world(five);
+  world.prompts.expect_box("No such model", "There is no model with the code 99.\nFit Cancelled");
+  world.fit(99);
+  world.prompts.verify();
+  EXPECT_EQ(world.fits().nFits, 0);
+}
+
 TEST(Dispatch, AnEntryThatIsNoSlopeIsAskedForAgain) {
   FitWorld world(five);
   for (const char* entry : {"abc", "3 cm", "1e308", "1e500", "1e-9", "1 2", " 1.5 "})

@@ -138,6 +138,23 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
   EXPECT_EQ(fits().text(0, fit_column::scale), "mu, Med, Xi, eta");
 }
 
+// Line and paper belong together: those of the fit that stands.
+TEST_F(MainJob, ARefusedFitLeavesTheChartAsItWas) {
+  paste("100\n150\n210\n300\n", 4);
+  choose("opt_Model_8", 1);
+  const Chart before = session().gChart(1);
+  const auto drawing = window.windows().chart(1).drawing().records.size();
+  person.click(widget("opt_Model_7"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("7 points are needed")));
+  const Chart& after = session().gChart(1);
+  EXPECT_EQ(after.Axes(0).ScaleType, before.Axes(0).ScaleType);
+  EXPECT_EQ(after.Axes(1).ScaleType, before.Axes(1).ScaleType);
+  EXPECT_EQ(after.Markers(1).FitNumber, before.Markers(1).FitNumber);
+  EXPECT_EQ(window.windows().chart(1).drawing().records.size(), drawing);
+  EXPECT_EQ(fits().rows(), 2);
+}
+
 TEST_F(MainJob, ASlopeThatIsNoneIsNamedAndAskedForAgain) {
   paste("100\n150\n210\n300\n", 4);
   const auto keys = [](const char* list) { return QString::fromUtf8(list).split(u' '); };
