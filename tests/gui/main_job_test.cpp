@@ -1,7 +1,9 @@
 // The main job: typed or pasted times become a fitted line.
 #include <QAbstractButton>
 #include <QLabel>
+#include <QMenu>
 #include <QTableView>
+#include <set>
 
 #include "gui/window_world.h"
 #include "numerics/number_text.h"
@@ -63,16 +65,25 @@ TEST_F(MainJob, KeyboardAlone) {
   EXPECT_TRUE(person.paste_elsewhere().contains(QStringLiteral("Tavlo Fit"))) << "from the log";
 }
 
-// No letter of the panel is one of the frame's: Alt+C fits from the panel too.
-TEST_F(MainJob, KeysOfThePanelAreItsOwn) {
+// A letter underlined in the panel is heard from every window, and is no letter of a menu.
+TEST_F(MainJob, KeysOfThePanelWorkEverywhere) {
   paste("100\n150\n210\n300\n", 4);
   boxes.answer_questions({});
   int fit = 0;
-  for (const auto& [key, name] : {std::pair{"alt+c", "W/rr"}, {"alt+x", "E/rr"}}) {
-    person.press({"ctrl+2", key});
+  for (const auto& [window_key, key, name] : {std::tuple{"ctrl+2", "alt+c", "W/rr"},
+                                              {"ctrl+2", "alt+x", "E/rr"},
+                                              {"ctrl+1", "alt+n", "N/rr"},
+                                              {"ctrl+3", "alt+l", "LN/rr"},
+                                              {"ctrl+4", "alt+g", "G-/rr"}}) {
+    person.press({window_key, key});
     ASSERT_TRUE(wait_until([&] { return fits().rows() == fit + 2; })) << key;
     EXPECT_EQ(fits().text(++fit, fit_column::model), name);
   }
+  person.press({"ctrl+2", "alt+e"});
+  ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
+  EXPECT_EQ(dynamic_cast<QMenu*>(QApplication::activePopupWidget())->title(),
+            QStringLiteral("&Edit"));
+  person.press({"Escape", "Escape"});
 }
 
 // On the way to a model nobody wants the fits of those between.

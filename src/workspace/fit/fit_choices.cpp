@@ -18,7 +18,7 @@ constexpr std::array<ModelOption, 16> options = {{
     {5, "&5c", "Competing Risk Mixture", "Two failure modes, one of them on a part of the units"},
     {6, "5x", "XOR Mixture", "Two kinds of units, each with a failure mode of its own"},
     {7, "&7", "Weibull BathTub", "Infant mortality, chance and wear-out together"},
-    {8, "N", "Normal Distribution", "Normal distribution on a linear time scale"},
+    {8, "&N", "Normal Distribution", "Normal distribution on a linear time scale"},
     {9, "&LN", "Log Normal", "Normal distribution of the logarithm of time"},
     {10, "&G-", "Gumbel Lower -", "Smallest of many values"},
     {11, "G+", "Gumbel Upper +", "Largest of many values"},

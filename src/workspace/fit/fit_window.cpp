@@ -130,6 +130,8 @@ void FitWindow::place_model_options(bool with_labels) {
     const bool labelled = with_labels && option.label[0] != '\0';
     button->setText(to_qt(option.caption) +
                     (labelled ? QStringLiteral("  ") + to_qt(option.label) : QString()));
+    // The frame owns the key of the letter, so that it works from every window.
+    button->setShortcut({});
     grid.removeWidget(button);
     grid.addWidget(button, option.index / columns, option.index % columns);
   }

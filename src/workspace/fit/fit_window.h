@@ -32,6 +32,8 @@ class FitWindow : public QWidget {
   /// Shows which of them the sheet has left behind.
   void show_age();
 
+  QTableView& grid() { return grd_Fit_; }
+
   void set_button_caption(const QString& caption);
 
   /// The selected cells become the grid's, so that copy finds them.

@@ -164,6 +164,16 @@ int ProjectWindows::current_index() const {
   return active->node_key().mid(1).toInt();
 }
 
+QChar ProjectWindows::active_kind() const {
+  const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
+  return active ? active->node_key().front() : u'L';
+}
+
+bool ProjectWindows::any(bool shown) const {
+  return std::any_of(children_.begin(), children_.end(),
+                     [shown](const ChildWindow* each) { return each->isHidden() != shown; });
+}
+
 int ProjectWindows::focused_sheet() const {
   const auto found = std::find_if(sheets_.begin(), sheets_.end(),
                                   [](const SheetView* each) { return each->hasFocus(); });
