@@ -143,8 +143,10 @@ void remark_fit(const Desk& desk, const FitRequest& request, int slot) {
 Outcome answer_request(Desk& desk, const FitRequest& request) {
   const int slot = find_slot(desk.fits(), request);
   if (slot > 0 && is_current(desk.fits().Fits(slot), desk.data) &&
-      desk.fits().Fits(slot).request == request)
+      desk.fits().Fits(slot).request == request) {
+    remark_fit(desk, request, slot);
     return {slot, false};
+  }
   const FitAnswer answer = answer_to(desk, request);
   tell_notes(desk, request, answer);
   if (const Refusal* refusal = answer.refusal()) {
@@ -180,9 +182,8 @@ bool complete_with_slope(Desk& desk, const Model& model, FitRequest& request) {
     tell_refusal(desk, request, *refusal);
     return false;
   }
-  const auto slope =
-      ask_slope(desk.prompts(), desk.session.errors, desk.session.settings.punctuation,
-                slope_to_offer(desk, model, request.method));
+  const auto slope = ask_slope(desk.prompts(), desk.session.settings.punctuation,
+                               slope_to_offer(desk, model, request.method));
   if (!slope) return false;
   request.model = *slope == 1   ? model_code::exponential
                   : *slope == 2 ? model_code::rayleigh
@@ -214,7 +215,10 @@ void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
   Desk desk(session, wish.data_index, wish.fit_index);
   desk.panel().remark.clear();
   const Model* model = find_model(model_code);
-  if (!model) throw RunTimeError(run_time::invalid_argument);
+  if (!model) {
+    desk.prompts().show(unknown_model_box(model_code));
+    return;
+  }
   if (!has_data(session, wish.data_index))
     return AppendLog(
         session, "Please enter data for set # " + std::to_string(wish.data_index) + "\n", false);

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <string>
 
+#include "numerics/number_text.h"
+
 namespace tavlo {
 namespace {
 
@@ -14,19 +16,40 @@ std::string exact_text(double number) {
   return {text, end.ptr};
 }
 
+constexpr const char* question =
+    "Please enter the Weibull Slope for Weibayes.\nExponential:  Enter '1'\n"
+    "Rayleigh:     Enter '2'";
+
+std::string without_blanks_around(const std::string& text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+std::string correction(const std::string& entry) {
+  constexpr std::size_t most_shown = 40;
+  const std::string shown = entry.size() <= most_shown ? "'" + entry + "'" : "That text";
+  return shown + " is no slope: it takes one number from 0.000001 to 1000000.\n\n" + question;
+}
+
 }  // namespace
 
-std::optional<double> ask_slope(Prompts& prompts, ErrorReporter& reporter,
-                                const NumberPunctuation& punctuation, double suggestion) {
-  const auto entry =
-      prompts.ask_line("Enter Weibull Slope",
-                       "Please enter the Weibull Slope for Weibayes.\nExponential:  Enter '1'\n"
-                       "Rayleigh:     Enter '2'",
-                       suggestion > 0 ? exact_text(suggestion) : "");
-  if (!entry) return std::nullopt;
-  const double slope = std::fabs(fd_Str2Dbl(reporter, with_decimal_point(*entry, punctuation)));
-  if (slope == 0 || !std::isfinite(slope)) return std::nullopt;
-  return slope;
+bool is_slope(double slope) { return slope >= 1e-6 && slope <= 1e6; }
+
+std::optional<double> ask_slope(Prompts& prompts, const NumberPunctuation& punctuation,
+                                double suggestion) {
+  std::string text = question;
+  std::string offer = suggestion > 0 ? exact_text(suggestion) : "";
+  for (;;) {
+    const auto answer = prompts.ask_line("Enter Weibull Slope", text, offer);
+    const std::string entry = without_blanks_around(answer.value_or(""));
+    if (entry.empty()) return std::nullopt;
+    const auto number = parse_number(with_decimal_point(entry, punctuation));
+    if (number && *number == 0) return std::nullopt;
+    if (number && is_slope(std::fabs(*number))) return std::fabs(*number);
+    text = correction(entry);
+    offer = entry;
+  }
 }
 
 }  // namespace tavlo

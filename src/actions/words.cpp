@@ -170,6 +170,11 @@ Box retry_box(const char* where, const RunTimeError& error) {
           BoxIcon::exclamation, BoxButtons::retry_cancel};
 }
 
+Box unknown_model_box(int model_code) {
+  return exclamation("No such model", "There is no model with the code " +
+                                          std::to_string(model_code) + ".\nFit Cancelled");
+}
+
 bool is_silent(const Refusal& refusal, const FitRequest& request) {
   if (refusal.code == RefusalCode::too_few_failures) return !stop_box(request);
   return refusal.code == RefusalCode::stopped || refusal.code == RefusalCode::slope_missing;

@@ -23,6 +23,9 @@ Box retry_box(const char* where, const RunTimeError& error);
 std::optional<Box> refusal_box(const Refusal& refusal, const FitRequest& request,
                                const DataSet& data);
 
+/// A file or a caller may name a model that the table of models lacks.
+Box unknown_model_box(int model_code);
+
 /// True for what the person has just decided or is about to be asked: no words at all.
 bool is_silent(const Refusal& refusal, const FitRequest& request);
 

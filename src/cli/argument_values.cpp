@@ -5,6 +5,7 @@
 #include <charconv>
 #include <optional>
 
+#include "actions/slope_question.h"
 #include "numerics/number_text.h"
 #include "project/chart_types.h"
 
@@ -137,8 +138,6 @@ DecimalSign parse_decimal_sign(const std::string& text) {
     refuse("'" + text + "' is no decimal sign (comma, point)");
   return text == "comma" ? DecimalSign::comma : DecimalSign::point;
 }
-
-bool is_slope(double slope) { return slope >= 1e-6 && slope <= 1e6; }
 
 SlopeFault slope_fault(const FitQuestions& questions) {
   const auto& choices = questions.choices;

@@ -27,9 +27,8 @@ double parse_fraction(double percent, const std::string& text);
 /// "benard" or "exact".
 RankKind parse_rank_kind(const std::string& text);
 
-/// The slope of a Weibayes, 1e-6 to 1e6.
+/// The slope of a Weibayes, as is_slope allows it.
 double parse_slope(const std::string& text);
-bool is_slope(double slope);
 
 /// A Weibayes has no slope of its own, and no other model takes one.
 enum class SlopeFault { none, missing, not_wanted };

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "actions/slope_question.h"
 #include "cli/argument_values.h"
 #include "cli/json_text.h"
 #include "cli/line_reader.h"

@@ -128,7 +128,7 @@ TEST(Dispatch, TheSlopeEnteredChoosesTheModelAndKeepsAllItsDigits) {
   int fits = 0;
   for (const Entry& entry : {Entry{"1", 674, 1}, Entry{"-2", 738, 2}, Entry{"5e-1", 802, 0.5},
                              Entry{"2.3456789", 802, 2.3456789}, Entry{"0", 0, 0}, Entry{"", 0, 0},
-                             Entry{"abc", 0, 0}, Entry{cancelled, 0, 0}}) {
+                             Entry{cancelled, 0, 0}}) {
     SCOPED_TRACE(entry.text.value_or("(cancelled)"));
     world.prompts.expect_line("Enter Weibull Slope", entry.text);
     std::int16_t code = 802;
@@ -183,6 +183,24 @@ TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
   world.data().ModeNames(2) = "seal";
   Load_Fit(world.session, 1);
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal") << "no ghost";
+}
+
+TEST(Dispatch, AModelThatIsNotThereIsNamed) {
+  FitWorld world(five);
+  world.prompts.expect_box("No such model", "There is no model with the code 99.\nFit Cancelled");
+  world.fit(99);
+  world.prompts.verify();
+  EXPECT_EQ(world.fits().nFits, 0);
+}
+
+TEST(Dispatch, AnEntryThatIsNoSlopeIsAskedForAgain) {
+  FitWorld world(five);
+  for (const char* entry : {"abc", "3 cm", "1e308", "1e500", "1e-9", "1 2", " 1.5 "})
+    world.prompts.expect_line("Enter Weibull Slope", entry);
+  world.fit(802);
+  world.prompts.verify();
+  ASSERT_EQ(world.fits().nFits, 1);
+  EXPECT_EQ(world.record(1).Rows(1).Shape, 1.5);
 }
 
 // A slope below 1: the likelihood rises as the minimum life comes up to the first failure.

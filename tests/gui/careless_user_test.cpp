@@ -16,6 +16,24 @@ TEST_F(CarelessUser, CalculatesAnEmptySheet) {
   EXPECT_FALSE(session().gFitForm(1)->busy);
 }
 
+// The box takes the focus from the cell while the cell is being closed.
+TEST_F(CarelessUser, TypesOnAfterAnErrorBoxInACell) {
+  person.type("100\n1e500\n");
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
+  ASSERT_TRUE(wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
+  person.type("7\n8\n");
+  EXPECT_TRUE(wait_until([&] { return sheet().text(4, sheet_column::x) == "8"; }));
+  EXPECT_EQ(sheet().text(3, sheet_column::x), "7");
+
+  person.type("1e500");
+  person.click(*window.windows().sheet(1).viewport(), {20, 10});
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 2 && !program.commands.running(); }));
+  ASSERT_TRUE(wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
+  person.type("9\n");
+  EXPECT_TRUE(wait_until([&] { return sheet().text(1, sheet_column::x) == "9"; }))
+      << sheet().text(1, sheet_column::x);
+}
+
 TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
   person.type("100\n");
   ChildWindow& child = *window.windows().child(QStringLiteral("D1"));

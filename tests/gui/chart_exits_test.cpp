@@ -20,7 +20,7 @@ class ChartExits : public test::WindowWorld {
   /// program until it is closed.
   void save_as(const QString& name) {
     answer_files_with(name);
-    chart().findChild<QAction*>(QStringLiteral("mnu_SaveChart"))->trigger();
+    window.findChild<QAction*>(QStringLiteral("mnu_SaveChart"))->trigger();
   }
 };
 

@@ -48,11 +48,42 @@ TEST(BlockLayout, CoversTheArea) {
 TEST_F(Frame, DeadEntriesAreDisabled) {
   for (const int id : {2, 3, 6, 11, 28, 34, 35, 49})
     EXPECT_FALSE(window.findChild<QAction*>(QStringLiteral("mnu_%1").arg(id))->isEnabled()) << id;
-  for (const int id : {command::new_project, command::exit, command::paste, command::tile_block})
+  for (const int id : {command::new_project, command::print, command::paste, command::tile_block})
     EXPECT_TRUE(window.findChild<QAction*>(QStringLiteral("mnu_%1").arg(id))->isEnabled()) << id;
   const auto log_before = log();
-  for (const int id : {-1, 0, 2, 3, 6, 8, 11, 42, 52, 1000}) window.DoCommand(id);
+  for (const int id : {-1, 0, 2, 3, 6, 11, 42, 52, 1000}) window.DoCommand(id);
   EXPECT_EQ(log(), log_before);
+}
+
+// No two commands hear the same key, and no key is the letter of a menu.
+TEST_F(Frame, EveryKeyHasOneMeaning) {
+  std::map<QString, QString> owners;
+  for (const QAction* menu : window.menuBar()->actions())
+    owners[QKeySequence::mnemonic(menu->text()).toString()] = menu->text();
+  for (const Command& each : all_commands(window)) {
+    if (each.keys.empty()) continue;
+    for (const auto& keys : QKeySequence::listFromString(to_qt(each.keys))) {
+      EXPECT_FALSE(keys.isEmpty()) << each.keys;
+      const auto [owner, is_new] = owners.try_emplace(keys.toString(), to_qt(each.caption));
+      EXPECT_TRUE(is_new) << each.caption << " and " << from_qt(owner->second);
+    }
+  }
+  EXPECT_GT(owners.size(), 30u);
+}
+
+// Which commands can be used follows from what stands before the person.
+TEST_F(Frame, CommandsFollowTheWindowInFront) {
+  const auto enabled = [&](const char* name) {
+    return window.findChild<QAction*>(QString::fromUtf8(name))->isEnabled();
+  };
+  EXPECT_TRUE(enabled("mnu_16"));
+  person.press({"ctrl+3"});
+  EXPECT_TRUE(test::wait_until([&] { return !enabled("mnu_16"); })) << "paste into a chart";
+  EXPECT_FALSE(enabled("mnu_ZoomBack"));
+  person.press({"plus"});
+  EXPECT_TRUE(test::wait_until([&] { return enabled("mnu_ZoomBack"); }));
+  person.press({"ctrl+1"});
+  EXPECT_TRUE(test::wait_until([&] { return enabled("mnu_16"); }));
 }
 
 TEST_F(Frame, LeavingWithDataAsksFirst) {

@@ -1,7 +1,9 @@
 // The main job: typed or pasted times become a fitted line.
 #include <QAbstractButton>
 #include <QLabel>
+#include <QMenu>
 #include <QTableView>
+#include <set>
 
 #include "gui/window_world.h"
 #include "numerics/number_text.h"
@@ -63,16 +65,42 @@ TEST_F(MainJob, KeyboardAlone) {
   EXPECT_TRUE(person.paste_elsewhere().contains(QStringLiteral("Tavlo Fit"))) << "from the log";
 }
 
-// No letter of the panel is one of the frame's: Alt+C fits from the panel too.
-TEST_F(MainJob, KeysOfThePanelAreItsOwn) {
+// A letter underlined in the panel is heard from every window, and is no letter of a menu.
+TEST_F(MainJob, KeysOfThePanelWorkEverywhere) {
   paste("100\n150\n210\n300\n", 4);
   boxes.answer_questions({});
   int fit = 0;
-  for (const auto& [key, name] : {std::pair{"alt+c", "W/rr"}, {"alt+x", "E/rr"}}) {
-    person.press({"ctrl+2", key});
+  for (const auto& [window_key, key, name] : {std::tuple{"ctrl+2", "alt+c", "W/rr"},
+                                              {"ctrl+2", "alt+x", "E/rr"},
+                                              {"ctrl+1", "alt+n", "N/rr"},
+                                              {"ctrl+3", "alt+l", "LN/rr"},
+                                              {"ctrl+4", "alt+g", "G-/rr"}}) {
+    person.press({window_key, key});
     ASSERT_TRUE(wait_until([&] { return fits().rows() == fit + 2; })) << key;
     EXPECT_EQ(fits().text(++fit, fit_column::model), name);
   }
+  person.press({"ctrl+2", "alt+e"});
+  ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
+  EXPECT_EQ(dynamic_cast<QMenu*>(QApplication::activePopupWidget())->title(),
+            QStringLiteral("&Edit"));
+  person.press({"Escape", "Escape"});
+}
+
+// On the way to a model nobody wants the fits of those between.
+TEST_F(MainJob, ArrowsChooseAndSpaceOrEnterCalculates) {
+  paste("100\n150\n210\n300\n", 4);
+  const FitPanel& panel = *session().gFitForm(1);
+  person.press({"ctrl+2", "shift+Tab", "Down", "Down"});
+  ASSERT_TRUE(wait_until([&] { return panel.nMethod == method_code::y_on_x; }));
+  person.press({"shift+Tab", "shift+Tab", "Down", "Right"});
+  ASSERT_TRUE(wait_until([&] { return panel.nModel == model_code::lognormal; })) << panel.nModel;
+  EXPECT_EQ(fits().rows(), 1);
+  person.press({"space"});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 2 && !program.commands.running(); }));
+  EXPECT_EQ(fits().text(1, fit_column::model), "LN/rrs");
+  person.press({"Left", "Return"});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 3 && !program.commands.running(); }));
+  EXPECT_EQ(fits().text(2, fit_column::model), "N/rrs");
 }
 
 TEST_F(MainJob, MouseAlone) {
@@ -121,14 +149,58 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
   EXPECT_EQ(fits().text(0, fit_column::scale), "mu, Med, Xi, eta");
 }
 
+// Line and paper belong together: those of the fit that stands.
+TEST_F(MainJob, ARefusedFitLeavesTheChartAsItWas) {
+  paste("100\n150\n210\n300\n", 4);
+  choose("opt_Model_8", 1);
+  const Chart before = session().gChart(1);
+  const auto drawing = window.windows().chart(1).drawing().records.size();
+  person.click(widget("opt_Model_7"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("7 points are needed")));
+  const Chart& after = session().gChart(1);
+  EXPECT_EQ(after.Axes(0).ScaleType, before.Axes(0).ScaleType);
+  EXPECT_EQ(after.Axes(1).ScaleType, before.Axes(1).ScaleType);
+  EXPECT_EQ(after.Markers(1).FitNumber, before.Markers(1).FitNumber);
+  EXPECT_EQ(window.windows().chart(1).drawing().records.size(), drawing);
+  EXPECT_EQ(fits().rows(), 2);
+}
+
+TEST_F(MainJob, ASlopeThatIsNoneIsNamedAndAskedForAgain) {
+  paste("100\n150\n210\n300\n", 4);
+  const auto keys = [](const char* list) { return QString::fromUtf8(list).split(u' '); };
+  boxes.answer_in_turn({keys("3 space c m"), keys("1 e 3 0 8"), keys("2 period 5")});
+  choose("opt_Model_14", 1);
+  EXPECT_EQ(fits().text(1, fit_column::shape), "2.5");
+  ASSERT_EQ(boxes.texts().size(), 3);
+  EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("Please enter the Weibull Slope")));
+  EXPECT_TRUE(boxes.texts()[1].startsWith(
+      QStringLiteral("'3 cm' is no slope: it takes one number from 0.000001 to 1000000.")));
+  EXPECT_TRUE(boxes.texts()[2].startsWith(QStringLiteral("'1e308' is no slope")));
+}
+
+// What is to be known beside the numbers stays in sight, wherever the mouse goes.
 TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
-  paste(two_populations(), 60);
-  choose("opt_Model_5", 2);
-  EXPECT_EQ(fits().text(1, fit_column::model).substr(0, 6), "W5C/rr");
-  EXPECT_EQ(fits().text(2, fit_column::sub_population), "1,2");
+  paste(two_populations() + ">1500x9\n", 61);
   const auto& hint = dynamic_cast<const QLabel&>(widget("lbl_Tip"));
-  EXPECT_TRUE(hint.text().contains(QStringLiteral("starts ended at this optimum"))) << "status";
+  const auto& news = dynamic_cast<const QLabel&>(widget("lbl_News"));
+  EXPECT_EQ(news.text(), QStringLiteral("61 rows: 60 failures, 9 suspensions"));
+  choose("opt_Method_1", 1);
+  choose("opt_Model_5", 3);
+  EXPECT_EQ(fits().text(2, fit_column::model).substr(0, 6), "W5C/ML");
+  EXPECT_EQ(fits().text(3, fit_column::sub_population), "1,2");
+  const QString remark = news.text();
+  EXPECT_TRUE(remark.contains(QStringLiteral("starts ended at this optimum"))) << from_qt(remark);
+  EXPECT_TRUE(remark.contains(QStringLiteral("9 suspensions left out"))) << from_qt(remark);
   EXPECT_TRUE(chart_has_fit_line());
+
+  for (const QPoint& at : {QPoint(20, 40), QPoint(100, 60)})
+    person.move_to(*window.windows().sheet(1).viewport(), at);
+  ASSERT_TRUE(wait_until([&] { return hint.text().startsWith(QStringLiteral("Data")); }));
+  person.move_to(window.windows().chart(1), {200, 150});
+  ASSERT_TRUE(wait_until([&] { return !hint.text().startsWith(QStringLiteral("Data")); }));
+  choose("btn_Fit", 3);
+  EXPECT_EQ(news.text(), remark) << "the same fit has the same notes";
 }
 
 TEST_F(MainJob, TheCensoredSwitchMakesAFitBesideTheOtherAndNotesAreATip) {

@@ -126,6 +126,7 @@ void BoxReader::look() {
   if (!window || window == answered_ || !window->isActiveWindow()) return;
   const auto* box = qobject_cast<QMessageBox*>(window);
   const auto* question = qobject_cast<QInputDialog*>(window);
+  if (question && !answers_.isEmpty()) line_keys_ = answers_.takeFirst();
   if (!box && !(question && line_keys_)) return;
   answered_ = window;
   texts_ << (box ? box->text() : question->labelText());

@@ -63,6 +63,8 @@ class BoxReader : public QObject {
   /// Answers questions for a line of text too: the keys to press before Enter. Until
   /// then they are left to the test.
   void answer_questions(std::initializer_list<const char*> keys);
+  /// The same where each question is answered in another way.
+  void answer_in_turn(std::initializer_list<QStringList> answers) { answers_ = answers; }
   const QStringList& texts() const { return texts_; }
 
  private:
@@ -71,6 +73,7 @@ class BoxReader : public QObject {
   QTimer timer_;
   QString key_ = QStringLiteral("Return");
   std::optional<QStringList> line_keys_;
+  QList<QStringList> answers_;
   QStringList texts_;
   QPointer<QWidget> answered_;
 };

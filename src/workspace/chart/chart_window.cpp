@@ -143,6 +143,10 @@ void ChartWindow::free_selected() {
   stage_.announce_change();
 }
 
+bool ChartWindow::can_free_selected() {
+  return selected().is_box() && has_own_place(stage_.chart(), selected().index);
+}
+
 // --- reading
 
 void ChartWindow::show_reading() {

@@ -50,8 +50,9 @@ class ChartWindow : public QWidget {
   void add_mark(MarkKind kind);
   void edit_selected();
   void delete_selected();
-  /// Lets the selected box find its place again.
+  /// Lets the selected box find its place again, if it was given one.
   void free_selected();
+  bool can_free_selected();
 
  signals:
   void hint_wanted(const QString& hint);

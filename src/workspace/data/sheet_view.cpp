@@ -139,8 +139,9 @@ void SheetView::place_edit_box() {
 void SheetView::close_edit_box() {
   if (edit_.isHidden()) return;
   // First the focus: hiding the box would pass it on as the Tab key does, and
-  // the current cell with it.
-  if (edit_.hasFocus()) setFocus();
+  // the current cell with it. After a message the frame is not active yet, and
+  // gets the keyboard back where its focus waits: that may not be a hidden box.
+  if (window()->focusWidget() == &edit_) setFocus();
   edit_.hide();
 }
 

@@ -18,7 +18,7 @@ constexpr std::array<ModelOption, 16> options = {{
     {5, "&5c", "Competing Risk Mixture", "Two failure modes, one of them on a part of the units"},
     {6, "5x", "XOR Mixture", "Two kinds of units, each with a failure mode of its own"},
     {7, "&7", "Weibull BathTub", "Infant mortality, chance and wear-out together"},
-    {8, "N", "Normal Distribution", "Normal distribution on a linear time scale"},
+    {8, "&N", "Normal Distribution", "Normal distribution on a linear time scale"},
     {9, "&LN", "Log Normal", "Normal distribution of the logarithm of time"},
     {10, "&G-", "Gumbel Lower -", "Smallest of many values"},
     {11, "G+", "Gumbel Upper +", "Largest of many values"},
@@ -62,20 +62,28 @@ const Model* model_of_option(int index) {
   return found == all.end() ? nullptr : &*found;
 }
 
-void opt_Model_Click(Session& session, int fit_index, int option) {
+void choose_model(Session& session, int fit_index, int option) {
   FitPanel& panel = *session.gFitForm(fit_index);
   const Model* model = model_of_option(option);
   if (panel.busy || !model) return;
   panel.nModel = model->code;
   panel.txt_Custom = model->panel_formula;
+}
+
+void choose_method(Session& session, int fit_index, std::int16_t method) {
+  FitPanel& panel = *session.gFitForm(fit_index);
+  if (!panel.busy && find_method(method)) panel.nMethod = method;
+}
+
+void opt_Model_Click(Session& session, int fit_index, int option) {
+  if (!model_of_option(option)) return;
+  choose_model(session, fit_index, option);
   calculate_at_once(session, fit_index);
 }
 
 void opt_Method_Click(Session& session, int fit_index, std::int16_t method) {
-  FitPanel& panel = *session.gFitForm(fit_index);
-  if (panel.busy || !find_method(method)) return;
-  panel.nMethod = method;
-  session.ports.views.status(method_status(method));
+  if (!find_method(method)) return;
+  choose_method(session, fit_index, method);
   calculate_at_once(session, fit_index);
 }
 
@@ -83,11 +91,15 @@ void chk_Censored_Click(Session& session, int fit_index, bool checked) {
   FitPanel& panel = *session.gFitForm(fit_index);
   if (panel.busy) return;
   panel.censored = checked;
-  session.ports.views.status(checked ? "Censored: suspensions take part in the likelihood"
-                                     : "Suspensions are left out of the likelihood of a mixture");
 }
 
 const char* method_status(int method) { return words_of(method).status; }
+
+const char* censored_status(bool checked) {
+  return checked ? "Censored: suspensions take part in the likelihood"
+                 : "Suspensions are left out of the likelihood of a mixture";
+}
+
 const char* method_menu_caption(int method) { return words_of(method).menu; }
 
 }  // namespace tavlo

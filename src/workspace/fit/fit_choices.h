@@ -23,11 +23,15 @@ std::span<const ModelOption> model_options();
 /// The model behind an option, or null: option 13 only asks for help.
 const Model* model_of_option(int index);
 
-/// Chooses the model of an option and shows its formula. With QuickCalculation
-/// on, the fit is calculated at once, provided there is something to calculate.
-void opt_Model_Click(Session& session, int fit_index, int option);
+/// Chooses the model of an option and shows its formula, as an arrow key does.
+void choose_model(Session& session, int fit_index, int option);
 
 /// The same for a method: 0, 1 or 2.
+void choose_method(Session& session, int fit_index, std::int16_t method);
+
+/// A click chooses and, with QuickCalculation on, calculates the fit at once, provided
+/// there is something to calculate.
+void opt_Model_Click(Session& session, int fit_index, int option);
 void opt_Method_Click(Session& session, int fit_index, std::int16_t method);
 
 /// The switch beside the methods. It acts at the next request: no fit changes with it.
@@ -35,6 +39,9 @@ void chk_Censored_Click(Session& session, int fit_index, bool checked);
 
 /// "Method: RR: XonY", for the status bar.
 const char* method_status(int method);
+
+/// What the switch does from now on, for the status bar.
+const char* censored_status(bool checked);
 
 /// "RR: Rank Regression (Standard X on Y)", for the method menu.
 const char* method_menu_caption(int method);

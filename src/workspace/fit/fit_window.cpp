@@ -3,7 +3,9 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -79,6 +81,14 @@ void FitWindow::lay_out() {
   whole->addWidget(scroller);
 }
 
+void FitWindow::choose(const std::function<void()>& choice) {
+  commands_.run([&] {
+    choice();
+    show_choices();
+    emit choices_changed();
+  });
+}
+
 QWidget* FitWindow::make_model_frame() {
   model_frame_ = new QGroupBox(tr("Model"));
   model_frame_->setObjectName(QStringLiteral("fra_Model"));
@@ -91,10 +101,9 @@ QWidget* FitWindow::make_model_frame() {
   for (const ModelOption& option : model_options()) add_model_option(option);
   place_model_options(false);
   connect(&opt_Model_, &QButtonGroup::idClicked, this, [this](int option) {
-    commands_.run([&] {
-      opt_Model_Click(session_, index_, option);
-      show_choices();
-      emit choices_changed();
+    choose([&] {
+      stepping_ ? choose_model(session_, index_, option)
+                : opt_Model_Click(session_, index_, option);
     });
   });
   return model_frame_;
@@ -109,6 +118,7 @@ void FitWindow::add_model_option(const ModelOption& option) {
   const QString label = to_qt(option.label);
   const QString tip = available ? to_qt(option.tool_tip) : tr("not available yet");
   button->setToolTip(label + QStringLiteral("\n") + tip);
+  button->installEventFilter(this);
   opt_Model_.addButton(button, option.index);
 }
 
@@ -120,6 +130,8 @@ void FitWindow::place_model_options(bool with_labels) {
     const bool labelled = with_labels && option.label[0] != '\0';
     button->setText(to_qt(option.caption) +
                     (labelled ? QStringLiteral("  ") + to_qt(option.label) : QString()));
+    // The frame owns the key of the letter, so that it works from every window.
+    button->setShortcut({});
     grid.removeWidget(button);
     grid.addWidget(button, option.index / columns, option.index % columns);
   }
@@ -141,16 +153,18 @@ QWidget* FitWindow::make_method_frame() {
     auto* button = new QRadioButton(to_qt(method.panel_caption));
     button->setObjectName(option_name("opt_Method", method.code));
     button->setToolTip(to_qt(method_menu_caption(method.code)));
+    button->installEventFilter(this);
     opt_Method_.addButton(button, method.code);
     rows->addWidget(button);
   }
   rows->addWidget(make_censored_box());
   rows->addStretch(1);
-  connect(&opt_Method_, &QButtonGroup::idClicked, this, [this](int method) {
-    commands_.run([&] {
-      opt_Method_Click(session_, index_, static_cast<std::int16_t>(method));
-      show_choices();
-      emit choices_changed();
+  connect(&opt_Method_, &QButtonGroup::idClicked, this, [this](int option) {
+    choose([&] {
+      const auto method = static_cast<std::int16_t>(option);
+      emit hint_wanted(to_qt(method_status(method)));
+      stepping_ ? choose_method(session_, index_, method)
+                : opt_Method_Click(session_, index_, method);
     });
   });
   return frame;
@@ -163,7 +177,10 @@ QWidget* FitWindow::make_censored_box() {
       tr("Takes suspensions into the likelihood of a mixture or of a Weibull with a minimum life.\n"
          "It holds for the fits made from now on, beside those that stand."));
   connect(chk_Censored_, &QCheckBox::clicked, this, [this](bool checked) {
-    commands_.run([&] { chk_Censored_Click(session_, index_, checked); });
+    commands_.run([&] {
+      emit hint_wanted(to_qt(censored_status(checked)));
+      chk_Censored_Click(session_, index_, checked);
+    });
   });
   return chk_Censored_;
 }
@@ -251,10 +268,31 @@ void FitWindow::focusInEvent(QFocusEvent* event) {
   btn_Fit_->setFocus();
 }
 
+// A radio button clicks the next one when an arrow key goes there. On the way to a model
+// nobody wants the fits of those between: the arrows choose, Space and Enter calculate.
+bool FitWindow::option_key(QObject& option, QEvent& event) {
+  switch (static_cast<QKeyEvent&>(event).key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down: {
+      const QScopedValueRollback stepping(stepping_, true);
+      option.event(&event);
+      return true;
+    }
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter: commands_.run([this] { CheckAndFit(session_, index_); }); return true;
+    default: return false;
+  }
+}
+
 // The names close again when the mouse leaves the frame. A frame without the
 // mouse is one opened by the keyboard, which never gets this event.
 bool FitWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == model_frame_ && event->type() == QEvent::Leave) chk_Big_->setChecked(false);
+  if (watched != model_frame_ && event->type() == QEvent::KeyPress)
+    return option_key(*watched, *event);
   return QWidget::eventFilter(watched, event);
 }
 

@@ -32,6 +32,8 @@ class FitWindow : public QWidget {
   /// Shows which of them the sheet has left behind.
   void show_age();
 
+  QTableView& grid() { return grd_Fit_; }
+
   void set_button_caption(const QString& caption);
 
   /// The selected cells become the grid's, so that copy finds them.
@@ -39,12 +41,15 @@ class FitWindow : public QWidget {
 
  signals:
   void choices_changed();
+  void hint_wanted(const QString& hint);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 
  private:
+  void choose(const std::function<void()>& choice);
+  bool option_key(QObject& option, QEvent& event);
   QWidget* make_model_frame();
   void add_model_option(const ModelOption& option);
   QWidget* make_method_frame();
@@ -58,6 +63,7 @@ class FitWindow : public QWidget {
   Session& session_;
   UserCommands& commands_;
   int index_;
+  bool stepping_ = false;  // an arrow key goes from one option to the next
   GridModel model_;
   QGroupBox* model_frame_ = nullptr;
   QCheckBox* chk_Big_ = nullptr;

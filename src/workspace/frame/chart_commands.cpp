@@ -1,48 +1,17 @@
 #include "workspace/frame/chart_commands.h"
 
 #include "workspace/chart/chart_files.h"
-#include "workspace/chart/chart_menu.h"
 #include "workspace/format/format_dialog.h"
-#include "workspace/frame/command_table.h"
 
 namespace tavlo {
 
 ChartCommands::ChartCommands(Program& program, ProjectWindows& windows, QWidget& frame)
     : program_(program), windows_(windows), frame_(frame) {}
 
-void ChartCommands::set_up_menus(Menus& menus) {
-  QMenu& options = menus.menu(QStringLiteral("&Options"));
-  sub_populations_ = options.addAction(tr("S&ub-Populations"));
-  sub_populations_->setObjectName(QStringLiteral("mnu_SubPopulations"));
-  connect(sub_populations_, &QAction::triggered, this,
-          [this](bool on) { program_.commands.run([&] { chart().set_sub_populations(on); }); });
-  zoom_ = menus.action(command::zoom);
-  precise_reading_ = menus.action(command::precise_reading);
-  copy_ = menus.action(command::copy);
-  for (QAction* entry : {zoom_, precise_reading_, sub_populations_}) entry->setCheckable(true);
-  connect(&windows_, &QMdiArea::subWindowActivated, this, &ChartCommands::show_state);
-
-  // The command of that number does nothing, by definition; its entry leads here.
-  QAction* preview = menus.action(command::print_preview);
-  preview->setEnabled(true);
-  connect(preview, &QAction::triggered, this, program_.commands.slot([this] { this->preview(); }));
-}
-
 void ChartCommands::attach(ChartWindow& chart) {
-  new ChartMenu(chart, program_.commands,
-                {zoom_, precise_reading_, sub_populations_, copy_,
-                 [this, &chart] {
-                   const auto& place = chart.menu_place();
-                   place ? format(chart, *place) : format();
-                 },
-                 [this, &chart] { save_chart(program_.session, chart.drawing()); },
-                 [this] { print(); }, [this] { preview(); }});
-  connect(&chart, &ChartWindow::state_changed, this, &ChartCommands::show_state);
   connect(&chart, &ChartWindow::format_wanted, this,
           [this, &chart](drawing::Place place) { format(chart, place); });
 }
-
-ChartWindow& ChartCommands::chart() { return windows_.chart(windows_.current_chart()); }
 
 void ChartCommands::toggle_zoom() {
   windows_.bring_to_front(chart());
@@ -53,6 +22,17 @@ void ChartCommands::toggle_precise_reading() {
   windows_.bring_to_front(chart());
   chart().set_precise(!chart().is_precise());
 }
+
+void ChartCommands::toggle_sub_populations() {
+  chart().set_sub_populations(!chart().stage().chart().SubPopulations);
+}
+
+void ChartCommands::format_at_menu() {
+  const auto& place = chart().menu_place();
+  place ? format(chart(), *place) : format();
+}
+
+void ChartCommands::save() { save_chart(program_.session, chart().drawing()); }
 
 void ChartCommands::format() {
   FormatDialog::run(program_.session, program_.commands, chart().index(), ChartPart::boxes,
@@ -88,12 +68,5 @@ void ChartCommands::print() {
 void ChartCommands::preview() { printing_.preview(&frame_, job()); }
 
 void ChartCommands::set_up_printer() { printing_.set_up(&frame_); }
-
-void ChartCommands::show_state() {
-  if (windows_.current_chart() == 0) return;
-  zoom_->setChecked(chart().tool() == ChartTool::zoom);
-  precise_reading_->setChecked(chart().is_precise());
-  sub_populations_->setChecked(chart().stage().chart().SubPopulations);
-}
 
 }  // namespace tavlo

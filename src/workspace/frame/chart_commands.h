@@ -1,10 +1,8 @@
-// ChartCommands: the commands of the frame's menus that work on a chart, and
-// printing.
+// ChartCommands: what the commands that work on a chart do, and printing.
 #pragma once
 
 #include <QObject>
 
-#include "workspace/frame/menus.h"
 #include "workspace/frame/printing.h"
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_windows.h"
@@ -18,38 +16,35 @@ class ChartCommands : public QObject {
   /// `frame` is the window that dialogs belong to.
   ChartCommands(Program& program, ProjectWindows& windows, QWidget& frame);
 
-  /// Makes the entries of the menu bar that show a state, and those that the
-  /// command table lacks.
-  void set_up_menus(Menus& menus);
-
-  /// Gives a chart its pop-up menu.
+  /// Answers a chart's wish for a format.
   void attach(ChartWindow& chart);
+
+  bool any() const { return windows_.current_chart() > 0; }
+
+  /// The chart whose window is active, else the first.
+  ChartWindow& chart() { return windows_.chart(windows_.current_chart()); }
 
   void toggle_zoom();
   void toggle_precise_reading();
+  void toggle_sub_populations();
   void format();
+  /// On the page of what lay under the mouse when it asked for the pop-up.
+  void format_at_menu();
   /// On the page of what lies at the place.
   void format(ChartWindow& chart, drawing::Place place);
+  void save();
   /// The window that is active.
   void print();
   void preview();
   void set_up_printer();
 
-  /// Shows in the menus how the current chart stands.
-  void show_state();
-
  private:
-  ChartWindow& chart();
   PrintJob job();
 
   Program& program_;
   ProjectWindows& windows_;
   QWidget& frame_;
   Printing printing_;
-  QAction* zoom_ = nullptr;
-  QAction* precise_reading_ = nullptr;
-  QAction* sub_populations_ = nullptr;
-  QAction* copy_ = nullptr;
 };
 
 }  // namespace tavlo

@@ -1,82 +1,291 @@
 #include "workspace/frame/command_table.h"
 
 #include <array>
+#include <iterator>
+
+#include "workspace/fit/fit_choices.h"
+#include "workspace/frame/main_window.h"
 
 namespace tavlo {
 
 namespace {
 
+using Rows = std::vector<Command>;
+
 constexpr const char* file = "&File";
 constexpr const char* edit = "&Edit";
+constexpr const char* columns = "&Edit|&View Columns";
 constexpr const char* options = "&Options";
+constexpr const char* marks = "&Options|Add &Mark";
 constexpr const char* analysis = "&Analysis";
 constexpr const char* window = "&Window";
 constexpr const char* help = "&Help";
 
-constexpr auto entries = std::to_array<MenuEntry>({
-    {1, "&File|&New", "&Project", "Ctrl+N"},
-    {2, "&File|&New", "&Data/Fit", ""},
-    {3, "&File|&New", "&Chart", ""},
-    {4, file, "&Open", "Ctrl+O"},
-    {5, file, "&Save", "Ctrl+S"},
-    {6, file, "Save &As", ""},
-    {0, file, "", ""},
-    {7, file, "&Print", "Ctrl+P"},
-    {8, file, "Print Pre&view", ""},
-    {9, file, "Print Set&up", ""},
-    {0, file, "", ""},
-    {10, file, "Setup/&Language", ""},
-    {11, file, "Li&brary", ""},
-    {0, file, "", ""},
-    {12, file, "E&xit", "Ctrl+Q"},
+/// What holds of the chart in front; false without one.
+auto of_chart(ChartCommands& charts, bool (*holds)(ChartWindow&)) {
+  return [&charts, holds] { return charts.any() && holds(charts.chart()); };
+}
 
-    {13, edit, "Select &All", "Ctrl+A"},
-    {14, edit, "Cu&t", "Ctrl+X"},
-    {15, edit, "&Copy", "Ctrl+C"},
-    {16, edit, "&Paste", "Ctrl+V"},
-    {0, edit, "", ""},
-    {18, edit, "&Undo", "Ctrl+Z"},
-    {19, edit, "&Redo", "Ctrl+Y"},
-    {0, edit, "", ""},
-    {20, edit, "D&escription", ""},
-    {21, "&Edit|&View Columns", "Data &X", ""},
-    {22, "&Edit|&View Columns", "Data &Y", ""},
-    {23, "&Edit|&View Columns", "&Failures", ""},
-    {24, "&Edit|&View Columns", "&Suspensions", ""},
-    {25, "&Edit|&View Columns", "Failure &Mode", ""},
-    {26, "&Edit|&View Columns", "&Comments", ""},
-    {27, "&Edit|&View Columns", "(Close &View Menu)", ""},
+auto any_chart(ChartCommands& charts) {
+  return [&charts] { return charts.any(); };
+}
 
-    {28, options, "&Sample", ""},
-    {29, options, "&Calculator", ""},
-    {30, options, "&Precise Reading", ""},
-    {31, options, "&Report", "Ctrl+R"},
-    {32, options, "&Label/Style", ""},
-    {33, options, "&Zoom", ""},
+Rows file_commands(MainWindow& frame) {
+  ChartCommands& charts = frame.charts();
+  return {
+      {{1, "&File|&New", "&Project", "Ctrl+N"}, {.run = [&] { frame.ask_for_new_project(); }}},
+      {{2, "&File|&New", "&Data/Fit"}},
+      {{3, "&File|&New", "&Chart"}},
+      {{4, file, "&Open", "Ctrl+O"}},
+      {{5, file, "&Save", "Ctrl+S"}},
+      {{6, file, "Save &As"}},
+      {{0, file}},
+      {{7, file, "&Print", "Ctrl+P"}, {.run = [&] { charts.print(); }}},
+      {{8, file, "Print Pre&view"}, {.run = [&] { charts.preview(); }}},
+      {{9, file, "Print Set&up"}, {.run = [&] { charts.set_up_printer(); }}},
+      {{0, file}},
+      {{10, file, "Setup/&Language"}},
+      {{11, file, "Li&brary"}},
+      {{0, file}},
+      {{12, file, "E&xit", "Ctrl+Q"}, {.run = [&] { frame.leave(); }}},
+  };
+}
 
-    {34, analysis, "&Distribution Analysis", ""},
-    {49, analysis, "&3 Parameter", ""},
-    {50, analysis, "&Weibayes", ""},
+// Whether there is something to cut is not asked: that would walk the sheet at each key.
+Rows edit_commands(MainWindow& frame) {
+  const auto sheet = [&] { return frame.windows().active_kind() == u'D'; };
+  return {
+      {{13, edit, "Select &All", "Ctrl+A"}, {.run = [&] { frame.select_all(); }, .enabled = sheet}},
+      {{14, edit, "Cu&t", "Ctrl+X"}, {.run = [&] { frame.cut(); }, .enabled = sheet}},
+      {{15, edit, "&Copy", "Ctrl+C"}, {.run = [&] { frame.copy(); }}},
+      {{16, edit, "&Paste", "Ctrl+V"}, {.run = [&] { frame.paste(); }, .enabled = sheet}},
+      {{0, edit}},
+      {{18, edit, "&Undo", "Ctrl+Z"}},
+      {{19, edit, "&Redo", "Ctrl+Y"}},
+      {{0, edit}},
+      {{20, edit, "D&escription"}},
+      {{21, columns, "Data &X"}},
+      {{22, columns, "Data &Y"}},
+      {{23, columns, "&Failures"}},
+      {{24, columns, "&Suspensions"}},
+      {{25, columns, "Failure &Mode"}},
+      {{26, columns, "&Comments"}},
+      {{27, columns, "(Close &View Menu)"}},
+  };
+}
 
-    {35, "&Tools", "&Fit Wizard", ""},
+Rows option_commands(MainWindow& frame) {
+  ChartCommands& charts = frame.charts();
+  const auto any = any_chart(charts);
+  const auto precise = of_chart(charts, [](ChartWindow& chart) { return chart.is_precise(); });
+  const auto zooms =
+      of_chart(charts, [](ChartWindow& chart) { return chart.tool() == ChartTool::zoom; });
+  const auto shows_parts =
+      of_chart(charts, [](ChartWindow& chart) { return chart.stage().chart().SubPopulations; });
+  return {
+      {{28, options, "&Sample"}},
+      {{29, options, "&Calculator"}},
+      {{30, options, "&Precise Reading"},
+       {.run = [&] { charts.toggle_precise_reading(); }, .enabled = any, .checked = precise}},
+      {{31, options, "&Report", "Ctrl+R"}, {.run = [&] { frame.toggle_report(); }}},
+      {{32, options, "&Label/Style"}, {.run = [&] { charts.format(); }, .enabled = any}},
+      {{33, options, "&Zoom"},
+       {.run = [&] { charts.toggle_zoom(); }, .enabled = any, .checked = zooms}},
+      {{102, options, "S&ub-Populations"},
+       {.name = "SubPopulations",
+        .run = [&] { charts.toggle_sub_populations(); },
+        .enabled = any,
+        .checked = shows_parts}},
+  };
+}
 
-    {36, window, "&Cascade", ""},
-    {37, window, "Tile &Horizontal", ""},
-    {38, window, "Tile &Vertical", ""},
-    {39, window, "Tile &Block", "Ctrl+B"},
-    {40, window, "&Arrange Icons", ""},
-    {41, window, "C&lose All", ""},
-    {43, "&Window|&RestoreForm", "&Undelete", "Ctrl+U"},
+Rows mark_commands(ChartCommands& charts) {
+  const auto adds = [&charts](const char* name, MarkKind kind) {
+    return CommandEffect{.name = name,
+                         .run = [&charts, kind] { charts.chart().add_mark(kind); },
+                         .enabled = any_chart(charts)};
+  };
+  return {
+      {{114, marks, "&Text"}, adds("AddText", MarkKind::text)},
+      {{115, marks, "&Line"}, adds("AddLine", MarkKind::line)},
+      {{116, marks, "&Arrow"}, adds("AddArrow", MarkKind::arrow)},
+      {{117, marks, "&Symbol"}, adds("AddSymbol", MarkKind::symbol)},
+  };
+}
 
-    {44, help, "&Index", ""},
-    {45, help, "&QuickHelp (1 page)", ""},
-    {46, help, "&About", ""},
-    {47, "&Help|&Other Tools", "QM &Weibull", ""},
-    {48, "&Help|&Other Tools", "QM &Visual", ""},
-});
+/// Those of the pop-up alone, with keys that the chart hears while it has the keyboard.
+Rows chart_commands(ChartCommands& charts) {
+  using Test = std::function<bool()>;
+  const auto act = [&charts](const char* name, void (*run)(ChartWindow&), const Test& enabled) {
+    return CommandEffect{.name = name,
+                         .run = [&charts, run] { run(charts.chart()); },
+                         .enabled = enabled,
+                         .reach = CommandReach::chart};
+  };
+  const auto any = any_chart(charts);
+  const auto zoomed =
+      of_chart(charts, [](ChartWindow& chart) { return chart.stage().zoom().depth() > 0; });
+  const auto on_mark =
+      of_chart(charts, [](ChartWindow& chart) { return chart.selected().is_mark(); });
+  const auto moved = of_chart(charts, [](ChartWindow& chart) { return chart.can_free_selected(); });
+  return {
+      {{110, "", "&Format..."},
+       {.name = "FormatChart", .run = [&] { charts.format_at_menu(); }, .enabled = any}},
+      {{111, "", "Zoom &In", "+"},
+       act(
+           "ZoomIn", [](ChartWindow& chart) { chart.zoom_in(); }, any)},
+      {{112, "", "Zoom &Back", "Backspace; -"},
+       act(
+           "ZoomBack", [](ChartWindow& chart) { chart.zoom_back(); }, zoomed)},
+      {{113, "", "&Automatic Limits", "Home"},
+       act(
+           "ZoomAutomatic", [](ChartWindow& chart) { chart.zoom_to_automatic(); }, any)},
+      {{118, "", "&Edit Mark..."},
+       act(
+           "EditMark", [](ChartWindow& chart) { chart.edit_selected(); }, on_mark)},
+      {{119, "", "&Delete Mark", "Del"},
+       act(
+           "DeleteMark", [](ChartWindow& chart) { chart.delete_selected(); }, on_mark)},
+      {{120, "", "Find Its &Own Place"},
+       act(
+           "FreeBox", [](ChartWindow& chart) { chart.free_selected(); }, moved)},
+      {{121, "", "&Save As..."},
+       {.name = "SaveChart", .run = [&] { charts.save(); }, .enabled = any}},
+  };
+}
+
+/// "Alt+B" for "3&b".
+std::string mnemonic_key(const std::string& caption) {
+  const auto mark = caption.find('&');
+  return mark == std::string::npos ? "" : std::string("Alt+") + caption[mark + 1];
+}
+
+/// The letters underlined in the panel, heard from every window.
+Rows choice_commands(MainWindow& frame) {
+  Rows rows;
+  for (const ModelOption& option : model_options()) {
+    Command row{{command::first_model + option.index, "&Analysis|M&odel", option.label,
+                 mnemonic_key(option.caption)}};
+    if (const Model* model = model_of_option(option.index)) {
+      row.run = [&frame, index = option.index] { frame.choose_model(index); };
+      row.checked = [&frame, code = model->code] { return frame.panel().nModel == code; };
+    }
+    if (!row.caption.empty()) rows.push_back(row);
+  }
+  for (const Method& method : methods())
+    rows.push_back(
+        {{command::first_method + method.code, "&Analysis|&Method",
+          method_menu_caption(method.code)},
+         {.run = [&frame, code = method.code] { frame.choose_method(code); },
+          .checked = [&frame, code = method.code] { return frame.panel().nMethod == code; }}});
+  return rows;
+}
+
+Rows analysis_commands(MainWindow& frame) {
+  return {
+      {{101, analysis, "&Calculate Fit", "Alt+C"},
+       {.name = "Calculate", .run = [&] { frame.calculate(); }}},
+      {{34, analysis, "&Distribution Analysis"}},
+      {{49, analysis, "&3 Parameter"}},
+      {{50, analysis, "&Weibayes"}},
+      {{35, "&Tools", "&Fit Wizard"}},
+  };
+}
+
+Rows layout_commands(ProjectWindows& windows) {
+  const auto any_shown = [&] { return windows.any(true); };
+  return {
+      {{36, window, "&Cascade"}, {.run = [&] { windows.cascade(); }, .enabled = any_shown}},
+      {{37, window, "Tile &Horizontal"},
+       {.run = [&] { windows.tile(false); }, .enabled = any_shown}},
+      {{38, window, "Tile &Vertical"}, {.run = [&] { windows.tile(true); }, .enabled = any_shown}},
+      {{39, window, "Tile &Block", "Ctrl+B"}, {.run = [&] { windows.Tile_Block(); }}},
+      {{40, window, "&Arrange Icons"}},
+      {{41, window, "C&lose All"}, {.run = [&] { windows.hide_all(); }, .enabled = any_shown}},
+      {{43, "&Window|&RestoreForm", "&Undelete", "Ctrl+U"},
+       {.run = [&] { windows.restore_all(); }}},
+  };
+}
+
+Rows window_commands(MainWindow& frame) {
+  ProjectWindows& windows = frame.windows();
+  const auto opens = [&](const char* key) {
+    return [&frame, key] { frame.open_child(QString::fromUtf8(key)); };
+  };
+  return {
+      {{0, window}},
+      {{130, window, "&Next Window", "F6; Ctrl+Tab"},
+       {.run = [&] { windows.activateNextSubWindow(); }}},
+      {{131, window, "Previous &Window", "Shift+F6; Ctrl+Shift+Tab"},
+       {.run = [&] { windows.activatePreviousSubWindow(); }}},
+      {{0, window}},
+      {{132, window, "&Data", "Ctrl+1", "editor"}, {.run = opens("D1")}},
+      {{133, window, "&Fit", "Ctrl+2", "pc"}, {.run = opens("F1")}},
+      {{134, window, "Char&t", "Ctrl+3", "graph"}, {.run = opens("C1")}},
+      {{135, window, "L&og", "Ctrl+4", "doc"}, {.run = opens("L1")}},
+      {{136, window, "&Project Tree", "Ctrl+0", "tavlo"}, {.run = [&] { frame.show_tree(); }}},
+  };
+}
+
+Rows help_commands(MainWindow& frame) {
+  return {
+      {{44, help, "&Index"}},
+      {{45, help, "&QuickHelp (1 page)"}},
+      {{46, help, "&About"}, {.run = [&] { frame.show_about(); }}},
+      {{47, "&Help|&Other Tools", "QM &Weibull"}},
+      {{48, "&Help|&Other Tools", "QM &Visual"}},
+  };
+}
 
 }  // namespace
 
-std::span<const MenuEntry> menu_entries() { return entries; }
+std::vector<Command> all_commands(MainWindow& frame) {
+  Rows all;
+  for (Rows& rows :
+       std::array{file_commands(frame), edit_commands(frame), option_commands(frame),
+                  mark_commands(frame.charts()), chart_commands(frame.charts()),
+                  choice_commands(frame), analysis_commands(frame),
+                  layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
+    all.insert(all.end(), std::make_move_iterator(rows.begin()),
+               std::make_move_iterator(rows.end()));
+  return all;
+}
+
+std::span<const int> sheet_pop_up() {
+  static constexpr std::array ids = {command::cut, command::copy, command::paste, 0,
+                                     command::select_all};
+  return ids;
+}
+
+std::span<const int> fits_pop_up() {
+  static constexpr std::array ids = {command::copy, 0, command::calculate};
+  return ids;
+}
+
+std::span<const int> chart_pop_up() {
+  static constexpr std::array ids = {command::format_chart,
+                                     0,
+                                     command::zoom,
+                                     command::zoom_in,
+                                     command::zoom_back,
+                                     command::zoom_automatic,
+                                     0,
+                                     command::precise_reading,
+                                     command::sub_populations,
+                                     0,
+                                     command::add_text,
+                                     command::add_line,
+                                     command::add_arrow,
+                                     command::add_symbol,
+                                     command::edit_mark,
+                                     command::delete_mark,
+                                     command::free_box,
+                                     0,
+                                     command::copy,
+                                     command::save_chart,
+                                     command::print,
+                                     command::print_preview};
+  return ids;
+}
 
 }  // namespace tavlo

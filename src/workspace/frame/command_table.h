@@ -1,44 +1,56 @@
-// Command table: the numbers of the program's commands and the menus that lead
-// to them. An entry whose command does nothing yet is shown disabled.
+// Command table: every command of the program on one row: its number, menu, caption, keys,
+// when it can be used, when it bears a check mark, and what it does. A command that does
+// nothing yet is shown disabled.
 #pragma once
 
 #include <span>
+#include <vector>
+
+#include "workspace/frame/command_registry.h"
 
 namespace tavlo {
+
+class MainWindow;
 
 namespace command {
 inline constexpr int separator = 0;
 inline constexpr int new_project = 1;
 inline constexpr int print = 7;
 inline constexpr int print_preview = 8;
-inline constexpr int print_setup = 9;
-inline constexpr int exit = 12;
 inline constexpr int select_all = 13;
 inline constexpr int cut = 14;
 inline constexpr int copy = 15;
 inline constexpr int paste = 16;
 inline constexpr int precise_reading = 30;
-inline constexpr int report = 31;
 inline constexpr int label_style = 32;
 inline constexpr int zoom = 33;
-inline constexpr int cascade = 36;
-inline constexpr int tile_horizontal = 37;
-inline constexpr int tile_vertical = 38;
 inline constexpr int tile_block = 39;
-inline constexpr int close_all = 41;
-inline constexpr int restore_all = 43;
-inline constexpr int about = 46;
-inline constexpr int last = 51;
+// Those that have no number in the menus of old.
+inline constexpr int calculate = 101;
+inline constexpr int sub_populations = 102;
+inline constexpr int format_chart = 110;
+inline constexpr int zoom_in = 111;
+inline constexpr int zoom_back = 112;
+inline constexpr int zoom_automatic = 113;
+inline constexpr int add_text = 114;
+inline constexpr int add_line = 115;
+inline constexpr int add_arrow = 116;
+inline constexpr int add_symbol = 117;
+inline constexpr int edit_mark = 118;
+inline constexpr int delete_mark = 119;
+inline constexpr int free_box = 120;
+inline constexpr int save_chart = 121;
+inline constexpr int first_window = 130;
+inline constexpr int first_method = 140;
+inline constexpr int first_model = 150;
 }  // namespace command
 
-struct MenuEntry {
-  int id;
-  const char* menu;     ///< path of the menu, "&File|&New"
-  const char* caption;  ///< with its mnemonic
-  const char* keys;     ///< shortcut, may be empty
-};
+/// All commands in their order in the menus.
+std::vector<Command> all_commands(MainWindow& frame);
 
-/// All entries in their order in the menus.
-std::span<const MenuEntry> menu_entries();
+// What stands in the pop-ups.
+std::span<const int> sheet_pop_up();
+std::span<const int> fits_pop_up();
+std::span<const int> chart_pop_up();
 
 }  // namespace tavlo

@@ -4,9 +4,9 @@
 
 namespace tavlo {
 
-void HintLine::say(const QString& hint) {
-  setText(hint);
-  setToolTip(hint);
+void HintLine::say(const QString& words) {
+  setText(words);
+  setToolTip(words);
 }
 
 void HintLine::paintEvent(QPaintEvent*) {

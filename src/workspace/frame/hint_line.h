@@ -1,5 +1,6 @@
-// HintLine: the line of hints in the status bar. A hint longer than its room ends in three
-// dots instead of in half a letter, and is read whole in its tool tip.
+// HintLine: a line of the status bar: of hints, which follow the mouse, or of what the last
+// action had to say, which stays. A text longer than its room ends in three dots instead of
+// in half a letter, and is read whole in its tool tip.
 #pragma once
 
 #include <QLabel>
@@ -8,8 +9,10 @@ namespace tavlo {
 
 class HintLine : public QLabel {
  public:
-  /// Shows a hint in place of the last one.
-  void say(const QString& hint);
+  /// Shows a text in place of the last one.
+  void say(const QString& words);
+
+  QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

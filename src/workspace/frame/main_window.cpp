@@ -1,6 +1,5 @@
 #include "workspace/frame/main_window.h"
 
-#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMessageBox>
@@ -31,10 +30,10 @@ MainWindow::MainWindow(Program& program)
   program_.prompts.set_parent(this);
   set_up_tree();
   set_up_status_bar();
-  set_up_commands();
-  set_up_window_commands();
-  set_up_chart_commands();
-  set_up_menus();
+  commands_ = std::make_unique<CommandRegistry>(*menuBar(), all_commands(*this),
+                                                [this](int id) { DoCommand(id); });
+  chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
+  commands_->fill(chart_menu_, chart_pop_up());
   connect_views();
   NewProject();
 }
@@ -53,115 +52,30 @@ void MainWindow::set_up_tree() {
 void MainWindow::set_up_status_bar() {
   hint_.setObjectName(QStringLiteral("lbl_Tip"));
   hint_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  hint_.setMinimumWidth(fontMetrics().averageCharWidth() * 22);
+  news_.setObjectName(QStringLiteral("lbl_News"));
+  news_.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   rows_panel_.setObjectName(QStringLiteral("lbl_Rows"));
   method_panel_.setObjectName(QStringLiteral("lbl_Method"));
-  for (QLabel* label : {static_cast<QLabel*>(&hint_), &rows_panel_, &method_panel_})
+  for (QLabel* label :
+       {static_cast<QLabel*>(&hint_), static_cast<QLabel*>(&news_), &rows_panel_, &method_panel_})
     label->setContentsMargins(8, 0, 8, 0);
   statusBar()->addWidget(&hint_, 1);
+  statusBar()->addPermanentWidget(&news_);
   statusBar()->addPermanentWidget(&rows_panel_);
   statusBar()->addPermanentWidget(&method_panel_);
   statusBar()->setVisible(session_.settings.StatusBar);
 }
 
-void MainWindow::set_up_commands() {
-  actions_ = {{command::new_project, [this] { ask_for_new_project(); }},
-              {command::exit, [this] { QTimer::singleShot(0, this, &QWidget::close); }},
-              {command::select_all, [this] { select_all(); }},
-              {command::cut, [this] { cut(); }},
-              {command::copy, [this] { copy(); }},
-              {command::paste, [this] { paste(); }},
-              {command::report, [this] { toggle_report(); }},
-              {command::about, [this] { show_about(); }}};
-}
-
-void MainWindow::set_up_window_commands() {
-  actions_.merge(std::map<int, std::function<void()>>{
-      {command::cascade, [this] { windows_.cascade(); }},
-      {command::tile_horizontal, [this] { windows_.tile(false); }},
-      {command::tile_vertical, [this] { windows_.tile(true); }},
-      {command::tile_block, [this] { windows_.Tile_Block(); }},
-      {command::close_all, [this] { windows_.hide_all(); }},
-      {command::restore_all, [this] { windows_.restore_all(); }}});
-}
-
-void MainWindow::set_up_chart_commands() {
-  actions_.merge(std::map<int, std::function<void()>>{
-      {command::print, [this] { charts_.print(); }},
-      {command::print_setup, [this] { charts_.set_up_printer(); }},
-      {command::precise_reading, [this] { charts_.toggle_precise_reading(); }},
-      {command::label_style, [this] { charts_.format(); }},
-      {command::zoom, [this] { charts_.toggle_zoom(); }}});
-}
-
-void MainWindow::set_up_menus() {
-  menus_ = std::make_unique<Menus>(
-      *menuBar(), [this](int id) { return actions_.contains(id); },
-      [this](int id) { DoCommand(id); });
-  QMenu& analysis = menus_->menu(QStringLiteral("&Analysis"));
-  QAction* first = analysis.actions().value(0);
-  auto* calculate = new QAction(tr("&Calculate Fit"), &analysis);
-  calculate->setObjectName(QStringLiteral("mnu_Calculate"));
-  calculate->setShortcut(QKeySequence(Qt::ALT | Qt::Key_C));
-  connect(calculate, &QAction::triggered, this,
-          program_.commands.slot([this] { CheckAndFit(session_, windows_.current_index()); }));
-  analysis.insertAction(first, calculate);
-  auto* methods = new QMenu(tr("&Method"), &analysis);
-  analysis.insertMenu(first, methods);
-  set_up_method_menu(*methods);
-  set_up_window_menu(menus_->menu(QStringLiteral("&Window")));
-  charts_.set_up_menus(*menus_);
-}
-
-void MainWindow::set_up_method_menu(QMenu& menu) {
-  auto* group = new QActionGroup(&menu);
-  for (const Method& method : methods()) {
-    QAction* action = menu.addAction(to_qt(method_menu_caption(method.code)));
-    action->setCheckable(true);
-    group->addAction(action);
-    method_actions_[method.code] = action;
-    connect(action, &QAction::triggered, this,
-            program_.commands.slot([this, code = method.code] { choose_method(code); }));
-  }
-}
-
-void MainWindow::set_up_window_menu(QMenu& menu) {
-  menu.addSeparator();
-  add_key(menu, tr("&Next Window"),
-          {QKeySequence(Qt::Key_F6), QKeySequence(Qt::CTRL | Qt::Key_Tab)},
-          [this] { windows_.activateNextSubWindow(); });
-  add_key(menu, tr("Previous &Window"),
-          {QKeySequence(Qt::SHIFT | Qt::Key_F6), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab)},
-          [this] { windows_.activatePreviousSubWindow(); });
-  menu.addSeparator();
-  add_key(menu, tr("&Data"), {QKeySequence(Qt::CTRL | Qt::Key_1)},
-          [this] { open_child(QStringLiteral("D1")); });
-  add_key(menu, tr("&Fit"), {QKeySequence(Qt::CTRL | Qt::Key_2)},
-          [this] { open_child(QStringLiteral("F1")); });
-  add_key(menu, tr("Char&t"), {QKeySequence(Qt::CTRL | Qt::Key_3)},
-          [this] { open_child(QStringLiteral("C1")); });
-  add_key(menu, tr("L&og"), {QKeySequence(Qt::CTRL | Qt::Key_4)},
-          [this] { open_child(QStringLiteral("L1")); });
-  add_key(menu, tr("&Project Tree"), {QKeySequence(Qt::CTRL | Qt::Key_0)}, [this] {
-    tree_dock_.show();
-    tree_.setFocus();
-  });
-}
-
-void MainWindow::add_key(QMenu& menu, const QString& caption, const QList<QKeySequence>& keys,
-                         const std::function<void()>& action) {
-  QAction* entry = menu.addAction(caption);
-  entry->setShortcuts(keys);
-  connect(entry, &QAction::triggered, this, program_.commands.slot(action));
-}
-
 void MainWindow::connect_views() {
-  connect(&program_.views, &ViewSignals::status_text, &hint_, &HintLine::say);
+  connect(&program_.views, &ViewSignals::status_text, &news_, &HintLine::say);
   connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
   connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &HintLine::say);
   connect(&windows_, &ProjectWindows::rows_pasted, this, [this] { DoCommand(command::paste); });
   connect(&windows_, &ProjectWindows::content_changed, this, &MainWindow::show_state);
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
+  connect(&windows_, &QMdiArea::subWindowActivated, this, [this] { commands_->refresh(); });
   connect(&program_.commands, &UserCommands::finished, this, [this] {
     session_.fitting.stop_wanted = false;
     // The slope entered for a Weibayes may have changed the model.
@@ -177,24 +91,34 @@ void MainWindow::NewProject() {
   tree_.rebuild();
   windows_.build();
   set_up_pop_up_menus();
-  hint_.say(tr("Ready"));
+  hint_.say({});
+  news_.say(tr("Ready"));
   show_state();
 }
 
 void MainWindow::set_up_pop_up_menus() {
   for (int i = 1; i <= session_.project.data.bound(); ++i) {
-    SheetView& sheet = windows_.sheet(i);
-    for (const int id : {command::cut, command::copy, command::paste, command::select_all})
-      sheet.addAction(menus_->action(id));
-    sheet.setContextMenuPolicy(Qt::ActionsContextMenu);
+    commands_->fill(windows_.sheet(i), sheet_pop_up());
+    windows_.sheet(i).setContextMenuPolicy(Qt::ActionsContextMenu);
   }
-  for (int i = 1; i <= session_.project.charts.bound(); ++i) charts_.attach(windows_.chart(i));
+  for (int i = 1; i <= session_.project.fits.bound(); ++i) {
+    commands_->fill(windows_.panel(i).grid(), fits_pop_up());
+    windows_.panel(i).grid().setContextMenuPolicy(Qt::ActionsContextMenu);
+  }
+  for (int i = 1; i <= session_.project.charts.bound(); ++i) {
+    ChartWindow& chart = windows_.chart(i);
+    charts_.attach(chart);
+    commands_->give_keys(chart, CommandReach::chart);
+    connect(&chart, &ChartWindow::state_changed, this, [this] { commands_->refresh(); });
+    connect(&chart, &ChartWindow::menu_wanted, this,
+            [this](const QPoint& at) { chart_menu_.popup(at); });
+  }
 }
 
 void MainWindow::DoCommand(int id) {
-  const auto found = actions_.find(id);
-  if (found == actions_.end() || program_.is_busy()) return;
-  program_.commands.run(found->second);
+  const Command* command = commands_->ready(id);
+  if (command && !program_.is_busy()) program_.commands.run(command->run);
+  commands_->refresh();
 }
 
 /// A project can't be saved yet, so the person decides before it is gone.
@@ -247,6 +171,15 @@ void MainWindow::paste() {
   show_state();
 }
 
+void MainWindow::leave() { QTimer::singleShot(0, this, &QWidget::close); }
+
+void MainWindow::calculate() { CheckAndFit(session_, windows_.current_index()); }
+
+void MainWindow::show_tree() {
+  tree_dock_.show();
+  tree_.setFocus();
+}
+
 void MainWindow::toggle_report() {
   ChildWindow* chart = windows_.child(QStringLiteral("C1"));
   ChildWindow* log = windows_.child(QStringLiteral("L1"));
@@ -268,6 +201,13 @@ void MainWindow::open_child(const QString& node_key) {
   if (ChildWindow* child = windows_.child(node_key)) child->bring_to_front();
 }
 
+void MainWindow::choose_model(int option) {
+  const int index = windows_.current_index();
+  opt_Model_Click(session_, index, option);
+  windows_.panel(index).show_choices();
+  show_state();
+}
+
 void MainWindow::choose_method(int method) {
   const int index = windows_.current_index();
   opt_Method_Click(session_, index, static_cast<std::int16_t>(method));
@@ -283,8 +223,7 @@ void MainWindow::show_state() {
   if (model && method)
     method_panel_.setText(
         QStringLiteral("%1, %2").arg(to_qt(model->long_name), to_qt(method->panel_caption)));
-  if (const auto found = method_actions_.find(panel.nMethod); found != method_actions_.end())
-    found->second->setChecked(true);
+  commands_->refresh();
 }
 
 // The fit works on the records of the windows: they go after it has returned.

@@ -5,14 +5,12 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
-#include <functional>
-#include <map>
 #include <memory>
 
 #include "workspace/frame/busy_filter.h"
 #include "workspace/frame/chart_commands.h"
+#include "workspace/frame/command_registry.h"
 #include "workspace/frame/hint_line.h"
-#include "workspace/frame/menus.h"
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_tree.h"
 #include "workspace/frame/project_windows.h"
@@ -29,53 +27,55 @@ class MainWindow : public QMainWindow {
   /// log with its head line, the tree, and the windows in blocks.
   void NewProject();
 
-  /// Carries out a command of the table; does nothing for other numbers.
+  /// Carries out a command of the table; does nothing for other numbers and for
+  /// what can't be done now.
   void DoCommand(int id);
 
   ProjectWindows& windows() { return windows_; }
   ProjectTree& tree() { return tree_; }
+  ChartCommands& charts() { return charts_; }
+  /// The fit panel that a choice is made for.
+  FitPanel& panel() { return *session_.gFitForm(windows_.current_index()); }
+
+  // What the commands do.
+  void ask_for_new_project();
+  void leave();
+  void select_all();
+  void cut();
+  void copy();
+  void paste();
+  void calculate();
+  void choose_model(int option);
+  void choose_method(int method);
+  void toggle_report();
+  void open_child(const QString& node_key);
+  void show_tree();
+  void show_about();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void set_up_commands();
-  void set_up_window_commands();
-  void set_up_chart_commands();
-  void set_up_menus();
-  void set_up_method_menu(QMenu& menu);
-  void set_up_window_menu(QMenu& menu);
   void set_up_tree();
   void set_up_status_bar();
   void set_up_pop_up_menus();
   void connect_views();
-  void add_key(QMenu& menu, const QString& caption, const QList<QKeySequence>& keys,
-               const std::function<void()>& action);
 
   bool may_lose_project(const std::string& title, const std::string& question);
-  void ask_for_new_project();
-  void select_all();
-  void cut();
-  void copy();
-  void paste();
-  void toggle_report();
-  void show_about();
-  void open_child(const QString& node_key);
-  void choose_method(int method);
   void show_state();
 
   Program& program_;
   Session& session_;
-  std::map<int, std::function<void()>> actions_;
-  std::unique_ptr<Menus> menus_;
-  std::map<int, QAction*> method_actions_;
+  std::unique_ptr<CommandRegistry> commands_;
   QDockWidget tree_dock_;
   ProjectTree tree_;
   ProjectWindows windows_;
   HintLine hint_;
+  HintLine news_;
   QLabel rows_panel_;
   QLabel method_panel_;
   ChartCommands charts_;
+  QMenu chart_menu_;
   BusyFilter busy_;
   bool close_wanted_ = false;
 };

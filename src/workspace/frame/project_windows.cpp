@@ -111,6 +111,7 @@ void ProjectWindows::build_panels() {
   for (int i = 1; i <= session.project.fits.bound(); ++i) {
     auto* panel = new FitWindow(session, program_.commands, i);
     connect(panel, &FitWindow::choices_changed, this, &ProjectWindows::content_changed);
+    connect(panel, &FitWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
     connect(this, &ProjectWindows::content_changed, panel, &FitWindow::show_age);
     panels_.push_back(panel);
     add(panel, key_of('F', i), QStringLiteral("frm_Fit"), QStringLiteral("pc"),
@@ -161,6 +162,16 @@ int ProjectWindows::current_index() const {
   const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
   if (!active || active->node_key().front() == u'L' || active->node_key().front() == u'C') return 1;
   return active->node_key().mid(1).toInt();
+}
+
+QChar ProjectWindows::active_kind() const {
+  const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
+  return active ? active->node_key().front() : u'L';
+}
+
+bool ProjectWindows::any(bool shown) const {
+  return std::any_of(children_.begin(), children_.end(),
+                     [shown](const ChildWindow* each) { return each->isHidden() != shown; });
 }
 
 int ProjectWindows::focused_sheet() const {

@@ -1,0 +1,98 @@
+#include "workspace/frame/command_registry.h"
+
+#include <algorithm>
+
+#include "workspace/qt/icons.h"
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+QString action_name(const Command& command) {
+  return QStringLiteral("mnu_") +
+         (command.name.empty() ? QString::number(command.id) : to_qt(command.name));
+}
+
+bool is_ready(const Command& command) {
+  return command.run && (!command.enabled || command.enabled());
+}
+
+}  // namespace
+
+CommandRegistry::CommandRegistry(QMenuBar& bar, std::vector<Command> commands,
+                                 const std::function<void(int)>& perform)
+    : bar_(bar), commands_(std::move(commands)) {
+  for (const Command& command : commands_) {
+    if (command.id != 0) {
+      add(command, perform);
+    } else {
+      menu(to_qt(command.menu)).addSeparator();
+    }
+  }
+  disable_dead_menus();
+}
+
+void CommandRegistry::add(const Command& command, const std::function<void(int)>& perform) {
+  auto* action = new QAction(to_qt(command.caption), &bar_);
+  action->setObjectName(action_name(command));
+  if (!command.keys.empty())
+    action->setShortcuts(
+        QKeySequence::listFromString(to_qt(command.keys), QKeySequence::PortableText));
+  if (command.reach == CommandReach::chart) action->setShortcutContext(Qt::WidgetShortcut);
+  if (!command.icon.empty()) action->setIcon(icon(to_qt(command.icon)));
+  action->setCheckable(static_cast<bool>(command.checked));
+  action->setEnabled(static_cast<bool>(command.run));
+  QObject::connect(action, &QAction::triggered, [perform, id = command.id] { perform(id); });
+  if (!command.menu.empty()) menu(to_qt(command.menu)).addAction(action);
+  actions_[command.id] = action;
+}
+
+const Command* CommandRegistry::ready(int id) const {
+  const auto found = std::find_if(commands_.begin(), commands_.end(),
+                                  [id](const Command& each) { return each.id == id; });
+  return id == 0 || found == commands_.end() || !is_ready(*found) ? nullptr : &*found;
+}
+
+QMenu& CommandRegistry::menu(const QString& path) {
+  QMenu*& found = menus_[path];
+  if (found) return *found;
+  const auto cut = path.lastIndexOf(u'|');
+  const QString title = path.mid(cut + 1);
+  found = cut < 0 ? bar_.addMenu(title) : menu(path.left(cut)).addMenu(title);
+  return *found;
+}
+
+void CommandRegistry::fill(QWidget& place, std::span<const int> ids) const {
+  for (const int id : ids) {
+    QAction* entry = id != 0 ? &action(id) : new QAction(&place);
+    if (id == 0) entry->setSeparator(true);
+    place.addAction(entry);
+  }
+}
+
+void CommandRegistry::give_keys(QWidget& widget, CommandReach reach) const {
+  for (const Command& command : commands_)
+    if (command.id != 0 && command.reach == reach) widget.addAction(&action(command.id));
+}
+
+void CommandRegistry::refresh() {
+  for (const Command& command : commands_) {
+    if (command.id == 0) continue;
+    QAction& entry = action(command.id);
+    entry.setEnabled(is_ready(command));
+    if (command.checked) entry.setChecked(command.checked());
+  }
+}
+
+// A submenu that leads nowhere would only waste a step of the keyboard.
+void CommandRegistry::disable_dead_menus() {
+  for (const auto& [path, each] : menus_) {
+    const auto entries = each->actions();
+    const bool alive = std::any_of(entries.begin(), entries.end(),
+                                   [](const QAction* entry) { return entry->isEnabled(); });
+    if (path.contains(u'|')) each->menuAction()->setEnabled(alive);
+  }
+}
+
+}  // namespace tavlo

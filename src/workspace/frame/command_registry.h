@@ -1,0 +1,76 @@
+// CommandRegistry: all that a person can ask the program for, once. Menus, pop-ups, tool bars
+// and the keyboard show and run the same entry; what it may do and whether it bears a check
+// mark is asked of the entry, never set from elsewhere.
+#pragma once
+
+#include <QAction>
+#include <QMenuBar>
+#include <functional>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tavlo {
+
+/// Where the keys of a command are heard.
+enum class CommandReach { frame, chart };
+
+/// Where a command stands and what it is called.
+struct CommandEntry {
+  int id = 0;                ///< 0 is a separator
+  std::string menu = {};     ///< path in the menu bar, "&File|&New"; empty: none
+  std::string caption = {};  ///< with its mnemonic
+  std::string keys = {};     ///< "F6; Ctrl+Tab"
+  std::string icon = {};
+};
+
+struct CommandEffect {
+  std::string name = {};               ///< of the action, behind "mnu_"; empty: its number
+  std::function<void()> run = {};      ///< empty: not there yet, and shown so
+  std::function<bool()> enabled = {};  ///< empty: always
+  std::function<bool()> checked = {};  ///< empty: bears no mark
+  CommandReach reach = CommandReach::frame;
+};
+
+struct Command : CommandEntry, CommandEffect {
+  Command(CommandEntry entry, CommandEffect effect = {})
+      : CommandEntry(std::move(entry)), CommandEffect(std::move(effect)) {}
+};
+
+class CommandRegistry {
+ public:
+  /// Fills the menu bar, in the order of the commands. `perform` carries out the command of
+  /// a number. Menus and actions belong to the bar.
+  CommandRegistry(QMenuBar& bar, std::vector<Command> commands,
+                  const std::function<void(int)>& perform);
+
+  /// The command of a number that can be run now, or null.
+  const Command* ready(int id) const;
+
+  /// The action of a command; throws for a number without one.
+  QAction& action(int id) const { return *actions_.at(id); }
+
+  /// The menu of a path as "&Analysis" or "&File|&New"; made if need be.
+  QMenu& menu(const QString& path);
+
+  /// Adds the commands to a pop-up or a tool bar; 0 is a separator.
+  void fill(QWidget& place, std::span<const int> ids) const;
+
+  /// Lets the widget hear the keys of that reach.
+  void give_keys(QWidget& widget, CommandReach reach) const;
+
+  /// Asks every command anew whether it is enabled and checked.
+  void refresh();
+
+ private:
+  void add(const Command& command, const std::function<void(int)>& perform);
+  void disable_dead_menus();
+
+  QMenuBar& bar_;
+  std::vector<Command> commands_;
+  std::map<QString, QMenu*> menus_;
+  std::map<int, QAction*> actions_;
+};
+
+}  // namespace tavlo
