@@ -102,6 +102,7 @@ void CheckAndFit(Session& session, int fit_index) {
   if (panel.nModel < 0) return AppendLog(session, "Please select a model\n", false);
   if (panel.nMethod < 0) return;
   const BusyPanel busy(session, fit_index);
+  session.step = "Fit";
   bool clean = true;
   if (!CheckDirtyData(session, panel.data_index, clean)) return;
   if (const int slot = clean ? 0 : answering_slot(session, panel)) {

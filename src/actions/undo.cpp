@@ -16,7 +16,6 @@ bool is_busy(const Session& session) {
 
 /// The windows show what has come back. An edit that is open ends without being taken.
 void show(Session& session, const Project& state) {
-  for (int i = 1; i <= session.gDataForm.bound(); ++i) session.gDataForm(i)->cancel_edit();
   session.project = state;
   follow_records(session);
   Views& views = session.ports.views;

@@ -233,6 +233,7 @@ void PasteClip(Session& session, int data_index) {
     const int row = paste_text(session, sheet, first, session.ports.clipboard.text());
     if (row == first) return;
     sheet.follow_rows();
+    session.step = "Paste";
     session.ports.views.sheet_changed(data_index);
     session.ports.views.status(words_of_rows(sheet, first, row - 1));
   });

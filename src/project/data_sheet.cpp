@@ -257,8 +257,14 @@ std::int16_t DataSheet::mode_number(const std::string& name) {
 }
 
 void DataSheet::follow_rows() {
-  shown_rows_ = std::max({least_rows, last_row(), shown_rows_});
+  shown_rows_ = std::max(least_rows, last_row());
   keep_inside();
+}
+
+void DataSheet::show(std::int32_t data_id) {
+  cancel_edit();
+  data_id_ = data_id;
+  follow_rows();
 }
 
 // --- reading what was typed

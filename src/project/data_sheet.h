@@ -71,6 +71,8 @@ class DataSheet : public CellTable {
 
   /// The rows have changed without the sheet: the current cell stays inside.
   void follow_rows();
+  /// Shows another data set, or the same with other rows; an edit that is open is dropped.
+  void show(std::int32_t data_id);
 
   /// "Data X: Enter time to failure in this column." and so on.
   static const char* hint(int column);

@@ -1,7 +1,6 @@
 #include "project/session.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "project/chart_types.h"
 #include "project/plot_rows.h"
@@ -33,14 +32,6 @@ std::int32_t unused_id(Session& session) {
   return id;
 }
 
-/// The window that is meant, out of its slot; null when there is none.
-template <class Window, class IsMeant>
-std::unique_ptr<Window> taken_from(Slots<std::unique_ptr<Window>>& windows, IsMeant is_meant) {
-  for (std::unique_ptr<Window>& each : windows)
-    if (each && is_meant(*each)) return std::move(each);
-  return nullptr;
-}
-
 /// Shows each data set and its fits on a plot set of the chart.
 void link_markers(Session& session, Chart& chart) {
   const int last = std::min(session.project.data.bound(), session.project.fits.bound());
@@ -61,8 +52,7 @@ Session::Session(const Ports& world)
 
 void reset_project(Session& session) {
   session.project = {};
-  session.gDataForm = {};
-  session.gFitForm = {};
+  for (int i = 1; i <= session.gFitForm.bound(); ++i) *session.gFitForm(i) = {};
   New_frm_Data(session);
   New_frm_Fit(session);
   New_frm_Chart(session);
@@ -70,24 +60,19 @@ void reset_project(Session& session) {
 
 void follow_records(Session& session) {
   Project& project = session.project;
-  auto sheets = std::exchange(session.gDataForm, {});
+  session.gDataForm.resize(project.data.bound());
   for (int i = 1; i <= project.data.bound(); ++i) {
+    std::unique_ptr<DataSheet>& sheet = session.gDataForm(i);
     const std::int32_t id = project.data(i).UniqueId;
-    auto sheet =
-        taken_from(sheets, [id](const DataSheet& each) { return each.data_id() == id; });
-    if (!sheet)
-      sheet = std::make_unique<DataSheet>(project, session.errors, session.settings, id);
-    sheet->follow_rows();
-    session.gDataForm.push_back(std::move(sheet));
+    if (!sheet) sheet = std::make_unique<DataSheet>(project, session.errors, session.settings, id);
+    sheet->show(id);
   }
-  auto panels = std::exchange(session.gFitForm, {});
+  session.gFitForm.resize(project.fits.bound());
   for (int i = 1; i <= project.fits.bound(); ++i) {
-    const std::int32_t id = project.fits(i).UniqueId;
-    auto panel = taken_from(panels, [id](const FitPanel& each) { return each.L_ID == id; });
+    std::unique_ptr<FitPanel>& panel = session.gFitForm(i);
     if (!panel) panel = std::make_unique<FitPanel>();
-    panel->L_ID = id;
+    panel->L_ID = project.fits(i).UniqueId;
     panel->data_index = panel->fit_index = i;
-    session.gFitForm.push_back(std::move(panel));
   }
 }
 

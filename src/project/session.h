@@ -54,8 +54,7 @@ struct Session {
   std::string step;
 };
 
-/// Gives each record of the project its headless window, and takes those away whose record
-/// is gone.
+/// Gives each record of the project its headless window, by its place in the list.
 void follow_records(Session& session);
 
 /// Empties the project and builds it again with one data set, one fit set and

@@ -35,6 +35,7 @@ class ChartHand {
   /// True when a drag is under way.
   bool move_to(const QPointF& at);
   void release(const QPointF& at);
+  bool is_dragging() const { return drag_ != nullptr; }
   bool is_moving_a_part() const { return drag_ && tool_ == ChartTool::pointer; }
   /// Gives up the drag; else the tool; else the selection. False when there was
   /// nothing to give up.

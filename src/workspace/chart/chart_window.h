@@ -31,6 +31,7 @@ class ChartWindow : public QWidget {
   int compositions() const { return stage_.compositions(); }
 
   ChartTool tool() const { return hand_.tool(); }
+  bool is_dragging() const { return hand_.is_dragging(); }
   MovablePart selected() const { return hand_.selected(); }
   /// Where the mouse asked for the menu; nothing when a key did.
   const std::optional<drawing::Place>& menu_place() const { return menu_place_; }

@@ -149,7 +149,7 @@ void SheetView::finish_edit(EditDirection direction) {
   commands_.run([&] {
     sheet_.finish_edit(direction);
     refresh();
-    emit edited();
+    emit edited(tr("Typing"));
   });
 }
 
@@ -164,7 +164,7 @@ void SheetView::leave_edit() {
     sheet_.end_edit();
     close_edit_box();
     model_.refresh();
-    emit edited();
+    emit edited(tr("Typing"));
   });
 }
 
@@ -173,7 +173,7 @@ void SheetView::clear_selected() {
     mirror_selection();
     sheet_.clear(sheet_.selection());
     model_.refresh();
-    emit edited();
+    emit edited(tr("Delete"));
   });
 }
 

@@ -30,7 +30,8 @@ class SheetView : public QTableView {
   QLineEdit& edit_box() { return edit_; }
 
  signals:
-  void edited();
+  /// The rows were changed by a step of that name.
+  void edited(const QString& step);
   void hint_wanted(const QString& hint);
   /// Several cells were pasted while one was being edited; the edit has ended.
   void rows_pasted();

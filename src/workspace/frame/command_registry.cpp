@@ -82,6 +82,8 @@ void CommandRegistry::refresh() {
     QAction& entry = action(command.id);
     entry.setEnabled(is_ready(command));
     if (command.checked) entry.setChecked(command.checked());
+    if (command.object)
+      entry.setText(to_qt(command.caption + (entry.isEnabled() ? " " + command.object() : "")));
   }
 }
 

@@ -30,6 +30,7 @@ struct CommandEffect {
   std::function<void()> run = {};      ///< empty: not there yet, and shown so
   std::function<bool()> enabled = {};  ///< empty: always
   std::function<bool()> checked = {};  ///< empty: bears no mark
+  std::function<std::string()> object = {};  ///< stands behind the caption: "Undo Paste"
   CommandReach reach = CommandReach::frame;
 };
 

@@ -7,12 +7,13 @@
 #include <QTimer>
 
 #include "actions/intake.h"
+#include "actions/new_project.h"
+#include "actions/undo.h"
 #include "chart/metafile/chart_exits.h"
 #include "files/clipboard_text.h"
 #include "painter/clipboard_forms.h"
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/command_table.h"
-#include "workspace/frame/new_project.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -36,6 +37,8 @@ MainWindow::MainWindow(Program& program)
   commands_->fill(chart_menu_, chart_pop_up());
   connect_views();
   NewProject();
+  session_.step.clear();
+  session_.history.restart(session_.project);
 }
 
 void MainWindow::set_up_tree() {
@@ -76,21 +79,30 @@ void MainWindow::connect_views() {
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
   connect(&windows_, &QMdiArea::subWindowActivated, this, [this] { commands_->refresh(); });
-  connect(&program_.commands, &UserCommands::finished, this, [this] {
-    session_.fitting.stop_wanted = false;
-    // The slope entered for a Weibayes may have changed the model.
-    windows_.panel(windows_.current_index()).show_choices();
-    show_state();
-    if (close_wanted_) QTimer::singleShot(0, this, &QWidget::close);
-  });
+  connect(&program_.commands, &UserCommands::finished, this, &MainWindow::finish_command);
+}
+
+void MainWindow::finish_command() {
+  session_.fitting.stop_wanted = false;
+  if (!windows_.is_dragging()) end_step(session_);
+  // The slope entered for a Weibayes may have changed the model.
+  windows_.panel(windows_.current_index()).show_choices();
+  show_state();
+  if (close_wanted_) QTimer::singleShot(0, this, &QWidget::close);
+}
+
+/// Windows and tree get what the project has now.
+void MainWindow::follow_records() {
+  windows_.follow_records();
+  tree_.rebuild(session_.project);
+  set_up_pop_up_menus();
+  show_state();
 }
 
 void MainWindow::NewProject() {
-  windows_.end_all();
   start_project(session_);
-  tree_.rebuild();
-  windows_.build();
-  set_up_pop_up_menus();
+  follow_records();
+  windows_.show_from_start();
   hint_.say({});
   news_.say(tr("Ready"));
   show_state();
@@ -98,15 +110,20 @@ void MainWindow::NewProject() {
 
 void MainWindow::set_up_pop_up_menus() {
   for (int i = 1; i <= session_.project.data.bound(); ++i) {
+    if (windows_.sheet(i).contextMenuPolicy() == Qt::ActionsContextMenu) continue;
     commands_->fill(windows_.sheet(i), sheet_pop_up());
     windows_.sheet(i).setContextMenuPolicy(Qt::ActionsContextMenu);
   }
   for (int i = 1; i <= session_.project.fits.bound(); ++i) {
+    if (windows_.panel(i).grid().contextMenuPolicy() == Qt::ActionsContextMenu) continue;
     commands_->fill(windows_.panel(i).grid(), fits_pop_up());
     windows_.panel(i).grid().setContextMenuPolicy(Qt::ActionsContextMenu);
   }
   for (int i = 1; i <= session_.project.charts.bound(); ++i) {
     ChartWindow& chart = windows_.chart(i);
+    constexpr const char* mark = "has_commands";
+    if (chart.property(mark).toBool()) continue;
+    chart.setProperty(mark, true);
     charts_.attach(chart);
     commands_->give_keys(chart, CommandReach::chart);
     connect(&chart, &ChartWindow::state_changed, this, [this] { commands_->refresh(); });
@@ -135,6 +152,33 @@ void MainWindow::ask_for_new_project() {
   if (!may_lose_project("New Project", "Start a new project?")) return;
   // The windows may not end inside an event of their own.
   QTimer::singleShot(0, this, program_.commands.slot([this] { NewProject(); }));
+}
+
+void MainWindow::add_data_and_fit() {
+  add_data_set(session_);
+  follow_records();
+  open_child(QStringLiteral("D%1").arg(session_.project.data.bound()));
+}
+
+void MainWindow::add_chart() {
+  tavlo::add_chart(session_);
+  follow_records();
+  open_child(QStringLiteral("C%1").arg(session_.project.charts.bound()));
+}
+
+// Windows may go with their records, and may not do so inside an event of their own.
+void MainWindow::undo() {
+  QTimer::singleShot(0, this, program_.commands.slot([this] {
+    tavlo::undo(session_);
+    follow_records();
+  }));
+}
+
+void MainWindow::redo() {
+  QTimer::singleShot(0, this, program_.commands.slot([this] {
+    tavlo::redo(session_);
+    follow_records();
+  }));
 }
 
 void MainWindow::select_all() {

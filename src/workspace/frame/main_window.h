@@ -34,12 +34,17 @@ class MainWindow : public QMainWindow {
   ProjectWindows& windows() { return windows_; }
   ProjectTree& tree() { return tree_; }
   ChartCommands& charts() { return charts_; }
+  const History& history() const { return session_.history; }
   /// The fit panel that a choice is made for.
   FitPanel& panel() { return *session_.gFitForm(windows_.current_index()); }
 
   // What the commands do.
   void ask_for_new_project();
   void leave();
+  void add_data_and_fit();
+  void add_chart();
+  void undo();
+  void redo();
   void select_all();
   void cut();
   void copy();
@@ -60,6 +65,8 @@ class MainWindow : public QMainWindow {
   void set_up_status_bar();
   void set_up_pop_up_menus();
   void connect_views();
+  void follow_records();
+  void finish_command();
 
   bool may_lose_project(const std::string& title, const std::string& question);
   void show_state();

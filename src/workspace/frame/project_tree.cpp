@@ -18,16 +18,13 @@ struct Node {
   const char* parent;
 };
 
-constexpr std::array<Node, 10> nodes = {{{"tavlo", "Project", "P", ""},
-                                         {"doc", "Log", "L1", "P"},
-                                         {"editor", "Data", "D", "P"},
-                                         {"editor", "Data1", "D1", "D"},
-                                         {"pc", "Fit", "F", "P"},
-                                         {"pc", "Fit1", "F1", "F"},
-                                         {"graph", "Chart", "C", "P"},
-                                         {"graph", "Chart1", "C1", "C"},
-                                         {"recycle", "Recycle", "R", "P"},
-                                         {"trash", "(None)", "R1", "R"}}};
+constexpr std::array<Node, 7> nodes = {{{"tavlo", "Project", "P", ""},
+                                        {"doc", "Log", "L1", "P"},
+                                        {"editor", "Data", "D", "P"},
+                                        {"pc", "Fit", "F", "P"},
+                                        {"graph", "Chart", "C", "P"},
+                                        {"recycle", "Recycle", "R", "P"},
+                                        {"trash", "(None)", "R1", "R"}}};
 
 constexpr int key_role = Qt::UserRole;
 const QString bin_key = QStringLiteral("R");
@@ -48,14 +45,28 @@ ProjectTree::ProjectTree(QWidget* parent) : QTreeWidget(parent) {
   setIndentation(14);
   setFrameShape(QFrame::NoFrame);
   connect(this, &QTreeWidget::itemClicked, this, &ProjectTree::choose);
-  rebuild();
 }
 
-void ProjectTree::rebuild() {
+void ProjectTree::rebuild(const Project& project) {
+  QStringList binned;
+  if (const QTreeWidgetItem* bin = node(bin_key))
+    for (int i = 0; i < bin->childCount(); ++i)
+      binned.append(bin->child(i)->data(0, key_role).toString());
   clear();
   for (const Node& each : nodes)
     add_node(to_qt(each.image), to_qt(each.text), to_qt(each.key), to_qt(each.parent));
+  for (int i = 1; i <= project.data.bound(); ++i)
+    add_record("editor", u'D', i, to_qt(project.data(i).Title));
+  for (int i = 1; i <= project.fits.bound(); ++i)
+    add_record("pc", u'F', i, to_qt(project.fits(i).Title));
+  for (int i = 1; i <= project.charts.bound(); ++i)
+    add_record("graph", u'C', i, tr("Chart%1").arg(i));
+  for (const QString& key : binned) recycle(key);
   expandAll();
+}
+
+void ProjectTree::add_record(const char* image, QChar kind, int index, const QString& title) {
+  add_node(to_qt(image), title, kind + QString::number(index), QString(kind));
 }
 
 void ProjectTree::add_node(const QString& image, const QString& text, const QString& key,

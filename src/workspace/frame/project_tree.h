@@ -4,6 +4,8 @@
 
 #include <QTreeWidget>
 
+#include "project/project.h"
+
 namespace tavlo {
 
 class ProjectTree : public QTreeWidget {
@@ -12,8 +14,8 @@ class ProjectTree : public QTreeWidget {
  public:
   explicit ProjectTree(QWidget* parent = nullptr);
 
-  /// Builds the nodes of a new project.
-  void rebuild();
+  /// Shows the windows of these records; those in the bin stay there.
+  void rebuild(const Project& project);
 
   /// Moves the node of a window below "Recycle" or back to its own parent.
   void recycle(const QString& key);
@@ -30,6 +32,7 @@ class ProjectTree : public QTreeWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  void add_record(const char* image, QChar kind, int index, const QString& title);
   void add_node(const QString& image, const QString& text, const QString& key,
                 const QString& parent_key);
   void move_below(const QString& key, const QString& parent_key);

@@ -82,54 +82,82 @@ void ProjectWindows::end_all() {
   }
 }
 
-void ProjectWindows::build() {
-  in_blocks_ = true;
-  build_sheets();
-  build_panels();
-  build_charts();
-  build_log();
+void ProjectWindows::follow_records() {
+  const Project& project = program_.session.project;
+  drop_behind(sheets_, 'D', project.data.bound());
+  drop_behind(panels_, 'F', project.fits.bound());
+  drop_behind(charts_, 'C', project.charts.bound());
+  while (ssize(sheets_) < project.data.bound()) add_sheet();
+  while (ssize(panels_) < project.fits.bound()) add_panel();
+  while (ssize(charts_) < project.charts.bound()) add_chart();
+  if (!log_) add_log();
+  for (int i = 1; i <= project.data.bound(); ++i)
+    child(key_of('D', i))->setWindowTitle(to_qt(project.data(i).Title));
+  for (int i = 1; i <= project.fits.bound(); ++i)
+    child(key_of('F', i))->setWindowTitle(to_qt(project.fits(i).Title));
+  for (SheetView* each : sheets_) each->refresh();
+  for (ChartWindow* each : charts_) each->content_changed();
   catch_up();
+}
+
+void ProjectWindows::show_from_start() {
+  in_blocks_ = true;
+  for (ChildWindow* each : children_) each->show();
   Tile_Block();
   child(QStringLiteral("D1"))->bring_to_front();
 }
 
-void ProjectWindows::build_sheets() {
-  Session& session = program_.session;
-  for (int i = 1; i <= session.project.data.bound(); ++i) {
-    auto* view = new SheetView(*session.gDataForm(i), program_.commands, nullptr);
-    connect(view, &SheetView::hint_wanted, this, &ProjectWindows::hint_wanted);
-    connect(view, &SheetView::rows_pasted, this, &ProjectWindows::rows_pasted);
-    connect(view, &SheetView::edited, this, &ProjectWindows::content_changed);
-    sheets_.push_back(view);
-    add(view, key_of('D', i), QStringLiteral("frm_data"), QStringLiteral("editor"),
-        session.project.data(i).Title);
+bool ProjectWindows::is_dragging() const {
+  return std::any_of(charts_.begin(), charts_.end(),
+                     [](const ChartWindow* each) { return each->is_dragging(); });
+}
+
+template <class View>
+void ProjectWindows::drop_behind(std::vector<View*>& views, char kind, int count) {
+  for (; ssize(views) > count; views.pop_back()) {
+    ChildWindow* window = child(key_of(kind, static_cast<int>(views.size())));
+    std::erase(children_, window);
+    removeSubWindow(window);
+    delete window;
   }
 }
 
-void ProjectWindows::build_panels() {
+void ProjectWindows::add_sheet() {
   Session& session = program_.session;
-  for (int i = 1; i <= session.project.fits.bound(); ++i) {
-    auto* panel = new FitWindow(session, program_.commands, i);
-    connect(panel, &FitWindow::choices_changed, this, &ProjectWindows::content_changed);
-    connect(panel, &FitWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
-    connect(this, &ProjectWindows::content_changed, panel, &FitWindow::show_age);
-    panels_.push_back(panel);
-    add(panel, key_of('F', i), QStringLiteral("frm_Fit"), QStringLiteral("pc"),
-        session.project.fits(i).Title);
-  }
+  const int index = static_cast<int>(sheets_.size()) + 1;
+  auto* view = new SheetView(*session.gDataForm(index), program_.commands, nullptr);
+  connect(view, &SheetView::hint_wanted, this, &ProjectWindows::hint_wanted);
+  connect(view, &SheetView::rows_pasted, this, &ProjectWindows::rows_pasted);
+  connect(view, &SheetView::edited, this, [this](const QString& step) {
+    program_.session.step = from_qt(step);
+    emit content_changed();
+  });
+  sheets_.push_back(view);
+  add(view, key_of('D', index), QStringLiteral("frm_data"), QStringLiteral("editor"),
+      session.project.data(index).Title);
 }
 
-void ProjectWindows::build_charts() {
+void ProjectWindows::add_panel() {
   Session& session = program_.session;
-  for (int i = 1; i <= session.project.charts.bound(); ++i) {
-    charts_.push_back(new ChartWindow(session, program_.commands, i));
-    connect(charts_.back(), &ChartWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
-    add(charts_.back(), key_of('C', i), QStringLiteral("frm_Chart"), QStringLiteral("graph"),
-        "Chart" + std::to_string(i));
-  }
+  const int index = static_cast<int>(panels_.size()) + 1;
+  auto* panel = new FitWindow(session, program_.commands, index);
+  connect(panel, &FitWindow::choices_changed, this, &ProjectWindows::content_changed);
+  connect(panel, &FitWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
+  connect(this, &ProjectWindows::content_changed, panel, &FitWindow::show_age);
+  panels_.push_back(panel);
+  add(panel, key_of('F', index), QStringLiteral("frm_Fit"), QStringLiteral("pc"),
+      session.project.fits(index).Title);
 }
 
-void ProjectWindows::build_log() {
+void ProjectWindows::add_chart() {
+  const int index = static_cast<int>(charts_.size()) + 1;
+  charts_.push_back(new ChartWindow(program_.session, program_.commands, index));
+  connect(charts_.back(), &ChartWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
+  add(charts_.back(), key_of('C', index), QStringLiteral("frm_Chart"), QStringLiteral("graph"),
+      "Chart" + std::to_string(index));
+}
+
+void ProjectWindows::add_log() {
   log_ = new LogWindow(program_.session.project.log);
   add(log_, QStringLiteral("L1"), QStringLiteral("frm_Log"), QStringLiteral("doc"), "Log");
 }

@@ -25,8 +25,14 @@ class ProjectWindows : public QMdiArea {
   /// Ends all windows; after this the records may go.
   void end_all();
 
-  /// Makes the windows of the session's records and lays them out.
-  void build();
+  /// Each record of the session has a window, and shows what it holds now.
+  void follow_records();
+
+  /// All windows in blocks, the first sheet in front.
+  void show_from_start();
+
+  /// True while the mouse moves or draws on a chart.
+  bool is_dragging() const;
 
   // Views by the index of their record, from 1.
   SheetView& sheet(int index) { return *sheets_.at(slot(index)); }
@@ -83,10 +89,12 @@ class ProjectWindows : public QMdiArea {
  private:
   static std::size_t slot(int index) { return static_cast<std::size_t>(index) - 1; }
   void connect_views();
-  void build_sheets();
-  void build_panels();
-  void build_charts();
-  void build_log();
+  void add_sheet();
+  void add_panel();
+  void add_chart();
+  void add_log();
+  template <class View>
+  void drop_behind(std::vector<View*>& views, char kind, int count);
   ChildWindow& add(QWidget* content, const QString& key, const QString& name, const QString& image,
                    const std::string& title);
   void catch_up();

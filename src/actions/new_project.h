@@ -1,4 +1,4 @@
-// New project: an empty project as a person meets it. Free of Qt.
+// New projects and records, as a person meets them.
 #pragma once
 
 #include "project/session.h"
@@ -9,5 +9,11 @@ namespace tavlo {
 /// the usual first choice, so that a person can type times and calculate; the
 /// log begins with its head line.
 void start_project(Session& session);
+
+/// Adds a data set with the fits that will be made of it; the last chart shows them.
+void add_data_set(Session& session);
+
+/// Adds a chart of all data sets.
+void add_chart(Session& session);
 
 }  // namespace tavlo

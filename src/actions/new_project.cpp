@@ -1,4 +1,4 @@
-#include "workspace/frame/new_project.h"
+#include "actions/new_project.h"
 
 #include "actions/reports.h"
 #include "life/models.h"
@@ -30,6 +30,21 @@ void start_project(Session& session) {
     Load_Fit(session, i);
   }
   AppendLog(session, head_line(session.ports.clock), false);
+  session.step = "New Project";
+}
+
+void add_data_set(Session& session) {
+  const int data = New_frm_Data(session);
+  const int fits = New_frm_Fit(session);
+  if (data == 0 || fits == 0) return;
+  choose_standard_fit(*session.gFitForm(fits));
+  Load_Fit(session, fits);
+  session.ports.views.chart_changed(session.project.charts.bound());
+  session.step = "New Data/Fit";
+}
+
+void add_chart(Session& session) {
+  if (New_frm_Chart(session) > 0) session.step = "New Chart";
 }
 
 }  // namespace tavlo
