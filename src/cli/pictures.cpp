@@ -9,6 +9,7 @@
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
+#include "chart/scales/chart_view.h"
 #include "cli/output.h"
 #include "painter/picture_door.h"
 #include "project/plot_rows.h"
@@ -80,13 +81,6 @@ void show_further_fit(Session& session, Chart& chart, int slot) {
   marker.SymbolStyle = pen_style::none;
   marker.SymbolFill = 0;
   marker.LineStyle = (row - 1) / colours % styles;
-}
-
-/// A model without axes of its own is drawn on the paper that the chart has.
-void use_paper_of(Chart& chart, const Model& model) {
-  if (model.y_scale() == 0) return;
-  chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
-  chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
 }
 
 }  // namespace

@@ -3,8 +3,10 @@
 // colours 24-bit words with red in the low byte.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "numerics/slots.h"
 
@@ -88,6 +90,18 @@ struct ChartAxis {
   friend bool operator==(const ChartAxis&, const ChartAxis&) = default;
 };
 
+/// What is seen of an axis.
+struct AxisView {
+  bool AutoMax = true;
+  bool AutoMin = true;
+  double Max = 1000;
+  double Min = 1;
+  std::int16_t ScaleType = 2;
+
+  friend bool operator==(const AxisView&, const AxisView&) = default;
+};
+using ChartView = std::array<AxisView, 2>;  ///< of X and Y
+
 /// One plot set: a data set and one of its fits on the chart.
 struct ChartMarker {
   std::int32_t FitNumber = 1;  ///< which fit of the set; 0 is the working fit
@@ -140,6 +154,9 @@ struct Chart {
   /// Shows each population of a mixture as a line of its own. A switch of the
   /// window: no file keeps it.
   bool SubPopulations = false;
+  /// The views that zooming in has left, the first one in front; no file keeps them.
+  /// The axes hold the view of the moment; chart/scales/chart_view changes both.
+  std::vector<ChartView> ZoomedFrom;
 
   friend bool operator==(const Chart&, const Chart&) = default;
 };

@@ -30,7 +30,6 @@ bool ChartStage::compose_if_changed() {
   if (!changed_) return false;
   changed_ = false;
   readout_.reset();
-  zoom_.forget_if_changed(chart());
   SetAutoScale(session_, chart());
   drawing_ = fl_Make_WMF(session_, index_);
   ++compositions_;
