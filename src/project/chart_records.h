@@ -73,6 +73,12 @@ struct ChartItem {
   friend bool operator==(const ChartItem&, const ChartItem&) = default;
 };
 
+/// How limits are found that follow the data, in `ChartAxis::Label.Int4`.
+namespace limit_rule {
+inline constexpr std::int16_t stated = 0;       ///< whole decades, and tops of nines
+inline constexpr std::int16_t fit_to_data = 1;  ///< the same, where that leaves little empty
+}  // namespace limit_rule
+
 struct ChartAxis {
   bool AutoMax = true;
   bool AutoMin = true;
@@ -85,7 +91,7 @@ struct ChartAxis {
   std::int32_t MajorStyle = 0;
   std::int32_t MinorStyle = 2;
   std::int16_t ScaleType = 2;  ///< X scale in bits 0-2, Y scale in bits 3-5
-  ChartItem Label;             ///< font of the tick labels; Text2 is the number format
+  ChartItem Label;  ///< font of the tick labels; Text2 is the number format, Int4 the limit_rule
 
   friend bool operator==(const ChartAxis&, const ChartAxis&) = default;
 };

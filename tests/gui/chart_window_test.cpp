@@ -111,7 +111,7 @@ TEST_F(OnTheChart, AnotherModelEndsAZoom) {
   press("plus");
   press("plus");
   ASSERT_TRUE(wait_until([&] { return zoom_depth(record()) == 2; }));
-  person.click(widget("opt_Model_8"));
+  person.click(widget("opt_Model_9"));
   ASSERT_TRUE(wait_until([&] { return record().Axes(1).ScaleType == y_scale::normal; }));
   for (const ChartAxis& axis : record().Axes) EXPECT_TRUE(axis.AutoMin && axis.AutoMax);
   EXPECT_EQ(record().Axes(0).Min, before(0).Min);

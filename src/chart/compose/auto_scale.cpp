@@ -5,6 +5,7 @@
 
 #include "chart/parts/plot_sets.h"
 #include "chart/scales/chart_view.h"
+#include "chart/scales/fitted_limits.h"
 #include "chart/scales/limit_rules.h"
 #include "life/models.h"
 
@@ -57,8 +58,10 @@ void set_limits(ErrorReporter& reporter, ChartAxis& axis, int code, const Range&
                 double zone) {
   if (range.empty()) return;
   const Limits data = with_held_limits(axis, usable_range(range.limits));
-  const Limits limits = round_limits(reporter, code, data, zone);
-  take_data_limits(axis, limits);
+  // One value alone says nothing of how wide a range the data have.
+  const bool fits =
+      axis.Label.Int4 == limit_rule::fit_to_data && range.limits.low < range.limits.high;
+  take_data_limits(axis, (fits ? fitted_limits : round_limits)(reporter, code, data, zone));
 }
 
 /// A twelve-month chart keeps its first month off the left edge. Its odd digits

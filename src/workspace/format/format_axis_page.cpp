@@ -49,6 +49,11 @@ void AxisPage::add_limits() {
   add_row(tr("&Scale"), {scale});
   add_limit(tr("M&inimum"), named("Min"), &ChartAxis::Min, &ChartAxis::AutoMin);
   add_limit(tr("M&aximum"), named("Max"), &ChartAxis::Max, &ChartAxis::AutoMax);
+  const At<ChartItem> label = [at = at_](Chart& chart) -> ChartItem& { return at(chart).Label; };
+  add_row(
+      tr("&Limits"),
+      {choice(named("Limits"), plain_field<int>(label, &ChartItem::Int4),
+              {{limit_rule::fit_to_data, tr("fit to data")}, {limit_rule::stated, tr("stated")}})});
 }
 
 Field<double> AxisPage::limit_field(double ChartAxis::*limit) const {
