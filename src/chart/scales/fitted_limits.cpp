@@ -12,20 +12,27 @@ namespace tavlo {
 
 namespace {
 
-constexpr double round_tops[] = {0.99,    0.995,    0.999,    0.9995,    0.9999,    0.99995,
-                                 0.99999, 0.999995, 0.999999, 0.9999995, 0.9999999, 0.99999995};
+constexpr double round_tops[] = {0.1,     0.2,     0.3,      0.5,      0.7,       0.9,
+                                 0.95,    0.99,    0.995,    0.999,    0.9995,    0.9999,
+                                 0.99995, 0.99999, 0.999995, 0.999999, 0.9999995, 0.9999999};
 
-/// The lowest of 99 %, 99.5 %, 99.9 % ... that leaves a margin above the data. Tops up
-/// to 90 % leave room enough as they are.
+bool is_tenth(double fraction) {
+  return std::fabs(10 * fraction - std::round(10 * fraction)) < 1e-9;
+}
+
+/// The lowest round top that leaves a margin above the data. A tenth is round enough
+/// where it does, and so is the 99 % that complete samples have had always.
 double top_above(double stated, Limits data, double zone) {
-  constexpr double round_top = 0.9;
-  constexpr double widest = 6;  // of a range that the margin grows with, in ln(-ln(1 - F))
-  if (stated <= round_top || !(data.high < 1.0)) return stated;
-  const double low = fd_WblY(std::max(data.low, 1e-8));
+  constexpr double usual_top = 0.99;
+  constexpr double complete = 0.7;  // at the least is the largest rank of all failures
+  constexpr double widest = 6;      // of a range that the margin grows with, in ln(-ln(1 - F))
+  if (!(data.low > 0.0 && data.high < 1.0)) return stated;
   const double high = fd_WblY(data.high);
-  const double least = high + 1.5 * zone * std::min(high - low, widest);
+  const double margin = zone * std::min(high - fd_WblY(data.low), widest);
+  const bool is_round = is_tenth(stated) || (stated == usual_top && data.high > complete);
+  if (is_round && stated < 1.0 && fd_WblY(stated) >= high + 0.99 * margin) return stated;
   const auto top = std::find_if(std::begin(round_tops), std::end(round_tops),
-                                [least](double each) { return fd_WblY(each) >= least; });
+                                [=](double each) { return fd_WblY(each) >= high + 1.5 * margin; });
   return top == std::end(round_tops) ? stated : *top;
 }
 
@@ -34,6 +41,12 @@ double step_below(double size) {
   for (const double digit : {5.0, 2.0})
     if (digit * decade <= size) return digit * decade;
   return decade;
+}
+
+/// A tenth or the highest of 1, 2, 5 ... that isn't above.
+double bottom_below(double stated) {
+  constexpr double noise = 1e-9;
+  return is_tenth(stated) && stated > 0.05 ? stated : step_below(stated * (1 + noise));
 }
 
 /// Multiples of a step around the data. A scale that needs them stays above 0.
@@ -82,7 +95,8 @@ bool suits(const Place& place, Limits data, double zone) {
 Limits fitted_limits(ErrorReporter& reporter, int code, Limits data, double zone) {
   constexpr double small_ratio = 3;  // up to it a logarithmic axis looks like a linear one
   const Limits stated = round_limits(reporter, code, data, zone);
-  if (is_probability_scale(code)) return {stated.low, top_above(stated.high, data, zone)};
+  if (is_probability_scale(code))
+    return {bottom_below(stated.low), top_above(stated.high, data, zone)};
   const bool is_log = needs_positive(code);
   if ((is_log && !(data.low > 0.0)) || suits({stated, is_log}, data, zone)) return stated;
   const bool by_ratio = is_log && data.high / data.low > small_ratio;
