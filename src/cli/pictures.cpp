@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "chart/compose/auto_scale.h"
+#include "chart/compose/chart_shape.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
 #include "chart/scales/chart_view.h"
@@ -102,10 +103,15 @@ void show_on_chart(Session& session, const std::string& title, Paper paper) {
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {
   SetAutoScale(session, session.project.charts(1));
-  const DrawingRecord drawing = fl_Make_WMF(session, 1);
-  for (const std::string& path : paths)
+  const DrawingRecord stated = fl_Make_WMF(session, 1);
+  give_shape(session.project.charts(1), size.width, size.height);
+  const DrawingRecord shaped = fl_Make_WMF(session, 1);
+  for (const std::string& path : paths) {
+    // A metafile has a size of its own.
+    const DrawingRecord& drawing = extension(path) == ".wmf" ? stated : shaped;
     if (const FileResult written = write_picture(session, drawing, path, size); !written)
       return path + ": " + written.message;
+  }
   return std::nullopt;
 }
 
