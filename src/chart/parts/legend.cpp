@@ -102,11 +102,12 @@ std::vector<Rectangle> taken_areas(const Recorder& recorder) {
   return taken;
 }
 
-void place(Canvas& canvas, ChartItem& box, const DrawingRecord& content) {
+void place(Canvas& canvas, ChartItem& box, const Obstacles& content) {
   if (has_own_place(canvas.chart, chart_item::legend)) return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
   const Place at = freest_place(canvas.chart.Boxes(chart_item::plot_box), size,
-                                Corner::bottom_right, content, taken_areas(canvas.recorder));
+                                Corner::bottom_right, content, taken_areas(canvas.recorder))
+                       .place;
   box.Left = at.x;
   box.Top = at.y;
 }
@@ -170,7 +171,7 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
 }
 
 void draw_legend(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
-                 const DrawingRecord& content) {
+                 const Obstacles& content) {
   const auto entries = legend_entries(session, canvas.chart, sets);
   if (entries.empty()) return;
   Layout layout = layout_of(canvas, entries);
