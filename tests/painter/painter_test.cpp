@@ -140,6 +140,39 @@ TEST(Painter, SymbolsKeepTheirForm) {
   }
 }
 
+/// The share of a chart's fit line that is seen in its own colour, where a sample of so
+/// many failures lies along it.
+double seen_share_of_line(int failures) {
+  test::ChartWorld here;
+  std::vector<test::Point> points;
+  for (int i = 1; i <= failures; ++i) {
+    const double rank = (i - 0.3) / (failures + 0.4);
+    points.push_back({600 * std::sqrt(-std::log1p(-rank))});
+  }
+  here.show(test::ranked(points));
+  here.show(test::fit_of(model_code::weibull2, {{1 / 600.0, 1, 2, 0, 1}}));
+  const DrawingRecord drawing = here.draw();
+  drawing::Polyline line;
+  for (const drawing::Polyline& each : test::all<drawing::Polyline>(drawing))
+    if (each.places.size() == 2 && each.places[0].x != each.places[1].x &&
+        each.places[0].y != each.places[1].y)
+      line = each;
+  const QImage image = picture(drawing, {2000, 1200});
+  const QRgb colour = 0xFF600000;
+  int seen = 0;
+  constexpr int probes = 500;
+  for (int i = 1; i < probes; ++i) {
+    const double x = line.places[0].x + (line.places[1].x - line.places[0].x) * i / double{probes};
+    const double y = line.places[0].y + (line.places[1].y - line.places[0].y) * i / double{probes};
+    seen += image.pixel(static_cast<int>(x / 5), static_cast<int>(y / 5)) == colour;
+  }
+  return seen / double{probes};
+}
+
+TEST(Painter, AnyNumberOfPointsLeavesTheLineToBeSeen) {
+  for (const int failures : {300, 5000, 50000}) EXPECT_GT(seen_share_of_line(failures), 0.95);
+}
+
 TEST(Painter, SvgHoldsItsTextsAsText) {
   const DrawingRecord drawing = published_chart();
   const QString svg = QString::fromUtf8(svg_picture(drawing, {1000, 600}));

@@ -59,10 +59,21 @@ void check_chart(const Chart& chart) {
   }
 }
 
-void draw_plot_set(Canvas& canvas, const Session& session, const PlotSet& set) {
-  if (set.fit) DrawData_One_Line(canvas, *set.marker, *set.fit);
-  if (set.fit && canvas.chart.SubPopulations) draw_sub_populations(canvas, *set.marker, *set.fit);
-  draw_data_points(canvas, *set.marker, session.project.data(set.data_index));
+/// Points stand on the lines, but a crowd of them would hide its line and lies below.
+void draw_plot_sets(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets) {
+  DrawingRecord points_above;
+  Recorder above(points_above);
+  Canvas apart{above, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
+  for (const PlotSet& set : sets) {
+    const DataSet& data = session.project.data(set.data_index);
+    draw_data_points(data.Count < crowd_of_points ? apart : canvas, *set.marker, data);
+  }
+  for (const PlotSet& set : sets) {
+    if (!set.fit) continue;
+    if (canvas.chart.SubPopulations) draw_sub_populations(canvas, *set.marker, *set.fit);
+    DrawData_One_Line(canvas, *set.marker, *set.fit);
+  }
+  canvas.recorder.append(points_above);
 }
 
 /// Points, lines and marks alone: the boxes keep off them.
@@ -75,7 +86,7 @@ Content content_of(const Canvas& canvas, const Session& session, const std::vect
   Content content;
   Recorder plotted(content.plotted);
   Canvas plot{plotted, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
-  for (const PlotSet& set : sets) draw_plot_set(plot, session, set);
+  draw_plot_sets(plot, session, sets);
   Recorder marks(content.marks);
   Canvas apart{marks, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
   draw_marks(apart);

@@ -114,7 +114,7 @@ void place(Canvas& canvas, ChartItem& box, const Obstacles& content) {
 
 void draw_sample(Recorder& recorder, const LegendEntry& entry, double left, double middle,
                  double most_size) {
-  const ChartMarker& marker = *entry.set->marker;
+  const ChartMarker& marker = entry.look;
   const std::int32_t y = to_unit(middle);
   if (entry.has_line) {
     const auto pen = Selected::pen(recorder, marker.LineStyle, marker.LineWidth, marker.LineColor);
@@ -162,8 +162,12 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
   std::vector<LegendEntry> entries;
   if (mode == legend_mode::never) return entries;
   for (const PlotSet& set : sets) {
-    LegendEntry entry{&set, entry_title(session, sets, set), set.fit && has_line(*set.marker),
-                      has_symbols(*set.marker) && session.project.data(set.data_index).Count > 0};
+    const int count = session.project.data(set.data_index).Count;
+    LegendEntry entry{look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box),
+                                    static_cast<std::size_t>(std::max(count, 0))),
+                      entry_title(session, sets, set), set.fit && has_line(*set.marker),
+                      has_symbols(*set.marker) && count > 0};
+    entry.look.Size = set.marker->Size;
     if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
   }
   if (mode != legend_mode::always && entries.size() < 2) entries.clear();

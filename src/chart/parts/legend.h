@@ -18,7 +18,7 @@ inline constexpr int always = 2;
 }  // namespace legend_mode
 
 struct LegendEntry {
-  const PlotSet* set = nullptr;
+  ChartMarker look;  ///< of line and symbol
   std::string title;
   bool has_line = false;
   bool has_symbol = false;

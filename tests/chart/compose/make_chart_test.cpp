@@ -185,8 +185,8 @@ TEST_F(MakeChartTest, AFaultIsOneBoxHoweverOftenItStrikes) {
   here.draw();
   here.chart().Axes(0).ScaleType = 5;  // no such scale
   here.world.prompts.expect_box("", "DrawGrid type not recognized");
-  here.world.prompts.expect_box("", "undefined X scale in drawdata_one_Line");
   here.world.prompts.expect_box("", "Undefined Xscale in xy2long");
+  here.world.prompts.expect_box("", "undefined X scale in drawdata_one_Line");
   const DrawingRecord drawing = fl_Make_WMF(here.session, 1);
   EXPECT_TRUE(has_text(drawing, "Results"));
   expect_sound_handles(drawing);
