@@ -3,10 +3,25 @@
 #include <utility>
 
 #include "actions/reports.h"
+#include "chart/scales/chart_view.h"
 
 namespace tavlo {
 
 namespace {
+
+/// A zoom shows another part of a chart and changes nothing in it.
+bool only_zoomed(const Project& before, Project now) {
+  if (now.charts.bound() != before.charts.bound()) return false;
+  bool zoomed = false;
+  for (int i = 1; i <= now.charts.bound(); ++i) {
+    Chart& chart = now.charts(i);
+    const Chart& old = before.charts(i);
+    if (chart.ZoomedFrom == old.ZoomedFrom) continue;
+    zoomed = true;
+    copy_view(old, chart);
+  }
+  return zoomed && now == before;
+}
 
 bool is_busy(const Session& session) {
   for (int i = 1; i <= session.gFitForm.bound(); ++i)
@@ -29,12 +44,11 @@ void show(Session& session, const Project& state) {
 
 void end_step(Session& session) {
   const std::string name = std::exchange(session.step, {});
-  session.history.note(session.project, name.empty() ? "Change" : name);
-}
-
-void end_view_step(Session& session) {
-  session.step.clear();
-  session.history.note_view(session.project);
+  if (session.project == session.history.now()) return;
+  if (only_zoomed(session.history.now(), session.project))
+    session.history.note_view(session.project);
+  else
+    session.history.note(session.project, name.empty() ? "Change" : name);
 }
 
 void undo(Session& session) {

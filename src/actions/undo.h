@@ -6,11 +6,9 @@
 namespace tavlo {
 
 /// Ends a command: what it has changed of the project becomes a step of the history, by the
-/// name that the command has left in `Session::step`.
+/// name that the command has left in `Session::step`. A zoom is none: it has a way back of
+/// its own.
 void end_step(Session& session);
-
-/// The same for a command that only changes what part of a chart is seen.
-void end_view_step(Session& session);
 
 /// Takes the last step back, or does the one that was taken back. Nothing while a fit is
 /// under way, and at the end of the history.

@@ -3,12 +3,16 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <functional>
 
 #include "chart/compose/auto_scale.h"
+#include "chart/compose/chart_shape.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
+#include "chart/scales/chart_view.h"
 #include "cli/output.h"
 #include "painter/picture_door.h"
 #include "project/plot_rows.h"
@@ -68,6 +72,23 @@ FileResult write_picture(Session& session, const DrawingRecord& drawing, const s
   return made ? session.ports.file_system.write_whole(path, bytes) : made;
 }
 
+/// A metafile has a size of its own.
+bool is_metafile(const std::string& path) { return extension(path) == ".wmf"; }
+
+/// Draws chart 1, where one of the paths is wanted, and writes it to each of these.
+std::optional<std::string> write_each(Session& session, const std::vector<std::string>& paths,
+                                      const std::function<bool(const std::string&)>& is_wanted,
+                                      const PixelSize& size) {
+  if (std::none_of(paths.begin(), paths.end(), is_wanted)) return std::nullopt;
+  const DrawingRecord drawing = fl_Make_WMF(session, 1);
+  for (const std::string& path : paths) {
+    if (!is_wanted(path)) continue;
+    if (const FileResult written = write_picture(session, drawing, path, size); !written)
+      return path + ": " + written.message;
+  }
+  return std::nullopt;
+}
+
 /// A further plot set for fit `slot`. It has no symbols, the data stand on the chart
 /// once; the looks have ten colours, dashes tell the next ten lines from them.
 void show_further_fit(Session& session, Chart& chart, int slot) {
@@ -80,13 +101,6 @@ void show_further_fit(Session& session, Chart& chart, int slot) {
   marker.SymbolStyle = pen_style::none;
   marker.SymbolFill = 0;
   marker.LineStyle = (row - 1) / colours % styles;
-}
-
-/// A model without axes of its own is drawn on the paper that the chart has.
-void use_paper_of(Chart& chart, const Model& model) {
-  if (model.y_scale() == 0) return;
-  chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
-  chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
 }
 
 }  // namespace
@@ -108,11 +122,9 @@ void show_on_chart(Session& session, const std::string& title, Paper paper) {
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {
   SetAutoScale(session, session.project.charts(1));
-  const DrawingRecord drawing = fl_Make_WMF(session, 1);
-  for (const std::string& path : paths)
-    if (const FileResult written = write_picture(session, drawing, path, size); !written)
-      return path + ": " + written.message;
-  return std::nullopt;
+  if (const auto fault = write_each(session, paths, is_metafile, size)) return fault;
+  give_shape(session.project.charts(1), size.width, size.height);
+  return write_each(session, paths, std::not_fn(is_metafile), size);
 }
 
 }  // namespace tavlo::cli

@@ -8,8 +8,7 @@ void History::restart(const Project& start) {
   keep(states_.front(), start);
 }
 
-bool History::note(const Project& now, const std::string& name) {
-  if (now == states_[at_].project) return false;
+void History::note(const Project& now, const std::string& name) {
   states_.resize(++at_);
   keep(states_.emplace_back(), now);
   states_.back().step = name;
@@ -17,7 +16,6 @@ bool History::note(const Project& now, const std::string& name) {
     states_.pop_front();
     --at_;
   }
-  return true;
 }
 
 void History::note_view(const Project& now) { keep(states_[at_], now); }

@@ -19,12 +19,15 @@ class History {
   /// Forgets all steps.
   void restart(const Project& start);
 
-  /// Takes in what a command has made of the project, as a step of that name. False where it
-  /// has changed nothing. Steps that were undone are gone then.
-  bool note(const Project& now, const std::string& name);
+  /// Takes in what a command has made of the project, as a step of that name. Steps that
+  /// were undone are gone then.
+  void note(const Project& now, const std::string& name);
 
   /// Takes in a change that is no step of its own, as of the part of a chart that is seen.
   void note_view(const Project& now);
+
+  /// The state that was noted last, or gone back to.
+  const Project& now() const { return states_[at_].project; }
 
   bool can_undo() const { return at_ > 0; }
   bool can_redo() const { return at_ + 1 < states_.size(); }

@@ -112,7 +112,7 @@ int New_frm_Chart(Session& session) {
     chart.DataIds.push_back(session.project.data.bound() > 0 ? session.project.data(1).UniqueId
                                                              : 0);
     chart.FitIds.push_back(session.project.fits.bound() > 0 ? session.project.fits(1).UniqueId : 0);
-    make_lines_fine(chart);
+    make_usual(chart);
     link_markers(session, chart);
     session.project.charts.push_back(std::move(chart));
     return session.project.charts.bound();

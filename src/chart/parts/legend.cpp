@@ -102,18 +102,19 @@ std::vector<Rectangle> taken_areas(const Recorder& recorder) {
   return taken;
 }
 
-void place(Canvas& canvas, ChartItem& box, const DrawingRecord& content) {
+void place(Canvas& canvas, ChartItem& box, const Obstacles& content) {
   if (has_own_place(canvas.chart, chart_item::legend)) return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
   const Place at = freest_place(canvas.chart.Boxes(chart_item::plot_box), size,
-                                Corner::bottom_right, content, taken_areas(canvas.recorder));
+                                Corner::bottom_right, content, taken_areas(canvas.recorder))
+                       .place;
   box.Left = at.x;
   box.Top = at.y;
 }
 
 void draw_sample(Recorder& recorder, const LegendEntry& entry, double left, double middle,
                  double most_size) {
-  const ChartMarker& marker = *entry.set->marker;
+  const ChartMarker& marker = entry.look;
   const std::int32_t y = to_unit(middle);
   if (entry.has_line) {
     const auto pen = Selected::pen(recorder, marker.LineStyle, marker.LineWidth, marker.LineColor);
@@ -161,8 +162,12 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
   std::vector<LegendEntry> entries;
   if (mode == legend_mode::never) return entries;
   for (const PlotSet& set : sets) {
-    LegendEntry entry{&set, entry_title(session, sets, set), set.fit && has_line(*set.marker),
-                      has_symbols(*set.marker) && session.project.data(set.data_index).sample().size() > 0};
+    const std::size_t count = session.project.data(set.data_index).sample().size();
+    LegendEntry entry{look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box),
+                                    count),
+                      entry_title(session, sets, set), set.fit && has_line(*set.marker),
+                      has_symbols(*set.marker) && count > 0};
+    entry.look.Size = set.marker->Size;
     if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
   }
   if (mode != legend_mode::always && entries.size() < 2) entries.clear();
@@ -170,7 +175,7 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
 }
 
 void draw_legend(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
-                 const DrawingRecord& content) {
+                 const Obstacles& content) {
   const auto entries = legend_entries(session, canvas.chart, sets);
   if (entries.empty()) return;
   Layout layout = layout_of(canvas, entries);

@@ -3,6 +3,7 @@
 #include <array>
 #include <iterator>
 
+#include "chart/scales/chart_view.h"
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/main_window.h"
 
@@ -130,7 +131,7 @@ Rows chart_commands(ChartCommands& charts) {
   };
   const auto any = any_chart(charts);
   const auto zoomed =
-      of_chart(charts, [](ChartWindow& chart) { return chart.stage().zoom().depth() > 0; });
+      of_chart(charts, [](ChartWindow& chart) { return zoom_depth(chart.stage().chart()) > 0; });
   const auto on_mark =
       of_chart(charts, [](ChartWindow& chart) { return chart.selected().is_mark(); });
   const auto moved = of_chart(charts, [](ChartWindow& chart) { return chart.can_free_selected(); });
