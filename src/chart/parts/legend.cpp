@@ -163,8 +163,7 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
   if (mode == legend_mode::never) return entries;
   for (const PlotSet& set : sets) {
     const std::size_t count = session.project.data(set.data_index).sample().size();
-    LegendEntry entry{look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box),
-                                    count),
+    LegendEntry entry{look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box), count),
                       entry_title(session, sets, set), set.fit && has_line(*set.marker),
                       has_symbols(*set.marker) && count > 0};
     entry.look.Size = set.marker->Size;
