@@ -120,7 +120,8 @@ std::string DataSheet::text(int row, int column) const {
   if (index >= last_row()) return {};
   const SheetRow& held = set.rows[static_cast<std::size_t>(index)];
   if (is_numeric(column)) return number_cell(held, index, column);
-  if (column == sheet_column::mode) return held.mode == 0 ? std::string() : set.ModeNames(held.mode);
+  if (column == sheet_column::mode)
+    return held.mode == 0 ? std::string() : set.ModeNames(held.mode);
   return held.text(column);
 }
 
@@ -197,7 +198,8 @@ void DataSheet::enter(int row, int column, const std::string& typed) {
   shown_rows_ = std::max(shown_rows_, row);
   const std::string wanted = trimmed(typed);
   if (wanted == text(row, column)) return;
-  SheetRow changed = row <= last_row() ? data().rows[static_cast<std::size_t>(row) - 1] : SheetRow{};
+  SheetRow changed =
+      row <= last_row() ? data().rows[static_cast<std::size_t>(row) - 1] : SheetRow{};
   if (column == sheet_column::x)
     enter_x(changed, wanted);
   else if (is_numeric(column))

@@ -153,12 +153,12 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
 TEST_F(MainJob, ARefusedFitLeavesTheChartAsItWas) {
   paste("100\n150\n210\n300\n", 4);
   choose("opt_Model_8", 1);
-  const Chart before = session().gChart(1);
+  const Chart before = session().project.charts(1);
   const auto drawing = window.windows().chart(1).drawing().records.size();
   person.click(widget("opt_Model_7"), {8, 8});
   ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
   EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("7 points are needed")));
-  const Chart& after = session().gChart(1);
+  const Chart& after = session().project.charts(1);
   EXPECT_EQ(after.Axes(0).ScaleType, before.Axes(0).ScaleType);
   EXPECT_EQ(after.Axes(1).ScaleType, before.Axes(1).ScaleType);
   EXPECT_EQ(after.Markers(1).FitNumber, before.Markers(1).FitNumber);

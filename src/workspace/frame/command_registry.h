@@ -26,10 +26,10 @@ struct CommandEntry {
 };
 
 struct CommandEffect {
-  std::string name = {};               ///< of the action, behind "mnu_"; empty: its number
-  std::function<void()> run = {};      ///< empty: not there yet, and shown so
-  std::function<bool()> enabled = {};  ///< empty: always
-  std::function<bool()> checked = {};  ///< empty: bears no mark
+  std::string name = {};                     ///< of the action, behind "mnu_"; empty: its number
+  std::function<void()> run = {};            ///< empty: not there yet, and shown so
+  std::function<bool()> enabled = {};        ///< empty: always
+  std::function<bool()> checked = {};        ///< empty: bears no mark
   std::function<std::string()> object = {};  ///< stands behind the caption: "Undo Paste"
   CommandReach reach = CommandReach::frame;
 };

@@ -1,0 +1,143 @@
+#include "actions/undo.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "actions/intake.h"
+#include "actions/new_project.h"
+#include "chart/parts/marks.h"
+#include "chart/scales/chart_view.h"
+#include "files/clipboard_text.h"
+#include "support/sheet_world.h"
+
+namespace tavlo {
+namespace {
+
+using test::SheetWorld;
+
+struct UndoWorld : SheetWorld {
+  UndoWorld() : SheetWorld({}) {
+    prompts.accept_all();
+    start_project(session);
+    session.history.restart(session.project);
+    session.step.clear();
+  }
+  void do_at_random(std::mt19937_64& random);
+};
+
+/// What people do, each ended as a command is.
+void UndoWorld::do_at_random(std::mt19937_64& random) {
+  const auto pick = [&](int from, int to) {
+    return from + static_cast<int>(random() % static_cast<std::uint64_t>(to - from + 1));
+  };
+  const int set = pick(1, session.project.data.bound());
+  DataSheet& typed = *session.gDataForm(set);
+  switch (pick(0, 9)) {
+    case 0:
+    case 1:
+    case 2: typed.enter(pick(1, 12), sheet_column::x, std::to_string(pick(1, 999))); break;
+    case 3: typed.enter(pick(1, 12), pick(1, 6), pick(0, 1) ? "word" : ""); break;
+    case 4: typed.clear({pick(1, 6), 0, pick(4, 12), pick(1, 6)}); break;
+    case 5:
+      clipboard.plain = "1" + std::to_string(pick(10, 99)) + "\n200x3\n>300\n";
+      typed.go_to(pick(1, 9), sheet_column::x);
+      PasteClip(session, set);
+      break;
+    case 6: CheckAndFit(session, set); break;
+    case 7: session.project.charts(1).Boxes(chart_item::main_title).Text2 += '!'; break;
+    case 8:
+      if (session.project.data.bound() < 3) add_data_set(session);
+      break;
+    default: start_project(session);
+  }
+  end_step(session);
+}
+
+TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
+  for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+    std::mt19937_64 random(seed);
+    UndoWorld world;
+    std::vector<Project> states{world.session.project};
+    for (int command = 0; command < 60; ++command) {
+      world.do_at_random(random);
+      if (!(world.session.project == states.back())) states.push_back(world.session.project);
+    }
+    const std::string log = world.log();
+    for (std::size_t back = states.size() - 1; back-- > 0;) {
+      undo(world.session);
+      ASSERT_TRUE(world.session.project == states[back]) << seed << ", state " << back;
+    }
+    EXPECT_FALSE(world.session.history.can_undo());
+    for (std::size_t on = 1; on < states.size(); ++on) {
+      redo(world.session);
+      ASSERT_TRUE(world.session.project == states[on]) << seed << ", state " << on;
+    }
+    EXPECT_EQ(world.log(), log);
+    EXPECT_FALSE(world.session.history.can_redo());
+    EXPECT_EQ(world.session.gDataForm.bound(), world.session.project.data.bound());
+  }
+}
+
+TEST(Undo, NamesItsStepsAndForgetsWhatWasUndoneAtANewOne) {
+  UndoWorld world;
+  world.clipboard.plain = "100\n200\n";
+  PasteClip(world.session, 1);
+  end_step(world.session);
+  CheckAndFit(world.session, 1);
+  end_step(world.session);
+  EXPECT_EQ(world.session.history.undo_name(), "Fit");
+  undo(world.session);
+  EXPECT_EQ(world.session.history.undo_name(), "Paste");
+  EXPECT_EQ(world.session.history.redo_name(), "Fit");
+  EXPECT_EQ(world.panel().grd_Fit.rows(), 1) << "the grid follows";
+  world.sheet().enter(3, sheet_column::x, "300");
+  end_step(world.session);
+  EXPECT_FALSE(world.session.history.can_redo());
+  EXPECT_EQ(world.session.history.undo_name(), "Change");
+}
+
+TEST(Undo, AZoomIsNoStep) {
+  UndoWorld world;
+  zoom_to(world.session.project.charts(1), {2, 3}, {0.1, 0.5});
+  end_step(world.session);
+  EXPECT_FALSE(world.session.history.can_undo());
+  world.sheet().enter(1, sheet_column::x, "5");
+  end_step(world.session);
+  undo(world.session);
+  EXPECT_EQ(zoom_depth(world.session.project.charts(1)), 1u);
+  zoom_back(world.session.project.charts(1));
+  end_step(world.session);
+  EXPECT_TRUE(world.session.history.can_redo()) << "a way back of its own";
+}
+
+// What a step changes of a large sheet is a chunk of its rows.
+TEST(Undo, StatesShareTheirRows) {
+  SharedRows<SheetRow> rows;
+  rows.resize(100000);
+  SharedRows<SheetRow> before = rows;
+  rows.edit(70000).time = 5;
+  int shared = 0;
+  for (std::size_t i = 0; i < rows.size(); i += SharedRows<SheetRow>::chunk_rows)
+    shared += &std::as_const(rows)[i] == &std::as_const(before)[i];
+  EXPECT_EQ(shared, 97);
+  EXPECT_EQ(before[70000].time, 0);
+  EXPECT_FALSE(rows == before);
+  rows.resize(60000);
+  rows.resize(100000);
+  before.resize(60000);
+  before.resize(100000);
+  EXPECT_TRUE(rows == before) << "rows that went leave no trace";
+}
+
+TEST(Undo, StopsWhileAFitIsUnderWay) {
+  UndoWorld world;
+  world.sheet().enter(1, sheet_column::x, "5");
+  end_step(world.session);
+  world.panel().busy = true;
+  undo(world.session);
+  EXPECT_EQ(world.sheet().last_row(), 1);
+}
+
+}  // namespace
+}  // namespace tavlo
