@@ -42,6 +42,36 @@ void link_markers(Session& session, Chart& chart) {
   }
 }
 
+void add_data(Session& session) {
+  DataSet data = fuStandardData();
+  data.UniqueId = unused_id(session);
+  data.Title = "Data" + std::to_string(session.project.data.bound() + 1);
+  session.project.data.push_back(std::move(data));
+}
+
+void add_fits(Session& session) {
+  Project& project = session.project;
+  const int index = project.fits.bound() + 1;
+  FitSet fits = fuStandard_Fit();
+  fits.UniqueId = unused_id(session);
+  fits.Title = "Fit" + std::to_string(index);
+  fits.nDataIds = 1;
+  fits.DataIds.push_back(index <= project.data.bound() ? project.data(index).UniqueId : 0);
+  project.fits.push_back(std::move(fits));
+  if (project.charts.bound() > 0) link_markers(session, project.charts(project.charts.bound()));
+}
+
+void add_chart_record(Session& session) {
+  Chart chart = fuStandard_Chart();
+  chart.UniqueId = unused_id(session);
+  chart.nDataIds = chart.nFitIds = 1;
+  chart.DataIds.push_back(session.project.data.bound() > 0 ? session.project.data(1).UniqueId : 0);
+  chart.FitIds.push_back(session.project.fits.bound() > 0 ? session.project.fits(1).UniqueId : 0);
+  make_usual(chart);
+  link_markers(session, chart);
+  session.project.charts.push_back(std::move(chart));
+}
+
 }  // namespace
 
 Session::Session(const Ports& world)
@@ -52,10 +82,12 @@ Session::Session(const Ports& world)
 
 void reset_project(Session& session) {
   session.project = {};
+  add_data(session);
+  add_fits(session);
+  add_chart_record(session);
+  follow_records(session);
   for (int i = 1; i <= session.gFitForm.bound(); ++i) *session.gFitForm(i) = {};
-  New_frm_Data(session);
-  New_frm_Fit(session);
-  New_frm_Chart(session);
+  follow_records(session);
 }
 
 void follow_records(Session& session) {
@@ -78,43 +110,23 @@ void follow_records(Session& session) {
 
 int New_frm_Data(Session& session) {
   return guarded(session.errors, 0, form_words("Data", session.project.data.bound()), [&] {
-    const int index = session.project.data.bound() + 1;
-    DataSet data = fuStandardData();
-    data.UniqueId = unused_id(session);
-    data.Title = "Data" + std::to_string(index);
-    session.project.data.push_back(std::move(data));
+    add_data(session);
     follow_records(session);
-    return index;
+    return session.project.data.bound();
   });
 }
 
 int New_frm_Fit(Session& session) {
   return guarded(session.errors, 0, form_words("Fit", session.project.fits.bound()), [&] {
-    Project& project = session.project;
-    const int index = project.fits.bound() + 1;
-    FitSet fits = fuStandard_Fit();
-    fits.UniqueId = unused_id(session);
-    fits.Title = "Fit" + std::to_string(index);
-    fits.nDataIds = 1;
-    fits.DataIds.push_back(index <= project.data.bound() ? project.data(index).UniqueId : 0);
-    project.fits.push_back(std::move(fits));
+    add_fits(session);
     follow_records(session);
-    if (project.charts.bound() > 0) link_markers(session, project.charts(project.charts.bound()));
-    return index;
+    return session.project.fits.bound();
   });
 }
 
 int New_frm_Chart(Session& session) {
   return guarded(session.errors, 0, form_words("Chart", session.project.charts.bound()), [&] {
-    Chart chart = fuStandard_Chart();
-    chart.UniqueId = unused_id(session);
-    chart.nDataIds = chart.nFitIds = 1;
-    chart.DataIds.push_back(session.project.data.bound() > 0 ? session.project.data(1).UniqueId
-                                                             : 0);
-    chart.FitIds.push_back(session.project.fits.bound() > 0 ? session.project.fits(1).UniqueId : 0);
-    make_usual(chart);
-    link_markers(session, chart);
-    session.project.charts.push_back(std::move(chart));
+    add_chart_record(session);
     return session.project.charts.bound();
   });
 }
