@@ -22,7 +22,7 @@ std::optional<std::string> dress_chart(Session& session, const ChartArguments& a
 
 /// Axes that somebody has chosen are not changed by a fit.
 Paper paper_of(const ChartArguments& arguments) {
-  const bool is_plain = arguments.type.empty() || is_only_colours(arguments.type);
+  const bool is_plain = arguments.type.empty() || is_only_looks(arguments.type);
   return is_plain && arguments.profile.empty() ? Paper::of_first_fit : Paper::of_chart;
 }
 

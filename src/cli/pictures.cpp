@@ -69,7 +69,7 @@ FileResult write_picture(Session& session, const DrawingRecord& drawing, const s
 }
 
 /// A further plot set for fit `slot`. It has no symbols, the data stand on the chart
-/// once; the looks have ten colours, dashes tell the next ten lines from them.
+/// once; the factory looks have ten colours, dashes tell the next ten lines from them.
 void show_further_fit(Session& session, Chart& chart, int slot) {
   constexpr int colours = 10;
   constexpr int styles = 5;
@@ -78,7 +78,7 @@ void show_further_fit(Session& session, Chart& chart, int slot) {
   marker.Label = chart.Markers(1).Label;
   marker.SymbolStyle = pen_style::none;
   marker.SymbolFill = 0;
-  marker.LineStyle = (row - 1) / colours % styles;
+  if (marker.LineStyle == pen_style::solid) marker.LineStyle = (row - 1) / colours % styles;
 }
 
 /// A model without axes of its own is drawn on the paper that the chart has.

@@ -103,12 +103,11 @@ int New_frm_Fit(Session& session) {
 
 int New_frm_Chart(Session& session) {
   return guarded(session.errors, 0, form_words("Chart", session.nCharts), [&] {
-    Chart chart = fuStandard_Chart();
+    Chart chart = chart_of_type(session.settings.ChartType);
     chart.UniqueId = unused_id(session);
     chart.nDataIds = chart.nFitIds = 1;
     chart.DataIds.push_back(session.nData > 0 ? session.gData(1).UniqueId : 0);
     chart.FitIds.push_back(session.nFit > 0 ? session.gFit(1).UniqueId : 0);
-    make_lines_fine(chart);
     link_markers(session, chart);
     session.gChart.push_back(std::move(chart));
     return ++session.nCharts;

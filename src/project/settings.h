@@ -1,6 +1,8 @@
 // Settings: what the user chose for the whole program, with the factory values.
 #pragma once
 
+#include <string>
+
 #include "numerics/number_reading.h"
 
 namespace tavlo {
@@ -13,6 +15,7 @@ struct Settings {
   bool QuickCalculation = true;    ///< a change of model or method calculates at once
   bool ShowLast = true;            ///< the chart follows the last fit
   bool SortRaw = false;            ///< sorting loses the order of entry
+  std::string ChartType = "Standard";  ///< of new charts, see chart_types
   double PlotBorderZone = 0.02;    ///< margin of a plot, as a fraction of the range
   int DigitsLog = 7;               ///< significant digits in the log
   int DigitsParBox = 5;            ///< in the parameter box of a chart

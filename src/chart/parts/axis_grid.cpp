@@ -1,7 +1,9 @@
 #include "chart/parts/axis_grid.h"
 
+#include "chart/record/chart_style.h"
 #include "chart/scales/axis_labels.h"
 #include "chart/scales/plot_coordinates.h"
+#include "chart/scales/round_ticks.h"
 #include "chart/scales/scale_points.h"
 #include "life/models.h"
 
@@ -13,6 +15,8 @@ namespace {
 
 constexpr double medium_tick = 120;
 constexpr double minor_tick = 70;
+constexpr double outward_tick = -45;
+constexpr double short_outward_tick = -25;
 
 /// 0 for a scale that has no ticks of its own.
 int kind_of(int code) {
@@ -49,10 +53,12 @@ class GridLines {
 
   void draw(const Slots<double>& values, double length) {
     const Extent along = is_y_ ? down_ : across_;
+    const bool on_edges = length < 0;  // outside the plot a tick may stand at its corner
     for (int i = 1; i <= values.bound(); ++i) {
       if (!has_place(map_.code(), values(i))) continue;
       const std::int32_t at = map_(values(i));
-      if (at > along.begin && at < along.end) line(at, length);
+      if (on_edges ? at >= along.begin && at <= along.end : at > along.begin && at < along.end)
+        line(at, length);
     }
   }
 
@@ -74,18 +80,54 @@ class GridLines {
   Extent down_;
 };
 
+void draw_ticks(GridLines& lines, Division division, const ScalePoints& points) {
+  if (division == Division::round) {
+    lines.draw(points.minor, short_outward_tick);
+    lines.draw(points.major, outward_tick);
+    return;
+  }
+  lines.draw(points.minor, minor_tick);
+  lines.draw(points.medium, medium_tick);
+}
+
 void draw_lines(Canvas& canvas, const ChartAxis& axis, const AxisMap& map,
                 const ScalePoints& points, bool is_y) {
   GridLines lines(canvas, map, is_y);
   {
     const auto pen =
         Selected::pen(canvas.recorder, axis.MinorStyle, axis.MinorWidth, axis.MinorColor);
-    lines.draw(points.minor, minor_tick);
-    lines.draw(points.medium, medium_tick);
+    draw_ticks(lines, chart_style(canvas.chart).division, points);
   }
   const auto pen =
       Selected::pen(canvas.recorder, axis.MajorStyle, axis.MajorWidth, axis.MajorColor);
   lines.draw(points.major, lines.full_length());
+}
+
+/// What an axis is marked with.
+struct Marking {
+  ScalePoints points;
+  std::vector<AxisLabel> labels;
+};
+
+/// The least distance of two labels, as a share of the axis: a line of figures, or four
+/// figures and the gap between two labels.
+double label_room(Canvas& canvas, const ChartItem& font, bool is_y) {
+  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
+  const TextSize size = text_size(canvas.text_measure, "00000", font);
+  constexpr double figures = 0.85;  // of the height of a line, with a little air
+  return is_y ? figures * size.height / y_extent(plot).length()
+              : size.width / x_extent(plot).length();
+}
+
+Marking marking_of(Canvas& canvas, const ChartAxis& axis, const AxisMap& map, bool is_y) {
+  const int code = map.code();
+  if (chart_style(canvas.chart).division == Division::round) {
+    const ScalePoints points = round_ticks(map, label_room(canvas, axis.Label, is_y));
+    return {points, round_labels(axis, code, points)};
+  }
+  const Limits limits = map.limits();
+  const ScalePoints points = GetScalePoints(canvas.errors, kind_of(code), limits.low, limits.high);
+  return {points, axis_labels(axis, code, points, limits)};
 }
 
 }  // namespace
@@ -96,11 +138,9 @@ void DrawGrid(Canvas& canvas, bool is_y) {
   guarded(canvas.errors, error_words("Error drawing the grid: ", "DrawGrid routine:"), [&] {
     const AxisMap map =
         is_y ? AxisMap::y(canvas.errors, plot, axis) : AxisMap::x(canvas.errors, plot, axis);
-    const Limits limits = map.limits();
-    const ScalePoints points =
-        GetScalePoints(canvas.errors, kind_of(map.code()), limits.low, limits.high);
-    draw_lines(canvas, axis, map, points, is_y);
-    draw_axis_labels(canvas, map, axis_labels(axis, map.code(), points, limits), axis.Label, is_y);
+    const Marking marking = marking_of(canvas, axis, map, is_y);
+    draw_lines(canvas, axis, map, marking.points, is_y);
+    draw_axis_labels(canvas, map, marking.labels, axis.Label, is_y);
   });
 }
 

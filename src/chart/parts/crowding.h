@@ -5,14 +5,13 @@
 #include <vector>
 
 #include "chart/record/canvas.h"
+#include "chart/record/chart_style.h"
 #include "chart/record/drawing_record.h"
 
 namespace tavlo {
 
 /// The number of shapes, and pieces of lines, that touch the area.
 int shapes_touching(const DrawingRecord& drawing, const drawing::Rectangle& area);
-
-enum class Corner { top_left, top_right, bottom_left, bottom_right };
 
 /// Where a box of that size hides least of what else the plot holds: in the
 /// preferred corner if that is free, else in another, else at the nearest free

@@ -9,7 +9,9 @@
 #include "chart/parts/fit_line.h"
 #include "chart/parts/fitting_text.h"
 #include "chart/parts/movable_boxes.h"
+#include "chart/parts/plain_words.h"
 #include "chart/parts/symbols.h"
+#include "chart/record/chart_style.h"
 #include "life/models.h"
 
 namespace tavlo {
@@ -49,6 +51,34 @@ std::string entry_title(const Session& session, const std::vector<PlotSet>& sets
   if (!set.fit || !shares_its_data(sets, set)) return title;
   const std::string fit = fit_name(*set.fit);
   return has_symbols(*set.marker) ? title + ", " + fit : fit;
+}
+
+bool shows_points(const Session& session, const PlotSet& set) {
+  return has_symbols(*set.marker) && session.gData(set.data_index).Count > 0;
+}
+
+/// Of a chart in plain words with one data set: what each line is and, last, how many
+/// points there are.
+std::vector<LegendEntry> plain_entries(const Session& session, const std::vector<PlotSet>& sets) {
+  std::vector<LegendEntry> entries;
+  for (const PlotSet& set : sets)
+    if (set.fit && has_line(*set.marker))
+      entries.push_back({&set, plain_fit_name(*set.fit), true, false});
+  for (const PlotSet& set : sets)
+    if (shows_points(session, set))
+      entries.push_back({&set, plain_totals(session.gData(set.data_index)), false, true});
+  return entries;
+}
+
+std::vector<LegendEntry> entries_of_rows(const Session& session,
+                                         const std::vector<PlotSet>& sets) {
+  std::vector<LegendEntry> entries;
+  for (const PlotSet& set : sets) {
+    LegendEntry entry{&set, entry_title(session, sets, set), set.fit && has_line(*set.marker),
+                      shows_points(session, set)};
+    if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
+  }
+  return entries;
 }
 
 /// What is drawn: the entries that have room, in a font that they fit in.
@@ -106,7 +136,7 @@ void place(Canvas& canvas, ChartItem& box, const DrawingRecord& content) {
   if (has_own_place(canvas.chart, chart_item::legend)) return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
   const Place at = freest_place(canvas.chart.Boxes(chart_item::plot_box), size,
-                                Corner::bottom_right, content, taken_areas(canvas.recorder));
+                                chart_style(canvas.chart).legend, content, taken_areas(canvas.recorder));
   box.Left = at.x;
   box.Top = at.y;
 }
@@ -160,11 +190,8 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
   const int mode = chart.Boxes(chart_item::legend).Mode;
   std::vector<LegendEntry> entries;
   if (mode == legend_mode::never) return entries;
-  for (const PlotSet& set : sets) {
-    LegendEntry entry{&set, entry_title(session, sets, set), set.fit && has_line(*set.marker),
-                      has_symbols(*set.marker) && session.gData(set.data_index).Count > 0};
-    if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
-  }
+  const bool is_plain = chart_style(chart).wording == Wording::plain && show_one_data_set(sets);
+  entries = is_plain ? plain_entries(session, sets) : entries_of_rows(session, sets);
   if (mode != legend_mode::always && entries.size() < 2) entries.clear();
   return entries;
 }

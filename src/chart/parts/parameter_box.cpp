@@ -8,6 +8,8 @@
 #include "chart/parts/fitting_text.h"
 #include "chart/parts/movable_boxes.h"
 #include "chart/parts/parameter_table.h"
+#include "chart/parts/printed_parameters.h"
+#include "chart/record/chart_style.h"
 
 namespace tavlo {
 
@@ -25,6 +27,7 @@ constexpr std::int32_t rule_pen = 5;
 /// Where the lines and columns of the box stand.
 struct Layout {
   std::array<double, table_column::count + 1> starts{};  ///< the last is the quality's
+  std::array<double, table_column::count> ends{};
   double width = 0;
   double line_height = 0;
 };
@@ -60,7 +63,9 @@ Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& i
   double at = 0;
   for (std::size_t i = 0; i < table_column::count; ++i) {
     layout.starts[i] = at;
-    if (table.shown[i]) at += column_width(canvas, table, i, item) + gap;
+    if (!table.shown[i]) continue;
+    layout.ends[i] = at + column_width(canvas, table, i, item);
+    at = layout.ends[i] + gap;
   }
   layout.starts[table_column::count] = at;
   layout.width = rows_width(canvas, table, layout, gap, item);
@@ -125,9 +130,18 @@ void place(const Canvas& canvas, ChartItem& box, const Layout& layout, std::size
   if (has_own_place(canvas.chart, chart_item::parameter_box))
     return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
-  const Place at = freest_place(plot, size, Corner::top_left, content, {});
+  const Place at = freest_place(plot, size, chart_style(canvas.chart).parameters, content, {});
   box.Left = at.x;
   box.Top = at.y;
+}
+
+void draw_cell(Recorder& recorder, const ParameterTable& table, const Layout& layout,
+               std::size_t column, const std::string& text, Place line) {
+  const bool at_right = table.numbers_at_right && column != table_column::label;
+  if (at_right) recorder.align(TextAlign::right);
+  const double along = at_right ? layout.ends[column] : layout.starts[column];
+  recorder.text({to_unit(line.x + along), line.y}, text);
+  if (at_right) recorder.align(TextAlign::left);
 }
 
 void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& line,
@@ -136,8 +150,7 @@ void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& lin
   recorder.text({to_unit(left), to_unit(top)}, line.heading);
   recorder.text({to_unit(left), to_unit(top)}, line.remark);
   for (std::size_t i = 0; i < table_column::count; ++i)
-    if (table.shown[i])
-      recorder.text({to_unit(left + layout.starts[i]), to_unit(top)}, line.cells[i]);
+    if (table.shown[i]) draw_cell(recorder, table, layout, i, line.cells[i], {to_unit(left), to_unit(top)});
   recorder.text({to_unit(left + layout.starts[table_column::count]), to_unit(top)}, line.quality);
 }
 
@@ -168,11 +181,17 @@ void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& bo
   }
 }
 
+ParameterTable table_of(const Canvas& canvas, const Session& session,
+                        const std::vector<PlotSet>& sets) {
+  const bool is_plain = chart_style(canvas.chart).wording == Wording::plain;
+  return is_plain ? printed_parameters(session, sets) : parameter_table(session, sets);
+}
+
 }  // namespace
 
 void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
                         const DrawingRecord& content) {
-  ParameterTable table = parameter_table(session, sets);
+  ParameterTable table = table_of(canvas, session, sets);
   if (table.lines.empty()) return;
   ChartItem box = canvas.chart.Boxes(chart_item::parameter_box);
   box.FontSize = fitting_font(canvas, table);

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "chart/scales/axis_labels.h"
+#include "chart/scales/round_ticks.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
 
@@ -109,9 +110,10 @@ struct Form {
   }
 };
 
-Form form_of(const ChartAxis& axis, int code, const ScalePoints& points) {
+Form form_of(const ChartAxis& axis, int code, const ScalePoints& points,
+             const char* usual_percentage) {
   std::string pattern = axis.Label.Text2;
-  if (pattern.empty() && is_probability_scale(code)) pattern = "0%";
+  if (pattern.empty() && is_probability_scale(code)) pattern = usual_percentage;
   const bool even = is_evenly_spaced(points);
   if (pattern.empty() && even) {
     pattern = common_pattern("0", points);
@@ -135,6 +137,16 @@ bool neighbours_are_alike(std::vector<AxisLabel> labels) {
                             [](const AxisLabel& a, const AxisLabel& b) {
                               return a.text == b.text && a.value != b.value;
                             }) != labels.end();
+}
+
+/// The form grows until no two neighbours read the same.
+std::vector<AxisLabel> distinct_labels(const ScalePoints& points, Form& form) {
+  std::vector<AxisLabel> labels = labels_of(points, form);
+  while (!form.pattern.empty() && !has_exponent(form.pattern) && neighbours_are_alike(labels)) {
+    form.pattern = with_one_decimal_more(form.pattern);
+    labels = labels_of(points, form);
+  }
+  return labels;
 }
 
 /// Decades first on a log axis, so that they keep their labels in a crowd.
@@ -180,18 +192,19 @@ std::string with_one_decimal_more(std::string_view pattern) {
 
 std::vector<AxisLabel> axis_labels(const ChartAxis& axis, int code, const ScalePoints& points,
                                    Limits limits) {
-  Form form = form_of(axis, code, points);
-  std::vector<AxisLabel> labels = labels_of(points, form);
-  while (!form.pattern.empty() && !has_exponent(form.pattern) && neighbours_are_alike(labels)) {
-    form.pattern = with_one_decimal_more(form.pattern);
-    labels = labels_of(points, form);
-  }
+  Form form = form_of(axis, code, points, "0%");
+  std::vector<AxisLabel> labels = distinct_labels(points, form);
   if (!is_evenly_spaced(points))
     is_probability_scale(code) ? put_middle_first(labels) : put_decades_first(labels);
   const bool is_general = axis.Label.Text2.empty() && !is_probability_scale(code);
   for (const double limit : {limits.low, limits.high})
     labels.push_back({limit, label_of_limit(form, is_general, code, limit, limits)});
   return labels;
+}
+
+std::vector<AxisLabel> round_labels(const ChartAxis& axis, int code, const ScalePoints& points) {
+  Form form = form_of(axis, code, points, "0 %");
+  return distinct_labels(points, form);
 }
 
 }  // namespace tavlo

@@ -1,0 +1,37 @@
+// Plain words: how a chart for a report names fits and numbers, as people print them
+// and no longer than need be.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "life/models.h"
+#include "project/records.h"
+
+namespace tavlo {
+
+/// "2-parameter Weibull, maximum likelihood".
+std::string plain_fit_name(const FitResult& fit);
+
+/// "\u03B7" and "\u03B2", or the letters of another family.
+struct PlainNames {
+  const char* first;
+  const char* second;
+};
+PlainNames plain_parameter_names(Family family);
+
+/// Four significant digits of a life, three of a shape; "not determined" without a value.
+std::string plain_life(std::optional<double> value);
+std::string plain_shape(std::optional<double> value);
+
+/// "16 %", with the decimals that keep a share from reading as none or all.
+std::string plain_share(double share);
+
+/// "r² = 0.985" of a regression, never "1" for less; "ln L = -75.1" of a likelihood.
+std::string plain_quality(const FitResult& fit);
+std::string plain_quality(int method, double quality);
+
+/// "102 failures, 18 suspensions".
+std::string plain_totals(const DataSet& data);
+
+}  // namespace tavlo
