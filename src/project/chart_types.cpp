@@ -16,9 +16,8 @@ constexpr const char* standard = "Standard";
 constexpr const char* colour_safe = "Colour-safe";
 
 constexpr std::array<const char*, 11> type_names = {
-    standard, "Default", browse_chart_type,  "Linear",          "LogNormal",
-    "Normal",   "Weibull", "Weibull 12 Month", "Weibull 360 Day", colour_safe,
-    report_chart_type};
+    standard,  "Default",          browse_chart_type, "Linear",    "LogNormal",      "Normal",
+    "Weibull", "Weibull 12 Month", "Weibull 360 Day", colour_safe, report_chart_type};
 
 constexpr std::array<const char*, 3> looks = {standard, colour_safe, report_chart_type};
 
@@ -101,8 +100,12 @@ bool is_only_looks(std::string_view type) {
 
 std::span<const char* const> chart_looks() { return looks; }
 
+bool is_chart_look(std::string_view type) { return std::ranges::find(looks, type) != looks.end(); }
+
 const char* find_chart_type(std::string_view name) {
-  const auto lower = [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); };
+  const auto lower = [](char c) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  };
   for (const char* const type : type_names)
     if (std::ranges::equal(std::string_view(type), name, {}, lower, lower)) return type;
   return nullptr;

@@ -27,6 +27,7 @@ bool is_only_looks(std::string_view type);
 /// The types that a chart of any paper can have: the standard one and those that are
 /// only looks.
 std::span<const char* const> chart_looks();
+bool is_chart_look(std::string_view type);
 
 /// The name of the list that reads so in any mixture of capitals and small letters;
 /// null when there is none.

@@ -22,19 +22,20 @@ void lay_out(Chart& chart) {
   plot.LineWidth = 10;
   plot.Left = 1230;
   plot.Top = 600;
-  plot.Width = 8500;
+  plot.Width = 8440;
   plot.Height = 4560;
 }
 
-/// The boxes have a ground, so that no grid line runs through their words, and no
-/// frame. The parameter box at the corner of the plot has no place of its own.
+/// The boxes have a ground, so that no grid line runs through their words, and a frame
+/// like the grid, at which its lines end. The parameter box at the corner of the plot has no place
+/// of its own.
 void dress_insets(Chart& chart) {
   for (const int item : {chart_item::legend, chart_item::parameter_box}) {
     ChartItem& box = chart.Boxes(item);
     box.FontSize = 12;
     box.FillColor = white;
     box.LineColor = grid;
-    box.LineStyle = pen_style::none;
+    box.LineWidth = 8;
     box.TextColor = ink;
   }
   constexpr std::int16_t always = 2;
@@ -53,11 +54,10 @@ void word_titles(Chart& chart) {
   chart.Boxes(chart_item::y_title).Text2 = "Fraction failed";
   chart.Boxes(chart_item::y_title).Top = 150;
   chart.Boxes(chart_item::date).Text2 = "(none)";
-  for (const int item : {chart_item::main_title, chart_item::sub_title, chart_item::x_title,
-                         chart_item::y_title})
+  for (const int item :
+       {chart_item::main_title, chart_item::sub_title, chart_item::x_title, chart_item::y_title})
     chart.Boxes(item).TextColor = ink;
-  for (const int item : {chart_item::x_title, chart_item::y_title})
-    chart.Boxes(item).FontSize = 13;
+  for (const int item : {chart_item::x_title, chart_item::y_title}) chart.Boxes(item).FontSize = 13;
 }
 
 void rule_axes(Chart& chart) {

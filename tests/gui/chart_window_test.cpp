@@ -11,6 +11,7 @@
 #include <QPrinter>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
 #include <cmath>
 
 #include "chart/parts/legend.h"
@@ -101,6 +102,27 @@ TEST_F(OnTheChart, ZoomsInStepByStepAndBackExactly) {
   ASSERT_TRUE(wait_until([&] { return chart().stage().zoom().depth() == 1; }));
   person.press({"alt+o", "z"});
   EXPECT_TRUE(wait_until([&] { return record().Axes == before; })) << "off: back to the first view";
+  EXPECT_EQ(boxes.texts(), QStringList());
+}
+
+TEST_F(OnTheChart, TheLookOfTheToolBarIsThatOfNewChartsToo) {
+  const Slots<ChartAxis> before = record().Axes;
+  const auto* bar = chart().parentWidget()->findChild<QToolBar*>(QStringLiteral("bar_Look"));
+  ASSERT_NE(bar, nullptr);
+  const auto click_on = [&](const char* look) {
+    QAction& entry =
+        *chart().parentWidget()->findChild<QAction*>(QStringLiteral("mnu_Look_") + look);
+    person.click(*bar->widgetForAction(&entry));
+    ASSERT_TRUE(wait_until([&] { return entry.isChecked(); }));
+  };
+  click_on("Report");
+  EXPECT_EQ(record().Profile, "Report");
+  EXPECT_EQ(record().Axes(0).Max, before(0).Max);
+  EXPECT_EQ(record().Markers(1).Label, "Bearings");
+  EXPECT_EQ(session().settings.ChartType, "Report");
+  EXPECT_TRUE(chart_has_fit_line());
+  click_on("Standard");
+  EXPECT_EQ(record().Axes, before);
   EXPECT_EQ(boxes.texts(), QStringList());
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double medium_tick = 120;
 constexpr double minor_tick = 70;
-constexpr double outward_tick = -45;
+constexpr double outward_tick = -40;
 constexpr double short_outward_tick = -25;
 
 /// 0 for a scale that has no ticks of its own.

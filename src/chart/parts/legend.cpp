@@ -70,8 +70,7 @@ std::vector<LegendEntry> plain_entries(const Session& session, const std::vector
   return entries;
 }
 
-std::vector<LegendEntry> entries_of_rows(const Session& session,
-                                         const std::vector<PlotSet>& sets) {
+std::vector<LegendEntry> entries_of_rows(const Session& session, const std::vector<PlotSet>& sets) {
   std::vector<LegendEntry> entries;
   for (const PlotSet& set : sets) {
     LegendEntry entry{&set, entry_title(session, sets, set), set.fit && has_line(*set.marker),
@@ -135,8 +134,9 @@ std::vector<Rectangle> taken_areas(const Recorder& recorder) {
 void place(Canvas& canvas, ChartItem& box, const DrawingRecord& content) {
   if (has_own_place(canvas.chart, chart_item::legend)) return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
-  const Place at = freest_place(canvas.chart.Boxes(chart_item::plot_box), size,
-                                chart_style(canvas.chart).legend, content, taken_areas(canvas.recorder));
+  const Place at =
+      freest_place(canvas.chart.Boxes(chart_item::plot_box), size, chart_style(canvas.chart).legend,
+                   content, taken_areas(canvas.recorder));
   box.Left = at.x;
   box.Top = at.y;
 }

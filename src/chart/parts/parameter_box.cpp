@@ -18,7 +18,6 @@ using namespace drawing;
 namespace {
 
 constexpr double width_per_point = 16.0;  // a little wider than the letters: room between columns
-constexpr double line_spacing = 1.5;      // in text heights
 constexpr double padding = 90;
 constexpr double inside_corner = 80;
 constexpr double widest_heading = 0.4;  // of the plot
@@ -58,7 +57,7 @@ double rows_width(Canvas& canvas, const ParameterTable& table, const Layout& lay
 Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& item) {
   Layout layout;
   const TextSize reference = text_size(canvas.text_measure, "8Xm", item);
-  layout.line_height = line_spacing * reference.height;
+  layout.line_height = chart_style(canvas.chart).line_spacing * reference.height;
   const double gap = reference.width / 4.0;
   double at = 0;
   for (std::size_t i = 0; i < table_column::count; ++i) {
@@ -150,7 +149,8 @@ void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& lin
   recorder.text({to_unit(left), to_unit(top)}, line.heading);
   recorder.text({to_unit(left), to_unit(top)}, line.remark);
   for (std::size_t i = 0; i < table_column::count; ++i)
-    if (table.shown[i]) draw_cell(recorder, table, layout, i, line.cells[i], {to_unit(left), to_unit(top)});
+    if (table.shown[i])
+      draw_cell(recorder, table, layout, i, line.cells[i], {to_unit(left), to_unit(top)});
   recorder.text({to_unit(left + layout.starts[table_column::count]), to_unit(top)}, line.quality);
 }
 
@@ -173,7 +173,8 @@ void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& bo
   const auto font = Selected::font(canvas.recorder, box);
   canvas.recorder.text_colour(readable_text_colour(box));
   canvas.recorder.align(TextAlign::left);
-  const double lead = layout.line_height * (1.0 - 1.0 / line_spacing) / 2.0;
+  const double lead =
+      layout.line_height * (1.0 - 1.0 / chart_style(canvas.chart).line_spacing) / 2.0;
   double top = box.Top + padding / 2 + lead;
   for (const TableLine& line : table.lines) {
     draw_line(canvas, table, line, layout, box.Left + padding, top);

@@ -53,9 +53,7 @@ PlainNames plain_parameter_names(Family family) {
 std::string plain_life(std::optional<double> value) { return value_text(value, life_digits); }
 std::string plain_shape(std::optional<double> value) { return value_text(value, shape_digits); }
 
-std::string plain_share(double share) {
-  return text_beside(100 * share, 100, shape_digits) + " %";
-}
+std::string plain_share(double share) { return text_beside(100 * share, 100, shape_digits) + " %"; }
 
 std::string plain_quality(int method, double quality) {
   if (method == method_code::mle) return "ln L = " + number_text(quality, life_digits);

@@ -69,9 +69,8 @@ std::string names_of_data(const Session& session, const std::vector<PlotSet>& se
 }
 
 bool show_one_data_set(const std::vector<PlotSet>& sets) {
-  return std::all_of(sets.begin(), sets.end(), [&](const PlotSet& set) {
-    return set.data_index == sets.front().data_index;
-  });
+  return std::all_of(sets.begin(), sets.end(),
+                     [&](const PlotSet& set) { return set.data_index == sets.front().data_index; });
 }
 
 std::string set_title(const Session& session, const PlotSet& set) {

@@ -12,6 +12,7 @@ const ChartStyle& chart_style(const Chart& chart) {
                                         .has_mark = false,
                                         .titled_by_data = true,
                                         .parameters = Corner::bottom_right,
+                                        .line_spacing = 1.25,
                                         .legend = Corner::top_left};
   return chart.Profile == report_chart_type ? report : usual;
 }

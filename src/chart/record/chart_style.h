@@ -30,6 +30,7 @@ struct ChartStyle {
   bool has_mark = true;         ///< the program's mark in the corner
   bool titled_by_data = false;  ///< an empty main title stands for the names of the data sets
   Corner parameters = Corner::top_left;
+  double line_spacing = 1.5;  ///< of the parameter box, in text heights
   Corner legend = Corner::bottom_right;
 };
 

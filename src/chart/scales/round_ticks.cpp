@@ -54,7 +54,9 @@ bool has_room(const AxisMap& map, const Values& ascending, double room) {
 struct Step {
   int digit = 0;
   int exponent = 0;
-  double size() const { return round_number(one_two_five[static_cast<std::size_t>(digit)], exponent); }
+  double size() const {
+    return round_number(one_two_five[static_cast<std::size_t>(digit)], exponent);
+  }
   Step next() const { return digit == 2 ? Step{0, exponent + 1} : Step{digit + 1, exponent}; }
 };
 

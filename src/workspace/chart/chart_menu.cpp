@@ -9,6 +9,7 @@ ChartMenu::ChartMenu(ChartWindow& chart, UserCommands& commands, const FrameEntr
     : QObject(&chart), chart_(chart), commands_(commands) {
   menu_.setObjectName(QStringLiteral("mnu_Chart"));
   add(menu_, tr("&Format..."), "mnu_FormatChart", frame.format);
+  menu_.addMenu(frame.looks);
   menu_.addSeparator();
   add_zoom(frame);
   menu_.addSeparator();

@@ -16,6 +16,7 @@ struct FrameEntries {
   QAction* precise_reading = nullptr;
   QAction* sub_populations = nullptr;
   QAction* copy = nullptr;
+  QMenu* looks = nullptr;
   std::function<void()> format;
   std::function<void()> save;
   std::function<void()> print;

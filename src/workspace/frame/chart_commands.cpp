@@ -2,6 +2,7 @@
 
 #include "workspace/chart/chart_files.h"
 #include "workspace/chart/chart_menu.h"
+#include "workspace/chart/look_choice.h"
 #include "workspace/format/format_dialog.h"
 #include "workspace/frame/command_table.h"
 
@@ -29,8 +30,10 @@ void ChartCommands::set_up_menus(Menus& menus) {
 }
 
 void ChartCommands::attach(ChartWindow& chart) {
+  auto* looks = new LookChoice(chart, program_.commands);
+  windows_.add_bar(chart, looks->make_bar(&chart));
   new ChartMenu(chart, program_.commands,
-                {zoom_, precise_reading_, sub_populations_, copy_,
+                {zoom_, precise_reading_, sub_populations_, copy_, &looks->menu(),
                  [this, &chart] {
                    const auto& place = chart.menu_place();
                    place ? format(chart, *place) : format();
