@@ -39,10 +39,10 @@ DataSet weibull_sample(int count) {
 void compose(benchmark::State& state) {
   BenchWorld here;
   DataSet data = weibull_sample(static_cast<int>(state.range(0)));
-  data.UniqueId = here.session.gData(1).UniqueId;
-  here.session.gData(1) = std::move(data);
+  data.UniqueId = here.session.project.data(1).UniqueId;
+  here.session.project.data(1) = std::move(data);
   for (auto _ : state) {
-    SetAutoScale(here.session, here.session.gChart(1));
+    SetAutoScale(here.session, here.session.project.charts(1));
     benchmark::DoNotOptimize(fl_Make_WMF(here.session, 1));
   }
 }
@@ -55,11 +55,11 @@ void compose_twenty_sets(benchmark::State& state) {
     if (i > 1) New_frm_Data(here.session);
     if (i > 1) New_frm_Fit(here.session);
     DataSet data = weibull_sample(static_cast<int>(state.range(0)));
-    data.UniqueId = here.session.gData(i).UniqueId;
-    here.session.gData(i) = std::move(data);
-    here.session.gFit(i).nFits = 1;
-    here.session.gFit(i).Fits.resize(1);
-    here.session.gFit(i).Fits(1) =
+    data.UniqueId = here.session.project.data(i).UniqueId;
+    here.session.project.data(i) = std::move(data);
+    here.session.project.fits(i).nFits = 1;
+    here.session.project.fits(i).Fits.resize(1);
+    here.session.project.fits(i).Fits(1) =
         test::fit_of(model_code::weibull2, {{1 / (500.0 * i), 1, 2, 0, 1}});
   }
   for (auto _ : state) benchmark::DoNotOptimize(here.draw());
@@ -70,8 +70,8 @@ BENCHMARK(compose_twenty_sets)->Arg(20)->Arg(1000)->Unit(benchmark::kMillisecond
 void precise_reading(benchmark::State& state) {
   BenchWorld here;
   DataSet data = weibull_sample(static_cast<int>(state.range(0)));
-  data.UniqueId = here.session.gData(1).UniqueId;
-  here.session.gData(1) = std::move(data);
+  data.UniqueId = here.session.project.data(1).UniqueId;
+  here.session.project.data(1) = std::move(data);
   here.draw();
   Readout readout(here.session, here.chart());
   for (auto _ : state) benchmark::DoNotOptimize(readout.precise_at({5000, 3000}, 60));
@@ -80,8 +80,8 @@ BENCHMARK(precise_reading)->Arg(20)->Arg(1000000)->Unit(benchmark::kMicrosecond)
 
 void fit_line(benchmark::State& state) {
   BenchWorld here;
-  Chart& chart = here.session.gChart(1);
-  const FitResult& fit = here.session.gFit(1).Fits(1);
+  Chart& chart = here.session.project.charts(1);
+  const FitResult& fit = here.session.project.fits(1).Fits(1);
   for (auto _ : state) {
     DrawingRecord drawing;
     Recorder recorder(drawing);

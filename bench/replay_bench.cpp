@@ -33,9 +33,9 @@ DataSet sample(int count) {
 void replay(benchmark::State& state) {
   test::TestWorld world;
   DataSet data = sample(static_cast<int>(state.range(0)));
-  data.UniqueId = world.session.gData(1).UniqueId;
-  world.session.gData(1) = std::move(data);
-  SetAutoScale(world.session, world.session.gChart(1));
+  data.UniqueId = world.session.project.data(1).UniqueId;
+  world.session.project.data(1) = std::move(data);
+  SetAutoScale(world.session, world.session.project.charts(1));
   const DrawingRecord drawing = fl_Make_WMF(world.session, 1);
   QImage window(1920, 1080, QImage::Format_RGB32);
   for (auto step : state) {

@@ -53,10 +53,10 @@ struct Desk {
   Desk(Session& the_session, int data_index, int the_fit_index)
       : session(the_session),
         fit_index(the_fit_index),
-        data(the_session.gData(data_index)),
+        data(the_session.project.data(data_index)),
         samples(data) {}
 
-  FitSet& fits() const { return session.gFit(fit_index); }
+  FitSet& fits() const { return session.project.fits(fit_index); }
   FitPanel& panel() const { return *session.gFitForm(fit_index); }
   Prompts& prompts() const { return session.ports.prompts; }
 
@@ -255,9 +255,9 @@ FitRequest request_of_panel(const Session& session, int fit_index) {
 }
 
 void show_on_chart(Session& session, int fit_index, int slot) {
-  if (session.nCharts < 1) return;
-  Chart& chart = session.gChart(session.nCharts);
-  const Model* model = find_model(session.gFit(fit_index).Fits(slot).ModelCode);
+  if (session.project.charts.bound() < 1) return;
+  Chart& chart = session.project.charts(session.project.charts.bound());
+  const Model* model = find_model(session.project.fits(fit_index).Fits(slot).ModelCode);
   if (session.settings.ShowLast) chart.Markers(1).FitNumber = slot;
   // A model without axes of its own is drawn on the paper that the chart has.
   if (session.settings.ShowLast && model && model->y_scale() != 0) {
@@ -265,7 +265,7 @@ void show_on_chart(Session& session, int fit_index, int slot) {
     chart.Axes(1).ScaleType = static_cast<std::int16_t>(model->y_scale());
   }
   session.gChartNow = chart;
-  session.ports.views.chart_changed(session.nCharts);
+  session.ports.views.chart_changed(session.project.charts.bound());
 }
 
 }  // namespace tavlo

@@ -68,7 +68,7 @@ std::string listed(double count, const std::string& x, const char* end) {
 void list_short_set(Session& session, int data_index) {
   constexpr int short_set = 30;
   constexpr int single_digits = 7;
-  const DataSet& data = session.gData(data_index);
+  const DataSet& data = session.project.data(data_index);
   if (data.Count >= short_set) return;
   std::string line;
   for (int i = 1; i <= data.Count; ++i) {
@@ -104,23 +104,24 @@ class BusyPanel {
 int answering_slot(const Session& session, const FitPanel& panel) {
   if (!find_model(panel.nModel)) return 0;  // Fit_Distribution tells so
   FitRequest request = request_of_panel(session, panel.fit_index);
-  const FitSet& fits = session.gFit(panel.fit_index);
+  const FitSet& fits = session.project.fits(panel.fit_index);
   const int slot = find_slot(fits, request);
-  if (slot == 0 || !is_current(fits.Fits(slot), session.gData(panel.data_index))) return 0;
+  if (slot == 0 || !is_current(fits.Fits(slot), session.project.data(panel.data_index))) return 0;
   request.slope = fits.Fits(slot).request.slope;
   return request == fits.Fits(slot).request ? slot : 0;
 }
 
 /// Fits and chart follow the data that have just been read.
 void bring_up_to_date(Session& session, int index) {
-  DataSet& data = session.gData(index);
+  DataSet& data = session.project.data(index);
   DataSheet& sheet = *session.gDataForm(index);
   refit_all(session, index, index);
   sheet.bclean = true;
   sheet.nclean = 0;
   data.FitsCurrent = true;
   data.Changed = 0;
-  if (const int last = session.gFit(index).nFits; last > 0) show_on_chart(session, index, last);
+  if (const int last = session.project.fits(index).nFits; last > 0)
+    show_on_chart(session, index, last);
 }
 
 }  // namespace
@@ -130,7 +131,7 @@ bool CheckDirtyData(Session& session, int data_index, bool& clean, bool refit) {
   sheet.txt_Edit_LostFocus();
   clean = sheet.bclean;
   if (clean) return true;
-  const bool has_fits = session.gFit(data_index).nFits > 0;
+  const bool has_fits = session.project.fits(data_index).nFits > 0;
   if (refit && has_fits)
     AppendLog(session, "\\par Data Sets have changed.  Updated Fits below. \\par", true);
   if (sheet.lrows < 1) return true;

@@ -114,14 +114,14 @@ void record_to_sheet(const DataSet& data, const std::string& format, DataSheet& 
 }  // namespace
 
 bool Sync_Data(Session& session, int index, bool to_record, bool rank) {
-  if (index < 1 || index > session.gData.bound() || index > session.gDataForm.bound()) {
+  if (index < 1 || index > session.project.data.bound() || index > session.gDataForm.bound()) {
     session.ports.prompts.show({"Sync_Data: Array out of range.",
                                 "ID number out of bounds while updating Data."
                                 "  Data file may be missing data.",
                                 BoxIcon::stop, BoxButtons::ok});
     return false;
   }
-  DataSet& data = session.gData(index);
+  DataSet& data = session.project.data(index);
   DataSheet& sheet = *session.gDataForm(index);
   const auto words = [&sheet](ErrorReporter& reporter) {
     reporter.add_lines({"Data Synchronization error: ", "Sync_Data routine:"});

@@ -27,6 +27,8 @@ struct DataPoint {
   std::int16_t Mode = 0;       ///< index into DataSet::ModeNames; 0 is none
   std::int16_t Spare = 0;      ///< kept for the project file
   std::string Comment;
+
+  friend bool operator==(const DataPoint&, const DataPoint&) = default;
 };
 
 /// Bits of row 0's `Order`.
@@ -42,6 +44,8 @@ struct InspectionList {
   Slots<float> Counts;
   Slots<std::int16_t> Flags;
   std::int32_t Last = 0;  ///< upper bound of the three arrays
+
+  friend bool operator==(const InspectionList&, const InspectionList&) = default;
 };
 
 /// A warranty profile; held and saved.
@@ -52,6 +56,8 @@ struct WarrantyProfile {
   std::int32_t Cols = 0;
   std::int16_t Kind = 0;
   std::string Title = "Warranty Profile";
+
+  friend bool operator==(const WarrantyProfile&, const WarrantyProfile&) = default;
 };
 
 struct DataSet {
@@ -78,6 +84,8 @@ struct DataSet {
 
   std::int64_t revision = 0;          ///< goes up with each change of the data; no file keeps it
   RankKind ranks = RankKind::benard;  ///< kind of the ranks in `Y`
+
+  friend bool operator==(const DataSet&, const DataSet&) = default;
 };
 
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };
@@ -99,6 +107,8 @@ struct FitResult {
   std::optional<Proof> proof;          ///< of a searched fit
   std::optional<StartsReport> starts;  ///< of a searched fit
   std::vector<ModeFit> modes;          ///< of a fit by failure mode: row i belongs to entry i - 1
+
+  friend bool operator==(const FitResult&, const FitResult&) = default;
 };
 
 /// All the fits of one data set.
@@ -109,6 +119,8 @@ struct FitSet {
   std::int32_t nDataIds = 0;
   Slots<FitResult> Fits;
   std::string Title = "Fit 0";
+
+  friend bool operator==(const FitSet&, const FitSet&) = default;
 };
 
 /// The slot from 1 that holds the model's fit by the method; 0 when none does. By a

@@ -8,11 +8,9 @@
 #include "numerics/error_reporter.h"
 #include "numerics/slots.h"
 #include "ports/ports.h"
-#include "project/chart_records.h"
 #include "project/data_sheet.h"
 #include "project/fit_panel.h"
-#include "project/records.h"
-#include "project/rich_text.h"
+#include "project/project.h"
 #include "project/settings.h"
 #include "project/unique_id.h"
 
@@ -37,19 +35,12 @@ struct Session {
   Settings settings;
   UniqueIds ids;
 
-  // The project: records from 1 to their count, element 0 the factory default.
-  Slots<DataSet> gData;
-  Slots<FitSet> gFit;
-  Slots<Chart> gChart;
+  Project project;
   Chart gChartNow;  ///< working copy of the chart being drawn
-  int nData = 0;
-  int nFit = 0;
-  int nCharts = 0;
 
-  // The headless halves of the windows, same indexes; slot 0 is empty.
+  // The headless halves of the windows, by the index of their record; slot 0 is empty.
   Slots<std::unique_ptr<DataSheet>> gDataForm;
   Slots<std::unique_ptr<FitPanel>> gFitForm;
-  RichText log;
 
   FitDialogue fitting;
 };
@@ -63,9 +54,5 @@ void reset_project(Session& session);
 int New_frm_Data(Session& session);
 int New_frm_Fit(Session& session);
 int New_frm_Chart(Session& session);
-
-/// The index of the record that has the identity, from 1; 0 when there is none.
-int find_data(const Session& session, std::int32_t unique_id);
-int find_fit(const Session& session, std::int32_t unique_id);
 
 }  // namespace tavlo

@@ -20,8 +20,8 @@ TEST(Dispatch, AFitIsStoredShownAndLogged) {
   ASSERT_EQ(world.fits().nFits, 1);
   EXPECT_EQ(world.record(1).Label, "W/rr");
   EXPECT_TRUE(is_current(world.record(1), world.data()));
-  EXPECT_EQ(world.session.gChart(1).Markers(1).FitNumber, 1);
-  EXPECT_EQ(world.session.gChart(1).Axes(1).ScaleType, 32);
+  EXPECT_EQ(world.session.project.charts(1).Markers(1).FitNumber, 1);
+  EXPECT_EQ(world.session.project.charts(1).Axes(1).ScaleType, 32);
   EXPECT_EQ(world.views.said,
             (std::vector<std::string>{"busy", "ready", "grid 1", "chart 1", "log"}));
   EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr");
@@ -165,7 +165,8 @@ TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
   world.fit(1216);
   ASSERT_EQ(world.fits().nFits, 1);
   ASSERT_EQ(world.record(1).nRows, 3);
-  EXPECT_EQ(world.session.gChart(1).Axes(1).ScaleType, 32) << "the paper that the chart has";
+  EXPECT_EQ(world.session.project.charts(1).Axes(1).ScaleType, 32)
+      << "the paper that the chart has";
   ASSERT_EQ(world.grid().rows(), 4);
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal {2}");
   EXPECT_TRUE(world.grid().text(2, fit_column::quality).starts_with("-")) << "its own ln L";

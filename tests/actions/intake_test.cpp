@@ -58,11 +58,11 @@ TEST(CheckAndFit, ChangedDataAreFittedAgainAndTheFitAskedForIsLogged) {
   CheckAndFit(world.session, 1);
   EXPECT_FALSE(world.panel().busy);
   EXPECT_EQ(world.views.count("button 1 working"), 1);
-  const double before = world.session.gFit(1).Fits(1).Rows(1).Scale;
+  const double before = world.session.project.fits(1).Fits(1).Rows(1).Scale;
   world.sheet().enter(4, sheet_column::x, "900");
   CheckAndFit(world.session, 1);
-  EXPECT_EQ(world.session.gFit(1).nFits, 1);
-  EXPECT_LT(world.session.gFit(1).Fits(1).Rows(1).Scale, before);
+  EXPECT_EQ(world.session.project.fits(1).nFits, 1);
+  EXPECT_LT(world.session.project.fits(1).Fits(1).Rows(1).Scale, before);
   const std::string log = world.log();
   EXPECT_NE(log.find("Data Sets have changed.  Updated Fits below."), std::string::npos);
   const auto first = log.find("Tavlo Fit");
@@ -82,12 +82,12 @@ TEST(CheckAndFit, ATimeThatIsNoneIsNamedByItsRow) {
     world.prompts.expect_box(c.title, c.text);
     if (c.in_step) world.prompts.expect_box("Times of 0", "Row 2: Data X is 0");
     CheckAndFit(world.session, 1);
-    EXPECT_EQ(world.session.gFit(1).nFits, 0);
+    EXPECT_EQ(world.session.project.fits(1).nFits, 0);
     EXPECT_EQ(world.sheet().bclean, c.in_step) << "else the next press reads the sheet again";
     EXPECT_FALSE(world.panel().busy);
     world.sheet().enter(2, sheet_column::x, "100");
     CheckAndFit(world.session, 1);
-    EXPECT_EQ(world.session.gFit(1).nFits, 1);
+    EXPECT_EQ(world.session.project.fits(1).nFits, 1);
   }
 }
 

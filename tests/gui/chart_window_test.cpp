@@ -41,7 +41,7 @@ class OnTheChart : public test::WindowWorld {
   }
 
   ChartWindow& chart() { return window.windows().chart(1); }
-  Chart& record() { return session().gChart(1); }
+  Chart& record() { return session().project.charts(1); }
   void open_menu(QPoint at) {
     person.ask_for_menu(chart(), at);
     ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
@@ -157,7 +157,7 @@ TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {
   EXPECT_TRUE(hint().contains(QStringLiteral("Fit:  F = ")));
 
   person.press({"alt+o", "p"});
-  const DataPoint& point = session().gData(1).Points(2);
+  const DataPoint& point = session().project.data(1).Points(2);
   std::vector<DataPair> pairs = {{point.X, point.Y}};
   std::vector<Place> places(1);
   xy2Long(session().errors, session().ports.prompts, record().Boxes(1), record().Axes(0),

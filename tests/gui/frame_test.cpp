@@ -79,7 +79,7 @@ TEST_F(Frame, HoldsAHundredThousandRows) {
   ASSERT_TRUE(test::wait_until([&] { return session().gDataForm(1)->lrows == 100000; }));
   person.press({"ctrl+End", "alt+c"});
   ASSERT_TRUE(test::wait_until([&] { return fits().rows() == 2; }, 60000));
-  EXPECT_EQ(session().gData(1).Count, 100000);
+  EXPECT_EQ(session().project.data(1).Count, 100000);
   EXPECT_EQ(boxes.texts(), QStringList());
 }
 

@@ -21,14 +21,14 @@ TEST(Session, ANewPairOfSetsIsLinkedToTheLastChart) {
   Session& session = world.session;
   EXPECT_EQ(New_frm_Data(session), 2);
   EXPECT_EQ(New_frm_Fit(session), 2);
-  EXPECT_EQ(session.gData(2).Title, "Data2");
-  EXPECT_EQ(session.gFit(2).DataIds(1), session.gData(2).UniqueId);
-  EXPECT_EQ(session.gChart(1).Markers(2).DataId, session.gData(2).UniqueId);
+  EXPECT_EQ(session.project.data(2).Title, "Data2");
+  EXPECT_EQ(session.project.fits(2).DataIds(1), session.project.data(2).UniqueId);
+  EXPECT_EQ(session.project.charts(1).Markers(2).DataId, session.project.data(2).UniqueId);
 
   reset_project(session);
-  EXPECT_EQ(session.nData, 1);
+  EXPECT_EQ(session.project.data.bound(), 1);
   EXPECT_EQ(session.gDataForm.bound(), 1);
-  EXPECT_EQ(session.gChart(1).Markers(2).DataId, 0);
+  EXPECT_EQ(session.project.charts(1).Markers(2).DataId, 0);
 }
 
 TEST(Session, NewChartsHaveTheTypeThatWasChosenLast) {
@@ -36,11 +36,11 @@ TEST(Session, NewChartsHaveTheTypeThatWasChosenLast) {
   Session& session = world.session;
   session.settings.ChartType = "Report";
   EXPECT_EQ(New_frm_Chart(session), 2);
-  EXPECT_EQ(session.gChart(1).Profile, "Standard");
-  EXPECT_EQ(session.gChart(2).Profile, "Report");
-  EXPECT_EQ(session.gChart(2).Markers(1).DataId, session.gData(1).UniqueId);
+  EXPECT_EQ(session.project.charts(1).Profile, "Standard");
+  EXPECT_EQ(session.project.charts(2).Profile, "Report");
+  EXPECT_EQ(session.project.charts(2).Markers(1).DataId, session.project.data(1).UniqueId);
   reset_project(session);
-  EXPECT_EQ(session.gChart(1).Profile, "Report");
+  EXPECT_EQ(session.project.charts(1).Profile, "Report");
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ void shift_first_month(ChartAxis& axis) {
 void SetAutoScale(Session& session, Chart& chart) {
   DataExtent extent;
   for (const PlotSet& set : plot_sets(session, chart))
-    add_set(session.gData(set.data_index), extent);
+    add_set(session.project.data(set.data_index), extent);
   const auto words = error_words("SetAutoScale_Error: ", "SetAutoScale routine:");
   const double zone = session.settings.PlotBorderZone;
   guarded(session.errors, words, [&] {

@@ -91,7 +91,7 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
 
 TableLine set_line(const Session& session, const PlotSet& set) {
   TableLine line;
-  const DataPoint& totals = session.gData(set.data_index).Points(0);
+  const DataPoint& totals = session.project.data(set.data_index).Points(0);
   line.heading = ":" + set_title(session, set) + " N" + number_text(totals.Fails) + " /S" +
                  number_text(totals.Susps);
   return line;
@@ -122,7 +122,8 @@ ParameterTable parameter_table(const Session& session, const std::vector<PlotSet
       data_index = set.data_index;
       table.lines.push_back(set_line(session, set));
     }
-    add_fit(table.lines, *set.fit, session.gData(set.data_index), session.settings.DigitsParBox);
+    add_fit(table.lines, *set.fit, session.project.data(set.data_index),
+            session.settings.DigitsParBox);
   }
   if (table.lines.size() > most_table_lines) table.lines.resize(most_table_lines);
   for (std::size_t i = 0; i < table_column::count; ++i)

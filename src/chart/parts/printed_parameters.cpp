@@ -139,7 +139,7 @@ ParameterTable printed_parameters(const Session& session, const std::vector<Plot
                                       [](const PlotSet& set) { return set.fit != nullptr; }) == 1;
   for (const PlotSet& set : sets) {
     if (!set.fit) continue;
-    const DataSet& data = session.gData(set.data_index);
+    const DataSet& data = session.project.data(set.data_index);
     if (!is_alone) add_name(table.lines, session, set, is_one_data_set);
     add_fit(table.lines, *set.fit, data, is_alone);
     add_ranks(table.lines, *set.fit, data);

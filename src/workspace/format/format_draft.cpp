@@ -34,12 +34,12 @@ void FormatDraft::keep() {
   make_drawable(chart());
   SetAutoScale(session_, chart());
   const std::string& type = chart().Profile;
-  if (is_chart_look(type) && type != session_.gChart(index_).Profile)
+  if (is_chart_look(type) && type != session_.project.charts(index_).Profile)
     session_.settings.ChartType = type;
-  session_.gChart(index_) = chart();
+  session_.project.charts(index_) = chart();
   session_.ports.views.chart_changed(index_);
 }
 
-void FormatDraft::drop() { session_.gChartNow = session_.gChart(index_); }
+void FormatDraft::drop() { session_.gChartNow = session_.project.charts(index_); }
 
 }  // namespace tavlo

@@ -182,13 +182,13 @@ void MainWindow::NewProject() {
 }
 
 void MainWindow::set_up_pop_up_menus() {
-  for (int i = 1; i <= session_.nData; ++i) {
+  for (int i = 1; i <= session_.project.data.bound(); ++i) {
     SheetView& sheet = windows_.sheet(i);
     for (const int id : {command::cut, command::copy, command::paste, command::select_all})
       sheet.addAction(menus_->action(id));
     sheet.setContextMenuPolicy(Qt::ActionsContextMenu);
   }
-  for (int i = 1; i <= session_.nCharts; ++i) charts_.attach(windows_.chart(i));
+  for (int i = 1; i <= session_.project.charts.bound(); ++i) charts_.attach(windows_.chart(i));
 }
 
 void MainWindow::DoCommand(int id) {
@@ -200,7 +200,8 @@ void MainWindow::DoCommand(int id) {
 /// A project can't be saved yet, so the person decides before it is gone.
 bool MainWindow::may_lose_project(const std::string& title, const std::string& question) {
   bool empty = true;
-  for (int i = 1; i <= session_.nData; ++i) empty = empty && session_.gDataForm(i)->lrows == 0;
+  for (int i = 1; i <= session_.project.data.bound(); ++i)
+    empty = empty && session_.gDataForm(i)->lrows == 0;
   return empty || session_.ports.prompts.show(
                       {title, "The data and fits of this project will be lost.\n" + question,
                        BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;

@@ -16,7 +16,7 @@ using test::texts;
 struct ReportWorld : test::ChartWorld {
   ReportWorld() {
     show_published();
-    session.gData(1).Title = "Pumps";
+    session.project.data(1).Title = "Pumps";
     apply_chart_look(chart(), report_chart_type);
   }
 };

@@ -15,7 +15,7 @@ std::vector<Place> places(test::ChartWorld& here) {
   Canvas canvas{recorder, here.chart(), here.measure, here.world.prompts, here.session.errors};
   std::vector<Place> found;
   for (const PlacedPoint& point :
-       visible_points(canvas, here.chart().Markers(1), here.session.gData(1)))
+       visible_points(canvas, here.chart().Markers(1), here.session.project.data(1)))
     found.push_back(point.place);
   return found;
 }
