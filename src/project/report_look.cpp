@@ -87,15 +87,16 @@ constexpr std::array<std::int32_t, 7> colours = {
 
 // Circle, square, triangle, diamond, inverted triangle.
 constexpr std::array<std::int16_t, 5> symbols = {1, 2, 5, 3, 4};
-// Where the colours begin again: solid, dash, dash-dot.
-constexpr std::array<std::int32_t, 3> line_styles = {0, 1, 3};
+// Solid, dash, dash-dot, dot: what tells lines apart where a printer has no colours. Four
+// styles and seven colours meet anew only after 28 rows.
+constexpr std::array<std::int32_t, 4> line_styles = {0, 1, 3, 2};
 
 void dress_plot_sets(Chart& chart) {
   for (int i = 1; i <= chart.nMarkers; ++i) {
     const auto turn = static_cast<std::size_t>(i - 1);
     ChartMarker& marker = chart.Markers(i);
     marker.LineColor = marker.SymbolColor = colours[turn % colours.size()];
-    marker.LineStyle = line_styles[turn / colours.size() % line_styles.size()];
+    marker.LineStyle = line_styles[turn % line_styles.size()];
     marker.LineWidth = 34;
     marker.FillColor = white;
     marker.Symbol = symbols[turn % symbols.size()];

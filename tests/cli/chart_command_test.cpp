@@ -36,6 +36,7 @@ TEST_F(ChartCommand, TakesLooksFromAProfileOrAType) {
   const std::string report = picture(folder, {"--type", "report"});
   EXPECT_NE(report.find("eta = 606.5"), std::string::npos);
   EXPECT_NE(report.find("censored-test"), std::string::npos) << "the name of the data";
+  EXPECT_NE(picture(folder, {"--title", "Relay 7"}).find("Relay 7"), std::string::npos);
   const std::string linear = picture(folder, {"--type", "Linear"});
   EXPECT_EQ(red.size(), own.size());  // only a colour differs
   EXPECT_TRUE(red != own);

@@ -8,6 +8,7 @@
 #include "chart/parts/data_points.h"
 #include "chart/parts/fit_line.h"
 #include "chart/parts/fitting_text.h"
+#include "chart/parts/marker_line.h"
 #include "chart/parts/movable_boxes.h"
 #include "chart/parts/plain_words.h"
 #include "chart/parts/symbols.h"
@@ -27,8 +28,7 @@ constexpr double sample_gap = 90;
 constexpr float smallest_font = 6;
 constexpr double just_under = 0.995;  // so that rounding takes no line away
 constexpr std::size_t fewest_lines = 2;
-constexpr double widest = 0.45;  // of the plot box
-constexpr double highest = 0.92;
+constexpr double highest = 0.92;  // of the plot box
 
 bool shares_its_data(const std::vector<PlotSet>& sets, const PlotSet& set) {
   return std::count_if(sets.begin(), sets.end(), [&](const PlotSet& other) {
@@ -114,6 +114,7 @@ Layout layout_of(Canvas& canvas, const std::vector<LegendEntry>& entries) {
   for (const LegendEntry& entry : entries) layout.titles.push_back(entry.title);
   fit_height(canvas, layout, highest * plot.Height - 2 * padding);
   const double beside = 2 * padding + sample_width + sample_gap;
+  const double widest = chart_style(canvas.chart).widest_legend;
   double width = 0;
   for (std::string& title : layout.titles) {
     title = cut_to_width(canvas.text_measure, title, layout.item, widest * plot.Width - beside);
@@ -141,17 +142,16 @@ void place(Canvas& canvas, ChartItem& box, const DrawingRecord& content) {
   box.Top = at.y;
 }
 
-void draw_sample(Recorder& recorder, const LegendEntry& entry, double left, double middle,
+void draw_sample(Canvas& canvas, const LegendEntry& entry, double left, double middle,
                  double most_size) {
   const ChartMarker& marker = *entry.set->marker;
   const std::int32_t y = to_unit(middle);
   if (entry.has_line) {
-    const auto pen = Selected::pen(recorder, marker.LineStyle, marker.LineWidth, marker.LineColor);
-    recorder.add(Polyline{{{to_unit(left), y}, {to_unit(left + sample_width), y}}});
+    draw_marker_line(canvas, marker, {{to_unit(left), y}, {to_unit(left + sample_width), y}});
   }
   if (!entry.has_symbol) return;
   const int size = std::min(std::abs(int{marker.Size}), to_unit(most_size));
-  draw_symbols(recorder, marker, SymbolStamp(marker.Symbol, size),
+  draw_symbols(canvas.recorder, marker, SymbolStamp(marker.Symbol, size),
                {{to_unit(left + sample_width / 2), y}});
 }
 
@@ -166,8 +166,7 @@ void draw_lines(Canvas& canvas, const Layout& layout, const std::vector<LegendEn
   double top = layout.item.Top + padding;
   for (std::size_t i = 0; i < layout.titles.size(); ++i, top += layout.line_height) {
     if (i < samples)
-      draw_sample(canvas.recorder, entries[i], left, top + layout.line_height / 2,
-                  0.9 * layout.line_height);
+      draw_sample(canvas, entries[i], left, top + layout.line_height / 2, 0.9 * layout.line_height);
     canvas.recorder.text({to_unit(left + sample_width + sample_gap), to_unit(top + lead)},
                          layout.titles[i]);
   }

@@ -20,7 +20,6 @@ namespace {
 constexpr double width_per_point = 16.0;  // a little wider than the letters: room between columns
 constexpr double padding = 90;
 constexpr double inside_corner = 80;
-constexpr double widest_heading = 0.4;  // of the plot
 constexpr std::int32_t rule_pen = 5;
 
 /// Where the lines and columns of the box stand.
@@ -68,8 +67,9 @@ Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& i
   }
   layout.starts[table_column::count] = at;
   layout.width = rows_width(canvas, table, layout, gap, item);
+  const double widest = chart_style(canvas.chart).widest_parameters;
   const double most =
-      std::max(layout.width, widest_heading * canvas.chart.Boxes(chart_item::plot_box).Width);
+      std::max(layout.width, widest * canvas.chart.Boxes(chart_item::plot_box).Width);
   for (const TableLine& line : table.lines)
     for (const std::string& text : {line.heading, line.remark})
       layout.width = std::max(layout.width, std::min(most, width_of(canvas, text, item)));

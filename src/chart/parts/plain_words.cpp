@@ -56,7 +56,7 @@ std::string plain_shape(std::optional<double> value) { return value_text(value, 
 std::string plain_share(double share) { return text_beside(100 * share, 100, shape_digits) + " %"; }
 
 std::string plain_quality(int method, double quality) {
-  if (method == method_code::mle) return "ln L = " + number_text(quality, life_digits);
+  if (method == method_code::mle) return "ln L = " + number_text(std::round(100 * quality) / 100);
   return "r\u00B2 = " + text_beside(quality, 1, life_digits);
 }
 

@@ -27,7 +27,8 @@ std::string plain_shape(std::optional<double> value);
 /// "16 %", with the decimals that keep a share from reading as none or all.
 std::string plain_share(double share);
 
-/// "r² = 0.985" of a regression, never "1" for less; "ln L = -75.1" of a likelihood.
+/// "r² = 0.985" of a regression, never "1" for less; "ln L = -75.13" of a likelihood,
+/// whose hundredths tell two models apart.
 std::string plain_quality(const FitResult& fit);
 std::string plain_quality(int method, double quality);
 

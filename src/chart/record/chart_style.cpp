@@ -10,10 +10,13 @@ const ChartStyle& chart_style(const Chart& chart) {
                                         .wording = Wording::plain,
                                         .titles = TitlePlace::left,
                                         .has_mark = false,
+                                        .has_wide_dashes = true,
                                         .titled_by_data = true,
                                         .parameters = Corner::bottom_right,
+                                        .legend = Corner::top_left,
                                         .line_spacing = 1.25,
-                                        .legend = Corner::top_left};
+                                        .widest_parameters = 0.65,
+                                        .widest_legend = 0.65};
   return chart.Profile == report_chart_type ? report : usual;
 }
 

@@ -27,11 +27,14 @@ struct ChartStyle {
   Division division = Division::paper;
   Wording wording = Wording::codes;
   TitlePlace titles = TitlePlace::centre;
-  bool has_mark = true;         ///< the program's mark in the corner
-  bool titled_by_data = false;  ///< an empty main title stands for the names of the data sets
+  bool has_mark = true;          ///< the program's mark in the corner
+  bool has_wide_dashes = false;  ///< a broken fit line is as wide as a solid one
+  bool titled_by_data = false;   ///< an empty main title stands for the names of the data sets
   Corner parameters = Corner::top_left;
-  double line_spacing = 1.5;  ///< of the parameter box, in text heights
   Corner legend = Corner::bottom_right;
+  double line_spacing = 1.5;       ///< of the parameter box, in text heights
+  double widest_parameters = 0.4;  ///< of the plot, for lines of words
+  double widest_legend = 0.45;     ///< of the plot
 };
 
 /// The style of the chart's type.
