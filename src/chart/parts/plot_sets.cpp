@@ -63,7 +63,9 @@ std::string names_of_data(const Session& session, const std::vector<PlotSet>& se
   for (const PlotSet& set : sets) {
     if (std::find(named.begin(), named.end(), set.data_index) != named.end()) continue;
     named.push_back(set.data_index);
-    names += (names.empty() ? "" : ", ") + set_title(session, set);
+    const std::string& title = session.project.data(set.data_index).Title;
+    const bool is_unnamed = is_factory_name(set.marker->Label) && !title.empty();
+    names += (names.empty() ? "" : ", ") + (is_unnamed ? title : set_title(session, set));
   }
   return names;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 #include <span>
 
 #include "chart/record/canvas.h"
@@ -50,9 +51,14 @@ class Walk {
     if (is_drawing()) pieces_.back().push_back(to);
   }
 
-  /// Pieces of one place are no lines.
+  /// Pieces of one place are no lines. Those of two get one between them: a player draws
+  /// a level line of two places without round ends, and dots are nothing else.
   std::vector<std::vector<Place>> end() {
     std::erase_if(pieces_, [](const auto& piece) { return piece.size() < 2; });
+    for (auto& piece : pieces_)
+      if (piece.size() == 2)
+        piece.insert(piece.begin() + 1, {std::midpoint(piece[0].x, piece[1].x),
+                                         std::midpoint(piece[0].y, piece[1].y)});
     return std::move(pieces_);
   }
 

@@ -20,9 +20,11 @@ double length_of(const std::vector<Place>& line) {
 TEST(Dashes, OfALevelLine) {
   using Pieces = std::vector<std::vector<Place>>;
   const std::vector<Place> line = {{0, 0}, {200, 0}};
-  EXPECT_EQ(dashes_of(line, 1, 10),
-            (Pieces{{{0, 0}, {50, 0}}, {{80, 0}, {130, 0}}, {{160, 0}, {200, 0}}}));
-  EXPECT_EQ(dashes_of(line, 3, 20), (Pieces{{{0, 0}, {100, 0}}, {{160, 0}, {164, 0}}}));
+  EXPECT_EQ(dashes_of(line, 1, 10), (Pieces{{{0, 0}, {25, 0}, {50, 0}},
+                                            {{80, 0}, {105, 0}, {130, 0}},
+                                            {{160, 0}, {180, 0}, {200, 0}}}));
+  EXPECT_EQ(dashes_of(line, 3, 20),
+            (Pieces{{{0, 0}, {50, 0}, {100, 0}}, {{160, 0}, {162, 0}, {164, 0}}}));
   EXPECT_EQ(dashes_of(line, 0, 10), Pieces{line});
   EXPECT_EQ(dashes_of({{5, 5}}, 1, 10), (Pieces{{{5, 5}}}));
 }
