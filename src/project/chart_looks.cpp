@@ -46,7 +46,7 @@ void keep_own_titles(Chart& looks, const Chart& chart) {
       looks.Boxes(title).Text2 = chart.Boxes(title).Text2;
 }
 
-/// Scales, limits and the form of the numbers; the pens come with the looks.
+/// Scales, limits, their rule and the form of the numbers; the pens come with the looks.
 void keep_scales(Chart& looks, const Chart& chart) {
   Slots<ChartAxis> axes = chart.Axes;
   const int last = std::min(axes.bound(), looks.Axes.bound());
@@ -57,6 +57,7 @@ void keep_scales(Chart& looks, const Chart& chart) {
     axis.Max = axes(i).Max;
     axis.Min = axes(i).Min;
     axis.ScaleType = axes(i).ScaleType;
+    axis.Label.Int4 = axes(i).Label.Int4;
     axis.Label.Text2 = axes(i).Label.Text2;
     axes(i) = axis;
   }
