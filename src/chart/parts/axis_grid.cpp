@@ -1,5 +1,7 @@
 #include "chart/parts/axis_grid.h"
 
+#include <algorithm>
+
 #include "chart/record/chart_style.h"
 #include "chart/scales/axis_labels.h"
 #include "chart/scales/plot_coordinates.h"
@@ -109,22 +111,37 @@ struct Marking {
   std::vector<AxisLabel> labels;
 };
 
-/// The least distance of two labels, as a share of the axis: a line of figures, or four
-/// figures and the gap between two labels.
-double label_room(Canvas& canvas, const ChartItem& font, bool is_y) {
+/// The share of the axis that the label needs for itself.
+double room_of(Canvas& canvas, const std::string& label, const ChartItem& font, bool is_y) {
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
-  const TextSize size = text_size(canvas.text_measure, "00000", font);
+  const TextSize size = text_size(canvas.text_measure, label + "0", font);  // with a gap
   constexpr double figures = 0.85;  // of the height of a line, with a little air
   return is_y ? figures * size.height / y_extent(plot).length()
               : size.width / x_extent(plot).length();
 }
 
+/// So far apart that each tick has its label: at first as four figures need it, then as
+/// the widest label does.
+Marking round_marking(Canvas& canvas, const ChartAxis& axis, const AxisMap& map, bool is_y) {
+  constexpr int most_tries = 4;
+  double room = room_of(canvas, "0000", axis.Label, is_y);
+  Marking marking;
+  for (int i = 0; i < most_tries; ++i) {
+    marking.points = round_ticks(map, room);
+    marking.labels = round_labels(axis, map.code(), marking.points);
+    double widest = 0;
+    for (const AxisLabel& label : marking.labels)
+      widest = std::max(widest, room_of(canvas, label.text, axis.Label, is_y));
+    if (widest <= room) break;
+    room = widest;
+  }
+  return marking;
+}
+
 Marking marking_of(Canvas& canvas, const ChartAxis& axis, const AxisMap& map, bool is_y) {
   const int code = map.code();
-  if (chart_style(canvas.chart).division == Division::round) {
-    const ScalePoints points = round_ticks(map, label_room(canvas, axis.Label, is_y));
-    return {points, round_labels(axis, code, points)};
-  }
+  if (chart_style(canvas.chart).division == Division::round)
+    return round_marking(canvas, axis, map, is_y);
   const Limits limits = map.limits();
   const ScalePoints points = GetScalePoints(canvas.errors, kind_of(code), limits.low, limits.high);
   return {points, axis_labels(axis, code, points, limits)};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "chart/scales/short_number.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {
@@ -14,7 +15,7 @@ constexpr int shape_digits = 3;
 constexpr int most_digits = 12;
 
 std::string value_text(std::optional<double> value, int digits) {
-  return value ? number_text(*value, digits) : "not determined";
+  return value ? short_number(*value, digits) : "not determined";
 }
 
 /// A number next to a bound must not read as the bound itself.

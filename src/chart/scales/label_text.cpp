@@ -5,6 +5,7 @@
 
 #include "chart/scales/axis_labels.h"
 #include "chart/scales/round_ticks.h"
+#include "chart/scales/short_number.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
 
@@ -15,7 +16,6 @@ namespace {
 constexpr std::size_t longest_pattern = 16;
 constexpr const char* last_pattern = "0.00E+00";
 constexpr int exact_digits = 12;  // hides the noise of binary fractions
-constexpr std::size_t handy_length = 7;
 
 bool has_exponent(std::string_view pattern) { return pattern.find('E') != pattern.npos; }
 bool is_percent(std::string_view pattern) { return pattern.find('%') != pattern.npos; }
@@ -43,27 +43,6 @@ std::string grown_to_tell(std::string pattern, double value, double close = 0.0)
   return pattern;
 }
 
-/// "2.5E-9": as many digits as the value needs.
-std::string scientific(double value, int digits) {
-  if (value == 0.0) return "0";
-  double exponent = IntFloor(std::log10(std::fabs(value)));
-  double mantissa = value / std::pow(10.0, exponent);
-  if (std::fabs(mantissa) >= 10.0 - 1e-9) {
-    ++exponent;
-    mantissa /= 10.0;
-  }
-  return number_text(mantissa, digits) + (exponent < 0 ? "E-" : "E+") +
-         number_text(std::fabs(exponent), 3);
-}
-
-/// Plain as long as that is handy, else the shorter form.
-std::string general_text(double value, int digits = exact_digits) {
-  std::string plain = number_text(value, digits);
-  if (plain.size() <= handy_length && !has_exponent(plain)) return plain;
-  std::string with_exponent = scientific(value, digits);
-  return has_exponent(plain) || with_exponent.size() < plain.size() ? with_exponent : plain;
-}
-
 /// How near to a limit its label comes. A limit may hold digits that nobody asked
 /// for, as after a zoom: three of them place it on any axis.
 double close_to_limit(int code, double value, Limits limits) {
@@ -78,9 +57,9 @@ std::string limit_text(double value, Limits limits) {
   const double close = 1e-4 * std::fabs(limits.high - limits.low);
   for (int digits = 3; digits < exact_digits; ++digits) {
     const auto read = parse_number(number_text(value, digits));
-    if (read && std::fabs(*read - value) <= close) return general_text(value, digits);
+    if (read && std::fabs(*read - value) <= close) return short_number(value, digits);
   }
-  return general_text(value);
+  return short_number(value, exact_digits);
 }
 
 bool is_evenly_spaced(const ScalePoints& points) { return points.minor(0) > 0.0; }
@@ -105,7 +84,7 @@ struct Form {
   bool grows = false;  ///< each value by itself
 
   std::string text(double value) const {
-    if (pattern.empty()) return general_text(value);
+    if (pattern.empty()) return short_number(value, exact_digits);
     return format_number(value, grows ? grown_to_tell(pattern, value) : pattern);
   }
 };

@@ -3,6 +3,7 @@
 
 #include "chart/chart_world.h"
 #include "chart/metafile/metafile_writer.h"
+#include "chart/scales/plot_coordinates.h"
 #include "project/chart_looks.h"
 #include "project/chart_types.h"
 #include "project/plot_rows.h"
@@ -44,6 +45,38 @@ TEST(ReportChart, AMetafileSpellsTheLettersOut) {
   EXPECT_EQ(lost, "");
   EXPECT_NE(bytes.find("eta = 606.5"), std::string::npos);
   EXPECT_NE(bytes.find("beta = 1.72"), std::string::npos);
+}
+
+// Each grid line of an axis has its number, whatever the numbers' length; at the right
+// edge a long one would leave the chart.
+TEST(ReportChart, EveryTickHasItsLabel) {
+  const Limits cases[] = {{1, 1e3},   {1e6, 1e10},    {1e-30, 1e30},      {0.001, 0.01},
+                          {1e3, 1e4}, {1000, 1002},   {2, 3000},          {1e-9, 1e9},
+                          {54, 386},  {1e8, 1.001e8}, {0.12345, 0.12346}, {1e5, 1e11}};
+  for (const Limits& limits : cases)
+    for (const int scale : {x_scale::linear, x_scale::log}) {
+      ReportWorld here;
+      ChartAxis& axis = here.chart().Axes(0);
+      axis.AutoMin = axis.AutoMax = false;
+      axis.Min = limits.low;
+      axis.Max = limits.high;
+      axis.ScaleType = static_cast<std::int16_t>(scale);
+      const DrawingRecord drawing = here.draw();
+      const ChartItem& plot = here.chart().Boxes(chart_item::plot_box);
+      const int bottom = plot.Top + plot.Height;
+      std::vector<int> ticks;
+      for (const auto& line : test::all<drawing::Polyline>(drawing))
+        if (line.places.size() == 2 && line.places[0].y == bottom &&
+            line.places[1].y == bottom + 40 && line.places[0].x < plot.Left + plot.Width)
+          ticks.push_back(line.places[0].x);
+      EXPECT_GE(ticks.size(), 2u);
+      for (const int tick : ticks)
+        EXPECT_TRUE(std::ranges::any_of(test::all<drawing::Text>(drawing),
+                                        [&](const drawing::Text& text) {
+                                          return text.place.x == tick && text.place.y > bottom;
+                                        }))
+            << limits.low << " to " << limits.high << " at " << tick;
+    }
 }
 
 TEST(ReportChart, AllThatIsWrittenLiesOnTheChart) {
