@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "chart/scales/short_number.h"
+#include "life/shown_parameters.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {
@@ -16,6 +18,27 @@ constexpr int most_digits = 12;
 
 std::string value_text(std::optional<double> value, int digits) {
   return value ? short_number(*value, digits) : "not determined";
+}
+
+/// How wide lives lie around the first parameter, in its unit.
+double spread_of(Family family, double first, double second, double minimum_life) {
+  switch (family) {
+    case Family::normal:
+    case Family::gumbel: return second;
+    case Family::lognormal: return first * std::log(second);
+    case Family::weibull:
+    case Family::none: break;
+  }
+  return (first - (minimum_life < first ? minimum_life : 0.0)) / second;
+}
+
+/// Lives from 100000 to 100002 are not told apart by four digits.
+int digits_of_life(Family family, const ShownParameters& shown, double minimum_life) {
+  if (!shown.first || !shown.second) return life_digits;
+  const double spread = spread_of(family, *shown.first, *shown.second, minimum_life);
+  const double wanted = 2.0 + std::ceil(std::log10(std::fabs(*shown.first / spread)));
+  return wanted > life_digits ? static_cast<int>(std::min<double>(wanted, most_digits))
+                              : life_digits;
 }
 
 /// A number next to a bound must not read as the bound itself.
@@ -51,8 +74,12 @@ PlainNames plain_parameter_names(Family family) {
   return {"\u03B7", "\u03B2"};
 }
 
-std::string plain_life(std::optional<double> value) { return value_text(value, life_digits); }
-std::string plain_shape(std::optional<double> value) { return value_text(value, shape_digits); }
+PlainValues plain_values(const Model& model, const FitParam& row) {
+  const ShownParameters shown = shown_parameters(model.code, row);
+  const int digits = digits_of_life(model.family, shown, row.T0);
+  return {value_text(shown.first, digits), value_text(shown.second, shape_digits),
+          row.T0 != 0 ? short_number(row.T0, digits) : ""};
+}
 
 std::string plain_share(double share) { return text_beside(100 * share, 100, shape_digits) + " %"; }
 

@@ -2,7 +2,6 @@
 // and no longer than need be.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "life/models.h"
@@ -20,9 +19,14 @@ struct PlainNames {
 };
 PlainNames plain_parameter_names(Family family);
 
-/// Four significant digits of a life, three of a shape; "not determined" without a value.
-std::string plain_life(std::optional<double> value);
-std::string plain_shape(std::optional<double> value);
+/// The two numbers of a population, "not determined" where there is none: four significant
+/// digits of the first, or as many as its spread is seen by, and three of the second.
+struct PlainValues {
+  std::string first;
+  std::string second;
+  std::string minimum_life;  ///< empty without one
+};
+PlainValues plain_values(const Model& model, const FitParam& row);
 
 /// "16 %", with the decimals that keep a share from reading as none or all.
 std::string plain_share(double share);

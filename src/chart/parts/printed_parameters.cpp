@@ -3,8 +3,6 @@
 #include <algorithm>
 
 #include "chart/parts/plain_words.h"
-#include "life/shown_parameters.h"
-#include "numerics/number_text.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -28,13 +26,12 @@ std::string named(const char* name, const std::string& value) {
 
 /// One population: its numbers with their names, and how good the fit is.
 std::vector<std::string> values_of(const FitResult& fit, const Model& model) {
-  const FitParam& row = fit.Rows(1);
   const PlainNames names = plain_parameter_names(model.family);
-  const ShownParameters shown = shown_parameters(model.code, row);
-  std::vector<std::string> values = {named(names.first, plain_life(shown.first)),
-                                     named(names.second, plain_shape(shown.second))};
+  const PlainValues plain = plain_values(model, fit.Rows(1));
+  std::vector<std::string> values = {named(names.first, plain.first),
+                                     named(names.second, plain.second)};
   if (model.fixes_slope()) values.back() += " (given)";
-  if (row.T0 != 0) values.push_back(named("t0", plain_life(row.T0)));
+  if (!plain.minimum_life.empty()) values.push_back(named("t0", plain.minimum_life));
   values.push_back(plain_quality(fit));
   return values;
 }
@@ -72,10 +69,10 @@ TableLine heading_line(const Model& model) {
 }
 
 TableLine risk_line(const Model& model, const FitParam& row) {
-  const ShownParameters shown = shown_parameters(model.code, row);
+  const PlainValues plain = plain_values(model, row);
   TableLine line;
-  line.cells[table_column::first] = plain_life(shown.first);
-  line.cells[table_column::second] = plain_shape(shown.second);
+  line.cells[table_column::first] = plain.first;
+  line.cells[table_column::second] = plain.second;
   return line;
 }
 

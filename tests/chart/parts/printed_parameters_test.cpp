@@ -54,6 +54,11 @@ TEST(PrintedParameters, AreWhatPeoplePrint) {
       {with_quality(fit_of(1057, {{1 / 50.0, 1, 3, 0, 1}}), rr, 0.9), "ξ = 50\nδ = 3\nr² = 0.9\n"},
       {with_quality(fit_of(98, {{1 / 254512345.0, 1, 0.245, 0, 1}}), rr, 0.5),
        "η = 2.545E+8\nβ = 0.245\nr² = 0.5\n"},
+      // What lies within so little is told from its neighbours.
+      {with_quality(fit_of(98, {{1 / 100001.4, 1, 96900, 0, 1}}), rr, 0.5),
+       "η = 100001.4\nβ = 96900\nr² = 0.5\n"},
+      {with_quality(fit_of(857, {{100001, 1, 1 / 1.22, 0, 1}}), rr, 0.5),
+       "μ = 100001\nσ = 1.22\nr² = 0.5\n"},
       // The share is that of the units on which the risk acts, not of a population.
       {with_quality(fit_of(482, {{1 / 48.286, 0.15976, 2.319, 0, 1},
                                  {1 / 1349.86, 0.84024, 3.443, 0, 3},
