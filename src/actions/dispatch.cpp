@@ -8,6 +8,7 @@
 #include "actions/slope_question.h"
 #include "actions/starts_words.h"
 #include "actions/words.h"
+#include "chart/scales/chart_view.h"
 #include "fit/door/fit.h"
 #include "project/fit_records.h"
 
@@ -224,6 +225,19 @@ void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
     PostFitLog(session, outcome.slot, wish.data_index, wish.fit_index);
 }
 
+std::int16_t model_of(const FitSet& fits, int slot) {
+  return slot >= 1 && slot <= fits.Fits.bound() ? fits.Fits(slot).ModelCode : std::int16_t{0};
+}
+
+/// Another model is seen as a whole first: the part that the chart shows was chosen
+/// for the one before.
+void show_fit(Chart& chart, const FitSet& fits, int slot) {
+  ChartMarker& row = chart.Markers(1);
+  if (model_of(fits, row.FitNumber) != model_of(fits, slot)) end_zoom(chart);
+  row.FitNumber = slot;
+  if (const Model* model = find_model(model_of(fits, slot))) use_paper_of(chart, *model);
+}
+
 constexpr const char* place = "Fit_Distribution routine:";
 constexpr const char* prefix = "Error calculating Fit: ";
 
@@ -257,13 +271,7 @@ FitRequest request_of_panel(const Session& session, int fit_index) {
 void show_on_chart(Session& session, int fit_index, int slot) {
   if (session.project.charts.bound() < 1) return;
   Chart& chart = session.project.charts(session.project.charts.bound());
-  const Model* model = find_model(session.project.fits(fit_index).Fits(slot).ModelCode);
-  if (session.settings.ShowLast) chart.Markers(1).FitNumber = slot;
-  // A model without axes of its own is drawn on the paper that the chart has.
-  if (session.settings.ShowLast && model && model->y_scale() != 0) {
-    chart.Axes(0).ScaleType = static_cast<std::int16_t>(model->x_scale());
-    chart.Axes(1).ScaleType = static_cast<std::int16_t>(model->y_scale());
-  }
+  if (session.settings.ShowLast) show_fit(chart, session.project.fits(fit_index), slot);
   session.gChartNow = chart;
   session.ports.views.chart_changed(session.project.charts.bound());
 }

@@ -7,8 +7,10 @@
 #include <cstdlib>
 
 #include "chart/compose/auto_scale.h"
+#include "chart/compose/chart_shape.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
+#include "chart/scales/chart_view.h"
 #include "cli/output.h"
 #include "painter/picture_door.h"
 #include "project/plot_rows.h"
@@ -82,13 +84,6 @@ void show_further_fit(Session& session, Chart& chart, int slot) {
   if (marker.LineStyle == pen_style::solid) marker.LineStyle = (row - 1) / colours % styles;
 }
 
-/// A model without axes of its own is drawn on the paper that the chart has.
-void use_paper_of(Chart& chart, const Model& model) {
-  if (model.y_scale() == 0) return;
-  chart.Axes(0).ScaleType = static_cast<std::int16_t>(model.x_scale());
-  chart.Axes(1).ScaleType = static_cast<std::int16_t>(model.y_scale());
-}
-
 }  // namespace
 
 void show_on_chart(Session& session, const std::string& title, Paper paper) {
@@ -108,10 +103,15 @@ void show_on_chart(Session& session, const std::string& title, Paper paper) {
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {
   SetAutoScale(session, session.project.charts(1));
-  const DrawingRecord drawing = fl_Make_WMF(session, 1);
-  for (const std::string& path : paths)
+  const DrawingRecord stated = fl_Make_WMF(session, 1);
+  give_shape(session.project.charts(1), size.width, size.height);
+  const DrawingRecord shaped = fl_Make_WMF(session, 1);
+  for (const std::string& path : paths) {
+    // A metafile has a size of its own.
+    const DrawingRecord& drawing = extension(path) == ".wmf" ? stated : shaped;
     if (const FileResult written = write_picture(session, drawing, path, size); !written)
       return path + ": " + written.message;
+  }
   return std::nullopt;
 }
 

@@ -18,8 +18,9 @@ enum class Paper { of_first_fit, of_chart };
 /// data's symbols, each further one has a plot set of its own that is only a line.
 void show_on_chart(Session& session, const std::string& title, Paper paper);
 
-/// Draws chart 1 and writes it to each path, by its extension. What is wrong,
-/// as "PATH: what", for the first that can't be written.
+/// Draws chart 1 in the proportions of `size` and writes it to each path, by its
+/// extension; a metafile keeps the chart's own. What is wrong, as "PATH: what", for
+/// the first that can't be written.
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size);
 

@@ -165,6 +165,7 @@ Chart read_over(const Chart& chart, ProjectReader& file, ChartTies ties) {
   Chart dropped = chart;
   if (!visit_chart(file, fresh, ties == ChartTies::keep ? dropped : fresh)) return chart;
   make_drawable(fresh);
+  fresh.ZoomedFrom.clear();
   return fresh;
 }
 

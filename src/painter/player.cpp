@@ -58,7 +58,8 @@ class Player {
         grid_(painter),
         origin_(target.topLeft()),
         sx_(target.width() / drawing.width),
-        sy_(target.height() / drawing.height) {}
+        sy_(target.height() / drawing.height),
+        even_(std::min(sx_, sy_)) {}
 
   void operator()(const drawing::TransparentBackground&) {}
   void operator()(const drawing::CreatePen& pen) { pens_[pen.handle] = pen_of(pen); }
@@ -88,10 +89,16 @@ class Player {
     paint_shape(shape.places, polygon.boundingRect(),
                 [&](QPainter& painter) { painter.drawPolygon(polygon); });
   }
+  void operator()(const drawing::Symbol& symbol) { symbol_ = symbol; }
   void operator()(const drawing::Text& text);
 
+  /// To be called after each record: a symbol is over with its last part.
+  void count_part(const drawing::Record& record) {
+    if (symbol_.parts > 0 && !std::holds_alternative<drawing::Symbol>(record)) --symbol_.parts;
+  }
+
  private:
-  QPointF at(drawing::Place place) const { return origin_ + QPointF(place.x * sx_, place.y * sy_); }
+  QPointF at(drawing::Place place) const;
   QPolygonF polygon_of(const std::vector<drawing::Place>& places) const;
   QPen pen_of(const drawing::CreatePen& from) const;
   Lettering lettering_of(const drawing::CreateFont& from) const;
@@ -111,6 +118,8 @@ class Player {
   QPointF origin_;
   double sx_;
   double sy_;
+  double even_;               ///< scale of what keeps its form: symbols, letters, lines
+  drawing::Symbol symbol_{};  ///< at work, with the parts that are still to come
   std::unordered_map<Handle, QPen> pens_;
   std::unordered_map<Handle, QBrush> brushes_;
   std::unordered_map<Handle, Lettering> fonts_;
@@ -120,6 +129,13 @@ class Player {
   drawing::TextAlign align_ = drawing::TextAlign::left;
   QColor text_colour_ = Qt::black;
 };
+
+QPointF Player::at(drawing::Place place) const {
+  if (symbol_.parts <= 0) return origin_ + QPointF(place.x * sx_, place.y * sy_);
+  const auto [x, y] = symbol_.centre;
+  return origin_ + QPointF(x * sx_ + (static_cast<double>(place.x) - x) * even_,
+                           y * sy_ + (static_cast<double>(place.y) - y) * even_);
+}
 
 QPolygonF Player::polygon_of(const std::vector<drawing::Place>& places) const {
   QPolygonF polygon;
@@ -133,7 +149,7 @@ QPolygonF Player::polygon_of(const std::vector<drawing::Place>& places) const {
 QPen Player::pen_of(const drawing::CreatePen& from) const {
   constexpr double least_alpha = 0.45;
   constexpr double full_ink = 0.8;  // of a pixel
-  const double width = from.width * sx_;
+  const double width = from.width * even_;
   const double least =
       grid_.exists() ? grid_.pixel() : 0.5 / 96.0 * painter_.device()->logicalDpiX();
   QColor colour = colour_of(from.colour);
@@ -149,8 +165,7 @@ Lettering Player::lettering_of(const drawing::CreateFont& from) const {
   font.setStyleHint(QFont::SansSerif);
   font.setHintingPreference(QFont::PreferNoHinting);
   const double em = std::abs(static_cast<double>(from.height));
-  const double scale = std::min(sx_, sy_);
-  const double pixels = std::max(1.0, em * scale);
+  const double pixels = std::max(1.0, em * even_);
   font.setPointSizeF(pixels * 72.0 / painter_.device()->logicalDpiY());
   font.setWeight(from.weight >= 600 ? QFont::Bold : QFont::Normal);
   font.setItalic(from.italic);
@@ -158,7 +173,7 @@ Lettering Player::lettering_of(const drawing::CreateFont& from) const {
   lettering.degrees = from.escapement / 10.0;
   const bool upright = std::abs(from.escapement) == 900;
   constexpr double line = 1.117;  // height of a line of letters, in ems
-  lettering.lead = ((upright ? sx_ : sy_) - scale) * em * line / 2.0;
+  lettering.lead = ((upright ? sx_ : sy_) - even_) * em * line / 2.0;
   return lettering;
 }
 
@@ -250,13 +265,28 @@ void Player::operator()(const drawing::Text& text) {
 
 }  // namespace
 
-void PlayChart(QPainter& painter, const DrawingRecord& drawing, const QRectF& target) {
-  if (drawing.width <= 0 || drawing.height <= 0 || target.isEmpty()) return;
+QRectF chart_area(const QRectF& room, const DrawingRecord& drawing) {
+  constexpr double least_stretch = 0.85;
+  constexpr double most_stretch = 1.3;
+  if (drawing.width <= 0 || drawing.height <= 0) return {};
+  const double shape = static_cast<double>(drawing.width) / drawing.height;
+  const double width = std::min(room.width(), room.height() * shape * most_stretch);
+  const double height = std::min(room.height(), width / (shape * least_stretch));
+  return {room.x() + (room.width() - width) / 2, room.y() + (room.height() - height) / 2, width,
+          height};
+}
+
+void PlayChart(QPainter& painter, const DrawingRecord& drawing, const QRectF& room) {
+  const QRectF target = chart_area(room, drawing);
+  if (target.isEmpty()) return;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setRenderHint(QPainter::TextAntialiasing);
   Player player(painter, drawing, target);
-  for (const drawing::Record& record : drawing.records) std::visit(player, record);
+  for (const drawing::Record& record : drawing.records) {
+    std::visit(player, record);
+    player.count_part(record);
+  }
   painter.restore();
 }
 

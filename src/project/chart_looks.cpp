@@ -16,6 +16,17 @@ void tie(ChartMarker& marker, const ChartMarker& own) {
   marker.Label = own.Label;
 }
 
+bool is_same_view(const ChartAxis& a, const ChartAxis& b) {
+  return a.AutoMin == b.AutoMin && a.AutoMax == b.AutoMax && a.Min == b.Min && a.Max == b.Max &&
+         a.ScaleType == b.ScaleType;
+}
+
+/// A zoom lives on only where the axes are seen as before.
+bool keeps_zoom(const Chart& chart, const Chart& profile) {
+  return is_same_view(chart.Axes(0), profile.Axes(0)) &&
+         is_same_view(chart.Axes(1), profile.Axes(1));
+}
+
 /// The identities in a row that came with a profile mean nothing in this project.
 void untie(ChartMarker& marker) {
   const ChartMarker fresh;
@@ -72,6 +83,7 @@ void apply_profile(Chart& chart, const Chart& profile) {
   dressed.UniqueId = chart.UniqueId;
   dressed.Name = chart.Name;
   dressed.SubPopulations = chart.SubPopulations;
+  dressed.ZoomedFrom = keeps_zoom(chart, profile) ? chart.ZoomedFrom : std::vector<ChartView>{};
   dressed.nDataIds = chart.nDataIds;
   dressed.DataIds = chart.DataIds;
   dressed.nFitIds = chart.nFitIds;

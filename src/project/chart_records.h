@@ -3,8 +3,10 @@
 // colours 24-bit words with red in the low byte.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "numerics/slots.h"
 
@@ -71,6 +73,12 @@ struct ChartItem {
   friend bool operator==(const ChartItem&, const ChartItem&) = default;
 };
 
+/// How limits are found that follow the data, in `ChartAxis::Label.Int4`.
+namespace limit_rule {
+inline constexpr std::int16_t stated = 0;       ///< whole decades, and tops of nines
+inline constexpr std::int16_t fit_to_data = 1;  ///< the same, where that leaves little empty
+}  // namespace limit_rule
+
 struct ChartAxis {
   bool AutoMax = true;
   bool AutoMin = true;
@@ -83,10 +91,22 @@ struct ChartAxis {
   std::int32_t MajorStyle = 0;
   std::int32_t MinorStyle = 2;
   std::int16_t ScaleType = 2;  ///< X scale in bits 0-2, Y scale in bits 3-5
-  ChartItem Label;             ///< font of the tick labels; Text2 is the number format
+  ChartItem Label;  ///< font of the tick labels; Text2 is the number format, Int4 the limit_rule
 
   friend bool operator==(const ChartAxis&, const ChartAxis&) = default;
 };
+
+/// What is seen of an axis.
+struct AxisView {
+  bool AutoMax = true;
+  bool AutoMin = true;
+  double Max = 1000;
+  double Min = 1;
+  std::int16_t ScaleType = 2;
+
+  friend bool operator==(const AxisView&, const AxisView&) = default;
+};
+using ChartView = std::array<AxisView, 2>;  ///< of X and Y
 
 /// One plot set: a data set and one of its fits on the chart.
 struct ChartMarker {
@@ -140,6 +160,9 @@ struct Chart {
   /// Shows each population of a mixture as a line of its own. A switch of the
   /// window: no file keeps it.
   bool SubPopulations = false;
+  /// The views that zooming in has left, the first one in front; no file keeps them.
+  /// The axes hold the view of the moment; chart/scales/chart_view changes both.
+  std::vector<ChartView> ZoomedFrom;
 
   friend bool operator==(const Chart&, const Chart&) = default;
 };

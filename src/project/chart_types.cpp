@@ -31,7 +31,8 @@ struct Paper {
 };
 
 // The two calendar papers carry the whole code of their model on the X axis; the
-// automatic scale knows the months by it. Three years of months fit on theirs.
+// automatic scale knows the months by it, and its limits are those of a calendar. Three years of
+// months fit on theirs.
 constexpr std::array<Paper, 6> papers = {{
     {"Linear", x_scale::linear, y_scale::linear},
     {"LogNormal", x_scale::log, y_scale::normal},
@@ -47,6 +48,7 @@ void use_paper(Chart& chart, std::string_view type) {
     chart.Axes(0).ScaleType = static_cast<std::int16_t>(paper.x_scale);
     chart.Axes(0).Min = paper.x_min;
     chart.Axes(0).Max = paper.x_max;
+    if (paper.x_scale > x_scale_mask) chart.Axes(0).Label.Int4 = limit_rule::stated;
     chart.Axes(1).ScaleType = static_cast<std::int16_t>(paper.y_scale);
   }
 }
@@ -85,7 +87,7 @@ std::span<const char* const> chart_types() { return type_names; }
 
 Chart chart_of_type(std::string_view name) {
   Chart chart = fuStandard_Chart();
-  make_lines_fine(chart);
+  make_usual(chart);
   use_paper(chart, name);
   if (name == colour_safe) use_safe_colours(chart);
   if (name == report_chart_type) use_report_look(chart);
@@ -111,9 +113,10 @@ const char* find_chart_type(std::string_view name) {
   return nullptr;
 }
 
-void make_lines_fine(Chart& chart) {
+void make_usual(Chart& chart) {
   constexpr std::int32_t fine_line = 24;
   for (int i = 1; i <= chart.nMarkers; ++i) chart.Markers(i).LineWidth = fine_line;
+  for (ChartAxis& axis : chart.Axes) axis.Label.Int4 = limit_rule::fit_to_data;
 }
 
 }  // namespace tavlo

@@ -33,8 +33,9 @@ bool is_chart_look(std::string_view type);
 /// null when there is none.
 const char* find_chart_type(std::string_view name);
 
-/// The factory's first fit line is a bar that hides the points; a chart that a
-/// user starts with has lines that show how close the points lie.
-void make_lines_fine(Chart& chart);
+/// What a chart that a user starts with has before the factory's: lines that show how
+/// close the points lie, where the first of the factory is a bar that hides them, and
+/// automatic limits that fit the data.
+void make_usual(Chart& chart);
 
 }  // namespace tavlo

@@ -5,6 +5,7 @@
 
 #include "actions/fit_world.h"
 #include "actions/reports.h"
+#include "chart/scales/chart_view.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {
@@ -36,6 +37,24 @@ TEST(Dispatch, AFitIsStoredShownAndLogged) {
   world.fit();
   EXPECT_EQ(world.log(), log) << "a request that is answered is only shown again";
   EXPECT_EQ(world.views.said, (std::vector<std::string>{"grid 1", "chart 1"}));
+}
+
+// On the limits that were chosen for another model half of the points may be outside.
+TEST(Dispatch, AnotherModelEndsAZoomTheSameOneDoesNot) {
+  FitWorld world(five);
+  world.fit();
+  Chart& chart = world.session.project.charts(1);
+  const Chart whole = chart;
+  zoom_to(chart, {150, 350}, {0.2, 0.4});
+  const Chart part = chart;
+  world.fit();
+  world.fit(model_code::weibull2, method_code::mle);
+  EXPECT_EQ(chart.Axes, part.Axes) << "the same model, by another method too";
+  world.fit(model_code::normal);
+  EXPECT_EQ(zoom_depth(chart), 0u);
+  for (const ChartAxis& axis : chart.Axes) EXPECT_TRUE(axis.AutoMin && axis.AutoMax);
+  world.fit();
+  EXPECT_EQ(chart.Axes, whole.Axes);
 }
 
 // A fit says of itself what it was asked, whatever the switches say now.

@@ -16,6 +16,7 @@
 
 #include "chart/parts/legend.h"
 #include "chart/parts/movable_boxes.h"
+#include "chart/scales/chart_view.h"
 #include "gui/window_world.h"
 #include "workspace/qt/qt_text.h"
 
@@ -100,7 +101,7 @@ TEST_F(OnTheChart, ZoomsInStepByStepAndBackExactly) {
   EXPECT_TRUE(wait_until([&] { return record().Axes == before; }));
 
   press("plus");
-  ASSERT_TRUE(wait_until([&] { return chart().stage().zoom().depth() == 1; }));
+  ASSERT_TRUE(wait_until([&] { return zoom_depth(record()) == 1; }));
   person.press({"alt+o", "z"});
   EXPECT_TRUE(wait_until([&] { return record().Axes == before; })) << "off: back to the first view";
   EXPECT_EQ(boxes.texts(), QStringList());
@@ -126,6 +127,20 @@ TEST_F(OnTheChart, TheLookOfTheToolBarIsThatOfNewChartsToo) {
   click_on(QStringLiteral("Standard"));
   EXPECT_EQ(record().Axes, before);
   EXPECT_EQ(boxes.texts(), QStringList());
+}
+
+// The limits that were chosen for one model would hide the points of another.
+TEST_F(OnTheChart, AnotherModelEndsAZoom) {
+  const Slots<ChartAxis> before = record().Axes;
+  press("plus");
+  press("plus");
+  ASSERT_TRUE(wait_until([&] { return zoom_depth(record()) == 2; }));
+  person.click(widget("opt_Model_9"));
+  ASSERT_TRUE(wait_until([&] { return record().Axes(1).ScaleType == y_scale::normal; }));
+  for (const ChartAxis& axis : record().Axes) EXPECT_TRUE(axis.AutoMin && axis.AutoMax);
+  EXPECT_EQ(record().Axes(0).Min, before(0).Min);
+  EXPECT_EQ(record().Axes(0).Max, before(0).Max);
+  EXPECT_FALSE(action("mnu_ZoomBack").isEnabled());
 }
 
 TEST_F(OnTheChart, SlipsAndEscapeLeaveTheViewAsItIs) {

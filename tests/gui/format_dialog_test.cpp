@@ -90,6 +90,16 @@ TEST_F(FormatDialogTest, LimitsNeedTheirFlagOffAndTheirOrder) {
   EXPECT_FALSE(chart().Axes(0).AutoMax);
 }
 
+TEST_F(FormatDialogTest, LimitsFitTheDataUnlessTheStatedAreChosen) {
+  turn_to(static_cast<int>(ChartPart::y_axis));
+  EXPECT_EQ(copy().Axes(1).Label.Int4, limit_rule::fit_to_data);
+  widget("axy_Limits").setFocus();
+  person.press({"Down"});
+  ASSERT_TRUE(wait_until([&] { return copy().Axes(1).Label.Int4 == limit_rule::stated; }));
+  close_with("Return");
+  EXPECT_EQ(chart().Axes(1).Label.Int4, limit_rule::stated);
+}
+
 TEST_F(FormatDialogTest, NoNumberIsToldAndTheDialogStays) {
   const QString words = key("Please Check for invalid data.  Then try again.");
   const struct {

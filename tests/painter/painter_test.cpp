@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "chart/chart_world.h"
+#include "chart/parts/symbols.h"
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
 #include "painter/player.h"
@@ -50,13 +51,14 @@ QImage picture(const DrawingRecord& drawing, const PictureFormat& format) {
 constexpr QRgb paper = 0xFFFFFFEA, ground = 0xFFEAFFFF, navy = 0xFF000080;
 
 const PictureFormat sizes[] = {{800, 480, 1}, {1000, 600, 1},  {1600, 960, 1}, {400, 300, 1},
-                               {800, 480, 2}, {777, 501, 1.5}, {5000, 200, 1}};
+                               {800, 480, 2}, {777, 501, 1.5}, {5000, 400, 1}};
 
 /// The levels of one row of pixels that are neither ground, paper nor pure line.
-int blurred_pixels(const QImage& image, double y) {
+int blurred_pixels(const QImage& image, const QRectF& area, double y) {
   int blurred = 0;
-  const int row = static_cast<int>(y / 6000 * image.height());
-  for (int x = image.width() / 12; x < image.width() / 6; ++x) {
+  const int row = static_cast<int>(area.y() + y / 6000 * area.height());
+  const int left = static_cast<int>(area.x());
+  for (int x = left + qRound(area.width() / 12); x < left + qRound(area.width() / 6); ++x) {
     const QRgb pixel = image.pixel(x, row);
     blurred += pixel != ground && pixel != paper && pixel != navy;
   }
@@ -67,16 +69,17 @@ TEST(Painter, BoxesStandSharpAtTheirPlacesAtAnySize) {
   const DrawingRecord drawing = published_chart();
   for (const PictureFormat& size : sizes) {
     const QImage image = picture(drawing, size);
+    const QRectF area = chart_area(image.rect(), drawing);
     const auto at = [&](double x, double y) {
-      return image.pixel(static_cast<int>(x / 10000 * image.width()),
-                         static_cast<int>(y / 6000 * image.height()));
+      return image.pixel(static_cast<int>(area.x() + x / 10000 * area.width()),
+                         static_cast<int>(area.y() + y / 6000 * area.height()));
     };
     const std::string what = std::to_string(size.width) + "x" + std::to_string(size.height);
     ASSERT_EQ(image.width(), qRound(size.width * size.scale)) << what;
     EXPECT_EQ(at(600, 5600), ground) << what;
     EXPECT_EQ(at(8700, 4600), paper) << what;
     EXPECT_EQ(at(9600, 3000), ground) << what;
-    EXPECT_EQ(blurred_pixels(image, 4700), 0) << what;
+    EXPECT_EQ(blurred_pixels(image, area, 4900), 0) << what;
   }
 }
 
@@ -93,27 +96,81 @@ TEST(Painter, HairlinesCoverOnePixelWhereverTheyFall) {
   }
 }
 
+/// What is dark in a picture of the drawing.
+QRect ink(const DrawingRecord& drawing, int width, int height) {
+  const QImage image = picture(drawing, {width, height});
+  QRect dark;
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x)
+      if (qGray(image.pixel(x, y)) < 128) dark |= QRect(x, y, 1, 1);
+  return dark;
+}
+
 TEST(Painter, LettersFollowTheSmallerScaleAndAreNotStretched) {
   DrawingRecord drawing{1000, 1000, {}, {}};
   drawing.records = {drawing::CreateFont{1, -400, 0, 400, false, false, "Arial"},
                      drawing::SelectObject{1}, drawing::SetTextAlign{drawing::TextAlign::left},
                      drawing::Text{{0, 0}, "H"}};
-  const auto ink_width = [&](int width, int height) {
-    const QImage image = picture(drawing, {width, height});
-    int left = width, right = 0;
-    for (int y = 0; y < height; ++y)
-      for (int x = 0; x < width; ++x)
-        if (qGray(image.pixel(x, y)) < 128) {
-          left = std::min(left, x);
-          right = std::max(right, x);
-        }
-    return right - left;
-  };
-  const int square = ink_width(200, 200);
+  const int square = ink(drawing, 200, 200).width();
   EXPECT_GT(square, 30);
-  EXPECT_NEAR(ink_width(800, 200), square, 1);
-  EXPECT_NEAR(ink_width(200, 800), square, 1);
-  EXPECT_NEAR(ink_width(400, 400), 2 * square, 3);
+  EXPECT_NEAR(ink(drawing, 800, 200).width(), square, 1);
+  EXPECT_NEAR(ink(drawing, 200, 800).width(), square, 1);
+  EXPECT_NEAR(ink(drawing, 400, 400).width(), 2 * square, 3);
+}
+
+// In a wide or a high room too, all 27 of them.
+TEST(Painter, SymbolsKeepTheirForm) {
+  for (int symbol = 1; symbol <= 27; ++symbol) {
+    DrawingRecord drawing{1000, 1000, {}, {}};
+    Recorder recorder(drawing);
+    const auto pen = Selected::pen(recorder, pen_style::solid, 8, 0);
+    const auto brush = Selected::brush(recorder, true, 0);
+    SymbolStamp(symbol, 300).draw(recorder, {600, 400});
+    const QRect square = ink(drawing, 200, 200);
+    for (const auto& [width, height] : {std::pair{260, 200}, {200, 230}, {900, 200}, {200, 900}}) {
+      const QRect seen = ink(drawing, width, height);
+      const QRectF area = chart_area(QRectF(0, 0, width, height), drawing);
+      EXPECT_NEAR(seen.width(), square.width(), 2) << symbol << " " << width;
+      EXPECT_NEAR(seen.height(), square.height(), 2) << symbol << " " << width;
+      const QPointF centre = QPointF(square.center()) - QPointF(120, 80);
+      const QPointF expected =
+          area.topLeft() + QPointF(0.6 * area.width(), 0.4 * area.height()) + centre;
+      EXPECT_LT(QLineF(seen.center(), expected).length(), 2) << symbol << " " << width;
+    }
+  }
+}
+
+/// The share of a chart's fit line that is seen in its own colour, where a sample of so
+/// many failures lies along it.
+double seen_share_of_line(int failures) {
+  test::ChartWorld here;
+  std::vector<test::Point> points;
+  for (int i = 1; i <= failures; ++i) {
+    const double rank = (i - 0.3) / (failures + 0.4);
+    points.push_back({600 * std::sqrt(-std::log1p(-rank))});
+  }
+  here.show(test::ranked(points));
+  here.show(test::fit_of(model_code::weibull2, {{1 / 600.0, 1, 2, 0, 1}}));
+  const DrawingRecord drawing = here.draw();
+  drawing::Polyline line;
+  for (const drawing::Polyline& each : test::all<drawing::Polyline>(drawing))
+    if (each.places.size() == 2 && each.places[0].x != each.places[1].x &&
+        each.places[0].y != each.places[1].y)
+      line = each;
+  const QImage image = picture(drawing, {2000, 1200});
+  const QRgb colour = 0xFF600000;
+  int seen = 0;
+  constexpr int probes = 500;
+  for (int i = 1; i < probes; ++i) {
+    const double x = line.places[0].x + (line.places[1].x - line.places[0].x) * i / double{probes};
+    const double y = line.places[0].y + (line.places[1].y - line.places[0].y) * i / double{probes};
+    seen += image.pixel(static_cast<int>(x / 5), static_cast<int>(y / 5)) == colour;
+  }
+  return seen / double{probes};
+}
+
+TEST(Painter, AnyNumberOfPointsLeavesTheLineToBeSeen) {
+  for (const int failures : {300, 5000, 50000}) EXPECT_GT(seen_share_of_line(failures), 0.95);
 }
 
 TEST(Painter, SvgHoldsItsTextsAsText) {

@@ -4,6 +4,8 @@
 #include <limits>
 
 #include "chart/parts/plot_sets.h"
+#include "chart/scales/chart_view.h"
+#include "chart/scales/fitted_limits.h"
 #include "chart/scales/limit_rules.h"
 #include "life/models.h"
 
@@ -56,16 +58,17 @@ void set_limits(ErrorReporter& reporter, ChartAxis& axis, int code, const Range&
                 double zone) {
   if (range.empty()) return;
   const Limits data = with_held_limits(axis, usable_range(range.limits));
-  const Limits limits = round_limits(reporter, code, data, zone);
-  if (axis.AutoMin) axis.Min = limits.low;
-  if (axis.AutoMax) axis.Max = limits.high;
+  // One value alone says nothing of how wide a range the data have.
+  const bool fits =
+      axis.Label.Int4 == limit_rule::fit_to_data && range.limits.low < range.limits.high;
+  take_data_limits(axis, (fits ? fitted_limits : round_limits)(reporter, code, data, zone));
 }
 
 /// A twelve-month chart keeps its first month off the left edge. Its odd digits
 /// tell it from a limit that somebody typed.
 void shift_first_month(ChartAxis& axis) {
   if (axis.AutoMin && axis.Min == 1.0 && axis.ScaleType == model_code::weibull_12_month)
-    axis.Min = 0.8000012345;
+    take_data_limits(axis, {0.8000012345, axis.Max});
 }
 
 }  // namespace

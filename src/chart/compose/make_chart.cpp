@@ -1,5 +1,7 @@
 #include "chart/compose/make_chart.h"
 
+#include <algorithm>
+
 #include "chart/compose/queued_prompts.h"
 #include "chart/parts/axis_grid.h"
 #include "chart/parts/boxes.h"
@@ -7,6 +9,7 @@
 #include "chart/parts/draw_marks.h"
 #include "chart/parts/fit_line.h"
 #include "chart/parts/legend.h"
+#include "chart/parts/marks.h"
 #include "chart/parts/parameter_box.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/parts/titles.h"
@@ -56,21 +59,47 @@ void check_chart(const Chart& chart) {
   }
 }
 
-void draw_plot_set(Canvas& canvas, const Session& session, const PlotSet& set) {
-  if (set.fit) DrawData_One_Line(canvas, *set.marker, *set.fit);
-  if (set.fit && canvas.chart.SubPopulations) draw_sub_populations(canvas, *set.marker, *set.fit);
-  draw_data_points(canvas, *set.marker, session.project.data(set.data_index));
+/// Points stand on the lines, but a crowd of them would hide its line and lies below.
+void draw_plot_sets(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets) {
+  DrawingRecord points_above;
+  Recorder above(points_above);
+  Canvas apart{above, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
+  for (const PlotSet& set : sets) {
+    const DataSet& data = session.project.data(set.data_index);
+    draw_data_points(data.Count < crowd_of_points ? apart : canvas, *set.marker, data);
+  }
+  for (const PlotSet& set : sets) {
+    if (!set.fit) continue;
+    if (canvas.chart.SubPopulations) draw_sub_populations(canvas, *set.marker, *set.fit);
+    DrawData_One_Line(canvas, *set.marker, *set.fit);
+  }
+  canvas.recorder.append(points_above);
 }
 
-/// Points and lines alone, before their place in the drawing comes: the boxes keep
-/// off them.
-DrawingRecord content_of(const Canvas& canvas, const Session& session,
-                         const std::vector<PlotSet>& sets) {
-  DrawingRecord content;
-  Recorder recorder(content);
-  Canvas apart{recorder, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
-  for (const PlotSet& set : sets) draw_plot_set(apart, session, set);
+/// Points, lines and marks alone: the boxes keep off them.
+struct Content {
+  DrawingRecord plotted;
+  DrawingRecord marks;
+};
+
+Content content_of(const Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets) {
+  Content content;
+  Recorder plotted(content.plotted);
+  Canvas plot{plotted, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
+  draw_plot_sets(plot, session, sets);
+  Recorder marks(content.marks);
+  Canvas apart{marks, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
+  draw_marks(apart);
   return content;
+}
+
+/// What the boxes keep off; a text is known by its bounds alone.
+Obstacles obstacles_in(const Canvas& canvas, const Content& content) {
+  Obstacles obstacles({&content.plotted, &content.marks});
+  for (int i = 1; i <= std::min(canvas.chart.nTexts, canvas.chart.Texts.bound()); ++i)
+    if (const ChartItem& mark = canvas.chart.Texts(i); !mark.Text2.empty())
+      obstacles.add(mark_bounds(canvas.text_measure, mark));
+  return obstacles;
 }
 
 void compose(Canvas& canvas, Session& session) {
@@ -80,11 +109,14 @@ void compose(Canvas& canvas, Session& session) {
   draw_titles(canvas, session.ports.clock.now(), names_of_data(session, sets));
   DrawGrid(canvas, false);
   DrawGrid(canvas, true);
-  DrawingRecord content = content_of(canvas, session, sets);
-  draw_parameter_box(canvas, session, sets, content);
-  draw_marks(canvas);
-  canvas.recorder.append(content);
-  draw_legend(canvas, session, sets, content);
+  const Content content = content_of(canvas, session, sets);
+  const Obstacles obstacles = obstacles_in(canvas, content);
+  canvas.recorder.append(content.plotted);
+  // The boxes stand on their own ground: where a chart is full they hide a line sooner
+  // than that it runs through their words.
+  draw_parameter_box(canvas, session, sets, obstacles);
+  draw_legend(canvas, session, sets, obstacles);
+  canvas.recorder.append(content.marks);
 }
 
 }  // namespace

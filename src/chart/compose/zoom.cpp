@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "chart/compose/unheard_reports.h"
+#include "chart/scales/chart_view.h"
 #include "chart/scales/plot_coordinates.h"
 
 namespace tavlo {
@@ -45,13 +46,6 @@ std::optional<Limits> limits_of(const AxisMap& map, const Part& part) {
   return limits;
 }
 
-void hold(ChartAxis& axis, const Limits& limits) {
-  axis.AutoMin = false;
-  axis.AutoMax = false;
-  axis.Min = limits.low;
-  axis.Max = limits.high;
-}
-
 /// The limits of both axes for a part of the plot box; none when it is too small.
 std::optional<std::pair<Limits, Limits>> zoomed(const Chart& chart, Place corner, Place opposite,
                                                 double shortest) {
@@ -72,61 +66,14 @@ std::optional<std::pair<Limits, Limits>> zoomed(const Chart& chart, Place corner
 
 }  // namespace
 
-ZoomStack::View ZoomStack::view_of(const Chart& chart) {
-  const auto axis_view = [&](int index) {
-    const ChartAxis& axis = chart.Axes(index);
-    return AxisView{axis.AutoMax, axis.AutoMin, axis.Max, axis.Min, axis.ScaleType};
-  };
-  return {axis_view(0), axis_view(1)};
-}
-
-void ZoomStack::restore(Chart& chart, const View& view) {
-  for (int i = 0; i < 2; ++i) {
-    const AxisView& from = view[static_cast<std::size_t>(i)];
-    ChartAxis& axis = chart.Axes(i);
-    axis.AutoMax = from.auto_max;
-    axis.AutoMin = from.auto_min;
-    axis.Max = from.max;
-    axis.Min = from.min;
-  }
-}
-
-bool ZoomStack::push(Chart& chart, Place corner, Place opposite, double shortest) {
+bool zoom_in(Chart& chart, Place corner, Place opposite, double shortest) {
   try {
     const auto limits = zoomed(chart, corner, opposite, shortest);
-    if (!limits) return false;
-    views_.push_back(view_of(chart));
-    hold(chart.Axes(0), limits->first);
-    hold(chart.Axes(1), limits->second);
-    left_ = view_of(chart);
-    return true;
+    if (limits) zoom_to(chart, limits->first, limits->second);
+    return limits.has_value();
   } catch (const RunTimeError&) {  // axes that nothing is drawn on
     return false;
   }
-}
-
-bool ZoomStack::pop(Chart& chart) {
-  if (views_.empty()) return false;
-  restore(chart, views_.back());
-  views_.pop_back();
-  left_ = view_of(chart);
-  return true;
-}
-
-bool ZoomStack::all_out(Chart& chart) {
-  if (views_.empty()) return false;
-  restore(chart, views_.front());
-  views_.clear();
-  return true;
-}
-
-void ZoomStack::forget_if_changed(const Chart& chart) {
-  if (view_of(chart) != left_) views_.clear();
-}
-
-void ZoomStack::to_automatic(Chart& chart) {
-  views_.clear();
-  for (ChartAxis& axis : chart.Axes) axis.AutoMin = axis.AutoMax = true;
 }
 
 }  // namespace tavlo

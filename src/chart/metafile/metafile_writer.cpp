@@ -99,6 +99,7 @@ class MetafileWriter {
   void operator()(const Ellipse& box);
   void operator()(const Polyline& line);
   void operator()(const Polygon& shape);
+  void operator()(const Symbol&) {}  // its parts say all: a metafile isn't stretched here
   void operator()(const Text& text);
 
   /// Ends the metafile; its bytes with the header in front.

@@ -1,6 +1,7 @@
 #include "chart/parts/crowding.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "chart/scales/plot_coordinates.h"
@@ -29,31 +30,27 @@ bool cut(double from, double to, double low, double high, double& first, double&
   return first <= last;
 }
 
-bool segment_touches(const Place& from, const Place& to, const Rectangle& area) {
+/// The length of the part of a segment that lies in the area.
+double length_inside(const Place& from, const Place& to, const Rectangle& area) {
   double first = 0;
   double last = 1;
-  return cut(from.x, to.x, area.left, area.right, first, last) &&
-         cut(from.y, to.y, area.top, area.bottom, first, last);
-}
-
-int pieces_touching(const std::vector<Place>& places, const Rectangle& area) {
-  int count = 0;
-  for (std::size_t i = 1; i < places.size(); ++i)
-    count += segment_touches(places[i - 1], places[i], area) ? 1 : 0;
-  return count;
-}
-
-struct Count {
-  const Rectangle& area;
-  int operator()(const Rectangle& shape) const { return box_touches(shape, area) ? 1 : 0; }
-  int operator()(const Ellipse& shape) const { return box_touches(shape, area) ? 1 : 0; }
-  int operator()(const Polyline& line) const { return pieces_touching(line.places, area); }
-  int operator()(const Polygon& shape) const { return pieces_touching(shape.places, area); }
-  template <class Other>
-  int operator()(const Other&) const {
+  if (!cut(from.x, to.x, area.left, area.right, first, last) ||
+      !cut(from.y, to.y, area.top, area.bottom, first, last))
     return 0;
+  return (last - first) *
+         std::hypot(static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y);
+}
+
+Rectangle box_around(const std::vector<Place>& places) {
+  Rectangle box{places.front().x, places.front().y, places.front().x, places.front().y};
+  for (const Place& place : places) {
+    box.left = std::min(box.left, place.x);
+    box.right = std::max(box.right, place.x);
+    box.top = std::min(box.top, place.y);
+    box.bottom = std::max(box.bottom, place.y);
   }
-};
+  return box;
+}
 
 constexpr double inside_corner = 80;
 
@@ -93,7 +90,7 @@ std::vector<Share> corners_from(Share first) {
 
 /// A lattice over the room, the nearest to the preferred corner first.
 std::vector<Share> lattice_from(Share first) {
-  constexpr int cells = 8;
+  constexpr int cells = 12;
   std::vector<Share> shares;
   for (int i = 0; i <= cells; ++i)
     for (int k = 0; k <= cells; ++k) shares.push_back({i / double{cells}, k / double{cells}});
@@ -107,28 +104,47 @@ std::vector<Share> lattice_from(Share first) {
 
 }  // namespace
 
-int shapes_touching(const DrawingRecord& drawing, const Rectangle& area) {
-  int count = 0;
-  for (const Record& record : drawing.records) count += std::visit(Count{area}, record);
-  return count;
+Obstacles::Obstacles(std::initializer_list<const DrawingRecord*> drawings) {
+  for (const DrawingRecord* drawing : drawings)
+    for (const Record& record : drawing->records) add(record);
 }
 
-Place freest_place(const ChartItem& plot, const TextSize& box, Corner preferred,
-                   const DrawingRecord& content, const std::vector<Rectangle>& taken) {
-  constexpr int worse_than_any_line = 1000000;
+void Obstacles::add(const Record& record) {
+  if (const auto* box = std::get_if<Rectangle>(&record)) shapes_.push_back(*box);
+  if (const auto* shape = std::get_if<Ellipse>(&record))
+    shapes_.push_back({shape->left, shape->top, shape->right, shape->bottom});
+  if (const auto* shape = std::get_if<Polygon>(&record); shape && !shape->places.empty())
+    shapes_.push_back(box_around(shape->places));
+  if (const auto* line = std::get_if<Polyline>(&record))
+    for (std::size_t i = 1; i < line->places.size(); ++i)
+      pieces_.push_back({line->places[i - 1], line->places[i]});
+}
+
+double Obstacles::hidden_by(const Rectangle& area) const {
+  constexpr double shape_length = 400;  // of a line that is as bad to hide as a point
+  double hidden = 0;
+  for (const Rectangle& shape : shapes_) hidden += box_touches(shape, area) ? 1 : 0;
+  double length = 0;
+  for (const auto& [from, to] : pieces_) length += length_inside(from, to, area);
+  return hidden + length / shape_length;
+}
+
+FreePlace freest_place(const ChartItem& plot, const TextSize& box, Corner preferred,
+                       const Obstacles& obstacles, const std::vector<Rectangle>& taken) {
+  constexpr double worse_than_any_line = 1e6;
+  constexpr std::int32_t clearance = 40;
   const Room room(plot, box);
-  Place best = room.at(share_of(preferred).x, share_of(preferred).y);
-  int least = std::numeric_limits<int>::max();
+  FreePlace best{room.at(share_of(preferred).x, share_of(preferred).y),
+                 std::numeric_limits<double>::max()};
   const auto consider = [&](const Share& share) {
-    if (least == 0) return;
+    if (best.hidden == 0) return;
     const Place at = room.at(share.x, share.y);
-    const Rectangle area{at.x, at.y, to_unit(at.x + box.width), to_unit(at.y + box.height)};
-    int hidden = shapes_touching(content, area);
+    const Rectangle area{at.x - clearance, at.y - clearance, to_unit(at.x + box.width) + clearance,
+                         to_unit(at.y + box.height) + clearance};
+    double hidden = obstacles.hidden_by(area);
     for (const Rectangle& other : taken)
       if (box_touches(other, area)) hidden += worse_than_any_line;
-    if (hidden >= least) return;
-    least = hidden;
-    best = at;
+    if (hidden < best.hidden) best = {at, hidden};
   };
   for (const Share& share : corners_from(share_of(preferred))) consider(share);
   for (const Share& share : lattice_from(share_of(preferred))) consider(share);

@@ -2,6 +2,7 @@
 // place for a box.
 #pragma once
 
+#include <initializer_list>
 #include <vector>
 
 #include "chart/record/canvas.h"
@@ -10,14 +11,37 @@
 
 namespace tavlo {
 
-/// The number of shapes, and pieces of lines, that touch the area.
-int shapes_touching(const DrawingRecord& drawing, const drawing::Rectangle& area);
+/// What a box in the plot would hide: the shapes and lines of a drawing.
+class Obstacles {
+ public:
+  explicit Obstacles(std::initializer_list<const DrawingRecord*> drawings);
+
+  void add(const drawing::Rectangle& area) { shapes_.push_back(area); }
+
+  /// How much of it the area covers: the number of shapes that it touches, and lines
+  /// by the length in it.
+  double hidden_by(const drawing::Rectangle& area) const;
+
+ private:
+  void add(const drawing::Record& record);
+
+  struct Piece {
+    drawing::Place from;
+    drawing::Place to;
+  };
+  std::vector<drawing::Rectangle> shapes_;
+  std::vector<Piece> pieces_;
+};
+
+struct FreePlace {
+  drawing::Place place;
+  double hidden = 0;  ///< by a box that stands there, see Obstacles
+};
 
 /// Where a box of that size hides least of what else the plot holds: in the
 /// preferred corner if that is free, else in another, else at the nearest free
 /// place between them. It keeps off the boxes that are `taken` if it can.
-drawing::Place freest_place(const ChartItem& plot, const TextSize& box, Corner preferred,
-                            const DrawingRecord& content,
-                            const std::vector<drawing::Rectangle>& taken);
+FreePlace freest_place(const ChartItem& plot, const TextSize& box, Corner preferred,
+                       const Obstacles& obstacles, const std::vector<drawing::Rectangle>& taken);
 
 }  // namespace tavlo

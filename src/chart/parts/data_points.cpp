@@ -1,6 +1,7 @@
 #include "chart/parts/data_points.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
@@ -54,6 +55,18 @@ bool is_within(std::int32_t at, const Extent& extent, double margin) {
 
 int size_of(const ChartMarker& marker) { return std::abs(int{marker.Size}); }
 
+/// Half way from one colour to another.
+std::int32_t between(std::int32_t a, std::int32_t b) {
+  std::int32_t mixed = 0;
+  for (const int shift : {0, 8, 16})
+    mixed |= (((a >> shift & 0xFF) + (b >> shift & 0xFF)) / 2) << shift;
+  return mixed;
+}
+
+std::int32_t paper_colour(const ChartItem& plot) {
+  return plot.Fill != 0 ? plot.FillColor : rgb(255, 255, 255);
+}
+
 /// From so many symbols on, those that nobody can tell apart are drawn once.
 std::vector<Place> drawn_places(std::vector<PlacedPoint> points, int size) {
   if (points.size() > crowd) points = first_of_each_cell(points, std::max(1, size / crowd_grain));
@@ -99,11 +112,28 @@ void draw_symbols(Recorder& recorder, const ChartMarker& marker, const SymbolSta
   for (const Place& place : places) stamp.draw(recorder, place);
 }
 
+ChartMarker look_in_crowd(const ChartMarker& marker, const ChartItem& plot, std::size_t points) {
+  constexpr double few = 100;  // points, which have the marker's own look
+  constexpr double smallest = 0.3;
+  const double factor =
+      std::clamp(std::pow(few / std::max(1.0, static_cast<double>(points)), 0.25), smallest, 1.0);
+  ChartMarker look = marker;
+  look.Size = static_cast<std::int16_t>(std::lround(size_of(marker) * factor));
+  if (factor < 1.0 && marker.SymbolWidth != 0)
+    look.SymbolWidth =
+        std::max(1, static_cast<std::int32_t>(std::lround(std::abs(marker.SymbolWidth * factor))));
+  if (points < std::size_t{crowd_of_points}) return look;
+  look.SymbolColor = look.FillColor = between(marker.SymbolColor, paper_colour(plot));
+  return look;
+}
+
 void draw_data_points(Canvas& canvas, const ChartMarker& marker, const DataSet& data) {
   if (!has_symbols(marker)) return;
-  const int size = size_of(marker);
-  draw_symbols(canvas.recorder, marker, SymbolStamp(marker.Symbol, size),
-               drawn_places(visible_points(canvas, marker, data), size));
+  const std::vector<PlacedPoint> points = visible_points(canvas, marker, data);
+  const ChartMarker look =
+      look_in_crowd(marker, canvas.chart.Boxes(chart_item::plot_box), points.size());
+  draw_symbols(canvas.recorder, look, SymbolStamp(look.Symbol, look.Size),
+               drawn_places(points, look.Size));
 }
 
 }  // namespace tavlo

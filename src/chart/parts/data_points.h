@@ -27,6 +27,14 @@ struct PlacedPoint {
 std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marker,
                                         const DataSet& data);
 
+/// From so many points on their outlines run together and hide what lies below.
+inline constexpr int crowd_of_points = 300;
+
+/// The marker as one of so many points: beyond a hundred they get smaller, down to 0.3
+/// of their size, and from `crowd_of_points` on they are plain dots of a colour half way to the
+/// paper's, so that a line above them is seen.
+ChartMarker look_in_crowd(const ChartMarker& marker, const ChartItem& plot, std::size_t points);
+
 /// Draws the rows with failures that have a place on the chart, in order. Points
 /// that fall on the same place are drawn once.
 void draw_data_points(Canvas& canvas, const ChartMarker& marker, const DataSet& data);

@@ -53,28 +53,41 @@ std::string entry_title(const Session& session, const std::vector<PlotSet>& sets
   return has_symbols(*set.marker) ? title + ", " + fit : fit;
 }
 
+bool shows_line(const PlotSet& set) { return set.fit && has_line(*set.marker); }
+
 bool shows_points(const Session& session, const PlotSet& set) {
   return has_symbols(*set.marker) && session.project.data(set.data_index).Count > 0;
 }
 
+/// The row's look in the crowd of its points, in the size of a single one.
+ChartMarker look_of(const Session& session, const Chart& chart, const PlotSet& set) {
+  const int count = session.project.data(set.data_index).Count;
+  ChartMarker look = look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box),
+                                   static_cast<std::size_t>(std::max(count, 0)));
+  look.Size = set.marker->Size;
+  return look;
+}
+
 /// Of a chart in plain words with one data set: what each line is and, last, how many
 /// points there are.
-std::vector<LegendEntry> plain_entries(const Session& session, const std::vector<PlotSet>& sets) {
+std::vector<LegendEntry> plain_entries(const Session& session, const Chart& chart,
+                                       const std::vector<PlotSet>& sets) {
   std::vector<LegendEntry> entries;
   for (const PlotSet& set : sets)
-    if (set.fit && has_line(*set.marker))
-      entries.push_back({&set, plain_fit_name(*set.fit), true, false});
+    if (shows_line(set)) entries.push_back({*set.marker, plain_fit_name(*set.fit), true, false});
   for (const PlotSet& set : sets)
     if (shows_points(session, set))
-      entries.push_back({&set, plain_totals(session.project.data(set.data_index)), false, true});
+      entries.push_back({look_of(session, chart, set),
+                         plain_totals(session.project.data(set.data_index)), false, true});
   return entries;
 }
 
-std::vector<LegendEntry> entries_of_rows(const Session& session, const std::vector<PlotSet>& sets) {
+std::vector<LegendEntry> entries_of_rows(const Session& session, const Chart& chart,
+                                         const std::vector<PlotSet>& sets) {
   std::vector<LegendEntry> entries;
   for (const PlotSet& set : sets) {
-    LegendEntry entry{&set, entry_title(session, sets, set), set.fit && has_line(*set.marker),
-                      shows_points(session, set)};
+    LegendEntry entry{look_of(session, chart, set), entry_title(session, sets, set),
+                      shows_line(set), shows_points(session, set)};
     if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
   }
   return entries;
@@ -132,19 +145,20 @@ std::vector<Rectangle> taken_areas(const Recorder& recorder) {
   return taken;
 }
 
-void place(Canvas& canvas, ChartItem& box, const DrawingRecord& content) {
+void place(Canvas& canvas, ChartItem& box, const Obstacles& content) {
   if (has_own_place(canvas.chart, chart_item::legend)) return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
   const Place at =
       freest_place(canvas.chart.Boxes(chart_item::plot_box), size, chart_style(canvas.chart).legend,
-                   content, taken_areas(canvas.recorder));
+                   content, taken_areas(canvas.recorder))
+          .place;
   box.Left = at.x;
   box.Top = at.y;
 }
 
 void draw_sample(Canvas& canvas, const LegendEntry& entry, double left, double middle,
                  double most_size) {
-  const ChartMarker& marker = *entry.set->marker;
+  const ChartMarker& marker = entry.look;
   const std::int32_t y = to_unit(middle);
   if (entry.has_line) {
     draw_marker_line(canvas, marker, {{to_unit(left), y}, {to_unit(left + sample_width), y}});
@@ -190,13 +204,13 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
   std::vector<LegendEntry> entries;
   if (mode == legend_mode::never) return entries;
   const bool is_plain = chart_style(chart).wording == Wording::plain && show_one_data_set(sets);
-  entries = is_plain ? plain_entries(session, sets) : entries_of_rows(session, sets);
+  entries = is_plain ? plain_entries(session, chart, sets) : entries_of_rows(session, chart, sets);
   if (mode != legend_mode::always && entries.size() < 2) entries.clear();
   return entries;
 }
 
 void draw_legend(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
-                 const DrawingRecord& content) {
+                 const Obstacles& content) {
   const auto entries = legend_entries(session, canvas.chart, sets);
   if (entries.empty()) return;
   Layout layout = layout_of(canvas, entries);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "chart/parts/crowding.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/record/canvas.h"
 
@@ -17,7 +18,7 @@ inline constexpr int always = 2;
 }  // namespace legend_mode
 
 struct LegendEntry {
-  const PlotSet* set = nullptr;
+  ChartMarker look;  ///< of line and symbol
   std::string title;
   bool has_line = false;
   bool has_symbol = false;
@@ -33,12 +34,11 @@ ChartItem with_readable_colours(ChartItem item);
 std::vector<LegendEntry> legend_entries(const Session& session, const Chart& chart,
                                         const std::vector<PlotSet>& sets);
 
-/// Draws the entries in a box, one line each, and notes its area. It comes last, so
-/// that it can be read wherever it stands. A legend that
+/// Draws the entries in a box, one line each, and notes its area. A legend that
 /// the user hasn't moved (`Left` and `Top` are 0) stands in the lower right of the
 /// plot box, or elsewhere when it would hide points or lines there. Letters and
 /// lines shrink where the plot hasn't the room.
 void draw_legend(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
-                 const DrawingRecord& content);
+                 const Obstacles& content);
 
 }  // namespace tavlo

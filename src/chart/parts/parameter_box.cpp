@@ -120,18 +120,48 @@ void cut_to_plot(ParameterTable& table, const Layout& layout, const ChartItem& p
   table.lines.emplace_back().cells[table_column::label] = "\u2026";
 }
 
-/// The record's place; the factory's, on the plot's corner, means a free place.
-void place(const Canvas& canvas, ChartItem& box, const Layout& layout, std::size_t lines,
-           const DrawingRecord& content) {
+/// The box in one size of letters, and where it would stand.
+struct Setting {
+  ChartItem box;
+  Layout layout;
+  double hidden = 0;  ///< of the points and lines
+};
+
+/// At the record's place; the factory's, on the plot's corner, means a free place.
+void place(const Canvas& canvas, Setting& setting, std::size_t lines, const Obstacles& content) {
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
-  box.Width = to_unit(layout.width + 2 * padding);
-  box.Height = to_unit(height_of(layout, lines));
+  ChartItem& box = setting.box;
+  box.Width = to_unit(setting.layout.width + 2 * padding);
+  box.Height = to_unit(height_of(setting.layout, lines));
   if (has_own_place(canvas.chart, chart_item::parameter_box))
     return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
-  const Place at = freest_place(plot, size, chart_style(canvas.chart).parameters, content, {});
-  box.Left = at.x;
-  box.Top = at.y;
+  const FreePlace at = freest_place(plot, size, chart_style(canvas.chart).parameters, content, {});
+  box.Left = at.place.x;
+  box.Top = at.place.y;
+  setting.hidden = at.hidden;
+}
+
+Setting setting_of(Canvas& canvas, ParameterTable& table, float font, const Obstacles& content) {
+  Setting setting{canvas.chart.Boxes(chart_item::parameter_box), {}, 0};
+  setting.box.FontSize = font;
+  setting.layout = layout_of(canvas, table, setting.box);
+  cut_to_plot(table, setting.layout, canvas.chart.Boxes(chart_item::plot_box));
+  place(canvas, setting, table.lines.size(), content);
+  return setting;
+}
+
+/// Letters shrink to an easily read size where the box would hide less for it.
+Setting best_setting(Canvas& canvas, ParameterTable& table, const Obstacles& content) {
+  constexpr float step = 0.9F;
+  constexpr float easily_read = 9;
+  const float largest = fitting_font(canvas, table);
+  Setting best = setting_of(canvas, table, largest, content);
+  for (float font = largest * step; best.hidden > 0 && font >= easily_read; font *= step) {
+    Setting smaller = setting_of(canvas, table, font, content);
+    if (smaller.hidden < best.hidden) best = std::move(smaller);
+  }
+  return best;
 }
 
 void draw_cell(Recorder& recorder, const ParameterTable& table, const Layout& layout,
@@ -191,17 +221,13 @@ ParameterTable table_of(const Canvas& canvas, const Session& session,
 }  // namespace
 
 void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
-                        const DrawingRecord& content) {
+                        const Obstacles& content) {
   ParameterTable table = table_of(canvas, session, sets);
   if (table.lines.empty()) return;
-  ChartItem box = canvas.chart.Boxes(chart_item::parameter_box);
-  box.FontSize = fitting_font(canvas, table);
-  const Layout layout = layout_of(canvas, table, box);
-  cut_to_plot(table, layout, canvas.chart.Boxes(chart_item::plot_box));
+  const auto& [box, layout, hidden] = best_setting(canvas, table, content);
   for (TableLine& line : table.lines)
     for (std::string* text : {&line.heading, &line.remark})
       *text = cut_to_width(canvas.text_measure, *text, box, layout.width, width_per_point);
-  place(canvas, box, layout, table.lines.size(), content);
   canvas.recorder.note_area(chart_item::parameter_box, area_of(box));
   draw_box(canvas.recorder, box);
   draw_rules(canvas, table, box, layout);

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "chart/parts/crowding.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/record/canvas.h"
 
@@ -13,8 +14,9 @@ namespace tavlo {
 /// quality. At most 50 lines; nothing when no fit is on the chart. A box that
 /// the user hasn't moved goes to the place in the plot where the least of
 /// `content`, the points and lines of the chart, would be hidden. Notes its area.
-/// Letters shrink where the table is longer than the plot.
+/// Letters shrink where the table is longer than the plot, and where a smaller box
+/// hides less.
 void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
-                        const DrawingRecord& content);
+                        const Obstacles& content);
 
 }  // namespace tavlo

@@ -190,6 +190,8 @@ SymbolStamp::SymbolStamp(int symbol, int size) {
 }
 
 void SymbolStamp::draw(Recorder& recorder, Place centre) const {
+  if (parts_.empty()) return;
+  recorder.add(Symbol{centre, static_cast<std::int32_t>(parts_.size())});
   for (const Record& part : parts_) recorder.add(moved(part, centre));
 }
 

@@ -22,7 +22,7 @@ class SymbolStamp {
 
   /// Draws with the pen and brush that are selected.
   void draw(Recorder& recorder, drawing::Place centre) const;
-  std::size_t record_count() const { return parts_.size(); }
+  std::size_t record_count() const { return parts_.size() + 1; }
 
  private:
   std::vector<drawing::Record> parts_;  // around the origin

@@ -107,6 +107,14 @@ struct Polygon {
   friend bool operator==(const Polygon&, const Polygon&) = default;
 };
 
+/// The next `parts` records are one symbol around its centre. A drawing may be
+/// stretched, a symbol keeps its form: a circle stays one.
+struct Symbol {
+  Place centre;
+  std::int32_t parts = 0;
+  friend bool operator==(const Symbol&, const Symbol&) = default;
+};
+
 struct Text {
   Place place;
   std::string utf8;
@@ -115,7 +123,7 @@ struct Text {
 
 using Record = std::variant<TransparentBackground, CreatePen, CreateBrush, CreateFont, SelectObject,
                             DeleteObject, SetTextAlign, SetTextColour, Rectangle, Ellipse, Polyline,
-                            Polygon, Text>;
+                            Polygon, Symbol, Text>;
 
 }  // namespace tavlo::drawing
 

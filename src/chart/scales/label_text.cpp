@@ -173,11 +173,11 @@ std::vector<AxisLabel> axis_labels(const ChartAxis& axis, int code, const ScaleP
                                    Limits limits) {
   Form form = form_of(axis, code, points, "0%");
   std::vector<AxisLabel> labels = distinct_labels(points, form);
-  if (!is_evenly_spaced(points))
-    is_probability_scale(code) ? put_middle_first(labels) : put_decades_first(labels);
+  if (!is_evenly_spaced(points) && is_probability_scale(code)) put_middle_first(labels);
   const bool is_general = axis.Label.Text2.empty() && !is_probability_scale(code);
   for (const double limit : {limits.low, limits.high})
     labels.push_back({limit, label_of_limit(form, is_general, code, limit, limits)});
+  if (!is_evenly_spaced(points) && !is_probability_scale(code)) put_decades_first(labels);
   return labels;
 }
 

@@ -49,6 +49,13 @@ double base_below(double min, double step) {
   return base > min ? base - step : base;
 }
 
+/// Whether a tick stands between the limits, and not on one but for the noise of binary
+/// fractions: -0.01 + 15 x 0.001 is a little below 0.005.
+bool is_between(double value, double min, double max, double step) {
+  const double noise = 1e-9 * step;
+  return value > min + noise && value < max - noise;
+}
+
 /// Walks of a step that rounding swallows would never end.
 void check_advance(double base, double step) {
   if (!std::isfinite(base) || !(base + step > base)) fail();
@@ -59,7 +66,7 @@ Slots<double> majors(double base, double step, double min, double max) {
   Slots<double> list;
   list(0) = base;
   for (double k = 1; base + k * step < max; ++k)
-    if (base + k * step > min) list.push_back(base + k * step);
+    if (is_between(base + k * step, min, max, step)) list.push_back(base + k * step);
   return list;
 }
 
@@ -82,7 +89,7 @@ void add_lesser(ScalePoints& points, const Division& division, double min, doubl
   points.minor(0) = division.step;
   for (int i = 0; base + i * division.step < max; ++i) {
     const double value = base + i * division.step;
-    if (value <= min || i % division.major == 0) continue;
+    if (!is_between(value, min, max, division.step) || i % division.major == 0) continue;
     (i % division.medium == 0 ? points.medium : points.minor).push_back(value);
   }
 }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <cmath>
 
+#include "chart/compose/zoom.h"
 #include "workspace/chart/chart_overlay.h"
 
 namespace tavlo {
@@ -12,8 +13,7 @@ using drawing::Place;
 void ZoomDrag::finish() {
   const QPointF size = at() - from();
   if (std::abs(size.x()) < shortest_drag || std::abs(size.y()) < shortest_drag) return;
-  if (stage_.zoom().push(stage_.chart(), stage_.place(from()), stage_.place(at())))
-    stage_.announce_change();
+  if (zoom_in(stage_.chart(), stage_.place(from()), stage_.place(at()))) stage_.announce_change();
 }
 
 void ZoomDrag::paint(QPainter& painter) const {

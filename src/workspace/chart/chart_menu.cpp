@@ -1,6 +1,7 @@
 #include "workspace/chart/chart_menu.h"
 
 #include "chart/parts/movable_boxes.h"
+#include "chart/scales/chart_view.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -69,7 +70,7 @@ void ChartMenu::add_exits(const FrameEntries& frame) {
 
 void ChartMenu::show_state() {
   const MovablePart part = chart_.selected();
-  zoom_back_->setEnabled(chart_.stage().zoom().depth() > 0);
+  zoom_back_->setEnabled(zoom_depth(chart_.stage().chart()) > 0);
   edit_->setEnabled(part.is_mark());
   delete_->setEnabled(part.is_mark());
   free_->setEnabled(part.is_box() && has_own_place(chart_.stage().chart(), part.index));

@@ -5,6 +5,7 @@
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
 #include "chart/record/canvas.h"
+#include "painter/player.h"
 
 namespace tavlo {
 
@@ -14,33 +15,22 @@ namespace {
 
 constexpr double snapping_reach = 10;  // pixels
 
-QRectF target_in(const QSizeF& view, const DrawingRecord& drawing) {
-  constexpr double least_stretch = 0.85;
-  constexpr double most_stretch = 1.3;
-  if (drawing.width <= 0 || drawing.height <= 0) return {};
-  const double shape = static_cast<double>(drawing.width) / drawing.height;
-  const double width = std::min(view.width(), view.height() * shape * most_stretch);
-  const double height = std::min(view.height(), width / (shape * least_stretch));
-  return {(view.width() - width) / 2, (view.height() - height) / 2, width, height};
-}
-
 }  // namespace
 
 bool ChartStage::compose_if_changed() {
   if (!changed_) return false;
   changed_ = false;
   readout_.reset();
-  zoom_.forget_if_changed(chart());
   SetAutoScale(session_, chart());
   drawing_ = fl_Make_WMF(session_, index_);
   ++compositions_;
-  target_ = target_in(view_, drawing_);
+  target_ = chart_area(QRectF(QPointF(), view_), drawing_);
   return true;
 }
 
 void ChartStage::set_view(const QSizeF& view) {
   view_ = view;
-  target_ = target_in(view_, drawing_);
+  target_ = chart_area(QRectF(QPointF(), view_), drawing_);
 }
 
 QPointF ChartStage::pixel(Place place) const {

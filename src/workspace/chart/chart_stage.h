@@ -9,7 +9,6 @@
 #include <optional>
 
 #include "chart/compose/readout.h"
-#include "chart/compose/zoom.h"
 #include "chart/record/drawing_record.h"
 #include "project/session.h"
 
@@ -23,7 +22,6 @@ class ChartStage {
   int index() const { return index_; }
   Chart& chart() { return session_.project.charts(index_); }
   const Chart& chart() const { return session_.project.charts(index_); }
-  ZoomStack& zoom() { return zoom_; }
 
   /// Tells all who show the chart that it isn't what it was.
   void announce_change() { session_.ports.views.chart_changed(index_); }
@@ -57,7 +55,6 @@ class ChartStage {
   DrawingRecord drawing_;
   QSizeF view_;
   QRectF target_;
-  ZoomStack zoom_;
   std::unique_ptr<Readout> readout_;  // of the drawing at hand, made when first asked
   bool changed_ = true;
   int compositions_ = 0;

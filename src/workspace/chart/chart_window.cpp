@@ -5,7 +5,9 @@
 #include <QPainter>
 
 #include "chart/compose/reading_text.h"
+#include "chart/compose/zoom.h"
 #include "chart/parts/movable_boxes.h"
+#include "chart/scales/chart_view.h"
 #include "painter/player.h"
 #include "project/chart_looks.h"
 #include "workspace/chart/chart_overlay.h"
@@ -82,23 +84,23 @@ void ChartWindow::set_zooming(bool on) {
     return take(ChartTool::zoom, tr("Drag a rectangle to zoom in; Backspace goes a step "
                                     "back, Esc puts the cross away"));
   take(ChartTool::pointer, {});
-  if (stage_.zoom().all_out(stage_.chart())) stage_.announce_change();
+  if (end_zoom(stage_.chart())) stage_.announce_change();
 }
 
 void ChartWindow::zoom_in() {
   const QRectF plot = stage_.plot_area();
   const QPointF half = QPointF(plot.width(), plot.height()) / 4;
-  if (stage_.zoom().push(stage_.chart(), stage_.place(plot.center() - half),
-                         stage_.place(plot.center() + half)))
+  if (tavlo::zoom_in(stage_.chart(), stage_.place(plot.center() - half),
+                     stage_.place(plot.center() + half)))
     stage_.announce_change();
 }
 
 void ChartWindow::zoom_back() {
-  if (stage_.zoom().pop(stage_.chart())) stage_.announce_change();
+  if (tavlo::zoom_back(stage_.chart())) stage_.announce_change();
 }
 
 void ChartWindow::zoom_to_automatic() {
-  stage_.zoom().to_automatic(stage_.chart());
+  follow_data(stage_.chart());
   stage_.announce_change();
 }
 

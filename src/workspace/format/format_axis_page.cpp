@@ -1,7 +1,6 @@
 #include "workspace/format/format_axis_page.h"
 
-#include "chart/scales/plot_coordinates.h"
-#include "chart/scales/scale_choice.h"
+#include "chart/scales/chart_view.h"
 #include "life/models.h"
 #include "workspace/qt/qt_text.h"
 
@@ -44,12 +43,30 @@ void AxisPage::add_limits() {
   add_group(tr("Scale"));
   QWidget* scale = choice(named("Scale"),
                           {[this](Chart& chart) { return code_of(index_, at_(chart)); },
-                           [this](Chart& chart, int code) { choose_scale(at_(chart), code); }},
+                           [this](Chart& chart, int code) { choose_scale(chart, index_, code); }},
                           scales_of(index_));
   connect(static_cast<QComboBox*>(scale), &QComboBox::activated, this, [this] { show_chart(); });
   add_row(tr("&Scale"), {scale});
   add_limit(tr("M&inimum"), named("Min"), &ChartAxis::Min, &ChartAxis::AutoMin);
   add_limit(tr("M&aximum"), named("Max"), &ChartAxis::Max, &ChartAxis::AutoMax);
+  const At<ChartItem> label = [at = at_](Chart& chart) -> ChartItem& { return at(chart).Label; };
+  add_row(
+      tr("&Limits"),
+      {choice(named("Limits"), plain_field<int>(label, &ChartItem::Int4),
+              {{limit_rule::fit_to_data, tr("fit to data")}, {limit_rule::stated, tr("stated")}})});
+}
+
+Field<double> AxisPage::limit_field(double ChartAxis::*limit) const {
+  return {number_field(at_, limit).get, [index = index_, limit](Chart& chart, double value) {
+            set_limit(chart, index, limit, value);
+          }};
+}
+
+Field<bool> AxisPage::automatic_field(bool ChartAxis::*automatic) const {
+  return {plain_field<bool>(at_, automatic).get,
+          [index = index_, automatic](Chart& chart, bool on) {
+            set_automatic(chart, index, automatic, on);
+          }};
 }
 
 void AxisPage::add_limit(const QString& caption, const QString& name, double ChartAxis::*limit,
@@ -57,9 +74,9 @@ void AxisPage::add_limit(const QString& caption, const QString& name, double Cha
   const auto is_possible = [this](double value) {
     return is_limit(code_of(index_, axis()), value);
   };
-  limits_.push_back(&keep(name, new NumberEditor(draft(), number_field(at_, limit), is_possible)));
+  limits_.push_back(&keep(name, new NumberEditor(draft(), limit_field(limit), is_possible)));
   QWidget* flag =
-      check(name + QStringLiteral("_Auto"), tr("Automatic"), plain_field<bool>(at_, automatic));
+      check(name + QStringLiteral("_Auto"), tr("Automatic"), automatic_field(automatic));
   connect(static_cast<QAbstractButton*>(flag), &QAbstractButton::clicked, this,
           [this] { enable_limits(); });
   add_row(caption, {limits_.back()->widget(), flag});

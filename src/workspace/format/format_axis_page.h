@@ -21,6 +21,8 @@ class AxisPage : public FormatPage {
   void add_limits();
   void add_limit(const QString& caption, const QString& name, double ChartAxis::*limit,
                  bool ChartAxis::*automatic);
+  Field<double> limit_field(double ChartAxis::*limit) const;
+  Field<bool> automatic_field(bool ChartAxis::*automatic) const;
   void add_labels();
   void add_grid();
   void enable_limits();

@@ -17,17 +17,10 @@ QSizeF page_of(const QPrinter& printer) {
   return printer.pageLayout().paintRectPixels(printer.resolution()).size();
 }
 
-QRectF in_the_middle(const QSizeF& page, const QSizeF& size) {
-  const QSizeF rest = page - size;
-  return {QPointF(rest.width() / 2, rest.height() / 2), size};
-}
-
 bool print_drawing(QPrinter& printer, const DrawingRecord& drawing) {
   QPainter painter;
   if (drawing.width <= 0 || drawing.height <= 0 || !painter.begin(&printer)) return false;
-  const QSizeF page = page_of(printer);
-  const QSizeF shape(drawing.width, drawing.height);
-  PlayChart(painter, drawing, in_the_middle(page, shape.scaled(page, Qt::KeepAspectRatio)));
+  PlayChart(painter, drawing, QRectF(QPointF(), page_of(printer)));
   return painter.end();
 }
 

@@ -6,9 +6,10 @@
 #include <limits>
 #include <random>
 
+#include "chart/chart_world.h"
+#include "chart/scales/chart_view.h"
 #include "chart/scales/plot_coordinates.h"
 #include "life/models.h"
-#include "support/test_world.h"
 
 namespace tavlo {
 namespace {
@@ -40,8 +41,7 @@ TEST(Zoom, TheRectangleFillsThePlot) {
       const ChartItem& plot = chart.Boxes(chart_item::plot_box);
       const double low = AxisMap::x(errors, plot, chart.Axes(0)).read(std::min(a.x, b.x));
       const double high = AxisMap::y(errors, plot, chart.Axes(1)).read(std::min(a.y, b.y));
-      ZoomStack stack;
-      ASSERT_TRUE(stack.push(chart, a, b));
+      ASSERT_TRUE(zoom_in(chart, a, b));
       EXPECT_EQ(AxisMap::x(errors, plot, chart.Axes(0))(low), 1250);
       EXPECT_EQ(AxisMap::y(errors, plot, chart.Axes(1))(high), 650);
       EXPECT_FALSE(chart.Axes(0).AutoMin || chart.Axes(1).AutoMax);
@@ -58,26 +58,66 @@ TEST(Zoom, EachStepIsUndone) {
     chart.Axes(0).AutoMin = false;
     chart.Axes(1).Min = -7;  // guarded when drawn, kept in the record
     const Chart first = chart;
-    ZoomStack stack;
     std::vector<Chart> seen;
     for (int i = 0; i < 40; ++i) {
       seen.push_back(chart);
-      if (!stack.push(chart, {x(generator), y(generator)}, {x(generator), y(generator)}, 50)) {
+      if (!zoom_in(chart, {x(generator), y(generator)}, {x(generator), y(generator)}, 50)) {
         EXPECT_EQ(chart, seen.back()) << "refused, so nothing changes";
         seen.pop_back();
       }
     }
-    ASSERT_EQ(stack.depth(), seen.size());
+    ASSERT_EQ(zoom_depth(chart), seen.size());
     ASSERT_GE(seen.size(), 3u);
     for (; seen.size() > 1; seen.pop_back()) {
-      ASSERT_TRUE(stack.pop(chart));
+      ASSERT_TRUE(zoom_back(chart));
       ASSERT_EQ(chart, seen.back());
     }
-    EXPECT_TRUE(stack.all_out(chart));
+    EXPECT_TRUE(end_zoom(chart));
     EXPECT_EQ(chart, first);
-    EXPECT_FALSE(stack.pop(chart));
-    EXPECT_FALSE(stack.all_out(chart));
+    EXPECT_FALSE(zoom_back(chart));
+    EXPECT_FALSE(end_zoom(chart));
   }
+}
+
+// Another paper shows what it would have shown without the zoom.
+TEST(Zoom, AnotherPaperEndsIt) {
+  for (const auto& from : papers) {
+    for (const auto& to : papers) {
+      if (from[0] == to[0] && from[1] == to[1]) continue;
+      test::ChartWorld here;
+      here.show(test::ranked(test::published_times()));
+      const auto change_paper = [&] {
+        choose_scale(here.chart(), 0, to[0]);
+        choose_scale(here.chart(), 1, to[1]);
+        SetAutoScale(here.session, here.chart());
+      };
+      choose_scale(here.chart(), 0, from[0]);
+      choose_scale(here.chart(), 1, from[1]);
+      SetAutoScale(here.session, here.chart());
+      const Chart first = here.chart();
+      change_paper();
+      const Chart expected = here.chart();
+      here.chart() = first;
+      ASSERT_TRUE(zoom_in(here.chart(), {3000, 1500}, {5000, 2000}));
+      ASSERT_TRUE(zoom_in(here.chart(), {3000, 1500}, {5000, 2000}));
+      change_paper();
+      EXPECT_EQ(here.chart(), expected) << from[0] << " " << from[1] << " to " << to[0];
+      EXPECT_EQ(zoom_depth(here.chart()), 0u);
+    }
+  }
+}
+
+// What somebody sets in the middle of a zoom is not taken back by it.
+TEST(Zoom, LimitsThatAreSetEndItWhereItStands) {
+  Chart chart = on_paper(papers[0]);
+  ASSERT_TRUE(zoom_in(chart, {3000, 1500}, {5000, 2000}));
+  const double top = chart.Axes(1).Max;
+  set_limit(chart, 1, &ChartAxis::Max, top);
+  EXPECT_EQ(zoom_depth(chart), 1u) << "no change";
+  set_limit(chart, 0, &ChartAxis::Min, 7);
+  EXPECT_FALSE(end_zoom(chart));
+  EXPECT_EQ(chart.Axes(0).Min, 7);
+  EXPECT_EQ(chart.Axes(1).Max, top);
 }
 
 }  // namespace

@@ -34,5 +34,25 @@ TEST(DataPoints, OnTheFrameAreSeen) {
             (std::vector<Place>{{1250, 5150}, {1250, 650}, {9250, 5150}, {9250, 650}}));
 }
 
+// The more points the smaller, and the paler beside the line.
+TEST(DataPoints, SizeAndFillFollowTheirNumber) {
+  ChartMarker marker;
+  ChartItem plot;
+  plot.FillColor = rgb(255, 255, 255);
+  EXPECT_EQ(look_in_crowd(marker, plot, 100), marker);
+  int last = marker.Size;
+  for (const std::size_t points : {101u, 200u, 1000u, 5000u, 10000u}) {
+    const ChartMarker look = look_in_crowd(marker, plot, points);
+    EXPECT_LE(look.Size, last) << points;
+    EXPECT_EQ(look.LineColor, marker.LineColor);
+    last = look.Size;
+  }
+  EXPECT_LT(last, 60);
+  const ChartMarker crowd = look_in_crowd(marker, plot, 10000000);
+  EXPECT_GT(crowd.Size, 40) << "never too small to be seen";
+  EXPECT_EQ(crowd.FillColor, rgb(127, 127, 127)) << "half way from black to white";
+  EXPECT_EQ(crowd.SymbolColor, crowd.FillColor) << "no outline";
+}
+
 }  // namespace
 }  // namespace tavlo

@@ -70,5 +70,27 @@ TEST(LabelText, AwkwardLimitsKeepShortLabels) {
         EXPECT_LE(text.size(), longest) << text;
 }
 
+TEST(LabelText, NoTextStandsTwice) {
+  for (const double end : {0.005, 0.3, 0.7, 5.0, 0.0011, 35.0, 1e-7})
+    for (const double low : {-end, 0.0, -2 * end}) {
+      const Limits limits{low, end};
+      std::vector<std::string> texts =
+          label_texts(x_scale::linear, limits, points_of(x_scale::linear, limits));
+      std::sort(texts.begin(), texts.end());
+      EXPECT_EQ(std::adjacent_find(texts.begin(), texts.end()), texts.end()) << low << " " << end;
+    }
+}
+
+// 800 would leave no room for the 1000 at the end of the axis.
+TEST(LabelText, EndsOfDecadesComeBeforeTheTicksBetween) {
+  const Limits limits{10, 1000};
+  const auto labels = axis_labels({}, x_scale::log, points_of(x_scale::log, limits), limits);
+  std::vector<double> values;
+  for (const AxisLabel& label : labels) values.push_back(label.value);
+  values.resize(3);
+  std::sort(values.begin(), values.end());
+  EXPECT_EQ(values, (std::vector<double>{10, 100, 1000}));
+}
+
 }  // namespace
 }  // namespace tavlo
