@@ -3,8 +3,10 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <functional>
 
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/chart_shape.h"
@@ -70,6 +72,23 @@ FileResult write_picture(Session& session, const DrawingRecord& drawing, const s
   return made ? session.ports.file_system.write_whole(path, bytes) : made;
 }
 
+/// A metafile has a size of its own.
+bool is_metafile(const std::string& path) { return extension(path) == ".wmf"; }
+
+/// Draws chart 1, where one of the paths is wanted, and writes it to each of these.
+std::optional<std::string> write_each(Session& session, const std::vector<std::string>& paths,
+                                      const std::function<bool(const std::string&)>& is_wanted,
+                                      const PixelSize& size) {
+  if (std::none_of(paths.begin(), paths.end(), is_wanted)) return std::nullopt;
+  const DrawingRecord drawing = fl_Make_WMF(session, 1);
+  for (const std::string& path : paths) {
+    if (!is_wanted(path)) continue;
+    if (const FileResult written = write_picture(session, drawing, path, size); !written)
+      return path + ": " + written.message;
+  }
+  return std::nullopt;
+}
+
 /// A further plot set for fit `slot`. It has no symbols, the data stand on the chart
 /// once; the factory looks have ten colours, dashes tell the next ten lines from them.
 void show_further_fit(Session& session, Chart& chart, int slot) {
@@ -103,16 +122,9 @@ void show_on_chart(Session& session, const std::string& title, Paper paper) {
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {
   SetAutoScale(session, session.project.charts(1));
-  const DrawingRecord stated = fl_Make_WMF(session, 1);
+  if (const auto fault = write_each(session, paths, is_metafile, size)) return fault;
   give_shape(session.project.charts(1), size.width, size.height);
-  const DrawingRecord shaped = fl_Make_WMF(session, 1);
-  for (const std::string& path : paths) {
-    // A metafile has a size of its own.
-    const DrawingRecord& drawing = extension(path) == ".wmf" ? stated : shaped;
-    if (const FileResult written = write_picture(session, drawing, path, size); !written)
-      return path + ": " + written.message;
-  }
-  return std::nullopt;
+  return write_each(session, paths, std::not_fn(is_metafile), size);
 }
 
 }  // namespace tavlo::cli

@@ -111,5 +111,23 @@ TEST_F(ChartCommand, WritesEveryFormat) {
     }
 }
 
+// Letters have the size that suits the whole picture; a metafile has a size of its own.
+TEST_F(ChartCommand, AnyShapeOfPictureHasLettersOfOneSize) {
+  std::string metafile, letters;
+  for (const std::string size : {"600x600", "400x900", "900x400"}) {
+    ASSERT_EQ(folder.shell("$CLI chart " + data_file + " c.wmf --size " + size).code, 0);
+    if (metafile.empty()) metafile = folder.read("c.wmf");
+    EXPECT_EQ(folder.read("c.wmf"), metafile) << size;
+#ifdef TAVLO_WITH_PICTURES
+    ASSERT_EQ(folder.shell("$CLI chart " + data_file + " c.svg --size " + size).code, 0);
+    const std::string svg = folder.read("c.svg");
+    const std::size_t at = svg.find("font-size=\"", svg.find("<text"));
+    const std::string first = svg.substr(at, svg.find('"', at + 11) - at);
+    if (letters.empty()) letters = first;
+    EXPECT_EQ(first.substr(0, 13), letters.substr(0, 13)) << size;
+#endif
+  }
+}
+
 }  // namespace
 }  // namespace tavlo

@@ -51,6 +51,22 @@ TEST_F(FittedLimitsTest, AProbabilityAxisEndsAboveTheLargestRank) {
   }
 }
 
+TEST_F(FittedLimitsTest, HostileRangesEnd) {
+  const double values[] = {-1e290, -5, -5e-324, 0, 5e-324, 1e-300, 1, 1e9, 1e9 + 1e-6, 1e290};
+  for (const double low : values)
+    for (const double high : values)
+      for (const int code : {x_scale::linear, x_scale::log, y_scale::weibull, y_scale::normal}) {
+        if (!(low < high)) continue;
+        try {
+          const Limits found = fitted_limits(world.session.errors, code, {low, high}, zone);
+          EXPECT_TRUE(found.low < found.high && std::isfinite(found.high - found.low))
+              << code << " " << low << " " << high;
+        } catch (const RunTimeError& error) {
+          EXPECT_EQ(error.number(), run_time::overflow);
+        }
+      }
+}
+
 TEST_F(FittedLimitsTest, NewChartsFitTheStatedRoutineKeepsItsOwn) {
   test::ChartWorld here;
   std::vector<test::Point> points;
