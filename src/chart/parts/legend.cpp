@@ -120,7 +120,7 @@ Layout layout_of(Canvas& canvas, const std::vector<LegendEntry>& entries) {
     title = cut_to_width(canvas.text_measure, title, layout.item, widest * plot.Width - beside);
     width = std::max(width, text_size(canvas.text_measure, title, layout.item).width);
   }
-  layout.item.Width = to_unit(beside + width);
+  layout.item.Width = to_unit(beside + width * chart_style(canvas.chart).legend_slack);
   layout.item.Height =
       to_unit(2 * padding + layout.line_height * static_cast<double>(layout.titles.size()));
   return layout;
