@@ -54,7 +54,7 @@ std::string entry_title(const Session& session, const std::vector<PlotSet>& sets
 }
 
 bool shows_points(const Session& session, const PlotSet& set) {
-  return has_symbols(*set.marker) && session.project.data(set.data_index).Count > 0;
+  return has_symbols(*set.marker) && session.project.data(set.data_index).sample().size() > 0;
 }
 
 /// Of a chart in plain words with one data set: what each line is and, last, how many
@@ -66,7 +66,8 @@ std::vector<LegendEntry> plain_entries(const Session& session, const std::vector
       entries.push_back({&set, plain_fit_name(*set.fit), true, false});
   for (const PlotSet& set : sets)
     if (shows_points(session, set))
-      entries.push_back({&set, plain_totals(session.project.data(set.data_index)), false, true});
+      entries.push_back(
+          {&set, plain_totals(session.project.data(set.data_index).sample()), false, true});
   return entries;
 }
 
