@@ -10,6 +10,7 @@
 #include "chart/parts/fit_line.h"
 #include "chart/record/canvas.h"
 #include "life/models.h"
+#include "project/ranking.h"
 
 namespace tavlo {
 namespace {
@@ -23,16 +24,11 @@ DataSet weibull_sample(int count) {
   std::weibull_distribution<double> sample(2, 1000);
   std::vector<double> times;
   for (int i = 0; i < count; ++i) times.push_back(sample(generator));
-  std::sort(times.begin(), times.end());
-  DataSet data = fuStandardData();
-  data.Count = count;
-  data.Points.resize(count);
-  for (int i = 1; i <= count; ++i) {
-    DataPoint& point = data.Points(i);
-    point.X = static_cast<float>(times[static_cast<std::size_t>(i) - 1]);
-    point.Y = static_cast<float>((i - 0.3) / (count + 0.4));
-    point.Fails = 1;
-  }
+  std::vector<test::Point> points;
+  for (const double time : times) points.push_back({time});
+  DataSet data = test::make_data(points);
+  UnheardReports reports;
+  Make_Ranks(reports.errors, true, data);
   return data;
 }
 

@@ -10,7 +10,9 @@
 
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
+#include "chart/compose/unheard_reports.h"
 #include "painter/player.h"
+#include "project/ranking.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -26,7 +28,8 @@ DataSet sample(int count) {
   std::vector<test::Point> points;
   for (const double time : times) points.push_back({time});
   DataSet data = test::make_data(points);
-  for (int i = 1; i <= count; ++i) data.Points(i).Y = static_cast<float>((i - 0.3) / (count + 0.4));
+  UnheardReports reports;
+  Make_Ranks(reports.errors, true, data);
   return data;
 }
 

@@ -53,14 +53,14 @@ constexpr std::array<TableRow, 13> note_table = {{
     {"counted-rows",
      "failures counted on one row (100x3) share one plotting position; listed one by one they "
      "rank differently, and this regression with them"},
-    {"population-not-reached",
-     "no failure reaches population {0}: its life is not determined"},
+    {"population-not-reached", "no failure reaches population {0}: its life is not determined"},
     {"likelihood-for-one-mode",
      "failure mode {mode} has {1 failure} at one time only, and is fitted by maximum likelihood"},
     {"mode-not-fitted", "failure mode {mode} is not fitted: {reason}"},
     {"modes-left-out", "the answers for the life as a whole leave out failure mode {modes}"},
     {"fewer-points",
-     "the failures give only {0} points for {1} parameters: some curve goes through them all, which "
+     "the failures give only {0} points for {1} parameters: some curve goes through them all, "
+     "which "
      "proves nothing"},
     {"better-beyond-fence",
      "a population of fewer than two failures, or parameters that run off to a limit, would fit "

@@ -89,10 +89,10 @@ std::string mode_line(ErrorReporter& reporter, const ModeFit& mode, const DataSe
 }
 
 /// The name of the fit, the units and, of a fit of all modes together, its quality.
-std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const DataPoint& summary,
+std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const Sample& sample,
                        int digits) {
-  const std::string units = fit.Label + tab + "N= " + number_text(summary.Fails + summary.Susps) +
-                            " /S= " + number_text(summary.Susps) + line_end;
+  const std::string units = fit.Label + tab + "N= " + number_text(sample.total_failures + sample.total_suspensions) +
+                            " /S= " + number_text(sample.total_suspensions) + line_end;
   if (!fit.modes.empty()) return units;
   return units + quality_words(reporter, fit.Method, fit.Quality, digits);
 }
@@ -106,7 +106,7 @@ std::string note_lines(const FitResult& fit, const DataSet& data) {
 std::string entry_body(Session& session, const FitResult& fit, const DataSet& data) {
   ErrorReporter& reporter = session.errors;
   const int digits = session.settings.DigitsLog;
-  std::string text = head_lines(reporter, fit, data.Points(0), digits);
+  std::string text = head_lines(reporter, fit, data.sample(), digits);
   const bool populations = shows_populations(fit);
   if (populations) text += population_block(fit, digits);
   for (int i = 1; i <= last_row(fit); ++i) {
@@ -268,9 +268,7 @@ bool is_out_of_date_at(const Session& session, int fit_index, int grid_row) {
   const FitSet& fits = session.project.fits(fit_index);
   const int slot = slot_at(fits, grid_row);
   if (slot == 0) return false;
-  const int sheet = session.gFitForm(fit_index)->data_index;
-  return !session.gDataForm(sheet)->bclean ||
-         !is_current(fits.Fits(slot), data_of(session, fit_index));
+  return is_out_of_date(fits.Fits(slot), data_of(session, fit_index));
 }
 
 }  // namespace tavlo

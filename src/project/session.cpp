@@ -63,10 +63,10 @@ int New_frm_Data(Session& session) {
     DataSet data = fuStandardData();
     data.UniqueId = unused_id(session);
     data.Title = "Data" + std::to_string(index);
-    auto sheet = std::make_unique<DataSheet>(session.errors, session.settings);
-    sheet->L_ID = data.UniqueId;
+    const std::int32_t id = data.UniqueId;
     session.project.data.push_back(std::move(data));
-    session.gDataForm.push_back(std::move(sheet));
+    session.gDataForm.push_back(
+        std::make_unique<DataSheet>(session.project, session.errors, session.settings, id));
     return index;
   });
 }

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "numerics/error_reporter.h"
 #include "numerics/slots.h"
@@ -23,6 +25,8 @@ struct FitDialogue {
   bool minimum_life_warned = false;  ///< the warning on W3T by MLE has been shown
   int fault_error = 0;               ///< run-time error of the last retry box
   double fault_seconds = -1e9;       ///< steady seconds of the last retry box
+  /// Refusals that the command at work has shown; null between commands.
+  std::optional<std::vector<std::string>> told;
 };
 
 struct Session {

@@ -68,7 +68,7 @@ TEST(Dispatch, ASwitchActsAtTheNextRequestAndARefitKeepsItsOwn) {
   EXPECT_FALSE(is_current(world.record(1), world.data()));
   refit_all(world.session, 1, 1);
   EXPECT_EQ(world.record(1).request.ranks, RankKind::benard) << "its own kind of ranks";
-  EXPECT_EQ(world.data().ranks, RankKind::exact) << "the points follow the switch";
+  EXPECT_EQ(world.data().reading.ranks(), RankKind::exact) << "the points follow the switch";
   world.put(five);
   refit_all(world.session, 1, 1);
   EXPECT_EQ(world.record(1).Quality, benard);
@@ -236,12 +236,12 @@ TEST(Dispatch, WhatIsOutsideTheProjectOrEmptyIsTold) {
   world.prompts.expect_box("Error: 9 Subscript out of range", "Fit_Distribution routine:");
   std::int16_t model = 98;
   Fit_Distribution(world.session, 7, 7, model, 0, true, true);
-  world.session.gDataForm(1)->bclean = false;
-  world.session.gDataForm(1)->lrows = 1;
+  world.data().rows.resize(1);
+  mark_changed(world.data());
   world.fit();
   EXPECT_EQ(world.log(), "Please enter data for set # 1\n");
   EXPECT_EQ(world.fits().nFits, 0);
-  world.session.gDataForm(1)->lrows = 2;
+  world.data().rows.resize(2);
   world.fit();
   EXPECT_EQ(world.fits().nFits, 1);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "project/ranking.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -24,8 +25,9 @@ FitResult fit_of(std::int16_t code, std::int16_t method, const std::vector<FitPa
 std::string logged(const FitResult& fit) {
   TestWorld world;
   Session& session = world.session;
-  session.project.data(1).Points(0).Fails = 10;
-  session.project.data(1).Points(0).Susps = 2;
+  DataSet data = test::make_data({{1, 10, 2}});
+  Make_Ranks(session.errors, true, data);
+  session.project.data(1) = std::move(data);
   session.project.fits(1).Fits.push_back(fit);
   session.project.fits(1).nFits = 1;
   PostFitLog(session, 0, 1, 1);

@@ -19,7 +19,7 @@ class MainJob : public test::WindowWorld {
     person.copy_elsewhere(lines);
     person.click(*window.windows().sheet(1).viewport(), {20, 10});
     person.press({"ctrl+v"});
-    ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == rows; }));
+    ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == rows; }));
   }
   void choose(const char* button, int fits_then) {
     person.click(widget(button), {8, 8});

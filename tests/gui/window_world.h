@@ -20,7 +20,7 @@ class WindowWorld : public ::testing::Test {
   void SetUp() override;
 
   Session& session() { return program.session; }
-  Grid& sheet() { return session().gDataForm(1)->grd_Data; }
+  DataSheet& sheet() { return *session().gDataForm(1); }
   Grid& fits() { return session().gFitForm(1)->grd_Fit; }
   std::string log() { return session().project.log.plain(); }
 

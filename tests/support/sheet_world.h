@@ -18,7 +18,7 @@ struct SheetWorld : TestWorld {
   std::string log() { return session.project.log.plain(); }
   std::vector<std::string> column(int column) {
     std::vector<std::string> texts;
-    for (int r = 1; r <= sheet().lrows; ++r) texts.push_back(sheet().grd_Data.text(r, column));
+    for (int r = 1; r <= sheet().last_row(); ++r) texts.push_back(sheet().text(r, column));
     return texts;
   }
 };

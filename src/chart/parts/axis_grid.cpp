@@ -120,20 +120,31 @@ double room_of(Canvas& canvas, const std::string& label, const ChartItem& font, 
               : size.width / x_extent(plot).length();
 }
 
-/// So far apart that each tick has its label: at first as four figures need it, then as
-/// the widest label does.
+/// Whether no label runs into the next.
+bool have_room(Canvas& canvas, const Marking& marking, const ChartItem& font, const AxisMap& map,
+               bool is_y) {
+  std::vector<AxisLabel> labels = marking.labels;
+  std::ranges::sort(labels, {}, &AxisLabel::value);
+  const double length = map.high() - map.low();
+  for (std::size_t i = 1; i < labels.size(); ++i) {
+    const double distance = map.transform(labels[i].value) - map.transform(labels[i - 1].value);
+    const double needed = (room_of(canvas, labels[i].text, font, is_y) +
+                           room_of(canvas, labels[i - 1].text, font, is_y)) /
+                          2;
+    if (distance / length < needed) return false;
+  }
+  return true;
+}
+
+/// Divided as finely as leaves each tick its label.
 Marking round_marking(Canvas& canvas, const ChartAxis& axis, const AxisMap& map, bool is_y) {
-  constexpr int most_tries = 4;
-  double room = room_of(canvas, "0000", axis.Label, is_y);
+  constexpr double step = 1.2;
+  constexpr double most = 0.5;  // of the axis, for a label
   Marking marking;
-  for (int i = 0; i < most_tries; ++i) {
+  for (double room = room_of(canvas, "0", axis.Label, is_y); room < most; room *= step) {
     marking.points = round_ticks(map, room);
     marking.labels = round_labels(axis, map.code(), marking.points);
-    double widest = 0;
-    for (const AxisLabel& label : marking.labels)
-      widest = std::max(widest, room_of(canvas, label.text, axis.Label, is_y));
-    if (widest <= room) break;
-    room = widest;
+    if (have_room(canvas, marking, axis.Label, map, is_y)) break;
   }
   return marking;
 }

@@ -56,14 +56,13 @@ std::string entry_title(const Session& session, const std::vector<PlotSet>& sets
 bool shows_line(const PlotSet& set) { return set.fit && has_line(*set.marker); }
 
 bool shows_points(const Session& session, const PlotSet& set) {
-  return has_symbols(*set.marker) && session.project.data(set.data_index).Count > 0;
+  return has_symbols(*set.marker) && session.project.data(set.data_index).sample().size() > 0;
 }
 
 /// The row's look in the crowd of its points, in the size of a single one.
 ChartMarker look_of(const Session& session, const Chart& chart, const PlotSet& set) {
-  const int count = session.project.data(set.data_index).Count;
-  ChartMarker look = look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box),
-                                   static_cast<std::size_t>(std::max(count, 0)));
+  const std::size_t count = session.project.data(set.data_index).sample().size();
+  ChartMarker look = look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box), count);
   look.Size = set.marker->Size;
   return look;
 }
@@ -78,7 +77,7 @@ std::vector<LegendEntry> plain_entries(const Session& session, const Chart& char
   for (const PlotSet& set : sets)
     if (shows_points(session, set))
       entries.push_back({look_of(session, chart, set),
-                         plain_totals(session.project.data(set.data_index)), false, true});
+                         plain_totals(session.project.data(set.data_index).sample()), false, true});
   return entries;
 }
 
@@ -133,7 +132,7 @@ Layout layout_of(Canvas& canvas, const std::vector<LegendEntry>& entries) {
     title = cut_to_width(canvas.text_measure, title, layout.item, widest * plot.Width - beside);
     width = std::max(width, text_size(canvas.text_measure, title, layout.item).width);
   }
-  layout.item.Width = to_unit(beside + width);
+  layout.item.Width = to_unit(beside + width * chart_style(canvas.chart).legend_slack);
   layout.item.Height =
       to_unit(2 * padding + layout.line_height * static_cast<double>(layout.titles.size()));
   return layout;

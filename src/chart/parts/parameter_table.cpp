@@ -75,8 +75,8 @@ const char* rank_words(RankKind ranks) { return ranks == RankKind::exact ? "exac
 
 /// With suspensions there is one kind of ranks only.
 bool ranks_differ(const FitResult& fit, const DataSet& data) {
-  return fit.Method != method_code::mle && !(data.Points(0).Susps > 0) &&
-         fit.request.ranks != data.ranks;
+  return fit.Method != method_code::mle && !(data.sample().total_suspensions > 0) &&
+         fit.request.ranks != data.reading.ranks();
 }
 
 void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet& data, int digits) {
@@ -91,9 +91,9 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
 
 TableLine set_line(const Session& session, const PlotSet& set) {
   TableLine line;
-  const DataPoint& totals = session.project.data(set.data_index).Points(0);
-  line.heading = ":" + set_title(session, set) + " N" + number_text(totals.Fails) + " /S" +
-                 number_text(totals.Susps);
+  const Sample& sample = session.project.data(set.data_index).sample();
+  line.heading = ":" + set_title(session, set) + " N" + number_text(sample.total_failures) + " /S" +
+                 number_text(sample.total_suspensions);
   return line;
 }
 
@@ -110,7 +110,7 @@ bool says_something(const std::vector<TableLine>& lines, std::size_t column) {
 std::string ranks_remark(const FitResult& fit, const DataSet& data) {
   if (!ranks_differ(fit, data)) return {};
   return std::string("fit: ") + rank_words(fit.request.ranks) +
-         ", points: " + rank_words(data.ranks) + " ranks";
+         ", points: " + rank_words(data.reading.ranks()) + " ranks";
 }
 
 ParameterTable parameter_table(const Session& session, const std::vector<PlotSet>& sets) {

@@ -90,11 +90,10 @@ std::string plain_quality(int method, double quality) {
 
 std::string plain_quality(const FitResult& fit) { return plain_quality(fit.Method, fit.Quality); }
 
-std::string plain_totals(const DataSet& data) {
-  const DataPoint& totals = data.Points(0);
-  const std::string failures = counted(totals.Fails, "failure", "failures");
-  if (!(totals.Susps > 0)) return failures;
-  return failures + ", " + counted(totals.Susps, "suspension", "suspensions");
+std::string plain_totals(const Sample& sample) {
+  const std::string failures = counted(sample.total_failures, "failure", "failures");
+  if (!(sample.total_suspensions > 0)) return failures;
+  return failures + ", " + counted(sample.total_suspensions, "suspension", "suspensions");
 }
 
 }  // namespace tavlo

@@ -37,6 +37,6 @@ std::string plain_quality(const FitResult& fit);
 std::string plain_quality(int method, double quality);
 
 /// "102 failures, 18 suspensions".
-std::string plain_totals(const DataSet& data);
+std::string plain_totals(const Sample& sample);
 
 }  // namespace tavlo

@@ -15,8 +15,9 @@ const ChartStyle& chart_style(const Chart& chart) {
                                         .parameters = Corner::bottom_right,
                                         .legend = Corner::top_left,
                                         .line_spacing = 1.25,
-                                        .widest_parameters = 0.65,
-                                        .widest_legend = 0.65};
+                                        .widest_parameters = 0.9,
+                                        .legend_slack = 1.03,
+                                        .widest_legend = 0.9};
   return chart.Profile == report_chart_type ? report : usual;
 }
 

@@ -201,7 +201,7 @@ void MainWindow::DoCommand(int id) {
 bool MainWindow::may_lose_project(const std::string& title, const std::string& question) {
   bool empty = true;
   for (int i = 1; i <= session_.project.data.bound(); ++i)
-    empty = empty && session_.gDataForm(i)->lrows == 0;
+    empty = empty && session_.gDataForm(i)->last_row() == 0;
   return empty || session_.ports.prompts.show(
                       {title, "The data and fits of this project will be lost.\n" + question,
                        BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
@@ -277,7 +277,7 @@ void MainWindow::choose_method(int method) {
 
 void MainWindow::show_state() {
   const FitPanel& panel = *session_.gFitForm(windows_.current_index());
-  rows_panel_.setText(tr("%1 rows").arg(session_.gDataForm(panel.data_index)->lrows));
+  rows_panel_.setText(tr("%1 rows").arg(session_.gDataForm(panel.data_index)->last_row()));
   const Model* model = find_model(panel.nModel);
   const Method* method = find_method(panel.nMethod);
   if (model && method)

@@ -101,7 +101,6 @@ TEST(PrintedParameters, SeveralFitsHaveNamesAndSoDoModes) {
   FitResult modes = fit_of(1216, {{1 / 100.0, 1, 2, 0, 1}, {1 / 900.0, 1, 3, 0, 1}});
   modes.modes = {{1, 0, 0.9, {}}, {2, 1, -7.5, {}}};
   here.session.project.data(1).ModeNames.push_back("seal");
-  here.session.project.data(1).nModes = 1;
   here.session.project.fits(1).Fits(1) = modes;
   EXPECT_NE(now().find("|seal|100|2r² = 0.9\n"), std::string::npos) << now();
 }
