@@ -120,13 +120,27 @@ void fit_height(Canvas& canvas, Layout& layout, double room) {
   layout.titles.push_back("and " + std::to_string(left_out) + " more");
 }
 
+/// Smaller letters where a title is too wide, as long as they are easily read.
+void fit_width(Canvas& canvas, Layout& layout, double room) {
+  constexpr float easily_read = 8;
+  double width = 0;
+  for (const std::string& title : layout.titles)
+    width = std::max(width, text_size(canvas.text_measure, title, layout.item).width);
+  if (width <= room) return;
+  const auto shrunk =
+      static_cast<float>(just_under * drawn_font_size(layout.item.FontSize) * room / width);
+  layout.item.FontSize = std::max(std::min(layout.item.FontSize, easily_read), shrunk);
+}
+
 Layout layout_of(Canvas& canvas, const std::vector<LegendEntry>& entries) {
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   Layout layout{with_readable_colours(canvas.chart.Boxes(chart_item::legend)), {}, 0};
   for (const LegendEntry& entry : entries) layout.titles.push_back(entry.title);
-  fit_height(canvas, layout, highest * plot.Height - 2 * padding);
   const double beside = 2 * padding + sample_width + sample_gap;
   const double widest = chart_style(canvas.chart).widest_legend;
+  if (chart_style(canvas.chart).legend_shrinks)
+    fit_width(canvas, layout, widest * plot.Width - beside);
+  fit_height(canvas, layout, highest * plot.Height - 2 * padding);
   double width = 0;
   for (std::string& title : layout.titles) {
     title = cut_to_width(canvas.text_measure, title, layout.item, widest * plot.Width - beside);
