@@ -18,7 +18,7 @@ const ChartStyle& chart_style(const Chart& chart) {
                                         .widest_parameters = 0.9,
                                         .legend_slack = 1.03,
                                         .legend_shrinks = true,
-                                        .widest_legend = 0.62};
+                                        .widest_legend = 0.68};
   return chart.Profile == report_chart_type ? report : usual;
 }
 
