@@ -66,7 +66,7 @@ void draw_plot_sets(Canvas& canvas, const Session& session, const std::vector<Pl
   Canvas apart{above, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
   for (const PlotSet& set : sets) {
     const DataSet& data = session.project.data(set.data_index);
-    draw_data_points(data.sample().size() < std::size_t{crowd_of_points} ? apart : canvas, *set.marker, data);
+    draw_data_points(data.sample().size() < crowd_of_points ? apart : canvas, *set.marker, data);
   }
   for (const PlotSet& set : sets) {
     if (!set.fit) continue;

@@ -82,7 +82,8 @@ std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marke
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   ChartAxis x_axis = canvas.chart.Axes(0);
   ChartAxis y_axis = canvas.chart.Axes(1);
-  std::vector<DataPair> pairs = drawable_pairs(data.sample(), x_scale_of(x_axis), y_scale_of(y_axis));
+  std::vector<DataPair> pairs =
+      drawable_pairs(data.sample(), x_scale_of(x_axis), y_scale_of(y_axis));
   constexpr std::int32_t nowhere = std::numeric_limits<std::int32_t>::min();
   std::vector<Place> places(pairs.size(), Place{nowhere, nowhere});
   xy2Long(canvas.errors, canvas.prompts, plot, x_axis, y_axis, places, pairs);
@@ -121,7 +122,7 @@ ChartMarker look_in_crowd(const ChartMarker& marker, const ChartItem& plot, std:
   if (factor < 1.0 && marker.SymbolWidth != 0)
     look.SymbolWidth =
         std::max(1, static_cast<std::int32_t>(std::lround(std::abs(marker.SymbolWidth * factor))));
-  if (points < std::size_t{crowd_of_points}) return look;
+  if (points < crowd_of_points) return look;
   look.SymbolColor = look.FillColor = between(marker.SymbolColor, paper_colour(plot));
   return look;
 }

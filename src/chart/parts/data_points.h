@@ -28,7 +28,7 @@ std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marke
                                         const DataSet& data);
 
 /// From so many points on their outlines run together and hide what lies below.
-inline constexpr int crowd_of_points = 300;
+inline constexpr std::size_t crowd_of_points = 300;
 
 /// The marker as one of so many points: beyond a hundred they get smaller, down to 0.3
 /// of their size, and from `crowd_of_points` on they are plain dots of a colour half way to the
