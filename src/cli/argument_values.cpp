@@ -184,14 +184,13 @@ int parse_density(const std::string& text) {
   return *density;
 }
 
-void require_chart_type(const std::string& name) {
+std::string parse_chart_type(const std::string& text) {
+  const char* const found = find_chart_type(text);
+  if (found && found != std::string_view(browse_chart_type)) return found;
   std::string names;
-  for (const std::string type : chart_types()) {
-    if (type == browse_chart_type) continue;
-    if (type == name) return;
-    names += (names.empty() ? "" : ", ") + type;
-  }
-  refuse("'" + name + "' is no chart type (" + names + ")");
+  for (const std::string type : chart_types())
+    if (type != browse_chart_type) names += (names.empty() ? "" : ", ") + type;
+  refuse("'" + text + "' is no chart type (" + names + ")");
 }
 
 void require_picture_name(const std::string& path) {

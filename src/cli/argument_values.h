@@ -56,8 +56,8 @@ PixelSize parse_size(const std::string& text);
 /// Pixels an inch, "300".
 int parse_density(const std::string& text);
 
-/// Refuses what is no factory chart type.
-void require_chart_type(const std::string& name);
+/// The name of a factory chart type, written in any capitals or small letters.
+std::string parse_chart_type(const std::string& text);
 
 /// Refuses a picture whose extension names no format that can be written.
 void require_picture_name(const std::string& path);

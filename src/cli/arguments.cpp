@@ -100,12 +100,12 @@ void add_size(CLI::App& app, PixelSize& size) {
 }
 
 void add_looks(CLI::App& app, ChartArguments& chart) {
-  const auto take_type = [&chart](const std::string& name) {
-    require_chart_type(name);
-    chart.type = name;
-  };
+  const auto take_type = [&chart](const std::string& text) { chart.type = parse_chart_type(text); };
   CLI::Option* const type =
-      add_text(app, "--type", take_type, "Chart type, as Linear or Colour-safe", "NAME");
+      add_text(app, "--type", take_type, "Chart type, as report, Linear or Colour-safe", "NAME");
+  add_text(
+      app, "--title", [&chart](const std::string& text) { chart.title = text; },
+      "Title of the chart (the name of FILE)", "TEXT");
   const auto take_profile = [&chart](const std::string& path) { chart.profile = path; };
   add_text(app, "--profile", take_profile, "Looks and axes from a profile (.vpr)", "FILE")
       ->excludes(type);

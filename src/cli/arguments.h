@@ -63,6 +63,7 @@ struct ChartArguments {
   std::string out;
   std::string type;     ///< a factory chart type; empty for the usual chart
   std::string profile;  ///< a profile file; empty for none
+  std::string title;    ///< of the chart; empty for the name of the file
   FitQuestions questions;
   bool sub_populations = false;
   PixelSize size;

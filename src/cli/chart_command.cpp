@@ -22,7 +22,7 @@ std::optional<std::string> dress_chart(Session& session, const ChartArguments& a
 
 /// Axes that somebody has chosen are not changed by a fit.
 Paper paper_of(const ChartArguments& arguments) {
-  const bool is_plain = arguments.type.empty() || is_only_colours(arguments.type);
+  const bool is_plain = arguments.type.empty() || is_only_looks(arguments.type);
   return is_plain && arguments.profile.empty() ? Paper::of_first_fit : Paper::of_chart;
 }
 
@@ -43,7 +43,8 @@ ExitCode run(const ChartArguments& arguments) {
   AnsweredSession answered(work.file, std::move(work.data), arguments.questions, work.outcomes, {});
   Session& session = answered.session();
   if (const auto fault = dress_chart(session, arguments)) return fault_of(fault);
-  show_on_chart(session, title_of(work.file), paper_of(arguments));
+  const std::string title = arguments.title.empty() ? title_of(work.file) : arguments.title;
+  show_on_chart(session, title, paper_of(arguments));
   const ExitCode code = all_made(work.outcomes) ? ExitCode::done : ExitCode::fit_refused;
   return worse(code, fault_of(write_pictures(session, {arguments.out}, arguments.size)));
 }

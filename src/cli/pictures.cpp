@@ -90,7 +90,7 @@ std::optional<std::string> write_each(Session& session, const std::vector<std::s
 }
 
 /// A further plot set for fit `slot`. It has no symbols, the data stand on the chart
-/// once; the looks have ten colours, dashes tell the next ten lines from them.
+/// once; the factory looks have ten colours, dashes tell the next ten lines from them.
 void show_further_fit(Session& session, Chart& chart, int slot) {
   constexpr int colours = 10;
   constexpr int styles = 5;
@@ -100,7 +100,7 @@ void show_further_fit(Session& session, Chart& chart, int slot) {
   marker.Label = chart.Markers(1).Label;
   marker.SymbolStyle = pen_style::none;
   marker.SymbolFill = 0;
-  marker.LineStyle = (row - 1) / colours % styles;
+  if (marker.LineStyle == pen_style::solid) marker.LineStyle = (row - 1) / colours % styles;
 }
 
 }  // namespace

@@ -88,6 +88,7 @@ struct Model {
   std::int16_t code;
   const char* short_name;     ///< as in fit names, "W"
   const char* long_name;      ///< as in fit names, "Weibull"
+  const char* plain_name;     ///< as people call it in a text, "2-parameter Weibull"
   const char* command_name;   ///< as on the command line, "W2P"; empty where it has none
   int panel_row;              ///< option of the fit panel; -1 where it has none
   const char* panel_formula;  ///< plot and formula shown by the panel
@@ -119,6 +120,7 @@ struct Method {
   std::int16_t code;
   const char* short_suffix;   ///< "/rr"
   const char* long_suffix;    ///< "(Rank Regression)"
+  const char* plain_name;     ///< "regression"
   const char* command_name;   ///< "rr"
   const char* panel_caption;  ///< "Standard Regression"
 };

@@ -48,6 +48,34 @@ Slots<ChartMarker> dressed_markers(const Chart& chart, const Chart& profile) {
   return markers;
 }
 
+/// Words that somebody chose stay; those of the chart's type go with it.
+void keep_own_titles(Chart& looks, const Chart& chart) {
+  const Chart factory = chart_of_type(chart.Profile);
+  for (const int title :
+       {chart_item::main_title, chart_item::sub_title, chart_item::x_title, chart_item::y_title})
+    if (chart.Boxes(title).Text2 != factory.Boxes(title).Text2)
+      looks.Boxes(title).Text2 = chart.Boxes(title).Text2;
+}
+
+/// Scales, limits, their rule and the form of the numbers; the pens come with the looks.
+void keep_scales(Chart& looks, const Chart& chart) {
+  Slots<ChartAxis> axes = chart.Axes;
+  const int last = std::min(axes.bound(), looks.Axes.bound());
+  for (int i = 0; i <= last; ++i) {
+    ChartAxis& axis = looks.Axes(i);
+    axis.AutoMax = axes(i).AutoMax;
+    axis.AutoMin = axes(i).AutoMin;
+    axis.Max = axes(i).Max;
+    axis.Min = axes(i).Min;
+    axis.ScaleType = axes(i).ScaleType;
+    axis.Label.Int4 = axes(i).Label.Int4;
+    axis.Label.Text2 = axes(i).Label.Text2;
+    axes(i) = axis;
+  }
+  looks.nAxes = chart.nAxes;
+  looks.Axes = std::move(axes);
+}
+
 }  // namespace
 
 void apply_profile(Chart& chart, const Chart& profile) {
@@ -74,13 +102,15 @@ void apply_profile(Chart& chart, const Chart& profile) {
 
 void apply_chart_type(Chart& chart, std::string_view type) {
   Chart looks = chart_of_type(type);
-  for (const int title :
-       {chart_item::main_title, chart_item::sub_title, chart_item::x_title, chart_item::y_title})
-    looks.Boxes(title).Text2 = chart.Boxes(title).Text2;
-  if (is_only_colours(type)) {
-    looks.nAxes = chart.nAxes;
-    looks.Axes = chart.Axes;
-  }
+  keep_own_titles(looks, chart);
+  if (is_only_looks(type)) keep_scales(looks, chart);
+  apply_profile(chart, looks);
+}
+
+void apply_chart_look(Chart& chart, std::string_view look) {
+  Chart looks = chart_of_type(look);
+  keep_own_titles(looks, chart);
+  keep_scales(looks, chart);
   apply_profile(chart, looks);
 }
 

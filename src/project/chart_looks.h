@@ -16,8 +16,11 @@ namespace tavlo {
 /// it takes those of the profile.
 void apply_profile(Chart& chart, const Chart& profile);
 
-/// Gives `chart` the looks of a factory type (see chart_types). The words of its
-/// titles stay; so do the axes where the type is only colours.
+/// Gives `chart` the looks of a factory type (see chart_types). Words of its titles
+/// that somebody chose stay; so do scales and limits where the type is only looks.
 void apply_chart_type(Chart& chart, std::string_view type);
+
+/// The same without the type's paper: scales and limits stay whatever the type.
+void apply_chart_look(Chart& chart, std::string_view look);
 
 }  // namespace tavlo

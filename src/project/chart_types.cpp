@@ -2,19 +2,24 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstddef>
 
 #include "life/models.h"
+#include "project/report_look.h"
 
 namespace tavlo {
 
 namespace {
 
+constexpr const char* standard = "Standard";
 constexpr const char* colour_safe = "Colour-safe";
 
-constexpr std::array<const char*, 10> type_names = {
-    "Standard", "Default", browse_chart_type,  "Linear",          "LogNormal",
-    "Normal",   "Weibull", "Weibull 12 Month", "Weibull 360 Day", colour_safe};
+constexpr std::array<const char*, 11> type_names = {
+    standard,  "Default",          browse_chart_type, "Linear",    "LogNormal",      "Normal",
+    "Weibull", "Weibull 12 Month", "Weibull 360 Day", colour_safe, report_chart_type};
+
+constexpr std::array<const char*, 3> looks = {standard, colour_safe, report_chart_type};
 
 /// Scales of a type's axes, and the X limits until there are data.
 struct Paper {
@@ -84,13 +89,29 @@ Chart chart_of_type(std::string_view name) {
   Chart chart = fuStandard_Chart();
   make_usual(chart);
   use_paper(chart, name);
-  if (is_only_colours(name)) use_safe_colours(chart);
+  if (name == colour_safe) use_safe_colours(chart);
+  if (name == report_chart_type) use_report_look(chart);
   if (std::find(type_names.begin(), type_names.end(), name) != type_names.end())
     chart.Profile = name;
   return chart;
 }
 
-bool is_only_colours(std::string_view type) { return type == colour_safe; }
+bool is_only_looks(std::string_view type) {
+  return type == colour_safe || type == report_chart_type;
+}
+
+std::span<const char* const> chart_looks() { return looks; }
+
+bool is_chart_look(std::string_view type) { return std::ranges::find(looks, type) != looks.end(); }
+
+const char* find_chart_type(std::string_view name) {
+  const auto lower = [](char c) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  };
+  for (const char* const type : type_names)
+    if (std::ranges::equal(std::string_view(type), name, {}, lower, lower)) return type;
+  return nullptr;
+}
 
 void make_usual(Chart& chart) {
   constexpr std::int32_t fine_line = 24;

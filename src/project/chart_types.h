@@ -11,6 +11,9 @@ namespace tavlo {
 /// The entry of the list that stands for a profile file of the user's choice.
 inline constexpr const char* browse_chart_type = "(Browse)";
 
+/// The type whose charts stand beside those of other programs in a report.
+inline constexpr const char* report_chart_type = "Report";
+
 /// The names in the order of the list.
 std::span<const char* const> chart_types();
 
@@ -18,8 +21,17 @@ std::span<const char* const> chart_types();
 /// name without paper of its own gives the standard chart.
 Chart chart_of_type(std::string_view name);
 
-/// True for a type that says nothing of the axes.
-bool is_only_colours(std::string_view type);
+/// True for a type that says nothing of the scales and limits of the axes.
+bool is_only_looks(std::string_view type);
+
+/// The types that a chart of any paper can have: the standard one and those that are
+/// only looks.
+std::span<const char* const> chart_looks();
+bool is_chart_look(std::string_view type);
+
+/// The name of the list that reads so in any mixture of capitals and small letters;
+/// null when there is none.
+const char* find_chart_type(std::string_view name);
 
 /// What a chart that a user starts with has before the factory's: lines that show how
 /// close the points lie, where the first of the factory is a bar that hides them, and

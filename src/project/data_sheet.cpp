@@ -265,8 +265,10 @@ void DataSheet::follow_rows() {
 
 void DataSheet::show(std::int32_t data_id) {
   cancel_edit();
+  const bool is_other = data_id != data_id_;
   data_id_ = data_id;
   follow_rows();
+  if (is_other) go_to(1, sheet_column::x);
 }
 
 // --- reading what was typed

@@ -62,12 +62,11 @@ void add_fits(Session& session) {
 }
 
 void add_chart_record(Session& session) {
-  Chart chart = fuStandard_Chart();
+  Chart chart = chart_of_type(session.settings.ChartType);
   chart.UniqueId = unused_id(session);
   chart.nDataIds = chart.nFitIds = 1;
   chart.DataIds.push_back(session.project.data.bound() > 0 ? session.project.data(1).UniqueId : 0);
   chart.FitIds.push_back(session.project.fits.bound() > 0 ? session.project.fits(1).UniqueId : 0);
-  make_usual(chart);
   link_markers(session, chart);
   session.project.charts.push_back(std::move(chart));
 }

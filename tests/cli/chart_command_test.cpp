@@ -33,6 +33,10 @@ TEST_F(ChartCommand, TakesLooksFromAProfileOrAType) {
   const std::string own = picture(folder, {"--profile", factory_profile});
   const std::string red = picture(folder, {"--profile", "red.vpr"});
   const std::string safe = picture(folder, {"--type", "Colour-safe"});
+  const std::string report = picture(folder, {"--type", "report"});
+  EXPECT_NE(report.find("eta = 606.5"), std::string::npos);
+  EXPECT_NE(report.find("censored-test"), std::string::npos) << "the name of the data";
+  EXPECT_NE(picture(folder, {"--title", "Relay 7"}).find("Relay 7"), std::string::npos);
   const std::string linear = picture(folder, {"--type", "Linear"});
   EXPECT_EQ(red.size(), own.size());  // only a colour differs
   EXPECT_TRUE(red != own);
@@ -95,8 +99,8 @@ TEST_F(ChartCommand, WritesEveryFormat) {
 #endif
   };
   for (const Case& row : cases)
-    for (const char* line : {"$CLI chart ", "$CLI fit --model W2P "}) {
-      const bool by_fit = std::string(line).find("fit") != std::string::npos;
+    for (const char* line : {"$CLI chart ", "$CLI chart --type report ", "$CLI fit --model W2P "}) {
+      const bool by_fit = std::string(line).starts_with("$CLI fit");
       const ProgramRun run =
           folder.shell(line + data_file + (by_fit ? " --chart " : " --fit W2P/mle --fit W2P/rr ") +
                        row.name + " --size 600x360 --dpi 300");

@@ -11,12 +11,14 @@
 #include <QPrinter>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
 #include <cmath>
 
 #include "chart/parts/legend.h"
 #include "chart/parts/movable_boxes.h"
 #include "chart/scales/chart_view.h"
 #include "gui/window_world.h"
+#include "workspace/qt/qt_text.h"
 
 namespace tavlo {
 
@@ -102,6 +104,28 @@ TEST_F(OnTheChart, ZoomsInStepByStepAndBackExactly) {
   ASSERT_TRUE(wait_until([&] { return zoom_depth(record()) == 1; }));
   person.press({"alt+o", "z"});
   EXPECT_TRUE(wait_until([&] { return record().Axes == before; })) << "off: back to the first view";
+  EXPECT_EQ(boxes.texts(), QStringList());
+}
+
+TEST_F(OnTheChart, TheLookOfTheToolBarIsThatOfNewChartsToo) {
+  const Slots<ChartAxis> before = record().Axes;
+  const auto* bar = chart().parentWidget()->findChild<QToolBar*>(QStringLiteral("bar_Look"));
+  ASSERT_NE(bar, nullptr);
+  const auto click_on = [&](const QString& look) {
+    for (QAction* const entry : bar->actions()) {
+      if (entry->objectName() != QStringLiteral("mnu_Look_") + look) continue;
+      person.click(*bar->widgetForAction(entry));
+      ASSERT_TRUE(wait_until([&] { return entry->isChecked(); }));
+    }
+    EXPECT_EQ(to_qt(record().Profile), look);
+  };
+  click_on(QStringLiteral("Report"));
+  EXPECT_EQ(record().Axes(0).Max, before(0).Max);
+  EXPECT_EQ(record().Markers(1).Label, "Bearings");
+  EXPECT_EQ(session().settings.ChartType, "Report");
+  EXPECT_TRUE(chart_has_fit_line());
+  click_on(QStringLiteral("Standard"));
+  EXPECT_EQ(record().Axes, before);
   EXPECT_EQ(boxes.texts(), QStringList());
 }
 

@@ -66,12 +66,45 @@ TEST(ChartLooks, ATypeKeepsTitlesAndColoursKeepTheAxes) {
   EXPECT_EQ(chart.Markers(2).DataId, 73);
 }
 
+// From look to look and back: what a person chose stays, all else is the new look's.
+TEST(ChartLooks, ALookLeavesNoTraceOfTheOneBefore) {
+  Chart zoomed = own_chart();
+  zoomed.Axes(0).AutoMax = false;
+  zoomed.Axes(1).ScaleType = 24;
+  zoomed.Axes(1).Label.Text2 = "0.00";
+  for (const char* const first : chart_looks())
+    for (const char* const last : chart_looks()) {
+      Chart direct = zoomed;
+      apply_chart_look(direct, last);
+      EXPECT_EQ(direct.Profile, last);
+      EXPECT_EQ(direct.Axes(0).Max, 5000);
+      EXPECT_FALSE(direct.Axes(0).AutoMax);
+      EXPECT_EQ(direct.Axes(1).ScaleType, 24);
+      EXPECT_EQ(direct.Axes(1).Label.Text2, "0.00");
+      EXPECT_EQ(direct.Boxes(chart_item::main_title).Text2, "Pump life");
+      Chart round_about = zoomed;
+      apply_chart_look(round_about, first);
+      apply_chart_look(round_about, last);
+      EXPECT_EQ(round_about, direct) << first << ", then " << last;
+    }
+}
+
+TEST(ChartLooks, TypesAreFoundInAnyCapitals) {
+  for (const char* const type : chart_types()) EXPECT_EQ(find_chart_type(type), type);
+  EXPECT_EQ(find_chart_type("rEPORT"), find_chart_type(report_chart_type));
+  EXPECT_EQ(find_chart_type("Reports"), nullptr);
+  EXPECT_EQ(find_chart_type(""), nullptr);
+}
+
 TEST(ChartLooks, SafePlotSetsDifferInColourLineOrSymbol) {
-  const Chart chart = chart_of_type("Colour-safe");
-  std::set<std::pair<int, int>> lines, symbols;
-  for (int i = 1; i <= 20; ++i) {
-    EXPECT_TRUE(lines.emplace(chart.Markers(i).LineColor, chart.Markers(i).LineStyle).second) << i;
-    EXPECT_TRUE(symbols.emplace(chart.Markers(i).SymbolColor, chart.Markers(i).Symbol).second) << i;
+  for (const char* const type : {"Colour-safe", report_chart_type}) {
+    const Chart chart = chart_of_type(type);
+    std::set<std::pair<int, int>> lines, symbols;
+    for (int i = 1; i <= 20; ++i) {
+      const ChartMarker& row = chart.Markers(i);
+      EXPECT_TRUE(lines.emplace(row.LineColor, row.LineStyle).second) << i;
+      EXPECT_TRUE(symbols.emplace(row.SymbolColor, row.Symbol).second) << i;
+    }
   }
 }
 

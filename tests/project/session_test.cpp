@@ -31,5 +31,17 @@ TEST(Session, ANewPairOfSetsIsLinkedToTheLastChart) {
   EXPECT_EQ(session.project.charts(1).Markers(2).DataId, 0);
 }
 
+TEST(Session, NewChartsHaveTheTypeThatWasChosenLast) {
+  test::TestWorld world;
+  Session& session = world.session;
+  session.settings.ChartType = "Report";
+  EXPECT_EQ(New_frm_Chart(session), 2);
+  EXPECT_EQ(session.project.charts(1).Profile, "Standard");
+  EXPECT_EQ(session.project.charts(2).Profile, "Report");
+  EXPECT_EQ(session.project.charts(2).Markers(1).DataId, session.project.data(1).UniqueId);
+  reset_project(session);
+  EXPECT_EQ(session.project.charts(1).Profile, "Report");
+}
+
 }  // namespace
 }  // namespace tavlo

@@ -106,7 +106,7 @@ void compose(Canvas& canvas, Session& session) {
   const std::vector<PlotSet> sets = plot_sets(session, canvas.chart);
   draw_box(canvas.recorder, canvas.chart.Boxes(chart_item::chart_box));
   draw_box(canvas.recorder, canvas.chart.Boxes(chart_item::plot_box));
-  draw_titles(canvas, session.ports.clock.now());
+  draw_titles(canvas, session.ports.clock.now(), names_of_data(session, sets));
   DrawGrid(canvas, false);
   DrawGrid(canvas, true);
   const Content content = content_of(canvas, session, sets);

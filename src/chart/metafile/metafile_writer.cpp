@@ -8,6 +8,7 @@
 #include "chart/metafile/metafile_records.h"
 #include "chart/metafile/metafile_slots.h"
 #include "chart/record/clipping.h"
+#include "chart/record/spelled_letters.h"
 #include "numerics/run_time_error.h"
 #include "project/code_page.h"
 
@@ -259,7 +260,7 @@ void MetafileWriter::add_places(MetafileWord function, std::vector<Place>::const
 }
 
 void MetafileWriter::operator()(const Text& text) {
-  std::string bytes = ansi_from_utf8(text.utf8, lost_);
+  std::string bytes = ansi_from_utf8(with_letters_spelled(text.utf8), lost_);
   if (bytes.empty() || !frame_.holds(text.place)) return;
   bytes.resize(std::min(bytes.size(), longest_count));
   Words words = {static_cast<MetafileWord>(bytes.size())};

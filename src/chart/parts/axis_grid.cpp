@@ -1,7 +1,11 @@
 #include "chart/parts/axis_grid.h"
 
+#include <algorithm>
+
+#include "chart/record/chart_style.h"
 #include "chart/scales/axis_labels.h"
 #include "chart/scales/plot_coordinates.h"
+#include "chart/scales/round_ticks.h"
 #include "chart/scales/scale_points.h"
 #include "life/models.h"
 
@@ -13,6 +17,8 @@ namespace {
 
 constexpr double medium_tick = 120;
 constexpr double minor_tick = 70;
+constexpr double outward_tick = -40;
+constexpr double short_outward_tick = -25;
 
 /// 0 for a scale that has no ticks of its own.
 int kind_of(int code) {
@@ -49,10 +55,12 @@ class GridLines {
 
   void draw(const Slots<double>& values, double length) {
     const Extent along = is_y_ ? down_ : across_;
+    const bool on_edges = length < 0;  // outside the plot a tick may stand at its corner
     for (int i = 1; i <= values.bound(); ++i) {
       if (!has_place(map_.code(), values(i))) continue;
       const std::int32_t at = map_(values(i));
-      if (at > along.begin && at < along.end) line(at, length);
+      if (on_edges ? at >= along.begin && at <= along.end : at > along.begin && at < along.end)
+        line(at, length);
     }
   }
 
@@ -74,18 +82,80 @@ class GridLines {
   Extent down_;
 };
 
+void draw_ticks(GridLines& lines, Division division, const ScalePoints& points) {
+  if (division == Division::round) {
+    lines.draw(points.minor, short_outward_tick);
+    lines.draw(points.major, outward_tick);
+    return;
+  }
+  lines.draw(points.minor, minor_tick);
+  lines.draw(points.medium, medium_tick);
+}
+
 void draw_lines(Canvas& canvas, const ChartAxis& axis, const AxisMap& map,
                 const ScalePoints& points, bool is_y) {
   GridLines lines(canvas, map, is_y);
   {
     const auto pen =
         Selected::pen(canvas.recorder, axis.MinorStyle, axis.MinorWidth, axis.MinorColor);
-    lines.draw(points.minor, minor_tick);
-    lines.draw(points.medium, medium_tick);
+    draw_ticks(lines, chart_style(canvas.chart).division, points);
   }
   const auto pen =
       Selected::pen(canvas.recorder, axis.MajorStyle, axis.MajorWidth, axis.MajorColor);
   lines.draw(points.major, lines.full_length());
+}
+
+/// What an axis is marked with.
+struct Marking {
+  ScalePoints points;
+  std::vector<AxisLabel> labels;
+};
+
+/// The share of the axis that the label needs for itself.
+double room_of(Canvas& canvas, const std::string& label, const ChartItem& font, bool is_y) {
+  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
+  const TextSize size = text_size(canvas.text_measure, label + "0", font);  // with a gap
+  constexpr double figures = 0.85;  // of the height of a line, with a little air
+  return is_y ? figures * size.height / y_extent(plot).length()
+              : size.width / x_extent(plot).length();
+}
+
+/// Whether no label runs into the next.
+bool have_room(Canvas& canvas, const Marking& marking, const ChartItem& font, const AxisMap& map,
+               bool is_y) {
+  std::vector<AxisLabel> labels = marking.labels;
+  std::ranges::sort(labels, {}, &AxisLabel::value);
+  const double length = map.high() - map.low();
+  for (std::size_t i = 1; i < labels.size(); ++i) {
+    const double distance = map.transform(labels[i].value) - map.transform(labels[i - 1].value);
+    const double needed = (room_of(canvas, labels[i].text, font, is_y) +
+                           room_of(canvas, labels[i - 1].text, font, is_y)) /
+                          2;
+    if (distance / length < needed) return false;
+  }
+  return true;
+}
+
+/// Divided as finely as leaves each tick its label.
+Marking round_marking(Canvas& canvas, const ChartAxis& axis, const AxisMap& map, bool is_y) {
+  constexpr double step = 1.2;
+  constexpr double most = 0.5;  // of the axis, for a label
+  Marking marking;
+  for (double room = room_of(canvas, "0", axis.Label, is_y); room < most; room *= step) {
+    marking.points = round_ticks(map, room);
+    marking.labels = round_labels(axis, map.code(), marking.points);
+    if (have_room(canvas, marking, axis.Label, map, is_y)) break;
+  }
+  return marking;
+}
+
+Marking marking_of(Canvas& canvas, const ChartAxis& axis, const AxisMap& map, bool is_y) {
+  const int code = map.code();
+  if (chart_style(canvas.chart).division == Division::round)
+    return round_marking(canvas, axis, map, is_y);
+  const Limits limits = map.limits();
+  const ScalePoints points = GetScalePoints(canvas.errors, kind_of(code), limits.low, limits.high);
+  return {points, axis_labels(axis, code, points, limits)};
 }
 
 }  // namespace
@@ -96,11 +166,9 @@ void DrawGrid(Canvas& canvas, bool is_y) {
   guarded(canvas.errors, error_words("Error drawing the grid: ", "DrawGrid routine:"), [&] {
     const AxisMap map =
         is_y ? AxisMap::y(canvas.errors, plot, axis) : AxisMap::x(canvas.errors, plot, axis);
-    const Limits limits = map.limits();
-    const ScalePoints points =
-        GetScalePoints(canvas.errors, kind_of(map.code()), limits.low, limits.high);
-    draw_lines(canvas, axis, map, points, is_y);
-    draw_axis_labels(canvas, map, axis_labels(axis, map.code(), points, limits), axis.Label, is_y);
+    const Marking marking = marking_of(canvas, axis, map, is_y);
+    draw_lines(canvas, axis, map, marking.points, is_y);
+    draw_axis_labels(canvas, map, marking.labels, axis.Label, is_y);
   });
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "chart/record/canvas.h"
+#include "chart/record/chart_style.h"
 #include "chart/record/drawing_record.h"
 
 namespace tavlo {
@@ -31,8 +32,6 @@ class Obstacles {
   std::vector<drawing::Rectangle> shapes_;
   std::vector<Piece> pieces_;
 };
-
-enum class Corner { top_left, top_right, bottom_left, bottom_right };
 
 struct FreePlace {
   drawing::Place place;

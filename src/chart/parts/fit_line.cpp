@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "chart/parts/fraction_on_chart.h"
+#include "chart/parts/marker_line.h"
 #include "chart/record/thinning.h"
 #include "chart/scales/plot_coordinates.h"
 #include "life/models.h"
@@ -95,9 +96,7 @@ void draw_line(Canvas& canvas, const ChartMarker& marker, const FitResult& fit) 
   for (const DataPair& pair : sample(fit, x_map, x))
     if (has_place(y_map.code(), pair.y)) line.push_back({x_map(pair.x), y_map(pair.y)});
   if (line.size() < 2) return;
-  const auto pen =
-      Selected::pen(canvas.recorder, marker.LineStyle, marker.LineWidth, marker.LineColor);
-  canvas.recorder.add(Polyline{thin_line(line, thinning_tolerance)});
+  draw_marker_line(canvas, marker, thin_line(line, thinning_tolerance));
 }
 
 /// False for a population that no failure reaches, and for a mode without a fit.

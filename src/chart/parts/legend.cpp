@@ -8,8 +8,11 @@
 #include "chart/parts/data_points.h"
 #include "chart/parts/fit_line.h"
 #include "chart/parts/fitting_text.h"
+#include "chart/parts/marker_line.h"
 #include "chart/parts/movable_boxes.h"
+#include "chart/parts/plain_words.h"
 #include "chart/parts/symbols.h"
+#include "chart/record/chart_style.h"
 #include "life/models.h"
 
 namespace tavlo {
@@ -25,8 +28,7 @@ constexpr double sample_gap = 90;
 constexpr float smallest_font = 6;
 constexpr double just_under = 0.995;  // so that rounding takes no line away
 constexpr std::size_t fewest_lines = 2;
-constexpr double widest = 0.45;  // of the plot box
-constexpr double highest = 0.92;
+constexpr double highest = 0.92;  // of the plot box
 
 bool shares_its_data(const std::vector<PlotSet>& sets, const PlotSet& set) {
   return std::count_if(sets.begin(), sets.end(), [&](const PlotSet& other) {
@@ -49,6 +51,45 @@ std::string entry_title(const Session& session, const std::vector<PlotSet>& sets
   if (!set.fit || !shares_its_data(sets, set)) return title;
   const std::string fit = fit_name(*set.fit);
   return has_symbols(*set.marker) ? title + ", " + fit : fit;
+}
+
+bool shows_line(const PlotSet& set) { return set.fit && has_line(*set.marker); }
+
+bool shows_points(const Session& session, const PlotSet& set) {
+  return has_symbols(*set.marker) && session.project.data(set.data_index).sample().size() > 0;
+}
+
+/// The row's look in the crowd of its points, in the size of a single one.
+ChartMarker look_of(const Session& session, const Chart& chart, const PlotSet& set) {
+  const std::size_t count = session.project.data(set.data_index).sample().size();
+  ChartMarker look = look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box), count);
+  look.Size = set.marker->Size;
+  return look;
+}
+
+/// Of a chart in plain words with one data set: what each line is and, last, how many
+/// points there are.
+std::vector<LegendEntry> plain_entries(const Session& session, const Chart& chart,
+                                       const std::vector<PlotSet>& sets) {
+  std::vector<LegendEntry> entries;
+  for (const PlotSet& set : sets)
+    if (shows_line(set)) entries.push_back({*set.marker, plain_fit_name(*set.fit), true, false});
+  for (const PlotSet& set : sets)
+    if (shows_points(session, set))
+      entries.push_back({look_of(session, chart, set),
+                         plain_totals(session.project.data(set.data_index).sample()), false, true});
+  return entries;
+}
+
+std::vector<LegendEntry> entries_of_rows(const Session& session, const Chart& chart,
+                                         const std::vector<PlotSet>& sets) {
+  std::vector<LegendEntry> entries;
+  for (const PlotSet& set : sets) {
+    LegendEntry entry{look_of(session, chart, set), entry_title(session, sets, set),
+                      shows_line(set), shows_points(session, set)};
+    if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
+  }
+  return entries;
 }
 
 /// What is drawn: the entries that have room, in a font that they fit in.
@@ -79,18 +120,33 @@ void fit_height(Canvas& canvas, Layout& layout, double room) {
   layout.titles.push_back("and " + std::to_string(left_out) + " more");
 }
 
+/// Smaller letters where a title is too wide, as long as they are easily read.
+void fit_width(Canvas& canvas, Layout& layout, double room) {
+  constexpr float easily_read = 8;
+  double width = 0;
+  for (const std::string& title : layout.titles)
+    width = std::max(width, text_size(canvas.text_measure, title, layout.item).width);
+  if (width <= room) return;
+  const auto shrunk =
+      static_cast<float>(just_under * drawn_font_size(layout.item.FontSize) * room / width);
+  layout.item.FontSize = std::max(std::min(layout.item.FontSize, easily_read), shrunk);
+}
+
 Layout layout_of(Canvas& canvas, const std::vector<LegendEntry>& entries) {
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   Layout layout{with_readable_colours(canvas.chart.Boxes(chart_item::legend)), {}, 0};
   for (const LegendEntry& entry : entries) layout.titles.push_back(entry.title);
-  fit_height(canvas, layout, highest * plot.Height - 2 * padding);
   const double beside = 2 * padding + sample_width + sample_gap;
+  const double widest = chart_style(canvas.chart).widest_legend;
+  if (chart_style(canvas.chart).legend_shrinks)
+    fit_width(canvas, layout, widest * plot.Width - beside);
+  fit_height(canvas, layout, highest * plot.Height - 2 * padding);
   double width = 0;
   for (std::string& title : layout.titles) {
     title = cut_to_width(canvas.text_measure, title, layout.item, widest * plot.Width - beside);
     width = std::max(width, text_size(canvas.text_measure, title, layout.item).width);
   }
-  layout.item.Width = to_unit(beside + width);
+  layout.item.Width = to_unit(beside + width * chart_style(canvas.chart).legend_slack);
   layout.item.Height =
       to_unit(2 * padding + layout.line_height * static_cast<double>(layout.titles.size()));
   return layout;
@@ -105,24 +161,24 @@ std::vector<Rectangle> taken_areas(const Recorder& recorder) {
 void place(Canvas& canvas, ChartItem& box, const Obstacles& content) {
   if (has_own_place(canvas.chart, chart_item::legend)) return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
-  const Place at = freest_place(canvas.chart.Boxes(chart_item::plot_box), size,
-                                Corner::bottom_right, content, taken_areas(canvas.recorder))
-                       .place;
+  const Place at =
+      freest_place(canvas.chart.Boxes(chart_item::plot_box), size, chart_style(canvas.chart).legend,
+                   content, taken_areas(canvas.recorder))
+          .place;
   box.Left = at.x;
   box.Top = at.y;
 }
 
-void draw_sample(Recorder& recorder, const LegendEntry& entry, double left, double middle,
+void draw_sample(Canvas& canvas, const LegendEntry& entry, double left, double middle,
                  double most_size) {
   const ChartMarker& marker = entry.look;
   const std::int32_t y = to_unit(middle);
   if (entry.has_line) {
-    const auto pen = Selected::pen(recorder, marker.LineStyle, marker.LineWidth, marker.LineColor);
-    recorder.add(Polyline{{{to_unit(left), y}, {to_unit(left + sample_width), y}}});
+    draw_marker_line(canvas, marker, {{to_unit(left), y}, {to_unit(left + sample_width), y}});
   }
   if (!entry.has_symbol) return;
   const int size = std::min(std::abs(int{marker.Size}), to_unit(most_size));
-  draw_symbols(recorder, marker, SymbolStamp(marker.Symbol, size),
+  draw_symbols(canvas.recorder, marker, SymbolStamp(marker.Symbol, size),
                {{to_unit(left + sample_width / 2), y}});
 }
 
@@ -137,8 +193,7 @@ void draw_lines(Canvas& canvas, const Layout& layout, const std::vector<LegendEn
   double top = layout.item.Top + padding;
   for (std::size_t i = 0; i < layout.titles.size(); ++i, top += layout.line_height) {
     if (i < samples)
-      draw_sample(canvas.recorder, entries[i], left, top + layout.line_height / 2,
-                  0.9 * layout.line_height);
+      draw_sample(canvas, entries[i], left, top + layout.line_height / 2, 0.9 * layout.line_height);
     canvas.recorder.text({to_unit(left + sample_width + sample_gap), to_unit(top + lead)},
                          layout.titles[i]);
   }
@@ -161,14 +216,8 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
   const int mode = chart.Boxes(chart_item::legend).Mode;
   std::vector<LegendEntry> entries;
   if (mode == legend_mode::never) return entries;
-  for (const PlotSet& set : sets) {
-    const std::size_t count = session.project.data(set.data_index).sample().size();
-    LegendEntry entry{look_in_crowd(*set.marker, chart.Boxes(chart_item::plot_box), count),
-                      entry_title(session, sets, set), set.fit && has_line(*set.marker),
-                      has_symbols(*set.marker) && count > 0};
-    entry.look.Size = set.marker->Size;
-    if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
-  }
+  const bool is_plain = chart_style(chart).wording == Wording::plain && show_one_data_set(sets);
+  entries = is_plain ? plain_entries(session, chart, sets) : entries_of_rows(session, chart, sets);
   if (mode != legend_mode::always && entries.size() < 2) entries.clear();
   return entries;
 }

@@ -8,6 +8,8 @@
 #include "chart/parts/fitting_text.h"
 #include "chart/parts/movable_boxes.h"
 #include "chart/parts/parameter_table.h"
+#include "chart/parts/printed_parameters.h"
+#include "chart/record/chart_style.h"
 
 namespace tavlo {
 
@@ -16,15 +18,14 @@ using namespace drawing;
 namespace {
 
 constexpr double width_per_point = 16.0;  // a little wider than the letters: room between columns
-constexpr double line_spacing = 1.5;      // in text heights
 constexpr double padding = 90;
 constexpr double inside_corner = 80;
-constexpr double widest_heading = 0.4;  // of the plot
 constexpr std::int32_t rule_pen = 5;
 
 /// Where the lines and columns of the box stand.
 struct Layout {
   std::array<double, table_column::count + 1> starts{};  ///< the last is the quality's
+  std::array<double, table_column::count> ends{};
   double width = 0;
   double line_height = 0;
 };
@@ -55,17 +56,20 @@ double rows_width(Canvas& canvas, const ParameterTable& table, const Layout& lay
 Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& item) {
   Layout layout;
   const TextSize reference = text_size(canvas.text_measure, "8Xm", item);
-  layout.line_height = line_spacing * reference.height;
+  layout.line_height = chart_style(canvas.chart).line_spacing * reference.height;
   const double gap = reference.width / 4.0;
   double at = 0;
   for (std::size_t i = 0; i < table_column::count; ++i) {
     layout.starts[i] = at;
-    if (table.shown[i]) at += column_width(canvas, table, i, item) + gap;
+    if (!table.shown[i]) continue;
+    layout.ends[i] = at + column_width(canvas, table, i, item);
+    at = layout.ends[i] + gap;
   }
   layout.starts[table_column::count] = at;
   layout.width = rows_width(canvas, table, layout, gap, item);
+  const double widest = chart_style(canvas.chart).widest_parameters;
   const double most =
-      std::max(layout.width, widest_heading * canvas.chart.Boxes(chart_item::plot_box).Width);
+      std::max(layout.width, widest * canvas.chart.Boxes(chart_item::plot_box).Width);
   for (const TableLine& line : table.lines)
     for (const std::string& text : {line.heading, line.remark})
       layout.width = std::max(layout.width, std::min(most, width_of(canvas, text, item)));
@@ -132,7 +136,7 @@ void place(const Canvas& canvas, Setting& setting, std::size_t lines, const Obst
   if (has_own_place(canvas.chart, chart_item::parameter_box))
     return keep_on_chart(box, canvas.chart);
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
-  const FreePlace at = freest_place(plot, size, Corner::top_left, content, {});
+  const FreePlace at = freest_place(plot, size, chart_style(canvas.chart).parameters, content, {});
   box.Left = at.place.x;
   box.Top = at.place.y;
   setting.hidden = at.hidden;
@@ -160,6 +164,15 @@ Setting best_setting(Canvas& canvas, ParameterTable& table, const Obstacles& con
   return best;
 }
 
+void draw_cell(Recorder& recorder, const ParameterTable& table, const Layout& layout,
+               std::size_t column, const std::string& text, Place line) {
+  const bool at_right = table.numbers_at_right && column != table_column::label;
+  if (at_right) recorder.align(TextAlign::right);
+  const double along = at_right ? layout.ends[column] : layout.starts[column];
+  recorder.text({to_unit(line.x + along), line.y}, text);
+  if (at_right) recorder.align(TextAlign::left);
+}
+
 void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& line,
                const Layout& layout, double left, double top) {
   Recorder& recorder = canvas.recorder;
@@ -167,7 +180,7 @@ void draw_line(Canvas& canvas, const ParameterTable& table, const TableLine& lin
   recorder.text({to_unit(left), to_unit(top)}, line.remark);
   for (std::size_t i = 0; i < table_column::count; ++i)
     if (table.shown[i])
-      recorder.text({to_unit(left + layout.starts[i]), to_unit(top)}, line.cells[i]);
+      draw_cell(recorder, table, layout, i, line.cells[i], {to_unit(left), to_unit(top)});
   recorder.text({to_unit(left + layout.starts[table_column::count]), to_unit(top)}, line.quality);
 }
 
@@ -190,7 +203,8 @@ void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& bo
   const auto font = Selected::font(canvas.recorder, box);
   canvas.recorder.text_colour(readable_text_colour(box));
   canvas.recorder.align(TextAlign::left);
-  const double lead = layout.line_height * (1.0 - 1.0 / line_spacing) / 2.0;
+  const double lead =
+      layout.line_height * (1.0 - 1.0 / chart_style(canvas.chart).line_spacing) / 2.0;
   double top = box.Top + padding / 2 + lead;
   for (const TableLine& line : table.lines) {
     draw_line(canvas, table, line, layout, box.Left + padding, top);
@@ -198,11 +212,17 @@ void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& bo
   }
 }
 
+ParameterTable table_of(const Canvas& canvas, const Session& session,
+                        const std::vector<PlotSet>& sets) {
+  const bool is_plain = chart_style(canvas.chart).wording == Wording::plain;
+  return is_plain ? printed_parameters(session, sets) : parameter_table(session, sets);
+}
+
 }  // namespace
 
 void draw_parameter_box(Canvas& canvas, const Session& session, const std::vector<PlotSet>& sets,
                         const Obstacles& content) {
-  ParameterTable table = parameter_table(session, sets);
+  ParameterTable table = table_of(canvas, session, sets);
   if (table.lines.empty()) return;
   const auto& [box, layout, hidden] = best_setting(canvas, table, content);
   for (TableLine& line : table.lines)

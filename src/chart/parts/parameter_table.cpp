@@ -13,8 +13,6 @@ namespace tavlo {
 
 namespace {
 
-constexpr std::size_t most_lines = 50;
-
 constexpr const char* undetermined = "not determined";
 
 TableLine heading_line(const Model& model) {
@@ -86,18 +84,16 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
   if (!model) return;
   lines.push_back(heading_line(*model));
   add_rows(lines, fit, *model, data, digits);
-  if (!ranks_differ(fit, data)) return;
   TableLine line;
-  line.remark = std::string("fit: ") + rank_words(fit.request.ranks) +
-                ", points: " + rank_words(data.reading.ranks()) + " ranks";
-  lines.push_back(line);
+  line.remark = ranks_remark(fit, data);
+  if (!line.remark.empty()) lines.push_back(line);
 }
 
 TableLine set_line(const Session& session, const PlotSet& set) {
   TableLine line;
   const Sample& sample = session.project.data(set.data_index).sample();
-  line.heading = ":" + set_title(session, set) + " N" + number_text(sample.total_failures) +
-                 " /S" + number_text(sample.total_suspensions);
+  line.heading = ":" + set_title(session, set) + " N" + number_text(sample.total_failures) + " /S" +
+                 number_text(sample.total_suspensions);
   return line;
 }
 
@@ -111,6 +107,12 @@ bool says_something(const std::vector<TableLine>& lines, std::size_t column) {
 
 }  // namespace
 
+std::string ranks_remark(const FitResult& fit, const DataSet& data) {
+  if (!ranks_differ(fit, data)) return {};
+  return std::string("fit: ") + rank_words(fit.request.ranks) +
+         ", points: " + rank_words(data.reading.ranks()) + " ranks";
+}
+
 ParameterTable parameter_table(const Session& session, const std::vector<PlotSet>& sets) {
   ParameterTable table;
   int data_index = 0;
@@ -123,7 +125,7 @@ ParameterTable parameter_table(const Session& session, const std::vector<PlotSet
     add_fit(table.lines, *set.fit, session.project.data(set.data_index),
             session.settings.DigitsParBox);
   }
-  if (table.lines.size() > most_lines) table.lines.resize(most_lines);
+  if (table.lines.size() > most_table_lines) table.lines.resize(most_table_lines);
   for (std::size_t i = 0; i < table_column::count; ++i)
     table.shown[i] = says_something(table.lines, i);
   return table;

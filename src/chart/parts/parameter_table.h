@@ -32,7 +32,14 @@ struct ParameterTable {
   std::vector<TableLine> lines;
   /// Columns that say the same for every fit (1 or 0) are not shown.
   std::array<bool, table_column::count> shown{};
+  bool numbers_at_right = false;  ///< columns but the first end at their right edge
 };
+
+inline constexpr std::size_t most_table_lines = 50;
+
+/// Says so where the line and the points of a fit have different kinds of ranks; else
+/// empty.
+std::string ranks_remark(const FitResult& fit, const DataSet& data);
 
 /// At most 50 lines. Values have `DigitsParBox` significant digits.
 ParameterTable parameter_table(const Session& session, const std::vector<PlotSet>& sets);

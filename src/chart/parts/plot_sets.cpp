@@ -57,6 +57,24 @@ void show_data(ChartMarker& marker, std::int32_t data_id) {
   marker.FitId = ChartMarker{}.FitId;
 }
 
+std::string names_of_data(const Session& session, const std::vector<PlotSet>& sets) {
+  std::string names;
+  std::vector<int> named;
+  for (const PlotSet& set : sets) {
+    if (std::find(named.begin(), named.end(), set.data_index) != named.end()) continue;
+    named.push_back(set.data_index);
+    const std::string& title = session.project.data(set.data_index).Title;
+    const bool is_unnamed = is_factory_name(set.marker->Label) && !title.empty();
+    names += (names.empty() ? "" : ", ") + (is_unnamed ? title : set_title(session, set));
+  }
+  return names;
+}
+
+bool show_one_data_set(const std::vector<PlotSet>& sets) {
+  return std::all_of(sets.begin(), sets.end(),
+                     [&](const PlotSet& set) { return set.data_index == sets.front().data_index; });
+}
+
 std::string set_title(const Session& session, const PlotSet& set) {
   const std::string& label = set.marker->Label;
   const std::string& title = session.project.data(set.data_index).Title;

@@ -28,6 +28,12 @@ int fit_set_of(const Session& session, const ChartMarker& marker);
 /// The row shows that data set with its own fits, or none for 0.
 void show_data(ChartMarker& marker, std::int32_t data_id);
 
+/// The names of the data sets, each once: "Pumps, Motors".
+std::string names_of_data(const Session& session, const std::vector<PlotSet>& sets);
+
+/// Whether all plot sets show one data set.
+bool show_one_data_set(const std::vector<PlotSet>& sets);
+
 /// What a plot set is called: the label that the user gave it, else the title of
 /// its data set.
 std::string set_title(const Session& session, const PlotSet& set);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "chart/parts/fitting_text.h"
+#include "chart/record/chart_style.h"
 #include "chart/scales/axis_labels.h"
 #include "chart/scales/plot_coordinates.h"
 #include "numerics/date_text.h"
@@ -96,6 +97,19 @@ void draw_level_title(Canvas& canvas, const ChartItem& title, double x, double t
   canvas.recorder.text({to_unit(x), to_unit(top)}, item.Text2);
 }
 
+/// From x on, in the room up to the right edge of the chart.
+void draw_left_title(Canvas& canvas, const ChartItem& title, double x, double top) {
+  if (title.Text2.empty()) return;
+  const double room = edges_of(canvas.chart.Boxes(chart_item::chart_box)).right - x - note_right;
+  const ChartItem item = fitted_to_width(canvas.text_measure, title, room);
+  const TextSize size = text_size(canvas.text_measure, item.Text2, item);
+  draw_background(canvas.recorder, item, x, top, x + size.width, top + 0.9 * size.height);
+  const auto font = Selected::font(canvas.recorder, item);
+  canvas.recorder.text_colour(item.TextColor);
+  canvas.recorder.align(TextAlign::left);
+  canvas.recorder.text({to_unit(x), to_unit(top)}, item.Text2);
+}
+
 /// Straight up, its `Top` counted from the left edge of the chart.
 void draw_upright_title(Canvas& canvas, const ChartItem& title, double left, double y) {
   if (title.Text2.empty()) return;
@@ -127,38 +141,47 @@ bool has_sub_title(const ChartItem& item) {
   return !item.Text2.empty() && item.Text2 != "sub_title";
 }
 
+/// Over the plot: in its middle, or from its left edge on.
+void draw_title_over_plot(Canvas& canvas, const ChartItem& title, double top) {
+  const Extent across = x_extent(canvas.chart.Boxes(chart_item::plot_box));
+  if (chart_style(canvas.chart).titles == TitlePlace::left)
+    return draw_left_title(canvas, title, across.begin, top);
+  draw_level_title(canvas, title, (across.begin + across.end) / 2.0, top, 0.9);
+}
+
 /// The sub-title stands on the plot box; the main title gives way upward.
-void draw_main_titles(Canvas& canvas, double x) {
+void draw_main_titles(Canvas& canvas, const std::string& names) {
   const Slots<ChartItem>& boxes = canvas.chart.Boxes;
-  const ChartItem& main = boxes(chart_item::main_title);
+  ChartItem main = boxes(chart_item::main_title);
+  if (main.Text2.empty() && chart_style(canvas.chart).titled_by_data) main.Text2 = names;
   const ChartItem& sub = boxes(chart_item::sub_title);
   double main_top = main.Top;
   if (has_sub_title(sub)) {
     const double height = text_size(canvas.text_measure, sub.Text2, sub).height;
     const double top = y_extent(boxes(chart_item::plot_box)).begin - 1.1 * height;
-    draw_level_title(canvas, sub, x, top, 0.9);
+    draw_title_over_plot(canvas, sub, top);
     const double main_height = text_size(canvas.text_measure, main.Text2, main).height;
     main_top = std::min(main_top, top - 0.95 * main_height);
   }
-  draw_level_title(canvas, main, x, main_top, 0.9);
+  draw_title_over_plot(canvas, main, main_top);
 }
 
 }  // namespace
 
-void draw_titles(Canvas& canvas, const DateTime& now) {
+void draw_titles(Canvas& canvas, const DateTime& now, const std::string& names) {
   const Slots<ChartItem>& boxes = canvas.chart.Boxes;
   const ChartItem& box = boxes(chart_item::chart_box);
   const Extent across = x_extent(boxes(chart_item::plot_box));
   const Extent down = y_extent(boxes(chart_item::plot_box));
   const double centre = (across.begin + across.end) / 2.0;
-  draw_mark(canvas.recorder, box);
+  if (chart_style(canvas.chart).has_mark) draw_mark(canvas.recorder, box);
   const ChartItem& file = boxes(chart_item::file_name);
   draw_note(canvas, file, file_note(file), edges_of(box).left + file_name_left, TextAlign::left);
   const ChartItem& date = boxes(chart_item::date);
   draw_note(canvas, date, date_note(date, now), edges_of(box).right - note_right, TextAlign::right);
   const ChartItem& x_title = boxes(chart_item::x_title);
   draw_level_title(canvas, x_title, centre, x_title_top(canvas, x_title), 0.8);
-  draw_main_titles(canvas, centre);
+  draw_main_titles(canvas, names);
   const ChartItem& y_title = boxes(chart_item::y_title);
   draw_upright_title(canvas, y_title, edges_of(box).left + y_title.Top,
                      (down.begin + down.end) / 2.0);

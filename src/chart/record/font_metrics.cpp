@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "chart/record/spelled_letters.h"
 #include "project/code_page.h"
 
 namespace tavlo {
@@ -37,7 +38,8 @@ TextExtent MetricTextMeasure::measure(const std::string& utf8, const FontChoice&
   const auto& widths = font.bold ? bold_widths : regular_widths;
   std::string lost;
   double width = 0;
-  for (const char character : ansi_from_utf8(utf8, &lost)) width += width_of(character, widths);
+  for (const char character : ansi_from_utf8(with_latin_letters(utf8), &lost))
+    width += width_of(character, widths);
   width += unknown_width(lost, width_of('?', widths));
   return {width / units_per_em * font.size_points, line_height * font.size_points};
 }

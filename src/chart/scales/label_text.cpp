@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "chart/scales/axis_labels.h"
+#include "chart/scales/round_ticks.h"
+#include "chart/scales/short_number.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
 
@@ -14,7 +16,6 @@ namespace {
 constexpr std::size_t longest_pattern = 16;
 constexpr const char* last_pattern = "0.00E+00";
 constexpr int exact_digits = 12;  // hides the noise of binary fractions
-constexpr std::size_t handy_length = 7;
 
 bool has_exponent(std::string_view pattern) { return pattern.find('E') != pattern.npos; }
 bool is_percent(std::string_view pattern) { return pattern.find('%') != pattern.npos; }
@@ -42,27 +43,6 @@ std::string grown_to_tell(std::string pattern, double value, double close = 0.0)
   return pattern;
 }
 
-/// "2.5E-9": as many digits as the value needs.
-std::string scientific(double value, int digits) {
-  if (value == 0.0) return "0";
-  double exponent = IntFloor(std::log10(std::fabs(value)));
-  double mantissa = value / std::pow(10.0, exponent);
-  if (std::fabs(mantissa) >= 10.0 - 1e-9) {
-    ++exponent;
-    mantissa /= 10.0;
-  }
-  return number_text(mantissa, digits) + (exponent < 0 ? "E-" : "E+") +
-         number_text(std::fabs(exponent), 3);
-}
-
-/// Plain as long as that is handy, else the shorter form.
-std::string general_text(double value, int digits = exact_digits) {
-  std::string plain = number_text(value, digits);
-  if (plain.size() <= handy_length && !has_exponent(plain)) return plain;
-  std::string with_exponent = scientific(value, digits);
-  return has_exponent(plain) || with_exponent.size() < plain.size() ? with_exponent : plain;
-}
-
 /// How near to a limit its label comes. A limit may hold digits that nobody asked
 /// for, as after a zoom: three of them place it on any axis.
 double close_to_limit(int code, double value, Limits limits) {
@@ -77,9 +57,9 @@ std::string limit_text(double value, Limits limits) {
   const double close = 1e-4 * std::fabs(limits.high - limits.low);
   for (int digits = 3; digits < exact_digits; ++digits) {
     const auto read = parse_number(number_text(value, digits));
-    if (read && std::fabs(*read - value) <= close) return general_text(value, digits);
+    if (read && std::fabs(*read - value) <= close) return short_number(value, digits);
   }
-  return general_text(value);
+  return short_number(value, exact_digits);
 }
 
 bool is_evenly_spaced(const ScalePoints& points) { return points.minor(0) > 0.0; }
@@ -104,14 +84,15 @@ struct Form {
   bool grows = false;  ///< each value by itself
 
   std::string text(double value) const {
-    if (pattern.empty()) return general_text(value);
+    if (pattern.empty()) return short_number(value, exact_digits);
     return format_number(value, grows ? grown_to_tell(pattern, value) : pattern);
   }
 };
 
-Form form_of(const ChartAxis& axis, int code, const ScalePoints& points) {
+Form form_of(const ChartAxis& axis, int code, const ScalePoints& points,
+             const char* usual_percentage) {
   std::string pattern = axis.Label.Text2;
-  if (pattern.empty() && is_probability_scale(code)) pattern = "0%";
+  if (pattern.empty() && is_probability_scale(code)) pattern = usual_percentage;
   const bool even = is_evenly_spaced(points);
   if (pattern.empty() && even) {
     pattern = common_pattern("0", points);
@@ -135,6 +116,16 @@ bool neighbours_are_alike(std::vector<AxisLabel> labels) {
                             [](const AxisLabel& a, const AxisLabel& b) {
                               return a.text == b.text && a.value != b.value;
                             }) != labels.end();
+}
+
+/// The form grows until no two neighbours read the same.
+std::vector<AxisLabel> distinct_labels(const ScalePoints& points, Form& form) {
+  std::vector<AxisLabel> labels = labels_of(points, form);
+  while (!form.pattern.empty() && !has_exponent(form.pattern) && neighbours_are_alike(labels)) {
+    form.pattern = with_one_decimal_more(form.pattern);
+    labels = labels_of(points, form);
+  }
+  return labels;
 }
 
 /// Decades first on a log axis, so that they keep their labels in a crowd.
@@ -180,18 +171,19 @@ std::string with_one_decimal_more(std::string_view pattern) {
 
 std::vector<AxisLabel> axis_labels(const ChartAxis& axis, int code, const ScalePoints& points,
                                    Limits limits) {
-  Form form = form_of(axis, code, points);
-  std::vector<AxisLabel> labels = labels_of(points, form);
-  while (!form.pattern.empty() && !has_exponent(form.pattern) && neighbours_are_alike(labels)) {
-    form.pattern = with_one_decimal_more(form.pattern);
-    labels = labels_of(points, form);
-  }
+  Form form = form_of(axis, code, points, "0%");
+  std::vector<AxisLabel> labels = distinct_labels(points, form);
   if (!is_evenly_spaced(points) && is_probability_scale(code)) put_middle_first(labels);
   const bool is_general = axis.Label.Text2.empty() && !is_probability_scale(code);
   for (const double limit : {limits.low, limits.high})
     labels.push_back({limit, label_of_limit(form, is_general, code, limit, limits)});
   if (!is_evenly_spaced(points) && !is_probability_scale(code)) put_decades_first(labels);
   return labels;
+}
+
+std::vector<AxisLabel> round_labels(const ChartAxis& axis, int code, const ScalePoints& points) {
+  Form form = form_of(axis, code, points, "0 %");
+  return distinct_labels(points, form);
 }
 
 }  // namespace tavlo

@@ -9,6 +9,7 @@
 #include "chart/parts/movable_boxes.h"
 #include "chart/scales/chart_view.h"
 #include "painter/player.h"
+#include "project/chart_looks.h"
 #include "workspace/chart/chart_overlay.h"
 #include "workspace/chart/mark_dialog.h"
 #include "workspace/qt/qt_text.h"
@@ -112,6 +113,12 @@ void ChartWindow::set_precise(bool on) {
 
 void ChartWindow::set_sub_populations(bool on) {
   stage_.chart().SubPopulations = on;
+  stage_.announce_change();
+}
+
+void ChartWindow::set_look(const std::string& look) {
+  stage_.session().settings.ChartType = look;
+  apply_chart_look(stage_.chart(), look);
   stage_.announce_change();
 }
 

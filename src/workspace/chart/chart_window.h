@@ -46,6 +46,8 @@ class ChartWindow : public QWidget {
   bool is_precise() const { return precise_; }
   void set_precise(bool on);
   void set_sub_populations(bool on);
+  /// Gives this chart, and those that are made from now on, a look (see chart_looks).
+  void set_look(const std::string& look);
 
   /// The next click or drag places a mark.
   void add_mark(MarkKind kind);

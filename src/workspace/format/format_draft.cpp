@@ -3,6 +3,7 @@
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/preview.h"
 #include "files/chart_repair.h"
+#include "project/chart_types.h"
 
 namespace tavlo {
 
@@ -32,6 +33,9 @@ void FormatDraft::compose() { drawing_ = preview_chart(session_, chart()); }
 void FormatDraft::keep() {
   make_drawable(chart());
   SetAutoScale(session_, chart());
+  const std::string& type = chart().Profile;
+  if (is_chart_look(type) && type != session_.project.charts(index_).Profile)
+    session_.settings.ChartType = type;
   session_.project.charts(index_) = chart();
   session_.ports.views.chart_changed(index_);
 }

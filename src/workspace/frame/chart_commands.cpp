@@ -1,6 +1,7 @@
 #include "workspace/frame/chart_commands.h"
 
 #include "workspace/chart/chart_files.h"
+#include "workspace/chart/look_choice.h"
 #include "workspace/format/format_dialog.h"
 
 namespace tavlo {
@@ -8,9 +9,12 @@ namespace tavlo {
 ChartCommands::ChartCommands(Program& program, ProjectWindows& windows, QWidget& frame)
     : program_(program), windows_(windows), frame_(frame) {}
 
-void ChartCommands::attach(ChartWindow& chart) {
+QMenu& ChartCommands::attach(ChartWindow& chart) {
+  auto* looks = new LookChoice(chart, program_.commands);
+  windows_.add_bar(chart, looks->make_bar(&chart));
   connect(&chart, &ChartWindow::format_wanted, this,
           [this, &chart](drawing::Place place) { format(chart, place); });
+  return looks->menu();
 }
 
 void ChartCommands::toggle_zoom() {

@@ -1,6 +1,7 @@
 // ChartCommands: what the commands that work on a chart do, and printing.
 #pragma once
 
+#include <QMenu>
 #include <QObject>
 
 #include "workspace/frame/printing.h"
@@ -16,8 +17,8 @@ class ChartCommands : public QObject {
   /// `frame` is the window that dialogs belong to.
   ChartCommands(Program& program, ProjectWindows& windows, QWidget& frame);
 
-  /// Answers a chart's wish for a format.
-  void attach(ChartWindow& chart);
+  /// Answers a chart's wish for a format and gives it the bar of looks; the menu of looks.
+  QMenu& attach(ChartWindow& chart);
 
   bool any() const { return windows_.current_chart() > 0; }
 

@@ -1,5 +1,6 @@
 #include "workspace/frame/child_window.h"
 
+#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QMdiArea>
 
@@ -22,6 +23,10 @@ void ChildWindow::bring_to_front() {
   show();
   if (mdiArea()) mdiArea()->setActiveSubWindow(this);
   if (!isAncestorOf(focusWidget())) widget()->setFocus();
+}
+
+void ChildWindow::add_bar(QWidget* bar) {
+  if (auto* rows = qobject_cast<QBoxLayout*>(layout())) rows->insertWidget(0, bar);
 }
 
 void ChildWindow::closeEvent(QCloseEvent* event) {

@@ -17,6 +17,8 @@ class ChildWindow : public QMdiSubWindow {
 
   /// Shows the window, out of an icon if need be, and gives it the focus.
   void bring_to_front();
+  /// Takes a tool bar above the content.
+  void add_bar(QWidget* bar);
 
  signals:
   /// The user closed the window; it is hidden already.

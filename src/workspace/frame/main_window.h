@@ -5,6 +5,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
 
 #include "workspace/frame/busy_filter.h"
@@ -83,6 +84,7 @@ class MainWindow : public QMainWindow {
   QLabel method_panel_;
   ChartCommands charts_;
   QMenu chart_menu_;
+  QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
   bool close_wanted_ = false;
 };

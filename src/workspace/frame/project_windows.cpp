@@ -236,6 +236,11 @@ void ProjectWindows::bring_to_front(const QWidget& view) {
     if (each->widget() == &view) each->bring_to_front();
 }
 
+void ProjectWindows::add_bar(const QWidget& view, QWidget* bar) {
+  for (ChildWindow* each : children_)
+    if (each->widget() == &view) each->add_bar(bar);
+}
+
 void ProjectWindows::Tile_Block() {
   in_blocks_ = true;
   std::array<bool, block_count> visible{};

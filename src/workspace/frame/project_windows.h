@@ -62,6 +62,9 @@ class ProjectWindows : public QMdiArea {
   /// Shows the window around a view and gives it the focus.
   void bring_to_front(const QWidget& view);
 
+  /// Puts a tool bar above a view, in the window around it.
+  void add_bar(const QWidget& view, QWidget* bar);
+
   /// The record index of the sheet or panel that has the focus; 1 when none has.
   int current_index() const;
 

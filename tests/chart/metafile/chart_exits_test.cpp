@@ -34,10 +34,10 @@ TEST(SaveWMF, AFailureIsToldAndLeavesTheOldFile) {
 
 TEST(SaveWMF, CharactersAreReplacedOnlyWithLeave) {
   DrawingRecord greek = small_drawing();
-  greek.records = {drawing::Text{{1, 2}, "\u03B2 = 2"}};
+  greek.records = {drawing::Text{{1, 2}, "\u03BB = 2"}};
   for (const BoxAnswer answer : {BoxAnswer::ok, BoxAnswer::cancel}) {
     test::TestWorld here;
-    here.prompts.expect_box("Save chart", "\u03B2", answer);
+    here.prompts.expect_box("Save chart", "\u03BB", answer);
     EXPECT_EQ(SaveWMF(here.session, greek, "a.wmf"), answer == BoxAnswer::ok);
     EXPECT_EQ(here.files.exists("a.wmf"), answer == BoxAnswer::ok);
   }

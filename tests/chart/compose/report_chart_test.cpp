@@ -1,0 +1,99 @@
+// A chart of type Report as a whole: what it says, and what it leaves out.
+#include <gtest/gtest.h>
+
+#include "chart/chart_world.h"
+#include "chart/metafile/metafile_writer.h"
+#include "chart/scales/plot_coordinates.h"
+#include "project/chart_looks.h"
+#include "project/chart_types.h"
+#include "project/plot_rows.h"
+
+namespace tavlo {
+namespace {
+
+using test::has_text;
+using test::texts;
+
+struct ReportWorld : test::ChartWorld {
+  ReportWorld() {
+    show_published();
+    session.project.data(1).Title = "Pumps";
+    apply_chart_look(chart(), report_chart_type);
+  }
+};
+
+TEST(ReportChart, SaysInPlainWordsWhatItShows) {
+  ReportWorld here;
+  const DrawingRecord drawing = here.draw();
+  for (const char* words :
+       {"Pumps", "Time to failure", "Fraction failed", "2-parameter Weibull, regression",
+        "10 failures, 10 suspensions", "η = 606.5", "β = 1.72", "20 %", "50 %", "200"})
+    EXPECT_TRUE(has_text(drawing, words)) << words;
+  for (const char* words : {"Results", "Life", "Data1", "W2P/"})
+    EXPECT_FALSE(has_text(drawing, words)) << words;
+  EXPECT_TRUE(here.world.prompts.shown().empty());
+
+  here.chart().Boxes(chart_item::main_title).Text2 = "Own words";
+  EXPECT_TRUE(has_text(here.draw(), "Own words"));
+}
+
+// A metafile has no Greek letters; nobody is asked about them.
+TEST(ReportChart, AMetafileSpellsTheLettersOut) {
+  ReportWorld here;
+  std::string lost;
+  const std::string bytes = metafile_bytes(here.draw(), &lost);
+  EXPECT_EQ(lost, "");
+  EXPECT_NE(bytes.find("eta = 606.5"), std::string::npos);
+  EXPECT_NE(bytes.find("beta = 1.72"), std::string::npos);
+}
+
+// Each grid line of an axis has its number, whatever the numbers' length; at the right
+// edge a long one would leave the chart.
+TEST(ReportChart, EveryTickHasItsLabel) {
+  const Limits cases[] = {{1, 1e3},   {1e6, 1e10},    {1e-30, 1e30},      {0.001, 0.01},
+                          {1e3, 1e4}, {1000, 1002},   {2, 3000},          {1e-9, 1e9},
+                          {54, 386},  {1e8, 1.001e8}, {0.12345, 0.12346}, {1e5, 1e11}};
+  for (const Limits& limits : cases)
+    for (const int scale : {x_scale::linear, x_scale::log}) {
+      ReportWorld here;
+      ChartAxis& axis = here.chart().Axes(0);
+      axis.AutoMin = axis.AutoMax = false;
+      axis.Min = limits.low;
+      axis.Max = limits.high;
+      axis.ScaleType = static_cast<std::int16_t>(scale);
+      const DrawingRecord drawing = here.draw();
+      const ChartItem& plot = here.chart().Boxes(chart_item::plot_box);
+      const int bottom = plot.Top + plot.Height;
+      std::vector<int> ticks;
+      for (const auto& line : test::all<drawing::Polyline>(drawing))
+        if (line.places.size() == 2 && line.places[0].y == bottom &&
+            line.places[1].y == bottom + 40 && line.places[0].x < plot.Left + plot.Width)
+          ticks.push_back(line.places[0].x);
+      EXPECT_GE(ticks.size(), 2u);
+      for (const int tick : ticks)
+        EXPECT_TRUE(std::ranges::any_of(test::all<drawing::Text>(drawing),
+                                        [&](const drawing::Text& text) {
+                                          return text.place.x == tick && text.place.y > bottom;
+                                        }))
+            << limits.low << " to " << limits.high << " at " << tick;
+    }
+}
+
+TEST(ReportChart, AllThatIsWrittenLiesOnTheChart) {
+  for (const int sets : {1, 2, 9}) {
+    test::SetsWorld here(sets);
+    apply_chart_look(here.chart(), report_chart_type);
+    const DrawingRecord drawing = here.draw();
+    for (const drawing::Text& text : test::all<drawing::Text>(drawing)) {
+      EXPECT_GE(text.place.x, 0) << text.utf8;
+      EXPECT_LE(text.place.x, drawing.width) << text.utf8;
+      EXPECT_GE(text.place.y, 0) << text.utf8;
+      EXPECT_LE(text.place.y, drawing.height) << text.utf8;
+    }
+    EXPECT_EQ(has_text(drawing, "3 failures"), sets == 1) << "several sets are named instead";
+    EXPECT_TRUE(has_text(drawing, "Rig 1") || sets > 1);
+  }
+}
+
+}  // namespace
+}  // namespace tavlo
