@@ -84,6 +84,7 @@ bool Printing::print(QWidget* parent, const PrintJob& job) {
 void Printing::preview(QWidget* parent, const PrintJob& job) {
   QPrintPreviewDialog dialog(&printer_for(job), parent);
   dialog.setWindowTitle(QStringLiteral("Print Preview ") + job.title);
+  if (parent) dialog.resize(parent->size() * 9 / 10);
   QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
                    [&job](QPrinter* page) { job.print(*page, most_previewed); });
   dialog.exec();

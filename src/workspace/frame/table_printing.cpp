@@ -41,7 +41,8 @@ class Cells {
   int first_;
 };
 
-/// The longest text stands for the widest: to measure each one of a million rows takes long.
+/// The longest text stands for the widest, since to measure a million takes long; a spare
+/// character makes up for digits that are not all of one width.
 double natural_width(const Cells& cells, int column, const QFontMetricsF& metrics) {
   QString longest = cells.text(-1, column);
   double width = metrics.horizontalAdvance(longest);
@@ -49,7 +50,7 @@ double natural_width(const Cells& cells, int column, const QFontMetricsF& metric
     if (QString text = cells.text(row, column); text.size() > longest.size())
       longest = std::move(text);
   width = std::max(width, metrics.horizontalAdvance(longest));
-  return width + 2 * metrics.averageCharWidth();
+  return width + 3 * metrics.averageCharWidth();
 }
 
 /// Columns keep their natural width where the page has room; else the widest give way.
