@@ -10,6 +10,7 @@
 #include "chart/parts/fit_line.h"
 #include "chart/record/canvas.h"
 #include "life/models.h"
+#include "project/ranking.h"
 
 namespace tavlo {
 namespace {
@@ -23,26 +24,21 @@ DataSet weibull_sample(int count) {
   std::weibull_distribution<double> sample(2, 1000);
   std::vector<double> times;
   for (int i = 0; i < count; ++i) times.push_back(sample(generator));
-  std::sort(times.begin(), times.end());
-  DataSet data = fuStandardData();
-  data.Count = count;
-  data.Points.resize(count);
-  for (int i = 1; i <= count; ++i) {
-    DataPoint& point = data.Points(i);
-    point.X = static_cast<float>(times[static_cast<std::size_t>(i) - 1]);
-    point.Y = static_cast<float>((i - 0.3) / (count + 0.4));
-    point.Fails = 1;
-  }
+  std::vector<test::Point> points;
+  for (const double time : times) points.push_back({time});
+  DataSet data = test::make_data(points);
+  UnheardReports reports;
+  Make_Ranks(reports.errors, true, data);
   return data;
 }
 
 void compose(benchmark::State& state) {
   BenchWorld here;
   DataSet data = weibull_sample(static_cast<int>(state.range(0)));
-  data.UniqueId = here.session.gData(1).UniqueId;
-  here.session.gData(1) = std::move(data);
+  data.UniqueId = here.session.project.data(1).UniqueId;
+  here.session.project.data(1) = std::move(data);
   for (auto _ : state) {
-    SetAutoScale(here.session, here.session.gChart(1));
+    SetAutoScale(here.session, here.session.project.charts(1));
     benchmark::DoNotOptimize(fl_Make_WMF(here.session, 1));
   }
 }
@@ -55,11 +51,11 @@ void compose_twenty_sets(benchmark::State& state) {
     if (i > 1) New_frm_Data(here.session);
     if (i > 1) New_frm_Fit(here.session);
     DataSet data = weibull_sample(static_cast<int>(state.range(0)));
-    data.UniqueId = here.session.gData(i).UniqueId;
-    here.session.gData(i) = std::move(data);
-    here.session.gFit(i).nFits = 1;
-    here.session.gFit(i).Fits.resize(1);
-    here.session.gFit(i).Fits(1) =
+    data.UniqueId = here.session.project.data(i).UniqueId;
+    here.session.project.data(i) = std::move(data);
+    here.session.project.fits(i).nFits = 1;
+    here.session.project.fits(i).Fits.resize(1);
+    here.session.project.fits(i).Fits(1) =
         test::fit_of(model_code::weibull2, {{1 / (500.0 * i), 1, 2, 0, 1}});
   }
   for (auto _ : state) benchmark::DoNotOptimize(here.draw());
@@ -70,8 +66,8 @@ BENCHMARK(compose_twenty_sets)->Arg(20)->Arg(1000)->Unit(benchmark::kMillisecond
 void precise_reading(benchmark::State& state) {
   BenchWorld here;
   DataSet data = weibull_sample(static_cast<int>(state.range(0)));
-  data.UniqueId = here.session.gData(1).UniqueId;
-  here.session.gData(1) = std::move(data);
+  data.UniqueId = here.session.project.data(1).UniqueId;
+  here.session.project.data(1) = std::move(data);
   here.draw();
   Readout readout(here.session, here.chart());
   for (auto _ : state) benchmark::DoNotOptimize(readout.precise_at({5000, 3000}, 60));
@@ -80,8 +76,8 @@ BENCHMARK(precise_reading)->Arg(20)->Arg(1000000)->Unit(benchmark::kMicrosecond)
 
 void fit_line(benchmark::State& state) {
   BenchWorld here;
-  Chart& chart = here.session.gChart(1);
-  const FitResult& fit = here.session.gFit(1).Fits(1);
+  Chart& chart = here.session.project.charts(1);
+  const FitResult& fit = here.session.project.fits(1).Fits(1);
   for (auto _ : state) {
     DrawingRecord drawing;
     Recorder recorder(drawing);

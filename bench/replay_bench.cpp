@@ -10,7 +10,9 @@
 
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
+#include "chart/compose/unheard_reports.h"
 #include "painter/player.h"
+#include "project/ranking.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -26,16 +28,17 @@ DataSet sample(int count) {
   std::vector<test::Point> points;
   for (const double time : times) points.push_back({time});
   DataSet data = test::make_data(points);
-  for (int i = 1; i <= count; ++i) data.Points(i).Y = static_cast<float>((i - 0.3) / (count + 0.4));
+  UnheardReports reports;
+  Make_Ranks(reports.errors, true, data);
   return data;
 }
 
 void replay(benchmark::State& state) {
   test::TestWorld world;
   DataSet data = sample(static_cast<int>(state.range(0)));
-  data.UniqueId = world.session.gData(1).UniqueId;
-  world.session.gData(1) = std::move(data);
-  SetAutoScale(world.session, world.session.gChart(1));
+  data.UniqueId = world.session.project.data(1).UniqueId;
+  world.session.project.data(1) = std::move(data);
+  SetAutoScale(world.session, world.session.project.charts(1));
   const DrawingRecord drawing = fl_Make_WMF(world.session, 1);
   QImage window(1920, 1080, QImage::Format_RGB32);
   for (auto step : state) {

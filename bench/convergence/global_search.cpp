@@ -207,10 +207,10 @@ void keep_better(std::optional<Optimum>& best, const std::optional<Optimum>& oth
 }
 
 /// Fewer points than parameters: a family of curves goes through the means of all points, and
-/// none of them is a definite optimum.
+/// none of them is a definite optimum. By Y on X a time is one point.
 bool is_saturated(const Objective& objective) {
   std::vector<double> x = objective.ln_times();
-  x.erase(std::unique(x.begin(), x.end()), x.end());
+  if (objective.method() == method_code::y_on_x) x.erase(std::unique(x.begin(), x.end()), x.end());
   return !objective.is_likelihood() && x.size() < objective.parameters();
 }
 

@@ -1,6 +1,6 @@
 #include "actions/dispatch.h"
 
-#include <array>
+#include <algorithm>
 #include <optional>
 
 #include "actions/fitting_companion.h"
@@ -33,14 +33,14 @@ class Samples {
   explicit Samples(const DataSet& data) : data_(data) {}
 
   const Sample& with(RankKind ranks) {
-    std::optional<Sample>& sample = samples_[ranks == RankKind::exact ? 1 : 0];
-    if (!sample) sample = sample_of(data_, ranks);
-    return *sample;
+    if (ranks == data_.reading.ranks()) return data_.sample();
+    if (!other_) other_ = data_.reading.sample_with(ranks);
+    return *other_;
   }
 
  private:
   const DataSet& data_;
-  std::array<std::optional<Sample>, 2> samples_;
+  std::optional<Sample> other_;
 };
 
 /// Where a request comes from and where its answer goes.
@@ -53,10 +53,10 @@ struct Desk {
   Desk(Session& the_session, int data_index, int the_fit_index)
       : session(the_session),
         fit_index(the_fit_index),
-        data(the_session.gData(data_index)),
+        data(the_session.project.data(data_index)),
         samples(data) {}
 
-  FitSet& fits() const { return session.gFit(fit_index); }
+  FitSet& fits() const { return session.project.fits(fit_index); }
   FitPanel& panel() const { return *session.gFitForm(fit_index); }
   Prompts& prompts() const { return session.ports.prompts; }
 
@@ -76,17 +76,17 @@ struct Outcome {
 
 bool has_data(const Session& session, int data_index) {
   const DataSheet& sheet = *session.gDataForm(data_index);
-  return sheet.bclean || sheet.lrows >= 2;
+  return sheet.data().is_read() || sheet.last_row() >= 2;
 }
 
 bool leaves_suspensions_out(const Desk& desk, const FitRequest& request) {
   return has_censored_choice(request.model, request.method) && !request.censored &&
-         desk.data.Points(0).Susps > 0;
+         desk.data.sample().total_suspensions > 0;
 }
 
 FitAnswer answer_to(Desk& desk, const FitRequest& request) {
   if (leaves_suspensions_out(desk, request))
-    desk.session.ports.views.status(left_out_sentence(desk.data.Points(0).Susps));
+    desk.session.ports.views.status(left_out_sentence(desk.data.sample().total_suspensions));
   const BusyPointer busy(desk.session.ports.views);
   FittingCompanion companion(desk.session, *find_model(request.model));
   return fit(desk.samples.with(request.ranks), request, companion);
@@ -96,6 +96,11 @@ FitAnswer answer_to(Desk& desk, const FitRequest& request) {
 void tell_refusal(const Desk& desk, const FitRequest& request, const Refusal& refusal) {
   if (is_silent(refusal, request)) return;
   if (const auto box = refusal_box(refusal, request, desk.data)) {
+    // The fits of a set, and the one asked for, may fail for one reason: it is told once.
+    if (auto& told = desk.session.fitting.told) {
+      if (std::find(told->begin(), told->end(), box->text) != told->end()) return;
+      told->push_back(box->text);
+    }
     desk.prompts().show(*box);
     return;
   }
@@ -132,7 +137,7 @@ void remark_fit(const Desk& desk, const FitRequest& request, int slot) {
   if (fit.starts)
     desk.remark(sentence(starts_words(*fit.starts, fit.proof, fit.Method == method_code::mle)));
   if (leaves_suspensions_out(desk, request))
-    desk.remark(left_out_sentence(desk.data.Points(0).Susps));
+    desk.remark(left_out_sentence(desk.data.sample().total_suspensions));
 }
 
 Outcome answer_request(Desk& desk, const FitRequest& request) {
@@ -259,9 +264,9 @@ FitRequest request_of_panel(const Session& session, int fit_index) {
 }
 
 void show_on_chart(Session& session, int fit_index, int slot) {
-  if (session.nCharts < 1) return;
-  Chart& chart = session.gChart(session.nCharts);
-  const Model* model = find_model(session.gFit(fit_index).Fits(slot).ModelCode);
+  if (session.project.charts.bound() < 1) return;
+  Chart& chart = session.project.charts(session.project.charts.bound());
+  const Model* model = find_model(session.project.fits(fit_index).Fits(slot).ModelCode);
   if (session.settings.ShowLast) chart.Markers(1).FitNumber = slot;
   // A model without axes of its own is drawn on the paper that the chart has.
   if (session.settings.ShowLast && model && model->y_scale() != 0) {
@@ -269,7 +274,7 @@ void show_on_chart(Session& session, int fit_index, int slot) {
     chart.Axes(1).ScaleType = static_cast<std::int16_t>(model->y_scale());
   }
   session.gChartNow = chart;
-  session.ports.views.chart_changed(session.nCharts);
+  session.ports.views.chart_changed(session.project.charts.bound());
 }
 
 }  // namespace tavlo

@@ -26,7 +26,7 @@ constexpr std::array<TableRow, 15> refusal_table = {{
     {"time-not-above-zero", "row {row} has the time {1}; the model needs times above 0"},
     {"rank-off-paper", "row {row} has the plotting position {1}, which must lie between 0 and 1"},
     {"no-spread", not_constant},
-    {"no-such-fit", "this model can't be fitted by this method"},
+    {"no-such-fit", "this model is not available by this method"},
     {"slope-missing", "the model needs a slope"},
     {"no-failure", "there is no failure"},
     {"slope-without-limit",
@@ -43,7 +43,7 @@ constexpr std::array<TableRow, 15> refusal_table = {{
 }};
 static_assert(static_cast<std::size_t>(RefusalCode::stopped) + 1 == refusal_table.size());
 
-constexpr std::array<TableRow, 12> note_table = {{
+constexpr std::array<TableRow, 13> note_table = {{
     {"suspensions-left-out",
      "{0 suspension} left out of this likelihood (the choice Censored takes them in)"},
     {"unconfirmed", "fewer than two independent starts found the best answer: it is unconfirmed"},
@@ -53,19 +53,23 @@ constexpr std::array<TableRow, 12> note_table = {{
     {"counted-rows",
      "failures counted on one row (100x3) share one plotting position; listed one by one they "
      "rank differently, and this regression with them"},
-    {"population-not-reached",
-     "no failure reaches population {0}: only its share is known, its life is not determined"},
+    {"population-not-reached", "no failure reaches population {0}: its life is not determined"},
     {"likelihood-for-one-mode",
      "failure mode {mode} has {1 failure} at one time only, and is fitted by maximum likelihood"},
     {"mode-not-fitted", "failure mode {mode} is not fitted: {reason}"},
     {"modes-left-out", "the answers for the life as a whole leave out failure mode {modes}"},
     {"fewer-points",
-     "the failures give only {0} points for {1} parameters: many curves fit as well, or better"},
+     "the failures give only {0} points for {1} parameters: some curve goes through them all, "
+     "which "
+     "proves nothing"},
     {"better-beyond-fence",
      "a population of fewer than two failures, or parameters that run off to a limit, would fit "
      "better, which is no answer"},
+    {"no-interior-maximum",
+     "as t0 falls without limit r squared goes on rising, or all but rises, to that of the Gumbel "
+     "Lower model (G-): this t0 is only where it rises no more that could be felt"},
 }};
-static_assert(static_cast<std::size_t>(NoteCode::better_beyond_fence) + 1 == note_table.size());
+static_assert(static_cast<std::size_t>(NoteCode::no_interior_maximum) + 1 == note_table.size());
 
 double value_of(const std::vector<double>& values, std::size_t i) {
   return i < values.size() ? values[i] : 0.0;

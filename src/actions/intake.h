@@ -6,11 +6,11 @@
 
 namespace tavlo {
 
-/// Ends a pending edit, drops empty rows, sorts, reads and ranks the sheet, and
-/// lists short data sets in the log. With `refit` the requests of the existing fits
-/// are answered anew. `clean` comes back true when nothing had to be done. False,
-/// after a box, when a cell can't be read: there is nothing to calculate from then.
-bool CheckDirtyData(Session& session, int data_index, bool& clean, bool refit);
+/// Ends a pending edit, reads and ranks the rows if they have changed, answers the requests
+/// of the existing fits anew, and lists short data sets in the log. `clean` comes back true
+/// when nothing had to be done. False, after a box, when a cell can't be read: there is
+/// nothing to calculate from then.
+bool CheckDirtyData(Session& session, int data_index, bool& clean);
 
 /// The action of the panel's button: intake, fit, report. Does nothing while
 /// busy; without a model it asks for one in the log.

@@ -89,10 +89,10 @@ std::string mode_line(ErrorReporter& reporter, const ModeFit& mode, const DataSe
 }
 
 /// The name of the fit, the units and, of a fit of all modes together, its quality.
-std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const DataPoint& summary,
+std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const Sample& sample,
                        int digits) {
-  const std::string units = fit.Label + tab + "N= " + number_text(summary.Fails + summary.Susps) +
-                            " /S= " + number_text(summary.Susps) + line_end;
+  const std::string units = fit.Label + tab + "N= " + number_text(sample.total_failures + sample.total_suspensions) +
+                            " /S= " + number_text(sample.total_suspensions) + line_end;
   if (!fit.modes.empty()) return units;
   return units + quality_words(reporter, fit.Method, fit.Quality, digits);
 }
@@ -106,7 +106,7 @@ std::string note_lines(const FitResult& fit, const DataSet& data) {
 std::string entry_body(Session& session, const FitResult& fit, const DataSet& data) {
   ErrorReporter& reporter = session.errors;
   const int digits = session.settings.DigitsLog;
-  std::string text = head_lines(reporter, fit, data.Points(0), digits);
+  std::string text = head_lines(reporter, fit, data.sample(), digits);
   const bool populations = shows_populations(fit);
   if (populations) text += population_block(fit, digits);
   for (int i = 1; i <= last_row(fit); ++i) {
@@ -197,9 +197,9 @@ void load_row(Session& session, const FitSet& fits, const DataSet& data, int slo
 
 /// The data set of a fit set: the one that it names, else the one at its index.
 const DataSet& data_of(const Session& session, int fit_index) {
-  const FitSet& fits = session.gFit(fit_index);
-  const int named = fits.DataIds.bound() >= 1 ? find_data(session, fits.DataIds(1)) : 0;
-  return session.gData(named > 0 ? named : fit_index);
+  const FitSet& fits = session.project.fits(fit_index);
+  const int named = fits.DataIds.bound() >= 1 ? find_data(session.project, fits.DataIds(1)) : 0;
+  return session.project.data(named > 0 ? named : fit_index);
 }
 
 /// The slot whose rows cover a row of the grid; 0 for the headings.
@@ -216,9 +216,9 @@ int slot_at(const FitSet& fits, int grid_row) {
 
 void AppendLog(Session& session, const std::string& text, bool as_rtf) {
   if (as_rtf) {
-    session.log.append_rtf(text);
+    session.project.log.append_rtf(text);
   } else {
-    session.log.append_plain(text);
+    session.project.log.append_plain(text);
   }
   session.ports.views.log_changed();
 }
@@ -226,9 +226,9 @@ void AppendLog(Session& session, const std::string& text, bool as_rtf) {
 void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
   const auto words = error_words("Error writing the log: ", "PostFitLog routine:");
   guarded(session.errors, words, [&] {
-    const FitSet& fits = session.gFit(fit_index);
+    const FitSet& fits = session.project.fits(fit_index);
     const FitResult& fit = fits.Fits(fit_slot < 1 ? fits.nFits : fit_slot);
-    const std::string body = entry_body(session, fit, session.gData(data_index));
+    const std::string body = entry_body(session, fit, session.project.data(data_index));
     AppendLog(session,
               "********** Tavlo Fit ********** " +
                   format_date(session.ports.clock.now(), "    hh:mm am/pm") + line_end + body +
@@ -239,7 +239,7 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
 
 void Load_Fit(Session& session, int fit_index) {
   guarded(session.errors, error_words("Display fit error: ", "Load_Fit routine:"), [&] {
-    const FitSet& fits = session.gFit(fit_index);
+    const FitSet& fits = session.project.fits(fit_index);
     const DataSet& data = data_of(session, fit_index);
     Grid& grid = session.gFitForm(fit_index)->grd_Fit;
     grid.set_rows(1);
@@ -252,7 +252,7 @@ void Load_Fit(Session& session, int fit_index) {
 }
 
 std::string notes_at(const Session& session, int fit_index, int grid_row) {
-  const FitSet& fits = session.gFit(fit_index);
+  const FitSet& fits = session.project.fits(fit_index);
   const DataSet& data = data_of(session, fit_index);
   const int slot = slot_at(fits, grid_row);
   if (slot == 0) return "";
@@ -265,12 +265,10 @@ std::string notes_at(const Session& session, int fit_index, int grid_row) {
 
 // An entry of the sheet counts before it is read: the fits don't know of it.
 bool is_out_of_date_at(const Session& session, int fit_index, int grid_row) {
-  const FitSet& fits = session.gFit(fit_index);
+  const FitSet& fits = session.project.fits(fit_index);
   const int slot = slot_at(fits, grid_row);
   if (slot == 0) return false;
-  const int sheet = session.gFitForm(fit_index)->data_index;
-  return !session.gDataForm(sheet)->bclean ||
-         !is_current(fits.Fits(slot), data_of(session, fit_index));
+  return is_out_of_date(fits.Fits(slot), data_of(session, fit_index));
 }
 
 }  // namespace tavlo

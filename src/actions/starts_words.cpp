@@ -20,7 +20,7 @@ std::string starts_words(const StartsReport& starts, const std::optional<Proof>&
   const std::string tried = std::to_string(starts.tried);
   if (starts.tried < 1) return "too few failures for a search of other populations";
   if (proof && proof->kind == Proof::Kind::flat)
-    return "no better optimum from " + tried + " starts";
+    return "no better optimum from " + tried + (starts.tried == 1 ? " start" : " starts");
   return std::to_string(starts.agreed) + " of " + tried + " starts ended at this optimum" +
          runner_up(starts, likelihood);
 }

@@ -92,22 +92,16 @@ int number_of(const std::vector<double>& values, std::size_t i) {
 
 std::string shown(double value) { return number_text(value, 7); }
 
-/// The number that the person knows a row by. `entry` is an index of `Points`.
-int row_number(const DataSet& data, int entry) {
-  const bool known = entry >= 1 && entry <= data.Points.bound();
-  return known && data.Points(entry).Order > 0 ? data.Points(entry).Order : entry;
-}
-
 FitNames names_of(const DataSet& data) {
-  return {.has_modes = data.nModes > 0,
+  return {.has_modes = data.ModeNames.bound() > 0,
           .mode = [&data](int mode) { return mode_name(data, mode); },
-          .row = [&data](int entry) { return row_number(data, entry); }};
+          .row = [](int entry) { return entry; }};
 }
 
-std::string time_words(const Refusal& refusal, const Model* model, const DataSet& data) {
+std::string time_words(const Refusal& refusal, const Model* model) {
   const double time = value_of(refusal.values, 1);
   const std::string row =
-      "Row " + std::to_string(row_number(data, number_of(refusal.values, 0))) + ": ";
+      "Row " + std::to_string(number_of(refusal.values, 0)) + ": ";
   if (time == 0) return row + "Data X is 0, and a time of 0 has no place on a logarithmic axis.";
   return row + "Data X is " + shown(time) + ".  The model " + (model ? model->long_name : "") +
          " needs times above 0.";
@@ -193,7 +187,7 @@ std::optional<Box> refusal_box(const Refusal& refusal, const FitRequest& request
     case RefusalCode::too_few_failures: return stop_box(request);
     case RefusalCode::time_not_above_zero:
       return exclamation(value_of(refusal.values, 1) < 0 ? "Negative times" : "Times of 0",
-                         time_words(refusal, find_model(request.model), data) + cancelled);
+                         time_words(refusal, find_model(request.model)) + cancelled);
     case RefusalCode::no_such_fit: return exclamation("", unavailable_words(request));
     case RefusalCode::no_interior_maximum:
     case RefusalCode::no_proven_optimum:

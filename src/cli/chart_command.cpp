@@ -13,7 +13,7 @@ namespace {
 
 /// Gives chart 1 the looks that were asked for; what is wrong with them, or nothing.
 std::optional<std::string> dress_chart(Session& session, const ChartArguments& arguments) {
-  Chart& chart = session.gChart(1);
+  Chart& chart = session.project.charts(1);
   chart.SubPopulations = arguments.sub_populations;
   if (!arguments.type.empty()) apply_chart_type(chart, arguments.type);
   if (arguments.profile.empty()) return std::nullopt;

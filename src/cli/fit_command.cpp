@@ -86,9 +86,9 @@ class FitRun {
     AnsweredSession answered(work.file, std::move(work.data), arguments_.questions, work.outcomes,
                              std::move(log_));
     Session& session = answered.session();
-    log_ = std::move(session.log);
+    log_ = std::move(session.project.log);
     if (arguments_.charts.empty()) return ExitCode::done;
-    session.gChart(1).SubPopulations = arguments_.sub_populations;
+    session.project.charts(1).SubPopulations = arguments_.sub_populations;
     show_on_chart(session, title_of(work.file), Paper::of_first_fit);
     const auto fault = write_pictures(session, arguments_.charts, arguments_.size);
     if (fault) complain(*fault);

@@ -149,7 +149,7 @@ void add_messages(JsonText& json, const FitReport& report) {
     for (const Doubt doubt : outcome.doubts) {
       const FitWords words = words_of(doubt, context_of(report, outcome));
       json.open('{').key("title").string(words.code);
-      json.key("text").string(fit_name(outcome.choice) + ": " + words.text);
+      json.key("text").string(fit_name(outcome) + ": " + words.text);
       json.key("answer").string(report.questions.strict ? "Cancel" : "OK").close('}');
     }
   json.close(']');
@@ -173,7 +173,7 @@ void add_fits(JsonText& json, const FitReport& report) {
 
 void tell_messages(const std::string& subject, const FitReport& report) {
   for (const FitOutcome& outcome : report.outcomes) {
-    const std::string start = subject + ": " + fit_name(outcome.choice) + ": ";
+    const std::string start = subject + ": " + fit_name(outcome) + ": ";
     const WordContext context = context_of(report, outcome);
     for (const Doubt doubt : outcome.doubts)
       complain(start + "warning: " + words_of(doubt, context).text);

@@ -96,16 +96,12 @@ std::vector<std::string> answers(const FitQuestions& questions, const Life& life
   return cells;
 }
 
-std::string shown_name(const FitOutcome& outcome) {
-  return fit_name(outcome.choice) + (outcome.request.censored ? "c" : "");
-}
-
 /// A row for each population; the fit's own answers stand on the first.
 void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
              const FitOutcome& outcome, const FamilyFits& fits) {
   const Fit& fit = *outcome.answer.fit();
   for (std::size_t i = 0; i < fit.life.rows.size(); ++i) {
-    std::vector<std::string> cells = {i == 0 ? shown_name(outcome) : ""};
+    std::vector<std::string> cells = {i == 0 ? fit_name(outcome) : ""};
     const auto add = [&cells](const std::vector<std::string>& more) {
       cells.insert(cells.end(), more.begin(), more.end());
     };
@@ -119,7 +115,7 @@ void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
 
 /// The lines beneath the table, or beneath the name of a fit that was refused.
 std::string remarks(const FitReport& report, const FitOutcome& outcome) {
-  const std::string start = "  " + shown_name(outcome) + ": ";
+  const std::string start = "  " + fit_name(outcome) + ": ";
   const Fit* const fit = outcome.answer.fit();
   const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures};
   std::string lines;
@@ -147,7 +143,7 @@ std::string refusals(const FitReport& report) {
   std::string lines;
   for (const FitOutcome& outcome : report.outcomes)
     if (!outcome.answer.fit())
-      lines += "  " + fit_name(outcome.choice) + "  no fit\n" + remarks(report, outcome);
+      lines += "  " + fit_name(outcome) + "  no fit\n" + remarks(report, outcome);
   return lines.empty() ? lines : "\n" + lines;
 }
 

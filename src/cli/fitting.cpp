@@ -43,8 +43,10 @@ void fit_one(const Sample& sample, const FitQuestions& questions, FitOutcome& ou
 
 }  // namespace
 
-std::string fit_name(const FitChoice& choice) {
-  return command_name(*choice.model) + "/" + choice.method->command_name;
+std::string fit_name(const FitOutcome& outcome) {
+  const FitChoice& choice = outcome.choice;
+  return command_name(*choice.model) + "/" + choice.method->command_name +
+         (outcome.request.censored ? "c" : "");
 }
 
 FitRequest request_of(const FitChoice& choice, const FitQuestions& questions) {

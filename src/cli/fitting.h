@@ -17,8 +17,8 @@ struct FitOutcome {
   std::vector<Doubt> doubts;  ///< that came, all answered alike
 };
 
-/// "W2P/mle".
-std::string fit_name(const FitChoice& choice);
+/// "W2P/mle", "W5C/mlec".
+std::string fit_name(const FitOutcome& outcome);
 
 FitRequest request_of(const FitChoice& choice, const FitQuestions& questions);
 

@@ -73,7 +73,8 @@ FileResult write_picture(Session& session, const DrawingRecord& drawing, const s
 void show_further_fit(Session& session, Chart& chart, int slot) {
   constexpr int colours = 10;
   constexpr int styles = 5;
-  const int row = add_plot_set(chart, session.gData(1).UniqueId, session.gFit(1).UniqueId, slot);
+  const int row =
+      add_plot_set(chart, session.project.data(1).UniqueId, session.project.fits(1).UniqueId, slot);
   ChartMarker& marker = chart.Markers(row);
   marker.Label = chart.Markers(1).Label;
   marker.SymbolStyle = pen_style::none;
@@ -91,12 +92,12 @@ void use_paper_of(Chart& chart, const Model& model) {
 }  // namespace
 
 void show_on_chart(Session& session, const std::string& title, Paper paper) {
-  Chart& chart = session.gChart(1);
+  Chart& chart = session.project.charts(1);
   chart.Boxes(chart_item::main_title).Text2 = title;
   chart.Markers(1).Label = title;
-  chart.Markers(1).DataId = session.gData(1).UniqueId;
-  chart.Markers(1).FitId = session.gFit(1).UniqueId;
-  const FitSet& fits = session.gFit(1);
+  chart.Markers(1).DataId = session.project.data(1).UniqueId;
+  chart.Markers(1).FitId = session.project.fits(1).UniqueId;
+  const FitSet& fits = session.project.fits(1);
   if (fits.nFits < 1) return;
   chart.Markers(1).FitNumber = 1;
   const Model* const first = find_model(fits.Fits(1).ModelCode);
@@ -106,7 +107,7 @@ void show_on_chart(Session& session, const std::string& title, Paper paper) {
 
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {
-  SetAutoScale(session, session.gChart(1));
+  SetAutoScale(session, session.project.charts(1));
   const DrawingRecord drawing = fl_Make_WMF(session, 1);
   for (const std::string& path : paths)
     if (const FileResult written = write_picture(session, drawing, path, size); !written)

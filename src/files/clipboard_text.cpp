@@ -15,7 +15,7 @@ namespace tavlo {
 
 namespace {
 
-constexpr int most_rows = 1'000'000;
+constexpr int most_rows = DataSheet::most_rows;
 constexpr const char* paste_title = "Tavlo undetermined Quellmarch Weibull Paste.";
 
 using Cells = std::vector<std::string>;
@@ -165,18 +165,17 @@ bool is_sheet_text(const PastedText& pasted, int first_row) {
 }
 
 void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector<int>& columns) {
-  sheet.grow_to(row);
   const bool from_x = columns.front() == sheet_column::x;
   // What stood in the row must not lend its counts to the new time.
-  if (from_x) sheet.grd_Data.clear({row, sheet_column::x, row, sheet_column::susps});
+  if (from_x) sheet.clear({row, sheet_column::x, row, sheet_column::susps});
   sheet.enter(row, columns.front(), cells.front());
   // Columns for both counts say all: an empty one is none, not the usual one.
   const bool has_both_counts =
       from_x && cells.size() > 2 && !(cells[1].empty() && cells[2].empty());
-  if (has_both_counts) sheet.grd_Data.clear({row, sheet_column::fails, row, sheet_column::susps});
+  if (has_both_counts) sheet.clear({row, sheet_column::fails, row, sheet_column::susps});
   // Behind a suspension a lone second column tells how many there are.
   const bool counts_suspensions =
-      from_x && cells.size() == 2 && !sheet.grd_Data.text(row, sheet_column::susps).empty();
+      from_x && cells.size() == 2 && !sheet.text(row, sheet_column::susps).empty();
   for (std::size_t i = 1; i < std::min(cells.size(), columns.size()); ++i) {
     if (cells[i].empty()) continue;
     sheet.enter(row, counts_suspensions ? int{sheet_column::susps} : columns[i], cells[i]);
@@ -204,7 +203,7 @@ int paste_cells(Session& session, DataSheet& sheet, int row, const PastedText& p
 /// takes, as 1.5k and empty counts, is then entered cell by cell.
 int paste_text(Session& session, DataSheet& sheet, int row, const std::string& text) {
   const PastedText pasted =
-      shape_of(text, sheet.grd_Data.column(), session.settings.punctuation.DecimalPoint);
+      shape_of(text, sheet.column(), session.settings.punctuation.DecimalPoint);
   if (pasted.columns.front() != sheet_column::x || trimmed(text).empty())
     return paste_cells(session, sheet, row, pasted);
   DataRows rows;
@@ -229,18 +228,18 @@ int paste_text(Session& session, DataSheet& sheet, int row, const std::string& t
 void PasteClip(Session& session, int data_index) {
   guarded(session.errors, error_words("Paste error: ", "PasteClip routine:"), [&] {
     DataSheet& sheet = *session.gDataForm(data_index);
-    sheet.txt_Edit_LostFocus();
-    const int first = std::max(sheet.grd_Data.row(), 1);
+    sheet.end_edit();
+    const int first = std::max(sheet.row(), 1);
     const int row = paste_text(session, sheet, first, session.ports.clipboard.text());
     if (row == first) return;
-    sheet.bclean = false;
+    sheet.follow_rows();
     session.ports.views.sheet_changed(data_index);
     session.ports.views.status(words_of_rows(sheet, first, row - 1));
   });
 }
 
 void CopyClip(Session& session, int data_index) {
-  const Grid& grid = session.gDataForm(data_index)->grd_Data;
+  const DataSheet& grid = *session.gDataForm(data_index);
   const GridBlock block = grid.selection();
   std::string text;
   const auto add = [&text](const char* mark, std::string_view x, const std::string& count) {
@@ -252,14 +251,14 @@ void CopyClip(Session& session, int data_index) {
     text += "\r\n";
   };
   for (int r = std::max(block.first_row, 1); r <= block.last_row; ++r) {
-    const std::string_view x = trimmed(grid.text(r, sheet_column::x));
+    const std::string x(trimmed(grid.text(r, sheet_column::x)));
     add("", x, grid.text(r, sheet_column::fails));
     add(">", x, grid.text(r, sheet_column::susps));
   }
   session.ports.clipboard.set_text(text, {});
 }
 
-void CopyClip(Session& session, const Grid& grid) {
+void CopyClip(Session& session, const CellTable& grid) {
   const GridBlock block = grid.selection();
   std::string text;
   for (int r = block.first_row; r <= block.last_row; ++r) {

@@ -13,6 +13,6 @@ void PasteClip(Session& session, int data_index);
 void CopyClip(Session& session, int data_index);
 
 /// Copies the selected cells of any grid, tab between cells.
-void CopyClip(Session& session, const Grid& grid);
+void CopyClip(Session& session, const CellTable& grid);
 
 }  // namespace tavlo

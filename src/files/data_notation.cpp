@@ -135,10 +135,10 @@ std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& optio
 
 std::string write_notation(const DataSet& data) {
   std::string text;
-  for (int i = 1; i <= data.Count; ++i) {
-    const DataPoint& point = data.Points(i);
-    if (point.Fails > 0.0) append_line(text, "", point.X, point.Fails);
-    if (point.Susps > 0.0) append_line(text, ">", point.X, point.Susps);
+  for (std::size_t i = 0; i < data.rows.size(); ++i) {
+    const SheetRow& row = data.rows[i];
+    if (row.failures > 0.0) append_line(text, "", row.time, row.failures);
+    if (row.suspensions > 0.0) append_line(text, ">", row.time, row.suspensions);
   }
   return text;
 }

@@ -30,7 +30,7 @@ FieldFault read_notation_line(std::string_view line, const ReadOptions& options,
 std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& options,
                                        PointList& points);
 
-/// The set in the notation, rows in the order of the record, each number in the
+/// The set in the notation, rows in the order of entry, each number in the
 /// shortest form that reads back equal. A row with failures and suspensions
 /// gives two lines. Negative times read back as values only with the option.
 std::string write_notation(const DataSet& data);

@@ -20,9 +20,7 @@ namespace tavlo {
 std::optional<ReadFault> read_data_rows(std::string_view bytes, const ReadOptions& options,
                                         DataRows& data);
 
-/// The same into a data set (Count, Points with X, Fails, Susps, Mode, Comment and
-/// Order, and the mode names), ascending by X with equal times in the order of
-/// entry: ready for Make_Ranks.
+/// The same into a data set, its rows and mode names: ready for Make_Ranks.
 std::optional<ReadFault> read_data_text(std::string_view bytes, const ReadOptions& options,
                                         DataSet& data);
 

@@ -1,7 +1,7 @@
 #include "files/pasted_rows.h"
 
 #include <algorithm>
-#include <charconv>
+#include <vector>
 
 #include "files/data_text.h"
 #include "numerics/number_text.h"
@@ -10,23 +10,15 @@ namespace tavlo {
 
 namespace {
 
-/// A time as it was typed: 7.1 is not the 7.09999990 that 32 bits make of it.
-std::string text_of_time(float time) {
-  char digits[32];
-  const auto end = std::to_chars(digits, digits + sizeof digits, time).ptr;
-  return number_text(parse_number({digits, end}).value_or(time));
-}
-
-std::string text_of_units(double units) { return units > 0.0 ? number_text(units) : ""; }
-
 std::string counted(double count, const char* noun) {
   return number_text(count) + " " + noun + (count == 1.0 ? "" : "s");
 }
 
-double sum_of_column(const DataSheet& sheet, int column, int first, int last) {
+double units_in(const DataSheet& sheet, int first, int last, double SheetRow::*units) {
   double sum = 0;
-  for (int row = first; row <= last; ++row)
-    sum += parse_number(sheet.grd_Data.text(row, column)).value_or(0.0);
+  const SharedRows<SheetRow>& rows = sheet.data().rows;
+  for (int row = first; row <= std::min(last, sheet.last_row()); ++row)
+    sum += rows[static_cast<std::size_t>(row) - 1].*units;
   return sum;
 }
 
@@ -58,28 +50,24 @@ std::optional<ReadFault> read_pasted_rows(std::string_view text, const Settings&
 }
 
 void enter_rows(DataSheet& sheet, int row, const DataRows& rows) {
-  if (rows.rows.empty()) return;
-  sheet.grow_to(row + static_cast<int>(rows.rows.size()) - 1);
+  std::vector<std::int16_t> modes(1, 0);  // of the sheet, by the modes of the text
+  for (const std::string& name : rows.mode_names) modes.push_back(sheet.mode_number(name));
   for (std::size_t i = 0; i < rows.rows.size(); ++i, ++row) {
-    const SampleRow& from = rows.rows[i];
-    sheet.grd_Data.set_text(row, sheet_column::x, text_of_time(from.time));
-    sheet.grd_Data.set_text(row, sheet_column::fails, text_of_units(from.failures));
-    sheet.grd_Data.set_text(row, sheet_column::susps, text_of_units(from.suspensions));
-    if (from.mode > 0)
-      sheet.enter(row, sheet_column::mode,
-                  rows.mode_names[static_cast<std::size_t>(from.mode) - 1]);
-    if (!rows.comments.empty() && !rows.comments[i].empty())
-      sheet.enter(row, sheet_column::comment, rows.comments[i]);
+    SheetRow to = entered(rows.rows[i]);
+    const bool stands = row <= sheet.last_row();
+    const SheetRow before = stands ? sheet.data().rows[static_cast<std::size_t>(row) - 1] : SheetRow();
+    to.mode = to.mode > 0 ? modes[static_cast<std::size_t>(to.mode)] : before.mode;
+    const bool has_comment = !rows.comments.empty() && !rows.comments[i].empty();
+    to.set_text(sheet_column::comment,
+                has_comment ? rows.comments[i] : before.text(sheet_column::comment));
+    sheet.replace_row(row, std::move(to));
   }
-  sheet.lrows = std::max(sheet.lrows, row - 1);
-  for (const int column : {sheet_column::x, sheet_column::fails, sheet_column::susps})
-    sheet.SetChanged(column);
 }
 
 std::string words_of_rows(const DataSheet& sheet, int first, int last) {
   return counted(last - first + 1, "row") + ": " +
-         counted(sum_of_column(sheet, sheet_column::fails, first, last), "failure") + ", " +
-         counted(sum_of_column(sheet, sheet_column::susps, first, last), "suspension");
+         counted(units_in(sheet, first, last, &SheetRow::failures), "failure") + ", " +
+         counted(units_in(sheet, first, last, &SheetRow::suspensions), "suspension");
 }
 
 }  // namespace tavlo

@@ -24,9 +24,11 @@ struct DataRows {
   std::vector<std::string> comments;    ///< one a row, or none at all
 };
 
-/// Moves the rows into `data`, ascending by X, equal times in the order of entry,
-/// which `Order` keeps.
+/// Moves the rows into `data`, in the order of entry.
 void fill_data_set(DataRows rows, DataSet& data);
+
+/// A row as a sheet holds it.
+SheetRow entered(const SampleRow& from);
 
 class PointList {
  public:

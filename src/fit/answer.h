@@ -51,6 +51,7 @@ enum class NoteCode : std::int8_t {
   modes_left_out,           ///< of the life by all modes; values: modes with failures, no fit
   fewer_points,             ///< of a regression than parameters; values: points, parameters
   better_beyond_fence,      ///< a better point is no answer; values: its gain as far as known
+  no_interior_maximum,      ///< of r squared: t0 has run off towards minus infinity
 };
 
 struct Note {

@@ -7,6 +7,7 @@
 #include <limits>
 #include <numbers>
 #include <numeric>
+#include <vector>
 
 #include "numerics/normal.h"
 
@@ -15,8 +16,9 @@ namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// `Applies` holds one bit for each population, 30 of them.
-constexpr std::size_t most_rows = 30;
+/// `Applies` holds one bit for each population, 30 of them. The modes of a fit by failure
+/// mode need none, and may be more.
+constexpr std::size_t most_populations = 30;
 
 /// What one row does at a time, as if it alone acted: logarithms, so that products and far
 /// tails keep their digits. As it stands, nothing has failed.
@@ -91,20 +93,29 @@ void for_each_term(const Life& life, Visit visit) {
   constexpr std::int32_t any = -1;
   if ((life.model & model_mask) == model_code::by_failure_mode) return visit(1.0, any);
   std::int32_t bit = 1;
-  for (std::size_t i = 0; i < std::min(life.rows.size(), most_rows); ++i, bit *= 2)
+  for (std::size_t i = 0; i < std::min(life.rows.size(), most_populations); ++i, bit *= 2)
     if (life.rows[i].Fraction > 0) visit(life.rows[i].Fraction, bit);
 }
 
 /// All rows of a life at one time.
 class ActsAt {
  public:
-  ActsAt(const Life& life, double x) : life_(life), rows_(std::min(life.rows.size(), most_rows)) {
+  ActsAt(const Life& life, double x) : life_(life), rows_(life.rows.size()) {
+    if (rows_ > few_.size()) {
+      many_.resize(rows_);
+      acts_ = many_.data();
+    }
     const Model* model = find_model(life.model);
     for (std::size_t j = 0; model && j < rows_; ++j) acts_[j] = act_of(*model, life.rows[j], x);
   }
 
+  ActsAt(const ActsAt&) = delete;
+  ActsAt& operator=(const ActsAt&) = delete;
+
+  static constexpr std::size_t nothing = std::numeric_limits<std::size_t>::max();
+
   /// ln R of the risks that act in a term; `but` leaves one of them out.
-  double ln_survival(std::int32_t bits, std::size_t but = most_rows) const {
+  double ln_survival(std::int32_t bits, std::size_t but = nothing) const {
     double sum = 0;
     for (std::size_t j = 0; j < rows_; ++j)
       if (j != but && acts(j, bits)) sum += acts_[j].ln_survival;
@@ -123,7 +134,9 @@ class ActsAt {
 
   const Life& life_;
   std::size_t rows_;
-  std::array<Act, most_rows> acts_{};
+  std::array<Act, most_populations> few_{};
+  std::vector<Act> many_;
+  Act* acts_ = few_.data();
 };
 
 /// ln of a sum of numbers given by their logarithms.

@@ -3,8 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <charconv>
+#include <cmath>
+#include <limits>
 
+#include "numerics/number_reading.h"
 #include "numerics/number_text.h"
+#include "project/fit_records.h"
 
 namespace tavlo {
 
@@ -68,18 +73,78 @@ Entry take_apart(const std::string& typed, bool negative_is_suspension) {
   return entry;
 }
 
+/// A time as it was typed: 7.1 is not the 7.09999990 that 32 bits make of it.
+std::string text_of_time(float time) {
+  char digits[32];
+  const auto end = std::to_chars(digits, digits + sizeof digits, time).ptr;
+  return number_text(parse_number({digits, end}).value_or(time));
+}
+
+std::string rank_pattern(const Settings& settings) {
+  return "0." + std::string(static_cast<std::size_t>(std::clamp(settings.DigitsData, 0, 15)), '0');
+}
+
+bool has_digit(const std::string& text, const char* digits) {
+  return text.find_first_of(digits) != std::string::npos;
+}
+
+constexpr bool is_numeric(int column) {
+  return column >= sheet_column::x && column <= sheet_column::susps;
+}
+
 }  // namespace
 
-DataSheet::DataSheet(ErrorReporter& reporter, const Settings& settings)
-    : grd_Data(1, sheet_column::count), reporter_(reporter), settings_(settings) {
-  for (int column = 0; column < sheet_column::count; ++column)
-    grd_Data.set_text(0, column, heading(column));
-  grow_to(least_rows);
-  grd_Data.go_to(1, sheet_column::x);
+DataSheet::DataSheet(Project& project, ErrorReporter& reporter, const Settings& settings,
+                     std::int32_t data_id)
+    : project_(project), reporter_(reporter), settings_(settings), data_id_(data_id) {
+  follow_rows();
+  go_to(1, sheet_column::x);
 }
 
 const char* DataSheet::hint(int column) { return column_facts(column).hint; }
 const char* DataSheet::heading(int column) { return column_facts(column).heading; }
+
+DataSet& DataSheet::data() { return project_.data(find_data(project_, data_id_)); }
+const DataSet& DataSheet::data() const { return project_.data(find_data(project_, data_id_)); }
+
+int DataSheet::rows() const { return shown_rows_ + 1; }
+
+// --- what the cells show
+
+std::string DataSheet::text(int row, int column) const {
+  check(row, column);
+  if (row == 0) return heading(column);
+  if (column == sheet_column::order) return std::to_string(row);
+  const DataSet& set = data();
+  const int index = row - 1;
+  if (index >= last_row()) return {};
+  const SheetRow& held = set.rows[static_cast<std::size_t>(index)];
+  if (is_numeric(column)) return number_cell(held, index, column);
+  if (column == sheet_column::mode) return held.mode == 0 ? std::string() : set.ModeNames(held.mode);
+  return held.text(column);
+}
+
+std::string DataSheet::number_cell(const SheetRow& row, int index, int column) const {
+  if (const std::string& unreadable = row.text(column); !unreadable.empty()) return unreadable;
+  if (column == sheet_column::y && !row.has(column)) {
+    const float rank = data().reading.rank_of(static_cast<std::size_t>(index));
+    return rank == 0.0F ? std::string() : format_number(rank, rank_pattern(settings_));
+  }
+  if (!row.has(column)) return {};
+  switch (column) {
+    case sheet_column::x: return text_of_time(row.time);
+    case sheet_column::y: return format_number(row.rank, rank_pattern(settings_));
+    case sheet_column::fails: return number_text(row.failures);
+    default: return number_text(row.suspensions);
+  }
+}
+
+bool DataSheet::is_unreadable(int row, int column) const {
+  if (row < 1 || row > last_row() || !is_numeric(column)) return false;
+  return !data().rows[static_cast<std::size_t>(row) - 1].text(column).empty();
+}
+
+// --- editing
 
 void DataSheet::start_edit(std::string text) {
   editing_ = true;
@@ -91,25 +156,25 @@ void DataSheet::cancel_edit() {
   edit_text_.clear();
 }
 
-void DataSheet::txt_Edit_LostFocus() {
+void DataSheet::end_edit() {
   if (!editing_) return;
   editing_ = false;
-  enter(grd_Data.row(), grd_Data.column(), edit_text_);
+  enter(row(), column(), edit_text_);
 }
 
 void DataSheet::finish_edit(EditDirection direction) {
-  txt_Edit_LostFocus();
-  const int row = grd_Data.row();
-  const int column = grd_Data.column();
+  end_edit();
+  const int at_row = row();
+  const int at_column = column();
   switch (direction) {
     case EditDirection::right:
-      if (column < sheet_column::count - 1) grd_Data.go_to(row, column + 1);
+      if (at_column < sheet_column::count - 1) go_to(at_row, at_column + 1);
       break;
     case EditDirection::left:
-      if (column >= 2) grd_Data.go_to(row, column - 1);
+      if (at_column >= 2) go_to(at_row, at_column - 1);
       break;
     case EditDirection::up:
-      if (row >= 2) grd_Data.go_to(row - 1, column);
+      if (at_row >= 2) go_to(at_row - 1, at_column);
       break;
     case EditDirection::none:
     case EditDirection::down: go_down(); break;
@@ -118,66 +183,128 @@ void DataSheet::finish_edit(EditDirection direction) {
 }
 
 void DataSheet::go_down() {
-  const int row = grd_Data.row();
-  const int column = grd_Data.column();
-  if (row == grd_Data.rows() - 1) {
-    grow_to(row + 1);
-  } else if (grd_Data.text(row, column).empty() && edit_text_.empty()) {
+  if (row() == shown_rows_) {
+    if (row() == most_rows) return;
+    ++shown_rows_;
+  } else if (text(row(), column()).empty() && edit_text_.empty()) {
     return;
   }
-  grd_Data.go_to(row + 1, column);
+  go_to(row() + 1, column());
 }
 
 void DataSheet::enter(int row, int column, const std::string& typed) {
-  grow_to(row);
-  const std::string text = trimmed(typed);
-  if (text == grd_Data.text(row, column)) return;
-  if (column == sheet_column::x) return enter_x(row, text);
-  SetChanged(column);
-  lrows = std::max(lrows, row);
-  const bool numeric = column < sheet_column::mode && !text.empty();
-  grd_Data.set_text(row, column, numeric ? number_text(number_in(text)) : text);
+  if (row < 1 || row > most_rows) throw RunTimeError(run_time::subscript);
+  shown_rows_ = std::max(shown_rows_, row);
+  const std::string wanted = trimmed(typed);
+  if (wanted == text(row, column)) return;
+  SheetRow changed = row <= last_row() ? data().rows[static_cast<std::size_t>(row) - 1] : SheetRow{};
+  if (column == sheet_column::x)
+    enter_x(changed, wanted);
+  else if (is_numeric(column))
+    enter_number(changed, column, wanted);
+  else if (column == sheet_column::mode)
+    changed.mode = mode_number(wanted);
+  else if (column == sheet_column::comment)
+    changed.set_text(column, wanted);
+  put(row, changed);
 }
 
-void DataSheet::enter_x(int row, const std::string& typed) {
-  SetChanged(sheet_column::x);
-  lrows = std::max(lrows, row);
-  if (typed.empty()) return grd_Data.set_text(row, sheet_column::x, {});
+void DataSheet::clear(const GridBlock& block) {
+  const int first = std::max(block.first_row, 1);
+  for (int row = std::min(block.last_row, last_row()); row >= first; --row)
+    for (int column = block.first_column; column <= block.last_column; ++column)
+      enter(row, column, {});
+}
 
-  const Entry entry = take_apart(typed, settings_.NegativeSuspension);
-  const bool no_susps = grd_Data.text(row, sheet_column::susps).empty();
-  const bool no_fails = grd_Data.text(row, sheet_column::fails).empty();
-  const int count_column = entry.suspension ? sheet_column::susps : sheet_column::fails;
-  if (entry.has_count) {
-    set_count(row, count_column, number_in(entry.count));
-  } else if (no_susps && (entry.suspension || no_fails)) {
-    set_count(row, count_column, 1.0);
+void DataSheet::replace_row(int row, SheetRow with) {
+  if (row < 1 || row > most_rows) throw RunTimeError(run_time::subscript);
+  shown_rows_ = std::max(shown_rows_, row);
+  put(row, with);
+}
+
+void DataSheet::put(int row, const SheetRow& changed) {
+  DataSet& set = data();
+  const auto index = static_cast<std::size_t>(row) - 1;
+  if (index >= set.rows.size()) {
+    if (changed.is_blank()) return;
+    set.rows.resize(index + 1);
+  } else if (set.rows[index] == changed) {
+    return;
   }
-  grd_Data.set_text(row, sheet_column::x, number_text(number_in(entry.value)));
+  set.rows.edit(index) = changed;
+  drop_blank_end();
+  mark_changed(set);
 }
 
-void DataSheet::set_count(int row, int column, double count) {
-  const std::string& present = grd_Data.text(row, column);
-  if (!present.empty() && number_in(present) == count) return;
-  grd_Data.set_text(row, column, number_text(count));
-  SetChanged(column);
+void DataSheet::drop_blank_end() {
+  SharedRows<SheetRow>& rows = data().rows;
+  std::size_t size = rows.size();
+  while (size > 0 && rows[size - 1].is_blank()) --size;
+  if (size < rows.size()) rows.resize(size);
 }
 
-double DataSheet::number_in(const std::string& text) const {
-  return fd_Str2Dbl(reporter_, with_decimal_point(text, settings_.punctuation));
+std::int16_t DataSheet::mode_number(const std::string& name) {
+  if (name.empty()) return 0;
+  Slots<std::string>& names = data().ModeNames;
+  const auto found = std::find(names.begin() + 1, names.end(), name);
+  if (found == names.end()) {
+    if (names.bound() == std::numeric_limits<std::int16_t>::max())
+      throw RunTimeError(run_time::overflow);
+    names.push_back(name);
+    return static_cast<std::int16_t>(names.bound());
+  }
+  return static_cast<std::int16_t>(found - names.begin());
 }
 
-void DataSheet::SetChanged(int column) {
-  bclean = false;
-  nclean = static_cast<std::uint8_t>(nclean | (1u << column));
+void DataSheet::follow_rows() {
+  shown_rows_ = std::max({least_rows, last_row(), shown_rows_});
+  keep_inside();
 }
 
-void DataSheet::grow_to(int row) {
-  const int old_rows = grd_Data.rows();
-  if (row < old_rows) return;
-  grd_Data.set_rows(row + 1);
-  for (int r = old_rows; r <= row; ++r)
-    grd_Data.set_text(r, sheet_column::order, std::to_string(r));
+// --- reading what was typed
+
+void DataSheet::enter_x(SheetRow& row, const std::string& typed) {
+  row.set_text(sheet_column::x, {});
+  row.set_given(sheet_column::x, false);
+  row.time = 0;
+  if (typed.empty()) return;
+  const Entry entry = take_apart(typed, settings_.NegativeSuspension);
+  double time = 0, units = 1;
+  if (!read(entry.value, time) || std::fabs(time) > std::numeric_limits<float>::max() ||
+      (entry.has_count && !read(entry.count, units)))
+    return row.set_text(sheet_column::x, typed);
+  const bool no_susps = !row.has(sheet_column::susps);
+  const bool no_fails = !row.has(sheet_column::fails);
+  if (entry.has_count || (no_susps && (entry.suspension || no_fails)))
+    set_number(row, entry.suspension ? sheet_column::susps : sheet_column::fails, units);
+  set_number(row, sheet_column::x, time);
+}
+
+void DataSheet::enter_number(SheetRow& row, int column, const std::string& typed) {
+  double number = 0;
+  const bool readable = typed.empty() || read(typed, number);
+  set_number(row, column, number);
+  row.set_given(column, readable && !typed.empty());
+  if (!readable) row.set_text(column, typed);
+}
+
+void DataSheet::set_number(SheetRow& row, int column, double number) {
+  row.set_text(column, {});
+  row.set_given(column, true);
+  switch (column) {
+    case sheet_column::x: row.time = static_cast<float>(number); break;
+    case sheet_column::y: row.rank = static_cast<float>(number); break;
+    case sheet_column::fails: row.failures = number; break;
+    default: row.suspensions = number;
+  }
+}
+
+/// A number too large for any is told in a box.
+bool DataSheet::read(const std::string& typed, double& number) const {
+  std::string cleaned = with_decimal_point(typed, settings_.punctuation);
+  std::int32_t whole = 0;
+  number = fd_Str2Dbl(reporter_, cleaned, whole);
+  return has_digit(typed, "0123456789") && (cleaned != "0" || !has_digit(typed, "123456789"));
 }
 
 }  // namespace tavlo

@@ -1,53 +1,53 @@
-// DataSheet: the sheet in which one data set is typed, without its window. It
-// owns only text; intake moves the text into the record.
+// DataSheet: the sheet in which one data set is typed, without its window: the one door
+// through which its rows are changed, its current cell and the cell that is being edited.
+// The rows belong to the data set.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "numerics/error_reporter.h"
-#include "project/grid.h"
+#include "project/cell_table.h"
+#include "project/project.h"
 #include "project/settings.h"
 
 namespace tavlo {
 
-namespace sheet_column {
-inline constexpr int order = 0;
-inline constexpr int x = 1;
-inline constexpr int y = 2;
-inline constexpr int fails = 3;
-inline constexpr int susps = 4;
-inline constexpr int mode = 5;
-inline constexpr int comment = 6;
-inline constexpr int count = 7;
-}  // namespace sheet_column
-
 /// Where the current cell goes when an edit ends.
 enum class EditDirection { none, left, right, up, down };
 
-class DataSheet {
+class DataSheet : public CellTable {
  public:
-  DataSheet(ErrorReporter& reporter, const Settings& settings);
+  /// Shows the data set of that identity, which the project has.
+  DataSheet(Project& project, ErrorReporter& reporter, const Settings& settings,
+            std::int32_t data_id);
 
-  /// The sheet never shows fewer data rows than this.
+  /// The sheet never shows fewer rows than this.
   static constexpr int least_rows = 30;
+  /// A data set takes no more rows than this.
+  static constexpr int most_rows = 1'000'000;
 
-  std::int32_t L_ID = 0;    ///< UniqueId of the data set shown
-  bool bclean = true;       ///< the sheet agrees with its record
-  std::uint8_t nclean = 0;  ///< bit c: column c was changed
-  int lrows = 0;            ///< highest row that holds data
+  std::int32_t data_id() const { return data_id_; }
+  DataSet& data();
+  const DataSet& data() const;
 
-  Grid grd_Data;
+  int rows() const override;
+  int columns() const override { return sheet_column::count; }
+  std::string text(int row, int column) const override;
+
+  /// The highest row that holds anything.
+  int last_row() const { return static_cast<int>(data().rows.size()); }
+  bool is_unreadable(int row, int column) const;
 
   bool editing() const { return editing_; }
-  void set_txt_Edit(std::string text) { edit_text_ = std::move(text); }
+  void set_edit_text(std::string text) { edit_text_ = std::move(text); }
 
   /// Opens the edit box on the current cell with `text`.
   void start_edit(std::string text);
 
   /// Ends the edit: commits it to its cell and closes the box. Does nothing
   /// when no edit is open.
-  void txt_Edit_LostFocus();
+  void end_edit();
 
   /// Closes the box and leaves the cell as it was.
   void cancel_edit();
@@ -55,29 +55,42 @@ class DataSheet {
   /// Enter or an arrow key in the edit box: commits and moves the current cell.
   void finish_edit(EditDirection direction);
 
-  /// Clears bclean and marks the column as changed.
-  void SetChanged(int column);
-
-  /// Adds rows, with their numbers, until `row` exists.
-  void grow_to(int row);
-
-  /// Enters the text of one cell; typing and pasting both come here. The X
-  /// column reads the data notation, columns 1 to 4 take numbers. A text that
-  /// stands there already changes nothing.
+  /// Enters the text of one cell; typing and pasting both come here. The X column reads the
+  /// data notation, columns 1 to 4 take numbers; what can't be read stands as it was typed.
+  /// A text that stands there already changes nothing.
   void enter(int row, int column, const std::string& typed);
+
+  /// Empties the cells of the block.
+  void clear(const GridBlock& block);
+
+  /// Puts whole rows in the place of those from `row` on.
+  void replace_row(int row, SheetRow with);
+
+  /// The number of a failure mode, which gets one when it is new; 0 for no name.
+  std::int16_t mode_number(const std::string& name);
+
+  /// The rows have changed without the sheet: the current cell stays inside.
+  void follow_rows();
 
   /// "Data X: Enter time to failure in this column." and so on.
   static const char* hint(int column);
   static const char* heading(int column);
 
  private:
-  void enter_x(int row, const std::string& typed);
+  std::string number_cell(const SheetRow& row, int index, int column) const;
+  void enter_x(SheetRow& row, const std::string& typed);
+  void enter_number(SheetRow& row, int column, const std::string& typed);
+  void set_number(SheetRow& row, int column, double number);
+  bool read(const std::string& typed, double& number) const;
+  void put(int row, const SheetRow& changed);
+  void drop_blank_end();
   void go_down();
-  double number_in(const std::string& text) const;
-  void set_count(int row, int column, double count);
 
+  Project& project_;
   ErrorReporter& reporter_;
   const Settings& settings_;
+  std::int32_t data_id_;
+  int shown_rows_ = least_rows;  // without the headings
   bool editing_ = false;
   std::string edit_text_;
 };

@@ -3,32 +3,6 @@
 #include <algorithm>
 
 namespace tavlo {
-namespace {
-
-SampleRow row_of(const DataPoint& point, int modes) {
-  const bool has_mode = point.Mode >= 1 && point.Mode <= modes;
-  return {point.X, point.Fails, point.Susps, has_mode ? point.Mode : std::int16_t{0}};
-}
-
-bool has_own_ranks(const DataSet& data) {
-  return (data.Points(0).Order & rank_state::untouchable) != 0;
-}
-
-void keep_own_ranks(const DataSet& data, Sample& sample) {
-  for (std::size_t i = 0; i < sample.size(); ++i) sample.rank[i] = data.Points(sample.entry[i]).Y;
-}
-
-}  // namespace
-
-Sample sample_of(const DataSet& data, RankKind ranks) {
-  if (data.Count > data.Points.bound()) throw RunTimeError(run_time::subscript);
-  std::vector<SampleRow> rows;
-  rows.reserve(static_cast<std::size_t>(std::max(data.Count, 0)));
-  for (int i = 1; i <= data.Count; ++i) rows.push_back(row_of(data.Points(i), data.nModes));
-  Sample sample = make_sample(rows, ranks, std::max(data.nModes, 0));
-  if (has_own_ranks(data)) keep_own_ranks(data, sample);
-  return sample;
-}
 
 FitResult record_of(const FitRequest& request, const Fit& fit, std::vector<Note> notes,
                     std::int64_t revision) {
@@ -57,7 +31,11 @@ Life life_of(const FitResult& fit) {
 }
 
 bool is_current(const FitResult& fit, const DataSet& data) {
-  return fit.Status == FitStatus::calculated && fit.revision == data.revision;
+  return fit.Status == FitStatus::calculated && fit.revision == data.read_revision;
+}
+
+bool is_out_of_date(const FitResult& fit, const DataSet& data) {
+  return !is_current(fit, data) || !data.is_read();
 }
 
 bool has_censored_choice(int model_code, int method_code) {
@@ -83,7 +61,7 @@ int find_slot(const FitSet& fits, const FitRequest& request) {
 void mark_changed(DataSet& data) { ++data.revision; }
 
 std::string mode_name(const DataSet& data, int mode) {
-  const bool has_name = mode >= 1 && mode <= data.nModes && mode <= data.ModeNames.bound();
+  const bool has_name = mode >= 1 && mode <= data.ModeNames.bound();
   return has_name ? data.ModeNames(mode) : std::to_string(mode);
 }
 

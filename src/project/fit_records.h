@@ -11,11 +11,6 @@
 
 namespace tavlo {
 
-/// The points of a data set as a fit reads them; `entry` is an index of `Points`. A set
-/// with ranks of its own (rank_state::untouchable) keeps them. Error 5 for a time or a
-/// count that is no number or a count below 0.
-Sample sample_of(const DataSet& data, RankKind ranks);
-
 /// The record of an answer, to be kept in a slot of a fit set.
 FitResult record_of(const FitRequest& request, const Fit& fit, std::vector<Note> notes,
                     std::int64_t revision);
@@ -23,8 +18,11 @@ FitResult record_of(const FitRequest& request, const Fit& fit, std::vector<Note>
 /// The life that a record holds.
 Life life_of(const FitResult& fit);
 
-/// True when the record holds numbers, and they belong to the data as they are now.
+/// True when the record holds numbers, and they belong to the data as they were last read.
 bool is_current(const FitResult& fit, const DataSet& data);
+
+/// True when the person has changed the data since: the numbers hold for others.
+bool is_out_of_date(const FitResult& fit, const DataSet& data);
 
 /// Whether the likelihood may take suspensions in or leave them out: a mixture's.
 bool has_censored_choice(int model_code, int method_code);

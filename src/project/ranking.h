@@ -1,4 +1,4 @@
-// Ranking: gives every row of a data set its plotting position.
+// Ranking: reads the rows of a data set, and gives every row its plotting position.
 #pragma once
 
 #include "numerics/error_reporter.h"
@@ -6,11 +6,10 @@
 
 namespace tavlo {
 
-/// Ranks the rows 1..Count: orders ties (failures ahead of suspensions), totals row
-/// 0, and writes Y, XT(2), YT(2) and the extent of the failures. Adjusted ranks when
-/// there is a suspension, otherwise exact median ranks, or Benard's approximation
-/// when `benard`. A set whose row 0 holds rank_state::untouchable bits is left as it
-/// is. Failures are reported as "Median Rank Error: " with the row that causes them.
+/// Reads the rows: the sample of the set is then that of the rows as they stand. Adjusted
+/// ranks when there is a suspension, otherwise exact median ranks, or Benard's
+/// approximation when `benard`; a set with ranks of its own keeps them. Failures are
+/// reported as "Median Rank Error: " with the row that causes them.
 void Make_Ranks(ErrorReporter& reporter, bool benard, DataSet& data);
 
 /// Adds a line that names the first row whose X has no logarithm, if there is one.

@@ -1,8 +1,7 @@
-// The records of a project: data sets with their points, and fit sets with the
+// The records of a project: data sets with their rows, and fit sets with the
 // fits of one data set. Windows only show them; the project's arrays own them.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -11,30 +10,11 @@
 #include "fit/answer.h"
 #include "life/life.h"
 #include "numerics/slots.h"
+#include "project/data_reading.h"
+#include "project/shared_rows.h"
+#include "project/sheet_row.h"
 
 namespace tavlo {
-
-/// One row of a data set. Row 0 of a set is its summary: totals in `Fails` and
-/// `Susps`, the rank state (see rank_state) in `Order`.
-struct DataPoint {
-  double Fails = 0;            ///< failures at X; may be a fraction
-  double Susps = 0;            ///< suspensions at X; may be a fraction
-  std::array<double, 3> XT{};  ///< 2: ln |X|; the others are kept for the project file
-  std::array<double, 3> YT{};  ///< 2: Weibull ordinate of the rank within the mode; 0 without
-  float X = 0;                 ///< time to failure or suspension
-  float Y = 0;                 ///< cumulative fraction failed; 0 on a row without failures
-  std::int32_t Order = 0;      ///< order number of the point as it was entered
-  std::int16_t Mode = 0;       ///< index into DataSet::ModeNames; 0 is none
-  std::int16_t Spare = 0;      ///< kept for the project file
-  std::string Comment;
-};
-
-/// Bits of row 0's `Order`.
-namespace rank_state {
-inline constexpr std::int32_t untouchable = 63;  ///< any of bits 0 to 5: leave the ranks alone
-inline constexpr std::int32_t without_benard = 64;
-inline constexpr std::int32_t with_benard = 128;
-}  // namespace rank_state
 
 /// Inspection or grouped data; held and saved.
 struct InspectionList {
@@ -42,6 +22,8 @@ struct InspectionList {
   Slots<float> Counts;
   Slots<std::int16_t> Flags;
   std::int32_t Last = 0;  ///< upper bound of the three arrays
+
+  friend bool operator==(const InspectionList&, const InspectionList&) = default;
 };
 
 /// A warranty profile; held and saved.
@@ -52,32 +34,35 @@ struct WarrantyProfile {
   std::int32_t Cols = 0;
   std::int16_t Kind = 0;
   std::string Title = "Warranty Profile";
+
+  friend bool operator==(const WarrantyProfile&, const WarrantyProfile&) = default;
 };
 
+/// What a person types into one sheet, and what was read of it.
 struct DataSet {
-  bool FitsCurrent = true;
-  bool Flag2 = false;
-  double Reserved = 0;
-  double XMax = 0;  ///< X and Y of the last and of the first row with failures
-  double XMin = 0;
-  double YMax = 0;
-  double YMin = 0;
   std::int32_t UniqueId = 0;
-  std::int32_t Count = 0;  ///< number of points, the upper bound of `Points`
-  std::int16_t Changed = 0;
-  std::int32_t nModes = 0;
-  std::int32_t nInspection = 0;
-  std::int32_t nProfiles = 0;
+  std::string Title = "Data 0";
+  SharedRows<SheetRow> rows;    ///< in order of entry; row 1 of the sheet is the first
+  Slots<std::string> ModeNames;  ///< failure mode 1 and on
+  bool own_ranks = false;        ///< the rows keep the ranks that they came with
+
+  std::int64_t revision = 0;  ///< goes up with each change of the rows; no file keeps it
+  std::int64_t read_revision = 0;
+  DataReading reading;  ///< of the rows at `read_revision`
+
   std::int16_t XScale = 2;
   std::int16_t YScale = 32;
-  Slots<std::string> ModeNames;
-  std::string Title = "Data 0";
-  Slots<DataPoint> Points;
+  // Held and saved.
+  bool Flag2 = false;
+  double Reserved = 0;
   Slots<InspectionList> Inspection;
   Slots<WarrantyProfile> Profiles;
 
-  std::int64_t revision = 0;          ///< goes up with each change of the data; no file keeps it
-  RankKind ranks = RankKind::benard;  ///< kind of the ranks in `Y`
+  /// True when the rows are as they were read.
+  bool is_read() const { return revision == read_revision; }
+  const Sample& sample() const { return reading.sample(); }
+
+  friend bool operator==(const DataSet&, const DataSet&) = default;
 };
 
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };
@@ -99,6 +84,8 @@ struct FitResult {
   std::optional<Proof> proof;          ///< of a searched fit
   std::optional<StartsReport> starts;  ///< of a searched fit
   std::vector<ModeFit> modes;          ///< of a fit by failure mode: row i belongs to entry i - 1
+
+  friend bool operator==(const FitResult&, const FitResult&) = default;
 };
 
 /// All the fits of one data set.
@@ -109,6 +96,8 @@ struct FitSet {
   std::int32_t nDataIds = 0;
   Slots<FitResult> Fits;
   std::string Title = "Fit 0";
+
+  friend bool operator==(const FitSet&, const FitSet&) = default;
 };
 
 /// The slot from 1 that holds the model's fit by the method; 0 when none does. By a

@@ -28,6 +28,8 @@ class RichText {
   /// Counts the changes, so that a view knows what it has shown already.
   long changes() const { return changes_; }
 
+  friend bool operator==(const RichText& a, const RichText& b) { return a.body_ == b.body_; }
+
  private:
   std::string body_;
   long changes_ = 0;

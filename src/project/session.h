@@ -3,16 +3,16 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "numerics/error_reporter.h"
 #include "numerics/slots.h"
 #include "ports/ports.h"
-#include "project/chart_records.h"
 #include "project/data_sheet.h"
 #include "project/fit_panel.h"
-#include "project/records.h"
-#include "project/rich_text.h"
+#include "project/project.h"
 #include "project/settings.h"
 #include "project/unique_id.h"
 
@@ -25,6 +25,8 @@ struct FitDialogue {
   bool minimum_life_warned = false;  ///< the warning on W3T by MLE has been shown
   int fault_error = 0;               ///< run-time error of the last retry box
   double fault_seconds = -1e9;       ///< steady seconds of the last retry box
+  /// Refusals that the command at work has shown; null between commands.
+  std::optional<std::vector<std::string>> told;
 };
 
 struct Session {
@@ -37,19 +39,12 @@ struct Session {
   Settings settings;
   UniqueIds ids;
 
-  // The project: records from 1 to their count, element 0 the factory default.
-  Slots<DataSet> gData;
-  Slots<FitSet> gFit;
-  Slots<Chart> gChart;
+  Project project;
   Chart gChartNow;  ///< working copy of the chart being drawn
-  int nData = 0;
-  int nFit = 0;
-  int nCharts = 0;
 
-  // The headless halves of the windows, same indexes; slot 0 is empty.
+  // The headless halves of the windows, by the index of their record; slot 0 is empty.
   Slots<std::unique_ptr<DataSheet>> gDataForm;
   Slots<std::unique_ptr<FitPanel>> gFitForm;
-  RichText log;
 
   FitDialogue fitting;
 };
@@ -63,9 +58,5 @@ void reset_project(Session& session);
 int New_frm_Data(Session& session);
 int New_frm_Fit(Session& session);
 int New_frm_Chart(Session& session);
-
-/// The index of the record that has the identity, from 1; 0 when there is none.
-int find_data(const Session& session, std::int32_t unique_id);
-int find_fit(const Session& session, std::int32_t unique_id);
 
 }  // namespace tavlo

@@ -20,8 +20,8 @@ TEST(Dispatch, AFitIsStoredShownAndLogged) {
   ASSERT_EQ(world.fits().nFits, 1);
   EXPECT_EQ(world.record(1).Label, "W/rr");
   EXPECT_TRUE(is_current(world.record(1), world.data()));
-  EXPECT_EQ(world.session.gChart(1).Markers(1).FitNumber, 1);
-  EXPECT_EQ(world.session.gChart(1).Axes(1).ScaleType, 32);
+  EXPECT_EQ(world.session.project.charts(1).Markers(1).FitNumber, 1);
+  EXPECT_EQ(world.session.project.charts(1).Axes(1).ScaleType, 32);
   EXPECT_EQ(world.views.said,
             (std::vector<std::string>{"busy", "ready", "grid 1", "chart 1", "log"}));
   EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr");
@@ -49,7 +49,7 @@ TEST(Dispatch, ASwitchActsAtTheNextRequestAndARefitKeepsItsOwn) {
   EXPECT_FALSE(is_current(world.record(1), world.data()));
   refit_all(world.session, 1, 1);
   EXPECT_EQ(world.record(1).request.ranks, RankKind::benard) << "its own kind of ranks";
-  EXPECT_EQ(world.data().ranks, RankKind::exact) << "the points follow the switch";
+  EXPECT_EQ(world.data().reading.ranks(), RankKind::exact) << "the points follow the switch";
   world.put(five);
   refit_all(world.session, 1, 1);
   EXPECT_EQ(world.record(1).Quality, benard);
@@ -165,7 +165,8 @@ TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
   world.fit(1216);
   ASSERT_EQ(world.fits().nFits, 1);
   ASSERT_EQ(world.record(1).nRows, 3);
-  EXPECT_EQ(world.session.gChart(1).Axes(1).ScaleType, 32) << "the paper that the chart has";
+  EXPECT_EQ(world.session.project.charts(1).Axes(1).ScaleType, 32)
+      << "the paper that the chart has";
   ASSERT_EQ(world.grid().rows(), 4);
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal {2}");
   EXPECT_TRUE(world.grid().text(2, fit_column::quality).starts_with("-")) << "its own ln L";
@@ -234,12 +235,12 @@ TEST(Dispatch, WhatIsOutsideTheProjectOrEmptyIsTold) {
   world.prompts.expect_box("Error: 9 Subscript out of range", "Fit_Distribution routine:");
   std::int16_t model = 98;
   Fit_Distribution(world.session, 7, 7, model, 0, true, true);
-  world.session.gDataForm(1)->bclean = false;
-  world.session.gDataForm(1)->lrows = 1;
+  world.data().rows.resize(1);
+  mark_changed(world.data());
   world.fit();
   EXPECT_EQ(world.log(), "Please enter data for set # 1\n");
   EXPECT_EQ(world.fits().nFits, 0);
-  world.session.gDataForm(1)->lrows = 2;
+  world.data().rows.resize(2);
   world.fit();
   EXPECT_EQ(world.fits().nFits, 1);
 }

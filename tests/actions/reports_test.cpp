@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "project/ranking.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -24,12 +25,13 @@ FitResult fit_of(std::int16_t code, std::int16_t method, const std::vector<FitPa
 std::string logged(const FitResult& fit) {
   TestWorld world;
   Session& session = world.session;
-  session.gData(1).Points(0).Fails = 10;
-  session.gData(1).Points(0).Susps = 2;
-  session.gFit(1).Fits.push_back(fit);
-  session.gFit(1).nFits = 1;
+  DataSet data = test::make_data({{1, 10, 2}});
+  Make_Ranks(session.errors, true, data);
+  session.project.data(1) = std::move(data);
+  session.project.fits(1).Fits.push_back(fit);
+  session.project.fits(1).nFits = 1;
   PostFitLog(session, 0, 1, 1);
-  const std::string text = session.log.plain();
+  const std::string text = session.project.log.plain();
   const std::string head = "********** Tavlo Fit **********     02:05 pm\n";
   EXPECT_EQ(text.substr(0, head.size()), head);
   return text.substr(std::min(head.size(), text.size()));
@@ -69,7 +71,7 @@ TEST(PostFitLog, SaysEachFamilyInItsOwnWords) {
 
 TEST(LoadFit, HeadingsFollowTheMixOfFamilies) {
   TestWorld world;
-  FitSet& fits = world.session.gFit(1);
+  FitSet& fits = world.session.project.fits(1);
   fits.Fits.push_back(fit_of(922, 0, {{100, 1, 0.5, 0, 1}}));
   fits.Fits.push_back(fit_of(857, 1, {{100, 1, 0.5, 0, 1}}));
   fits.Fits.push_back(fit_of(98, 1, {{0.002, 0.4, 1.5, 3, 1}, {0, 0.6, 2, 0, 2}}));

@@ -50,17 +50,17 @@ struct ChartWorld {
   MetricTextMeasure measure;
   Session session;
 
-  Chart& chart() { return session.gChart(1); }
+  Chart& chart() { return session.project.charts(1); }
 
   void show(DataSet data) {
-    data.UniqueId = session.gData(1).UniqueId;
-    session.gData(1) = std::move(data);
+    data.UniqueId = session.project.data(1).UniqueId;
+    session.project.data(1) = std::move(data);
   }
   /// The first fit of the set, on paper of its own scales.
   void show(const FitResult& fit) {
-    session.gFit(1).nFits = 1;
-    session.gFit(1).Fits.resize(1);
-    session.gFit(1).Fits(1) = fit;
+    session.project.fits(1).nFits = 1;
+    session.project.fits(1).Fits.resize(1);
+    session.project.fits(1).Fits(1) = fit;
     chart().Axes(0).ScaleType = static_cast<std::int16_t>(fit.ModelCode & 7);
     chart().Axes(1).ScaleType = static_cast<std::int16_t>(fit.ModelCode & 56);
   }
@@ -83,12 +83,12 @@ struct SetsWorld : ChartWorld {
       if (i > 1) New_frm_Fit(session);
       const double eta = 100.0 * i;
       DataSet data = ranked({{0.3 * eta}, {0.7 * eta}, {1.1 * eta}});
-      data.UniqueId = session.gData(i).UniqueId;
+      data.UniqueId = session.project.data(i).UniqueId;
       data.Title = "Rig " + std::to_string(i);
-      session.gData(i) = std::move(data);
-      session.gFit(i).nFits = 1;
-      session.gFit(i).Fits.resize(1);
-      session.gFit(i).Fits(1) = fit_of(model_code::weibull2, {{1 / eta, 1, 2, 0, 1}});
+      session.project.data(i) = std::move(data);
+      session.project.fits(i).nFits = 1;
+      session.project.fits(i).Fits.resize(1);
+      session.project.fits(i).Fits(1) = fit_of(model_code::weibull2, {{1 / eta, 1, 2, 0, 1}});
     }
   }
   ChartItem& legend() { return chart().Boxes(chart_item::legend); }

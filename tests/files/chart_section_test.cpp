@@ -165,8 +165,8 @@ TEST(ChartSection, AnyChartThatIsReadCanBeDrawn) {
     EXPECT_EQ(again.Axes(1).Max, scale == 24 || scale == 32 ? 0.99999999 : 50) << scale;
     TestWorld world;
     world.prompts.accept_all();
-    again.Markers(1).DataId = world.session.gData(1).UniqueId;
-    world.session.gChart(1) = again;
+    again.Markers(1).DataId = world.session.project.data(1).UniqueId;
+    world.session.project.charts(1) = again;
     EXPECT_GT(fl_Make_WMF(world.session, 1).records.size(), 5U) << scale;
   }
 }

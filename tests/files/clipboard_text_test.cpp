@@ -24,11 +24,10 @@ void paste(TestWorld& world, const std::string& text) {
 std::string shown(TestWorld& world) {
   std::string text;
   DataSheet& sheet = sheet_of(world);
-  for (int r = 1; r <= sheet.lrows; ++r) {
+  for (int r = 1; r <= sheet.last_row(); ++r) {
     if (r > 1) text += ' ';
-    text += sheet.grd_Data.text(r, sheet_column::x) + '|' +
-            sheet.grd_Data.text(r, sheet_column::fails) + '|' +
-            sheet.grd_Data.text(r, sheet_column::susps);
+    text += sheet.text(r, sheet_column::x) + '|' + sheet.text(r, sheet_column::fails) + '|' +
+            sheet.text(r, sheet_column::susps);
   }
   return text;
 }
@@ -102,24 +101,24 @@ TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
   for (const auto& [clipboard, words] : rows) {
     TestWorld world;
     paste(world, "42");
-    sheet_of(world).bclean = true;
+    const auto revision = sheet_of(world).data().revision;
     world.prompts.expect_box(paste_title, words);
     paste(world, clipboard);
     EXPECT_EQ(shown(world), "42|1|") << clipboard;
-    EXPECT_TRUE(sheet_of(world).bclean);
+    EXPECT_EQ(sheet_of(world).data().revision, revision);
   }
 }
 
 TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
   TestWorld world;
   paste(world, "1x7\n2x7\n3x7");
-  sheet_of(world).grd_Data.go_to(2, sheet_column::x);
+  sheet_of(world).go_to(2, sheet_column::x);
   paste(world, "20\n30\n40");
   EXPECT_EQ(shown(world), "1|7| 20|1| 30|1| 40|1|");
-  sheet_of(world).grd_Data.go_to(1, sheet_column::fails);
+  sheet_of(world).go_to(1, sheet_column::fails);
   paste(world, "5\n6");
   EXPECT_EQ(shown(world), "1|5| 20|6| 30|1| 40|1|");
-  sheet_of(world).grd_Data.go_to(1, sheet_column::order);
+  sheet_of(world).go_to(1, sheet_column::order);
   paste(world, "11\t2\t3");
   EXPECT_EQ(shown(world), "11|2|3 20|6| 30|1| 40|1|") << "order numbers are the program's";
 }
@@ -136,8 +135,8 @@ TEST(Copy, PastedBackItIsTheSameData) {
       text += "\r\n";
     }
     paste(world, text);
-    sheet_of(world).grd_Data.go_to(1, 0);
-    sheet_of(world).grd_Data.select_to(10, sheet_column::comment);
+    sheet_of(world).go_to(1, 0);
+    sheet_of(world).select_to(10, sheet_column::comment);
     CopyClip(world.session, 1);
     EXPECT_EQ(world.clipboard.plain, text);
   }

@@ -26,19 +26,19 @@ TEST(DataNotation, WriteReadWriteGivesTheSameText) {
   std::mt19937_64 random(7);
   for (int run = 0; run < 300; ++run) {
     DataSet written = test::make_data(std::vector<test::Point>(1 + random() % 40));
-    for (int i = 1; i <= written.Count; ++i) {
-      DataPoint& point = written.Points(i);
-      point.X = random_time(random);
+    for (std::size_t i = 0; i < written.rows.size(); ++i) {
+      SheetRow& row = written.rows.edit(i);
+      row.time = random_time(random);
       const double units = std::ldexp(static_cast<double>(1 + random() % 1000), -3) / 3;
-      (random() % 2 == 0 ? point.Fails : point.Susps) = units;
+      (random() % 2 == 0 ? row.failures : row.suspensions) = units;
     }
-    DataSet sorted;
-    ASSERT_FALSE(read_data_text(write_notation(written), {}, sorted));
-    const std::string text = write_notation(sorted);
+    DataSet read;
+    ASSERT_FALSE(read_data_text(write_notation(written), {}, read));
+    const std::string text = write_notation(read);
     DataSet again;
     ASSERT_FALSE(read_data_text(text, {}, again)) << text;
     ASSERT_EQ(write_notation(again), text);
-    for (int i = 1; i <= again.Count; ++i) ASSERT_EQ(again.Points(i).X, sorted.Points(i).X);
+    ASSERT_EQ(again.rows, read.rows);
   }
 }
 

@@ -8,17 +8,17 @@
 namespace tavlo {
 namespace {
 
-/// "x fails susps order mode comment" of each row, for comparing whole sets.
+/// "x fails susps mode comment" of each row, for comparing whole sets.
 std::string summary(const DataSet& data) {
   std::string text;
-  for (int i = 1; i <= data.Count; ++i) {
-    const DataPoint& point = data.Points(i);
-    if (i > 1) text += "; ";
-    for (const double number : {static_cast<double>(point.X), point.Fails, point.Susps})
-      text += number_text(number, 6) + " ";
-    text += std::to_string(point.Order);
-    if (point.Mode != 0) text += " " + data.ModeNames(point.Mode);
-    if (!point.Comment.empty()) text += " '" + point.Comment + "'";
+  for (std::size_t i = 0; i < data.rows.size(); ++i) {
+    const SheetRow& row = data.rows[i];
+    text += i > 0 ? "; " : "";
+    text += number_text(static_cast<double>(row.time), 6) + ' ' + number_text(row.failures, 6) +
+            ' ' + number_text(row.suspensions, 6);
+    if (row.mode != 0) text += ' ' + data.ModeNames(row.mode);
+    if (const auto& comment = row.text(sheet_column::comment); !comment.empty())
+      text += " '" + comment + "'";
   }
   return text;
 }
@@ -33,44 +33,43 @@ using Case = std::pair<std::string_view, const char*>;
 
 TEST(DataText, ReadsEveryForm) {
   const Case cases[] = {
-      {"100", "100 1 0 1"},
-      {"100x3\n>50\n>20x5\n-7\n", "7 0 1 4; 20 0 5 3; 50 0 1 2; 100 3 0 1"},
-      {"9\n>4\n4\n>9\n4x2\n", "4 0 1 2; 4 1 0 3; 4 2 0 5; 9 1 0 1; 9 0 1 4"},
-      {"\n# remark\n  7 X 2.5 \n\t> .5x2\n+3e1", "0.5 0 2 2; 7 2.5 0 1; 30 1 0 3"},
-      {"1\r\n2\r\n", "1 1 0 1; 2 1 0 2"},
-      {"1\r2\r#x\r3", "1 1 0 1; 2 1 0 2; 3 1 0 3"},
+      {"100", "100 1 0"},
+      {"100x3\n>50\n>20x5\n-7\n", "100 3 0; 50 0 1; 20 0 5; 7 0 1"},
+      {"9\n>4\n4\n>9\n4x2\n", "9 1 0; 4 0 1; 4 1 0; 9 0 1; 4 2 0"},
+      {"\n# remark\n  7 X 2.5 \n\t> .5x2\n+3e1", "7 2.5 0; 0.5 0 2; 30 1 0"},
+      {"1\r\n2\r\n", "1 1 0; 2 1 0"},
+      {"1\r2\r#x\r3", "1 1 0; 2 1 0; 3 1 0"},
       {"\xEF\xBB\xBF"
        "1\n2",
-       "1 1 0 1; 2 1 0 2"},
-      {"TIME,Status,Count\n4,f,3\n2,S,\n6,1,1\n8,0,2\n", "2 0 1 2; 4 3 0 1; 6 1 0 3; 8 0 2 4"},
-      {"susps\tx\tfails\n1\t4\t2\n\t3\t1\n", "3 1 0 2; 4 2 1 1"},
-      {"Suspensions,Failures,x\n2,0,9\n", "9 0 2 1"},
+       "1 1 0; 2 1 0"},
+      {"TIME,Status,Count\n4,f,3\n2,S,\n6,1,1\n8,0,2\n", "4 3 0; 2 0 1; 6 1 0; 8 0 2"},
+      {"susps\tx\tfails\n1\t4\t2\n\t3\t1\n", "4 2 1; 3 1 0"},
+      {"Suspensions,Failures,x\n2,0,9\n", "9 0 2"},
       {"x,mode,comment\n1,wear,\"a \"\"b\"\", c\"\n2,,\n3, wear ,x\n4,burst,\n",
-       "1 1 0 1 wear 'a \"b\", c'; 2 1 0 2; 3 1 0 3 wear 'x'; 4 1 0 4 burst"},
-      {"# first\n\nx,comment\n#no\n1,\"two\nlines\"\n\n2,end",
-       "1 1 0 1 'two\nlines'; 2 1 0 2 'end'"},
-      {"x,comment\r1,a\r2,b\r", "1 1 0 1 'a'; 2 1 0 2 'b'"},
+       "1 1 0 wear 'a \"b\", c'; 2 1 0; 3 1 0 wear 'x'; 4 1 0 burst"},
+      {"# first\n\nx,comment\n#no\n1,\"two\nlines\"\n\n2,end", "1 1 0 'two\nlines'; 2 1 0 'end'"},
+      {"x,comment\r1,a\r2,b\r", "1 1 0 'a'; 2 1 0 'b'"},
       {"x,comment\n1,M\xFCller\n2,M\xC3\xBCller\n",
-       "1 1 0 1 'M\xC3\xBCller'; 2 1 0 2 'M\xC3\xBCller'"}};
+       "1 1 0 'M\xC3\xBCller'; 2 1 0 'M\xC3\xBCller'"}};
   for (const auto& [text, expected] : cases) EXPECT_EQ(read(text), expected) << text;
 }
 
 // What spreadsheets, fleets and other programs write, and what a person means by it.
 TEST(DataText, ReadsTablesAsPeopleMeanThem) {
-  const Case cases[] = {{"x;status\n100,5;F\n200,25;S\n", "100.5 1 0 1; 200.25 0 1 2"},
-                        {"sep=;\n100,5;2\n1,000;1,5\n", "1 1.5 0 2; 100.5 2 0 1"},
-                        {"x\tstatus\n100,5\tF\n200\tS\n", "100.5 1 0 1; 200 0 1 2"},
+  const Case cases[] = {{"x;status\n100,5;F\n200,25;S\n", "100.5 1 0; 200.25 0 1"},
+                        {"sep=;\n100,5;2\n1,000;1,5\n", "100.5 2 0; 1 1.5 0"},
+                        {"x\tstatus\n100,5\tF\n200\tS\n", "100.5 1 0; 200 0 1"},
                         {"Time (h) , Censored?\n4,no\n5,TRUE\n6,F\n7,censored\n8,0\n",
-                         "4 1 0 1; 5 0 1 2; 6 1 0 3; 7 0 1 4; 8 1 0 5"},
+                         "4 1 0; 5 0 1; 6 1 0; 7 0 1; 8 1 0"},
                         {"unit id,Time_to_failure,EVENT,\nA1,4,yes,\nA2,5,No\n,,\nA3,6,failed,,\n",
-                         "4 1 0 1; 5 0 1 2; 6 1 0 3"},
-                        {"time event\n4,5  1\n 5\t0\n", "4.5 1 0 1; 5 0 1 2"},
-                        {"\"a;b\",\"km\",S,F\nx,4,1,2\n", "4 2 1 1"},
-                        {"100\t1\n200\t0\n", "100 1 0 1; 200 0 1 2"},
-                        {"\"100\",\"F\"\n200,S,\n", "100 1 0 1; 200 0 1 2"},
-                        {">100\t1\n200\t2\n-3\t1\n", "3 0 1 3; 100 0 1 1; 200 2 0 2"},
-                        {"100.5,3\n200,1\n", "100.5 3 0 1; 200 1 0 2"},
-                        {"9\t2\t1\twear\n8\t\t4\t\n", "8 0 4 2; 9 2 1 1 wear"}};
+                         "4 1 0; 5 0 1; 6 1 0"},
+                        {"time event\n4,5  1\n 5\t0\n", "4.5 1 0; 5 0 1"},
+                        {"\"a;b\",\"km\",S,F\nx,4,1,2\n", "4 2 1"},
+                        {"100\t1\n200\t0\n", "100 1 0; 200 0 1"},
+                        {"\"100\",\"F\"\n200,S,\n", "100 1 0; 200 0 1"},
+                        {">100\t1\n200\t2\n-3\t1\n", "100 0 1; 200 2 0; 3 0 1"},
+                        {"100.5,3\n200,1\n", "100.5 3 0; 200 1 0"},
+                        {"9\t2\t1\twear\n8\t\t4\t\n", "9 2 1 wear; 8 0 4"}};
   for (const auto& [text, expected] : cases) EXPECT_EQ(read(text), expected) << text;
 }
 
@@ -81,13 +80,12 @@ TEST(DataText, ADoubtfulCommaIsRefusedUntilItsMeaningIsSaid) {
     long line;
     const char *by_comma, *by_point;
   } cases[] = {
-      {"1071,8\n1069,3\n", 1, "1069.3 1 0 2; 1071.8 1 0 1", "1069 3 0 2; 1071 8 0 1"},
-      {"# h\n7\n>1071,8\n", 3, "7 1 0 1; 1071.8 0 1 2",
+      {"1071,8\n1069,3\n", 1, "1071.8 1 0; 1069.3 1 0", "1071 8 0; 1069 3 0"},
+      {"# h\n7\n>1071,8\n", 3, "7 1 0; 1071.8 0 1",
        "3: '1071,8' is not a number (the lines above it have one col"},
-      {"x\n9\n5,5\n", 3, "5.5 1 0 2; 9 1 0 1",
-       "3: the row has more fields than there are columns (1)"},
-      {"1,000\tF\n2,000\tS\n", 1, "1 1 0 1; 2 0 1 2", "1: '1,000' is not a number"},
-      {"x,status\n\"9,5\",F\n", 2, "9.5 1 0 1", "2: '9,5' is not a number"},
+      {"x\n9\n5,5\n", 3, "9 1 0; 5.5 1 0", "3: the row has more fields than there are columns (1)"},
+      {"1,000\tF\n2,000\tS\n", 1, "1 1 0; 2 0 1", "1: '1,000' is not a number"},
+      {"x,status\n\"9,5\",F\n", 2, "9.5 1 0", "2: '9,5' is not a number"},
   };
   for (const auto& [text, line, by_comma, by_point] : cases) {
     DataSet data;
@@ -106,12 +104,12 @@ TEST(DataText, ColumnsAndStatusAreReadAsTheyAreNamed) {
   const std::string_view fleet = "time,Stunden,Ausfall,x\n1,4,Ja,F\n2,5,nein,F\n";
   const ReadOptions named{.columns = {{DataColumn::x, "stunden"}, {DataColumn::status, "Ausfall"}},
                           .failed = {"ja"}};
-  EXPECT_EQ(read(fleet, named), "4 1 0 1; 5 0 1 2");
+  EXPECT_EQ(read(fleet, named), "4 1 0; 5 0 1");
   EXPECT_EQ(read("x,broken\n4,yes\n5,no\n", {.columns = {{DataColumn::status, ""}}}),
-            "4 1 0 1; 5 1 0 2");
+            "4 1 0; 5 1 0");
   EXPECT_EQ(read("x\n4\n", {.columns = {{DataColumn::mode, "m"}}}),
             "1: there is no column 'm' (the header names 'x')");
-  EXPECT_EQ(read("4;ja\n5;nein\n", {.failed = {"ja"}}), "4 1 0 1; 5 0 1 2");
+  EXPECT_EQ(read("4;ja\n5;nein\n", {.failed = {"ja"}}), "4 1 0; 5 0 1");
   EXPECT_EQ(read("x,Ausfall\n4,ja\n", {.failed = {"ja"}}),
             "1: no column is known as a status; name it with --columns status=NAME");
   EXPECT_EQ(read("4,ja\n", named), "1: there is no column 'stunden' (the header names '4', 'ja')");
@@ -120,7 +118,7 @@ TEST(DataText, ColumnsAndStatusAreReadAsTheyAreNamed) {
 
 TEST(DataText, NegativeTimesAreValuesOnlyWhenAskedFor) {
   const ReadOptions values{.negative_is_value = true};
-  EXPECT_EQ(read("-5\n>-7\n3\n", values), "-7 0 1 2; -5 1 0 1; 3 1 0 3");
+  EXPECT_EQ(read("-5\n>-7\n3\n", values), "-5 1 0; -7 0 1; 3 1 0");
   EXPECT_EQ(read("x,status\n-5,F\n"), "2: a time can't be negative");
   EXPECT_EQ(read(">-5\n"), "1: a time can't be negative");
 }
@@ -191,7 +189,7 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
 TEST(DataText, AFaultLeavesTheSetAsItWas) {
   DataSet data = test::make_data({{5}, {6}});
   EXPECT_TRUE(read_data_text("1\n2\nx\n", {}, data));
-  EXPECT_EQ(summary(data), "5 1 0 1; 6 1 0 2");
+  EXPECT_EQ(summary(data), "5 1 0; 6 1 0");
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ constexpr const char* save_title = "SAVE a chart profile";
 
 TEST(Profiles, SavedLooksComeBackOnAnotherChart) {
   TestWorld world;
-  Chart dressed = world.session.gChart(1);
+  Chart dressed = world.session.project.charts(1);
   dressed.Boxes(chart_item::plot_box).FillColor = rgb(1, 2, 3);
   dressed.Axes(0).Label.Text2 = "0.00";
   dressed.Profile = "House style";
@@ -26,7 +26,7 @@ TEST(Profiles, SavedLooksComeBackOnAnotherChart) {
   ASSERT_TRUE(save_profile(world.session, dressed));
   EXPECT_TRUE(world.files.files.at("/house.vpr").ends_with("House style\r\n"));
 
-  Chart plain = world.session.gChart(1);
+  Chart plain = world.session.project.charts(1);
   world.prompts.expect_file(load_title, "/house.vpr");
   ASSERT_TRUE(load_profile(world.session, plain));
   EXPECT_EQ(plain, dressed);

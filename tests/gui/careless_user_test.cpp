@@ -93,10 +93,10 @@ TEST_F(CarelessUser, AskedBeforeAProjectIsThrownAway) {
   person.type("100\n");
   person.press({"ctrl+n"});
   ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
-  EXPECT_EQ(session().gDataForm(1)->lrows, 1) << "Enter alone throws nothing away";
+  EXPECT_EQ(session().gDataForm(1)->last_row(), 1) << "Enter alone throws nothing away";
   boxes.press_on_boxes("alt+y");
   person.press({"ctrl+n"});
-  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == 0; }));
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == 0; }));
   EXPECT_EQ(window.windows().children().size(), 4u);
   ASSERT_TRUE(wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
   person.type("7\n");

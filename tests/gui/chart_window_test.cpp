@@ -39,7 +39,7 @@ class OnTheChart : public test::WindowWorld {
   }
 
   ChartWindow& chart() { return window.windows().chart(1); }
-  Chart& record() { return session().gChart(1); }
+  Chart& record() { return session().project.charts(1); }
   void open_menu(QPoint at) {
     person.ask_for_menu(chart(), at);
     ASSERT_TRUE(wait_until([&] { return QApplication::activePopupWidget() != nullptr; }));
@@ -133,14 +133,15 @@ TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {
   EXPECT_TRUE(hint().contains(QStringLiteral("Fit:  F = ")));
 
   person.press({"alt+o", "p"});
-  const DataPoint& point = session().gData(1).Points(2);
-  std::vector<DataPair> pairs = {{point.X, point.Y}};
+  const Sample& sample = session().project.data(1).sample();
+  const auto rank = static_cast<double>(sample.rank[1]);
+  std::vector<DataPair> pairs = {{outer_time(sample, sample.time[1]), rank}};
   std::vector<Place> places(1);
   xy2Long(session().errors, session().ports.prompts, record().Boxes(1), record().Axes(0),
           record().Axes(1), places, pairs);
   const QPoint on_point = pixel(places[0]);
   person.move_to(chart(), on_point + QPoint(4, 3));
-  const auto wanted = QStringLiteral("Point:  X = 187   Y = %1%").arg(100.0 * point.Y, 0, 'g', 7);
+  const auto wanted = QStringLiteral("Point:  X = 187   Y = %1%").arg(100.0 * rank, 0, 'g', 7);
   EXPECT_TRUE(wait_until([&] { return hint().startsWith(wanted); }))
       << hint().toStdString() << wanted.toStdString();
   const QImage seen = chart().grab().toImage();

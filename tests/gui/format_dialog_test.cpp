@@ -26,7 +26,7 @@ class FormatDialogTest : public test::WindowWorld {
     turn_to(static_cast<int>(ChartPart::titles));
   }
 
-  Chart& chart() { return session().gChart(1); }
+  Chart& chart() { return session().project.charts(1); }
   Chart& copy() { return session().gChartNow; }
   QWidget* dialog() { return window.findChild<QWidget*>(key("frm_Format")); }
 

@@ -107,10 +107,10 @@ TEST_F(Frame, HoldsAHundredThousandRows) {
   for (int i = 1; i <= 100000; ++i) column += std::to_string(i) + '\n';
   person.copy_elsewhere(column);
   person.press({"ctrl+v"});
-  ASSERT_TRUE(test::wait_until([&] { return session().gDataForm(1)->lrows == 100000; }));
+  ASSERT_TRUE(test::wait_until([&] { return session().gDataForm(1)->last_row() == 100000; }));
   person.press({"ctrl+End", "alt+c"});
   ASSERT_TRUE(test::wait_until([&] { return fits().rows() == 2; }, 60000));
-  EXPECT_EQ(session().gData(1).Count, 100000);
+  EXPECT_EQ(session().project.data(1).sample().size(), 100000u);
   EXPECT_EQ(boxes.texts(), QStringList());
 }
 

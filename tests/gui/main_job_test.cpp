@@ -25,7 +25,7 @@ class MainJob : public test::WindowWorld {
     person.copy_elsewhere(lines);
     person.click(*window.windows().sheet(1).viewport(), {20, 10});
     person.press({"ctrl+v"});
-    ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->lrows == rows; }));
+    ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == rows; }));
   }
   void choose(const char* button, int fits_then) {
     person.click(widget(button), {8, 8});
@@ -195,12 +195,12 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
 TEST_F(MainJob, ARefusedFitLeavesTheChartAsItWas) {
   paste("100\n150\n210\n300\n", 4);
   choose("opt_Model_8", 1);
-  const Chart before = session().gChart(1);
+  const Chart before = session().project.charts(1);
   const auto drawing = window.windows().chart(1).drawing().records.size();
   person.click(widget("opt_Model_7"), {8, 8});
   ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
   EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("7 points are needed")));
-  const Chart& after = session().gChart(1);
+  const Chart& after = session().project.charts(1);
   EXPECT_EQ(after.Axes(0).ScaleType, before.Axes(0).ScaleType);
   EXPECT_EQ(after.Axes(1).ScaleType, before.Axes(1).ScaleType);
   EXPECT_EQ(after.Markers(1).FitNumber, before.Markers(1).FitNumber);

@@ -20,9 +20,9 @@ class WindowWorld : public ::testing::Test {
   void SetUp() override;
 
   Session& session() { return program.session; }
-  Grid& sheet() { return session().gDataForm(1)->grd_Data; }
+  DataSheet& sheet() { return *session().gDataForm(1); }
   Grid& fits() { return session().gFitForm(1)->grd_Fit; }
-  std::string log() { return session().log.plain(); }
+  std::string log() { return session().project.log.plain(); }
 
   /// The widget of that object name; the test fails when there is none.
   QWidget& widget(const char* name);

@@ -104,6 +104,18 @@ TEST(Life, WhatHasNoAnswerGivesNone) {
   EXPECT_EQ(fraction_failed({model_code::weibull_batch, std::vector<FitParam>(40)}, 5), 0);
 }
 
+TEST(Life, AnyNumberOfFailureModesActTogether) {
+  Life all{model_code::by_failure_mode, {}};
+  double ln_survival = 0;
+  for (int mode = 1; mode <= 50; ++mode) {
+    const Life alone = test::weibull(1 + 0.05 * mode, 1000.0 * mode);
+    all.rows.push_back(alone.rows[0]);
+    ln_survival += std::log(reliability(alone, 300));
+  }
+  EXPECT_NEAR(reliability(all, 300), std::exp(ln_survival), 1e-14);
+  EXPECT_NEAR(fraction_failed(all, *quantile(all, 0.3)), 0.3, 1e-12);
+}
+
 // Kolmogorov's distance of n draws is below 1.95 / sqrt(n) in 999 of 1000 samples.
 TEST(Life, DrawsFollowTheLife) {
   test::RandomNumbers random(3);

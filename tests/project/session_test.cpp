@@ -21,14 +21,14 @@ TEST(Session, ANewPairOfSetsIsLinkedToTheLastChart) {
   Session& session = world.session;
   EXPECT_EQ(New_frm_Data(session), 2);
   EXPECT_EQ(New_frm_Fit(session), 2);
-  EXPECT_EQ(session.gData(2).Title, "Data2");
-  EXPECT_EQ(session.gFit(2).DataIds(1), session.gData(2).UniqueId);
-  EXPECT_EQ(session.gChart(1).Markers(2).DataId, session.gData(2).UniqueId);
+  EXPECT_EQ(session.project.data(2).Title, "Data2");
+  EXPECT_EQ(session.project.fits(2).DataIds(1), session.project.data(2).UniqueId);
+  EXPECT_EQ(session.project.charts(1).Markers(2).DataId, session.project.data(2).UniqueId);
 
   reset_project(session);
-  EXPECT_EQ(session.nData, 1);
+  EXPECT_EQ(session.project.data.bound(), 1);
   EXPECT_EQ(session.gDataForm.bound(), 1);
-  EXPECT_EQ(session.gChart(1).Markers(2).DataId, 0);
+  EXPECT_EQ(session.project.charts(1).Markers(2).DataId, 0);
 }
 
 }  // namespace

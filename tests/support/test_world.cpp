@@ -115,19 +115,17 @@ Ports TestWorld::ports() {
 
 DataSet make_data(const std::vector<Point>& points) {
   DataSet data = fuStandardData();
-  data.Count = static_cast<std::int32_t>(points.size());
-  data.Points.resize(data.Count);
-  for (int i = 1; i <= data.Count; ++i) {
-    const Point& from = points[static_cast<std::size_t>(i) - 1];
-    DataPoint& to = data.Points(i);
-    to.X = static_cast<float>(from.x);
-    to.Fails = from.fails;
-    to.Susps = from.susps;
-    to.Order = i;
-    to.Mode = static_cast<std::int16_t>(from.mode);
-    while (data.nModes < from.mode) {
-      data.ModeNames.push_back("mode" + std::to_string(++data.nModes));
-    }
+  for (const Point& from : points) {
+    SheetRow row;
+    row.time = static_cast<float>(from.x);
+    row.failures = from.fails;
+    row.suspensions = from.susps;
+    row.mode = static_cast<std::int16_t>(from.mode);
+    for (const int column : {sheet_column::x, sheet_column::fails, sheet_column::susps})
+      row.set_given(column, true);
+    data.rows.push_back(row);
+    while (data.ModeNames.bound() < from.mode)
+      data.ModeNames.push_back("mode" + std::to_string(data.ModeNames.bound() + 1));
   }
   return data;
 }

@@ -28,23 +28,13 @@ struct DataExtent {
   Range y;
 };
 
-void add_rows(const DataSet& data, DataExtent& extent) {
-  const int last = std::min<int>(data.Count, data.Points.bound());
-  for (int i = 1; i <= last; ++i) {
-    const DataPoint& row = data.Points.data()[i];
-    if (!(row.Fails > 0.0)) continue;
-    extent.x.add(row.X);
-    extent.y.add(row.Y);
+/// The failures of a set.
+void add_set(const Sample& sample, DataExtent& extent) {
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    if (!(sample.failures[i] > 0.0)) continue;
+    extent.x.add(outer_time(sample, sample.time[i]));
+    extent.y.add(static_cast<double>(sample.rank[i]));
   }
-}
-
-/// The stored extent of a set where it is one, else that of its failures.
-void add_set(const DataSet& data, DataExtent& extent) {
-  if (data.XMax <= data.XMin || data.YMax <= data.YMin) return add_rows(data, extent);
-  extent.x.add(data.XMin);
-  extent.x.add(data.XMax);
-  extent.y.add(data.YMin);
-  extent.y.add(data.YMax);
 }
 
 /// A limit that the user holds enters the rule in place of the data's.
@@ -73,7 +63,7 @@ void shift_first_month(ChartAxis& axis) {
 void SetAutoScale(Session& session, Chart& chart) {
   DataExtent extent;
   for (const PlotSet& set : plot_sets(session, chart))
-    add_set(session.gData(set.data_index), extent);
+    add_set(session.project.data(set.data_index).sample(), extent);
   const auto words = error_words("SetAutoScale_Error: ", "SetAutoScale routine:");
   const double zone = session.settings.PlotBorderZone;
   guarded(session.errors, words, [&] {

@@ -59,7 +59,7 @@ void check_chart(const Chart& chart) {
 void draw_plot_set(Canvas& canvas, const Session& session, const PlotSet& set) {
   if (set.fit) DrawData_One_Line(canvas, *set.marker, *set.fit);
   if (set.fit && canvas.chart.SubPopulations) draw_sub_populations(canvas, *set.marker, *set.fit);
-  draw_data_points(canvas, *set.marker, session.gData(set.data_index));
+  draw_data_points(canvas, *set.marker, session.project.data(set.data_index));
 }
 
 /// Points and lines alone, before their place in the drawing comes: the boxes keep
@@ -108,8 +108,8 @@ DrawingRecord fl_Make_WMF(Session& session, int chart_index) {
   DrawingRecord record;
   HeldReports reports(session);
   guarded(reports.errors(), add_words, [&] {
-    record =
-        compose_chart(session, session.gChart(chart_index), reports.prompts(), reports.errors());
+    record = compose_chart(session, session.project.charts(chart_index), reports.prompts(),
+                           reports.errors());
   });
   reports.prompts().show_all();
   return record;

@@ -31,7 +31,7 @@ void Readout::collect(const Session& session, const Chart& chart) {
     DrawingRecord drawing;
     Recorder recorder(drawing);
     Canvas canvas{recorder, chart, no_text, unheard_.prompts, unheard_.errors};
-    const DataSet& data = session.gData(set.data_index);
+    const DataSet& data = session.project.data(set.data_index);
     if (has_symbols(*set.marker))
       for (const PlacedPoint& point : visible_points(canvas, *set.marker, data))
         points_.push_back({point.place, point.value, set.row});

@@ -23,13 +23,12 @@ constexpr int crowd_grain = 30;
 
 /// Rows with failures whose values have a place on the axes. Others are left out
 /// before the mapping: one of them would end it for all.
-std::vector<DataPair> drawable_pairs(const DataSet& data, int x_code, int y_code) {
+std::vector<DataPair> drawable_pairs(const Sample& sample, int x_code, int y_code) {
   std::vector<DataPair> pairs;
-  const int last = std::min<int>(data.Count, data.Points.bound());
-  for (int i = 1; i <= last; ++i) {
-    const DataPoint& row = data.Points.data()[i];
-    if (row.Fails > 0.0 && has_place(x_code, row.X) && has_place(y_code, row.Y))
-      pairs.push_back({row.X, row.Y});
+  for (std::size_t i = 0; i < sample.size(); ++i) {
+    if (!(sample.failures[i] > 0.0)) continue;
+    const DataPair pair{outer_time(sample, sample.time[i]), static_cast<double>(sample.rank[i])};
+    if (has_place(x_code, pair.x) && has_place(y_code, pair.y)) pairs.push_back(pair);
   }
   return pairs;
 }
@@ -70,7 +69,7 @@ std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marke
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   ChartAxis x_axis = canvas.chart.Axes(0);
   ChartAxis y_axis = canvas.chart.Axes(1);
-  std::vector<DataPair> pairs = drawable_pairs(data, x_scale_of(x_axis), y_scale_of(y_axis));
+  std::vector<DataPair> pairs = drawable_pairs(data.sample(), x_scale_of(x_axis), y_scale_of(y_axis));
   constexpr std::int32_t nowhere = std::numeric_limits<std::int32_t>::min();
   std::vector<Place> places(pairs.size(), Place{nowhere, nowhere});
   xy2Long(canvas.errors, canvas.prompts, plot, x_axis, y_axis, places, pairs);

@@ -162,7 +162,7 @@ std::vector<LegendEntry> legend_entries(const Session& session, const Chart& cha
   if (mode == legend_mode::never) return entries;
   for (const PlotSet& set : sets) {
     LegendEntry entry{&set, entry_title(session, sets, set), set.fit && has_line(*set.marker),
-                      has_symbols(*set.marker) && session.gData(set.data_index).Count > 0};
+                      has_symbols(*set.marker) && session.project.data(set.data_index).sample().size() > 0};
     if (entry.has_line || entry.has_symbol) entries.push_back(std::move(entry));
   }
   if (mode != legend_mode::always && entries.size() < 2) entries.clear();

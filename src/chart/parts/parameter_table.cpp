@@ -77,8 +77,8 @@ const char* rank_words(RankKind ranks) { return ranks == RankKind::exact ? "exac
 
 /// With suspensions there is one kind of ranks only.
 bool ranks_differ(const FitResult& fit, const DataSet& data) {
-  return fit.Method != method_code::mle && !(data.Points(0).Susps > 0) &&
-         fit.request.ranks != data.ranks;
+  return fit.Method != method_code::mle && !(data.sample().total_suspensions > 0) &&
+         fit.request.ranks != data.reading.ranks();
 }
 
 void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet& data, int digits) {
@@ -89,15 +89,15 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
   if (!ranks_differ(fit, data)) return;
   TableLine line;
   line.remark = std::string("fit: ") + rank_words(fit.request.ranks) +
-                ", points: " + rank_words(data.ranks) + " ranks";
+                ", points: " + rank_words(data.reading.ranks()) + " ranks";
   lines.push_back(line);
 }
 
 TableLine set_line(const Session& session, const PlotSet& set) {
   TableLine line;
-  const DataPoint& totals = session.gData(set.data_index).Points(0);
-  line.heading = ":" + set_title(session, set) + " N" + number_text(totals.Fails) + " /S" +
-                 number_text(totals.Susps);
+  const Sample& sample = session.project.data(set.data_index).sample();
+  line.heading = ":" + set_title(session, set) + " N" + number_text(sample.total_failures) +
+                 " /S" + number_text(sample.total_suspensions);
   return line;
 }
 
@@ -120,7 +120,8 @@ ParameterTable parameter_table(const Session& session, const std::vector<PlotSet
       data_index = set.data_index;
       table.lines.push_back(set_line(session, set));
     }
-    add_fit(table.lines, *set.fit, session.gData(set.data_index), session.settings.DigitsParBox);
+    add_fit(table.lines, *set.fit, session.project.data(set.data_index),
+            session.settings.DigitsParBox);
   }
   if (table.lines.size() > most_lines) table.lines.resize(most_lines);
   for (std::size_t i = 0; i < table_column::count; ++i)

@@ -10,18 +10,18 @@ namespace tavlo {
 namespace {
 
 int fit_set_of(const Session& session, const ChartMarker& marker, int data_index) {
-  const int own = find_fit(session, marker.FitId);
+  const int own = find_fit(session.project, marker.FitId);
   if (own != 0) return own;
-  return data_index <= session.nFit ? data_index : 0;
+  return data_index <= session.project.fits.bound() ? data_index : 0;
 }
 
 const FitResult* fit_of(const Session& session, const ChartMarker& marker, int data_index) {
   const int index = fit_set_of(session, marker, data_index);
   if (index == 0) return nullptr;
-  const FitSet& fits = session.gFit(index);
+  const FitSet& fits = session.project.fits(index);
   if (marker.FitNumber < 0 || marker.FitNumber > fits.Fits.bound()) return nullptr;
   const FitResult& fit = fits.Fits(marker.FitNumber);
-  return is_current(fit, session.gData(data_index)) && fit.Rows.bound() > 0 && fit.nRows > 0
+  return is_current(fit, session.project.data(data_index)) && fit.Rows.bound() > 0 && fit.nRows > 0
              ? &fit
              : nullptr;
 }
@@ -40,7 +40,7 @@ std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart) {
   const int last = std::min(chart.nMarkers, chart.Markers.bound());
   for (int i = 1; i <= last; ++i) {
     const ChartMarker& marker = chart.Markers(i);
-    const int data_index = marker.DataId == 0 ? 0 : find_data(session, marker.DataId);
+    const int data_index = marker.DataId == 0 ? 0 : find_data(session.project, marker.DataId);
     if (data_index > 0)
       sets.push_back({&marker, i, data_index, fit_of(session, marker, data_index)});
   }
@@ -48,7 +48,7 @@ std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart) {
 }
 
 int fit_set_of(const Session& session, const ChartMarker& marker) {
-  const int data_index = marker.DataId == 0 ? 0 : find_data(session, marker.DataId);
+  const int data_index = marker.DataId == 0 ? 0 : find_data(session.project, marker.DataId);
   return data_index == 0 ? 0 : fit_set_of(session, marker, data_index);
 }
 
@@ -59,7 +59,7 @@ void show_data(ChartMarker& marker, std::int32_t data_id) {
 
 std::string set_title(const Session& session, const PlotSet& set) {
   const std::string& label = set.marker->Label;
-  const std::string& title = session.gData(set.data_index).Title;
+  const std::string& title = session.project.data(set.data_index).Title;
   const bool title_says_more = is_factory_name(label) && !is_factory_name(title);
   return label.empty() || (title_says_more && !title.empty()) ? title : label;
 }

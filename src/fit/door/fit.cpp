@@ -43,6 +43,18 @@ bool ranks_depend_on_listing(const Sample& sample, const Fit& fit) {
   return false;
 }
 
+/// From so many spans of the failures below them on, ln(t - t0) is a straight line.
+bool has_run_off(const Sample& sample, const FitParam& row) {
+  constexpr double far_away = 1000;
+  double first = 0, last = 0;
+  for (std::size_t i = sample.size(); i-- > 0;)
+    if (sample.failures[i] > 0) {
+      first = outer_time(sample, sample.time[i]);
+      if (last == 0) last = first;
+    }
+  return first - row.T0 > far_away * (last - first);
+}
+
 std::vector<Note> notes_of(const Sample& sample, const FitRequest& request, const Model& model,
                            const Fit& fit) {
   std::vector<Note> notes;
@@ -50,6 +62,9 @@ std::vector<Note> notes_of(const Sample& sample, const FitRequest& request, cons
     notes.push_back({NoteCode::few_failures, 0, {sample.total_failures, model.gate->doubt_below}});
   if (is_regression(request) && ranks_depend_on_listing(sample, fit))
     notes.push_back({NoteCode::counted_rows, 0, {}});
+  if (is_regression(request) && model.code == model_code::weibull3 &&
+      has_run_off(sample, fit.life.rows.front()))
+    notes.push_back({NoteCode::no_interior_maximum, 0, {}});
   return notes;
 }
 

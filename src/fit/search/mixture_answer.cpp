@@ -134,8 +134,10 @@ StartsReport starts_of(const Best& best, const Task& task, std::int16_t model) {
   report.tried = best.outcome.tried + best.at_edge.tried;
   if (best.of_model != model) {  // the contained model's answer counts as one start
     report.agreed = std::min(report.tried, 1);
-    if (!best.outcome.optima.empty())
-      report.runner_up = quality_of(task.rows, best.outcome.optima.front().optimum.value);
+    // The contained optimum cut in two is no other one.
+    for (const FoundOptimum& found : best.outcome.optima)
+      if (!report.runner_up && found.optimum.value > best.optimum.value + proving_gain(task.rows))
+        report.runner_up = quality_of(task.rows, found.optimum.value);
     return report;
   }
   for (const auto* optima : {&best.at_edge.optima, &best.outcome.optima})
@@ -184,7 +186,7 @@ std::optional<Note> note_beyond(const Best& best, const MixtureRows& rows, std::
   const bool better = gain > felt_gain(rows);
   const auto needed = static_cast<double>(populations_of(model).size());
   const bool larger = best.of_model != model_code::weibull2;
-  if (!rows.is_likelihood() && points_of(rows) < needed && (better || larger))
+  if (!rows.is_likelihood() && points_of(rows) <= needed && (better || larger))
     return Note{NoteCode::fewer_points, best.of_model, {points_of(rows), needed}};
   // What else rises without limit says nothing against an optimum of the model's own.
   const bool whole = best.of_model == model && best.optimum.point.populations.a;
@@ -200,9 +202,9 @@ std::vector<Note> notes_of(const Best& best, const Task& task, const Sample& sam
     notes.push_back({NoteCode::suspensions_left_out, 0, {sample.total_suspensions}});
   const bool own = best.of_model == request.model;
   const bool unreached = !best.optimum.point.populations.a;
-  const double gain = own && !unreached ? best.contained_value - best.optimum.value : 0.0;
+  const double gain = own ? best.contained_value - best.optimum.value : 0.0;
   const double felt = felt_gain(task.rows);
-  if (best.contained_model != 0 && gain < felt && !(own && unreached))
+  if (best.contained_model != 0 && gain < felt)
     notes.push_back({NoteCode::no_second_population, best.contained_model, {gain}});
   if (unreached) notes.push_back({NoteCode::population_not_reached, 0, {2}});
   if (const auto note = note_beyond(best, task.rows, request.model)) notes.push_back(*note);

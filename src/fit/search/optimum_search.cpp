@@ -15,10 +15,11 @@ namespace {
 constexpr std::size_t round_size = 4;       // starts that run before the next look
 constexpr std::size_t nested_sketches = 8;  // from each contained optimum
 constexpr std::size_t nested_runs = 10;
-constexpr std::size_t looks = 36;  // unlike starts that are tried in any case
+constexpr std::uint64_t most_pools = 3;  // of random starts
+constexpr std::size_t looks = 36;        // unlike starts that are tried in any case
 constexpr std::size_t whole_search_rows = 400;
-constexpr std::size_t middle_rows = 6400;
-constexpr std::size_t sketched_rows = 1600;  // where the middle branches off again
+constexpr std::size_t fewest_middle_rows = 6400;
+constexpr std::size_t most_middle_rows = 25600;
 constexpr std::size_t branched_runs = 6;
 constexpr std::size_t ends_for_middle = 6;
 constexpr std::size_t ends_for_whole = 4;
@@ -28,6 +29,10 @@ struct NestedEffort {
   std::size_t compared_on = 0;  ///< rows
   std::size_t runs = 0;
 };
+
+std::size_t rows_of(const MixtureRows& rows) {
+  return rows.failures.count + rows.suspensions.count;
+}
 
 class OptimumSearch {
  public:
@@ -137,7 +142,7 @@ std::vector<MixturePoint> unlike_first(const std::vector<MixturePoint>& points, 
 std::size_t sketches_for(const MixtureRows& rows, Populations populations,
                          const SearchOptions& options) {
   const auto starts = static_cast<std::size_t>(options.most_starts);
-  const std::size_t wanted = 4000 / (rows.failures.count + rows.suspensions.count);
+  const std::size_t wanted = 4000 / rows_of(rows);
   return (populations.count() + 1) * std::clamp(wanted, starts, starts + starts / 2) / 2;
 }
 
@@ -159,7 +164,6 @@ SearchOutcome search_on(const MixtureRows& rows, Populations populations, const 
   OptimumSearch search(rows, fence, {ground.value, static_cast<int>(looks)}, options, companion);
   search.run(nested_for(search, rows, populations, ground, slopes, {comparing_rows, nested_runs}),
              false);
-  constexpr std::uint64_t most_pools = 3;
   for (std::uint64_t pool = 0; pool < most_pools && !search.is_over(); ++pool)
     search.run_rounds(
         unlike_first(search.sketched(random_starts(rows, populations, slopes, options.seed + pool,
@@ -174,32 +178,43 @@ SearchOutcome judged_on(const MixtureRows& rows, const SearchOutcome& rough, std
   const std::size_t count = std::min(most, rough.optima.size());
   std::vector<std::optional<Optimum>> ends(count);
   const Fence fence = Fence::around(usual_slope);
-  for_each_index(count, [&](std::size_t i) {
-    ends[i] = optimum_from(rows, rough.optima[i].optimum.point, fence);
-  });
   SearchOutcome judged = rough;
   judged.optima.clear();
-  // A likelihood of few rows says nothing of the height on all; r squared does.
-  if (rows.is_likelihood()) judged.lowest = std::numeric_limits<double>::infinity();
+  // Values on fewer rows say nothing of those on all.
+  judged.lowest = std::numeric_limits<double>::infinity();
+  std::vector<double> values(count, judged.lowest);
+  for_each_index(count, [&](std::size_t i) {
+    ends[i] = optimum_from(rows, rough.optima[i].optimum.point, fence,
+                           -std::numeric_limits<double>::infinity(), &values[i]);
+  });
+  for (const double value : values) judged.lowest = std::min(judged.lowest, value);
   for (std::size_t i = 0; i < count; ++i)
     if (ends[i])
       take_end(rows, {*ends[i], rough.optima[i].finds, rough.optima[i].agreed}, judged.optima);
   return judged;
 }
 
-/// Branches off the contained optima once more: many rows show a population that few don't.
-SearchOutcome branched_on(const MixtureRows& rows, Populations populations,
+/// Goes on with a search on more rows: branches off the contained optima once more, as many
+/// rows show a population that few don't, and where the best is a new one it is to be found
+/// again, as any other.
+SearchOutcome searched_on(const MixtureRows& rows, Populations populations,
                           const KnownGround& ground, const SearchOptions& options,
                           Companion& companion, const SearchOutcome& judged) {
   const Fence fence = Fence::around(ground.usual_slope);
   const SlopeRange slopes{ground.usual_slope, fence.steepest};
-  const MixtureRows fewer = thinned(rows, sketched_rows);
-  OptimumSearch sketches(fewer, fence, {}, options, companion);
-  OptimumSearch search(rows, fence, {}, options, companion);
+  const MixtureRows fewer = thinned(rows, rows_of(rows) / 4);
+  const OptimumSearch::Target any{std::numeric_limits<double>::infinity(), 0};
+  OptimumSearch sketches(fewer, fence, any, options, companion);
+  OptimumSearch search(rows, fence, any, options, companion);
   search.outcome() = judged;
   search.run(
       nested_for(sketches, fewer, populations, ground, slopes, {whole_search_rows, branched_runs}),
       false);
+  if (!search.is_over())
+    search.run_rounds(unlike_first(
+        sketches.sketched(random_starts(fewer, populations, slopes, options.seed + most_pools,
+                                        static_cast<std::size_t>(options.most_starts))),
+        looks));
   return search.outcome();
 }
 
@@ -225,15 +240,18 @@ void take_end(const MixtureRows& rows, const FoundOptimum& end, std::vector<Foun
 SearchOutcome search_optima(const MixtureRows& rows, Populations populations,
                             const KnownGround& ground, const SearchOptions& options,
                             Companion& companion) {
-  if (rows.failures.count + rows.suspensions.count <= 2 * whole_search_rows)
+  if (rows_of(rows) <= 2 * whole_search_rows)
     return search_on(rows, populations, ground, options, companion);
-  const MixtureRows few = thinned(rows, whole_search_rows);
-  const MixtureRows middle = thinned(rows, middle_rows);
   SearchOptions options_for_few = options;
   options_for_few.most_starts -= static_cast<int>(branched_runs);
+  const MixtureRows few = thinned(rows, whole_search_rows);
+  const MixtureRows middle =
+      thinned(rows, std::clamp(rows_of(rows) / 4, fewest_middle_rows, most_middle_rows));
   SearchOutcome outcome = search_on(few, populations, ground, options_for_few, companion);
+  if (outcome.stopped) return outcome;
   outcome = judged_on(middle, outcome, ends_for_middle, ground.usual_slope);
-  outcome = branched_on(middle, populations, ground, options, companion, outcome);
+  outcome = searched_on(middle, populations, ground, options, companion, outcome);
+  if (outcome.stopped || rows_of(middle) == rows_of(rows)) return outcome;
   return judged_on(rows, outcome, ends_for_whole, ground.usual_slope);
 }
 

@@ -25,7 +25,7 @@ struct SearchOutcome {
   std::vector<FoundOptimum> optima;  ///< distinct, best first
   int tried = 0;
   bool stopped = false;  ///< by the companion
-  /// Value of any end, proven or not; not known of a likelihood searched on thinned rows.
+  /// Value of any end on these rows, proven or not.
   double lowest = std::numeric_limits<double>::infinity();
 };
 

@@ -9,8 +9,8 @@
 namespace tavlo {
 
 /// The most promising points with the populations wanted: `most` from a grid of sizes and
-/// places, and as many from clusters of neighbouring failures; those of the grid are compared on
-/// about `compared_on` rows. None where `contained` has
+/// places, compared on about `compared_on` rows, and twice as many from clusters of
+/// neighbouring failures. None where `contained` has
 /// not just one population less.
 std::vector<MixturePoint> nested_starts(const MixtureRows& rows, Populations wanted,
                                         const MixturePoint& contained, const SlopeRange& slopes,

@@ -21,8 +21,8 @@ class ChartStage {
 
   Session& session() { return session_; }
   int index() const { return index_; }
-  Chart& chart() { return session_.gChart(index_); }
-  const Chart& chart() const { return session_.gChart(index_); }
+  Chart& chart() { return session_.project.charts(index_); }
+  const Chart& chart() const { return session_.project.charts(index_); }
   ZoomStack& zoom() { return zoom_; }
 
   /// Tells all who show the chart that it isn't what it was.

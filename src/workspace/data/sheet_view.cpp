@@ -48,7 +48,7 @@ SheetView::SheetView(DataSheet& sheet, UserCommands& commands, QWidget* parent)
     : QTableView(parent),
       sheet_(sheet),
       commands_(commands),
-      model_(sheet.grd_Data, true, nullptr),
+      model_(sheet, true, nullptr),
       edit_(viewport()) {
   setObjectName(QStringLiteral("grd_Data"));
   setAccessibleName(tr("Data sheet"));
@@ -83,7 +83,7 @@ void SheetView::set_up_edit_box() {
   edit_.hide();
   edit_.installEventFilter(this);
   connect(&edit_, &QLineEdit::textChanged, this, [this](const QString& text) {
-    if (sheet_.editing()) sheet_.set_txt_Edit(from_qt(text));
+    if (sheet_.editing()) sheet_.set_edit_text(from_qt(text));
   });
 }
 
@@ -94,7 +94,7 @@ void SheetView::refresh() {
 }
 
 void SheetView::show_current_cell() {
-  const QModelIndex cell = model_.at(sheet_.grd_Data.row(), sheet_.grd_Data.column());
+  const QModelIndex cell = model_.at(sheet_.row(), sheet_.column());
   if (cell.isValid() && cell != currentIndex()) setCurrentIndex(cell);
 }
 
@@ -120,7 +120,7 @@ void SheetView::start_edit(const QString& text) {
   const QModelIndex cell = currentIndex();
   if (!cell.isValid()) return;
   commands_.run([&] {
-    sheet_.grd_Data.go_to(model_.grid_row(cell), model_.grid_column(cell));
+    sheet_.go_to(model_.grid_row(cell), model_.grid_column(cell));
     setCurrentIndex(cell);
     sheet_.start_edit(from_qt(text));
     edit_.setText(text);
@@ -161,7 +161,7 @@ void SheetView::cancel_edit() {
 void SheetView::leave_edit() {
   if (!sheet_.editing()) return;
   commands_.run([&] {
-    sheet_.txt_Edit_LostFocus();
+    sheet_.end_edit();
     close_edit_box();
     model_.refresh();
     emit edited();
@@ -171,11 +171,7 @@ void SheetView::leave_edit() {
 void SheetView::clear_selected() {
   commands_.run([&] {
     mirror_selection();
-    const GridBlock block = sheet_.grd_Data.selection();
-    const int last_row = std::min(block.last_row, std::max(sheet_.lrows, block.first_row));
-    for (int row = block.first_row; row <= last_row; ++row)
-      for (int column = block.first_column; column <= block.last_column; ++column)
-        sheet_.enter(row, column, {});
+    sheet_.clear(sheet_.selection());
     model_.refresh();
     emit edited();
   });

@@ -47,7 +47,7 @@ const MethodWords& words_of(int method) {
 /// click would only be in the way.
 void calculate_at_once(Session& session, int fit_index) {
   const DataSheet& sheet = *session.gDataForm(session.gFitForm(fit_index)->data_index);
-  const bool has_entries = sheet.lrows > 0 || sheet.editing();
+  const bool has_entries = sheet.last_row() > 0 || sheet.editing();
   if (session.settings.QuickCalculation && has_entries) CheckAndFit(session, fit_index);
 }
 

@@ -16,8 +16,8 @@ constexpr int picture_side = 16;
 
 std::vector<Choice> data_choices(const Session& session) {
   std::vector<Choice> choices = {{0, FormatPage::tr("(none)")}};
-  for (int i = 1; i <= session.nData; ++i)
-    choices.push_back({session.gData(i).UniqueId, to_qt(session.gData(i).Title)});
+  for (int i = 1; i <= session.project.data.bound(); ++i)
+    choices.push_back({session.project.data(i).UniqueId, to_qt(session.project.data(i).Title)});
   return choices;
 }
 
@@ -31,8 +31,9 @@ QString fit_text(const FitResult& fit, int number) {
 std::vector<Choice> fit_choices(const Session& session, const ChartMarker& marker) {
   const int index = fit_set_of(session, marker);
   std::vector<Choice> choices = {{0, FormatPage::tr("working fit")}};
-  const int last = index == 0 ? 0 : session.gFit(index).nFits;
-  for (int i = 1; i <= last; ++i) choices.push_back({i, fit_text(session.gFit(index).Fits(i), i)});
+  const int last = index == 0 ? 0 : session.project.fits(index).nFits;
+  for (int i = 1; i <= last; ++i)
+    choices.push_back({i, fit_text(session.project.fits(index).Fits(i), i)});
   if (marker.FitNumber > last)
     choices.push_back({marker.FitNumber, FormatPage::tr("%1  (none yet)").arg(marker.FitNumber)});
   return choices;
@@ -125,7 +126,7 @@ void DataPage::show_sets() {
   while (sets_->count() < chart.nMarkers) sets_->addItem(QString());
   for (int row = 1; row <= chart.nMarkers; ++row) {
     const ChartMarker& marker = chart.Markers(row);
-    const bool shown = find_data(draft().session(), marker.DataId) != 0;
+    const bool shown = find_data(draft().session().project, marker.DataId) != 0;
     const QString text = QStringLiteral("%1  %2").arg(row).arg(to_qt(marker.Label));
     sets_->setItemText(row - 1, shown ? text : tr("%1  (not shown)").arg(text));
     sets_->setItemIcon(row - 1, picture_of(marker));

@@ -32,10 +32,10 @@ void FormatDraft::compose() { drawing_ = preview_chart(session_, chart()); }
 void FormatDraft::keep() {
   make_drawable(chart());
   SetAutoScale(session_, chart());
-  session_.gChart(index_) = chart();
+  session_.project.charts(index_) = chart();
   session_.ports.views.chart_changed(index_);
 }
 
-void FormatDraft::drop() { session_.gChartNow = session_.gChart(index_); }
+void FormatDraft::drop() { session_.gChartNow = session_.project.charts(index_); }
 
 }  // namespace tavlo

@@ -53,8 +53,8 @@ PrintJob ChartCommands::job() {
   const int index = windows_.current_index();
   switch (windows_.active_kind().toLatin1()) {
     case 'D':
-      return table_job(
-          {title, windows_.sheet(index).model(), program_.session.gDataForm(index)->lrows, true});
+      return table_job({title, windows_.sheet(index).model(),
+                        program_.session.gDataForm(index)->last_row(), true});
     case 'F': {
       const QAbstractItemModel* fits = windows_.panel(index).grid().model();
       return table_job({title, fits, fits->rowCount(), false});

@@ -97,15 +97,15 @@ void MainWindow::NewProject() {
 }
 
 void MainWindow::set_up_pop_up_menus() {
-  for (int i = 1; i <= session_.nData; ++i) {
+  for (int i = 1; i <= session_.project.data.bound(); ++i) {
     commands_->fill(windows_.sheet(i), sheet_pop_up());
     windows_.sheet(i).setContextMenuPolicy(Qt::ActionsContextMenu);
   }
-  for (int i = 1; i <= session_.nFit; ++i) {
+  for (int i = 1; i <= session_.project.fits.bound(); ++i) {
     commands_->fill(windows_.panel(i).grid(), fits_pop_up());
     windows_.panel(i).grid().setContextMenuPolicy(Qt::ActionsContextMenu);
   }
-  for (int i = 1; i <= session_.nCharts; ++i) {
+  for (int i = 1; i <= session_.project.charts.bound(); ++i) {
     ChartWindow& chart = windows_.chart(i);
     charts_.attach(chart);
     commands_->give_keys(chart, CommandReach::chart);
@@ -124,7 +124,8 @@ void MainWindow::DoCommand(int id) {
 /// A project can't be saved yet, so the person decides before it is gone.
 bool MainWindow::may_lose_project(const std::string& title, const std::string& question) {
   bool empty = true;
-  for (int i = 1; i <= session_.nData; ++i) empty = empty && session_.gDataForm(i)->lrows == 0;
+  for (int i = 1; i <= session_.project.data.bound(); ++i)
+    empty = empty && session_.gDataForm(i)->last_row() == 0;
   return empty || session_.ports.prompts.show(
                       {title, "The data and fits of this project will be lost.\n" + question,
                        BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
@@ -216,7 +217,7 @@ void MainWindow::choose_method(int method) {
 
 void MainWindow::show_state() {
   const FitPanel& panel = *session_.gFitForm(windows_.current_index());
-  rows_panel_.setText(tr("%1 rows").arg(session_.gDataForm(panel.data_index)->lrows));
+  rows_panel_.setText(tr("%1 rows").arg(session_.gDataForm(panel.data_index)->last_row()));
   const Model* model = find_model(panel.nModel);
   const Method* method = find_method(panel.nMethod);
   if (model && method)

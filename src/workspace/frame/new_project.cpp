@@ -25,7 +25,7 @@ void choose_standard_fit(FitPanel& panel) {
 
 void start_project(Session& session) {
   reset_project(session);
-  for (int i = 1; i <= session.nFit; ++i) {
+  for (int i = 1; i <= session.project.fits.bound(); ++i) {
     choose_standard_fit(*session.gFitForm(i));
     Load_Fit(session, i);
   }

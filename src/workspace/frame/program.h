@@ -22,7 +22,7 @@ struct Program {
 
   /// True while a fit is under way in one of the panels.
   bool is_busy() const {
-    for (int i = 1; i <= session.nFit; ++i)
+    for (int i = 1; i <= session.project.fits.bound(); ++i)
       if (session.gFitForm(i)->busy) return true;
     return false;
   }

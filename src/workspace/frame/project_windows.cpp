@@ -95,33 +95,33 @@ void ProjectWindows::build() {
 
 void ProjectWindows::build_sheets() {
   Session& session = program_.session;
-  for (int i = 1; i <= session.nData; ++i) {
+  for (int i = 1; i <= session.project.data.bound(); ++i) {
     auto* view = new SheetView(*session.gDataForm(i), program_.commands, nullptr);
     connect(view, &SheetView::hint_wanted, this, &ProjectWindows::hint_wanted);
     connect(view, &SheetView::rows_pasted, this, &ProjectWindows::rows_pasted);
     connect(view, &SheetView::edited, this, &ProjectWindows::content_changed);
     sheets_.push_back(view);
     add(view, key_of('D', i), QStringLiteral("frm_data"), QStringLiteral("editor"),
-        session.gData(i).Title);
+        session.project.data(i).Title);
   }
 }
 
 void ProjectWindows::build_panels() {
   Session& session = program_.session;
-  for (int i = 1; i <= session.nFit; ++i) {
+  for (int i = 1; i <= session.project.fits.bound(); ++i) {
     auto* panel = new FitWindow(session, program_.commands, i);
     connect(panel, &FitWindow::choices_changed, this, &ProjectWindows::content_changed);
     connect(panel, &FitWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
     connect(this, &ProjectWindows::content_changed, panel, &FitWindow::show_age);
     panels_.push_back(panel);
     add(panel, key_of('F', i), QStringLiteral("frm_Fit"), QStringLiteral("pc"),
-        session.gFit(i).Title);
+        session.project.fits(i).Title);
   }
 }
 
 void ProjectWindows::build_charts() {
   Session& session = program_.session;
-  for (int i = 1; i <= session.nCharts; ++i) {
+  for (int i = 1; i <= session.project.charts.bound(); ++i) {
     charts_.push_back(new ChartWindow(session, program_.commands, i));
     connect(charts_.back(), &ChartWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
     add(charts_.back(), key_of('C', i), QStringLiteral("frm_Chart"), QStringLiteral("graph"),
@@ -130,7 +130,7 @@ void ProjectWindows::build_charts() {
 }
 
 void ProjectWindows::build_log() {
-  log_ = new LogWindow(program_.session.log);
+  log_ = new LogWindow(program_.session.project.log);
   add(log_, QStringLiteral("L1"), QStringLiteral("frm_Log"), QStringLiteral("doc"), "Log");
 }
 

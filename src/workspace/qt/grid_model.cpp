@@ -19,7 +19,7 @@ bool reads_as_number(const QString& text) {
 
 }  // namespace
 
-GridModel::GridModel(Grid& grid, bool numbers_in_header, QObject* parent)
+GridModel::GridModel(CellTable& grid, bool numbers_in_header, QObject* parent)
     : QAbstractTableModel(parent),
       grid_(grid),
       first_column_(numbers_in_header ? 1 : 0),

@@ -1,4 +1,4 @@
-// GridModel: shows a Grid of the core in a QTableView. Rows behind the headings
+// GridModel: shows a CellTable of the core in a QTableView. Rows behind the headings
 // only are counted, so model row 0 is grid row 1.
 #pragma once
 
@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "project/grid.h"
+#include "project/cell_table.h"
 
 class QTableView;
 
@@ -18,7 +18,7 @@ class GridModel : public QAbstractTableModel {
  public:
   /// With `numbers_in_header` column 0 of the grid becomes the row header and
   /// model column 0 is grid column 1.
-  GridModel(Grid& grid, bool numbers_in_header, QObject* parent);
+  GridModel(CellTable& grid, bool numbers_in_header, QObject* parent);
 
   /// Shows the grid as it stands now; keeps scroll position and selection.
   void refresh();
@@ -46,7 +46,7 @@ class GridModel : public QAbstractTableModel {
  private:
   QString text(int row, int column) const;
 
-  Grid& grid_;
+  CellTable& grid_;
   int first_column_;
   int rows_;
   std::function<std::string(int)> tip_of_;

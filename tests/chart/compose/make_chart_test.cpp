@@ -129,7 +129,7 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
     test::ChartWorld here;
     here.show(test::ranked(test::published_times()));
     here.show(test::fit_of(code, {{1 / 300.0, 1, code == 857 ? 0.01 : 2, 50, 1}}));
-    if (code == 857 || code == 922) here.session.gFit(1).Fits(1).Rows(1).Scale = 300;
+    if (code == 857 || code == 922) here.session.project.fits(1).Fits(1).Rows(1).Scale = 300;
     here.chart().Boxes(chart_item::sub_title).Text2 = std::string(30, 'W') + " of the rig";
     here.chart().Axes(code % 2).Label.Text2 = "0.000";
     charts["model_" + std::to_string(code)] = here.draw();

@@ -49,15 +49,18 @@ TEST_F(ReadoutTest, SaysWhatTheFitSaysOfThePlace) {
   EXPECT_NEAR(reading.x, 200, 0.1);
   EXPECT_NEAR(reading.fraction.value(), -std::expm1(-std::pow(reading.x / 606.5, 1.72)), 1e-12);
   EXPECT_NEAR(reading.time.value(), 606.5 * std::pow(-std::log1p(-reading.y), 1 / 1.72), 1e-9);
-  const DataPoint& row = here.session.gData(1).Points(3);
-  const Place point = place_of(row.X, row.Y);
+  const Sample& sample = here.session.project.data(1).sample();
+  const double time = outer_time(sample, sample.time[2]);
+  const auto rank = static_cast<double>(sample.rank[2]);
+  const Place point = place_of(time, rank);
   const Reading snapped = readout.precise_at({point.x + 20, point.y - 20}, 40).value();
   EXPECT_EQ(snapped.snapped, SnappedTo::point);
-  EXPECT_EQ(std::pair(snapped.x, snapped.y), std::pair(double{row.X}, double{row.Y}));
+  EXPECT_EQ(std::pair(snapped.x, snapped.y), std::pair(time, rank));
   const Reading outside = readout.at({-500, 90000}).value();
   EXPECT_EQ(outside.x, here.chart().Axes(0).Min);
   EXPECT_EQ(outside.y, here.chart().Axes(1).Min);
-  here.session.gFit(1).Fits(1).Rows(1).Scale = 1e-9;  // reaches no such fraction on this axis
+  here.session.project.fits(1).Fits(1).Rows(1).Scale =
+      1e-9;  // reaches no such fraction on this axis
   EXPECT_FALSE(Readout(here.session, here.chart()).at({4000, 3000})->time.has_value());
 }
 

@@ -15,7 +15,7 @@ std::vector<Place> places(test::ChartWorld& here) {
   Canvas canvas{recorder, here.chart(), here.measure, here.world.prompts, here.session.errors};
   std::vector<Place> found;
   for (const PlacedPoint& point :
-       visible_points(canvas, here.chart().Markers(1), here.session.gData(1)))
+       visible_points(canvas, here.chart().Markers(1), here.session.project.data(1)))
     found.push_back(point.place);
   return found;
 }
@@ -25,7 +25,10 @@ TEST(DataPoints, OnTheFrameAreSeen) {
   test::ChartWorld here;
   DataSet data = test::make_data({{0.1}, {0.1}, {10}, {10}, {0.09}, {1}});
   const float fractions[] = {0.01f, 0.99f, 0.01f, 0.99f, 0.5f, 0.999f};
-  for (int i = 1; i <= 6; ++i) data.Points(i).Y = fractions[i - 1];
+  for (std::size_t i = 0; i < 6; ++i) data.rows.edit(i).rank = fractions[i];
+  data.own_ranks = true;
+  UnheardReports reports;
+  Make_Ranks(reports.errors, true, data);
   here.show(data);
   for (ChartAxis& axis : here.chart().Axes) axis.AutoMin = axis.AutoMax = false;
   here.chart().Axes(0).Min = 0.1;  // as a 32-bit time a little more

@@ -45,7 +45,7 @@ TEST(Legend, StandsLowerRightUntilItIsMovedAndKeepsOffThePoints) {
 TEST(Legend, AnyNumberOfSetsAndAnyTitleFitTheChart) {
   for (const int sets : {2, 20, 60}) {
     test::SetsWorld here(sets);
-    here.session.gData(2).Title = std::string(40000, 'W');
+    here.session.project.data(2).Title = std::string(40000, 'W');
     for (const float size : {12.0f, 1e38f}) {
       here.legend().FontSize = size;
       here.chart().Boxes(chart_item::parameter_box).FontSize = size;

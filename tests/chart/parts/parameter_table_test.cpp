@@ -21,8 +21,7 @@ TEST(ParameterTable, SaysWhatIsNotDeterminedAndWhichRanksAFitHas) {
       test::fit_of(model_code::by_failure_mode, {{1 / 100.0, 1, 2, 0, 1}, {1 / 900.0, 1, 3, 0, 1}});
   fit.modes = {{1, 0, 0.9, {}}, {2, 1, -7.5, {}}};
   fit.request.ranks = RankKind::exact;
-  here.session.gData(1).ModeNames.push_back("seal");
-  here.session.gData(1).nModes = 1;
+  here.session.project.data(1).ModeNames.push_back("seal");
   here.show(fit);
   const ParameterTable table = table_now();
   ASSERT_EQ(table.lines.size(), 5u);
@@ -30,7 +29,7 @@ TEST(ParameterTable, SaysWhatIsNotDeterminedAndWhichRanksAFitHas) {
   EXPECT_EQ(table.lines[2].quality, "rr r^2= 0.9");
   EXPECT_EQ(table.lines[3].quality, "MLE Ln(L)= -7.5");
   EXPECT_EQ(table.lines[4].remark, "fit: exact, points: Benard ranks");
-  ++here.session.gData(1).revision;
+  ++here.session.project.data(1).read_revision;
   EXPECT_EQ(plot_sets(here.session, here.chart())[0].fit, nullptr) << "out of date: not shown";
 }
 

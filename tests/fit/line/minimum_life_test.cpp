@@ -77,5 +77,17 @@ TEST(MinimumLife, IsTheOptimumOfTheCorrelationAndItsLine) {
   EXPECT_GT(inside, 120);
 }
 
+TEST(MinimumLife, ThatRunsOffIsTold) {
+  for (const auto& [last, runs_off] : {std::pair(1341.7F, true), std::pair(4000.0F, false)}) {
+    test::Rows rows;
+    for (const float time : {260.55F, 260.83F, 901.48F, 981.93F, last}) rows.push_back({time, 1});
+    const FitAnswer answer = test::fit_rows(rows, {model_code::weibull3, method_code::x_on_y});
+    const bool told = std::any_of(answer.notes.begin(), answer.notes.end(), [](const Note& note) {
+      return note.code == NoteCode::no_interior_maximum;
+    });
+    EXPECT_EQ(told, runs_off) << last << " t0 " << test::fit_of(answer).life.rows[0].T0;
+  }
+}
+
 }  // namespace
 }  // namespace tavlo

@@ -137,6 +137,19 @@ TEST(SearchedFits, OfALargeSampleReachesTheOptimumNearTheTruth) {
   expect_proven(fit, sample, request);
 }
 
+// A third population of a few per mille shows on all rows, and hardly on a choice of them.
+TEST(SearchedFits, ALargeSampleIsFittedAtLeastAsWellAsItsTruth) {
+  for (const std::uint64_t seed : {27966039108ULL, 27966039232ULL}) {
+    test::RandomNumbers random(seed);
+    const Life truth = test::random_life(random, model_code::weibull7);
+    const Sample sample = make_sample(test::draws(random, truth, 100000), RankKind::benard);
+    const Asked asked = by_likelihood(model_code::weibull7);
+    const auto least =
+        static_cast<double>(test::quality_of(truth, sample, test::request_of(asked)));
+    EXPECT_GT(fit_of(fit_sample(sample, asked)).quality, least) << seed;
+  }
+}
+
 TEST(SearchedFits, MinimumLifeOfALargeSampleIsAsLikelyAsTheTruth) {
   const Asked asked = by_likelihood(model_code::weibull3);
   for (const double beta : {1.2, 1.6, 2.2, 3.0}) {
@@ -165,6 +178,17 @@ TEST(SearchedFits, PlainWeibullDataHaveNoSecondPopulation) {
       EXPECT_GE(note->values[0], 0);
       EXPECT_LT(note->values[0], asked.by_likelihood() ? 0.5 : 1e-4);
     }
+}
+
+// What stands better on the rows of a first look only is nothing that a person must know.
+TEST(SearchedFits, NoBetterPointIsToldOfALargeWeibullSample) {
+  for (int round = 0; round < 12; ++round) {
+    test::RandomNumbers random(700 + static_cast<std::uint64_t>(round));
+    const Sample sample =
+        make_sample(test::draws(random, test::weibull(1.5, 1000), 2000), RankKind::benard);
+    const FitAnswer answer = fit_sample(sample, {model_code::weibull4, method_code::x_on_y});
+    EXPECT_EQ(note_of(answer, NoteCode::better_beyond_fence), nullptr) << round;
+  }
 }
 
 // Counts as uneven as these put the lightest rows hundreds of ln units below the likelihood.
@@ -232,6 +256,20 @@ TEST(SearchedFits, ReportsAPopulationThatNoFailureReaches) {
     EXPECT_NEAR(fit.life.rows[0].Shape, failing.life.rows.at(0).Shape, 1e-4);
     EXPECT_TRUE(note_of(answer, NoteCode::population_not_reached));
   }
+}
+
+// Eight failures of 28 units on a line: that the rest never fails is no better than W2P.
+TEST(SearchedFits, AShareAloneThatGainsNothingIsToldSo) {
+  Rows rows;
+  for (int i = 1; i <= 8; ++i) rows.push_back({100.0F * static_cast<float>(i), 1});
+  rows.push_back({900, 0, 20});
+  const FitAnswer answer = fit_rows(rows, censored(model_code::weibull5c));
+  const Note* note = note_of(answer, NoteCode::no_second_population);
+  ASSERT_NE(note, nullptr);
+  EXPECT_NEAR(
+      note->values.at(0),
+      fit_of(answer).quality - fit_of(fit_rows(rows, censored(model_code::weibull2))).quality,
+      1e-6);
 }
 
 // The best that a search of its own with thousands of starts found, by rr, mle, rrs and mle

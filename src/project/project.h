@@ -1,0 +1,31 @@
+// Project: all that a person has made, as one value: data sets, fits, charts and the log.
+// Copies share what neither has changed since.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "numerics/slots.h"
+#include "project/chart_records.h"
+#include "project/records.h"
+#include "project/rich_text.h"
+
+namespace tavlo {
+
+struct Project {
+  std::string name;
+  // Records from 1 on; slot 0 is the factory default.
+  Slots<DataSet> data{0, fuStandardData()};
+  Slots<FitSet> fits{0, fuStandard_Fit()};
+  Slots<Chart> charts{0, fuStandard_Chart()};
+  RichText log;
+
+  friend bool operator==(const Project&, const Project&) = default;
+};
+
+/// The index of the record that has the identity, from 1; 0 when there is none.
+int find_data(const Project& project, std::int32_t unique_id);
+int find_fit(const Project& project, std::int32_t unique_id);
+int find_chart(const Project& project, std::int32_t unique_id);
+
+}  // namespace tavlo
