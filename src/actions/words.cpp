@@ -100,8 +100,7 @@ FitNames names_of(const DataSet& data) {
 
 std::string time_words(const Refusal& refusal, const Model* model) {
   const double time = value_of(refusal.values, 1);
-  const std::string row =
-      "Row " + std::to_string(number_of(refusal.values, 0)) + ": ";
+  const std::string row = "Row " + std::to_string(number_of(refusal.values, 0)) + ": ";
   if (time == 0) return row + "Data X is 0, and a time of 0 has no place on a logarithmic axis.";
   return row + "Data X is " + shown(time) + ".  The model " + (model ? model->long_name : "") +
          " needs times above 0.";

@@ -243,6 +243,14 @@ TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
   ASSERT_TRUE(wait_until([&] { return !hint.text().startsWith(QStringLiteral("Data")); }));
   choose("btn_Fit", 3);
   EXPECT_EQ(news.text(), remark) << "the same fit has the same notes";
+
+  choose("opt_Method_0", 5);
+  choose("opt_Model_9", 6);
+  EXPECT_EQ(news.text(), QStringLiteral("Ready"));
+  person.press({"ctrl+1"});
+  person.type("7\n");
+  choose("opt_Model_5", 6);
+  EXPECT_TRUE(news.text().contains(QStringLiteral("starts ended"))) << "of the fit that is shown";
 }
 
 TEST_F(MainJob, TheCensoredSwitchMakesAFitBesideTheOtherAndNotesAreATip) {
