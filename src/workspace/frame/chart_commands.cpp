@@ -59,7 +59,7 @@ PrintJob ChartCommands::job() {
       const QAbstractItemModel* fits = windows_.panel(index).grid().model();
       return table_job({title, fits, fits->rowCount(), false});
     }
-    case 'L': return text_job(title, windows_.log());
+    case 'L': return text_job(title, windows_.log().toPlainText());
     default: return chart_job(title, chart().drawing());
   }
 }

@@ -7,15 +7,12 @@
 #include <limits>
 
 #include "painter/player.h"
+#include "workspace/frame/printed_pages.h"
+#include "workspace/frame/text_printing.h"
 
 namespace tavlo {
 
 namespace {
-
-/// In the printer's pixels, without the margins.
-QSizeF page_of(const QPrinter& printer) {
-  return printer.pageLayout().paintRectPixels(printer.resolution()).size();
-}
 
 QRectF in_the_middle(const QSizeF& page, const QSizeF& size) {
   const QSizeF rest = page - size;
@@ -25,7 +22,7 @@ QRectF in_the_middle(const QSizeF& page, const QSizeF& size) {
 bool print_drawing(QPrinter& printer, const DrawingRecord& drawing) {
   QPainter painter;
   if (drawing.width <= 0 || drawing.height <= 0 || !painter.begin(&printer)) return false;
-  const QSizeF page = page_of(printer);
+  const QSizeF page = printed_page(printer).size();
   const QSizeF shape(drawing.width, drawing.height);
   PlayChart(painter, drawing, in_the_middle(page, shape.scaled(page, Qt::KeepAspectRatio)));
   return painter.end();
@@ -49,10 +46,9 @@ PrintJob table_job(const PrintedTable& table) {
           }};
 }
 
-PrintJob text_job(const QString& title, const QPlainTextEdit& text) {
-  return {title, false, [&text](QPrinter& printer, int) {
-            text.print(&printer);
-            return true;
+PrintJob text_job(const QString& title, const QString& text) {
+  return {title, false, [title, text](QPrinter& printer, int most_pages) {
+            return print_text(printer, title, text, most_pages);
           }};
 }
 

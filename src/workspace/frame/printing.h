@@ -2,8 +2,8 @@
 // platform's print dialog.
 #pragma once
 
-#include <QPlainTextEdit>
 #include <QPrinter>
+#include <QWidget>
 #include <functional>
 #include <memory>
 
@@ -27,7 +27,7 @@ PrintJob chart_job(const QString& title, const DrawingRecord& drawing);
 PrintJob table_job(const PrintedTable& table);
 
 /// All lines of a text.
-PrintJob text_job(const QString& title, const QPlainTextEdit& text);
+PrintJob text_job(const QString& title, const QString& text);
 
 /// The printer that the user has set up, and its dialogs. Each returns when the
 /// user is done with it.

@@ -1,17 +1,15 @@
 #include "workspace/frame/table_printing.h"
 
-#include <QApplication>
 #include <QFontMetricsF>
-#include <QPainter>
 #include <algorithm>
 #include <numeric>
 #include <vector>
 
+#include "workspace/frame/printed_pages.h"
+
 namespace tavlo {
 
 namespace {
-
-constexpr double font_points = 9;
 
 /// The table as a grid of texts: row -1 holds the headings.
 class Cells {
@@ -71,12 +69,8 @@ std::vector<double> shared_widths(std::vector<double> widths, double room) {
 class Sheet {
  public:
   Sheet(QPrinter& printer, const PrintedTable& table)
-      : title_(table.title),
-        cells_(table),
-        font_(QApplication::font().family()),
-        page_(QPointF(), printer.pageLayout().paintRectPixels(printer.resolution()).size()) {
-    font_.setPointSizeF(font_points);
-    const QFontMetricsF metrics(font_, &printer);
+      : cells_(table), page_(printed_page(printer)), head_(head_height(printer)) {
+    const QFontMetricsF metrics(printed_font(), &printer);
     line_ = metrics.lineSpacing();
     gap_ = metrics.averageCharWidth();
     std::vector<double> natural;
@@ -89,11 +83,7 @@ class Sheet {
   int pages() const { return static_cast<int>(starts_.size()); }
 
   void paint(QPainter& painter, int page) const {
-    painter.setFont(font_);
-    const QRectF head(0, 0, page_.width(), line_);
-    painter.drawText(head, Qt::AlignLeft, title_);
-    painter.drawText(head, Qt::AlignRight, QObject::tr("Page %1 of %2").arg(page + 1).arg(pages()));
-    double y = paint_row(painter, -1, 2 * line_);
+    double y = paint_row(painter, -1, head_);
     painter.drawLine(QPointF(0, y), QPointF(page_.width(), y));
     const auto at = static_cast<std::size_t>(page);
     const int end = at + 1 < starts_.size() ? starts_[at + 1] : cells_.rows();
@@ -109,7 +99,9 @@ class Sheet {
       const double width = widths_[static_cast<std::size_t>(column)] - 2 * gap_;
       const QString text = cells_.text(row, column);
       // Most cells hold a short number: only the others are laid out.
-      if (static_cast<double>(text.size()) * gap_ < width && metrics.horizontalAdvance(text) <= width) continue;
+      if (static_cast<double>(text.size()) * gap_ < width &&
+          metrics.horizontalAdvance(text) <= width)
+        continue;
       const QRectF room(0, 0, width, page_.height());
       height = std::max(height, metrics.boundingRect(room, wrapping, text).height());
     }
@@ -117,7 +109,7 @@ class Sheet {
   }
 
   void find_pages(const QFontMetricsF& metrics) {
-    const double top = 2 * line_ + height(-1, metrics);
+    const double top = head_ + height(-1, metrics);
     starts_ = {0};
     double y = top;
     heights_.reserve(static_cast<std::size_t>(cells_.rows()) + 1);
@@ -148,10 +140,9 @@ class Sheet {
     return y + high;
   }
 
-  QString title_;
   Cells cells_;
-  QFont font_;
   QRectF page_;
+  double head_;
   double line_ = 0;
   double gap_ = 0;
   std::vector<double> widths_;
@@ -165,14 +156,9 @@ bool print_table(QPrinter& printer, const PrintedTable& table, int most_pages) {
   QPainter painter;
   if (!painter.begin(&printer)) return false;
   const Sheet sheet(printer, table);
-  const int first = std::max(printer.fromPage(), 1);
-  const int wanted = printer.toPage() > 0 ? printer.toPage() : sheet.pages();
-  const int last = std::min({wanted, sheet.pages(), first + most_pages - 1});
-  for (int page = first; page <= last; ++page) {
-    if (page > first && !printer.newPage()) return false;
-    sheet.paint(painter, page - 1);
-  }
-  return painter.end();
+  const auto content = [&sheet](QPainter& on, int page) { sheet.paint(on, page); };
+  return paint_pages(printer, painter, {table.title, sheet.pages(), content}, most_pages) &&
+         painter.end();
 }
 
 }  // namespace tavlo
