@@ -31,7 +31,7 @@ class Cells {
     if (column < first_) return Qt::AlignRight;
     if (row < 0) return Qt::AlignHCenter;
     const QVariant value = table_.model->index(row, column - first_).data(Qt::TextAlignmentRole);
-    return Qt::Alignment::fromInt(value.toInt()) & Qt::AlignHorizontal_Mask;
+    return Qt::Alignment(QFlag(value.toInt())) & Qt::AlignHorizontal_Mask;
   }
 
  private:
