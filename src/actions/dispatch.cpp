@@ -270,6 +270,13 @@ void refit_all(Session& session, int data_index, int fit_index) {
   });
 }
 
+void show_again(Session& session, int data_index, int fit_index, int slot) {
+  const Desk desk(session, data_index, fit_index);
+  desk.panel().remark.clear();
+  remark_fit(desk, desk.fits().Fits(slot).request, slot);
+  show_on_chart(session, fit_index, slot);
+}
+
 FitRequest request_of_panel(const Session& session, int fit_index) {
   const FitPanel& panel = *session.gFitForm(fit_index);
   const Model* model = find_model(panel.nModel);

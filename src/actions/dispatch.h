@@ -22,6 +22,9 @@ void Fit_Distribution(Session& session, int data_index, int fit_index, std::int1
 /// out of date.
 void refit_all(Session& session, int data_index, int fit_index);
 
+/// Shows a fit that stands, with what there is to know of it, as the answer to the panel.
+void show_again(Session& session, int data_index, int fit_index, int slot);
+
 /// The request that the panel makes now, but for its slope.
 FitRequest request_of_panel(const Session& session, int fit_index);
 

@@ -107,7 +107,7 @@ void CheckAndFit(Session& session, int fit_index) {
   if (!CheckDirtyData(session, panel.data_index, clean)) return;
   if (const int slot = clean ? 0 : answering_slot(session, panel)) {
     // Intake has answered this very request: it only gets its entry and its place.
-    show_on_chart(session, fit_index, slot);
+    show_again(session, panel.data_index, fit_index, slot);
     return PostFitLog(session, slot, panel.data_index, fit_index);
   }
   Fit_Distribution(session, panel.data_index, fit_index, panel.nModel, panel.nMethod, true, true);

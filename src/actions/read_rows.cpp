@@ -108,8 +108,8 @@ void name_rows_without_time(Session& session, const DataSet& data) {
   }
   if (named == 0) return;
   const std::string rows = named == 1 ? "Row " + numbers + " has entries but no time: it is"
-                           : "Rows " + numbers + (named > most ? ", ..." : "") +
-                                 " have entries but no time: they are";
+                                      : "Rows " + numbers + (named > most ? ", ..." : "") +
+                                            " have entries but no time: they are";
   AppendLog(session, data.Title + ": " + rows + " left out.\n", false);
 }
 

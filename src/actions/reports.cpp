@@ -91,7 +91,8 @@ std::string mode_line(ErrorReporter& reporter, const ModeFit& mode, const DataSe
 /// The name of the fit, the units and, of a fit of all modes together, its quality.
 std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const Sample& sample,
                        int digits) {
-  const std::string units = fit.Label + tab + "N= " + number_text(sample.total_failures + sample.total_suspensions) +
+  const std::string units = fit.Label + tab +
+                            "N= " + number_text(sample.total_failures + sample.total_suspensions) +
                             " /S= " + number_text(sample.total_suspensions) + line_end;
   if (!fit.modes.empty()) return units;
   return units + quality_words(reporter, fit.Method, fit.Quality, digits);

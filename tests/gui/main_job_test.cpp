@@ -1,9 +1,14 @@
 // The main job: typed or pasted times become a fitted line.
 #include <QAbstractButton>
+#include <QFile>
 #include <QLabel>
 #include <QMenu>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTableView>
-#include <set>
+#include <QTemporaryDir>
 
 #include "gui/window_world.h"
 #include "numerics/number_text.h"
@@ -123,6 +128,49 @@ TEST_F(MainJob, MouseAlone) {
   EXPECT_TRUE(wait_until([&] { return tip().empty() && !program.commands.running(); }));
 }
 
+// Print by Ctrl+P into a file: its text, as another program reads it.
+TEST_F(MainJob, PrintsAllRowsAsText) {
+  std::string times;
+  for (int i = 1; i <= 200; ++i) times += std::to_string(1000 + 7 * i) + '\n';
+  paste(times, 200);
+  const QTemporaryDir folder;
+  const auto printed = [&](const char* window_key) {
+    const QString name = folder.filePath(QString::fromUtf8(window_key));
+    answer<QPrintDialog>([&](QPrintDialog& dialog) {
+      dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+      dialog.printer()->setOutputFileName(name);
+      dialog.done(QDialog::Accepted);
+    });
+    person.press({window_key, "ctrl+p"});
+    EXPECT_TRUE(wait_until([&] { return QFile(name).size() > 0 && !program.commands.running(); }));
+    QProcess reader;
+    reader.start(QStringLiteral("pdftotext"),
+                 {QStringLiteral("-layout"), name, QStringLiteral("-")});
+    EXPECT_TRUE(reader.waitForFinished());
+    return QString::fromUtf8(reader.readAllStandardOutput());
+  };
+  const QString sheet_text = printed("ctrl+1");
+  const QStringList pages = sheet_text.split(u'\f', Qt::SkipEmptyParts);
+  EXPECT_GE(pages.size(), 3);
+  for (const QString& page : pages) {
+    EXPECT_TRUE(page.contains(QStringLiteral("of %1").arg(pages.size()))) << from_qt(page);
+    EXPECT_TRUE(page.contains(QStringLiteral("Data X"))) << from_qt(page);
+  }
+  const QStringList words = sheet_text.simplified().split(u' ');
+  for (int i = 1; i <= 200; ++i) EXPECT_TRUE(words.contains(QString::number(1000 + 7 * i))) << i;
+
+  choose("opt_Model_2", 1);
+  const QString fit_text = printed("ctrl+2");
+  EXPECT_TRUE(fit_text.contains(QStringLiteral("W/rr"))) << from_qt(fit_text);
+  EXPECT_TRUE(fit_text.contains(to_qt(fits().text(1, fit_column::scale)))) << from_qt(fit_text);
+  const QString log_text = printed("ctrl+4");
+  EXPECT_TRUE(log_text.contains(QRegularExpression(QStringLiteral("eta:.*beta: *[0-9]"))))
+      << "columns stand side by side\n"
+      << from_qt(log_text);
+  for (const char* part : {"Tavlo Fit", "Page 1 of 1"})
+    EXPECT_TRUE(log_text.contains(QString::fromUtf8(part))) << from_qt(log_text);
+}
+
 // A click on each model adds its fit; the question for a slope takes its offer
 // or what is typed.
 TEST_F(MainJob, EveryClassicalModelByAClick) {
@@ -201,6 +249,14 @@ TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
   ASSERT_TRUE(wait_until([&] { return !hint.text().startsWith(QStringLiteral("Data")); }));
   choose("btn_Fit", 3);
   EXPECT_EQ(news.text(), remark) << "the same fit has the same notes";
+
+  choose("opt_Method_0", 5);
+  choose("opt_Model_9", 6);
+  EXPECT_EQ(news.text(), QStringLiteral("Ready"));
+  person.press({"ctrl+1"});
+  person.type("7\n");
+  choose("opt_Model_5", 6);
+  EXPECT_TRUE(news.text().contains(QStringLiteral("starts ended"))) << "of the fit that is shown";
 }
 
 TEST_F(MainJob, TheCensoredSwitchMakesAFitBesideTheOtherAndNotesAreATip) {

@@ -54,13 +54,18 @@ void ChartCommands::format(ChartWindow& chart, drawing::Place place) {
 PrintJob ChartCommands::job() {
   const QMdiSubWindow* active = windows_.activeSubWindow();
   const QString title = active ? active->windowTitle() : QString();
-  if (active && active->widget() == &windows_.log())
-    return {title, false, [this](QPrinter& printer) {
-              windows_.log().print(&printer);
-              return true;
-            }};
-  if (active && active->widget() != &chart()) return window_job(title, *active->widget());
-  return chart_job(title, chart().drawing());
+  const int index = windows_.current_index();
+  switch (windows_.active_kind().toLatin1()) {
+    case 'D':
+      return table_job({title, windows_.sheet(index).model(),
+                        program_.session.gDataForm(index)->last_row(), true});
+    case 'F': {
+      const QAbstractItemModel* fits = windows_.panel(index).grid().model();
+      return table_job({title, fits, fits->rowCount(), false});
+    }
+    case 'L': return text_job(title, windows_.log().toPlainText());
+    default: return chart_job(title, chart().drawing());
+  }
 }
 
 void ChartCommands::print() {

@@ -4,48 +4,45 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
-#include <algorithm>
+#include <limits>
 
 #include "painter/player.h"
+#include "workspace/frame/printed_pages.h"
+#include "workspace/frame/text_printing.h"
 
 namespace tavlo {
 
 namespace {
 
-/// In the printer's pixels, without the margins.
-QSizeF page_of(const QPrinter& printer) {
-  return printer.pageLayout().paintRectPixels(printer.resolution()).size();
-}
-
 bool print_drawing(QPrinter& printer, const DrawingRecord& drawing) {
   QPainter painter;
   if (drawing.width <= 0 || drawing.height <= 0 || !painter.begin(&printer)) return false;
-  PlayChart(painter, drawing, QRectF(QPointF(), page_of(printer)));
+  PlayChart(painter, drawing, QRectF(QPointF(), printed_page(printer).size()));
   return painter.end();
 }
 
-bool print_window(QPrinter& printer, QWidget& window) {
-  QPainter painter;
-  if (!painter.begin(&printer)) return false;
-  const QSizeF page = page_of(printer);
-  const double natural = static_cast<double>(printer.resolution()) / window.logicalDpiX();
-  const double scale =
-      std::min({natural, page.width() / window.width(), page.height() / window.height()});
-  painter.scale(scale, scale);
-  window.render(&painter);
-  return painter.end();
-}
+constexpr int all_pages = std::numeric_limits<int>::max() / 2;
+
+// A preview keeps each page that it shows: a sheet of a million rows has 20,000.
+constexpr int most_previewed = 100;
 
 }  // namespace
 
 PrintJob chart_job(const QString& title, const DrawingRecord& drawing) {
   return {title, drawing.width >= drawing.height,
-          [&drawing](QPrinter& printer) { return print_drawing(printer, drawing); }};
+          [&drawing](QPrinter& printer, int) { return print_drawing(printer, drawing); }};
 }
 
-PrintJob window_job(const QString& title, QWidget& window) {
-  return {title, window.width() >= window.height(),
-          [&window](QPrinter& printer) { return print_window(printer, window); }};
+PrintJob table_job(const PrintedTable& table) {
+  return {table.title, false, [table](QPrinter& printer, int most_pages) {
+            return print_table(printer, table, most_pages);
+          }};
+}
+
+PrintJob text_job(const QString& title, const QString& text) {
+  return {title, false, [title, text](QPrinter& printer, int most_pages) {
+            return print_text(printer, title, text, most_pages);
+          }};
 }
 
 QPrinter& Printing::printer() {
@@ -70,14 +67,15 @@ void Printing::set_up(QWidget* parent) {
 bool Printing::print(QWidget* parent, const PrintJob& job) {
   QPrintDialog dialog(&printer_for(job), parent);
   dialog.setWindowTitle(QStringLiteral("Print ") + job.title);
-  return dialog.exec() != QDialog::Accepted || job.print(printer());
+  return dialog.exec() != QDialog::Accepted || job.print(printer(), all_pages);
 }
 
 void Printing::preview(QWidget* parent, const PrintJob& job) {
   QPrintPreviewDialog dialog(&printer_for(job), parent);
   dialog.setWindowTitle(QStringLiteral("Print Preview ") + job.title);
+  if (parent) dialog.resize(parent->size() * 9 / 10);
   QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                   [&job](QPrinter* page) { job.print(*page); });
+                   [&job](QPrinter* page) { job.print(*page, most_previewed); });
   dialog.exec();
 }
 

@@ -8,21 +8,26 @@
 #include <memory>
 
 #include "chart/record/drawing_record.h"
+#include "workspace/frame/table_printing.h"
 
 namespace tavlo {
 
 /// What is to be printed.
 struct PrintJob {
   QString title;
-  bool wide = false;                     ///< wider than high: the page lies
-  std::function<bool(QPrinter&)> print;  ///< false when the printer can't be used
+  bool wide = false;  ///< wider than high: the page lies
+  /// `most_pages` at most; false when the printer can't be used.
+  std::function<bool(QPrinter&, int most_pages)> print;
 };
 
 /// The drawing as large as the page allows in its own shape, in the middle.
 PrintJob chart_job(const QString& title, const DrawingRecord& drawing);
 
-/// What a window shows at the moment, no larger than it is on the screen.
-PrintJob window_job(const QString& title, QWidget& window);
+/// All rows of a table, as text.
+PrintJob table_job(const PrintedTable& table);
+
+/// All lines of a text.
+PrintJob text_job(const QString& title, const QString& text);
 
 /// The printer that the user has set up, and its dialogs. Each returns when the
 /// user is done with it.

@@ -194,7 +194,7 @@ int ProjectWindows::current_index() const {
 
 QChar ProjectWindows::active_kind() const {
   const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
-  return active ? active->node_key().front() : u'L';
+  return active ? active->node_key().front() : u'C';
 }
 
 bool ProjectWindows::any(bool shown) const {

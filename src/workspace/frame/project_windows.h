@@ -53,7 +53,7 @@ class ProjectWindows : public QMdiArea {
   /// The index of the chart whose window is active, else 1; 0 without charts.
   int current_chart() const;
 
-  /// D, F, C or L, as the keys of the tree begin; L when no window is active.
+  /// D, F, C or L, as the keys of the tree begin; C when no window is active.
   QChar active_kind() const;
 
   /// True when any window is shown, or any is hidden.

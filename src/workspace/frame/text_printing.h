@@ -1,0 +1,12 @@
+// Text printing: a long text on paper, with the title and the page's number on each page.
+#pragma once
+
+#include <QPrinter>
+#include <QString>
+
+namespace tavlo {
+
+/// `most_pages` at most. False when the printer can't be used.
+bool print_text(QPrinter& printer, const QString& title, const QString& text, int most_pages);
+
+}  // namespace tavlo
