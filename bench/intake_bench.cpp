@@ -8,6 +8,7 @@
 #include "actions/intake.h"
 #include "files/clipboard_text.h"
 #include "numerics/number_text.h"
+#include "project/fit_records.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -37,7 +38,7 @@ void intake_and_fit(benchmark::State& state) {
   world.session.gFitForm(1)->nModel = 98;
   world.session.gFitForm(1)->nMethod = 0;
   for (auto _ : state) {
-    world.session.gDataForm(1)->bclean = false;
+    mark_changed(world.session.project.data(1));
     CheckAndFit(world.session, 1);
   }
 }

@@ -55,7 +55,8 @@ void enter_rows(DataSheet& sheet, int row, const DataRows& rows) {
   for (std::size_t i = 0; i < rows.rows.size(); ++i, ++row) {
     SheetRow to = entered(rows.rows[i]);
     const bool stands = row <= sheet.last_row();
-    const SheetRow before = stands ? sheet.data().rows[static_cast<std::size_t>(row) - 1] : SheetRow();
+    const SheetRow before =
+        stands ? sheet.data().rows[static_cast<std::size_t>(row) - 1] : SheetRow();
     to.mode = to.mode > 0 ? modes[static_cast<std::size_t>(to.mode)] : before.mode;
     const bool has_comment = !rows.comments.empty() && !rows.comments[i].empty();
     to.set_text(sheet_column::comment,

@@ -55,8 +55,8 @@ void Make_Ranks(ErrorReporter& reporter, bool benard, DataSet& data) {
     to.add_lines({"Make_Ranks routine:"});
   };
   guarded(reporter, words, [&] {
-    data.reading = DataReading(data.rows, benard ? RankKind::benard : RankKind::exact, data.own_ranks,
-                           data.ModeNames.bound());
+    data.reading = DataReading(data.rows, benard ? RankKind::benard : RankKind::exact,
+                               data.own_ranks, data.ModeNames.bound());
     data.read_revision = data.revision;
     require_logarithms(data.sample());
   });

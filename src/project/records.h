@@ -42,7 +42,7 @@ struct WarrantyProfile {
 struct DataSet {
   std::int32_t UniqueId = 0;
   std::string Title = "Data 0";
-  SharedRows<SheetRow> rows;    ///< in order of entry; row 1 of the sheet is the first
+  SharedRows<SheetRow> rows;     ///< in order of entry; row 1 of the sheet is the first
   Slots<std::string> ModeNames;  ///< failure mode 1 and on
   bool own_ranks = false;        ///< the rows keep the ranks that they came with
 

@@ -1,6 +1,7 @@
 #include "project/rich_text.h"
 
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <vector>
 
@@ -182,8 +183,19 @@ void RichText::clear() {
   ++changes_;
 }
 
+/// True where the text ends in a control word, which letters and digits behind it would
+/// become part of, and a blank would end.
+bool ends_in_control_word(std::string_view rtf) {
+  std::size_t begin = rtf.size();
+  while (begin > 0 && std::isalnum(static_cast<unsigned char>(rtf[begin - 1])) != 0) --begin;
+  if (begin == 0 || begin == rtf.size() || rtf[begin - 1] != '\\') return false;
+  return begin < 2 || rtf[begin - 2] != '\\';
+}
+
 void RichText::append(std::string_view rtf) {
+  const bool needs_end = ends_in_control_word(body());
   if (text_->size() != size_) text_ = std::make_shared<std::string>(body());
+  if (needs_end) *text_ += ' ';
   *text_ += rtf;
   size_ = text_->size();
 }

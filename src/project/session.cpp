@@ -91,14 +91,14 @@ void reset_project(Session& session) {
 
 void follow_records(Session& session) {
   Project& project = session.project;
-  session.gDataForm.resize(project.data.bound());
+  session.gDataForm.resize(std::max(session.gDataForm.bound(), project.data.bound()));
   for (int i = 1; i <= project.data.bound(); ++i) {
     std::unique_ptr<DataSheet>& sheet = session.gDataForm(i);
     const std::int32_t id = project.data(i).UniqueId;
     if (!sheet) sheet = std::make_unique<DataSheet>(project, session.errors, session.settings, id);
     sheet->show(id);
   }
-  session.gFitForm.resize(project.fits.bound());
+  session.gFitForm.resize(std::max(session.gFitForm.bound(), project.fits.bound()));
   for (int i = 1; i <= project.fits.bound(); ++i) {
     std::unique_ptr<FitPanel>& panel = session.gFitForm(i);
     if (!panel) panel = std::make_unique<FitPanel>();

@@ -54,7 +54,8 @@ struct Session {
   std::string step;
 };
 
-/// Gives each record of the project its headless window, by its place in the list.
+/// Gives each record of the project its headless window, by its place in the list. Those
+/// behind the last record are kept: windows that are about to go still read them.
 void follow_records(Session& session);
 
 /// Empties the project and builds it again with one data set, one fit set and

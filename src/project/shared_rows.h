@@ -39,10 +39,10 @@ class SharedRows {
   }
 
   friend bool operator==(const SharedRows& a, const SharedRows& b) {
-    return a.size_ == b.size_ &&
-           std::equal(
-               a.chunks_.begin(), a.chunks_.end(), b.chunks_.begin(),
-               [](const auto& one, const auto& other) { return one == other || *one == *other; });
+    return a.size_ == b.size_ && std::equal(a.chunks_.begin(), a.chunks_.end(), b.chunks_.begin(),
+                                            [](const auto& one, const auto& other) {
+                                              return one == other || *one == *other;
+                                            });
   }
 
  private:

@@ -60,5 +60,27 @@ TEST(CodePage, TellsTextFromBytes) {
     EXPECT_FALSE(is_utf8(bytes)) << bytes;
 }
 
+TEST(RichText, WordsBehindAControlWordAreKept) {
+  for (const char* const words : {"Data1", "2nd test", "-5", " led"}) {
+    RichText log;
+    log.append_rtf("\\par Updated Fits below. \\par");
+    log.append_plain(words);
+    EXPECT_EQ(log.plain(), std::string("\nUpdated Fits below. \n") + words);
+  }
+}
+
+TEST(RichText, CopiesKeepTheirEnd) {
+  RichText log;
+  log.append_plain("one");
+  const RichText before = log;
+  RichText other = log;
+  log.append_plain(" two");
+  other.append_plain(" three");
+  EXPECT_EQ(before.plain(), "one");
+  EXPECT_EQ(log.plain(), "one two");
+  EXPECT_EQ(other.plain(), "one three");
+  EXPECT_FALSE(log == other);
+}
+
 }  // namespace
 }  // namespace tavlo

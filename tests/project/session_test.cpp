@@ -27,7 +27,6 @@ TEST(Session, ANewPairOfSetsIsLinkedToTheLastChart) {
 
   reset_project(session);
   EXPECT_EQ(session.project.data.bound(), 1);
-  EXPECT_EQ(session.gDataForm.bound(), 1);
   EXPECT_EQ(session.project.charts(1).Markers(2).DataId, 0);
 }
 

@@ -117,6 +117,7 @@ void compose(Canvas& canvas, Session& session) {
   draw_parameter_box(canvas, session, sets, obstacles);
   draw_legend(canvas, session, sets, obstacles);
   canvas.recorder.append(content.marks);
+  if (is_out_of_date(session, canvas.chart)) draw_out_of_date(canvas);
 }
 
 }  // namespace

@@ -47,6 +47,14 @@ std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart) {
   return sets;
 }
 
+bool is_out_of_date(const Session& session, const Chart& chart) {
+  const std::vector<PlotSet> sets = plot_sets(session, chart);
+  return std::any_of(sets.begin(), sets.end(), [&](const PlotSet& set) {
+    const DataSet& data = session.project.data(set.data_index);
+    return !data.is_read() && data.sample().size() > 0;
+  });
+}
+
 int fit_set_of(const Session& session, const ChartMarker& marker) {
   const int data_index = marker.DataId == 0 ? 0 : find_data(session.project, marker.DataId);
   return data_index == 0 ? 0 : fit_set_of(session, marker, data_index);

@@ -21,6 +21,10 @@ struct PlotSet {
 /// is stale or has no populations counts as none.
 std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart);
 
+/// True when a person has changed data behind the chart since they were read: what it shows
+/// holds for the data as they were.
+bool is_out_of_date(const Session& session, const Chart& chart);
+
 /// Index of the fit set that a marker row takes its fit from; 0 when the row shows no
 /// data or there is none.
 int fit_set_of(const Session& session, const ChartMarker& marker);

@@ -23,8 +23,11 @@ class ChartStage {
   Chart& chart() { return session_.project.charts(index_); }
   const Chart& chart() const { return session_.project.charts(index_); }
 
-  /// Tells all who show the chart that it isn't what it was.
-  void announce_change() { session_.ports.views.chart_changed(index_); }
+  /// Tells all who show the chart that it isn't what it was, by a step of that name.
+  void announce_change(const char* step = "Chart") {
+    session_.step = step;
+    session_.ports.views.chart_changed(index_);
+  }
 
   /// Notes a change; `compose_if_changed` then composes once, however often it
   /// changed meanwhile. True when it did.
@@ -57,6 +60,7 @@ class ChartStage {
   QRectF target_;
   std::unique_ptr<Readout> readout_;  // of the drawing at hand, made when first asked
   bool changed_ = true;
+  bool drawn_out_of_date_ = false;
   int compositions_ = 0;
 };
 

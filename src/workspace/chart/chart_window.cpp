@@ -101,7 +101,7 @@ void ChartWindow::zoom_back() {
 
 void ChartWindow::zoom_to_automatic() {
   follow_data(stage_.chart());
-  stage_.announce_change();
+  stage_.announce_change("Limits");
 }
 
 void ChartWindow::set_precise(bool on) {
@@ -113,13 +113,13 @@ void ChartWindow::set_precise(bool on) {
 
 void ChartWindow::set_sub_populations(bool on) {
   stage_.chart().SubPopulations = on;
-  stage_.announce_change();
+  stage_.announce_change("Sub-Populations");
 }
 
 void ChartWindow::set_look(const std::string& look) {
   stage_.session().settings.ChartType = look;
   apply_chart_look(stage_.chart(), look);
-  stage_.announce_change();
+  stage_.announce_change("Look");
 }
 
 void ChartWindow::take(ChartTool tool, const QString& hint) {
@@ -143,13 +143,13 @@ void ChartWindow::delete_selected() {
   if (!selected().is_mark()) return;
   delete_mark(stage_.chart(), selected().index);
   hand_.select({});
-  stage_.announce_change();
+  stage_.announce_change("Delete Mark");
 }
 
 void ChartWindow::free_selected() {
   if (!selected().is_box()) return;
   free_box(stage_.chart(), selected().index);
-  stage_.announce_change();
+  stage_.announce_change("Move");
 }
 
 bool ChartWindow::can_free_selected() {

@@ -66,7 +66,7 @@ void PartMove::to(std::int32_t right, std::int32_t down) {
     move_mark(item(), right, down);
   else
     move_box(stage_.chart(), areas_before_, part_.index, right, down);
-  stage_.announce_change();
+  stage_.announce_change("Move");
 }
 
 void PartMove::back() {

@@ -52,6 +52,11 @@ SheetView::SheetView(DataSheet& sheet, UserCommands& commands, QWidget* parent)
       edit_(viewport()) {
   setObjectName(QStringLiteral("grd_Data"));
   setAccessibleName(tr("Data sheet"));
+  model_.set_colours([this](int row, int column) {
+    if (sheet_.is_unreadable(row, column)) return CellColour::red;
+    const bool old_rank = column == sheet_column::y && !sheet_.data().is_read();
+    return old_rank ? CellColour::grey : CellColour::usual;
+  });
   setModel(&model_);
   set_table_look(*this);
   setMouseTracking(true);

@@ -217,7 +217,9 @@ void FitWindow::set_up_grid() {
   grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
   grd_Fit_.setAccessibleName(tr("Fits"));
   model_.set_row_tips([this](int row) { return notes_at(session_, index_, row); });
-  model_.set_grey_rows([this](int row) { return is_out_of_date_at(session_, index_, row); });
+  model_.set_colours([this](int row, int) {
+    return is_out_of_date_at(session_, index_, row) ? CellColour::grey : CellColour::usual;
+  });
   grd_Fit_.setModel(&model_);
   set_table_look(grd_Fit_);
   grd_Fit_.setTabKeyNavigation(false);

@@ -37,6 +37,7 @@ void FormatDraft::keep() {
   if (is_chart_look(type) && type != session_.project.charts(index_).Profile)
     session_.settings.ChartType = type;
   session_.project.charts(index_) = chart();
+  session_.step = "Chart Format";
   session_.ports.views.chart_changed(index_);
 }
 

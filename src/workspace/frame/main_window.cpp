@@ -127,13 +127,12 @@ void MainWindow::set_up_pop_up_menus() {
     QMenu& looks = charts_.attach(chart);
     commands_->give_keys(chart, CommandReach::chart);
     connect(&chart, &ChartWindow::state_changed, this, [this] { commands_->refresh(); });
-    connect(&chart, &ChartWindow::menu_wanted, this,
-            [this, &looks](const QPoint& at) {
-              if (chart_looks_) chart_menu_.removeAction(chart_looks_);
-              chart_looks_ = looks.menuAction();
-              chart_menu_.insertAction(chart_menu_.actions().value(1), chart_looks_);
-              chart_menu_.popup(at);
-            });
+    connect(&chart, &ChartWindow::menu_wanted, this, [this, &looks](const QPoint& at) {
+      if (chart_looks_) chart_menu_.removeAction(chart_looks_);
+      chart_looks_ = looks.menuAction();
+      chart_menu_.insertAction(chart_menu_.actions().value(1), chart_looks_);
+      chart_menu_.popup(at);
+    });
   }
 }
 

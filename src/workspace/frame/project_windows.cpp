@@ -189,7 +189,9 @@ ChildWindow* ProjectWindows::child(const QString& node_key) const {
 int ProjectWindows::current_index() const {
   const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
   if (!active || active->node_key().front() == u'L' || active->node_key().front() == u'C') return 1;
-  return active->node_key().mid(1).toInt();
+  const int index = active->node_key().mid(1).toInt();
+  // Its record may have gone already, and the window be about to.
+  return index <= program_.session.project.fits.bound() ? index : 1;
 }
 
 QChar ProjectWindows::active_kind() const {
@@ -228,7 +230,9 @@ int ProjectWindows::current_chart() const {
   const auto found = std::find_if(charts_.begin(), charts_.end(), [&](const ChartWindow* each) {
     return active && active->widget() == each;
   });
-  return found == charts_.end() ? 1 : (*found)->index();
+  const bool stands =
+      found != charts_.end() && (*found)->index() <= program_.session.project.charts.bound();
+  return stands ? (*found)->index() : 1;
 }
 
 void ProjectWindows::bring_to_front(const QWidget& view) {

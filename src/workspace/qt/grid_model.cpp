@@ -11,6 +11,16 @@ namespace tavlo {
 
 namespace {
 
+QVariant brush_of(CellColour colour) {
+  switch (colour) {
+    case CellColour::grey:
+      return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+    case CellColour::red: return QBrush(QColor(0xC0, 0, 0));
+    case CellColour::usual: break;
+  }
+  return {};
+}
+
 bool reads_as_number(const QString& text) {
   if (text.isEmpty()) return false;
   const QChar first = text.front();
@@ -60,8 +70,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   const QString shown = text(grid_row(index), grid_column(index));
   if (role == Qt::DisplayRole || role == Qt::EditRole) return shown;
   if (role == Qt::ToolTipRole && tip_of_) return to_qt(tip_of_(grid_row(index)));
-  if (role == Qt::ForegroundRole && is_grey_ && is_grey_(grid_row(index)))
-    return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+  if (role == Qt::ForegroundRole && colour_of_)
+    return brush_of(colour_of_(grid_row(index), grid_column(index)));
   if (role == Qt::TextAlignmentRole)
     return int((reads_as_number(shown) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
   return {};

@@ -12,6 +12,8 @@ class QTableView;
 
 namespace tavlo {
 
+enum class CellColour { usual, grey, red };
+
 class GridModel : public QAbstractTableModel {
   Q_OBJECT
 
@@ -28,8 +30,11 @@ class GridModel : public QAbstractTableModel {
     tip_of_ = std::move(tip_of);
   }
 
-  /// Tells which grid rows are shown in grey, as no longer valid.
-  void set_grey_rows(std::function<bool(int grid_row)> is_grey) { is_grey_ = std::move(is_grey); }
+  /// Tells the colour of a cell that isn't the usual one: grey for what is no longer valid,
+  /// red for what can't be read.
+  void set_colours(std::function<CellColour(int grid_row, int grid_column)> colour_of) {
+    colour_of_ = std::move(colour_of);
+  }
 
   int grid_row(const QModelIndex& index) const { return index.row() + 1; }
   int grid_column(const QModelIndex& index) const { return index.column() + first_column_; }
@@ -50,7 +55,7 @@ class GridModel : public QAbstractTableModel {
   int first_column_;
   int rows_;
   std::function<std::string(int)> tip_of_;
-  std::function<bool(int)> is_grey_;
+  std::function<CellColour(int, int)> colour_of_;
 };
 
 }  // namespace tavlo
