@@ -132,15 +132,16 @@ double Obstacles::hidden_by(const Rectangle& area) const {
 FreePlace freest_place(const ChartItem& plot, const TextSize& box, Corner preferred,
                        const Obstacles& obstacles, const std::vector<Rectangle>& taken) {
   constexpr double worse_than_any_line = 1e6;
-  constexpr std::int32_t clearance = 40;
+  constexpr double clearance = 40;
   const Room room(plot, box);
   FreePlace best{room.at(share_of(preferred).x, share_of(preferred).y),
                  std::numeric_limits<double>::max()};
   const auto consider = [&](const Share& share) {
     if (best.hidden == 0) return;
     const Place at = room.at(share.x, share.y);
-    const Rectangle area{at.x - clearance, at.y - clearance, to_unit(at.x + box.width) + clearance,
-                         to_unit(at.y + box.height) + clearance};
+    const Rectangle area{to_unit(at.x - clearance), to_unit(at.y - clearance),
+                         to_unit(at.x + box.width + clearance),
+                         to_unit(at.y + box.height + clearance)};
     double hidden = obstacles.hidden_by(area);
     for (const Rectangle& other : taken)
       if (box_touches(other, area)) hidden += worse_than_any_line;

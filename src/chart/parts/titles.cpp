@@ -188,18 +188,18 @@ void draw_titles(Canvas& canvas, const DateTime& now, const std::string& names) 
 }
 
 void draw_out_of_date(Canvas& canvas) {
-  constexpr double below_edge = 60;
+  constexpr double above_plot = 40;
   const ChartEdges plot = edges_of(canvas.chart.Boxes(chart_item::plot_box));
   ChartItem sign;
   sign.FontBold = true;
   sign.TextColor = rgb(192, 0, 0);
   sign.Text2 = "Out of date: the data have changed";
   sign = fitted_to_width(canvas.text_measure, sign, plot.right - plot.left);
+  const double height = text_size(canvas.text_measure, sign.Text2, sign).height;
   const auto font = Selected::font(canvas.recorder, sign);
   canvas.recorder.text_colour(sign.TextColor);
-  canvas.recorder.align(TextAlign::centre);
-  canvas.recorder.text({to_unit((plot.left + plot.right) / 2), to_unit(plot.top + below_edge)},
-                       sign.Text2);
+  canvas.recorder.align(TextAlign::right);
+  canvas.recorder.text({to_unit(plot.right), to_unit(plot.top - above_plot - height)}, sign.Text2);
 }
 
 }  // namespace tavlo

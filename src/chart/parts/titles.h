@@ -12,7 +12,7 @@ namespace tavlo {
 /// style places them. `names` are those of the data sets, for a chart that they title.
 void draw_titles(Canvas& canvas, const DateTime& now, const std::string& names);
 
-/// Says across the top of the plot that the data have changed since.
+/// Says above the plot, at its right, that the data have changed since.
 void draw_out_of_date(Canvas& canvas);
 
 }  // namespace tavlo

@@ -139,15 +139,12 @@ TEST(SearchedFits, OfALargeSampleReachesTheOptimumNearTheTruth) {
 
 // A third population of a few per mille shows on all rows, and hardly on a choice of them.
 TEST(SearchedFits, ALargeSampleIsFittedAtLeastAsWellAsItsTruth) {
-  for (const std::uint64_t seed : {27966039108ULL, 27966039232ULL}) {
-    test::RandomNumbers random(seed);
-    const Life truth = test::random_life(random, model_code::weibull7);
-    const Sample sample = make_sample(test::draws(random, truth, 100000), RankKind::benard);
-    const Asked asked = by_likelihood(model_code::weibull7);
-    const auto least =
-        static_cast<double>(test::quality_of(truth, sample, test::request_of(asked)));
-    EXPECT_GT(fit_of(fit_sample(sample, asked)).quality, least) << seed;
-  }
+  test::RandomNumbers random(27966039108ULL);
+  const Life truth = test::random_life(random, model_code::weibull7);
+  const Sample sample = make_sample(test::draws(random, truth, 100000), RankKind::benard);
+  const Asked asked = by_likelihood(model_code::weibull7);
+  const auto least = static_cast<double>(test::quality_of(truth, sample, test::request_of(asked)));
+  EXPECT_GT(fit_of(fit_sample(sample, asked)).quality, least);
 }
 
 TEST(SearchedFits, MinimumLifeOfALargeSampleIsAsLikelyAsTheTruth) {
