@@ -129,7 +129,7 @@ int keep(const Desk& desk, const FitRequest& request, const FitAnswer& answer) {
     slot = ++fits.nFits;
     fits.Fits.resize(slot);
   }
-  fits.Fits(slot) = record_of(request, *answer.fit(), answer.notes, desk.data.revision);
+  fits.Fits(slot) = record_of(request, *answer.fit(), answer.notes, desk.data.read_revision);
   return slot;
 }
 

@@ -19,7 +19,8 @@ std::size_t unreadable_row(const SharedRows<SheetRow>& rows) {
 
 /// A number that is only too large for its cell.
 bool is_large(const std::string& text) {
-  return text.find_first_not_of("0123456789.,eE+-> ") == std::string::npos;
+  return text.find_first_of("123456789") != std::string::npos &&
+         text.find_first_not_of("0123456789.,eE+-> ") == std::string::npos;
 }
 
 void add_unreadable_line(ErrorReporter& reporter, std::size_t row, const SheetRow& held) {
@@ -126,7 +127,7 @@ bool read_rows(Session& session, int data_index) {
   Make_Ranks(session.errors, session.settings.Benard, data);
   session.gDataForm(data_index)->follow_rows();
   session.ports.views.sheet_changed(data_index);
-  return true;
+  return data.is_read();  // else the rows could not be ranked, which has been told
 }
 
 }  // namespace tavlo

@@ -88,6 +88,14 @@ bool has_digit(const std::string& text, const char* digits) {
   return text.find_first_of(digits) != std::string::npos;
 }
 
+/// Times and ranks are held in 32 bits: others would become 0 or infinite.
+bool fits_in_cell(int column, double number) {
+  if (column == sheet_column::fails || column == sheet_column::susps) return true;
+  const double size = std::fabs(number);
+  return size == 0 || (size <= std::numeric_limits<float>::max() &&
+                       size >= static_cast<double>(std::numeric_limits<float>::denorm_min()));
+}
+
 constexpr bool is_numeric(int column) {
   return column >= sheet_column::x && column <= sheet_column::susps;
 }
@@ -280,7 +288,7 @@ void DataSheet::enter_x(SheetRow& row, const std::string& typed) {
   if (typed.empty()) return;
   const Entry entry = take_apart(typed, settings_.NegativeSuspension);
   double time = 0, units = 1;
-  if (!read(entry.value, time) || std::fabs(time) > std::numeric_limits<float>::max() ||
+  if (!read(entry.value, time) || !fits_in_cell(sheet_column::x, time) ||
       (entry.has_count && !read(entry.count, units)))
     return row.set_text(sheet_column::x, typed);
   const bool no_susps = !row.has(sheet_column::susps);
@@ -292,8 +300,8 @@ void DataSheet::enter_x(SheetRow& row, const std::string& typed) {
 
 void DataSheet::enter_number(SheetRow& row, int column, const std::string& typed) {
   double number = 0;
-  const bool readable = typed.empty() || read(typed, number);
-  set_number(row, column, number);
+  const bool readable = typed.empty() || (read(typed, number) && fits_in_cell(column, number));
+  set_number(row, column, readable ? number : 0);
   row.set_given(column, readable && !typed.empty());
   if (!readable) row.set_text(column, typed);
 }

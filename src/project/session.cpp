@@ -98,6 +98,8 @@ void follow_records(Session& session) {
     if (!sheet) sheet = std::make_unique<DataSheet>(project, session.errors, session.settings, id);
     sheet->show(id);
   }
+  for (int i = project.data.bound() + 1; i <= session.gDataForm.bound(); ++i)
+    session.gDataForm(i)->cancel_edit();
   session.gFitForm.resize(std::max(session.gFitForm.bound(), project.fits.bound()));
   for (int i = 1; i <= project.fits.bound(); ++i) {
     std::unique_ptr<FitPanel>& panel = session.gFitForm(i);

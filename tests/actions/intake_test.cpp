@@ -104,6 +104,16 @@ TEST(CheckAndFit, ARowWithoutATimeIsNamedAndKept) {
   EXPECT_EQ(world.sheet().text(4, sheet_column::fails), "3");
 }
 
+TEST(CheckAndFit, RowsThatCanNotBeRankedAreNotFittedAsTheyWere) {
+  SheetWorld world({"100", "200", "300"});
+  CheckAndFit(world.session, 1);
+  world.sheet().enter(2, sheet_column::fails, "-5");
+  world.panel().nMethod = method_code::y_on_x;
+  world.prompts.expect_box("Error: 5", "Row 2: -5 is no number of units.");
+  CheckAndFit(world.session, 1);
+  EXPECT_EQ(world.session.project.fits(1).nFits, 1) << "no fit of the rows of before";
+}
+
 TEST(CheckAndFit, ModesThatNoRowHasAnyMoreGo) {
   SheetWorld world({"100", "200", "300"});
   const char* const names[] = {"bearng", "seal", "bearng"};

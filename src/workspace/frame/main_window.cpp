@@ -172,6 +172,7 @@ void MainWindow::add_chart() {
 
 // Windows may go with their records, and may not do so inside an event of their own.
 void MainWindow::undo() {
+  if (windows_.is_dragging()) return;
   QTimer::singleShot(0, this, program_.commands.slot([this] {
     tavlo::undo(session_);
     follow_records();
@@ -179,6 +180,7 @@ void MainWindow::undo() {
 }
 
 void MainWindow::redo() {
+  if (windows_.is_dragging()) return;
   QTimer::singleShot(0, this, program_.commands.slot([this] {
     tavlo::redo(session_);
     follow_records();
