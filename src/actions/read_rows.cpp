@@ -17,8 +17,8 @@ std::size_t unreadable_row(const SharedRows<SheetRow>& rows) {
   return row;
 }
 
-/// A number that is only too large for its cell.
-bool is_large(const std::string& text) {
+/// A number that only its cell can't hold.
+bool is_number(const std::string& text) {
   return text.find_first_of("123456789") != std::string::npos &&
          text.find_first_not_of("0123456789.,eE+-> ") == std::string::npos;
 }
@@ -27,8 +27,8 @@ void add_unreadable_line(ErrorReporter& reporter, std::size_t row, const SheetRo
   const int column = held.unreadable_column();
   const std::string& text = held.text(column);
   const std::string cell = "Row " + std::to_string(row + 1) + ": " + DataSheet::heading(column);
-  reporter.add_lines({is_large(text)
-                          ? cell + " is " + text + ", and a time can be 3.4E+38 at the most."
+  reporter.add_lines({is_number(text)
+                          ? cell + " is " + text + ", which is too large or too small for it."
                           : cell + " is \"" + text + "\", which is no number."});
 }
 
@@ -41,8 +41,8 @@ bool is_readable(Session& session, const SharedRows<SheetRow>& rows) {
   };
   return guarded(session.errors, false, words, [&]() -> bool {
     const SheetRow& held = rows[row];
-    throw RunTimeError(is_large(held.text(held.unreadable_column())) ? run_time::overflow
-                                                                     : run_time::type_mismatch);
+    throw RunTimeError(is_number(held.text(held.unreadable_column())) ? run_time::overflow
+                                                                      : run_time::type_mismatch);
   });
 }
 
@@ -94,8 +94,9 @@ void drop_unused_modes(DataSet& data) {
 void drop_typed_ranks(DataSet& data) {
   for (std::size_t i = 0; !data.own_ranks && i < data.rows.size(); ++i) {
     if (!data.rows[i].has(sheet_column::y)) continue;
-    data.rows.edit(i).set_given(sheet_column::y, false);
-    data.rows.edit(i).rank = 0;
+    SheetRow& row = data.rows.edit(i);
+    row.set_given(sheet_column::y, false);
+    row.rank = 0;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "files/text_lines.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {
@@ -19,12 +20,6 @@ std::string exact_text(double number) {
 constexpr const char* question =
     "Please enter the Weibull Slope for Weibayes.\nExponential:  Enter '1'\n"
     "Rayleigh:     Enter '2'";
-
-std::string without_blanks_around(const std::string& text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 std::string correction(const std::string& entry) {
   constexpr std::size_t most_shown = 40;
@@ -42,7 +37,8 @@ std::optional<double> ask_slope(Prompts& prompts, const NumberPunctuation& punct
   std::string offer = suggestion > 0 ? exact_text(suggestion) : "";
   for (;;) {
     const auto answer = prompts.ask_line("Enter Weibull Slope", text, offer);
-    const std::string entry = without_blanks_around(answer.value_or(""));
+    const std::string typed = answer.value_or("");
+    const std::string entry(trimmed(typed));
     if (entry.empty()) return std::nullopt;
     const auto number = parse_number(with_decimal_point(entry, punctuation));
     if (number && *number == 0) return std::nullopt;

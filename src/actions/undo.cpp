@@ -9,24 +9,21 @@ namespace tavlo {
 
 namespace {
 
-/// A zoom shows another part of a chart and changes nothing in it.
-bool only_zoomed(const Project& before, Project now) {
+bool is_zoomed(const Project& before, const Project& now) {
   if (now.charts.bound() != before.charts.bound()) return false;
-  bool zoomed = false;
-  for (int i = 1; i <= now.charts.bound(); ++i) {
-    Chart& chart = now.charts(i);
-    const Chart& old = before.charts(i);
-    if (chart.ZoomedFrom == old.ZoomedFrom) continue;
-    zoomed = true;
-    copy_view(old, chart);
-  }
-  return zoomed && now == before;
+  for (int i = 1; i <= now.charts.bound(); ++i)
+    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom) return true;
+  return false;
 }
 
-bool is_busy(const Session& session) {
-  for (int i = 1; i <= session.gFitForm.bound(); ++i)
-    if (session.gFitForm(i)->busy) return true;
-  return false;
+/// A zoom shows another part of a chart and changes nothing in it.
+bool only_zoomed(const Project& before, const Project& now) {
+  if (!is_zoomed(before, now)) return false;
+  Project seen_as_before = now;
+  for (int i = 1; i <= now.charts.bound(); ++i)
+    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom)
+      copy_view(before.charts(i), seen_as_before.charts(i));
+  return seen_as_before == before;
 }
 
 /// The windows show what has come back. An edit that is open ends without being taken.
@@ -51,18 +48,20 @@ void end_step(Session& session) {
     session.history.note(session.project, name.empty() ? "Change" : name);
 }
 
-void undo(Session& session) {
-  if (is_busy(session) || !session.history.can_undo()) return;
+bool undo(Session& session) {
+  if (is_busy(session) || !session.history.can_undo()) return false;
   const std::string name = session.history.undo_name();
   show(session, session.history.undo());
   session.ports.views.status("Undone: " + name);
+  return true;
 }
 
-void redo(Session& session) {
-  if (is_busy(session) || !session.history.can_redo()) return;
+bool redo(Session& session) {
+  if (is_busy(session) || !session.history.can_redo()) return false;
   const std::string name = session.history.redo_name();
   show(session, session.history.redo());
   session.ports.views.status("Done again: " + name);
+  return true;
 }
 
 }  // namespace tavlo

@@ -10,9 +10,9 @@ namespace tavlo {
 /// its own.
 void end_step(Session& session);
 
-/// Takes the last step back, or does the one that was taken back. Nothing while a fit is
-/// under way, and at the end of the history.
-void undo(Session& session);
-void redo(Session& session);
+/// Takes the last step back, or does the one that was taken back. False, and nothing, while
+/// a fit is under way and at the end of the history.
+bool undo(Session& session);
+bool redo(Session& session);
 
 }  // namespace tavlo

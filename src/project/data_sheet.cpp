@@ -221,9 +221,19 @@ void DataSheet::enter(int row, int column, const std::string& typed) {
 
 void DataSheet::clear(const GridBlock& block) {
   const int first = std::max(block.first_row, 1);
-  for (int row = std::min(block.last_row, last_row()); row >= first; --row)
+  for (int row = std::min(block.last_row, last_row()); row >= first; --row) {
+    SheetRow changed = data().rows[static_cast<std::size_t>(row) - 1];
     for (int column = block.first_column; column <= block.last_column; ++column)
-      enter(row, column, {});
+      clear_cell(changed, column);
+    put(row, changed);
+  }
+}
+
+void DataSheet::clear_cell(SheetRow& row, int column) {
+  if (column == sheet_column::mode) row.mode = 0;
+  if (is_numeric(column)) set_number(row, column, 0);
+  row.set_text(column, {});
+  row.set_given(column, false);
 }
 
 void DataSheet::replace_row(int row, SheetRow with) {
@@ -282,9 +292,7 @@ void DataSheet::show(std::int32_t data_id) {
 // --- reading what was typed
 
 void DataSheet::enter_x(SheetRow& row, const std::string& typed) {
-  row.set_text(sheet_column::x, {});
-  row.set_given(sheet_column::x, false);
-  row.time = 0;
+  clear_cell(row, sheet_column::x);
   if (typed.empty()) return;
   const Entry entry = take_apart(typed, settings_.NegativeSuspension);
   double time = 0, units = 1;
@@ -299,11 +307,13 @@ void DataSheet::enter_x(SheetRow& row, const std::string& typed) {
 }
 
 void DataSheet::enter_number(SheetRow& row, int column, const std::string& typed) {
+  clear_cell(row, column);
+  if (typed.empty()) return;
   double number = 0;
-  const bool readable = typed.empty() || (read(typed, number) && fits_in_cell(column, number));
-  set_number(row, column, readable ? number : 0);
-  row.set_given(column, readable && !typed.empty());
-  if (!readable) row.set_text(column, typed);
+  if (read(typed, number) && fits_in_cell(column, number))
+    set_number(row, column, number);
+  else
+    row.set_text(column, typed);
 }
 
 void DataSheet::set_number(SheetRow& row, int column, double number) {

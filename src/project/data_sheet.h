@@ -63,7 +63,7 @@ class DataSheet : public CellTable {
   /// Empties the cells of the block.
   void clear(const GridBlock& block);
 
-  /// Puts whole rows in the place of those from `row` on.
+  /// Puts a whole row in the place of the one that stands there.
   void replace_row(int row, SheetRow with);
 
   /// The number of a failure mode, which gets one when it is new; 0 for no name.
@@ -80,9 +80,10 @@ class DataSheet : public CellTable {
 
  private:
   std::string number_cell(const SheetRow& row, int index, int column) const;
+  static void clear_cell(SheetRow& row, int column);
   void enter_x(SheetRow& row, const std::string& typed);
   void enter_number(SheetRow& row, int column, const std::string& typed);
-  void set_number(SheetRow& row, int column, double number);
+  static void set_number(SheetRow& row, int column, double number);
   bool read(const std::string& typed, double& number) const;
   void put(int row, const SheetRow& changed);
   void drop_blank_end();

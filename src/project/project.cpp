@@ -21,8 +21,4 @@ int find_fit(const Project& project, std::int32_t unique_id) {
   return index_of(project.fits, unique_id);
 }
 
-int find_chart(const Project& project, std::int32_t unique_id) {
-  return index_of(project.charts, unique_id);
-}
-
 }  // namespace tavlo

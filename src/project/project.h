@@ -26,6 +26,5 @@ struct Project {
 /// The index of the record that has the identity, from 1; 0 when there is none.
 int find_data(const Project& project, std::int32_t unique_id);
 int find_fit(const Project& project, std::int32_t unique_id);
-int find_chart(const Project& project, std::int32_t unique_id);
 
 }  // namespace tavlo

@@ -109,6 +109,12 @@ void follow_records(Session& session) {
   }
 }
 
+bool is_busy(const Session& session) {
+  for (int i = 1; i <= session.gFitForm.bound(); ++i)
+    if (session.gFitForm(i)->busy) return true;
+  return false;
+}
+
 int New_frm_Data(Session& session) {
   return guarded(session.errors, 0, form_words("Data", session.project.data.bound()), [&] {
     add_data(session);

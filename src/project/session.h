@@ -62,6 +62,9 @@ void follow_records(Session& session);
 /// one chart.
 void reset_project(Session& session);
 
+/// True while a fit is under way in one of the panels.
+bool is_busy(const Session& session);
+
 /// Adds a record with its identity, title and headless window; the index.
 /// Failures are reported and give 0.
 int New_frm_Data(Session& session);

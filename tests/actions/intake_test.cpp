@@ -77,7 +77,8 @@ TEST(CheckAndFit, ATimeThatIsNoneIsNamedByItsRow) {
   for (const Case& c :
        {Case{"0", "Error: 5", "Median Rank Error: \nRow 2: Data X is 0", true},
         Case{"abc", "Error: 13", "Row 2: Data X is \"abc\", which is no number.", false},
-        Case{"1e39", "Error: 6 Overflow", "Row 2: Data X is 1e39, and a time", false}}) {
+        Case{"1e39", "Error: 6 Overflow", "Row 2: Data X is 1e39, which is too large", false},
+        Case{"1e-50", "Error: 6 Overflow", "Row 2: Data X is 1e-50, which is too", false}}) {
     SheetWorld world({"300", c.typed, "200"});
     world.prompts.expect_box(c.title, c.text);
     if (c.is_read) world.prompts.expect_box("Times of 0", "Row 2: Data X is 0");

@@ -41,17 +41,6 @@ double length_inside(const Place& from, const Place& to, const Rectangle& area) 
          std::hypot(static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y);
 }
 
-Rectangle box_around(const std::vector<Place>& places) {
-  Rectangle box{places.front().x, places.front().y, places.front().x, places.front().y};
-  for (const Place& place : places) {
-    box.left = std::min(box.left, place.x);
-    box.right = std::max(box.right, place.x);
-    box.top = std::min(box.top, place.y);
-    box.bottom = std::max(box.bottom, place.y);
-  }
-  return box;
-}
-
 constexpr double inside_corner = 80;
 
 /// The places that a box can stand at, as shares of the room that is left.
@@ -103,6 +92,17 @@ std::vector<Share> lattice_from(Share first) {
 }
 
 }  // namespace
+
+Rectangle box_around(const std::vector<Place>& places) {
+  Rectangle box{places.front().x, places.front().y, places.front().x, places.front().y};
+  for (const Place& place : places) {
+    box.left = std::min(box.left, place.x);
+    box.right = std::max(box.right, place.x);
+    box.top = std::min(box.top, place.y);
+    box.bottom = std::max(box.bottom, place.y);
+  }
+  return box;
+}
 
 Obstacles::Obstacles(std::initializer_list<const DrawingRecord*> drawings) {
   for (const DrawingRecord* drawing : drawings)

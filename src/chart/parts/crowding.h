@@ -11,6 +11,9 @@
 
 namespace tavlo {
 
+/// The smallest box that holds all places; there is at least one.
+drawing::Rectangle box_around(const std::vector<drawing::Place>& places);
+
 /// What a box in the plot would hide: the shapes and lines of a drawing.
 class Obstacles {
  public:

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "chart/parts/crowding.h"
 #include "chart/record/canvas.h"
 #include "chart/record/distance.h"
 #include "numerics/run_time_error.h"
@@ -34,17 +35,6 @@ ChartItem inked() {
   mark.FillColor = ink;
   mark.Int3 = 0;
   return mark;
-}
-
-Rectangle box_of(const std::vector<Place>& places) {
-  Rectangle box{places.front().x, places.front().y, places.front().x, places.front().y};
-  for (const Place& place : places) {
-    box.left = std::min(box.left, place.x);
-    box.right = std::max(box.right, place.x);
-    box.top = std::min(box.top, place.y);
-    box.bottom = std::max(box.bottom, place.y);
-  }
-  return box;
 }
 
 Rectangle text_box(TextMeasure& measure, const ChartItem& mark) {
@@ -147,7 +137,7 @@ void move_mark(ChartItem& mark, std::int32_t right, std::int32_t down) {
 
 Rectangle mark_bounds(TextMeasure& measure, const ChartItem& mark) {
   if (!has_points(mark)) return mark.Text2.empty() ? symbol_box(mark) : text_box(measure, mark);
-  const Rectangle line = box_of(points_of_mark(mark));
+  const Rectangle line = box_around(points_of_mark(mark));
   return mark.Text2.empty() ? line : both(line, text_box(measure, mark));
 }
 

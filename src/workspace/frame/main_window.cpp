@@ -174,16 +174,14 @@ void MainWindow::add_chart() {
 void MainWindow::undo() {
   if (windows_.is_dragging()) return;
   QTimer::singleShot(0, this, program_.commands.slot([this] {
-    tavlo::undo(session_);
-    follow_records();
+    if (tavlo::undo(session_)) follow_records();
   }));
 }
 
 void MainWindow::redo() {
   if (windows_.is_dragging()) return;
   QTimer::singleShot(0, this, program_.commands.slot([this] {
-    tavlo::redo(session_);
-    follow_records();
+    if (tavlo::redo(session_)) follow_records();
   }));
 }
 

@@ -21,11 +21,7 @@ struct Program {
   }
 
   /// True while a fit is under way in one of the panels.
-  bool is_busy() const {
-    for (int i = 1; i <= session.project.fits.bound(); ++i)
-      if (session.gFitForm(i)->busy) return true;
-    return false;
-  }
+  bool is_busy() const { return tavlo::is_busy(session); }
 
   QtPrompts prompts;
   QtEventLoop event_loop;
