@@ -221,7 +221,10 @@ void DataSheet::enter(int row, int column, const std::string& typed) {
 
 void DataSheet::clear(const GridBlock& block) {
   const int first = std::max(block.first_row, 1);
-  for (int row = std::min(block.last_row, last_row()); row >= first; --row) {
+  for (int row = block.last_row; row >= first; --row) {
+    // A cleared last row takes the blank ones above it along.
+    row = std::min(row, last_row());
+    if (row < first) return;
     SheetRow changed = data().rows[static_cast<std::size_t>(row) - 1];
     for (int column = block.first_column; column <= block.last_column; ++column)
       clear_cell(changed, column);
