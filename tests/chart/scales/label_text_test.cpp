@@ -5,6 +5,7 @@
 
 #include "chart/scales/axis_labels.h"
 #include "chart/scales/limit_rules.h"
+#include "chart/scales/round_ticks.h"
 #include "life/models.h"
 #include "numerics/number_text.h"
 #include "support/test_world.h"
@@ -12,16 +13,29 @@
 namespace tavlo {
 namespace {
 
-/// The texts of an axis in ascending order of the values, limits at the ends.
-std::vector<std::string> label_texts(int code, Limits limits, const ScalePoints& points) {
-  ChartAxis axis;
-  axis.Label.Text2 = "";
-  std::vector<AxisLabel> labels = axis_labels(axis, code, points, limits);
-  std::sort(labels.begin(), labels.end(),
-            [](const AxisLabel& a, const AxisLabel& b) { return a.value < b.value; });
+/// In ascending order of the values.
+std::vector<std::string> texts_of(std::vector<AxisLabel> labels) {
+  std::ranges::sort(labels, {}, &AxisLabel::value);
   std::vector<std::string> texts;
   for (const AxisLabel& label : labels) texts.push_back(label.text);
   return texts;
+}
+
+std::vector<std::string> label_texts(int code, Limits limits, const ScalePoints& points) {
+  return texts_of(axis_labels({}, code, points, limits));
+}
+
+/// What stands at the ticks of a report's axis.
+std::vector<std::string> round_texts(ErrorReporter& errors, int code, Limits limits) {
+  ChartAxis axis;
+  axis.Min = limits.low;
+  axis.Max = limits.high;
+  axis.ScaleType = static_cast<std::int16_t>(code);
+  ChartItem plot;
+  plot.Width = plot.Height = 8000;
+  const bool is_x = (code & x_scale_mask) != 0;
+  const AxisMap map = is_x ? AxisMap::x(errors, plot, axis) : AxisMap::y(errors, plot, axis);
+  return texts_of(round_labels(axis, code, round_ticks(map, 0.06)));
 }
 
 ScalePoints points_of(int code, Limits limits) {
@@ -45,7 +59,9 @@ std::string axis_line(int code, Limits limits) {
     for (int i = 1; i <= list->bound(); ++i) line += text((*list)(i));
   }
   const Limits round = round_limits(world.session.errors, code, limits, 0.02);
-  return line + " |" + text(round.low) + text(round.high);
+  line += " |" + text(round.low) + text(round.high) + " |";
+  for (const auto& label : round_texts(world.session.errors, code, limits)) line += " " + label;
+  return line;
 }
 
 // Narrow and wide axes of every scale.
@@ -68,6 +84,8 @@ TEST(LabelText, AwkwardLimitsKeepShortLabels) {
          {std::tuple(x_scale::linear, low * 1.0001, 16u), {x_scale::log, low * 1e5, 7u}})
       for (const std::string& text : label_texts(code, {low, high}, points_of(code, {low, high})))
         EXPECT_LE(text.size(), longest) << text;
+  test::TestWorld world;
+  EXPECT_LE(round_texts(world.session.errors, x_scale::linear, {1e15, 1e15 + 0.25}).size(), 12u);
 }
 
 TEST(LabelText, NoTextStandsTwice) {
