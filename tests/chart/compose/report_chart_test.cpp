@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "chart/chart_world.h"
-#include "chart/metafile/metafile_writer.h"
 #include "chart/scales/plot_coordinates.h"
 #include "project/chart_looks.h"
 #include "project/chart_types.h"
@@ -35,16 +34,6 @@ TEST(ReportChart, SaysInPlainWordsWhatItShows) {
 
   here.chart().Boxes(chart_item::main_title).Text2 = "Own words";
   EXPECT_TRUE(has_text(here.draw(), "Own words"));
-}
-
-// A metafile has no Greek letters; nobody is asked about them.
-TEST(ReportChart, AMetafileSpellsTheLettersOut) {
-  ReportWorld here;
-  std::string lost;
-  const std::string bytes = metafile_bytes(here.draw(), &lost);
-  EXPECT_EQ(lost, "");
-  EXPECT_NE(bytes.find("eta = 606.5"), std::string::npos);
-  EXPECT_NE(bytes.find("beta = 1.72"), std::string::npos);
 }
 
 // Each grid line of an axis has its number, whatever the numbers' length; at the right
