@@ -3,106 +3,92 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 
 #include "chart/chart_world.h"
-#include "chart/parts/plain_words.h"
-#include "project/plot_rows.h"
 
 namespace tavlo {
 namespace {
 
-using test::fit_of;
+constexpr std::int16_t rr = method_code::x_on_y, mle = method_code::mle;
 
-/// The lines of the table, each with its shown cells.
-std::string written(const ParameterTable& table) {
+/// The lines that are now shown: words, or the shown cells.
+std::string written(test::ChartWorld& here) {
+  const ParameterTable table =
+      printed_parameters(here.session, plot_sets(here.session, here.chart()));
   std::string all;
   for (const TableLine& line : table.lines) {
-    std::string words = line.heading + line.remark;
-    for (std::size_t i = 0; i < table_column::count; ++i)
-      if (table.shown[i]) words += "|" + line.cells[i];
+    const std::string words = line.heading + line.remark;
+    for (std::size_t i = 0; words.empty() && i < table_column::count; ++i)
+      if (table.shown[i]) all += "|" + line.cells[i];
     all += words + line.quality + "\n";
   }
   return all;
 }
 
-FitResult with_quality(FitResult fit, int method, double quality) {
-  fit.Method = static_cast<std::int16_t>(method);
-  fit.Quality = quality;
-  return fit;
-}
-
 TEST(PrintedParameters, AreWhatPeoplePrint) {
-  constexpr int rr = method_code::x_on_y;
-  constexpr int mle = method_code::mle;
-  struct Case {
-    FitResult fit;
-    std::string written;
-  };
-  const Case cases[] = {
-      {with_quality(fit_of(98, {{1 / 606.5038, 1, 1.7204, 0, 1}}), rr, 0.98512),
-       "η = 606.5\nβ = 1.72\nr² = 0.9851\n"},
-      {with_quality(fit_of(98, {{1 / 606.5038, 1, 1.7204, 0, 1}}), mle, -75.13402),
-       "η = 606.5\nβ = 1.72\nln L = -75.13\n"},
-      {with_quality(fit_of(162, {{1 / 1195.0, 1, 0.7459, 3.1261, 1}}), rr, 0.99999712),
+  const struct {
+    int model;
+    std::int16_t method;
+    double quality;
+    std::vector<FitParam> rows;
+    const char* written;
+  } cases[] = {
+      {98, rr, 0.98512, {{1 / 606.5038, 1, 1.7204, 0, 1}}, "η = 606.5\nβ = 1.72\nr² = 0.9851\n"},
+      {162,
+       rr,
+       0.99999712,
+       {{1 / 1195.0, 1, 0.7459, 3.1261, 1}},
        "η = 1195\nβ = 0.746\nt0 = 3.126\nr² = 0.999997\n"},
-      {with_quality(fit_of(802, {{1 / 100.0, 1, 2.5, 0, 1}}), mle, -7),
-       "η = 100\nβ = 2.5 (given)\nln L = -7\n"},
-      {with_quality(fit_of(857, {{50, 1, 1 / 4.0, 0, 1}}), rr, 1), "μ = 50\nσ = 4\nr² = 1\n"},
-      {with_quality(fit_of(922, {{50, 1, 1 / std::log(2), 0, 1}}), rr, 0.9),
-       "median = 50\nσ factor = 2\nr² = 0.9\n"},
-      {with_quality(fit_of(1057, {{1 / 50.0, 1, 3, 0, 1}}), rr, 0.9), "ξ = 50\nδ = 3\nr² = 0.9\n"},
-      {with_quality(fit_of(98, {{1 / 254512345.0, 1, 0.245, 0, 1}}), rr, 0.5),
-       "η = 2.545E+8\nβ = 0.245\nr² = 0.5\n"},
+      {802,
+       mle,
+       -75.13402,
+       {{1 / 100.0, 1, 2.5, 0, 1}},
+       "η = 100\nβ = 2.5 (given)\nln L = -75.13\n"},
+      {922, rr, 0.9, {{50, 1, 1 / std::log(2), 0, 1}}, "median = 50\nσ factor = 2\nr² = 0.9\n"},
+      {98, rr, 1, {{1 / 254512345.0, 1, 0.245, 0, 1}}, "η = 2.545E+8\nβ = 0.245\nr² = 1\n"},
       // What lies within so little is told from its neighbours.
-      {with_quality(fit_of(98, {{1 / 100001.4, 1, 96900, 0, 1}}), rr, 0.5),
-       "η = 100001.4\nβ = 96900\nr² = 0.5\n"},
-      {with_quality(fit_of(857, {{100001, 1, 1 / 1.22, 0, 1}}), rr, 0.5),
-       "μ = 100001\nσ = 1.22\nr² = 0.5\n"},
+      {98, rr, 1, {{1 / 100001.4, 1, 96900, 0, 1}}, "η = 100001.4\nβ = 96900\nr² = 1\n"},
+      {857, rr, 1, {{100001, 1, 1 / 1.22, 0, 1}}, "μ = 100001\nσ = 1.22\nr² = 1\n"},
+      {1057, rr, 1, {{1 / 50.0, 1, 3, 0, 1}}, "ξ = 50\nδ = 3\nr² = 1\n"},
       // The share is that of the units on which the risk acts, not of a population.
-      {with_quality(fit_of(482, {{1 / 48.286, 0.15976, 2.319, 0, 1},
-                                 {1 / 1349.86, 0.84024, 3.443, 0, 3},
-                                 {1 / 10783.4, 0, 0.651, 0, 3}}),
-                    rr, 0.9985),
-       "|share|η|β\n|16 %|48.29|2.32\n|all|1350|3.44\n|all|10780|0.651\nr² = 0.9985|||\n"},
-      {with_quality(fit_of(290, {{1 / 1411.5, 1, 10.63, 0, 1}, {1 / 1569.9, 0, 0.713, 0, 1}}), mle,
-                    -9),
-       "|η|β\n|1412|10.6\n|1570|0.713\nln L = -9||\n"},
-      {with_quality(fit_of(354, {{1 / 50.0, 0.0004, 2, 0, 1}, {unreached_scale, 0.9996, 1, 0, 3}}),
-                    rr, 0.5),
-       "|share|η|β\n|0.04 %|50|2\n|all|not determined|not determined\nr² = 0.5|||\n"},
+      {482,
+       rr,
+       0.9985,
+       {{1 / 48.286, 0.15976, 2.319, 0, 1},
+        {1 / 1349.86, 0.84024, 3.443, 0, 3},
+        {1 / 10783.4, 0, 0.651, 0, 3}},
+       "|share|η|β\n|16 %|48.29|2.32\n|all|1350|3.44\n|all|10780|0.651\nr² = 0.9985\n"},
+      {290,
+       mle,
+       -9,
+       {{1 / 1411.5, 1, 10.63, 0, 1}, {1 / 1569.9, 0, 0.713, 0, 1}},
+       "|η|β\n|1412|10.6\n|1570|0.713\nln L = -9\n"},
+      {354,
+       rr,
+       0.5,
+       {{1 / 50.0, 0.0004, 2, 0, 1}, {unreached_scale, 0.9996, 1, 0, 3}},
+       "|share|η|β\n|0.04 %|50|2\n|all|not determined|not determined\nr² = 0.5\n"},
   };
-  for (const Case& row : cases) {
-    test::ChartWorld here;
-    here.show_published();
-    here.show(row.fit);
-    std::string found =
-        written(printed_parameters(here.session, plot_sets(here.session, here.chart())));
-    // Bars of empty cells behind words say nothing.
-    std::string wanted = row.written;
-    const auto bare = [](std::string text) {
-      for (const char* bars : {"|||\n", "||\n"})
-        for (std::size_t at; (at = text.find(bars)) != text.npos;)
-          text.replace(at, std::strlen(bars), "\n");
-      return text;
-    };
-    EXPECT_EQ(bare(found), bare(wanted));
+  test::ChartWorld here;
+  here.show_published();
+  for (const auto& row : cases) {
+    FitResult fit = test::fit_of(row.model, row.rows);
+    fit.Method = row.method;
+    fit.Quality = row.quality;
+    here.show(fit);
+    EXPECT_EQ(written(here), row.written);
   }
 }
 
-TEST(PrintedParameters, SeveralFitsHaveNamesAndSoDoModes) {
-  test::SetsWorld here(2);
-  const auto now = [&] {
-    return written(printed_parameters(here.session, plot_sets(here.session, here.chart())));
-  };
-  EXPECT_EQ(now(),
-            "Rig 1: 2-parameter Weibull, regression\nη = 100, β = 2, r² = 0\n"
-            "Rig 2: 2-parameter Weibull, regression\nη = 200, β = 2, r² = 0\n");
-  FitResult modes = fit_of(1216, {{1 / 100.0, 1, 2, 0, 1}, {1 / 900.0, 1, 3, 0, 1}});
-  modes.modes = {{1, 0, 0.9, {}}, {2, 1, -7.5, {}}};
+TEST(PrintedParameters, ModesHaveTheirNamesAndQualities) {
+  test::ChartWorld here;
+  here.show_published();
+  FitResult modes =
+      test::fit_of(model_code::by_failure_mode, {{1 / 100.0, 1, 2, 0, 1}, {1 / 900.0, 1, 3, 0, 1}});
+  modes.modes = {{1, rr, 0.9, {}}, {2, mle, -7.5, {}}};
   here.session.project.data(1).ModeNames.push_back("seal");
-  here.session.project.fits(1).Fits(1) = modes;
-  EXPECT_NE(now().find("|seal|100|2r² = 0.9\n"), std::string::npos) << now();
+  here.show(modes);
+  EXPECT_NE(written(here).find("|seal|100|2r² = 0.9\n"), std::string::npos) << written(here);
 }
 
 }  // namespace
