@@ -17,18 +17,6 @@ double length_of(const std::vector<Place>& line) {
   return length;
 }
 
-TEST(Dashes, OfALevelLine) {
-  using Pieces = std::vector<std::vector<Place>>;
-  const std::vector<Place> line = {{0, 0}, {200, 0}};
-  EXPECT_EQ(dashes_of(line, 1, 10), (Pieces{{{0, 0}, {25, 0}, {50, 0}},
-                                            {{80, 0}, {105, 0}, {130, 0}},
-                                            {{160, 0}, {180, 0}, {200, 0}}}));
-  EXPECT_EQ(dashes_of(line, 3, 20),
-            (Pieces{{{0, 0}, {50, 0}, {100, 0}}, {{160, 0}, {162, 0}, {164, 0}}}));
-  EXPECT_EQ(dashes_of(line, 0, 10), Pieces{line});
-  EXPECT_EQ(dashes_of({{5, 5}}, 1, 10), (Pieces{{{5, 5}}}));
-}
-
 // Over bends too: the share of ink is that of the pattern, no gap is lost, and dashes
 // follow the line.
 TEST(Dashes, FollowAnyLine) {
@@ -39,6 +27,7 @@ TEST(Dashes, FollowAnyLine) {
     for (int i = 0; i < 30; ++i) line.push_back({line.back().x + step(), line.back().y + step()});
     const int style = 1 + run % 4;
     const double width = 5 + run % 40;
+    EXPECT_EQ(dashes_of(line, 0, width), (std::vector<std::vector<Place>>{line}));
     double ink = 0;
     for (const auto& dash : dashes_of(line, style, width)) {
       EXPECT_LE(length_of(dash), 5 * width + 3.0 * static_cast<double>(dash.size()));

@@ -99,16 +99,5 @@ TEST(LabelText, NoTextStandsTwice) {
     }
 }
 
-// 800 would leave no room for the 1000 at the end of the axis.
-TEST(LabelText, EndsOfDecadesComeBeforeTheTicksBetween) {
-  const Limits limits{10, 1000};
-  const auto labels = axis_labels({}, x_scale::log, points_of(x_scale::log, limits), limits);
-  std::vector<double> values;
-  for (const AxisLabel& label : labels) values.push_back(label.value);
-  values.resize(3);
-  std::sort(values.begin(), values.end());
-  EXPECT_EQ(values, (std::vector<double>{10, 100, 1000}));
-}
-
 }  // namespace
 }  // namespace tavlo
