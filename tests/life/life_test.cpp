@@ -31,6 +31,10 @@ std::vector<Life> lives() {
       {model_code::gumbel_upper, {{1 / -40.0, 1, 25, 0, 1}}},
       {model_code::by_failure_mode, {{1 / 120.0, 1, 2, 0, 1}, {}, {1 / 90.0, 1, 3, 0, 1}}},
   };
+  Life many{model_code::by_failure_mode, {}};
+  for (int mode = 1; mode <= 50; ++mode)
+    many.rows.push_back({1 / (1000.0 * mode), 1, 1 + 0.05 * mode, 0, 1});
+  all.push_back(many);
   test::RandomNumbers random(7);
   for (int round = 0; round < 20; ++round)
     for (const std::int16_t model :
@@ -102,18 +106,6 @@ TEST(Life, WhatHasNoAnswerGivesNone) {
   EXPECT_FALSE(quantile(test::weibull(0.001, 1), 1e-9)) << "below all numbers";
   EXPECT_EQ(fraction_failed({model_code::custom, {}}, 5), 0);
   EXPECT_EQ(fraction_failed({model_code::weibull_batch, std::vector<FitParam>(40)}, 5), 0);
-}
-
-TEST(Life, AnyNumberOfFailureModesActTogether) {
-  Life all{model_code::by_failure_mode, {}};
-  double ln_survival = 0;
-  for (int mode = 1; mode <= 50; ++mode) {
-    const Life alone = test::weibull(1 + 0.05 * mode, 1000.0 * mode);
-    all.rows.push_back(alone.rows[0]);
-    ln_survival += std::log(reliability(alone, 300));
-  }
-  EXPECT_NEAR(reliability(all, 300), std::exp(ln_survival), 1e-14);
-  EXPECT_NEAR(fraction_failed(all, *quantile(all, 0.3)), 0.3, 1e-12);
 }
 
 // Kolmogorov's distance of n draws is below 1.95 / sqrt(n) in 999 of 1000 samples.

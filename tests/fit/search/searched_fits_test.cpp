@@ -123,39 +123,31 @@ TEST(SearchedFits, EveryAnswerIsAProvenOptimumAndNoneIsBelowAContainedModel) {
       }
 }
 
-TEST(SearchedFits, OfALargeSampleReachesTheOptimumNearTheTruth) {
-  test::RandomNumbers random(21);
-  const Life truth = test::weibull7(4, 1000, 1, 3000, 2, 50, 0.15);
-  const Sample sample = make_sample(test::draws(random, truth, 2500), RankKind::benard);
-  const FitRequest request = test::request_of(by_likelihood(model_code::weibull7));
-  const Fit fit = fit_of(fit_sample(sample, by_likelihood(model_code::weibull7)));
-  // Twice the gain over the truth is about chi squared with seven degrees of freedom.
-  const auto gain = fit.quality - static_cast<double>(test::quality_of(truth, sample, request));
-  EXPECT_GT(gain, 0.5);
-  EXPECT_LT(gain, 15);
-  ASSERT_TRUE(fit.proof);
-  expect_proven(fit, sample, request);
-}
-
-// A third population of a few per mille shows on all rows, and hardly on a choice of them.
-TEST(SearchedFits, ALargeSampleIsFittedAtLeastAsWellAsItsTruth) {
-  test::RandomNumbers random(27966039108ULL);
-  const Life truth = test::random_life(random, model_code::weibull7);
-  const Sample sample = make_sample(test::draws(random, truth, 100000), RankKind::benard);
-  const Asked asked = by_likelihood(model_code::weibull7);
-  const auto least = static_cast<double>(test::quality_of(truth, sample, test::request_of(asked)));
-  EXPECT_GT(fit_of(fit_sample(sample, asked)).quality, least);
-}
-
-TEST(SearchedFits, MinimumLifeOfALargeSampleIsAsLikelyAsTheTruth) {
-  const Asked asked = by_likelihood(model_code::weibull3);
-  for (const double beta : {1.2, 1.6, 2.2, 3.0}) {
-    test::RandomNumbers random(31);
-    const Life truth = test::weibull(beta, 1000, 500);
-    const Sample sample = make_sample(test::draws(random, truth, 5000), RankKind::benard);
+// Twice the gain over the truth is about chi squared with a degree of freedom a parameter. A
+// third population of a few per mille shows on all rows, and hardly on a choice of them.
+TEST(SearchedFits, ALargeSampleIsFittedSomewhatBetterThanItsTruth) {
+  test::RandomNumbers third(27966039108ULL), few(28);
+  struct Case {
+    Life truth;
+    int n;
+    test::RandomNumbers random;
+  };
+  std::vector<Case> cases = {
+      {test::weibull7(4, 1000, 1, 3000, 2, 50, 0.15), 2500, test::RandomNumbers(21)},
+      {test::random_life(third, model_code::weibull7), 100000, third},
+      {test::random_life(few, model_code::weibull7), 1000, few}};
+  for (const double beta : {1.2, 1.6, 2.2, 3.0})
+    cases.push_back({test::weibull(beta, 1000, 500), 5000, test::RandomNumbers(31)});
+  for (auto& [truth, n, random] : cases) {
+    const Asked asked = by_likelihood(truth.model);
+    const Sample sample = make_sample(test::draws(random, truth, n), RankKind::benard);
+    const Fit fit = fit_of(fit_sample(sample, asked));
     const auto least =
         static_cast<double>(test::quality_of(truth, sample, test::request_of(asked)));
-    EXPECT_GT(fit_of(fit_sample(sample, asked)).quality, least) << beta;
+    EXPECT_GT(fit.quality, least + 1.25) << n;
+    EXPECT_LT(fit.quality, least + 15) << n;
+    ASSERT_TRUE(fit.proof);
+    if (n < 5000) expect_proven(fit, sample, test::request_of(asked));
   }
 }
 
@@ -188,16 +180,22 @@ TEST(SearchedFits, NoBetterPointIsToldOfALargeWeibullSample) {
   }
 }
 
-// Counts as uneven as these put the lightest rows hundreds of ln units below the likelihood.
-TEST(SearchedFits, CountsOfAnySizeAreFittedWhereOneWeibullIs) {
-  for (const Rows& rows : {Rows{{100, 1}, {200, 1}, {300, 1}, {400, 1}, {500, 1}, {600, 3000}},
-                           Rows{{100, 2000}, {110, 1}, {120, 1}, {130, 1}, {140, 1}, {150, 1}},
-                           Rows{{34.87F, 1}, {134.9F, 700}, {134.95F, 2}, {134.99F, 3}}})
+// Counts as uneven as these put the lightest rows hundreds of ln units below the likelihood;
+// one cluster that holds all failures drives the share to its fence.
+TEST(SearchedFits, OddRowsAreFittedWhereOneWeibullIs) {
+  Rows cluster = {{2.03F, 1, 1}, {2.08F, 0, 12}};
+  for (const float time : {1.1F, 1.51F, 1.68F, 1.78F, 1.85F, 1.93F, 1.98F, 2.0F})
+    cluster.insert(cluster.end() - 2, {time, 1});
+  const Rows heavy = {{100, 1}, {200, 1}, {300, 1}, {400, 1}, {500, 1}, {600, 3000}};
+  const Rows light = {{100, 2000}, {110, 1}, {120, 1}, {130, 1}, {140, 1}, {150, 1}};
+  const Rows close = {{34.87F, 1}, {134.9F, 700}, {134.95F, 2}, {134.99F, 3}};
+  for (const Rows& rows : {heavy, light, close, cluster})
     for (const std::int16_t model : {model_code::weibull4, model_code::weibull5c})
       for (const Asked& asked : ways_of(model)) {
-        const FitAnswer answer = fit_rows(rows, asked);
-        EXPECT_GE(fit_of(answer).quality, contained_weibull(rows, asked).quality - 1e-6)
-            << asked.name() << ' ' << rows[0].failures;
+        SCOPED_TRACE(asked.name() + " of " + std::to_string(rows[0].time));
+        const Fit fit = fit_of(fit_rows(rows, asked)), weibull = contained_weibull(rows, asked);
+        EXPECT_GE(fit.quality, weibull.quality - 1e-6);
+        expect_inside_fence(fit, make_sample(rows, asked.ranks), weibull.life.rows.at(0).Shape);
       }
 }
 
@@ -218,18 +216,6 @@ TEST(SearchedFits, SaysThatABetterPointIsNoAnswer) {
   ASSERT_NE(note, nullptr);
   EXPECT_EQ(note->values, (std::vector<double>{3, 5}));
   EXPECT_EQ(fit_of(answer).proof->kind, Proof::Kind::flat);
-}
-
-TEST(SearchedFits, AShareStaysInItsFenceWhereOneClusterHoldsAllFailures) {
-  Rows rows;
-  for (const float time : {1.1F, 1.51F, 1.68F, 1.78F, 1.85F, 1.93F, 1.98F, 2.0F})
-    rows.push_back({time, 1, 0, 0});
-  rows.push_back({2.03F, 1, 1, 0});
-  rows.push_back({2.08F, 0, 12, 0});
-  for (const Asked& asked : ways_of(model_code::weibull5c)) {
-    const double share = fit_of(fit_rows(rows, asked)).life.rows[0].Fraction;
-    EXPECT_TRUE(share == 0 || (share > 0.00099 && share < 0.99901)) << asked.name() << ' ' << share;
-  }
 }
 
 // 28 units fail early, 4128 never: what the rest lives to cannot be known.
@@ -293,11 +279,6 @@ TEST(SearchedFits, ReachesTheBestKnownAnswer) {
       EXPECT_GE(fit_of(fit_rows(rows, asked)).quality, *best++ - grain);
     }
   }
-  // The best of its few rows is not the best of all its rows.
-  test::RandomNumbers random(28);
-  const Life truth = test::random_life(random, model_code::weibull7);
-  EXPECT_GT(fit_of(fit_rows(test::draws(random, truth, 1000), by_likelihood(truth.model))).quality,
-            -8058.43);
 }
 
 /// The likelihood of a W3T at a given t0, by the best Weibull of t - t0.
