@@ -2,12 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
-
-#include "files/chart_section.h"
-#include "project/chart_looks.h"
-#include "project/chart_types.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -32,21 +26,6 @@ TEST(Profiles, SavedLooksComeBackOnAnotherChart) {
   world.prompts.expect_file(load_title, "/house.vpr");
   ASSERT_TRUE(load_profile(world.session, plain));
   EXPECT_EQ(plain, dressed);
-}
-
-// A type's rules beyond the fields hang on its name.
-TEST(Profiles, AChartOfATypeIsOneWhenItIsReadBack) {
-  for (const char* const type : chart_types()) {
-    TestWorld world;
-    Chart chart = world.session.project.charts(1);
-    apply_chart_type(chart, type);
-    ProjectWriter writer;
-    ASSERT_TRUE(RW_Chart(world.session.errors, writer, chart));
-    ProjectReader reader(writer.bytes());
-    Chart read = fuStandard_Chart();
-    ASSERT_TRUE(RW_Chart(world.session.errors, reader, read));
-    EXPECT_EQ(read, chart) << type;
-  }
 }
 
 TEST(Profiles, TakingTheQuestionBackWritesNothing) {

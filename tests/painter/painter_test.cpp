@@ -48,24 +48,12 @@ QImage picture(const DrawingRecord& drawing, const PictureFormat& format) {
   return image;
 }
 
-constexpr QRgb paper = 0xFFFFFFEA, ground = 0xFFEAFFFF, navy = 0xFF000080;
+constexpr QRgb paper = 0xFFFFFFEA, ground = 0xFFEAFFFF;
 
 const PictureFormat sizes[] = {{800, 480, 1}, {1000, 600, 1},  {1600, 960, 1}, {400, 300, 1},
                                {800, 480, 2}, {777, 501, 1.5}, {5000, 400, 1}};
 
-/// The levels of one row of pixels that are neither ground, paper nor pure line.
-int blurred_pixels(const QImage& image, const QRectF& area, double y) {
-  int blurred = 0;
-  const int row = static_cast<int>(area.y() + y / 6000 * area.height());
-  const int left = static_cast<int>(area.x());
-  for (int x = left + qRound(area.width() / 12); x < left + qRound(area.width() / 6); ++x) {
-    const QRgb pixel = image.pixel(x, row);
-    blurred += pixel != ground && pixel != paper && pixel != navy;
-  }
-  return blurred;
-}
-
-TEST(Painter, BoxesStandSharpAtTheirPlacesAtAnySize) {
+TEST(Painter, BoxesStandAtTheirPlacesAtAnySize) {
   const DrawingRecord drawing = published_chart();
   for (const PictureFormat& size : sizes) {
     const QImage image = picture(drawing, size);
@@ -79,21 +67,22 @@ TEST(Painter, BoxesStandSharpAtTheirPlacesAtAnySize) {
     EXPECT_EQ(at(600, 5600), ground) << what;
     EXPECT_EQ(at(8700, 4600), paper) << what;
     EXPECT_EQ(at(9600, 3000), ground) << what;
-    EXPECT_EQ(blurred_pixels(image, area, 4900), 0) << what;
   }
 }
 
 // A line that is a pixel wide covers one column, at every place between pixels.
 TEST(Painter, HairlinesCoverOnePixelWhereverTheyFall) {
-  for (int shift = 0; shift < 40; ++shift) {
-    DrawingRecord drawing{1000, 1000, {}, {}};
-    drawing.records = {drawing::CreatePen{1, 0, 1, 0}, drawing::SelectObject{1},
-                       drawing::Polyline{{{500 + shift, 0}, {500 + shift, 1000}}}};
-    const QImage image = picture(drawing, {97, 97});
-    int touched = 0;
-    for (int x = 0; x < image.width(); ++x) touched += image.pixel(x, 48) != 0xFFFFFFFF;
-    EXPECT_EQ(touched, 1) << shift;
-  }
+  for (int x = 500; x < 540; ++x)
+    for (const drawing::Record& line : {drawing::Record(drawing::Polyline{{{x, 0}, {x, 1000}}}),
+                                        drawing::Record(drawing::Rectangle{x, -99, 1999, 1099})}) {
+      DrawingRecord drawing{1000, 1000, {}, {}};
+      drawing.records = {drawing::CreatePen{1, 0, 1, 0}, drawing::SelectObject{1}, line};
+      const QImage image = picture(drawing, {97, 97});
+      int touched = 0;
+      for (int column = 0; column < image.width(); ++column)
+        touched += image.pixel(column, 48) != 0xFFFFFFFF;
+      EXPECT_EQ(touched, 1) << x << " " << line.index();
+    }
 }
 
 /// What is dark in a picture of the drawing.

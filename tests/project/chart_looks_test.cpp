@@ -28,28 +28,22 @@ Chart own_chart() {
 }
 
 TEST(ChartLooks, AProfileLeavesWhatTheChartShows) {
-  Chart profile = fuStandard_Chart();
+  const auto dress = [](Chart& chart) {
+    chart.nMarkers = 22;
+    chart.Markers.resize(22);
+    chart.Markers(22).Label = "Data 22";
+    chart.Markers(2).Symbol = 9;
+    chart.Boxes(chart_item::main_title).Text2 = "House";
+    chart.Axes(0).Max = 12;
+    chart.Profile = "House style";
+  };
+  Chart profile = fuStandard_Chart(), chart = own_chart(), expected = chart;
+  dress(profile);
+  dress(expected);
   profile.UniqueId = 9;
   profile.Name = "theirs";
-  profile.nMarkers = 22;
-  profile.Markers.resize(22);
-  profile.Markers(22).DataId = 99;
-  profile.Markers(22).Label = "Data 22";
-  profile.Markers(2).Symbol = 9;
-  profile.Boxes(chart_item::main_title).Text2 = "House";
-  profile.Axes(0).Max = 12;
-  profile.Profile = "House style";
-
-  Chart chart = own_chart();
+  profile.Markers(22).DataId = 99;  // means nothing here
   apply_profile(chart, profile);
-  Chart expected = own_chart();
-  expected.nMarkers = 22;
-  expected.Markers.resize(22);
-  expected.Markers(22).Label = "Data 22";  // shows nothing yet
-  expected.Markers(2).Symbol = 9;
-  expected.Boxes(chart_item::main_title).Text2 = "House";
-  expected.Axes(0).Max = 12;
-  expected.Profile = "House style";
   EXPECT_EQ(chart, expected);
 }
 

@@ -193,11 +193,16 @@ TEST_F(MakeChartTest, HostileChartsEndInAReportNotInAHang) {
     box.FontSize = std::numeric_limits<float>::quiet_NaN();
     box.LineWidth = std::numeric_limits<std::int32_t>::min();
     box.Left = std::numeric_limits<std::int32_t>::max();
+    box.Mode = 99;
     box.LineStyle = 77;
   }
   here.chart().Markers(1).Symbol = 300;
   here.chart().Markers(1).Size = -32768;
   EXPECT_GT(fl_Make_WMF(here.session, 1).records.size(), 10u);
+  here.chart() = sound;
+  here.chart().Boxes(chart_item::legend).FontSize = 1e38F;
+  here.chart().Axes(1).ScaleType = -1;
+  EXPECT_GT(fl_Make_WMF(here.session, 1).records.size(), 5u);
   EXPECT_TRUE(fl_Make_WMF(here.session, 9).records.empty());
 }
 
