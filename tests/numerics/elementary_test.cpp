@@ -37,25 +37,20 @@ TEST_F(ElementaryTest, powers_of_ten_are_the_nearest_doubles) {
 }
 
 TEST_F(ElementaryTest, rounding_to_digits_keeps_its_odd_cases) {
-  struct Row {
-    double value;
-    int digits;
-    double result, lower, upper;
-  };
-  for (const Row& row : {
-           Row{-1290, 2, -1200, -1300, -1200},
-           Row{-0.3, 1, -0.2, -0.3, -0.2},  // 0.3 / 0.1 is just below 3
-           Row{-0.001, 1, -0.001, -0.0011, -0.001},
-           Row{1.25, 2, 1.2, 1.2, 1.3},  // ties go down
-           Row{1234, 0, 1000, 1000, 2000},
-           Row{1234, std::numeric_limits<int>::min(), 1234, 1234, 1234.00000000001},
-           Row{0, 3, 0, 0, 0},
-           Row{1e-305, 3, 0, 0, 1e-300},
-       }) {
-    const Rounded rounded = fd_Round(reporter, row.value, row.digits);
-    EXPECT_EQ(number_text(rounded.value), number_text(row.result)) << row.value;
-    EXPECT_EQ(number_text(rounded.lower), number_text(row.lower)) << row.value;
-    EXPECT_EQ(number_text(rounded.upper), number_text(row.upper)) << row.value;
+  using Row = std::tuple<double, int, Rounded>;
+  for (const auto& [value, digits, expected] :
+       {Row{-1290, 2, {-1200, -1300, -1200}},
+        {-0.3, 1, {-0.2, -0.3, -0.2}},  // 0.3 / 0.1 is just below 3
+        {-0.001, 1, {-0.001, -0.0011, -0.001}},
+        {1.25, 2, {1.2, 1.2, 1.3}},  // ties go down
+        {1234, 0, {1000, 1000, 2000}},
+        {1234, std::numeric_limits<int>::min(), {1234, 1234, 1234.00000000001}},
+        {0, 3, {0, 0, 0}},
+        {1e-305, 3, {0, 0, 1e-300}}}) {
+    const Rounded rounded = fd_Round(reporter, value, digits);
+    EXPECT_EQ(number_text(rounded.value), number_text(expected.value)) << value;
+    EXPECT_EQ(number_text(rounded.lower), number_text(expected.lower)) << value;
+    EXPECT_EQ(number_text(rounded.upper), number_text(expected.upper)) << value;
   }
 }
 

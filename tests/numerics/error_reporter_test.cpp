@@ -20,25 +20,18 @@ struct Reported : test::ReporterTest {
 };
 
 TEST_F(Reported, every_code_has_its_detail_and_title) {
-  struct Row {
-    int code;
-    int number;
-    const char* title;
-    const char* detail;
-    int last;
-  };
+  using Row = std::tuple<int, int, const char*, const char*, int>;
   reporter.gErrCount = 17;
-  for (const Row& row : {
-           Row{1001, 5, "Inputs out of bounds", "Invalid input", 1001},
-           Row{1002, 0, "Excessive iterations: 17", "Excessive iterations", 1002},
-           Row{0, 62, "Error: 62 Input past end of file", "Input past end of file", 62},
-       }) {
-    prompts.expect_box(row.title, row.detail);
+  for (const auto& [code, number, title, detail, last] :
+       {Row{1001, 5, "Inputs out of bounds", "Invalid input", 1001},
+        Row{1002, 0, "Excessive iterations: 17", "Excessive iterations", 1002},
+        Row{0, 62, "Error: 62 Input past end of file", "Input past end of file", 62}}) {
+    prompts.expect_box(title, detail);
     reporter.add_lines({"Prefix", "Place:"});
-    report(row.code, row.number);
-    EXPECT_EQ(prompts.shown().back().title, row.title);
-    EXPECT_EQ(prompts.shown().back().text, "Prefix\nPlace:\n" + std::string(row.detail));
-    EXPECT_EQ(reporter.gErrLast, row.last);
+    report(code, number);
+    EXPECT_EQ(prompts.shown().back().title, title);
+    EXPECT_EQ(prompts.shown().back().text, "Prefix\nPlace:\n" + std::string(detail));
+    EXPECT_EQ(reporter.gErrLast, last);
     EXPECT_EQ(reporter.gErrCode, 0);
     EXPECT_EQ(reporter.gErrDetail + reporter.gErrTitle, "");
   }

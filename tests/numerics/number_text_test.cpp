@@ -11,49 +11,37 @@ namespace tavlo {
 namespace {
 
 TEST(NumberTextTest, reads_as_a_person_writes) {
-  struct Row {
-    double value;
-    int digits;
-    const char* text;
-  };
-  for (const Row& row : {
-           Row{100, 15, "100"},
-           {0, 15, "0"},
-           {0.1 + 0.2, 15, "0.3"},
-           {0.00001, 15, "0.00001"},
-           {1.5e-6, 15, "1.5E-06"},
-           {123456, 3, "123000"},
-           {5e-324, 15, "4.94065645841247E-324"},
-           {std::nan(""), 15, "NaN"},
-           {-INFINITY, 15, "-Infinity"},
-       })
-    EXPECT_EQ(number_text(row.value, row.digits), row.text);
+  using Row = std::tuple<double, int, const char*>;
+  const Row rows[] = {{100, 15, "100"},
+                      {0, 15, "0"},
+                      {0.1 + 0.2, 15, "0.3"},
+                      {0.00001, 15, "0.00001"},
+                      {1.5e-6, 15, "1.5E-06"},
+                      {123456, 3, "123000"},
+                      {5e-324, 15, "4.94065645841247E-324"},
+                      {std::nan(""), 15, "NaN"},
+                      {-INFINITY, 15, "-Infinity"}};
+  for (const auto& [value, digits, text] : rows) EXPECT_EQ(number_text(value, digits), text);
 }
 
 TEST(NumberTextTest, patterns_show_the_digits_that_they_ask_for) {
-  struct Row {
-    double value;
-    const char* pattern;
-    const char* text;
-  };
-  for (const Row& row : {
-           Row{2.675, "0.00", "2.68"},
-           {-0.001, "0.00", "0.00"},
-           {999.999, "0.00", "1000.00"},
-           {0.005, "0.00", "0.01"},
-           {0.25, "00.0000%", "25.0000%"},
-           {1, "00.00%", "100.00%"},
-           {0.00012, "0E+0", "1E-4"},
-           {9.96, "0.0E+0", "1.0E+1"},
-           {1234567.8, "#,##0", "1,234,568"},
-           {3, "0.##", "3"},
-           {0.5, "#.#", ".5"},
-           {1e20, "0", "100000000000000000000"},
-           {1e-300, "0.0", "0.0"},
-           {std::nan(""), "0.0", "NaN"},
-       })
-    EXPECT_EQ(format_number(row.value, row.pattern), row.text)
-        << row.value << " by " << row.pattern;
+  using Row = std::tuple<double, const char*, const char*>;
+  const Row rows[] = {{2.675, "0.00", "2.68"},
+                      {-0.001, "0.00", "0.00"},
+                      {999.999, "0.00", "1000.00"},
+                      {0.005, "0.00", "0.01"},
+                      {0.25, "00.0000%", "25.0000%"},
+                      {1, "00.00%", "100.00%"},
+                      {0.00012, "0E+0", "1E-4"},
+                      {9.96, "0.0E+0", "1.0E+1"},
+                      {1234567.8, "#,##0", "1,234,568"},
+                      {3, "0.##", "3"},
+                      {0.5, "#.#", ".5"},
+                      {1e20, "0", "100000000000000000000"},
+                      {1e-300, "0.0", "0.0"},
+                      {std::nan(""), "0.0", "NaN"}};
+  for (const auto& [value, pattern, text] : rows)
+    EXPECT_EQ(format_number(value, pattern), text) << value << " by " << pattern;
 }
 
 TEST(NumberTextTest, only_whole_finite_numbers_are_parsed) {
