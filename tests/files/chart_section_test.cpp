@@ -94,11 +94,7 @@ TEST(ChartSection, MutatedFilesKeepTheLaw) {
 }
 
 TEST(ChartSection, HostileCountsAreRefusedBeforeAnythingGrows) {
-  struct Case {
-    std::size_t line;
-    const char* by;
-    int error;
-  };
+  using Case = std::tuple<std::size_t, const char*, int>;
   const Case cases[] = {{3, "#TRUE#,#TRUE#,0,32767,0,0,9,20,0", 9},
                         {3, "#TRUE#,#TRUE#,0,-1,0,0,9,20,0", 9},
                         {3, "#TRUE#,#TRUE#,0,1,4097,0,9,20,0", 9},
@@ -112,14 +108,14 @@ TEST(ChartSection, HostileCountsAreRefusedBeforeAnythingGrows) {
                         {13, "1,0,100,-1", 9},
                         {15, "nan,0", 13},
                         {16, "2147483647", 62}};
-  for (const Case& row : cases) {
+  for (const auto& [line, by, error] : cases) {
     TestWorld world;
     Chart chart = fuStandard_Chart();
-    world.prompts.expect_box("Error: " + std::to_string(row.error), "Chart Read Write Error: ");
-    const std::string bytes = with_line(row.line, row.by);
+    world.prompts.expect_box("Error: " + std::to_string(error), "Chart Read Write Error: ");
+    const std::string bytes = with_line(line, by);
     ProjectReader file(bytes);
-    EXPECT_FALSE(RW_Chart(world.session.errors, file, chart)) << row.by;
-    EXPECT_EQ(chart, fuStandard_Chart()) << row.by;
+    EXPECT_FALSE(RW_Chart(world.session.errors, file, chart)) << by;
+    EXPECT_EQ(chart, fuStandard_Chart()) << by;
     world.prompts.verify();
   }
 }

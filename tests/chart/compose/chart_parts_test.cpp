@@ -11,10 +11,7 @@ TEST(ChartParts, EachPlaceBelongsToWhatIsSeenThere) {
   test::ChartWorld here;
   here.show_published();
   const DrawingRecord drawing = here.draw();
-  struct Case {
-    drawing::Place place;
-    ChartPart part;
-  };
+  using Case = std::pair<drawing::Place, ChartPart>;
   for (const auto& [place, part] : {Case{{5000, 300}, ChartPart::titles},
                                     {{5000, 5250}, ChartPart::x_axis},
                                     {{5000, 5700}, ChartPart::titles},

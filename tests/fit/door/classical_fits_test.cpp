@@ -84,22 +84,18 @@ TEST(ClassicalFits, LikelihoodInClosedForm) {
 }
 
 TEST(ClassicalFits, SlopesOfTheModels) {
-  struct Case {
-    std::int16_t asked;
-    double slope;
-    std::int16_t answered;
-    double used;
-  };
+  using Case = std::tuple<std::int16_t, double, std::int16_t, double>;
   const Rows one = {{100, 1}, {150, 0, 3}};  // one failure is enough for a given slope
-  for (const Case& c : {Case{model_code::exponential, 7, model_code::exponential, 1},
-                        Case{model_code::rayleigh, 7, model_code::rayleigh, 2},
-                        Case{model_code::weibayes, 1, model_code::exponential, 1},
-                        Case{model_code::weibayes, 2, model_code::rayleigh, 2},
-                        Case{model_code::weibayes, 0.0234567, model_code::weibayes, 0.0234567}})
+  for (const auto& [asked, slope, answered, used] :
+       {Case{model_code::exponential, 7, model_code::exponential, 1},
+        {model_code::rayleigh, 7, model_code::rayleigh, 2},
+        {model_code::weibayes, 1, model_code::exponential, 1},
+        {model_code::weibayes, 2, model_code::rayleigh, 2},
+        {model_code::weibayes, 0.0234567, model_code::weibayes, 0.0234567}})
     for (const std::int16_t method : test::all_methods) {
-      const Fit fit = test::fit_of(fit_rows(one, {c.asked, method, c.slope}));
-      EXPECT_EQ(fit.life.model, c.answered);
-      EXPECT_EQ(fit.life.rows.at(0).Shape, c.used);
+      const Fit fit = test::fit_of(fit_rows(one, {asked, method, slope}));
+      EXPECT_EQ(fit.life.model, answered);
+      EXPECT_EQ(fit.life.rows.at(0).Shape, used);
       EXPECT_TRUE(method == method_code::mle || fit.quality == 1);
     }
 }

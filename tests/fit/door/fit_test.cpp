@@ -170,11 +170,7 @@ TEST(Fit, EveryRefusalHasItsReason) {
   const Rows spike = {{1, 50}, {1000, 1}, {2000, 0, 950}};
   const auto rr = method_code::x_on_y, mle = method_code::mle, rrs = method_code::y_on_x;
   using enum RefusalCode;
-  struct Case {
-    Rows rows;
-    Asked asked;
-    Refusal refusal;
-  };
+  using Case = std::tuple<Rows, Asked, Refusal>;
   const Case cases[] = {
       {tied, {model_code::weibull2, rr}, {no_spread, {}}},
       {tied, {model_code::weibull2, mle}, {slope_without_limit, {}}},
@@ -205,13 +201,13 @@ TEST(Fit, EveryRefusalHasItsReason) {
       {zero, {model_code::weibull4, rrs}, {too_few_failures, {3, 4}}},
       {tied, {model_code::weibull2, 3}, {no_such_fit, {}}},
   };
-  for (const Case& c : cases) {
-    const FitAnswer answer = fit_rows(c.rows, c.asked);
-    ASSERT_TRUE(answer.refusal()) << c.asked.model;
-    EXPECT_EQ(answer.refusal()->code, c.refusal.code) << c.asked.model << " " << c.asked.method;
-    ASSERT_EQ(answer.refusal()->values.size(), c.refusal.values.size()) << c.asked.model;
-    for (std::size_t i = 0; i < c.refusal.values.size(); ++i)
-      EXPECT_NEAR(answer.refusal()->values[i], c.refusal.values[i], 1e-7);
+  for (const auto& [rows, asked, refusal] : cases) {
+    const FitAnswer answer = fit_rows(rows, asked);
+    ASSERT_TRUE(answer.refusal()) << asked.model;
+    EXPECT_EQ(answer.refusal()->code, refusal.code) << asked.model << " " << asked.method;
+    ASSERT_EQ(answer.refusal()->values.size(), refusal.values.size()) << asked.model;
+    for (std::size_t i = 0; i < refusal.values.size(); ++i)
+      EXPECT_NEAR(answer.refusal()->values[i], refusal.values[i], 1e-7);
   }
 }
 

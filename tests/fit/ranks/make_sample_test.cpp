@@ -48,11 +48,7 @@ TEST(MakeSample, KnownPositions) {
                                         (11 / 3.0 - 0.3) / 4.4};
   const Rows five = test::failures_at({4, 2, 5, 1, 3});
   const Rows suspended = {{1, 1}, {1.5, 0, 1}, {2, 1}, {3, 1}};
-  struct Case {
-    Rows rows;
-    RankKind kind;
-    std::vector<double> positions;
-  };
+  using Case = std::tuple<Rows, RankKind, std::vector<double>>;
   const std::vector<Case> cases = {
       {five, RankKind::benard, {0.1296, 0.3148, 0.5, 0.6852, 0.8704}},
       {five, RankKind::exact, {0.1294, 0.3138, 0.5, 0.6862, 0.8706}},
@@ -69,8 +65,8 @@ TEST(MakeSample, KnownPositions) {
       {{{1, 1e15}, {2, 0, 1e15}, {3, 1e15}}, RankKind::benard, {1 / 3.0, 0, 1}},
       {{{1, 1e15}, {3, 3e15}}, RankKind::exact, {0.25, 1}},
   };
-  for (const Case& c : cases)
-    expect_near(positions(make_sample(c.rows, c.kind)), c.positions, 5e-5);
+  for (const auto& [rows, kind, expected] : cases)
+    expect_near(positions(make_sample(rows, kind)), expected, 5e-5);
 }
 
 // Of the set and within modes. Every rank must have an ordinate: a whole failure comes first.

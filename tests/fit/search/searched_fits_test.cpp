@@ -127,17 +127,12 @@ TEST(SearchedFits, EveryAnswerIsAProvenOptimumAndNoneIsBelowAContainedModel) {
 // third population of a few per mille shows on all rows, and hardly on a choice of them.
 TEST(SearchedFits, ALargeSampleIsFittedSomewhatBetterThanItsTruth) {
   test::RandomNumbers third(27966039108ULL), few(28);
-  struct Case {
-    Life truth;
-    int n;
-    test::RandomNumbers random;
-  };
-  std::vector<Case> cases = {
+  std::vector<std::tuple<Life, int, test::RandomNumbers>> cases = {
       {test::weibull7(4, 1000, 1, 3000, 2, 50, 0.15), 2500, test::RandomNumbers(21)},
       {test::random_life(third, model_code::weibull7), 100000, third},
       {test::random_life(few, model_code::weibull7), 1000, few}};
   for (const double beta : {1.2, 1.6, 2.2, 3.0})
-    cases.push_back({test::weibull(beta, 1000, 500), 5000, test::RandomNumbers(31)});
+    cases.emplace_back(test::weibull(beta, 1000, 500), 5000, 31);
   for (auto& [truth, n, random] : cases) {
     const Asked asked = by_likelihood(truth.model);
     const Sample sample = make_sample(test::draws(random, truth, n), RankKind::benard);
@@ -258,23 +253,18 @@ TEST(SearchedFits, AShareAloneThatGainsNothingIsToldSo) {
 // The best that a search of its own with thousands of starts found, by rr, mle, rrs and mle
 // with suspensions: bench/convergence --table --samples 2 --most 120 --seed 1.
 TEST(SearchedFits, ReachesTheBestKnownAnswer) {
-  struct Case {
-    std::int16_t model;
-    std::uint64_t seed;
-    double best[4];
-  };
-  static constexpr Case cases[] = {
+  const std::tuple<std::int16_t, std::uint64_t, std::array<double, 4>> cases[] = {
       {290, 100003, {0.990843424, -419.195025, 0.988222426, -419.195025}},
       {290, 100004, {0.916248747, -112.082836, 0.916248747, -113.628183}},
       {354, 100003, {0.991300678, -271.024122, 0.986784627, -271.024122}},
       {354, 100004, {0.989230272, -183.992698, 0.985655699, -183.992698}},
       {482, 100003, {0.996640645, -177.135333, 0.991625536, -177.135333}},
       {482, 100004, {0.992490884, -811.479853, 0.996765687, -819.482083}}};
-  for (const Case& one : cases) {
-    const Rows rows = test::mixture_sample(one.seed, one.model, 120).rows;
-    const double* best = one.best;
-    for (const Asked& asked : ways_of(one.model)) {
-      SCOPED_TRACE(asked.name() + " seed " + std::to_string(one.seed));
+  for (const auto& [model, seed, known] : cases) {
+    const Rows rows = test::mixture_sample(seed, model, 120).rows;
+    auto best = known.begin();
+    for (const Asked& asked : ways_of(model)) {
+      SCOPED_TRACE(asked.name() + " seed " + std::to_string(seed));
       const double grain = asked.by_likelihood() ? 0.05 : 1e-4;
       EXPECT_GE(fit_of(fit_rows(rows, asked)).quality, *best++ - grain);
     }
