@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <random>
 
@@ -45,15 +46,9 @@ TEST(NumberTextTest, patterns_show_the_digits_that_they_ask_for) {
 }
 
 TEST(NumberTextTest, only_whole_finite_numbers_are_parsed) {
-  for (const auto& [text, value] : {std::pair{"1.5", 1.5},
-                                    {"+5", 5.0},
-                                    {"-.5", -0.5},
-                                    {"5.", 5.0},
-                                    {"1e3", 1000.0},
-                                    {"1E-999", 0.0},
-                                    {"-1e-400", 0.0},
-                                    {"0e99999999999999999999", 0.0}})
-    EXPECT_EQ(parse_number(text), value) << text;
+  for (const char* text :
+       {"1.5", "+5", "-.5", "5.", "1e3", "1E-999", "-1e-400", "0e99999999999999999999"})
+    EXPECT_EQ(parse_number(text), std::strtod(text, nullptr)) << text;
   for (const char* text :
        {"",      " 1",  "1 ",  "1\n", "inf", "-inf", "nan", "NaN(1)", "0x1F", "1e999", "-1e999",
         "1.2.3", "1,5", "--1", "+-1", "-+1", "+",    "-",   ".",      "e5",   "1e",    "1e+"})

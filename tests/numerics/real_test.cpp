@@ -17,13 +17,9 @@ TEST(RealTest, each_failure_has_its_number_and_leaves_its_target) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double infinity = std::numeric_limits<double>::infinity();
   Real target = 7;
-  struct Row {
-    const char* statement;
-    std::function<void()> run;
-    int number;
-  };
+  using Row = std::tuple<const char*, std::function<void()>, int>;
   const Real big = 1e308;
-  for (const Row& row : {
+  for (const auto& [statement, run, number] : {
            Row{"big + big", [&] { target = big + big; }, 6},
            Row{"big * 10", [&] { target = big * 10; }, 6},
            Row{"1 / 0", [&] { target = 1 / Real(0); }, 11},
@@ -38,8 +34,8 @@ TEST(RealTest, each_failure_has_its_number_and_leaves_its_target) {
            Row{"10 ^ 309", [&] { target = pow(Real(10), 309); }, 6},
        }) {
     target = 7;
-    EXPECT_EQ(error_of(row.run), row.number) << row.statement;
-    EXPECT_EQ(target, 7) << row.statement;
+    EXPECT_EQ(error_of(run), number) << statement;
+    EXPECT_EQ(target, 7) << statement;
   }
 }
 
@@ -49,13 +45,9 @@ TEST(RealTest, underflow_is_silent) {
 }
 
 TEST(RoundingTest, ties_go_to_the_even_number_and_the_range_is_checked) {
-  for (const auto& [value, whole] : {std::pair{2.5, 2},
-                                     {3.5, 4},
-                                     {-2.5, -2},
-                                     {-0.5, 0},
-                                     {0.49999999999999994, 0},
-                                     {32767.4, 32767}})
-    EXPECT_EQ(ToInt16(value), whole) << value;
+  const std::pair<double, int> ties[] = {
+      {2.5, 2}, {3.5, 4}, {-2.5, -2}, {-0.5, 0}, {0.49999999999999994, 0}, {32767.4, 32767}};
+  for (const auto& [value, whole] : ties) EXPECT_EQ(ToInt16(value), whole) << value;
   EXPECT_EQ(IntFloor(-2.1), -3);
   EXPECT_EQ(ToInt32(-2147483648.5), std::numeric_limits<std::int32_t>::min());
   for (const double value : {32767.5, -32769.0, 1e300, std::nan("")})

@@ -228,14 +228,9 @@ TEST(Painter, TheModuleWritesEachFormatAndSaysWhatItCannot) {
   }
   EXPECT_FALSE(write(drawing, "gif", {640, 400}, bytes, error));
   EXPECT_FALSE(write({}, "png", {640, 400}, bytes, error));
-  for (const auto& [width, dots] : {std::pair{-1, 96},
-                                    {0, 96},
-                                    {15, 96},
-                                    {16385, 96},
-                                    {2147483647, 96},
-                                    {640, -1},
-                                    {640, 35},
-                                    {640, 2401}}) {
+  const std::pair<int, int> refused[] = {{-1, 96},         {0, 96},   {15, 96},  {16385, 96},
+                                         {2147483647, 96}, {640, -1}, {640, 35}, {640, 2401}};
+  for (const auto& [width, dots] : refused) {
     error.clear();
     EXPECT_FALSE(write(drawing, "png", {width, 400, dots}, bytes, error)) << width << " " << dots;
     EXPECT_FALSE(error.empty());

@@ -20,10 +20,7 @@ Rows counted(const Rows& rows) {
   for (const SampleRow& row : rows) {
     const bool same = !made.empty() && made.back().time == row.time &&
                       (made.back().failures > 0) == (row.failures > 0);
-    if (!same) {
-      made.push_back(row);
-      continue;
-    }
+    if (!same) made.push_back({row.time, 0, 0, 0});
     made.back().failures += row.failures;
     made.back().suspensions += row.suspensions;
   }
