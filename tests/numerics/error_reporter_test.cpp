@@ -16,7 +16,6 @@ struct Reported : test::ReporterTest {
     const RunTimeError error(number);
     reporter.Error_Chk_Show(number == 0 ? nullptr : &error);
   }
-  std::size_t boxes() const { return prompts.shown().size(); }
 };
 
 TEST_F(Reported, every_code_has_its_detail_and_title) {
@@ -40,17 +39,13 @@ TEST_F(Reported, every_code_has_its_detail_and_title) {
 TEST_F(Reported, repeats_are_left_out_for_25_seconds) {
   prompts.accept_all();
   reporter.gErrMode = 8;
-  report(1001);
-  report(1001);
-  EXPECT_EQ(boxes(), 1u);
-  report(1002);  // another error
-  EXPECT_EQ(boxes(), 2u);
-  clock.advance(25);
-  report(1002);
-  EXPECT_EQ(boxes(), 2u);
-  clock.advance(25.5);
-  report(1002);
-  EXPECT_EQ(boxes(), 3u);
+  using Row = std::tuple<double, int, std::size_t>;
+  const Row rows[] = {{0, 1001, 1}, {0, 1001, 1}, {0, 1002, 2}, {25, 1002, 2}, {25.5, 1002, 3}};
+  for (const auto& [seconds, code, boxes] : rows) {
+    clock.advance(seconds);
+    report(code);
+    EXPECT_EQ(prompts.shown().size(), boxes) << code << " after " << seconds;
+  }
 }
 
 TEST_F(Reported, guarded_reports_and_gives_the_fallback) {

@@ -38,23 +38,20 @@ TEST_F(NormalTest, cumulative_probability_agrees_with_the_reference) {
 }
 
 TEST_F(NormalTest, quantile_agrees_with_the_reference_in_all_regions) {
-  struct Region {
-    double from, to;  // of ln p below the middle, of ln(1 - p) above it
-    bool above;
-  };
+  using Region = std::tuple<double, double, bool>;  // of ln p, above the middle of ln(1 - p)
   std::mt19937_64 random(2);
-  for (const Region& region :
+  for (const auto& [from, to, above] :
        {Region{-455.9, std::log(1e-11), false}, Region{std::log(1e-11), std::log(0.075), false},
         Region{std::log(0.075), std::log(0.925), false},
         Region{std::log(1e-11), std::log(0.075), true},
         Region{std::log(2e-16), std::log(1e-11), true}}) {
-    std::uniform_real_distribution<double> logarithm(region.from, region.to);
+    std::uniform_real_distribution<double> logarithm(from, to);
     double worst = 0;
     for (int i = 0; i < 5000; ++i) {
       const double tail = std::exp(logarithm(random));
-      worst = std::max(worst, quantile_error(region.above ? 1 - tail : tail));
+      worst = std::max(worst, quantile_error(above ? 1 - tail : tail));
     }
-    EXPECT_LE(worst, 2e-15) << "region from " << region.from;
+    EXPECT_LE(worst, 2e-15) << "region from " << from;
   }
 }
 

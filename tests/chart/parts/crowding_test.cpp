@@ -9,20 +9,6 @@ namespace {
 
 using namespace drawing;
 
-/// The chart's parts in the order of drawing, up to its parameter box and from there.
-std::pair<DrawingRecord, DrawingRecord> before_and_after(const DrawingRecord& drawing,
-                                                         const Rectangle& box) {
-  const auto is_box = [&](const Record& record) {
-    const auto* found = std::get_if<Rectangle>(&record);
-    return found && *found == box;
-  };
-  const auto at = std::find_if(drawing.records.begin(), drawing.records.end(), is_box);
-  std::pair<DrawingRecord, DrawingRecord> parts;
-  parts.first.records.assign(drawing.records.begin(), at);
-  parts.second.records.assign(at, drawing.records.end());
-  return parts;
-}
-
 // Few points and many, three populations, each with a line of its own, at many places: the
 // box is drawn above them all, and hides no point where the plot has room for it.
 TEST(Crowding, NoLineRunsThroughTheParameters) {
@@ -42,13 +28,20 @@ TEST(Crowding, NoLineRunsThroughTheParameters) {
     const DrawingRecord drawing = here.draw();
     ASSERT_EQ(drawing.areas.size(), 1u);
     const Rectangle box = drawing.areas[0].area;
-    const auto [before, after] = before_and_after(drawing, box);
-    EXPECT_EQ(test::all<Ellipse>(after).size(), 0u);
-    for (const Polyline& line : test::all<Polyline>(after))
-      EXPECT_EQ(line.places.front().y, line.places.back().y) << "a rule of the table";
-    DrawingRecord content;
-    for (const Ellipse& point : test::all<Ellipse>(before)) content.records.push_back(point);
-    free += Obstacles({&content}).hidden_by(box) == 0;
+    const Rectangle frame = test::all<Rectangle>(drawing).back();  // drawn inside its pen
+    ASSERT_TRUE(std::abs(frame.left - box.left) < 50 && std::abs(frame.bottom - box.bottom) < 50);
+    DrawingRecord points_seen;
+    bool is_above = false;
+    for (const Record& record : drawing.records) {
+      const auto* line = std::get_if<Polyline>(&record);
+      const bool is_point = std::holds_alternative<Ellipse>(record);
+      is_above = is_above || record == Record(frame);
+      EXPECT_FALSE(is_above && is_point);
+      EXPECT_TRUE(!is_above || !line || line->places.front().y == line->places.back().y)
+          << "no rule of the table";
+      if (is_point) points_seen.records.push_back(record);
+    }
+    free += Obstacles({&points_seen}).hidden_by(box) == 0;
   }
   EXPECT_EQ(free, charts);
 }
