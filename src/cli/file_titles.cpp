@@ -1,0 +1,86 @@
+#include "cli/file_titles.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "cli/shown_text.h"
+
+namespace tavlo::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* standard_input = "standard input";
+
+std::string short_title(const std::string& file) {
+  if (file == "-") return standard_input;
+  const std::string name = file.substr(file.rfind('/') + 1);
+  const std::size_t dot = name.rfind('.');
+  return shown_text(dot == 0 ? name : name.substr(0, dot));
+}
+
+fs::path whole_path(const std::string& file) {
+  std::error_code no_current_folder;
+  const fs::path path = fs::absolute(file, no_current_folder);
+  return (no_current_folder ? fs::path(file) : path).lexically_normal();
+}
+
+fs::path common_folder(const fs::path& a, const fs::path& b) {
+  fs::path common;
+  const auto ends = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+  for (auto part = a.begin(); part != ends.first; ++part) common /= *part;
+  return common;
+}
+
+/// Of the files that have a path.
+fs::path folder_of(const std::vector<std::string>& files) {
+  fs::path folder;
+  bool is_first = true;
+  for (const std::string& file : files) {
+    if (file == "-") continue;
+    const fs::path own = whole_path(file).parent_path();
+    folder = is_first ? own : common_folder(folder, own);
+    is_first = false;
+  }
+  return folder;
+}
+
+}  // namespace
+
+std::vector<std::string> file_titles(const std::vector<std::string>& files) {
+  std::vector<std::string> titles;
+  for (const std::string& file : files) titles.push_back(short_title(file));
+  std::vector<std::string> sorted = titles;
+  std::sort(sorted.begin(), sorted.end());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const auto alike = std::equal_range(sorted.begin(), sorted.end(), titles[i]);
+    if (alike.second - alike.first > 1) titles[i] = shown_text(files[i]);
+  }
+  return titles;
+}
+
+std::string joined_titles(const std::vector<std::string>& titles) {
+  constexpr std::size_t most = 60;  // bytes that a title has room for in its own letters
+  std::string joined;
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    if (i > 0 && joined.size() + titles[i].size() > most)
+      return joined + " and " + std::to_string(titles.size() - i) + " more";
+    joined += (i > 0 ? ", " : "") + titles[i];
+  }
+  return joined;
+}
+
+FileSource source_of(const std::vector<std::string>& files) {
+  const fs::path folder = folder_of(files);
+  FileSource source{shown_text(folder.string()), ""};
+  for (const std::string& file : files) {
+    const std::string name =
+        file == "-" ? standard_input : whole_path(file).lexically_relative(folder).string();
+    source.names += (source.names.empty() ? "" : ", ") + shown_text(name);
+  }
+  return source;
+}
+
+}  // namespace tavlo::cli
