@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 #include "cli/shown_text.h"
@@ -47,6 +48,21 @@ fs::path folder_of(const std::vector<std::string>& files) {
   return folder;
 }
 
+/// Length of the whole words, with what parts them, that all titles begin with; each keeps a
+/// word of its own.
+std::size_t common_words(const std::vector<std::string>& titles) {
+  const std::string& first = titles.front();
+  std::size_t length = first.size();
+  for (const std::string& title : titles) {
+    const auto ends = std::mismatch(first.begin(), first.end(), title.begin(), title.end());
+    length = std::min(length, static_cast<std::size_t>(ends.first - first.begin()));
+    if (length == title.size() && length > 0) --length;
+  }
+  while (length > 0 && std::string_view(" _-,./").find(first[length - 1]) == std::string::npos)
+    --length;
+  return length;
+}
+
 }  // namespace
 
 std::vector<std::string> file_titles(const std::vector<std::string>& files) {
@@ -58,6 +74,27 @@ std::vector<std::string> file_titles(const std::vector<std::string>& files) {
     const auto alike = std::equal_range(sorted.begin(), sorted.end(), titles[i]);
     if (alike.second - alike.first > 1) titles[i] = shown_text(files[i]);
   }
+  return titles;
+}
+
+std::vector<std::string> short_titles(std::vector<std::string> titles) {
+  constexpr std::size_t long_title = 32;
+  constexpr std::size_t worth_dropping = 8;
+  const auto is_long = [](const std::string& title) { return title.size() > long_title; };
+  if (titles.size() < 2 || std::none_of(titles.begin(), titles.end(), is_long)) return titles;
+  const auto drop_beginning = [&titles](std::string_view mark) {
+    const std::size_t length = common_words(titles);
+    if (length >= worth_dropping)
+      for (std::string& title : titles) title.replace(0, length, mark);
+  };
+  const auto reverse_all = [&titles] {
+    for (std::string& title : titles) std::reverse(title.begin(), title.end());
+  };
+  drop_beginning("\u2026");
+  reverse_all();
+  const std::string mark = "\u2026";
+  drop_beginning(std::string(mark.rbegin(), mark.rend()));
+  reverse_all();
   return titles;
 }
 

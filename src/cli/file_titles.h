@@ -11,6 +11,10 @@ namespace tavlo::cli {
 /// two would be called alike. Fit to be shown.
 std::vector<std::string> file_titles(const std::vector<std::string>& files);
 
+/// The same for small room: where titles are long, what all of them begin or end with
+/// is an ellipsis, as in "\u2026north\u2026" and "\u2026south\u2026".
+std::vector<std::string> short_titles(std::vector<std::string> titles);
+
 /// "pumps, motors", or "pumps, motors, seals and 9 more" where that is too long for a title.
 std::string joined_titles(const std::vector<std::string>& titles);
 

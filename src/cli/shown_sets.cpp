@@ -5,6 +5,7 @@
 
 #include "chart/scales/chart_view.h"
 #include "cli/file_titles.h"
+#include "project/chart_types.h"
 #include "project/plot_rows.h"
 
 namespace tavlo::cli {
@@ -40,12 +41,14 @@ class RowLooks {
  public:
   RowLooks(const Chart& chart, const std::vector<Row>& rows)
       : looks_(chart.Markers),
+        is_report_(chart.Profile == report_chart_type),
         is_one_set_(rows.back().set == 1),
         has_several_fits_(static_cast<int>(rows.size()) > rows.back().set) {}
 
   ChartMarker of(const Row& row) const {
     const int look = is_one_set_ ? row.slot : row.set;
     ChartMarker marker = looks_(look);
+    if (!is_one_set_ && is_report_) marker.SymbolColor = marker.LineColor;
     const int turn = (look - 1) / colours;
     if (!is_one_set_ && has_several_fits_)
       marker.LineStyle = line_style(turn + row.slot - 1);
@@ -60,6 +63,7 @@ class RowLooks {
 
  private:
   Slots<ChartMarker> looks_;
+  bool is_report_;  ///< a look whose first row, made for one set, has black symbols
   bool is_one_set_;
   bool has_several_fits_;
 };
@@ -104,7 +108,7 @@ void show_on_chart(Session& session, const std::vector<std::string>& files,
   if (titles.size() == 1) titles.front() = main_title;
   chart.Boxes(chart_item::main_title).Text2 = main_title;
   name_source(chart, files);
-  tie_rows(chart, session.project, titles);
+  tie_rows(chart, session.project, short_titles(titles));
   if (paper == Paper::of_first_fit) take_paper_of_first_fit(chart, session.project);
 }
 

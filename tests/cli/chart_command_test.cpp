@@ -86,6 +86,20 @@ TEST_F(SeveralFiles, OfOneNameAreCalledByTheirPaths) {
     EXPECT_NE(chart.find(name), std::string::npos) << name;
 }
 
+TEST_F(SeveralFiles, WithLongNamesAreKnownByWhatDiffers) {
+  std::string files;
+  for (const std::string place : {"north", "south", "far north"}) {
+    const std::string name = "Feed pumps of the " + place + " plant, second overhaul.txt";
+    folder.write(name, "100\n200\n");
+    files += "'" + name + "' ";
+  }
+  const std::string chart = picture_of(folder, files + "c.wmf --fit W2P/rr");
+  for (const char* name : {":\x85north\x85 N2", ":\x85south\x85 N2",
+                           ":\x85"
+                           "far north\x85 N2"})
+    EXPECT_NE(chart.find(name), std::string::npos) << name;
+}
+
 // One chart of any number, beyond the rows that the factory has looks for.
 TEST_F(SeveralFiles, AsManyAsNamed) {
   std::string files;
