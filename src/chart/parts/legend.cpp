@@ -30,10 +30,11 @@ constexpr double just_under = 0.995;  // so that rounding takes no line away
 constexpr std::size_t fewest_lines = 2;
 constexpr double highest = 0.92;  // of the plot box
 
-bool shares_its_data(const std::vector<PlotSet>& sets, const PlotSet& set) {
-  return std::count_if(sets.begin(), sets.end(), [&](const PlotSet& other) {
-           return other.data_index == set.data_index;
-         }) > 1;
+bool has_several_fits(const std::vector<PlotSet>& sets) {
+  std::vector<int> seen;
+  for (const PlotSet& set : sets) seen.push_back(set.data_index);
+  std::sort(seen.begin(), seen.end());
+  return std::adjacent_find(seen.begin(), seen.end()) != seen.end();
 }
 
 /// "W2P/mle", as the fits are called on the command line.
@@ -59,7 +60,7 @@ std::string plain_name_among(const std::vector<PlotSet>& sets, const PlotSet& se
 }
 
 std::string fit_words(const Chart& chart, const std::vector<PlotSet>& sets, const PlotSet& set) {
-  if (!set.fit || !shares_its_data(sets, set)) return {};
+  if (!set.fit || !has_several_fits(sets)) return {};
   return chart_style(chart).wording == Wording::plain ? plain_name_among(sets, set)
                                                       : fit_name(*set.fit);
 }
@@ -83,6 +84,8 @@ LegendEntry titled_entry(const Session& session, const Chart& chart,
                          const std::vector<PlotSet>& sets, const PlotSet& set) {
   LegendEntry entry{look_of(session, chart, set), set_title(session, set),
                     fit_words(chart, sets, set), shows_line(set), shows_points(session, set)};
+  const Sample& sample = session.project.data(set.data_index).sample();
+  if (!set.fit && !(sample.total_failures > 0)) entry.fit = "no failures";
   if (entry.fit.empty()) return entry;
   if (show_one_data_set(sets) && !has_symbols(*set.marker))
     entry.title.clear();
@@ -166,10 +169,9 @@ std::string cut_entry(Canvas& canvas, const LegendEntry& entry, const ChartItem&
   return cut_to_width(canvas.text_measure, title + entry.fit, item, room);
 }
 
-Layout layout_of(Canvas& canvas, const std::vector<LegendEntry>& entries) {
+Layout layout_of(Canvas& canvas, const std::vector<LegendEntry>& entries, const ChartItem& item) {
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
-  Layout layout{
-      with_readable_colours(canvas.chart.Boxes(chart_item::legend)), {}, entries.size(), 0};
+  Layout layout{item, {}, entries.size(), 0};
   for (const LegendEntry& entry : entries) layout.titles.push_back(entry.title + entry.fit);
   const double beside = 2 * padding + sample_width + sample_gap;
   const double room = chart_style(canvas.chart).widest_legend * plot.Width - beside;
@@ -193,15 +195,39 @@ std::vector<Rectangle> taken_areas(const Recorder& recorder) {
   return taken;
 }
 
-void place(Canvas& canvas, ChartItem& box, const Obstacles& content) {
-  if (has_own_place(canvas.chart, chart_item::legend)) return keep_on_chart(box, canvas.chart);
+/// What the box hides at its place.
+double place(Canvas& canvas, ChartItem& box, const Obstacles& content) {
+  if (has_own_place(canvas.chart, chart_item::legend)) {
+    keep_on_chart(box, canvas.chart);
+    return 0;
+  }
   const TextSize size{static_cast<double>(box.Width), static_cast<double>(box.Height)};
-  const Place at =
+  const FreePlace at =
       freest_place(canvas.chart.Boxes(chart_item::plot_box), size, chart_style(canvas.chart).legend,
-                   content, taken_areas(canvas.recorder))
-          .place;
-  box.Left = at.x;
-  box.Top = at.y;
+                   content, taken_areas(canvas.recorder));
+  box.Left = at.place.x;
+  box.Top = at.place.y;
+  return at.hidden;
+}
+
+/// Letters shrink to an easily read size where the box would hide less for it.
+Layout placed_layout(Canvas& canvas, const std::vector<LegendEntry>& entries,
+                     const Obstacles& content) {
+  constexpr float step = 0.9F;
+  constexpr float easily_read = 9;
+  ChartItem item = with_readable_colours(canvas.chart.Boxes(chart_item::legend));
+  Layout best = layout_of(canvas, entries, item);
+  double hidden = place(canvas, best.item, content);
+  auto font = static_cast<float>(drawn_font_size(item.FontSize));
+  while (hidden > 0 && (font *= step) >= easily_read) {
+    item.FontSize = font;
+    Layout smaller = layout_of(canvas, entries, item);
+    const double less = place(canvas, smaller.item, content);
+    if (less >= hidden) continue;
+    hidden = less;
+    best = std::move(smaller);
+  }
+  return best;
 }
 
 void draw_sample(Canvas& canvas, const LegendEntry& entry, double left, double middle,
@@ -259,8 +285,7 @@ void draw_legend(Canvas& canvas, const Session& session, const std::vector<PlotS
                  const Obstacles& content) {
   const auto entries = legend_entries(session, canvas.chart, sets);
   if (entries.empty()) return;
-  Layout layout = layout_of(canvas, entries);
-  place(canvas, layout.item, content);
+  const Layout layout = placed_layout(canvas, entries, content);
   canvas.recorder.note_area(chart_item::legend, area_of(layout.item));
   draw_box(canvas.recorder, layout.item);
   draw_lines(canvas, layout, entries);
