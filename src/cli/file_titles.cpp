@@ -22,6 +22,18 @@ std::string short_title(const std::string& file) {
   return shown_text(dot == 0 ? name : name.substr(0, dot));
 }
 
+/// Which of the texts occur several times.
+std::vector<bool> repeated(const std::vector<std::string>& texts) {
+  std::vector<std::string> sorted = texts;
+  std::sort(sorted.begin(), sorted.end());
+  std::vector<bool> found;
+  for (const std::string& text : texts) {
+    const auto alike = std::equal_range(sorted.begin(), sorted.end(), text);
+    found.push_back(alike.second - alike.first > 1);
+  }
+  return found;
+}
+
 fs::path whole_path(const std::string& file) {
   std::error_code no_current_folder;
   const fs::path path = fs::absolute(file, no_current_folder);
@@ -68,11 +80,11 @@ std::size_t common_words(const std::vector<std::string>& titles) {
 std::vector<std::string> file_titles(const std::vector<std::string>& files) {
   std::vector<std::string> titles;
   for (const std::string& file : files) titles.push_back(short_title(file));
-  std::vector<std::string> sorted = titles;
-  std::sort(sorted.begin(), sorted.end());
+  const std::vector<bool> share_name = repeated(titles);
+  const std::vector<bool> share_path = repeated(files);
   for (std::size_t i = 0; i < files.size(); ++i) {
-    const auto alike = std::equal_range(sorted.begin(), sorted.end(), titles[i]);
-    if (alike.second - alike.first > 1) titles[i] = shown_text(files[i]);
+    if (share_name[i]) titles[i] = shown_text(files[i]);
+    if (share_path[i]) titles[i] += " (" + std::to_string(i + 1) + ")";
   }
   return titles;
 }

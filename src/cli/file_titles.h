@@ -8,7 +8,7 @@
 namespace tavlo::cli {
 
 /// One for each file, in order: its name without folder and ending, or its whole path where
-/// two would be called alike. Fit to be shown.
+/// two would be called alike; with its number where one is given twice. Fit to be shown.
 std::vector<std::string> file_titles(const std::vector<std::string>& files);
 
 /// The same for small room: where titles are long, what all of them begin or end with

@@ -16,14 +16,27 @@ namespace {
 struct Row {
   int set = 1;   ///< of data and of fits
   int slot = 1;  ///< of the fit
+  int kind = 0;  ///< number of its model and method among those on the chart, from 0
 };
+
+/// The place of the request among the kinds, which it joins.
+int kind_of(const FitRequest& request, std::vector<FitRequest>& kinds) {
+  const auto found = std::find(kinds.begin(), kinds.end(), request);
+  const auto place = static_cast<int>(found - kinds.begin());
+  if (found == kinds.end()) kinds.push_back(request);
+  return place;
+}
 
 /// A set without fits has a row for its data.
 std::vector<Row> rows_of(const Project& project) {
   std::vector<Row> rows;
-  for (int set = 1; set <= project.data.bound(); ++set)
-    for (int slot = 1; slot <= std::max(1, int{project.fits(set).nFits}); ++slot)
-      rows.push_back({set, slot});
+  std::vector<FitRequest> kinds;
+  for (int set = 1; set <= project.data.bound(); ++set) {
+    const FitSet& fits = project.fits(set);
+    if (fits.nFits < 1) rows.push_back({set, 1, 0});
+    for (int slot = 1; slot <= fits.nFits; ++slot)
+      rows.push_back({set, slot, kind_of(fits.Fits(slot).request, kinds)});
+  }
   return rows;
 }
 
@@ -35,8 +48,8 @@ std::int32_t line_style(int turn) {
 }
 
 /// How the rows of one chart are told apart. The fits of one data set have a colour each.
-/// Of several sets each has the colour and the symbol of one row, and dashes tell its
-/// fits apart.
+/// Of several sets each has the colour and the symbol of one row, and dashes tell the
+/// kinds of fits apart.
 class RowLooks {
  public:
   RowLooks(const Chart& chart, const std::vector<Row>& rows)
@@ -51,7 +64,7 @@ class RowLooks {
     if (!is_one_set_ && is_report_) marker.SymbolColor = marker.LineColor;
     const int turn = (look - 1) / colours;
     if (!is_one_set_ && has_several_fits_)
-      marker.LineStyle = line_style(turn + row.slot - 1);
+      marker.LineStyle = line_style(turn + row.kind);
     else if (marker.LineStyle == pen_style::solid)
       marker.LineStyle = line_style(turn);
     if (row.slot > 1) {  // the data stand on the chart once

@@ -80,9 +80,31 @@ TEST_F(SeveralFiles, ShareOneChartAndAFitIsForTheFileItNames) {
   EXPECT_TRUE(own != picture_of(folder, "pumps.csv motors.txt c.wmf --fit 2:W2P/mle"));
 }
 
+/// How many dashed pens a metafile makes: its record's number, and the style.
+int dashed_pens(const std::string& metafile) {
+  const std::string record("\xFA\x02\1\0", 4);
+  int count = 0;
+  for (std::size_t at = 0; (at = metafile.find(record, at)) != std::string::npos; ++at) ++count;
+  return count;
+}
+
+// Each kind of fit has one style of line, whether or not a file has the others too.
+TEST_F(SeveralFiles, AreToldApartAndSoAreTheirFits) {
+  folder.write("sound.txt", ">500\n>700\n");
+  const std::string chart = picture_of(
+      folder, "pumps.csv sound.txt motors.txt c.wmf --fit 1:E/mle --fit 1:W2P/rr --fit 3:W2P/rr");
+  for (const char* words :
+       {"pumps, E/MLE", "pumps, W2P/rr", "motors, W2P/rr", "sound, no failures"})
+    EXPECT_NE(chart.find(words), std::string::npos) << words;
+  EXPECT_EQ(dashed_pens(chart), 4) << "two lines and their samples in the legend";
+  EXPECT_EQ(dashed_pens(picture_of(folder, "pumps.csv motors.txt c.wmf --fit W2P/rr")), 0);
+}
+
 TEST_F(SeveralFiles, OfOneNameAreCalledByTheirPaths) {
-  const std::string chart = picture_of(folder, "motors.txt old/motors.txt - c.wmf < pumps.csv");
-  for (const char* name : {"motors.txt", "old/motors.txt", "standard input"})
+  const std::string chart =
+      picture_of(folder, "motors.txt old/motors.txt - old/motors.txt c.wmf < pumps.csv");
+  for (const char* name :
+       {"motors.txt", "old/motors.txt (2)", "standard input", "old/motors.txt (4)"})
     EXPECT_NE(chart.find(name), std::string::npos) << name;
 }
 
