@@ -196,21 +196,8 @@ void load_row(Session& session, const FitSet& fits, const DataSet& data, int slo
   if (current) load_numbers(session, fit, data, row, to, grid);
 }
 
-/// The data set of a fit set: the one that it names, else the one at its index.
 const DataSet& data_of(const Session& session, int fit_index) {
-  const FitSet& fits = session.project.fits(fit_index);
-  const int named = fits.DataIds.bound() >= 1 ? find_data(session.project, fits.DataIds(1)) : 0;
-  return session.project.data(named > 0 ? named : fit_index);
-}
-
-/// The slot whose rows cover a row of the grid; 0 for the headings.
-int slot_at(const FitSet& fits, int grid_row) {
-  int row = 0;
-  for (int k = 1; k <= fits.nFits; ++k) {
-    row += last_row(fits.Fits(k));
-    if (grid_row >= 1 && grid_row <= row) return k;
-  }
-  return 0;
+  return session.project.data(data_of_fits(session.project, fit_index));
 }
 
 }  // namespace
@@ -221,7 +208,6 @@ void AppendLog(Session& session, const std::string& text, bool as_rtf) {
   } else {
     session.project.log.append_plain(text);
   }
-  session.ports.views.log_changed();
 }
 
 void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
@@ -252,10 +238,21 @@ void Load_Fit(Session& session, int fit_index) {
   session.ports.views.fit_grid_changed(fit_index);
 }
 
+GridFit fit_at(const Session& session, int fit_index, int grid_row) {
+  const FitSet& fits = session.project.fits(fit_index);
+  int row = 0;
+  for (int k = 1; k <= fits.nFits; ++k) {
+    const int first = row + 1;
+    row += last_row(fits.Fits(k));
+    if (grid_row >= 1 && grid_row <= row) return {k, grid_row == first};
+  }
+  return {};
+}
+
 std::string notes_at(const Session& session, int fit_index, int grid_row) {
   const FitSet& fits = session.project.fits(fit_index);
   const DataSet& data = data_of(session, fit_index);
-  const int slot = slot_at(fits, grid_row);
+  const int slot = fit_at(session, fit_index, grid_row).slot;
   if (slot == 0) return "";
   if (is_out_of_date_at(session, fit_index, grid_row)) return "out of date: the data have changed";
   std::string text;
@@ -267,7 +264,7 @@ std::string notes_at(const Session& session, int fit_index, int grid_row) {
 // An entry of the sheet counts before it is read: the fits don't know of it.
 bool is_out_of_date_at(const Session& session, int fit_index, int grid_row) {
   const FitSet& fits = session.project.fits(fit_index);
-  const int slot = slot_at(fits, grid_row);
+  const int slot = fit_at(session, fit_index, grid_row).slot;
   if (slot == 0) return false;
   return is_out_of_date(fits.Fits(slot), data_of(session, fit_index));
 }

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "actions/reports.h"
 #include "chart/scales/chart_view.h"
 
 namespace tavlo {
@@ -26,15 +25,10 @@ bool only_zoomed(const Project& before, const Project& now) {
   return seen_as_before == before;
 }
 
-/// The windows show what has come back. An edit that is open ends without being taken.
-void show(Session& session, const Project& state) {
+/// An edit that is open ends without being taken.
+void bring_back(Session& session, const Project& state) {
   session.project = state;
   follow_records(session);
-  Views& views = session.ports.views;
-  for (int i = 1; i <= session.project.data.bound(); ++i) views.sheet_changed(i);
-  for (int i = 1; i <= session.project.fits.bound(); ++i) Load_Fit(session, i);
-  for (int i = 1; i <= session.project.charts.bound(); ++i) views.chart_changed(i);
-  views.log_changed();
 }
 
 }  // namespace
@@ -51,7 +45,7 @@ void end_step(Session& session) {
 bool undo(Session& session) {
   if (is_busy(session) || !session.history.can_undo()) return false;
   const std::string name = session.history.undo_name();
-  show(session, session.history.undo());
+  bring_back(session, session.history.undo());
   session.ports.views.status("Undone: " + name);
   return true;
 }
@@ -59,7 +53,7 @@ bool undo(Session& session) {
 bool redo(Session& session) {
   if (is_busy(session) || !session.history.can_redo()) return false;
   const std::string name = session.history.redo_name();
-  show(session, session.history.redo());
+  bring_back(session, session.history.redo());
   session.ports.views.status("Done again: " + name);
   return true;
 }

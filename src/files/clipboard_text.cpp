@@ -234,7 +234,6 @@ void PasteClip(Session& session, int data_index) {
     if (row == first) return;
     sheet.follow_rows();
     session.step = "Paste";
-    session.ports.views.sheet_changed(data_index);
     session.ports.views.status(words_of_rows(sheet, first, row - 1));
   });
 }

@@ -30,10 +30,9 @@ const Project& History::redo() {
   return states_[at_].project;
 }
 
-// A sample is as large as its rows, and is made again when it is wanted.
 void History::keep(State& state, const Project& now) {
   state.project = now;
-  for (const DataSet& data : state.project.data) data.reading.forget_sample();
+  forget_samples(state.project);
 }
 
 }  // namespace tavlo

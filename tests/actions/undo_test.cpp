@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "actions/announce.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
 #include "chart/parts/marks.h"
@@ -51,6 +52,7 @@ void UndoWorld::do_at_random(std::mt19937_64& random) {
       break;
     default: start_project(session);
   }
+  announce(session);
   end_step(session);
 }
 
@@ -66,6 +68,7 @@ TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
     const std::string log = world.log();
     for (std::size_t back = states.size() - 1; back-- > 0;) {
       undo(world.session);
+      announce(world.session);
       ASSERT_TRUE(world.session.project == states[back]) << seed << ", state " << back;
     }
     EXPECT_FALSE(world.session.history.can_undo());
@@ -90,6 +93,7 @@ TEST(Undo, NamesItsStepsAndForgetsWhatWasUndoneAtANewOne) {
   undo(world.session);
   EXPECT_EQ(world.session.history.undo_name(), "Paste");
   EXPECT_EQ(world.session.history.redo_name(), "Fit");
+  announce(world.session);
   EXPECT_EQ(world.panel().grd_Fit.rows(), 1) << "the grid follows";
   world.sheet().enter(3, sheet_column::x, "300");
   end_step(world.session);

@@ -6,6 +6,7 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "actions/announce.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
 #include "actions/undo.h"
@@ -72,6 +73,7 @@ void MainWindow::set_up_status_bar() {
 
 void MainWindow::connect_views() {
   connect(&program_.views, &ViewSignals::status_text, &news_, &HintLine::say);
+  connect(&program_.views, &ViewSignals::records, this, &MainWindow::follow_records);
   connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
   connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &HintLine::say);
   connect(&windows_, &ProjectWindows::rows_pasted, this, [this] { DoCommand(command::paste); });
@@ -84,6 +86,7 @@ void MainWindow::connect_views() {
 
 void MainWindow::finish_command() {
   session_.fitting.stop_wanted = false;
+  announce(session_);
   if (!windows_.is_dragging()) end_step(session_);
   // The slope entered for a Weibayes may have changed the model.
   windows_.panel(windows_.current_index()).show_choices();
@@ -101,7 +104,7 @@ void MainWindow::follow_records() {
 
 void MainWindow::NewProject() {
   start_project(session_);
-  follow_records();
+  announce(session_);
   windows_.show_from_start();
   hint_.say({});
   news_.say(tr("Ready"));
@@ -160,29 +163,25 @@ void MainWindow::ask_for_new_project() {
 
 void MainWindow::add_data_and_fit() {
   add_data_set(session_);
-  follow_records();
+  announce(session_);
   open_child(QStringLiteral("D%1").arg(session_.project.data.bound()));
 }
 
 void MainWindow::add_chart() {
   tavlo::add_chart(session_);
-  follow_records();
+  announce(session_);
   open_child(QStringLiteral("C%1").arg(session_.project.charts.bound()));
 }
 
 // Windows may go with their records, and may not do so inside an event of their own.
 void MainWindow::undo() {
   if (windows_.is_dragging()) return;
-  QTimer::singleShot(0, this, program_.commands.slot([this] {
-    if (tavlo::undo(session_)) follow_records();
-  }));
+  QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::undo(session_); }));
 }
 
 void MainWindow::redo() {
   if (windows_.is_dragging()) return;
-  QTimer::singleShot(0, this, program_.commands.slot([this] {
-    if (tavlo::redo(session_)) follow_records();
-  }));
+  QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::redo(session_); }));
 }
 
 void MainWindow::select_all() {
