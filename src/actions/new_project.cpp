@@ -1,6 +1,7 @@
 #include "actions/new_project.h"
 
 #include "actions/reports.h"
+#include "actions/undo.h"
 #include "life/models.h"
 #include "numerics/date_text.h"
 
@@ -27,6 +28,7 @@ void start_project(Session& session) {
   reset_project(session);
   for (int i = 1; i <= session.project.fits.bound(); ++i) choose_standard_fit(*session.gFitForm(i));
   AppendLog(session, head_line(session.ports.clock), false);
+  mark_saved(session);
   session.step = "New Project";
 }
 

@@ -1,5 +1,6 @@
 #include "actions/undo.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "chart/scales/chart_view.h"
@@ -15,14 +16,18 @@ bool is_zoomed(const Project& before, const Project& now) {
   return false;
 }
 
+/// `now` with its charts seen as they were before.
+Project seen_as_before(const Project& before, Project now) {
+  const int last = std::min(now.charts.bound(), before.charts.bound());
+  for (int i = 1; i <= last; ++i)
+    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom)
+      copy_view(before.charts(i), now.charts(i));
+  return now;
+}
+
 /// A zoom shows another part of a chart and changes nothing in it.
 bool only_zoomed(const Project& before, const Project& now) {
-  if (!is_zoomed(before, now)) return false;
-  Project seen_as_before = now;
-  for (int i = 1; i <= now.charts.bound(); ++i)
-    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom)
-      copy_view(before.charts(i), seen_as_before.charts(i));
-  return seen_as_before == before;
+  return is_zoomed(before, now) && seen_as_before(before, now) == before;
 }
 
 /// An edit that is open ends without being taken.
@@ -56,6 +61,22 @@ bool redo(Session& session) {
   bring_back(session, session.history.redo());
   session.ports.views.status("Done again: " + name);
   return true;
+}
+
+void mark_saved(Session& session) {
+  session.saved = session.project;
+  forget_samples(session.saved);
+}
+
+// Counters of changes go up when a row is typed and deleted again.
+bool is_unsaved(const Session& session) {
+  const Project& saved = session.saved;
+  Project now = seen_as_before(saved, session.project);
+  for (int i = 1; i <= std::min(now.data.bound(), saved.data.bound()); ++i) {
+    now.data(i).revision = saved.data(i).revision;
+    now.data(i).read_revision = saved.data(i).read_revision;
+  }
+  return now != saved;
 }
 
 }  // namespace tavlo

@@ -7,6 +7,8 @@
 #include "actions/announce.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/records.h"
+#include "actions/shown_fits.h"
 #include "chart/parts/marks.h"
 #include "chart/scales/chart_view.h"
 #include "files/clipboard_text.h"
@@ -34,7 +36,7 @@ void UndoWorld::do_at_random(std::mt19937_64& random) {
   };
   const int set = pick(1, session.project.data.bound());
   DataSheet& typed = *session.gDataForm(set);
-  switch (pick(0, 9)) {
+  switch (pick(0, 13)) {
     case 0:
     case 1:
     case 2: typed.enter(pick(1, 12), sheet_column::x, std::to_string(pick(1, 999))); break;
@@ -50,6 +52,10 @@ void UndoWorld::do_at_random(std::mt19937_64& random) {
     case 8:
       if (session.project.data.bound() < 3) add_data_set(session);
       break;
+    case 9: delete_set(session, set); break;
+    case 10: delete_fit(session, set, 1); break;
+    case 11: rename_fits(session, set, "Fits " + std::to_string(pick(1, 9))); break;
+    case 12: set_shown(session, set, 1, pick(0, 1) == 1); break;
     default: start_project(session);
   }
   announce(session);

@@ -31,6 +31,9 @@ class FitWindow : public QWidget {
 
   QTableView& grid() { return grd_Fit_; }
 
+  /// The row of the fit grid that the keyboard is on; 0 for none.
+  int current_row() const { return model_.grid_row(grd_Fit_.currentIndex()); }
+
   void set_button_caption(const QString& caption);
 
   /// The selected cells become the grid's, so that copy finds them.

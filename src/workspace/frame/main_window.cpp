@@ -9,6 +9,8 @@
 #include "actions/announce.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/records.h"
+#include "actions/reports.h"
 #include "actions/undo.h"
 #include "chart/metafile/chart_exits.h"
 #include "files/clipboard_text.h"
@@ -27,7 +29,7 @@ MainWindow::MainWindow(Program& program)
       charts_(program, windows_, *this),
       busy_(program.session) {
   setObjectName(QStringLiteral("frm_vk"));
-  setWindowTitle(QStringLiteral("Tavlo"));
+  setWindowTitle(QStringLiteral("Tavlo[*]"));
   setCentralWidget(&windows_);
   program_.prompts.set_parent(this);
   set_up_tree();
@@ -36,6 +38,8 @@ MainWindow::MainWindow(Program& program)
                                                 [this](int id) { DoCommand(id); });
   chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
   commands_->fill(chart_menu_, chart_pop_up());
+  give_commands(tree_, tree_pop_up());
+  connect(&tree_, &QTreeWidget::currentItemChanged, this, [this] { commands_->refresh(); });
   connect_views();
   NewProject();
   session_.step.clear();
@@ -49,6 +53,13 @@ void MainWindow::set_up_tree() {
   addDockWidget(Qt::LeftDockWidgetArea, &tree_dock_);
   resizeDocks({&tree_dock_}, {fontMetrics().height() * 15 / 2}, Qt::Horizontal);
   tree_dock_.setVisible(session_.settings.ProjectTree);
+  // The tree is still about to close its own edit.
+  connect(
+      &tree_, &ProjectTree::renamed, this,
+      [this](const QString& key, const QString& title) {
+        program_.commands.run([&] { rename_record(key, title); });
+      },
+      Qt::QueuedConnection);
   connect(&tree_, &ProjectTree::chosen, this,
           [this](const QString& key) { program_.commands.run([&] { open_child(key); }); });
 }
@@ -97,7 +108,7 @@ void MainWindow::finish_command() {
 /// Windows and tree get what the project has now.
 void MainWindow::follow_records() {
   windows_.follow_records();
-  tree_.rebuild(session_.project);
+  tree_.show_records(session_.project);
   set_up_pop_up_menus();
   show_state();
 }
@@ -111,17 +122,19 @@ void MainWindow::NewProject() {
   show_state();
 }
 
+/// Once for each place.
+void MainWindow::give_commands(QWidget& place, std::span<const int> ids) {
+  if (place.contextMenuPolicy() == Qt::ActionsContextMenu) return;
+  commands_->fill(place, ids);
+  place.setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
 void MainWindow::set_up_pop_up_menus() {
-  for (int i = 1; i <= session_.project.data.bound(); ++i) {
-    if (windows_.sheet(i).contextMenuPolicy() == Qt::ActionsContextMenu) continue;
-    commands_->fill(windows_.sheet(i), sheet_pop_up());
-    windows_.sheet(i).setContextMenuPolicy(Qt::ActionsContextMenu);
-  }
-  for (int i = 1; i <= session_.project.fits.bound(); ++i) {
-    if (windows_.panel(i).grid().contextMenuPolicy() == Qt::ActionsContextMenu) continue;
-    commands_->fill(windows_.panel(i).grid(), fits_pop_up());
-    windows_.panel(i).grid().setContextMenuPolicy(Qt::ActionsContextMenu);
-  }
+  for (int i = 1; i <= session_.project.data.bound(); ++i)
+    give_commands(windows_.sheet(i), sheet_pop_up());
+  for (int i = 1; i <= session_.project.fits.bound(); ++i)
+    give_commands(windows_.panel(i).grid(), fits_pop_up());
+  give_commands(windows_.log(), log_pop_up());
   for (int i = 1; i <= session_.project.charts.bound(); ++i) {
     ChartWindow& chart = windows_.chart(i);
     constexpr const char* mark = "has_commands";
@@ -147,12 +160,10 @@ void MainWindow::DoCommand(int id) {
 
 /// A project can't be saved yet, so the person decides before it is gone.
 bool MainWindow::may_lose_project(const std::string& title, const std::string& question) {
-  bool empty = true;
-  for (int i = 1; i <= session_.project.data.bound(); ++i)
-    empty = empty && session_.gDataForm(i)->last_row() == 0;
-  return empty || session_.ports.prompts.show(
-                      {title, "The data and fits of this project will be lost.\n" + question,
-                       BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
+  return !is_unsaved(session_) ||
+         session_.ports.prompts.show(
+             {title, "The data and fits of this project will be lost.\n" + question,
+              BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
 }
 
 void MainWindow::ask_for_new_project() {
@@ -186,6 +197,7 @@ void MainWindow::redo() {
 
 void MainWindow::select_all() {
   if (const int index = windows_.focused_sheet()) windows_.sheet(index).selectAll();
+  if (windows_.log().hasFocus()) windows_.log().selectAll();
 }
 
 void MainWindow::cut() {
@@ -221,6 +233,25 @@ void MainWindow::paste() {
 void MainWindow::leave() { QTimer::singleShot(0, this, &QWidget::close); }
 
 void MainWindow::calculate() { CheckAndFit(session_, windows_.current_index()); }
+
+void MainWindow::delete_fit() {
+  const int panel = windows_.focused_panel();
+  if (panel == 0) return;
+  const int row = windows_.panel(panel).current_row();
+  tavlo::delete_fit(session_, panel, fit_at(session_, panel, row).slot);
+}
+
+void MainWindow::delete_record() {
+  const QString key = tree_.record();
+  const int index = key.mid(1).toInt();
+  key.startsWith(u'C') ? delete_chart(session_, index) : delete_set(session_, index);
+}
+
+void MainWindow::rename_record(const QString& key, const QString& title) {
+  const int index = key.mid(1).toInt();
+  const auto rename = key.startsWith(u'D') ? rename_data : rename_fits;
+  if (!rename(session_, index, from_qt(title))) tree_.show_records(session_.project);
+}
 
 void MainWindow::show_tree() {
   tree_dock_.show();
@@ -270,6 +301,7 @@ void MainWindow::show_state() {
   if (model && method)
     method_panel_.setText(
         QStringLiteral("%1, %2").arg(to_qt(model->long_name), to_qt(method->panel_caption)));
+  setWindowModified(is_unsaved(session_));
   commands_->refresh();
 }
 

@@ -35,6 +35,7 @@ ProjectWindows::ProjectWindows(Program& program, QWidget* parent)
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   connect_views();
+  connect(this, &QMdiArea::subWindowActivated, this, &ProjectWindows::note_active);
 }
 
 ProjectWindows::~ProjectWindows() { end_all(); }
@@ -182,12 +183,16 @@ ChildWindow* ProjectWindows::child(const QString& node_key) const {
   return found == children_.end() ? nullptr : *found;
 }
 
+// From a chart or the log the set that was worked on last is meant. Its record may have gone
+// already, and the window be about to.
 int ProjectWindows::current_index() const {
-  const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
-  if (!active || active->node_key().front() == u'L' || active->node_key().front() == u'C') return 1;
-  const int index = active->node_key().mid(1).toInt();
-  // Its record may have gone already, and the window be about to.
-  return index <= program_.session.project.fits.bound() ? index : 1;
+  return last_set_ <= program_.session.project.fits.bound() ? last_set_ : 1;
+}
+
+void ProjectWindows::note_active(const QMdiSubWindow* active) {
+  const auto* child = qobject_cast<const ChildWindow*>(active);
+  if (child && (child->node_key().front() == u'D' || child->node_key().front() == u'F'))
+    last_set_ = child->node_key().mid(1).toInt();
 }
 
 QChar ProjectWindows::active_kind() const {
