@@ -20,6 +20,7 @@ namespace {
 constexpr const char* line_end = "\\par ";
 constexpr const char* tab = "\\tab ";
 constexpr const char* note_mark = " *";
+constexpr const char* out_of_date_mark = " (out of date)";
 constexpr const char* undetermined = "not determined";
 
 Family family_of(int model_code) {
@@ -154,12 +155,16 @@ void load_headings(const FitSet& fits, Grid& grid) {
   grid.set_text(0, fit_column::min_life, "Min Life");
 }
 
-/// "W4P/MLEc", with a mark where there is something to know beside the numbers.
-std::string model_cell(const FitResult& fit, bool current) {
+/// "W4P/MLEc", with a mark where there is something to know beside the numbers. Copies and
+/// prints of the grid carry it along.
+std::string model_cell(const FitResult& fit, const DataSet& data) {
   FitRequest shown = fit.request;
   shown.model = fit.ModelCode;
   shown.method = fit.Method;
-  return short_label(shown) + (current && !fit.notes.empty() ? note_mark : "");
+  const char* mark = is_out_of_date(fit, data) ? out_of_date_mark
+                     : fit.notes.empty()       ? ""
+                                               : note_mark;
+  return short_label(shown) + mark;
 }
 
 void load_numbers(Session& session, const FitResult& fit, const DataSet& data, int row, int to,
@@ -190,7 +195,7 @@ void load_row(Session& session, const FitSet& fits, const DataSet& data, int slo
   grid.set_rows(to + 1);
   if (row == 1) {
     grid.set_text(to, fit_column::number, std::to_string(slot));
-    grid.set_text(to, fit_column::model, model_cell(fit, current));
+    grid.set_text(to, fit_column::model, model_cell(fit, data));
   }
   // Numbers of a fit that no longer belongs to its data would be taken for true.
   if (current) load_numbers(session, fit, data, row, to, grid);

@@ -11,9 +11,19 @@ namespace {
 constexpr int looks = 20;
 constexpr int no_fit = 0;
 
+const ChartMarker& factory_row(const Chart& chart, int number) {
+  static const ChartMarker plain;
+  const int row = number % looks + 1;
+  return row <= chart.Markers.bound() ? chart.Markers(row) : plain;
+}
+
 ChartMarker looks_of_row(const Chart& chart, int row) {
-  const int like = (row - 1) % looks + 1;
-  ChartMarker marker = like <= chart.Markers.bound() ? chart.Markers(like) : ChartMarker{};
+  const int turn = (row - 1) / looks;
+  ChartMarker marker = factory_row(chart, row - 1);
+  const ChartMarker& colours = factory_row(chart, row - 1 + turn);
+  marker.FillColor = colours.FillColor;
+  marker.SymbolColor = colours.SymbolColor;
+  marker.LineColor = colours.LineColor;
   marker.Label = "Data " + std::to_string(row);
   marker.DataId = 0;
   return marker;

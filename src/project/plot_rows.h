@@ -7,8 +7,9 @@
 
 namespace tavlo {
 
-/// Makes sure that the table has the row. Beyond the factory's twenty the looks of
-/// the rows 1 to 20 come again.
+/// Makes sure that the table has the row. Beyond the factory's twenty the symbols and pens
+/// of the rows 1 to 20 come again, in the colours of the next row at each turn, so that
+/// they are still told apart.
 void ensure_plot_row(Chart& chart, int row);
 
 /// Puts a data set with one of its fits on the chart, in the first row that is

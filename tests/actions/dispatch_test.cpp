@@ -117,7 +117,7 @@ TEST(Dispatch, AnOldFitThatIsRefusedOnNewDataShowsNoNumbers) {
   refit_all(world.session, 1, 1);
   Load_Fit(world.session, 1);
   EXPECT_EQ(world.record(1).Rows, old.Rows) << "no half-made fit";
-  EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr");
+  EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr (out of date)");
   EXPECT_EQ(world.grid().text(1, fit_column::quality) + world.grid().text(1, fit_column::shape),
             "");
   EXPECT_EQ(notes_at(world.session, 1, 1), "out of date: the data have changed");

@@ -140,6 +140,33 @@ TEST(Undo, StatesShareTheirRows) {
   EXPECT_TRUE(rows == before) << "rows that went leave no trace";
 }
 
+TEST(Undo, TheOldestStepsGoWhenTheyTakeTooMuchMemory) {
+  constexpr std::size_t rows = 20000;
+  UndoWorld world;
+  world.session.history = History(world.session.project, 10 * rows * sizeof(SheetRow));
+  for (int paste = 1; paste <= 30; ++paste) {
+    std::string text;
+    for (std::size_t i = 0; i < rows; ++i) text += std::to_string(i + paste) + "\n";
+    world.clipboard.plain = text;
+    world.sheet().go_to(1, sheet_column::x);
+    PasteClip(world.session, 1);
+    end_step(world.session);
+    EXPECT_LE(world.session.history.bytes(), 10 * rows * sizeof(SheetRow));
+  }
+  int steps = 0;
+  while (undo(world.session)) ++steps;
+  EXPECT_GE(steps, 7) << "no more than need be";
+  EXPECT_LE(steps, 9);
+  EXPECT_EQ(world.sheet().text(1, sheet_column::x), std::to_string(30 - steps));
+  world.session.history = History(world.session.project);
+  for (int title = 0; title < 600; ++title) {
+    world.session.project.charts(1).Boxes(chart_item::main_title).Text2 = std::to_string(title);
+    end_step(world.session);
+  }
+  while (undo(world.session)) --steps;
+  EXPECT_EQ(world.session.project.charts(1).Boxes(chart_item::main_title).Text2, "99");
+}
+
 TEST(Undo, StopsWhileAFitIsUnderWay) {
   UndoWorld world;
   world.sheet().enter(1, sheet_column::x, "5");

@@ -302,6 +302,7 @@ void MainWindow::show_state() {
     method_panel_.setText(
         QStringLiteral("%1, %2").arg(to_qt(model->long_name), to_qt(method->panel_caption)));
   setWindowModified(is_unsaved(session_));
+  tree_.show_age(session_);
   commands_->refresh();
 }
 

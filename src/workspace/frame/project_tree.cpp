@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "chart/parts/plot_sets.h"
+#include "project/fit_records.h"
 #include "workspace/qt/icons.h"
 #include "workspace/qt/qt_text.h"
 
@@ -41,6 +43,13 @@ bool is_record(const QString& key) {
   return key.size() > 1 && QStringLiteral("DFC").contains(key.front());
 }
 
+bool has_old_fits(const Project& project, int index) {
+  const FitSet& fits = project.fits(index);
+  const DataSet& data = project.data(data_of_fits(project, index));
+  return std::any_of(fits.Fits.begin() + 1, fits.Fits.end(),
+                     [&](const FitResult& fit) { return is_out_of_date(fit, data); });
+}
+
 }  // namespace
 
 ProjectTree::ProjectTree(QWidget* parent) : QTreeWidget(parent) {
@@ -68,6 +77,22 @@ void ProjectTree::show_records(const Project& project) {
   // A tree that is built anew would lose the place of the person who has renamed a record.
   if (!has_nodes_of(records)) rebuild(records);
   for (const Record& each : records) node(each.key())->setText(0, each.title);
+}
+
+void ProjectTree::show_age(const Session& session) {
+  const QSignalBlocker no_edits(this);
+  const Project& project = session.project;
+  const auto mark = [this](const QString& key, bool is_old) {
+    QTreeWidgetItem* item = node(key);
+    if (!item) return;
+    item->setForeground(
+        0, palette().brush(is_old ? QPalette::Disabled : QPalette::Active, QPalette::Text));
+    item->setToolTip(0, is_old ? tr("out of date: the data have changed") : QString());
+  };
+  for (int i = 1; i <= project.fits.bound(); ++i)
+    mark(QStringLiteral("F%1").arg(i), has_old_fits(project, i));
+  for (int i = 1; i <= project.charts.bound(); ++i)
+    mark(QStringLiteral("C%1").arg(i), is_out_of_date(session, project.charts(i)));
 }
 
 /// Those of the records, and no others.

@@ -4,7 +4,7 @@
 
 #include <QTreeWidget>
 
-#include "project/project.h"
+#include "project/session.h"
 
 namespace tavlo {
 
@@ -16,6 +16,9 @@ class ProjectTree : public QTreeWidget {
 
   /// Shows the windows of the project's records; those in the bin stay there.
   void show_records(const Project& project);
+
+  /// Shows grey which fits and charts the data have left behind.
+  void show_age(const Session& session);
 
   /// Moves the node of a window below "Recycle" or back to its own parent.
   void recycle(const QString& key);

@@ -17,7 +17,7 @@ std::string written(test::ChartWorld& here) {
       printed_parameters(here.session, plot_sets(here.session, here.chart()));
   std::string all;
   for (const TableLine& line : table.lines) {
-    const std::string words = line.heading + line.remark;
+    const std::string words = line.title + line.heading + line.remark;
     for (std::size_t i = 0; words.empty() && i < table_column::count; ++i)
       if (table.shown[i]) all += "|" + line.cells[i];
     all += words + line.quality + "\n";
@@ -80,14 +80,20 @@ TEST(PrintedParameters, AreWhatPeoplePrint) {
   }
 }
 
-TEST(PrintedParameters, ModesHaveTheirNamesAndQualities) {
-  test::ChartWorld here;
-  here.show_published();
+TEST(PrintedParameters, SeveralFitsHaveNamesAndSoDoModes) {
+  test::SetsWorld here(3);
+  EXPECT_EQ(written(here),
+            "2-parameter Weibull, regression\n||η|β\n|Rig 1|100|2r² = 0\n|Rig 2|200|2r² = 0\n"
+            "|Rig 3|300|2r² = 0\n");
+  here.session.project.fits(2).Fits(1).Method = mle;
+  EXPECT_EQ(written(here),
+            "2-parameter Weibull, regression\n||η|β\n|Rig 1|100|2r² = 0\n|Rig 3|300|2r² = 0\n"
+            "Rig 2: 2-parameter Weibull, maximum likelihood\nη = 200, β = 2, ln L = 0\n");
   FitResult modes =
       test::fit_of(model_code::by_failure_mode, {{1 / 100.0, 1, 2, 0, 1}, {1 / 900.0, 1, 3, 0, 1}});
   modes.modes = {{1, rr, 0.9, {}}, {2, mle, -7.5, {}}};
   here.session.project.data(1).ModeNames.push_back("seal");
-  here.show(modes);
+  here.session.project.fits(1).Fits(1) = modes;
   EXPECT_NE(written(here).find("|seal|100|2r² = 0.9\n"), std::string::npos) << written(here);
 }
 
