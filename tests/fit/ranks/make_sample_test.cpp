@@ -44,15 +44,11 @@ std::vector<double> unit_by_unit(const Sample& sample, int mode) {
 }
 
 TEST(MakeSample, KnownPositions) {
-  const std::vector<double> adjusted = {0.7 / 4.4, 0, (7 / 3.0 - 0.3) / 4.4,
-                                        (11 / 3.0 - 0.3) / 4.4};
   const Rows five = test::failures_at({4, 2, 5, 1, 3});
-  const Rows suspended = {{1, 1}, {1.5, 0, 1}, {2, 1}, {3, 1}};
   using Case = std::tuple<Rows, RankKind, std::vector<double>>;
   const std::vector<Case> cases = {
       {five, RankKind::benard, {0.1296, 0.3148, 0.5, 0.6852, 0.8704}},
       {five, RankKind::exact, {0.1294, 0.3138, 0.5, 0.6862, 0.8706}},
-      {suspended, RankKind::benard, adjusted},
       // Half a suspension is none, but counts among the units.
       {{{1, 1}, {2, 0, 0.5}, {3, 1}}, RankKind::benard, {0.7 / 2.9, 0.7 / 2.9, 1.7 / 2.9}},
       // Exact ranks take the nearest whole failure, ties to the even one: 0, 2, 4.
