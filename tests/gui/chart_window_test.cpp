@@ -63,9 +63,9 @@ class OnTheChart : public test::WindowWorld {
   void catch_up() {
     const bool was = chart().is_precise();
     person.press({"alt+o", "p"});
-    ASSERT_TRUE(wait_until([&] { return chart().is_precise() != was; }, 3000));
+    ASSERT_TRUE(wait_until([&] { return chart().is_precise() != was; }));
     person.press({"alt+o", "p"});
-    ASSERT_TRUE(wait_until([&] { return chart().is_precise() == was; }, 3000));
+    ASSERT_TRUE(wait_until([&] { return chart().is_precise() == was; }));
   }
   QPoint middle_of(int item) {
     for (const ItemArea& each : chart().drawing().areas)
