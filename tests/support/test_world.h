@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -93,7 +94,8 @@ class FixedTextMeasure : public TextMeasure {
   TextExtent measure(const std::string& utf8, const FontChoice& font) override;
 };
 
-/// Files in memory. fail_at(n) makes the n-th operation from now on fail.
+/// Files in memory. fail_at(n) makes the n-th operation from now on fail. A file's folder
+/// needs no making.
 class MemoryFiles : public FileSystem {
  public:
   void fail_at(int operation, FileFault fault = FileFault::disk_full);
@@ -101,12 +103,24 @@ class MemoryFiles : public FileSystem {
 
   FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
-  bool exists(const std::string& path) override { return files.contains(path); }
+  FileResult create_new(const std::string& path, std::string_view bytes) override;
+  FileResult append(const std::string& path, std::string_view bytes) override;
+  FileResult remove(const std::string& path) override;
+  FileResult back_up(const std::string& path) override;
+  FileResult make_folder(const std::string& path) override;
+  FileResult list_folder(const std::string& path, std::vector<std::string>& names) override;
+  FileResult look_up(const std::string& path, FileFacts& facts) override;
+  bool exists(const std::string& path) override {
+    return files.contains(path) || folders.contains(path);
+  }
 
   std::map<std::string, std::string> files;
+  std::set<std::string> folders;          ///< those that were made
+  std::map<std::string, double> changed;  ///< seconds since 1970, where a test says them
 
  private:
-  std::optional<FileResult> fault_now(const std::string& path);
+  FileResult start(const std::string& path, bool must_stand);
+  FileResult start_folder(const std::string& path);
   int operations_ = 0;
   int fail_at_ = 0;
   FileFault fault_ = FileFault::none;
