@@ -60,11 +60,12 @@ class NoViews : public Views {
   void log_changed() override {}
 };
 
-/// The environment, and no other programs.
-class QuietHost : public Host {
+/// Starts no other programs.
+class QuietHost : public SystemHost {
  public:
-  std::string environment(const std::string& name) override;
-  bool start_program(const std::string&, const std::vector<std::string>&) override { return false; }
+  FileResult start_program(const std::string&, const std::vector<std::string>&) override {
+    return {FileFault::no_permission, "a command line starts no programs"};
+  }
 };
 
 /// All the ports of one run over one file.

@@ -132,10 +132,26 @@ class QuietEventLoop : public EventLoop {
   long turns = 0;
 };
 
+/// Has the programs that a test names, and keeps what it was told to start.
 class FakeHost : public Host {
  public:
-  std::string environment(const std::string&) override { return {}; }
-  bool start_program(const std::string&, const std::vector<std::string>&) override { return true; }
+  std::string program_folder() override { return "/program"; }
+  std::string temp_folder() override { return "/temp"; }
+  std::string environment(const std::string& name) override { return variables[name]; }
+  std::optional<std::string> find_program(const std::string& name) override {
+    return programs.contains(name) ? std::optional("/bin/" + name) : std::nullopt;
+  }
+  FileResult start_program(const std::string& program,
+                           const std::vector<std::string>& arguments) override {
+    if (!programs.contains(program)) return {FileFault::not_found, "there is no such program"};
+    started.push_back({program});
+    started.back().insert(started.back().end(), arguments.begin(), arguments.end());
+    return {};
+  }
+
+  std::map<std::string, std::string> variables;
+  std::set<std::string> programs;
+  std::vector<std::vector<std::string>> started;
 };
 
 /// Keeps what the core told the windows, one line each: "chart 1", "grid 1".

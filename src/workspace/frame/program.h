@@ -30,7 +30,7 @@ struct Program {
   QtClipboard clipboard;
   MetricTextMeasure text_measure;
   DiskFiles files;
-  QtHost host;
+  SystemHost host;
   ViewSignals views;
   Session session;
   UserCommands commands;

@@ -10,7 +10,6 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QProcess>
 
 #include "workspace/qt/qt_text.h"
 
@@ -167,16 +166,6 @@ bool QtClipboard::set_picture(const std::vector<ClipboardForm>& forms) {
   QClipboard* const clipboard = QGuiApplication::clipboard();
   clipboard->setMimeData(data);
   return clipboard->ownsClipboard();
-}
-
-std::string QtHost::environment(const std::string& name) {
-  return from_qt(qEnvironmentVariable(name.c_str()));
-}
-
-bool QtHost::start_program(const std::string& program, const std::vector<std::string>& arguments) {
-  QStringList list;
-  for (const std::string& argument : arguments) list << to_qt(argument);
-  return QProcess::startDetached(to_qt(program), list);
 }
 
 }  // namespace tavlo
