@@ -45,7 +45,9 @@ class IdleEventLoop : public EventLoop {
 class EmptyClipboard : public Clipboard {
  public:
   std::string text() override { return {}; }
-  void set_text(const std::string&, const std::string&) override {}
+  ClipboardText rich_text() override { return {}; }
+  bool holds_only_picture() override { return false; }
+  void set_text(const ClipboardText&) override {}
   bool set_picture(const std::vector<ClipboardForm>&) override { return false; }
 };
 
@@ -58,6 +60,19 @@ class NoViews : public Views {
   void fit_grid_changed(int) override {}
   void chart_changed(int) override {}
   void log_changed() override {}
+};
+
+class NoProgress : public Progress {
+ public:
+  void show(double, const std::string&) override {}
+  bool stop_wanted() override { return false; }
+};
+
+/// There is no time between the commands of a command line.
+class NoTimer : public Timer {
+ public:
+  std::unique_ptr<RunningTimer> every(int, std::function<void()>) override { return nullptr; }
+  std::unique_ptr<RunningTimer> once(int, std::function<void()>) override { return nullptr; }
 };
 
 /// Starts no other programs.
@@ -74,8 +89,8 @@ class CliWorld {
   CliWorld(bool strict, const std::string& subject) : prompts_(strict, subject) {}
 
   Ports ports() {
-    return {prompts_,      event_loop_, clock_, entropy_, clipboard_,
-            text_measure_, files_,      host_,  views_};
+    return {prompts_, event_loop_, clock_, entropy_,  clipboard_, text_measure_,
+            files_,   host_,       views_, progress_, timer_};
   }
 
  private:
@@ -88,6 +103,8 @@ class CliWorld {
   EmptyClipboard clipboard_;
   MetricTextMeasure text_measure_;
   QuietHost host_;
+  NoProgress progress_;
+  NoTimer timer_;
 };
 
 }  // namespace tavlo::cli

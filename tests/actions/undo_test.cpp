@@ -4,11 +4,11 @@
 
 #include <random>
 
+#include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
 #include "chart/parts/marks.h"
 #include "chart/scales/chart_view.h"
-#include "files/clipboard_text.h"
 #include "support/sheet_world.h"
 
 namespace tavlo {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -74,9 +75,12 @@ class SeededEntropy : public Entropy {
 class FakeClipboard : public Clipboard {
  public:
   std::string text() override { return plain; }
-  void set_text(const std::string& new_plain, const std::string& new_rtf) override {
-    plain = new_plain;
-    rtf = new_rtf;
+  ClipboardText rich_text() override { return {plain, rtf, html}; }
+  bool holds_only_picture() override { return plain.empty() && !picture.empty(); }
+  void set_text(const ClipboardText& text) override {
+    plain = text.plain;
+    rtf = text.rtf;
+    html = text.html;
   }
   bool set_picture(const std::vector<ClipboardForm>& forms) override {
     if (!refuses) picture = forms;
@@ -84,6 +88,7 @@ class FakeClipboard : public Clipboard {
   }
   std::string plain;
   std::string rtf;
+  std::string html;
   std::vector<ClipboardForm> picture;
   bool refuses = false;
 };
@@ -154,6 +159,45 @@ class FakeHost : public Host {
   std::vector<std::vector<std::string>> started;
 };
 
+/// Keeps the shares that it was shown; stops the work at the one of that number.
+class FakeProgress : public Progress {
+ public:
+  void show(double share, const std::string&) override {
+    shares.push_back(share);
+    stop = stop || shares.size() == stop_at;
+  }
+  bool stop_wanted() override { return stop; }
+
+  std::vector<double> shares;
+  std::size_t stop_at = 0;
+  bool stop = false;
+};
+
+/// Time passes when the test says so.
+class FakeTimer : public Timer {
+ public:
+  std::unique_ptr<RunningTimer> every(int milliseconds, std::function<void()> act) override;
+  std::unique_ptr<RunningTimer> once(int milliseconds, std::function<void()> act) override;
+
+  /// Makes the calls that fall due in this time, in their order.
+  void advance(int milliseconds);
+  std::size_t running() const { return calls_->size(); }
+
+ private:
+  struct Call {
+    long due = 0;
+    int period = 0;  ///< 0: once
+    std::function<void()> act;
+  };
+  using Calls = std::map<int, Call>;  // by their number
+  class Handle;
+  std::unique_ptr<RunningTimer> add(int milliseconds, int period, std::function<void()> act);
+
+  std::shared_ptr<Calls> calls_ = std::make_shared<Calls>();
+  long now_ = 0;
+  int last_number_ = 0;
+};
+
 /// Keeps what the core told the windows, one line each: "chart 1", "grid 1".
 class RecordingViews : public Views {
  public:
@@ -193,6 +237,8 @@ struct TestWorld {
   MemoryFiles files;
   FakeHost host;
   RecordingViews views;
+  FakeProgress progress;
+  FakeTimer timer;
   Session session;
 
   Ports ports();

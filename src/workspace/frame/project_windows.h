@@ -93,6 +93,7 @@ class ProjectWindows : public QMdiArea {
   static std::size_t slot(int index) { return static_cast<std::size_t>(index) - 1; }
   void connect_views();
   void add_sheet();
+  void connect_drops(SheetView& view, int index);
   void add_panel();
   void add_chart();
   void add_log();

@@ -52,7 +52,9 @@ class QtEventLoop : public EventLoop {
 class QtClipboard : public Clipboard {
  public:
   std::string text() override;
-  void set_text(const std::string& plain, const std::string& rtf) override;
+  ClipboardText rich_text() override;
+  bool holds_only_picture() override;
+  void set_text(const ClipboardText& text) override;
   bool set_picture(const std::vector<ClipboardForm>& forms) override;
 };
 
