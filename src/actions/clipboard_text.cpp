@@ -9,6 +9,7 @@
 #include "actions/pasted_rows.h"
 #include "files/disk_files.h"
 #include "files/field_number.h"
+#include "files/text_lines.h"
 #include "numerics/number_text.h"
 #include "project/code_page.h"
 
@@ -21,7 +22,7 @@ constexpr const char* paste_title = "Tavlo undetermined Quellmarch Weibull Paste
 
 using Cells = std::vector<std::string>;
 
-std::string_view trimmed(std::string_view text) {
+std::string_view without_blanks(std::string_view text) {
   const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
   while (!text.empty() && blank(text.front())) text.remove_prefix(1);
   while (!text.empty() && blank(text.back())) text.remove_suffix(1);
@@ -55,14 +56,14 @@ Cells split(std::string_view line, std::optional<char> separator) {
   Cells cells;
   // "100 x 3" is one cell of the notation, not three columns.
   const bool notation = separator == ' ' && line.find_first_of("xX") != std::string_view::npos;
-  if (!separator || notation) return {std::string(trimmed(line))};
-  if (*separator == ' ') line = trimmed(line);
+  if (!separator || notation) return {std::string(without_blanks(line))};
+  if (*separator == ' ') line = without_blanks(line);
   while (true) {
     const auto end = line.find(*separator);
-    cells.emplace_back(trimmed(line.substr(0, end)));
+    cells.emplace_back(without_blanks(line.substr(0, end)));
     if (end == std::string_view::npos) return cells;
     line.remove_prefix(end + 1);
-    if (*separator == ' ') line = trimmed(line);
+    if (*separator == ' ') line = without_blanks(line);
   }
 }
 
@@ -122,16 +123,22 @@ PastedText shape_of(std::string_view text, int first_column, char decimal_point)
           columns};
 }
 
+/// Takes the next line off the front of `text`.
+std::string_view take_line(std::string_view& text, std::string_view line_end) {
+  const auto end = text.find(line_end);
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + line_end.size());
+  return line;
+}
+
 /// Calls `act(line number, cells)` for each line that is not blank, until it
 /// answers false.
 template <class Act>
 void for_each_line(const PastedText& pasted, Act act) {
   std::string_view text = pasted.text;
   for (long number = 1; !text.empty(); ++number) {
-    const auto end = text.find(pasted.line_end);
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + pasted.line_end.size());
-    if (trimmed(line).empty()) continue;
+    const std::string_view line = take_line(text, pasted.line_end);
+    if (without_blanks(line).empty()) continue;
     Cells cells = split(line, pasted.separator);
     drop_empty_marks(cells, pasted.columns);
     if (!act(number, cells)) return;
@@ -142,9 +149,19 @@ std::string words_of_most_rows() {
   return "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
 }
 
+/// A line of any length would become as many cells as it has marks, or one endless cell.
+std::string fault_of_long_line(const PastedText& pasted) {
+  std::string_view text = pasted.text;
+  for (long number = 1; !text.empty(); ++number)
+    if (take_line(text, pasted.line_end).size() > longest_line)
+      return "Line " + std::to_string(number) + ": the line is too long.";
+  return {};
+}
+
 /// What the sheet can't take of the text; empty when it can take all.
 std::string fault_of(const PastedText& pasted, int first_row) {
-  std::string fault;
+  std::string fault = fault_of_long_line(pasted);
+  if (!fault.empty()) return fault;
   int row = first_row;
   for_each_line(pasted, [&](long number, const Cells& cells) {
     if (const auto bad = unexpected_cell(cells, pasted.columns)) {
@@ -201,7 +218,7 @@ PasteEnd paste_cells(DataSheet& sheet, int row, const PastedText& pasted) {
 PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_view text) {
   const PastedText pasted =
       shape_of(text, sheet.column(), session.settings.punctuation.DecimalPoint);
-  if (pasted.columns.front() != sheet_column::x || trimmed(text).empty())
+  if (pasted.columns.front() != sheet_column::x || without_blanks(text).empty())
     return paste_cells(sheet, row, pasted);
   DataRows rows;
   bool cancelled = false;
@@ -274,7 +291,7 @@ void CopyClip(Session& session, int data_index) {
     text += "\r\n";
   };
   for (int r = std::max(block.first_row, 1); r <= block.last_row; ++r) {
-    const std::string x(trimmed(grid.text(r, sheet_column::x)));
+    const std::string x(without_blanks(grid.text(r, sheet_column::x)));
     add("", x, grid.text(r, sheet_column::fails));
     add(">", x, grid.text(r, sheet_column::susps));
   }

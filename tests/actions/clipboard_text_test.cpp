@@ -144,6 +144,19 @@ TEST(Paste, MoreRowsThanASheetTakesAreRefusedBeforeAllAreRead) {
   EXPECT_EQ(world.views.count("busy"), world.views.count("ready"));
 }
 
+TEST(Paste, ALineWithoutEndIsRefusedInAnyColumn) {
+  for (const int column : {sheet_column::x, sheet_column::fails, sheet_column::comment})
+    for (const std::string part : {"1", "1\t", "1 "}) {
+      TestWorld world;
+      sheet_of(world).go_to(1, column);
+      world.prompts.expect_box(paste_title, "Line 2: the line is too long.");
+      std::string text = "100\n";
+      while (text.size() < 70'000) text += part;
+      paste(world, text);
+      EXPECT_EQ(sheet_of(world).last_row(), 0);
+    }
+}
+
 TEST(Drop, ATextOrAFileGoesInAsAPasteDoes) {
   TestWorld world;
   drop_text(world.session, 1, "100\t1\n200\t0\n");
