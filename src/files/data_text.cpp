@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "files/column_names.h"
+#include "files/field_number.h"
 #include "files/point_list.h"
 #include "files/separated_text.h"
 #include "files/text_encoding.h"
@@ -55,10 +56,8 @@ ReadFault fault_of_first_line(std::string_view line, long number) {
 }
 
 // A text that fits both is the notation.
-std::optional<ReadFault> read_points(const TextLines& lines, const ReadOptions& options,
-                                     PointList& points) {
-  long number = 1;
-  const std::string_view first = first_data_line(lines, number);
+std::optional<ReadFault> read_points(const TextLines& lines, std::string_view first, long number,
+                                     const ReadOptions& options, PointList& points) {
   if (first.empty()) return ReadFault{number, "there is no data, only blank lines or remarks"};
   if (first.size() > longest_line) return ReadFault{number, "the line is too long"};
   const bool in_notation = fits_notation(first, options);
@@ -67,6 +66,17 @@ std::optional<ReadFault> read_points(const TextLines& lines, const ReadOptions& 
   if (!in_notation && is_table(first, options)) return read_separated_text(lines, options, points);
   if (!starts_as_number(first)) return fault_of_first_line(first, number);
   return read_notation(lines, options, points);
+}
+
+/// No column fits "Jan 5 2024"; said so, the person knows what is wrong.
+std::optional<ReadFault> read_lines(const TextLines& lines, const ReadOptions& options,
+                                    PointList& points) {
+  long number = 1;
+  const std::string_view first = first_data_line(lines, number);
+  auto fault = read_points(lines, first, number, options, points);
+  if (fault && fault->line == number && is_spelled_date(first))
+    return ReadFault{number, words_of_date(first)};
+  return fault;
 }
 
 }  // namespace
@@ -78,7 +88,7 @@ std::optional<ReadFault> read_data_rows(std::string_view bytes, const ReadOption
   if (auto fault = decode_text(bytes, converted)) return fault;
   PointList points(options.most_rows);
   ReadWatch watch(progress, bytes.size());
-  const auto fault = read_points(TextLines(bytes, &watch), options, points);
+  const auto fault = read_lines(TextLines(bytes, &watch), options, points);
   if (watch.stopped()) return ReadFault{1, "the reading was stopped", false, true};
   if (fault) return fault;
   data = points.take();

@@ -189,6 +189,12 @@ TEST(DataText, EachFaultHasItsLineAndItsWords) {
   const Case cases[] = {
       {"", "1: the file is empty"},
       {"1\nabc\n", "2: 'abc' is not a number"},
+      {"Jan 5 2024\nJan 6 2024\n",
+       "1: 'Jan 5 2024' is a date; a time to failure is wanted, as hours, cycles or km"},
+      {"5. December 2024\n6. December 2024\n",
+       "1: '5. December 2024' is a date; a time to failure is wanted, as hours, cycles or km"},
+      {"Jan 5 2024;x\n1;2\n3;0\n", "3: a time can't be 0"},
+      {"5 may\n", "1: '5 may' is a date; a time to failure is wanted, as hours, cycles or km"},
       {"abc\n1\n",
        "1: 'abc' is neither a point (100, 100x3, >100) nor a header line that names "
        "columns (x,status)"},
