@@ -1,4 +1,5 @@
-// Timer: calls back after a time, or again and again, between the commands of the person.
+// Timer: calls back after a time, or again and again, but only between the commands of the
+// person: a call never finds a project that is half-changed.
 #pragma once
 
 #include <functional>

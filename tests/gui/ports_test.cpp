@@ -103,6 +103,11 @@ TEST_F(DesktopPorts, TimersCallAsOftenAsTheySay) {
   std::string calls = calls_of(program.timer, wait);
   std::erase(calls, 'a');  // a busy machine makes these late
   EXPECT_EQ(calls, "bBc");
+  bool called = false;
+  const auto late = program.timer.once(1, [&] { called = true; });
+  program.commands.run([&] { wait(50); });
+  EXPECT_FALSE(called) << "no call comes in the middle of a command";
+  EXPECT_TRUE(wait_until([&] { return called; }));
   const auto broken = program.timer.once(1, [] { throw RunTimeError(run_time::subscript); });
   EXPECT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
 }

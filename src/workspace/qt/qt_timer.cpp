@@ -36,16 +36,26 @@ std::unique_ptr<RunningTimer> QtTimer::once(int milliseconds, std::function<void
 
 std::unique_ptr<RunningTimer> QtTimer::start(int milliseconds, bool only_once,
                                              std::function<void()> act) {
+  constexpr int look_again = 100;  // milliseconds
   auto running = std::make_unique<OwnTimer>();
   QTimer& timer = running->timer();
-  timer.setSingleShot(only_once);
-  // A copy of the call: its owner may end this timer, and the call with it, inside it.
-  QObject::connect(&timer, &QTimer::timeout, [this, act = std::move(act)] {
-    const auto whole_call = act;
-    commands_.run_aside(whole_call);
-  });
+  timer.setSingleShot(true);
+  const auto is_due = [this, &timer, milliseconds, only_once, act = std::move(act)] {
+    const bool waits = calling_ || commands_.running();
+    if (waits || !only_once) timer.start(waits ? look_again : milliseconds);
+    if (!waits) call(act);
+  };
+  QObject::connect(&timer, &QTimer::timeout, is_due);
   timer.start(milliseconds);
   return running;
+}
+
+// By a copy: its owner may end the timer, and the call with it, inside the call.
+void QtTimer::call(const std::function<void()>& act) {
+  const auto whole_call = act;
+  calling_ = true;
+  commands_.run_aside(whole_call);
+  calling_ = false;
 }
 
 }  // namespace tavlo

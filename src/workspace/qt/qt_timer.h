@@ -1,5 +1,5 @@
-// QtTimer: calls back from the event loop. An exception in a call becomes a box, as in a
-// command.
+// QtTimer: calls back from the event loop. A call that falls due in a command, or in
+// another call, waits for its end. An exception in a call becomes a box, as in a command.
 #pragma once
 
 #include "ports/timer.h"
@@ -16,8 +16,10 @@ class QtTimer : public Timer {
 
  private:
   std::unique_ptr<RunningTimer> start(int milliseconds, bool only_once, std::function<void()> act);
+  void call(const std::function<void()>& act);
 
   UserCommands& commands_;
+  bool calling_ = false;
 };
 
 }  // namespace tavlo
