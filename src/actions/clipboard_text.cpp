@@ -246,7 +246,6 @@ void enter_text(Session& session, int data_index, std::string_view text, const c
   if (end.row == first) return;
   sheet.follow_rows();
   session.step = step;
-  session.ports.views.sheet_changed(data_index);
   session.ports.views.status(words_of_rows(sheet, first, end.row - 1));
 }
 

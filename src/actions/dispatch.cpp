@@ -6,10 +6,10 @@
 #include "actions/busy_pointer.h"
 #include "actions/fitting_companion.h"
 #include "actions/reports.h"
+#include "actions/shown_fits.h"
 #include "actions/slope_question.h"
 #include "actions/starts_words.h"
 #include "actions/words.h"
-#include "chart/scales/chart_view.h"
 #include "fit/door/fit.h"
 #include "project/fit_records.h"
 
@@ -217,23 +217,9 @@ void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
   model_code = request.model;
   const Outcome outcome = answer_request(desk, request);
   if (outcome.slot == 0) return;
-  Load_Fit(session, wish.fit_index);
-  if (wish.draw) show_on_chart(session, wish.fit_index, outcome.slot);
+  if (wish.draw) follow_on_charts(session, wish.fit_index, outcome.slot);
   if (wish.report && outcome.calculated)
     PostFitLog(session, outcome.slot, wish.data_index, wish.fit_index);
-}
-
-std::int16_t model_of(const FitSet& fits, int slot) {
-  return slot >= 1 && slot <= fits.Fits.bound() ? fits.Fits(slot).ModelCode : std::int16_t{0};
-}
-
-/// Another model is seen as a whole first: the part that the chart shows was chosen
-/// for the one before.
-void show_fit(Chart& chart, const FitSet& fits, int slot) {
-  ChartMarker& row = chart.Markers(1);
-  if (model_of(fits, row.FitNumber) != model_of(fits, slot)) end_zoom(chart);
-  row.FitNumber = slot;
-  if (const Model* model = find_model(model_of(fits, slot))) use_paper_of(chart, *model);
 }
 
 constexpr const char* place = "Fit_Distribution routine:";
@@ -263,7 +249,7 @@ void show_again(Session& session, int data_index, int fit_index, int slot) {
   const Desk desk(session, data_index, fit_index);
   desk.panel().remark.clear();
   remark_fit(desk, desk.fits().Fits(slot).request, slot);
-  show_on_chart(session, fit_index, slot);
+  follow_on_charts(session, fit_index, slot);
 }
 
 FitRequest request_of_panel(const Session& session, int fit_index) {
@@ -271,14 +257,6 @@ FitRequest request_of_panel(const Session& session, int fit_index) {
   const Model* model = find_model(panel.nModel);
   if (!model) throw RunTimeError(run_time::invalid_argument);
   return request_for(session, fit_index, *model, panel.nMethod);
-}
-
-void show_on_chart(Session& session, int fit_index, int slot) {
-  if (session.project.charts.bound() < 1) return;
-  Chart& chart = session.project.charts(session.project.charts.bound());
-  if (session.settings.ShowLast) show_fit(chart, session.project.fits(fit_index), slot);
-  session.gChartNow = chart;
-  session.ports.views.chart_changed(session.project.charts.bound());
 }
 
 }  // namespace tavlo

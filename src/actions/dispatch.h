@@ -11,9 +11,8 @@ namespace tavlo {
 /// Fits `model_code` by `method_code` to gData(data_index) and keeps the result in
 /// gFit(fit_index), with the request that it answers. Asks for the slope of a model that
 /// needs one; kind of ranks and censored likelihood are those of settings and panel.
-/// Refreshes the grid, and on request redraws the last chart and writes the log. A
-/// request that is answered already is shown again. The model code may be changed (a
-/// fixed slope of 1 is the exponential).
+/// On request the charts follow, and the fit is logged. A request that is answered already is
+/// shown again. The model code may be changed (a fixed slope of 1 is the exponential).
 void Fit_Distribution(Session& session, int data_index, int fit_index, std::int16_t& model_code,
                       std::int16_t method_code, bool draw, bool report);
 
@@ -27,9 +26,5 @@ void show_again(Session& session, int data_index, int fit_index, int slot);
 
 /// The request that the panel makes now, but for its slope.
 FitRequest request_of_panel(const Session& session, int fit_index);
-
-/// Shows a fit on the last chart: its first plot set takes the fit, its axes the paper
-/// of the model.
-void show_on_chart(Session& session, int fit_index, int slot);
 
 }  // namespace tavlo

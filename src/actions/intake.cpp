@@ -70,12 +70,11 @@ int answering_slot(const Session& session, const FitPanel& panel) {
   return request == fits.Fits(slot).request ? slot : 0;
 }
 
-/// Fits and chart follow the data that have just been read. True when a fit did.
+/// The fits follow the data that have just been read. True when one did.
 bool bring_up_to_date(Session& session, int index) {
   refit_all(session, index, index);
   const FitSet& fits = session.project.fits(index);
   const DataSet& data = session.project.data(index);
-  if (fits.nFits > 0) show_on_chart(session, index, fits.nFits);
   return std::any_of(fits.Fits.begin() + 1, fits.Fits.end(),
                      [&](const FitResult& fit) { return is_current(fit, data); });
 }
@@ -92,7 +91,6 @@ bool CheckDirtyData(Session& session, int data_index, bool& clean) {
   if (fits_follow)
     AppendLog(session, "\\par Data Sets have changed.  Updated Fits below. \\par", true);
   if (sheet.last_row() > 0) list_short_set(session, session.project.data(data_index));
-  Load_Fit(session, data_index);
   return true;
 }
 

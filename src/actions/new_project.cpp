@@ -1,6 +1,7 @@
 #include "actions/new_project.h"
 
 #include "actions/reports.h"
+#include "actions/undo.h"
 #include "life/models.h"
 #include "numerics/date_text.h"
 
@@ -25,11 +26,9 @@ void choose_standard_fit(FitPanel& panel) {
 
 void start_project(Session& session) {
   reset_project(session);
-  for (int i = 1; i <= session.project.fits.bound(); ++i) {
-    choose_standard_fit(*session.gFitForm(i));
-    Load_Fit(session, i);
-  }
+  for (int i = 1; i <= session.project.fits.bound(); ++i) choose_standard_fit(*session.gFitForm(i));
   AppendLog(session, head_line(session.ports.clock), false);
+  mark_saved(session);
   session.step = "New Project";
 }
 
@@ -38,8 +37,6 @@ void add_data_set(Session& session) {
   const int fits = New_frm_Fit(session);
   if (data == 0 || fits == 0) return;
   choose_standard_fit(*session.gFitForm(fits));
-  Load_Fit(session, fits);
-  session.ports.views.chart_changed(session.project.charts.bound());
   session.step = "New Data/Fit";
 }
 

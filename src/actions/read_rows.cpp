@@ -127,7 +127,6 @@ bool read_rows(Session& session, int data_index) {
   name_rows_without_time(session, data);
   Make_Ranks(session.errors, session.settings.Benard, data);
   session.gDataForm(data_index)->follow_rows();
-  session.ports.views.sheet_changed(data_index);
   return data.is_read();  // else the rows could not be ranked, which has been told
 }
 

@@ -20,6 +20,7 @@ namespace {
 constexpr const char* line_end = "\\par ";
 constexpr const char* tab = "\\tab ";
 constexpr const char* note_mark = " *";
+constexpr const char* out_of_date_mark = " (out of date)";
 constexpr const char* undetermined = "not determined";
 
 Family family_of(int model_code) {
@@ -154,12 +155,16 @@ void load_headings(const FitSet& fits, Grid& grid) {
   grid.set_text(0, fit_column::min_life, "Min Life");
 }
 
-/// "W4P/MLEc", with a mark where there is something to know beside the numbers.
-std::string model_cell(const FitResult& fit, bool current) {
+/// "W4P/MLEc", with a mark where there is something to know beside the numbers. Copies and
+/// prints of the grid carry it along.
+std::string model_cell(const FitResult& fit, const DataSet& data) {
   FitRequest shown = fit.request;
   shown.model = fit.ModelCode;
   shown.method = fit.Method;
-  return short_label(shown) + (current && !fit.notes.empty() ? note_mark : "");
+  const char* mark = is_out_of_date(fit, data) ? out_of_date_mark
+                     : fit.notes.empty()       ? ""
+                                               : note_mark;
+  return short_label(shown) + mark;
 }
 
 void load_numbers(Session& session, const FitResult& fit, const DataSet& data, int row, int to,
@@ -190,27 +195,14 @@ void load_row(Session& session, const FitSet& fits, const DataSet& data, int slo
   grid.set_rows(to + 1);
   if (row == 1) {
     grid.set_text(to, fit_column::number, std::to_string(slot));
-    grid.set_text(to, fit_column::model, model_cell(fit, current));
+    grid.set_text(to, fit_column::model, model_cell(fit, data));
   }
   // Numbers of a fit that no longer belongs to its data would be taken for true.
   if (current) load_numbers(session, fit, data, row, to, grid);
 }
 
-/// The data set of a fit set: the one that it names, else the one at its index.
 const DataSet& data_of(const Session& session, int fit_index) {
-  const FitSet& fits = session.project.fits(fit_index);
-  const int named = fits.DataIds.bound() >= 1 ? find_data(session.project, fits.DataIds(1)) : 0;
-  return session.project.data(named > 0 ? named : fit_index);
-}
-
-/// The slot whose rows cover a row of the grid; 0 for the headings.
-int slot_at(const FitSet& fits, int grid_row) {
-  int row = 0;
-  for (int k = 1; k <= fits.nFits; ++k) {
-    row += last_row(fits.Fits(k));
-    if (grid_row >= 1 && grid_row <= row) return k;
-  }
-  return 0;
+  return session.project.data(data_of_fits(session.project, fit_index));
 }
 
 }  // namespace
@@ -221,7 +213,6 @@ void AppendLog(Session& session, const std::string& text, bool as_rtf) {
   } else {
     session.project.log.append_plain(text);
   }
-  session.ports.views.log_changed();
 }
 
 void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
@@ -252,10 +243,21 @@ void Load_Fit(Session& session, int fit_index) {
   session.ports.views.fit_grid_changed(fit_index);
 }
 
+GridFit fit_at(const Session& session, int fit_index, int grid_row) {
+  const FitSet& fits = session.project.fits(fit_index);
+  int row = 0;
+  for (int k = 1; k <= fits.nFits; ++k) {
+    const int first = row + 1;
+    row += last_row(fits.Fits(k));
+    if (grid_row >= 1 && grid_row <= row) return {k, grid_row == first};
+  }
+  return {};
+}
+
 std::string notes_at(const Session& session, int fit_index, int grid_row) {
   const FitSet& fits = session.project.fits(fit_index);
   const DataSet& data = data_of(session, fit_index);
-  const int slot = slot_at(fits, grid_row);
+  const int slot = fit_at(session, fit_index, grid_row).slot;
   if (slot == 0) return "";
   if (is_out_of_date_at(session, fit_index, grid_row)) return "out of date: the data have changed";
   std::string text;
@@ -267,7 +269,7 @@ std::string notes_at(const Session& session, int fit_index, int grid_row) {
 // An entry of the sheet counts before it is read: the fits don't know of it.
 bool is_out_of_date_at(const Session& session, int fit_index, int grid_row) {
   const FitSet& fits = session.project.fits(fit_index);
-  const int slot = slot_at(fits, grid_row);
+  const int slot = fit_at(session, fit_index, grid_row).slot;
   if (slot == 0) return false;
   return is_out_of_date(fits.Fits(slot), data_of(session, fit_index));
 }

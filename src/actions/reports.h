@@ -14,6 +14,13 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index);
 /// Builds the fit grid of gFitForm(fit_index) anew and tells the views.
 void Load_Fit(Session& session, int fit_index);
 
+/// The fit that a row of the fit grid belongs to; slot 0 for the headings and behind the last.
+struct GridFit {
+  int slot = 0;
+  bool is_first_row = false;  ///< of those that the fit takes
+};
+GridFit fit_at(const Session& session, int fit_index, int grid_row);
+
 /// What is to be known beside the numbers of a row of the fit grid, a line each, for its
 /// tool tip. Empty where there is nothing.
 std::string notes_at(const Session& session, int fit_index, int grid_row);

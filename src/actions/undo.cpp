@@ -1,8 +1,8 @@
 #include "actions/undo.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "actions/reports.h"
 #include "chart/scales/chart_view.h"
 
 namespace tavlo {
@@ -16,25 +16,24 @@ bool is_zoomed(const Project& before, const Project& now) {
   return false;
 }
 
-/// A zoom shows another part of a chart and changes nothing in it.
-bool only_zoomed(const Project& before, const Project& now) {
-  if (!is_zoomed(before, now)) return false;
-  Project seen_as_before = now;
-  for (int i = 1; i <= now.charts.bound(); ++i)
+/// `now` with its charts seen as they were before.
+Project seen_as_before(const Project& before, Project now) {
+  const int last = std::min(now.charts.bound(), before.charts.bound());
+  for (int i = 1; i <= last; ++i)
     if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom)
-      copy_view(before.charts(i), seen_as_before.charts(i));
-  return seen_as_before == before;
+      copy_view(before.charts(i), now.charts(i));
+  return now;
 }
 
-/// The windows show what has come back. An edit that is open ends without being taken.
-void show(Session& session, const Project& state) {
+/// A zoom shows another part of a chart and changes nothing in it.
+bool only_zoomed(const Project& before, const Project& now) {
+  return is_zoomed(before, now) && seen_as_before(before, now) == before;
+}
+
+/// An edit that is open ends without being taken.
+void bring_back(Session& session, const Project& state) {
   session.project = state;
   follow_records(session);
-  Views& views = session.ports.views;
-  for (int i = 1; i <= session.project.data.bound(); ++i) views.sheet_changed(i);
-  for (int i = 1; i <= session.project.fits.bound(); ++i) Load_Fit(session, i);
-  for (int i = 1; i <= session.project.charts.bound(); ++i) views.chart_changed(i);
-  views.log_changed();
 }
 
 }  // namespace
@@ -51,7 +50,7 @@ void end_step(Session& session) {
 bool undo(Session& session) {
   if (is_busy(session) || !session.history.can_undo()) return false;
   const std::string name = session.history.undo_name();
-  show(session, session.history.undo());
+  bring_back(session, session.history.undo());
   session.ports.views.status("Undone: " + name);
   return true;
 }
@@ -59,9 +58,25 @@ bool undo(Session& session) {
 bool redo(Session& session) {
   if (is_busy(session) || !session.history.can_redo()) return false;
   const std::string name = session.history.redo_name();
-  show(session, session.history.redo());
+  bring_back(session, session.history.redo());
   session.ports.views.status("Done again: " + name);
   return true;
+}
+
+void mark_saved(Session& session) {
+  session.saved = session.project;
+  forget_samples(session.saved);
+}
+
+// Counters of changes go up when a row is typed and deleted again.
+bool is_unsaved(const Session& session) {
+  const Project& saved = session.saved;
+  Project now = seen_as_before(saved, session.project);
+  for (int i = 1; i <= std::min(now.data.bound(), saved.data.bound()); ++i) {
+    now.data(i).revision = saved.data(i).revision;
+    now.data(i).read_revision = saved.data(i).read_revision;
+  }
+  return now != saved;
 }
 
 }  // namespace tavlo

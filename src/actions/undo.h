@@ -15,4 +15,10 @@ void end_step(Session& session);
 bool undo(Session& session);
 bool redo(Session& session);
 
+/// Takes the project as it stands for one that can be had again.
+void mark_saved(Session& session);
+
+/// True when the project holds what was not saved. How far a chart is zoomed in doesn't count.
+bool is_unsaved(const Session& session);
+
 }  // namespace tavlo

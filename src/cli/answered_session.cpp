@@ -8,26 +8,30 @@
 
 namespace tavlo::cli {
 
-AnsweredSession::AnsweredSession(const std::string& file, DataRows data,
-                                 const FitQuestions& questions,
-                                 const std::vector<FitOutcome>& outcomes, RichText log)
-    : world_(questions.strict, file), session_(world_.ports()) {
-  const bool benard = questions.ranks == RankKind::benard;
-  session_.project.log = std::move(log);
-  session_.settings.Benard = benard;
-  fill_data_set(std::move(data), session_.project.data(1));
-  Make_Ranks(session_.errors, benard, session_.project.data(1));
-  for (const FitOutcome& outcome : outcomes) add(outcome);
+AnsweredSession::AnsweredSession(const std::string& subject, bool strict, RankKind ranks)
+    : world_(strict, subject), session_(world_.ports()) {
+  session_.settings.Benard = ranks == RankKind::benard;
+}
+
+void AnsweredSession::add(SetWork& work) {
+  if (++sets_ > session_.project.data.bound()) {
+    New_frm_Data(session_);
+    New_frm_Fit(session_);
+  }
+  DataSet& data = session_.project.data(sets_);
+  fill_data_set(std::move(work.data), data);
+  Make_Ranks(session_.errors, session_.settings.Benard, data);
+  for (const FitOutcome& outcome : work.outcomes) add(outcome);
 }
 
 void AnsweredSession::add(const FitOutcome& outcome) {
   const Fit* const fit = outcome.answer.fit();
-  FitSet& fits = session_.project.fits(1);
+  FitSet& fits = session_.project.fits(sets_);
   if (!fit || find_slot(fits, outcome.request) != 0) return;
-  fits.Fits.push_back(
-      record_of(outcome.request, *fit, outcome.answer.notes, session_.project.data(1).revision));
+  fits.Fits.push_back(record_of(outcome.request, *fit, outcome.answer.notes,
+                                session_.project.data(sets_).revision));
   fits.nFits = fits.Fits.bound();
-  PostFitLog(session_, fits.nFits, 1, 1);
+  PostFitLog(session_, fits.nFits, sets_, sets_);
 }
 
 }  // namespace tavlo::cli

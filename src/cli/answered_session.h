@@ -1,20 +1,21 @@
-// Answered session: a session that holds the rows of one file and the answers that were
+// Answered session: a session that holds the rows of data files and the answers that were
 // found for them, for charts and logs, which read a session.
 #pragma once
 
 #include "cli/cli_ports.h"
-#include "cli/fitting.h"
-#include "files/point_list.h"
+#include "cli/set_work.h"
 #include "project/session.h"
 
 namespace tavlo::cli {
 
 class AnsweredSession {
  public:
-  /// Data set 1 holds the rows, fit set 1 every fit that was made. `log` goes on with an
-  /// entry for each of them.
-  AnsweredSession(const std::string& file, DataRows data, const FitQuestions& questions,
-                  const std::vector<FitOutcome>& outcomes, RichText log);
+  /// `subject` is what the boxes are about, `ranks` those of the plotted points.
+  AnsweredSession(const std::string& subject, bool strict, RankKind ranks);
+
+  /// The rows of the file become the next data set, from 1, and every fit that was made the
+  /// fit set of the same index. The log goes on with an entry for each fit.
+  void add(SetWork& work);
 
   Session& session() { return session_; }
 
@@ -23,6 +24,7 @@ class AnsweredSession {
 
   CliWorld world_;
   Session session_;
+  int sets_ = 0;
 };
 
 }  // namespace tavlo::cli

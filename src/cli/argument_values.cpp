@@ -98,10 +98,14 @@ std::vector<const Method*> parse_methods(const std::string& text) {
   return parse_list(text, parse_method);
 }
 
-FitChoice parse_fit_choice(const std::string& text) {
-  const std::vector<std::string> parts = split(text, '/');
-  if (parts.size() != 2) refuse("'" + text + "' is no fit such as W2P/mle");
-  return {parse_model(parts[0]), parse_method(parts[1])};
+FileFit parse_file_fit(const std::string& text) {
+  const std::size_t colon = text.find(':');
+  const bool has_number = colon != std::string::npos;
+  const auto number = has_number ? whole_number(text.substr(0, colon)) : std::optional(0);
+  const std::vector<std::string> parts = split(has_number ? text.substr(colon + 1) : text, '/');
+  if (parts.size() != 2 || !number || (has_number && *number < 1))
+    refuse("'" + text + "' is no fit such as W2P/mle, or 2:W2P/mle for the second file");
+  return {static_cast<std::size_t>(*number), {parse_model(parts[0]), parse_method(parts[1])}};
 }
 
 std::vector<double> parse_percents(const std::string& text) {

@@ -2,6 +2,7 @@
 // sizes. A wrong one is a CLI::ValidationError in the user's words.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,12 @@ std::vector<const Model*> parse_models(const std::string& text);
 /// "rr,mle".
 std::vector<const Method*> parse_methods(const std::string& text);
 
-/// "W2P/mle".
-FitChoice parse_fit_choice(const std::string& text);
+/// "W2P/mle" for every file, "2:W2P/mle" for the second.
+struct FileFit {
+  std::size_t file = 0;  ///< from 1; 0 is every file
+  FitChoice choice;
+};
+FileFit parse_file_fit(const std::string& text);
 
 /// "1,10,50": percents between 0 and 100, given back as fractions.
 std::vector<double> parse_percents(const std::string& text);

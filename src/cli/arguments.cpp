@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iostream>
+#include <memory>
 #include <optional>
 
 #include "cli/argument_values.h"
@@ -105,7 +106,7 @@ void add_looks(CLI::App& app, ChartArguments& chart) {
       add_text(app, "--type", take_type, "Chart type, as report, Linear or Colour-safe", "NAME");
   add_text(
       app, "--title", [&chart](const std::string& text) { chart.title = text; },
-      "Title of the chart (the name of FILE)", "TEXT");
+      "Title of the chart (the names of the files)", "TEXT");
   const auto take_profile = [&chart](const std::string& path) { chart.profile = path; };
   add_text(app, "--profile", take_profile, "Looks and axes from a profile (.vpr)", "FILE")
       ->excludes(type);
@@ -219,33 +220,75 @@ void add_rank_command(CLI::App& app, RankArguments& rank) {
   command->final_callback([&rank] { require_one_standard_input(rank.common); });
 }
 
-void add_chart_command(CLI::App& app, ChartArguments& chart) {
-  CLI::App* const command =
-      app.add_subcommand("chart", "Draw the data, and fits where they are named");
-  command
-      ->add_option_function<std::string>(
-          "FILE", [&chart](const std::string& path) { chart.common.files = {path}; },
-          "Data file; - is standard input")
+/// The fits of `chart` while the options come in any order.
+struct ChartFits {
+  FitQuestions each;  ///< what is asked of every file
+  std::vector<FileFit> fits;
+};
+
+/// The library knows of no last name behind a list of names.
+class FilesAndOutput : public CLI::Formatter {
+ public:
+  std::string make_option_usage(const CLI::Option*) const override { return "FILE... OUT"; }
+};
+
+void add_files_and_output(CLI::App& app, ChartArguments& chart) {
+  const auto take_names = [&chart](const std::vector<std::string>& names) {
+    if (names.size() < 2) throw CLI::ValidationError("OUT is required");
+    require_picture_name(names.back());
+    chart.out = names.back();
+    chart.common.files.assign(names.begin(), names.end() - 1);
+  };
+  app.add_option_function<std::vector<std::string>>(
+         "FILE", take_names,
+         "Data files, - is standard input; the last name, OUT, is the picture to write (.svg "
+         ".pdf .png .wmf)")
       ->required()
       ->type_name("");
-  const auto take_out = [&chart](const std::string& path) {
-    require_picture_name(path);
-    chart.out = path;
+  app.formatter(std::make_shared<FilesAndOutput>());
+}
+
+/// The questions that each file is asked.
+std::vector<FitQuestions> questions_of(const ChartFits& fits, std::size_t files) {
+  std::vector<FitQuestions> questions(files, fits.each);
+  for (const auto& [file, choice] : fits.fits) {
+    if (file > files)
+      throw CLI::ValidationError("--fit " + std::to_string(file) + ":... names a file beyond the " +
+                                 (files == 1 ? "only one" : std::to_string(files) + " given"));
+    for (std::size_t i = 0; i < files; ++i)
+      if (file == 0 || file == i + 1) questions[i].choices.push_back(choice);
+  }
+  return questions;
+}
+
+/// A slope is for all Weibayes fits.
+void require_slope(const ChartFits& fits) {
+  FitQuestions all = fits.each;
+  for (const FileFit& fit : fits.fits) all.choices.push_back(fit.choice);
+  require_slope_of_weibayes(all);
+}
+
+void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
+  CLI::App* const command =
+      app.add_subcommand("chart", "Draw the data, and fits where they are named, on one chart");
+  add_files_and_output(*command, chart);
+  const auto take_fit = [&fits](const std::string& text) {
+    fits.fits.push_back(parse_file_fit(text));
   };
-  add_text(*command, "OUT", take_out, "Picture to write (.svg .pdf .png .wmf)", "")->required();
-  const auto take_fit = [&chart](const std::string& text) {
-    chart.questions.choices.push_back(parse_fit_choice(text));
-  };
-  add_texts(*command, "--fit", take_fit, "Fit to draw, as W2P/mle; may be repeated", "M/METHOD");
-  add_slope(*command, chart.questions);
+  add_texts(*command, "--fit", take_fit,
+            "Fit to draw, as W2P/mle for every FILE or 2:W2P/mle for the second; may be repeated",
+            "[N:]M/METHOD");
+  add_slope(*command, fits.each);
   add_size(*command, chart.size);
   add_sub_populations(*command, chart.sub_populations);
   add_looks(*command, chart);
   add_reading(*command, chart.common);
-  add_doubts(*command, chart.questions);
-  command->final_callback([&chart] {
-    chart.questions.ranks = chart.common.ranks;
-    require_slope_of_weibayes(chart.questions);
+  add_doubts(*command, fits.each);
+  command->final_callback([&chart, &fits] {
+    fits.each.ranks = chart.common.ranks;
+    chart.questions = questions_of(fits, chart.common.files.size());
+    require_slope(fits);
+    require_one_standard_input(chart.common);
     require_other_file(chart.out, chart.common.files);
     if (!chart.profile.empty()) require_other_file(chart.out, {chart.profile});
   });
@@ -294,10 +337,11 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   FitLists lists;
   RankArguments rank;
   ChartArguments chart;
+  ChartFits chart_fits;
   add_fit_command(app, fit, lists);
   add_rank_command(app, rank);
   BatchArguments batch;
-  add_chart_command(app, chart);
+  add_chart_command(app, chart, chart_fits);
   add_batch_command(app, batch);
   try {
     require_command(app, argc, argv);

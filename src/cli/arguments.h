@@ -59,12 +59,12 @@ struct RankArguments {
 };
 
 struct ChartArguments {
-  CommonArguments common;  ///< one file
+  CommonArguments common;
+  std::vector<FitQuestions> questions;  ///< one for each file
   std::string out;
   std::string type;     ///< a factory chart type; empty for the usual chart
   std::string profile;  ///< a profile file; empty for none
-  std::string title;    ///< of the chart; empty for the name of the file
-  FitQuestions questions;
+  std::string title;    ///< of the chart; empty for the names of the files
   bool sub_populations = false;
   PixelSize size;
 };

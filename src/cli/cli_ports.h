@@ -56,6 +56,7 @@ class NoViews : public Views {
   void status(const std::string&) override {}
   void busy_pointer(bool) override {}
   void fit_button_caption(int, const std::string&) override {}
+  void records_changed() override {}
   void sheet_changed(int) override {}
   void fit_grid_changed(int) override {}
   void chart_changed(int) override {}

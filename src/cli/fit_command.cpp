@@ -6,6 +6,7 @@
 #include "cli/output.h"
 #include "cli/pictures.h"
 #include "cli/set_work.h"
+#include "cli/shown_sets.h"
 
 namespace tavlo::cli {
 
@@ -83,13 +84,15 @@ class FitRun {
 
   /// Draws the charts and writes the log's entries.
   ExitCode keep(SetWork& work) {
-    AnsweredSession answered(work.file, std::move(work.data), arguments_.questions, work.outcomes,
-                             std::move(log_));
+    const FitQuestions& questions = arguments_.questions;
+    AnsweredSession answered(work.file, questions.strict, questions.ranks);
     Session& session = answered.session();
+    session.project.log = std::move(log_);
+    answered.add(work);
     log_ = std::move(session.project.log);
     if (arguments_.charts.empty()) return ExitCode::done;
     session.project.charts(1).SubPopulations = arguments_.sub_populations;
-    show_on_chart(session, title_of(work.file), Paper::of_first_fit);
+    show_on_chart(session, {work.file}, "", Paper::of_first_fit);
     const auto fault = write_pictures(session, arguments_.charts, arguments_.size);
     if (fault) complain(*fault);
     return fault ? ExitCode::file_fault : ExitCode::done;

@@ -12,10 +12,8 @@
 #include "chart/compose/chart_shape.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
-#include "chart/scales/chart_view.h"
 #include "cli/output.h"
 #include "painter/picture_door.h"
-#include "project/plot_rows.h"
 
 namespace tavlo::cli {
 
@@ -89,35 +87,7 @@ std::optional<std::string> write_each(Session& session, const std::vector<std::s
   return std::nullopt;
 }
 
-/// A further plot set for fit `slot`. It has no symbols, the data stand on the chart
-/// once; the factory looks have ten colours, dashes tell the next ten lines from them.
-void show_further_fit(Session& session, Chart& chart, int slot) {
-  constexpr int colours = 10;
-  constexpr int styles = 5;
-  const int row =
-      add_plot_set(chart, session.project.data(1).UniqueId, session.project.fits(1).UniqueId, slot);
-  ChartMarker& marker = chart.Markers(row);
-  marker.Label = chart.Markers(1).Label;
-  marker.SymbolStyle = pen_style::none;
-  marker.SymbolFill = 0;
-  if (marker.LineStyle == pen_style::solid) marker.LineStyle = (row - 1) / colours % styles;
-}
-
 }  // namespace
-
-void show_on_chart(Session& session, const std::string& title, Paper paper) {
-  Chart& chart = session.project.charts(1);
-  chart.Boxes(chart_item::main_title).Text2 = title;
-  chart.Markers(1).Label = title;
-  chart.Markers(1).DataId = session.project.data(1).UniqueId;
-  chart.Markers(1).FitId = session.project.fits(1).UniqueId;
-  const FitSet& fits = session.project.fits(1);
-  if (fits.nFits < 1) return;
-  chart.Markers(1).FitNumber = 1;
-  const Model* const first = find_model(fits.Fits(1).ModelCode);
-  if (first && paper == Paper::of_first_fit) use_paper_of(chart, *first);
-  for (int slot = 2; slot <= fits.nFits; ++slot) show_further_fit(session, chart, slot);
-}
 
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {

@@ -11,13 +11,6 @@
 
 namespace tavlo::cli {
 
-/// Whose axes a chart has: those of the first fit's paper, or its own.
-enum class Paper { of_first_fit, of_chart };
-
-/// Puts the data and every fit of the session on chart 1: the first fit stands with the
-/// data's symbols, each further one has a plot set of its own that is only a line.
-void show_on_chart(Session& session, const std::string& title, Paper paper);
-
 /// Draws chart 1 in the proportions of `size` and writes it to each path, by its
 /// extension; a metafile keeps the chart's own. What is wrong, as "PATH: what", for
 /// the first that can't be written.

@@ -5,7 +5,6 @@
 #include "cli/input_files.h"
 #include "cli/json_text.h"
 #include "cli/output.h"
-#include "cli/shown_text.h"
 #include "numerics/run_time_error.h"
 
 namespace tavlo::cli {
@@ -36,12 +35,6 @@ ExitCode tell_fault(const SetWork& work, bool json) {
   complain(*work.fault);
   if (json) print(error_line(work.file, *work.fault));
   return ExitCode::file_fault;
-}
-
-std::string title_of(const std::string& path) {
-  if (path == "-") return "Results";
-  const std::string name = path.substr(path.rfind('/') + 1);
-  return shown_text(name.substr(0, name.find_last_of('.')));
 }
 
 }  // namespace tavlo::cli

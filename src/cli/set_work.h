@@ -35,7 +35,4 @@ struct SetWork {
 /// Tells why a file has no answers, as JSON too when that is wanted.
 ExitCode tell_fault(const SetWork& work, bool json);
 
-/// The name of a file as a chart shows it.
-std::string title_of(const std::string& path);
-
 }  // namespace tavlo::cli

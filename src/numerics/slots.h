@@ -23,6 +23,10 @@ class Slots {
   /// Gives the array the indexes 0..bound, keeping what it holds.
   void resize(int bound) { items_.resize(static_cast<std::size_t>(bound) + 1); }
   void reserve(int bound) { items_.reserve(static_cast<std::size_t>(bound) + 1); }
+  /// The items behind it move up.
+  void erase(int index) {
+    items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(checked(index)));
+  }
   void push_back(T item) { items_.push_back(std::move(item)); }
 
   T& operator()(int index) { return items_[checked(index)]; }

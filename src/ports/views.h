@@ -13,6 +13,10 @@ class Views {
   virtual void status(const std::string& text) = 0;
   virtual void busy_pointer(bool busy) = 0;
   virtual void fit_button_caption(int fit_index, const std::string& caption) = 0;
+
+  // What an action has changed, told when it is over.
+  /// Data sets, fit sets or charts came, went or have other names.
+  virtual void records_changed() = 0;
   virtual void sheet_changed(int data_index) = 0;
   virtual void fit_grid_changed(int fit_index) = 0;
 

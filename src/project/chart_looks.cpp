@@ -14,6 +14,7 @@ void tie(ChartMarker& marker, const ChartMarker& own) {
   marker.DataId = own.DataId;
   marker.FitId = own.FitId;
   marker.Label = own.Label;
+  marker.Tied = own.Tied;
 }
 
 bool is_same_view(const ChartAxis& a, const ChartAxis& b) {
@@ -33,6 +34,7 @@ void untie(ChartMarker& marker) {
   marker.FitNumber = fresh.FitNumber;
   marker.DataId = fresh.DataId;
   marker.FitId = fresh.FitId;
+  marker.Tied = false;
 }
 
 Slots<ChartMarker> dressed_markers(const Chart& chart, const Chart& profile) {

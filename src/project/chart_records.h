@@ -132,6 +132,7 @@ struct ChartMarker {
   std::int16_t Size = 150;
   std::int16_t Symbol = 1;  ///< 1 to 27
   std::string Label;
+  bool Tied = false;  ///< a person has chosen what the row shows; no file keeps it
 
   friend bool operator==(const ChartMarker&, const ChartMarker&) = default;
 };

@@ -21,6 +21,7 @@ class DataReading {
   /// part in it. Throws as make_sample does.
   DataReading(SharedRows<SheetRow> rows, RankKind ranks, bool own_ranks, int modes);
 
+  const SharedRows<SheetRow>& rows() const { return rows_; }
   RankKind ranks() const { return ranks_; }
 
   /// `entry` is the number of the row in the sheet, from 1.

@@ -11,10 +11,14 @@ namespace tavlo {
 
 class History {
  public:
-  /// The oldest steps go when there are more.
+  /// The oldest steps go when there are more, or when they take more memory.
   static constexpr std::size_t most_steps = 500;
+  static constexpr std::size_t usual_bytes = std::size_t{256} << 20;
 
-  explicit History(const Project& start) { restart(start); }
+  explicit History(const Project& start, std::size_t most_bytes = usual_bytes)
+      : most_bytes_(most_bytes) {
+    restart(start);
+  }
 
   /// Forgets all steps.
   void restart(const Project& start);
@@ -39,13 +43,19 @@ class History {
   const Project& undo();
   const Project& redo();
 
+  /// What the states take, but for what they share: an estimate.
+  std::size_t bytes() const;
+
  private:
   struct State {
     Project project;
     std::string step;  ///< that led here
+    std::size_t bytes = 0;
   };
-  void keep(State& state, const Project& now);
+  void keep(std::size_t place, const Project& now);
+  void drop_oldest();
 
+  std::size_t most_bytes_;
   std::deque<State> states_;
   std::size_t at_ = 0;
 };

@@ -27,4 +27,16 @@ struct Project {
 int find_data(const Project& project, std::int32_t unique_id);
 int find_fit(const Project& project, std::int32_t unique_id);
 
+/// The index of the data set that a fit set belongs to: the one that it names, else the one
+/// at its place; 0 when there is neither.
+int data_of_fits(const Project& project, int fit_index);
+
+/// The index of the fit set that a plot row takes its fit from: its own or, when there is none
+/// of that identity, the one at the place of its data set; 0 when it shows no data.
+int fit_set_of(const Project& project, const ChartMarker& marker);
+
+/// Gives up the samples of all data sets, which are made again when they are wanted: one is as
+/// large as its rows.
+void forget_samples(const Project& project);
+
 }  // namespace tavlo

@@ -32,14 +32,12 @@ std::int32_t unused_id(Session& session) {
   return id;
 }
 
-/// Shows each data set and its fits on a plot set of the chart.
-void link_markers(Session& session, Chart& chart) {
-  const int last = std::min(session.project.data.bound(), session.project.fits.bound());
-  ensure_plot_row(chart, last);
-  for (int i = 1; i <= last; ++i) {
-    chart.Markers(i).DataId = session.project.data(i).UniqueId;
-    chart.Markers(i).FitId = session.project.fits(i).UniqueId;
-  }
+/// Shows each data set that the chart doesn't show yet, with its fits.
+void link_markers(const Project& project, Chart& chart) {
+  const int last = std::min(project.data.bound(), project.fits.bound());
+  for (int i = 1; i <= last; ++i)
+    if (!shows_set(project, chart, i))
+      add_plot_set(chart, project.data(i).UniqueId, project.fits(i).UniqueId, 1);
 }
 
 void add_data(Session& session) {
@@ -58,7 +56,7 @@ void add_fits(Session& session) {
   fits.nDataIds = 1;
   fits.DataIds.push_back(index <= project.data.bound() ? project.data(index).UniqueId : 0);
   project.fits.push_back(std::move(fits));
-  if (project.charts.bound() > 0) link_markers(session, project.charts(project.charts.bound()));
+  if (project.charts.bound() > 0) link_markers(project, project.charts(project.charts.bound()));
 }
 
 void add_chart_record(Session& session) {
@@ -67,7 +65,7 @@ void add_chart_record(Session& session) {
   chart.nDataIds = chart.nFitIds = 1;
   chart.DataIds.push_back(session.project.data.bound() > 0 ? session.project.data(1).UniqueId : 0);
   chart.FitIds.push_back(session.project.fits.bound() > 0 ? session.project.fits(1).UniqueId : 0);
-  link_markers(session, chart);
+  link_markers(session.project, chart);
   session.project.charts.push_back(std::move(chart));
 }
 

@@ -48,6 +48,8 @@ struct Session {
 
   FitDialogue fitting;
 
+  Project saved;  ///< as it was last saved or begun, see is_unsaved in actions/undo
+  Project told;   ///< what the windows were told last, see actions/announce
   History history;
   /// What the command at work is called in the Edit menu; empty for none of its own.
   std::string step;

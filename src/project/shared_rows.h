@@ -38,6 +38,14 @@ class SharedRows {
     edit(size_ - 1) = std::move(row);
   }
 
+  /// How many rows the list doesn't share with another one.
+  std::size_t unshared_with(const SharedRows& other) const {
+    std::size_t chunks = 0;
+    for (std::size_t i = 0; i < chunks_.size(); ++i)
+      chunks += i >= other.chunks_.size() || chunks_[i] != other.chunks_[i];
+    return chunks * chunk_rows;
+  }
+
   friend bool operator==(const SharedRows& a, const SharedRows& b) {
     return a.size_ == b.size_ && std::equal(a.chunks_.begin(), a.chunks_.end(), b.chunks_.begin(),
                                             [](const auto& one, const auto& other) {

@@ -1,6 +1,7 @@
 // A world whose first data set holds ranked points, and a person who asks for fits.
 #pragma once
 
+#include "actions/announce.h"
 #include "actions/dispatch.h"
 #include "project/fit_records.h"
 #include "project/ranking.h"
@@ -20,6 +21,7 @@ struct FitWorld : TestWorld {
     fresh.revision = data().revision + 1;
     Make_Ranks(session.errors, session.settings.Benard, fresh);
     data() = std::move(fresh);
+    announce(session);
     views.said.clear();
   }
 
@@ -29,7 +31,10 @@ struct FitWorld : TestWorld {
 
   DataSet& data() { return session.project.data(1); }
   FitPanel& panel() { return *session.gFitForm(1); }
-  const Grid& grid() { return panel().grd_Fit; }
+  const Grid& grid() {
+    announce(session);
+    return panel().grd_Fit;
+  }
   const FitSet& fits() const { return session.project.fits(1); }
   const FitResult& record(int slot) const { return session.project.fits(1).Fits(slot); }
   std::string log() const { return session.project.log.plain(); }

@@ -4,9 +4,12 @@
 
 #include <random>
 
+#include "actions/announce.h"
 #include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/records.h"
+#include "actions/shown_fits.h"
 #include "chart/parts/marks.h"
 #include "chart/scales/chart_view.h"
 #include "support/sheet_world.h"
@@ -33,7 +36,7 @@ void UndoWorld::do_at_random(std::mt19937_64& random) {
   };
   const int set = pick(1, session.project.data.bound());
   DataSheet& typed = *session.gDataForm(set);
-  switch (pick(0, 9)) {
+  switch (pick(0, 13)) {
     case 0:
     case 1:
     case 2: typed.enter(pick(1, 12), sheet_column::x, std::to_string(pick(1, 999))); break;
@@ -49,8 +52,13 @@ void UndoWorld::do_at_random(std::mt19937_64& random) {
     case 8:
       if (session.project.data.bound() < 3) add_data_set(session);
       break;
+    case 9: delete_set(session, set); break;
+    case 10: delete_fit(session, set, 1); break;
+    case 11: rename_fits(session, set, "Fits " + std::to_string(pick(1, 9))); break;
+    case 12: set_shown(session, set, 1, pick(0, 1) == 1); break;
     default: start_project(session);
   }
+  announce(session);
   end_step(session);
 }
 
@@ -66,6 +74,7 @@ TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
     const std::string log = world.log();
     for (std::size_t back = states.size() - 1; back-- > 0;) {
       undo(world.session);
+      announce(world.session);
       ASSERT_TRUE(world.session.project == states[back]) << seed << ", state " << back;
     }
     EXPECT_FALSE(world.session.history.can_undo());
@@ -90,6 +99,7 @@ TEST(Undo, NamesItsStepsAndForgetsWhatWasUndoneAtANewOne) {
   undo(world.session);
   EXPECT_EQ(world.session.history.undo_name(), "Paste");
   EXPECT_EQ(world.session.history.redo_name(), "Fit");
+  announce(world.session);
   EXPECT_EQ(world.panel().grd_Fit.rows(), 1) << "the grid follows";
   world.sheet().enter(3, sheet_column::x, "300");
   end_step(world.session);
@@ -128,6 +138,33 @@ TEST(Undo, StatesShareTheirRows) {
   before.resize(60000);
   before.resize(100000);
   EXPECT_TRUE(rows == before) << "rows that went leave no trace";
+}
+
+TEST(Undo, TheOldestStepsGoWhenTheyTakeTooMuchMemory) {
+  constexpr std::size_t rows = 20000;
+  UndoWorld world;
+  world.session.history = History(world.session.project, 10 * rows * sizeof(SheetRow));
+  for (int paste = 1; paste <= 30; ++paste) {
+    std::string text;
+    for (std::size_t i = 0; i < rows; ++i) text += std::to_string(i + paste) + "\n";
+    world.clipboard.plain = text;
+    world.sheet().go_to(1, sheet_column::x);
+    PasteClip(world.session, 1);
+    end_step(world.session);
+    EXPECT_LE(world.session.history.bytes(), 10 * rows * sizeof(SheetRow));
+  }
+  int steps = 0;
+  while (undo(world.session)) ++steps;
+  EXPECT_GE(steps, 7) << "no more than need be";
+  EXPECT_LE(steps, 9);
+  EXPECT_EQ(world.sheet().text(1, sheet_column::x), std::to_string(30 - steps));
+  world.session.history = History(world.session.project);
+  for (int title = 0; title < 600; ++title) {
+    world.session.project.charts(1).Boxes(chart_item::main_title).Text2 = std::to_string(title);
+    end_step(world.session);
+  }
+  while (undo(world.session)) --steps;
+  EXPECT_EQ(world.session.project.charts(1).Boxes(chart_item::main_title).Text2, "99");
 }
 
 TEST(Undo, StopsWhileAFitIsUnderWay) {

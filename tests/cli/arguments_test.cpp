@@ -33,7 +33,14 @@ TEST_F(Arguments, WrongUsageEndsWithTwoAndSaysWhy) {
       {{"batch", "--jobs", "0"}, "'0' is no number of jobs"},
       {{"batch", "x"}, "x"},
       {{"chart", "x"}, "OUT is required"},
-      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"}};
+      {{"chart", "x", "y"}, "the chart 'y' must end in"},
+      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"},
+      {{"chart", "x", "y.svg", "--fit", "2:W2P/mle"}, "2:... names a file beyond the only one"},
+      {{"chart", "x", "y", "z.svg", "--fit", "3:E/rr"}, "3:... names a file beyond the 2 given"},
+      {{"chart", "x", "y", "z.svg", "--fit", "0:E/rr"}, "'0:E/rr' is no fit"},
+      {{"chart", "x", "y", "z.svg", "--fit", "b:E/rr"}, "'b:E/rr' is no fit"},
+      {{"chart", "x", "y", "z.svg", "--fit", "2:Wb/rr"}, "Wb needs its slope"},
+      {{"chart", "-", "x", "-", "y.svg"}, "standard input (-) can be read only once"}};
   for (const UsageCase& row : cases) {
     const ProgramRun run = folder.run(row.arguments);
     EXPECT_EQ(run.code, 2) << row.message;

@@ -17,6 +17,13 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   return at == std::string::npos ? "" : text.replace(at, from.size(), to);
 }
 
+/// The metafile c.wmf that these arguments make.
+std::string picture_of(const test::CliFolder& folder, const std::string& arguments) {
+  const ProgramRun run = folder.shell("$CLI chart " + arguments);
+  EXPECT_EQ(run.code, 0) << arguments << "\n" << run.err;
+  return folder.read("c.wmf");
+}
+
 /// The chart of the example with these further arguments.
 std::string picture(const test::CliFolder& folder, const std::vector<std::string>& looks) {
   std::vector<std::string> arguments = {"chart", data_file, "c.wmf", "--fit", "W2P/mle"};
@@ -43,6 +50,135 @@ TEST_F(ChartCommand, TakesLooksFromAProfileOrAType) {
   EXPECT_TRUE(own != plain);
   EXPECT_TRUE(safe != plain);
   EXPECT_TRUE(linear != plain);
+}
+
+struct SeveralFiles : ChartCommand {
+  SeveralFiles() {
+    folder.write("pumps.csv", "time;status\n100,5;F\n220,5;F\n300,5;S\n");
+    folder.write("motors.txt", "150\n290x2\n>400\n");
+    std::filesystem::create_directory(folder.path("old"));
+    folder.write("old/motors.txt", "50\n70\n>90x4\n");
+  }
+};
+
+TEST_F(SeveralFiles, ShareOneChartAndAFitIsForTheFileItNames) {
+  const std::string own =
+      picture_of(folder, "pumps.csv motors.txt c.wmf --fit 2:W2P/mle --fit 1:N/rr");
+  for (const char* words : {"pumps, motors", ":pumps N2 /S1", ":motors N3 /S1", "W2P/", "N/"})
+    EXPECT_NE(own.find(words), std::string::npos) << words;
+  EXPECT_LT(own.find("N/"), own.find("W2P/")) << "in the order of the files";
+  struct Case {
+    std::string arguments, same;
+  };
+  const Case cases[] = {
+      {"motors.txt c.wmf --fit W2P/mle", "motors.txt c.wmf --fit 1:W2P/mle"},
+      {"pumps.csv motors.txt c.wmf --fit W2P/mle --fit E/rr",
+       "--fit 2:W2P/mle --fit 1:W2P/mle pumps.csv --fit 1:E/rr --fit 2:E/rr motors.txt c.wmf"},
+      {"pumps.csv motors.txt c.wmf --title 'pumps, motors'", "pumps.csv motors.txt c.wmf"}};
+  for (const auto& [arguments, same] : cases)
+    EXPECT_TRUE(picture_of(folder, arguments) == picture_of(folder, same)) << same;
+  EXPECT_TRUE(own != picture_of(folder, "pumps.csv motors.txt c.wmf --fit 2:W2P/mle"));
+}
+
+/// How many dashed pens a metafile makes: its record's number, and the style.
+int dashed_pens(const std::string& metafile) {
+  const std::string record("\xFA\x02\1\0", 4);
+  int count = 0;
+  for (std::size_t at = 0; (at = metafile.find(record, at)) != std::string::npos; ++at) ++count;
+  return count;
+}
+
+// Each kind of fit has one style of line, whether or not a file has the others too.
+TEST_F(SeveralFiles, AreToldApartAndSoAreTheirFits) {
+  folder.write("sound.txt", ">500\n>700\n");
+  const std::string chart = picture_of(
+      folder, "pumps.csv sound.txt motors.txt c.wmf --fit 1:E/mle --fit 1:W2P/rr --fit 3:W2P/rr");
+  for (const char* words :
+       {"pumps, E/MLE", "pumps, W2P/rr", "motors, W2P/rr", "sound, no failures"})
+    EXPECT_NE(chart.find(words), std::string::npos) << words;
+  EXPECT_EQ(dashed_pens(chart), 4) << "two lines and their samples in the legend";
+  EXPECT_EQ(dashed_pens(picture_of(folder, "pumps.csv motors.txt c.wmf --fit W2P/rr")), 0);
+}
+
+TEST_F(SeveralFiles, OfOneNameAreCalledByTheirPaths) {
+  const std::string chart =
+      picture_of(folder, "motors.txt old/motors.txt - old/motors.txt c.wmf < pumps.csv");
+  for (const char* name :
+       {"motors.txt", "old/motors.txt (2)", "standard input", "old/motors.txt (4)"})
+    EXPECT_NE(chart.find(name), std::string::npos) << name;
+}
+
+TEST_F(SeveralFiles, WithLongNamesAreKnownByWhatDiffers) {
+  std::string files;
+  for (const std::string place : {"north", "south", "far north"}) {
+    const std::string name = "Feed pumps of the " + place + " plant, second overhaul.txt";
+    folder.write(name, "100\n200\n");
+    files += "'" + name + "' ";
+  }
+  const std::string chart = picture_of(folder, files + "c.wmf --fit W2P/rr");
+  for (const char* name : {":\x85north\x85 N2", ":\x85south\x85 N2",
+                           ":\x85"
+                           "far north\x85 N2"})
+    EXPECT_NE(chart.find(name), std::string::npos) << name;
+}
+
+// One chart of any number, beyond the rows that the factory has looks for.
+TEST_F(SeveralFiles, AsManyAsNamed) {
+  std::string files;
+  for (int i = 1; i <= 25; ++i) {
+    folder.write("set" + std::to_string(i), std::to_string(i) + "\n" + std::to_string(2 * i));
+    files += "set" + std::to_string(i) + " ";
+  }
+  const std::string chart = picture_of(folder, files + "c.wmf --fit W2P/rr");
+  for (const char* words : {"set1, set2, ", " more", "set25"})
+    EXPECT_NE(chart.find(words), std::string::npos) << words;
+}
+
+TEST_F(SeveralFiles, AFaultNamesItsFileAndNothingIsDrawn) {
+  folder.write("bad.txt", "5\n7 weeks ago\n");
+  folder.write("doubt.txt", "1071,8\n1069,3\n");
+  struct Case {
+    std::string arguments, words;
+    int code;
+  };
+  const Case cases[] = {{"pumps.csv bad.txt c.wmf", "tavlo-cli: bad.txt:2: ", 3},
+                        {"none motors.txt c.wmf", "tavlo-cli: none: ", 3},
+                        {"none bad.txt c.wmf", "tavlo-cli: bad.txt:2: ", 3},
+                        {"motors.txt doubt.txt c.wmf", "--decimal comma or", 3},
+                        {"motors.txt doubt.txt c.wmf --decimal comma", "", 0},
+                        {"motors.txt pumps.csv c.wmf --fit 2:LN/mle", "pumps.csv: LN/mle: ", 1}};
+  for (const auto& [arguments, words, code] : cases) {
+    std::filesystem::remove(folder.path("c.wmf"));
+    const ProgramRun run = folder.shell("$CLI chart " + arguments);
+    EXPECT_EQ(run.code, code) << arguments << run.err;
+    EXPECT_NE(run.err.find(words), std::string::npos) << arguments << run.err;
+    EXPECT_EQ(std::filesystem::exists(folder.path("c.wmf")), code != 3) << arguments;
+  }
+}
+
+// The note at the foot of a chart, for a profile that shows it.
+TEST_F(SeveralFiles, AreNamedWithTheirFolderAtTheFoot) {
+  const std::string factory = folder.read(factory_profile);
+  struct Case {
+    std::string mode, files, note;
+  };
+  const std::string here = std::filesystem::canonical(folder.path(".")).string();
+  const Case cases[] = {{"1", "pumps.csv", "pumps.csv"},
+                        {"1", "./motors.txt old/../old/motors.txt", "motors.txt, old/motors.txt"},
+                        {"2", "pumps.csv", here},
+                        {"2", "old/motors.txt", here + "/old"},
+                        {"1", "- < pumps.csv", "standard input"}};
+  for (const auto& [mode, files, note] : cases) {
+    std::string profile = factory;
+    const std::size_t item = profile.find("2400,0,0", profile.find("Occurrence CDF%"));
+    profile.replace(item, 8, "2400," + mode + ",0");
+    folder.write("p.vpr", profile);
+    const std::size_t input = files.find(" <");
+    const std::string chart =
+        picture_of(folder, files.substr(0, input) + " c.wmf --profile p.vpr" +
+                               (input < files.size() ? files.substr(input) : ""));
+    EXPECT_NE(chart.find(note), std::string::npos) << files;
+  }
 }
 
 TEST_F(ChartCommand, RefusesBrokenLooksWithACode) {

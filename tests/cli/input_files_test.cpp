@@ -90,7 +90,8 @@ TEST_F(InputFiles, AnOutputIsNoInput) {
        {"$CLI fit d.txt --log d.txt", "$CLI fit - --log d.txt < d.txt",
         "$CLI fit d.txt --log link.txt", "$CLI fit link.txt --log ./d.txt",
         "$CLI fit - --log hard.txt < d.txt", "$CLI fit /dev/stdin --log link.txt < d.txt",
-        "$CLI fit d.wmf --chart d.wmf", "$CLI chart - d.wmf < d.wmf", "$CLI fit - - < d.txt"}) {
+        "$CLI fit d.wmf --chart d.wmf", "$CLI chart - d.wmf < d.wmf", "$CLI fit - - < d.txt",
+        "$CLI chart d.txt d.wmf ./d.wmf"}) {
     EXPECT_EQ(folder.shell(line).code, 2) << line;
     EXPECT_EQ(folder.read("d.txt") + folder.read("d.wmf"), "5\n7\n5\n7\n") << line;
   }

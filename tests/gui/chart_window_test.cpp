@@ -36,7 +36,7 @@ class OnTheChart : public test::WindowWorld {
     ASSERT_TRUE(wait_until([&] { return chart_has_fit_line() && !program.commands.running(); }));
     record().Boxes(chart_item::legend).Mode = legend_mode::always;
     record().Markers(1).Label = "Bearings";
-    redraw();
+    program.commands.run([] {});
     person.press({"ctrl+3"});
     ASSERT_TRUE(wait_until([&] { return chart().hasFocus(); }));
   }
@@ -57,9 +57,6 @@ class OnTheChart : public test::WindowWorld {
   QPoint in_plot(double right, double down) {
     const QRectF plot = chart().stage().plot_area();
     return QPointF(plot.x() + right * plot.width(), plot.y() + down * plot.height()).toPoint();
-  }
-  void redraw() {
-    program.commands.run([&] { chart().stage().announce_change(); });
   }
   void press(const char* key) { person.press({key}); }
   /// The events of the person's acts are through when a key after them is.

@@ -64,8 +64,11 @@ TEST_F(Frame, EveryKeyHasOneMeaning) {
     if (each.keys.empty()) continue;
     for (const auto& keys : QKeySequence::listFromString(to_qt(each.keys))) {
       EXPECT_FALSE(keys.isEmpty()) << each.keys;
-      const auto [owner, is_new] = owners.try_emplace(keys.toString(), to_qt(each.caption));
-      EXPECT_TRUE(is_new) << each.caption << " and " << from_qt(owner->second);
+      // A key of the frame is heard everywhere, one of a place there alone.
+      const QString place = QString(static_cast<int>(each.reach), u' ');
+      EXPECT_FALSE(owners.contains(keys.toString())) << each.caption;
+      EXPECT_TRUE(owners.try_emplace(keys.toString() + place, to_qt(each.caption)).second)
+          << each.caption;
     }
   }
   EXPECT_GT(owners.size(), 30u);

@@ -69,6 +69,54 @@ TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindows) {
   EXPECT_EQ(window.tree().node(QStringLiteral("D2")), nullptr);
 }
 
+TEST_F(UndoByKeys, FitsAreShownPickedAndDeletedInTheirGrid) {
+  type_handbook_example();
+  for (const char* model : {"alt+2", "alt+n"}) press_and_rest({model, "alt+c"});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 3; }));
+  auto& grid = dynamic_cast<QTableView&>(widget("grd_Fit"));
+  const auto cell = [&](int row, int column) {
+    return grid.visualRect(grid.model()->index(row, column));
+  };
+  const auto ticked = [&](int row) {
+    return grid.model()->index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  };
+  const auto lines = [&] { return plot_sets(session(), session().project.charts(1)).size(); };
+  EXPECT_FALSE(ticked(0));
+  EXPECT_TRUE(ticked(1));
+  person.click(*grid.viewport(), cell(0, 0).topLeft() + QPoint(11, cell(0, 0).height() / 2));
+  ASSERT_TRUE(wait_until([&] { return ticked(0) && is_at_rest(); }));
+  EXPECT_TRUE(ticked(1));
+  EXPECT_EQ(lines(), 2u);
+  press_and_rest({"ctrl+z"});
+  ASSERT_TRUE(wait_until([&] { return !ticked(0); }));
+  person.click(*grid.viewport(), cell(0, fit_column::model).center());
+  ASSERT_TRUE(wait_until([&] { return ticked(0) && is_at_rest(); })) << "the line of the row";
+  EXPECT_FALSE(ticked(1));
+  press_and_rest({"Delete"});
+  ASSERT_TRUE(wait_until([&] { return fits().rows() == 2; }));
+  EXPECT_EQ(fits().text(1, fit_column::model), "N/rr");
+}
+
+TEST_F(UndoByKeys, SetsAreRenamedAndDeletedInTheTree) {
+  window.DoCommand(2);
+  ASSERT_TRUE(wait_until([&] { return windows_shown() == 6 && is_at_rest(); }));
+  press_and_rest({"ctrl+0"});
+  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D1")));
+  press_and_rest({"F2", "ctrl+a"});
+  person.type("Pumps\n");
+  ASSERT_TRUE(wait_until([&] { return session().project.data(1).Title == "Pumps"; }));
+  EXPECT_EQ(window.windows().child(QStringLiteral("D1"))->windowTitle(), QStringLiteral("Pumps"));
+  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D2")));
+  press_and_rest({"Delete"});
+  ASSERT_TRUE(wait_until([&] { return windows_shown() == 4; }));
+  EXPECT_EQ(session().project.data.bound(), 1);
+  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D1")));
+  press_and_rest({"Delete"});
+  EXPECT_EQ(session().project.data.bound(), 1) << "one stays";
+  take_steps(18);
+  EXPECT_EQ(session().project.data(1).Title, "Data1");
+}
+
 TEST_F(UndoByKeys, AnEditShowsThatFitsAndChartAreOutOfDateAndUndoMendsIt) {
   type_handbook_example();
   press_and_rest({"alt+c"});

@@ -206,6 +206,7 @@ class RecordingViews : public Views {
   void fit_button_caption(int fit_index, const std::string& caption) override {
     said.push_back("button " + std::to_string(fit_index) + " " + caption);
   }
+  void records_changed() override { said.push_back("records"); }
   void sheet_changed(int index) override { said.push_back("sheet " + std::to_string(index)); }
   void fit_grid_changed(int index) override { said.push_back("grid " + std::to_string(index)); }
   void chart_changed(int index) override { said.push_back("chart " + std::to_string(index)); }

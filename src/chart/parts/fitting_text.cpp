@@ -35,10 +35,12 @@ std::string cut_to_width(TextMeasure& measure, std::string text, const ChartItem
   return std::string(utf8_front(text, length)) + ellipsis;
 }
 
-ChartItem fitted_to_width(TextMeasure& measure, ChartItem item, double room) {
-  const double width = text_size(measure, item.Text2, item).width;
-  if (width <= room) return item;
-  const auto shrunk = static_cast<float>(0.995 * drawn_font_size(item.FontSize) * room / width);
+ChartItem fitted_to_width(TextMeasure& measure, ChartItem item, double width) {
+  constexpr double slack = 0.97;  // real letters may be wider than the table of widths says
+  const double room = slack * width;
+  const double needed = text_size(measure, item.Text2, item).width;
+  if (needed <= room) return item;
+  const auto shrunk = static_cast<float>(0.995 * drawn_font_size(item.FontSize) * room / needed);
   item.FontSize = std::max(std::min(item.FontSize, smallest_font), shrunk);
   item.Text2 = cut_to_width(measure, std::move(item.Text2), item, room);
   return item;

@@ -20,6 +20,7 @@ inline constexpr int always = 2;
 struct LegendEntry {
   ChartMarker look;  ///< of line and symbol
   std::string title;
+  std::string fit;  ///< behind the title; where there is no room, this is the last to go
   bool has_line = false;
   bool has_symbol = false;
 };

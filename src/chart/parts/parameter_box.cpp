@@ -18,6 +18,7 @@ using namespace drawing;
 namespace {
 
 constexpr double width_per_point = 16.0;  // a little wider than the letters: room between columns
+constexpr double widest_label = 0.3;      // of the plot
 constexpr double padding = 90;
 constexpr double inside_corner = 80;
 constexpr std::int32_t rule_pen = 5;
@@ -32,6 +33,11 @@ struct Layout {
 
 double width_of(Canvas& canvas, const std::string& text, const ChartItem& item) {
   return text.empty() ? 0.0 : text_size(canvas.text_measure, text, item, width_per_point).width;
+}
+
+/// Of what runs over all columns.
+double words_width(Canvas& canvas, const TableLine& line, const ChartItem& item) {
+  return width_of(canvas, line.title + line.heading + line.remark, item);
 }
 
 double column_width(Canvas& canvas, const ParameterTable& table, std::size_t column,
@@ -58,21 +64,22 @@ Layout layout_of(Canvas& canvas, const ParameterTable& table, const ChartItem& i
   const TextSize reference = text_size(canvas.text_measure, "8Xm", item);
   layout.line_height = chart_style(canvas.chart).line_spacing * reference.height;
   const double gap = reference.width / 4.0;
+  const double plot_width = canvas.chart.Boxes(chart_item::plot_box).Width;
   double at = 0;
   for (std::size_t i = 0; i < table_column::count; ++i) {
     layout.starts[i] = at;
     if (!table.shown[i]) continue;
-    layout.ends[i] = at + column_width(canvas, table, i, item);
+    const double width = column_width(canvas, table, i, item);
+    layout.ends[i] =
+        at + (i == table_column::label ? std::min(width, widest_label * plot_width) : width);
     at = layout.ends[i] + gap;
   }
   layout.starts[table_column::count] = at;
   layout.width = rows_width(canvas, table, layout, gap, item);
-  const double widest = chart_style(canvas.chart).widest_parameters;
   const double most =
-      std::max(layout.width, widest * canvas.chart.Boxes(chart_item::plot_box).Width);
+      std::max(layout.width, chart_style(canvas.chart).widest_parameters * plot_width);
   for (const TableLine& line : table.lines)
-    for (const std::string& text : {line.heading, line.remark})
-      layout.width = std::max(layout.width, std::min(most, width_of(canvas, text, item)));
+    layout.width = std::max(layout.width, std::min(most, words_width(canvas, line, item)));
   return layout;
 }
 
@@ -107,17 +114,12 @@ float fitting_font(Canvas& canvas, const ParameterTable& table) {
   return item.FontSize;
 }
 
-bool has_values(const TableLine& line) { return line.heading.empty() && !line.names_columns; }
-
 /// Lines that no letters are small enough for are left out, with the headings that
-/// would lose their values; a mark says so.
+/// would lose their values.
 void cut_to_plot(ParameterTable& table, const Layout& layout, const ChartItem& plot) {
   const double room = plot.Height - 2 * inside_corner - padding;
-  const auto most = static_cast<std::size_t>(std::clamp(room / layout.line_height, 1.0, 1e6));
-  if (table.lines.size() <= most) return;
-  table.lines.resize(most - 1);
-  while (!table.lines.empty() && !has_values(table.lines.back())) table.lines.pop_back();
-  table.lines.emplace_back().cells[table_column::label] = "\u2026";
+  limit_lines(table.lines,
+              static_cast<std::size_t>(std::clamp(room / layout.line_height, 1.0, 1e6)));
 }
 
 /// The box in one size of letters, and where it would stand.
@@ -212,6 +214,19 @@ void draw_table(Canvas& canvas, const ParameterTable& table, const ChartItem& bo
   }
 }
 
+/// Names give way where there is no room, numbers don't.
+void cut_words(Canvas& canvas, TableLine& line, const ChartItem& box, const Layout& layout) {
+  const auto cut = [&](const std::string& text, double room) {
+    return cut_to_width(canvas.text_measure, text, box, room, width_per_point);
+  };
+  for (std::string* words : {&line.heading, &line.remark})
+    if (!words->empty())
+      *words =
+          cut(cut(line.title, layout.width - width_of(canvas, *words, box)) + *words, layout.width);
+  std::string& label = line.cells[table_column::label];
+  label = cut(label, layout.ends[table_column::label] - layout.starts[table_column::label]);
+}
+
 ParameterTable table_of(const Canvas& canvas, const Session& session,
                         const std::vector<PlotSet>& sets) {
   const bool is_plain = chart_style(canvas.chart).wording == Wording::plain;
@@ -225,9 +240,7 @@ void draw_parameter_box(Canvas& canvas, const Session& session, const std::vecto
   ParameterTable table = table_of(canvas, session, sets);
   if (table.lines.empty()) return;
   const auto& [box, layout, hidden] = best_setting(canvas, table, content);
-  for (TableLine& line : table.lines)
-    for (std::string* text : {&line.heading, &line.remark})
-      *text = cut_to_width(canvas.text_measure, *text, box, layout.width, width_per_point);
+  for (TableLine& line : table.lines) cut_words(canvas, line, box, layout);
   canvas.recorder.note_area(chart_item::parameter_box, area_of(box));
   draw_box(canvas.recorder, box);
   draw_rules(canvas, table, box, layout);

@@ -92,10 +92,13 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
 TableLine set_line(const Session& session, const PlotSet& set) {
   TableLine line;
   const Sample& sample = session.project.data(set.data_index).sample();
-  line.heading = ":" + set_title(session, set) + " N" + number_text(sample.total_failures) + " /S" +
-                 number_text(sample.total_suspensions);
+  line.title = ":" + set_title(session, set);
+  line.heading =
+      " N" + number_text(sample.total_failures) + " /S" + number_text(sample.total_suspensions);
   return line;
 }
+
+bool has_values(const TableLine& line) { return line.heading.empty() && !line.names_columns; }
 
 bool says_something(const std::vector<TableLine>& lines, std::size_t column) {
   return std::any_of(lines.begin(), lines.end(), [column](const TableLine& line) {
@@ -113,6 +116,13 @@ std::string ranks_remark(const FitResult& fit, const DataSet& data) {
          ", points: " + rank_words(data.reading.ranks()) + " ranks";
 }
 
+void limit_lines(std::vector<TableLine>& lines, std::size_t most) {
+  if (lines.size() <= most) return;
+  lines.resize(most - 1);
+  while (!lines.empty() && !has_values(lines.back())) lines.pop_back();
+  lines.emplace_back().remark = "\u2026";
+}
+
 ParameterTable parameter_table(const Session& session, const std::vector<PlotSet>& sets) {
   ParameterTable table;
   int data_index = 0;
@@ -125,7 +135,7 @@ ParameterTable parameter_table(const Session& session, const std::vector<PlotSet
     add_fit(table.lines, *set.fit, session.project.data(set.data_index),
             session.settings.DigitsParBox);
   }
-  if (table.lines.size() > most_table_lines) table.lines.resize(most_table_lines);
+  limit_lines(table.lines, most_table_lines);
   for (std::size_t i = 0; i < table_column::count; ++i)
     table.shown[i] = says_something(table.lines, i);
   return table;

@@ -23,6 +23,7 @@ inline constexpr std::size_t count = 6;
 struct TableLine {
   std::array<std::string, table_column::count> cells;
   bool names_columns = false;
+  std::string title;    ///< before heading or remark; cut where these have no room else
   std::string heading;  ///< of a data set; runs over all columns
   std::string remark;   ///< about the fit above; runs over all columns
   std::string quality;  ///< behind the last column
@@ -40,6 +41,9 @@ inline constexpr std::size_t most_table_lines = 50;
 /// Says so where the line and the points of a fit have different kinds of ranks; else
 /// empty.
 std::string ranks_remark(const FitResult& fit, const DataSet& data);
+
+/// Leaves only lines that a table may have; a mark says that there were more.
+void limit_lines(std::vector<TableLine>& lines, std::size_t most);
 
 /// At most 50 lines. Values have `DigitsParBox` significant digits.
 ParameterTable parameter_table(const Session& session, const std::vector<PlotSet>& sets);

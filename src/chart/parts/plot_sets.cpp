@@ -9,14 +9,8 @@ namespace tavlo {
 
 namespace {
 
-int fit_set_of(const Session& session, const ChartMarker& marker, int data_index) {
-  const int own = find_fit(session.project, marker.FitId);
-  if (own != 0) return own;
-  return data_index <= session.project.fits.bound() ? data_index : 0;
-}
-
 const FitResult* fit_of(const Session& session, const ChartMarker& marker, int data_index) {
-  const int index = fit_set_of(session, marker, data_index);
+  const int index = fit_set_of(session.project, marker);
   if (index == 0) return nullptr;
   const FitSet& fits = session.project.fits(index);
   if (marker.FitNumber < 0 || marker.FitNumber > fits.Fits.bound()) return nullptr;
@@ -55,14 +49,10 @@ bool is_out_of_date(const Session& session, const Chart& chart) {
   });
 }
 
-int fit_set_of(const Session& session, const ChartMarker& marker) {
-  const int data_index = marker.DataId == 0 ? 0 : find_data(session.project, marker.DataId);
-  return data_index == 0 ? 0 : fit_set_of(session, marker, data_index);
-}
-
 void show_data(ChartMarker& marker, std::int32_t data_id) {
   marker.DataId = data_id;
   marker.FitId = ChartMarker{}.FitId;
+  marker.Tied = data_id != 0;
 }
 
 std::string names_of_data(const Session& session, const std::vector<PlotSet>& sets) {

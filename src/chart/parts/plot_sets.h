@@ -25,11 +25,7 @@ std::vector<PlotSet> plot_sets(const Session& session, const Chart& chart);
 /// holds for the data as they were.
 bool is_out_of_date(const Session& session, const Chart& chart);
 
-/// Index of the fit set that a marker row takes its fit from; 0 when the row shows no
-/// data or there is none.
-int fit_set_of(const Session& session, const ChartMarker& marker);
-
-/// The row shows that data set with its own fits, or none for 0.
+/// The row shows that data set with its own fits, or none for 0, because a person wants so.
 void show_data(ChartMarker& marker, std::int32_t data_id);
 
 /// The names of the data sets, each once: "Pumps, Motors".

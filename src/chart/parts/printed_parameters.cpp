@@ -111,12 +111,68 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
 void add_name(std::vector<TableLine>& lines, const Session& session, const PlotSet& set,
               bool is_one_data_set) {
   const std::string name = plain_fit_name(*set.fit);
-  lines.push_back(words_line(is_one_data_set ? name : set_title(session, set) + ": " + name));
+  lines.push_back(words_line(is_one_data_set ? name : ": " + name));
+  if (!is_one_data_set) lines.back().title = set_title(session, set);
 }
 
 void add_ranks(std::vector<TableLine>& lines, const FitResult& fit, const DataSet& data) {
   const std::string remark = ranks_remark(fit, data);
   if (!remark.empty()) lines.push_back(words_line(remark));
+}
+
+bool is_one_population(const FitResult& fit) {
+  return find_model(fit.ModelCode) && row_count(fit) == 1 && fit.modes.empty();
+}
+
+/// Fits that the same columns serve.
+bool are_alike(const FitResult& a, const FitResult& b) {
+  return a.ModelCode == b.ModelCode && a.Method == b.Method &&
+         a.request.censored == b.request.censored && is_one_population(a) && is_one_population(b);
+}
+
+/// The fit of one data set among the others of its kind.
+TableLine set_line(const Session& session, const PlotSet& set) {
+  const Model& model = *find_model(set.fit->ModelCode);
+  const PlainValues plain = plain_values(model, set.fit->Rows(1));
+  TableLine line;
+  line.cells[table_column::label] = set_title(session, set);
+  line.cells[table_column::first] = plain.first;
+  line.cells[table_column::second] = plain.second + (model.fixes_slope() ? " (given)" : "");
+  line.cells[table_column::minimum_life] = plain.minimum_life;
+  line.quality = plain_quality(*set.fit);
+  return line;
+}
+
+/// One model by one method for several data sets: its name once, and a line for each set.
+void add_alike(std::vector<TableLine>& lines, const Session& session,
+               const std::vector<PlotSet>& alike) {
+  const FitResult& fit = *alike.front().fit;
+  lines.push_back(words_line(plain_fit_name(fit)));
+  const std::size_t heading = lines.size();
+  lines.push_back(heading_line(*find_model(fit.ModelCode)));
+  lines.back().cells[table_column::population].clear();
+  for (const PlotSet& set : alike) {
+    lines.push_back(set_line(session, set));
+    if (!lines.back().cells[table_column::minimum_life].empty())
+      lines[heading].cells[table_column::minimum_life] = "t0";
+    add_ranks(lines, *set.fit, session.project.data(set.data_index));
+  }
+}
+
+/// The sets with fits, in order, those that are alike together.
+std::vector<std::vector<PlotSet>> groups_of(const std::vector<PlotSet>& sets) {
+  std::vector<std::vector<PlotSet>> groups;
+  for (const PlotSet& set : sets) {
+    if (!set.fit) continue;
+    const auto group = std::find_if(groups.begin(), groups.end(), [&](const auto& other) {
+      return are_alike(*other.front().fit, *set.fit);
+    });
+    if (group != groups.end())
+      group->push_back(set);
+    else
+      groups.push_back({set});
+  }
+  return groups;
 }
 
 bool is_shown(const std::vector<TableLine>& lines, std::size_t column) {
@@ -134,14 +190,18 @@ ParameterTable printed_parameters(const Session& session, const std::vector<Plot
   const bool is_one_data_set = show_one_data_set(sets);
   const bool is_alone = std::count_if(sets.begin(), sets.end(),
                                       [](const PlotSet& set) { return set.fit != nullptr; }) == 1;
-  for (const PlotSet& set : sets) {
-    if (!set.fit) continue;
+  for (const std::vector<PlotSet>& group : groups_of(sets)) {
+    if (group.size() > 1) {
+      add_alike(table.lines, session, group);
+      continue;
+    }
+    const PlotSet& set = group.front();
     const DataSet& data = session.project.data(set.data_index);
     if (!is_alone) add_name(table.lines, session, set, is_one_data_set);
     add_fit(table.lines, *set.fit, data, is_alone);
     add_ranks(table.lines, *set.fit, data);
   }
-  if (table.lines.size() > most_table_lines) table.lines.resize(most_table_lines);
+  limit_lines(table.lines, most_table_lines);
   for (std::size_t i = 0; i < table_column::count; ++i) table.shown[i] = is_shown(table.lines, i);
   return table;
 }

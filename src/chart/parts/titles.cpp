@@ -57,7 +57,7 @@ std::string file_note(const ChartItem& item) {
   switch (item.Mode) {
     case 1: return item.Text2;
     case 2: return item.Text1;
-    case 3: return item.Text1 + "\\" + item.Text2;
+    case 3: return item.Text1.empty() ? item.Text2 : item.Text1 + "\\" + item.Text2;
     default: return {};
   }
 }
@@ -65,6 +65,22 @@ std::string file_note(const ChartItem& item) {
 std::string date_note(const ChartItem& item, const DateTime& now) {
   if (item.Text2.empty() || item.Text2 == "(none)") return {};
   return format_date(now, item.Text2);
+}
+
+/// The file at the left and the date at the right of the chart's foot.
+void draw_notes(Canvas& canvas, const DateTime& now) {
+  constexpr double between = 200;
+  const ChartItem& file = canvas.chart.Boxes(chart_item::file_name);
+  const ChartItem& date = canvas.chart.Boxes(chart_item::date);
+  const ChartEdges box = edges_of(canvas.chart.Boxes(chart_item::chart_box));
+  const std::string date_text = date_note(date, now);
+  const double date_width =
+      date_text.empty() ? 0.0 : text_size(canvas.text_measure, date_text, date).width + between;
+  const double left = box.left + file_name_left;
+  const double room = box.right - note_right - date_width - left;
+  draw_note(canvas, file, cut_to_width(canvas.text_measure, file_note(file), file, room), left,
+            TextAlign::left);
+  draw_note(canvas, date, date_text, box.right - note_right, TextAlign::right);
 }
 
 void draw_background(Recorder& recorder, const ChartItem& item, double left, double top,
@@ -175,10 +191,7 @@ void draw_titles(Canvas& canvas, const DateTime& now, const std::string& names) 
   const Extent down = y_extent(boxes(chart_item::plot_box));
   const double centre = (across.begin + across.end) / 2.0;
   if (chart_style(canvas.chart).has_mark) draw_mark(canvas.recorder, box);
-  const ChartItem& file = boxes(chart_item::file_name);
-  draw_note(canvas, file, file_note(file), edges_of(box).left + file_name_left, TextAlign::left);
-  const ChartItem& date = boxes(chart_item::date);
-  draw_note(canvas, date, date_note(date, now), edges_of(box).right - note_right, TextAlign::right);
+  draw_notes(canvas, now);
   const ChartItem& x_title = boxes(chart_item::x_title);
   draw_level_title(canvas, x_title, centre, x_title_top(canvas, x_title), 0.8);
   draw_main_titles(canvas, names);

@@ -17,7 +17,6 @@ const ChartStyle& chart_style(const Chart& chart) {
                                         .line_spacing = 1.25,
                                         .widest_parameters = 0.9,
                                         .legend_slack = 1.03,
-                                        .legend_shrinks = true,
                                         .widest_legend = 0.68};
   return chart.Profile == report_chart_type ? report : usual;
 }

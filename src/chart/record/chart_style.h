@@ -35,7 +35,6 @@ struct ChartStyle {
   double line_spacing = 1.5;       ///< of the parameter box, in text heights
   double widest_parameters = 0.4;  ///< of the plot, for lines of words
   double legend_slack = 1.0;       ///< real letters may be wider than the table of widths says
-  bool legend_shrinks = false;     ///< letters become smaller before words are cut
   double widest_legend = 0.45;     ///< of the plot
 };
 

@@ -13,7 +13,7 @@ using drawing::Place;
 void ZoomDrag::finish() {
   const QPointF size = at() - from();
   if (std::abs(size.x()) < shortest_drag || std::abs(size.y()) < shortest_drag) return;
-  if (zoom_in(stage_.chart(), stage_.place(from()), stage_.place(at()))) stage_.announce_change();
+  zoom_in(stage_.chart(), stage_.place(from()), stage_.place(at()));
 }
 
 void ZoomDrag::paint(QPainter& painter) const {

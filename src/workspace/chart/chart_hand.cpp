@@ -102,7 +102,7 @@ void ChartHand::make_mark(MarkKind kind, Place from, Place to) {
   auto mark = new_mark(stage_.session().ports.prompts, kind, from, to);
   if (!mark) return;
   selected_ = {MovablePart::Kind::mark, add_mark(stage_.chart(), std::move(*mark))};
-  stage_.announce_change("Mark");
+  stage_.name_step("Mark");
 }
 
 bool ChartHand::nudge(double right, double down) {

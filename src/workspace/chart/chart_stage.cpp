@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
-#include "chart/parts/plot_sets.h"
 #include "chart/record/canvas.h"
 #include "painter/player.h"
 
@@ -18,17 +16,11 @@ constexpr double snapping_reach = 10;  // pixels
 
 }  // namespace
 
-bool ChartStage::compose_if_changed() {
-  const bool out_of_date = is_out_of_date(session_, chart());
-  if (!changed_ && out_of_date == drawn_out_of_date_) return false;
-  changed_ = false;
-  drawn_out_of_date_ = out_of_date;
+void ChartStage::compose() {
   readout_.reset();
-  SetAutoScale(session_, chart());
   drawing_ = fl_Make_WMF(session_, index_);
   ++compositions_;
   target_ = chart_area(QRectF(QPointF(), view_), drawing_);
-  return true;
 }
 
 void ChartStage::set_view(const QSizeF& view) {

@@ -23,16 +23,11 @@ class ChartStage {
   Chart& chart() { return session_.project.charts(index_); }
   const Chart& chart() const { return session_.project.charts(index_); }
 
-  /// Tells all who show the chart that it isn't what it was, by a step of that name.
-  void announce_change(const char* step = "Chart") {
-    session_.step = step;
-    session_.ports.views.chart_changed(index_);
-  }
+  /// Names the step of the command at work.
+  void name_step(const char* step) { session_.step = step; }
 
-  /// Notes a change; `compose_if_changed` then composes once, however often it
-  /// changed meanwhile. True when it did.
-  void note_change() { changed_ = true; }
-  bool compose_if_changed();
+  /// Draws the chart as it stands now.
+  void compose();
   const DrawingRecord& drawing() const { return drawing_; }
   int compositions() const { return compositions_; }
 
@@ -59,8 +54,6 @@ class ChartStage {
   QSizeF view_;
   QRectF target_;
   std::unique_ptr<Readout> readout_;  // of the drawing at hand, made when first asked
-  bool changed_ = true;
-  bool drawn_out_of_date_ = false;
   int compositions_ = 0;
 };
 

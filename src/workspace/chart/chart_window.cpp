@@ -62,8 +62,8 @@ void ChartWindow::run(const std::function<void()>& action) {
   });
 }
 
-void ChartWindow::compose_if_changed() {
-  if (!stage_.compose_if_changed()) return;
+void ChartWindow::compose() {
+  stage_.compose();
   played_is_old_ = true;
   hand_.check_selected();
   if (!hand_.is_moving_a_part()) show_reading();
@@ -84,24 +84,21 @@ void ChartWindow::set_zooming(bool on) {
     return take(ChartTool::zoom, tr("Drag a rectangle to zoom in; Backspace goes a step "
                                     "back, Esc puts the cross away"));
   take(ChartTool::pointer, {});
-  if (end_zoom(stage_.chart())) stage_.announce_change();
+  end_zoom(stage_.chart());
 }
 
 void ChartWindow::zoom_in() {
   const QRectF plot = stage_.plot_area();
   const QPointF half = QPointF(plot.width(), plot.height()) / 4;
-  if (tavlo::zoom_in(stage_.chart(), stage_.place(plot.center() - half),
-                     stage_.place(plot.center() + half)))
-    stage_.announce_change();
+  tavlo::zoom_in(stage_.chart(), stage_.place(plot.center() - half),
+                 stage_.place(plot.center() + half));
 }
 
-void ChartWindow::zoom_back() {
-  if (tavlo::zoom_back(stage_.chart())) stage_.announce_change();
-}
+void ChartWindow::zoom_back() { tavlo::zoom_back(stage_.chart()); }
 
 void ChartWindow::zoom_to_automatic() {
   follow_data(stage_.chart());
-  stage_.announce_change("Limits");
+  stage_.name_step("Limits");
 }
 
 void ChartWindow::set_precise(bool on) {
@@ -113,13 +110,13 @@ void ChartWindow::set_precise(bool on) {
 
 void ChartWindow::set_sub_populations(bool on) {
   stage_.chart().SubPopulations = on;
-  stage_.announce_change("Sub-Populations");
+  stage_.name_step("Sub-Populations");
 }
 
 void ChartWindow::set_look(const std::string& look) {
   stage_.session().settings.ChartType = look;
   apply_chart_look(stage_.chart(), look);
-  stage_.announce_change("Look");
+  stage_.name_step("Look");
 }
 
 void ChartWindow::take(ChartTool tool, const QString& hint) {
@@ -143,13 +140,13 @@ void ChartWindow::delete_selected() {
   if (!selected().is_mark()) return;
   delete_mark(stage_.chart(), selected().index);
   hand_.select({});
-  stage_.announce_change("Delete Mark");
+  stage_.name_step("Delete Mark");
 }
 
 void ChartWindow::free_selected() {
   if (!selected().is_box()) return;
   free_box(stage_.chart(), selected().index);
-  stage_.announce_change("Move");
+  stage_.name_step("Move");
 }
 
 bool ChartWindow::can_free_selected() {

@@ -22,10 +22,8 @@ class ChartWindow : public QWidget {
   int index() const { return stage_.index(); }
   ChartStage& stage() { return stage_; }
 
-  /// Notes that the content changed; `compose_if_changed` then draws it once,
-  /// however often it changed meanwhile.
-  void content_changed() { stage_.note_change(); }
-  void compose_if_changed();
+  /// Draws the chart as it stands now.
+  void compose();
 
   const DrawingRecord& drawing() const { return stage_.drawing(); }
   int compositions() const { return stage_.compositions(); }

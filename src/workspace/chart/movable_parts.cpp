@@ -66,12 +66,9 @@ void PartMove::to(std::int32_t right, std::int32_t down) {
     move_mark(item(), right, down);
   else
     move_box(stage_.chart(), areas_before_, part_.index, right, down);
-  stage_.announce_change("Move");
+  stage_.name_step("Move");
 }
 
-void PartMove::back() {
-  item() = before_;
-  stage_.announce_change();
-}
+void PartMove::back() { item() = before_; }
 
 }  // namespace tavlo

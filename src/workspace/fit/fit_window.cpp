@@ -12,7 +12,9 @@
 
 #include "actions/intake.h"
 #include "actions/reports.h"
+#include "actions/shown_fits.h"
 #include "workspace/fit/fit_choices.h"
+#include "workspace/format/format_pictures.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/qt_text.h"
 
@@ -220,11 +222,38 @@ void FitWindow::set_up_grid() {
   model_.set_colours([this](int row, int) {
     return is_out_of_date_at(session_, index_, row) ? CellColour::grey : CellColour::usual;
   });
+  model_.set_boxes([this](int row) { return box_of(row); },
+                   [this](int row, bool shown) { tick(row, shown); });
+  connect(&grd_Fit_, &QTableView::clicked, this, &FitWindow::show_row);
+  connect(&grd_Fit_, &QTableView::activated, this, &FitWindow::show_row);
   grd_Fit_.setModel(&model_);
   set_table_look(grd_Fit_);
   grd_Fit_.setTabKeyNavigation(false);
   grd_Fit_.verticalHeader()->hide();
   grd_Fit_.setMinimumHeight(fontMetrics().height() * 4);
+}
+
+/// The first row of a fit tells whether the chart draws it, and in which colour.
+std::optional<CellBox> FitWindow::box_of(int grid_row) const {
+  const GridFit fit = fit_at(session_, index_, grid_row);
+  if (!fit.is_first_row) return std::nullopt;
+  const auto colour = shown_colour(session_, index_, fit.slot);
+  return CellBox{colour.has_value(), colour ? to_qt_colour(*colour) : QColor()};
+}
+
+void FitWindow::tick(int grid_row, bool shown) {
+  commands_.run(
+      [&] { set_shown(session_, index_, fit_at(session_, index_, grid_row).slot, shown); });
+}
+
+/// The chart shows the fit of the row that was picked. Column 0 has its box.
+void FitWindow::show_row(const QModelIndex& index) {
+  const int slot = fit_at(session_, index_, model_.grid_row(index)).slot;
+  if (slot == 0 || index.column() == 0) return;
+  commands_.run([&] {
+    pick_fit(session_, index_, slot);
+    session_.step = "Show Fit";
+  });
 }
 
 void FitWindow::show_choices() {
@@ -241,12 +270,11 @@ void FitWindow::show_choices() {
 }
 
 void FitWindow::refresh_grid() {
+  const int rows = model_.rowCount();
   model_.refresh();
   fit_columns();
-  grd_Fit_.scrollToBottom();
+  if (model_.rowCount() > rows) grd_Fit_.scrollToBottom();
 }
-
-void FitWindow::show_age() { grd_Fit_.viewport()->update(); }
 
 // Wide enough for the heading, for a usual number and for what stands there.
 void FitWindow::fit_columns() {
@@ -256,6 +284,9 @@ void FitWindow::fit_columns() {
   for (int c = 0; c < model_.columnCount(); ++c) {
     const QString heading = model_.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
     int width = metrics.horizontalAdvance(heading);
+    if (c == fit_column::number)
+      width += style()->pixelMetric(QStyle::PM_IndicatorWidth) +
+               style()->pixelMetric(QStyle::PM_SmallIconSize);
     if (c == fit_column::quality || c == fit_column::scale || c == fit_column::shape)
       width = std::max(width, number);
     for (int r = 0; r < model_.rowCount(); ++r)

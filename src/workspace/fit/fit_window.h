@@ -29,10 +29,10 @@ class FitWindow : public QWidget {
   /// Shows the fits as they stand now.
   void refresh_grid();
 
-  /// Shows which of them the sheet has left behind.
-  void show_age();
-
   QTableView& grid() { return grd_Fit_; }
+
+  /// The row of the fit grid that the keyboard is on; 0 for none.
+  int current_row() const { return model_.grid_row(grd_Fit_.currentIndex()); }
 
   void set_button_caption(const QString& caption);
 
@@ -56,6 +56,9 @@ class FitWindow : public QWidget {
   QWidget* make_censored_box();
   QWidget* make_action_column();
   void set_up_grid();
+  std::optional<CellBox> box_of(int grid_row) const;
+  void tick(int grid_row, bool shown);
+  void show_row(const QModelIndex& index);
   void lay_out();
   void place_model_options(bool with_labels);
   void fit_columns();

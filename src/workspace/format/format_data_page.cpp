@@ -29,7 +29,7 @@ QString fit_text(const FitResult& fit, int number) {
 /// The fits of the row's set; its own number stands among them even when there is no
 /// such fit yet.
 std::vector<Choice> fit_choices(const Session& session, const ChartMarker& marker) {
-  const int index = fit_set_of(session, marker);
+  const int index = fit_set_of(session.project, marker);
   std::vector<Choice> choices = {{0, FormatPage::tr("working fit")}};
   const int last = index == 0 ? 0 : session.project.fits(index).nFits;
   for (int i = 1; i <= last; ++i)
@@ -81,7 +81,13 @@ void DataPage::add_contents() {
   connect(static_cast<QComboBox*>(list), &QComboBox::activated, this, [this] { show_chart(); });
   add_row(tr("&Data"), {list});
   fits_ = &keep(QStringLiteral("set_Fit"),
-                new ChoiceEditor(draft(), plain_field<int>(marker(), &ChartMarker::FitNumber), {}));
+                new ChoiceEditor(draft(),
+                                 {[at = marker()](Chart& chart) { return at(chart).FitNumber; },
+                                  [at = marker()](Chart& chart, int number) {
+                                    at(chart).FitNumber = number;
+                                    at(chart).Tied = true;
+                                  }},
+                                 {}));
   add_row(tr("&Fit"), {fits_->widget()});
   add_row(tr("La&bel"),
           {text(QStringLiteral("set_Label"), text_field(marker(), &ChartMarker::Label))});

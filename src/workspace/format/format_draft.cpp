@@ -1,6 +1,5 @@
 #include "workspace/format/format_draft.h"
 
-#include "chart/compose/auto_scale.h"
 #include "chart/compose/preview.h"
 #include "files/chart_repair.h"
 #include "project/chart_types.h"
@@ -32,13 +31,11 @@ void FormatDraft::compose() { drawing_ = preview_chart(session_, chart()); }
 
 void FormatDraft::keep() {
   make_drawable(chart());
-  SetAutoScale(session_, chart());
   const std::string& type = chart().Profile;
   if (is_chart_look(type) && type != session_.project.charts(index_).Profile)
     session_.settings.ChartType = type;
   session_.project.charts(index_) = chart();
   session_.step = "Chart Format";
-  session_.ports.views.chart_changed(index_);
 }
 
 void FormatDraft::drop() { session_.gChartNow = session_.project.charts(index_); }

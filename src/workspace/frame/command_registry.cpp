@@ -39,7 +39,7 @@ void CommandRegistry::add(const Command& command, const std::function<void(int)>
   if (!command.keys.empty())
     action->setShortcuts(
         QKeySequence::listFromString(to_qt(command.keys), QKeySequence::PortableText));
-  if (command.reach == CommandReach::chart) action->setShortcutContext(Qt::WidgetShortcut);
+  if (command.reach != CommandReach::frame) action->setShortcutContext(Qt::WidgetShortcut);
   if (!command.icon.empty()) action->setIcon(icon(to_qt(command.icon)));
   action->setCheckable(static_cast<bool>(command.checked));
   action->setEnabled(static_cast<bool>(command.run));

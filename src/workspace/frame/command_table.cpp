@@ -55,8 +55,9 @@ Rows file_commands(MainWindow& frame) {
 // Whether there is something to cut is not asked: that would walk the sheet at each key.
 Rows edit_commands(MainWindow& frame) {
   const auto sheet = [&] { return frame.windows().active_kind() == u'D'; };
+  const auto text = [&, sheet] { return sheet() || frame.windows().active_kind() == u'L'; };
   return {
-      {{13, edit, "Select &All", "Ctrl+A"}, {.run = [&] { frame.select_all(); }, .enabled = sheet}},
+      {{13, edit, "Select &All", "Ctrl+A"}, {.run = [&] { frame.select_all(); }, .enabled = text}},
       {{14, edit, "Cu&t", "Ctrl+X"}, {.run = [&] { frame.cut(); }, .enabled = sheet}},
       {{15, edit, "&Copy", "Ctrl+C"}, {.run = [&] { frame.copy(); }}},
       {{16, edit, "&Paste", "Ctrl+V"}, {.run = [&] { frame.paste(); }, .enabled = sheet}},
@@ -161,6 +162,26 @@ Rows chart_commands(ChartCommands& charts) {
   };
 }
 
+/// Those of the pop-ups of fits and tree, with keys that these hear.
+Rows record_commands(MainWindow& frame) {
+  const auto on_record = [&] { return !frame.tree().record().isEmpty(); };
+  const auto can_rename = [&] { return frame.tree().can_rename(); };
+  return {
+      {{122, "", "&Delete Fit", "Del"},
+       {.name = "DeleteFit", .run = [&] { frame.delete_fit(); }, .reach = CommandReach::fits}},
+      {{123, "", "Re&name", "F2"},
+       {.name = "Rename",
+        .run = [&] { frame.tree().rename(); },
+        .enabled = can_rename,
+        .reach = CommandReach::tree}},
+      {{124, "", "&Delete", "Del"},
+       {.name = "DeleteRecord",
+        .run = [&] { frame.delete_record(); },
+        .enabled = on_record,
+        .reach = CommandReach::tree}},
+  };
+}
+
 /// "Alt+B" for "3&b".
 std::string mnemonic_key(const std::string& caption) {
   const auto mark = caption.find('&');
@@ -219,6 +240,11 @@ Rows window_commands(MainWindow& frame) {
   const auto opens = [&](const char* key) {
     return [&frame, key] { frame.open_child(QString::fromUtf8(key)); };
   };
+  const auto opens_of_set = [&](QChar kind) {
+    return [&frame, kind] {
+      frame.open_child(kind + QString::number(frame.windows().current_index()));
+    };
+  };
   return {
       {{0, window}},
       {{130, window, "&Next Window", "F6; Ctrl+Tab"},
@@ -226,8 +252,8 @@ Rows window_commands(MainWindow& frame) {
       {{131, window, "Previous &Window", "Shift+F6; Ctrl+Shift+Tab"},
        {.run = [&] { windows.activatePreviousSubWindow(); }}},
       {{0, window}},
-      {{132, window, "&Data", "Ctrl+1", "editor"}, {.run = opens("D1")}},
-      {{133, window, "&Fit", "Ctrl+2", "pc"}, {.run = opens("F1")}},
+      {{132, window, "&Data", "Ctrl+1", "editor"}, {.run = opens_of_set(u'D')}},
+      {{133, window, "&Fit", "Ctrl+2", "pc"}, {.run = opens_of_set(u'F')}},
       {{134, window, "Char&t", "Ctrl+3", "graph"}, {.run = opens("C1")}},
       {{135, window, "L&og", "Ctrl+4", "doc"}, {.run = opens("L1")}},
       {{136, window, "&Project Tree", "Ctrl+0", "tavlo"}, {.run = [&] { frame.show_tree(); }}},
@@ -251,7 +277,7 @@ std::vector<Command> all_commands(MainWindow& frame) {
   for (Rows& rows :
        std::array{file_commands(frame), edit_commands(frame), option_commands(frame),
                   mark_commands(frame.charts()), chart_commands(frame.charts()),
-                  choice_commands(frame), analysis_commands(frame),
+                  record_commands(frame), choice_commands(frame), analysis_commands(frame),
                   layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
     all.insert(all.end(), std::make_move_iterator(rows.begin()),
                std::make_move_iterator(rows.end()));
@@ -265,7 +291,17 @@ std::span<const int> sheet_pop_up() {
 }
 
 std::span<const int> fits_pop_up() {
-  static constexpr std::array ids = {command::copy, 0, command::calculate};
+  static constexpr std::array ids = {command::copy, 0, command::calculate, command::delete_fit};
+  return ids;
+}
+
+std::span<const int> tree_pop_up() {
+  static constexpr std::array ids = {command::rename, command::delete_record};
+  return ids;
+}
+
+std::span<const int> log_pop_up() {
+  static constexpr std::array ids = {command::copy, command::select_all, 0, command::print};
   return ids;
 }
 

@@ -40,6 +40,9 @@ inline constexpr int edit_mark = 118;
 inline constexpr int delete_mark = 119;
 inline constexpr int free_box = 120;
 inline constexpr int save_chart = 121;
+inline constexpr int delete_fit = 122;
+inline constexpr int rename = 123;
+inline constexpr int delete_record = 124;
 inline constexpr int first_window = 130;
 inline constexpr int first_method = 140;
 inline constexpr int first_model = 150;
@@ -52,5 +55,7 @@ std::vector<Command> all_commands(MainWindow& frame);
 std::span<const int> sheet_pop_up();
 std::span<const int> fits_pop_up();
 std::span<const int> chart_pop_up();
+std::span<const int> tree_pop_up();
+std::span<const int> log_pop_up();
 
 }  // namespace tavlo

@@ -6,9 +6,12 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "actions/announce.h"
 #include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/records.h"
+#include "actions/reports.h"
 #include "actions/undo.h"
 #include "chart/metafile/chart_exits.h"
 #include "painter/clipboard_forms.h"
@@ -26,7 +29,7 @@ MainWindow::MainWindow(Program& program)
       charts_(program, windows_, *this),
       busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
-  setWindowTitle(QStringLiteral("Tavlo"));
+  setWindowTitle(QStringLiteral("Tavlo[*]"));
   setCentralWidget(&windows_);
   program_.prompts.set_parent(this);
   set_up_tree();
@@ -35,6 +38,8 @@ MainWindow::MainWindow(Program& program)
                                                 [this](int id) { DoCommand(id); });
   chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
   commands_->fill(chart_menu_, chart_pop_up());
+  give_commands(tree_, tree_pop_up());
+  connect(&tree_, &QTreeWidget::currentItemChanged, this, [this] { commands_->refresh(); });
   connect_views();
   NewProject();
   session_.step.clear();
@@ -48,6 +53,13 @@ void MainWindow::set_up_tree() {
   addDockWidget(Qt::LeftDockWidgetArea, &tree_dock_);
   resizeDocks({&tree_dock_}, {fontMetrics().height() * 15 / 2}, Qt::Horizontal);
   tree_dock_.setVisible(session_.settings.ProjectTree);
+  // The tree is still about to close its own edit.
+  connect(
+      &tree_, &ProjectTree::renamed, this,
+      [this](const QString& key, const QString& title) {
+        program_.commands.run([&] { rename_record(key, title); });
+      },
+      Qt::QueuedConnection);
   connect(&tree_, &ProjectTree::chosen, this,
           [this](const QString& key) { program_.commands.run([&] { open_child(key); }); });
 }
@@ -72,6 +84,7 @@ void MainWindow::set_up_status_bar() {
 
 void MainWindow::connect_views() {
   connect(&program_.views, &ViewSignals::status_text, &news_, &HintLine::say);
+  connect(&program_.views, &ViewSignals::records, this, &MainWindow::follow_records);
   connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
   connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &HintLine::say);
   connect(&windows_, &ProjectWindows::rows_pasted, this, [this] { DoCommand(command::paste); });
@@ -84,6 +97,7 @@ void MainWindow::connect_views() {
 
 void MainWindow::finish_command() {
   program_.progress.start_anew();
+  announce(session_);
   if (!windows_.is_dragging()) end_step(session_);
   // The slope entered for a Weibayes may have changed the model.
   windows_.panel(windows_.current_index()).show_choices();
@@ -94,31 +108,33 @@ void MainWindow::finish_command() {
 /// Windows and tree get what the project has now.
 void MainWindow::follow_records() {
   windows_.follow_records();
-  tree_.rebuild(session_.project);
+  tree_.show_records(session_.project);
   set_up_pop_up_menus();
   show_state();
 }
 
 void MainWindow::NewProject() {
   start_project(session_);
-  follow_records();
+  announce(session_);
   windows_.show_from_start();
   hint_.say({});
   news_.say(tr("Ready"));
   show_state();
 }
 
+/// Once for each place.
+void MainWindow::give_commands(QWidget& place, std::span<const int> ids) {
+  if (place.contextMenuPolicy() == Qt::ActionsContextMenu) return;
+  commands_->fill(place, ids);
+  place.setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
 void MainWindow::set_up_pop_up_menus() {
-  for (int i = 1; i <= session_.project.data.bound(); ++i) {
-    if (windows_.sheet(i).contextMenuPolicy() == Qt::ActionsContextMenu) continue;
-    commands_->fill(windows_.sheet(i), sheet_pop_up());
-    windows_.sheet(i).setContextMenuPolicy(Qt::ActionsContextMenu);
-  }
-  for (int i = 1; i <= session_.project.fits.bound(); ++i) {
-    if (windows_.panel(i).grid().contextMenuPolicy() == Qt::ActionsContextMenu) continue;
-    commands_->fill(windows_.panel(i).grid(), fits_pop_up());
-    windows_.panel(i).grid().setContextMenuPolicy(Qt::ActionsContextMenu);
-  }
+  for (int i = 1; i <= session_.project.data.bound(); ++i)
+    give_commands(windows_.sheet(i), sheet_pop_up());
+  for (int i = 1; i <= session_.project.fits.bound(); ++i)
+    give_commands(windows_.panel(i).grid(), fits_pop_up());
+  give_commands(windows_.log(), log_pop_up());
   for (int i = 1; i <= session_.project.charts.bound(); ++i) {
     ChartWindow& chart = windows_.chart(i);
     constexpr const char* mark = "has_commands";
@@ -144,12 +160,10 @@ void MainWindow::DoCommand(int id) {
 
 /// A project can't be saved yet, so the person decides before it is gone.
 bool MainWindow::may_lose_project(const std::string& title, const std::string& question) {
-  bool empty = true;
-  for (int i = 1; i <= session_.project.data.bound(); ++i)
-    empty = empty && session_.gDataForm(i)->last_row() == 0;
-  return empty || session_.ports.prompts.show(
-                      {title, "The data and fits of this project will be lost.\n" + question,
-                       BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
+  return !is_unsaved(session_) ||
+         session_.ports.prompts.show(
+             {title, "The data and fits of this project will be lost.\n" + question,
+              BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
 }
 
 void MainWindow::ask_for_new_project() {
@@ -160,33 +174,30 @@ void MainWindow::ask_for_new_project() {
 
 void MainWindow::add_data_and_fit() {
   add_data_set(session_);
-  follow_records();
+  announce(session_);
   open_child(QStringLiteral("D%1").arg(session_.project.data.bound()));
 }
 
 void MainWindow::add_chart() {
   tavlo::add_chart(session_);
-  follow_records();
+  announce(session_);
   open_child(QStringLiteral("C%1").arg(session_.project.charts.bound()));
 }
 
 // Windows may go with their records, and may not do so inside an event of their own.
 void MainWindow::undo() {
   if (windows_.is_dragging()) return;
-  QTimer::singleShot(0, this, program_.commands.slot([this] {
-    if (tavlo::undo(session_)) follow_records();
-  }));
+  QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::undo(session_); }));
 }
 
 void MainWindow::redo() {
   if (windows_.is_dragging()) return;
-  QTimer::singleShot(0, this, program_.commands.slot([this] {
-    if (tavlo::redo(session_)) follow_records();
-  }));
+  QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::redo(session_); }));
 }
 
 void MainWindow::select_all() {
   if (const int index = windows_.focused_sheet()) windows_.sheet(index).selectAll();
+  if (windows_.log().hasFocus()) windows_.log().selectAll();
 }
 
 void MainWindow::cut() {
@@ -222,6 +233,25 @@ void MainWindow::paste() {
 void MainWindow::leave() { QTimer::singleShot(0, this, &QWidget::close); }
 
 void MainWindow::calculate() { CheckAndFit(session_, windows_.current_index()); }
+
+void MainWindow::delete_fit() {
+  const int panel = windows_.focused_panel();
+  if (panel == 0) return;
+  const int row = windows_.panel(panel).current_row();
+  tavlo::delete_fit(session_, panel, fit_at(session_, panel, row).slot);
+}
+
+void MainWindow::delete_record() {
+  const QString key = tree_.record();
+  const int index = key.mid(1).toInt();
+  key.startsWith(u'C') ? delete_chart(session_, index) : delete_set(session_, index);
+}
+
+void MainWindow::rename_record(const QString& key, const QString& title) {
+  const int index = key.mid(1).toInt();
+  const auto rename = key.startsWith(u'D') ? rename_data : rename_fits;
+  if (!rename(session_, index, from_qt(title))) tree_.show_records(session_.project);
+}
 
 void MainWindow::show_tree() {
   tree_dock_.show();
@@ -271,6 +301,8 @@ void MainWindow::show_state() {
   if (model && method)
     method_panel_.setText(
         QStringLiteral("%1, %2").arg(to_qt(model->long_name), to_qt(method->panel_caption)));
+  setWindowModified(is_unsaved(session_));
+  tree_.show_age(session_);
   commands_->refresh();
 }
 

@@ -51,6 +51,8 @@ class MainWindow : public QMainWindow {
   void copy();
   void paste();
   void calculate();
+  void delete_fit();
+  void delete_record();
   void choose_model(int option);
   void choose_method(int method);
   void toggle_report();
@@ -64,10 +66,12 @@ class MainWindow : public QMainWindow {
  private:
   void set_up_tree();
   void set_up_status_bar();
+  void give_commands(QWidget& place, std::span<const int> ids);
   void set_up_pop_up_menus();
   void connect_views();
   void follow_records();
   void finish_command();
+  void rename_record(const QString& key, const QString& title);
 
   bool may_lose_project(const std::string& title, const std::string& question);
   void show_state();

@@ -2,8 +2,11 @@
 
 #include <QKeyEvent>
 #include <QTreeWidgetItemIterator>
+#include <algorithm>
 #include <array>
 
+#include "chart/parts/plot_sets.h"
+#include "project/fit_records.h"
 #include "workspace/qt/icons.h"
 #include "workspace/qt/qt_text.h"
 
@@ -36,6 +39,17 @@ QString home_of(const QString& key) {
   return kind == u"L" ? QStringLiteral("P") : kind;
 }
 
+bool is_record(const QString& key) {
+  return key.size() > 1 && QStringLiteral("DFC").contains(key.front());
+}
+
+bool has_old_fits(const Project& project, int index) {
+  const FitSet& fits = project.fits(index);
+  const DataSet& data = project.data(data_of_fits(project, index));
+  return std::any_of(fits.Fits.begin() + 1, fits.Fits.end(),
+                     [&](const FitResult& fit) { return is_out_of_date(fit, data); });
+}
+
 }  // namespace
 
 ProjectTree::ProjectTree(QWidget* parent) : QTreeWidget(parent) {
@@ -44,10 +58,54 @@ ProjectTree::ProjectTree(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
   setIndentation(14);
   setFrameShape(QFrame::NoFrame);
+  setEditTriggers(NoEditTriggers);
   connect(this, &QTreeWidget::itemClicked, this, &ProjectTree::choose);
+  connect(this, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) {
+    emit renamed(item->data(0, key_role).toString(), item->text(0));
+  });
 }
 
-void ProjectTree::rebuild(const Project& project) {
+void ProjectTree::show_records(const Project& project) {
+  const QSignalBlocker no_edits(this);
+  QList<Record> records;
+  for (int i = 1; i <= project.data.bound(); ++i)
+    records.append({"editor", u'D', i, to_qt(project.data(i).Title)});
+  for (int i = 1; i <= project.fits.bound(); ++i)
+    records.append({"pc", u'F', i, to_qt(project.fits(i).Title)});
+  for (int i = 1; i <= project.charts.bound(); ++i)
+    records.append({"graph", u'C', i, tr("Chart%1").arg(i)});
+  // A tree that is built anew would lose the place of the person who has renamed a record.
+  if (!has_nodes_of(records)) rebuild(records);
+  for (const Record& each : records) node(each.key())->setText(0, each.title);
+}
+
+void ProjectTree::show_age(const Session& session) {
+  const QSignalBlocker no_edits(this);
+  const Project& project = session.project;
+  const auto mark = [this](const QString& key, bool is_old) {
+    QTreeWidgetItem* item = node(key);
+    if (!item) return;
+    item->setForeground(
+        0, palette().brush(is_old ? QPalette::Disabled : QPalette::Active, QPalette::Text));
+    item->setToolTip(0, is_old ? tr("out of date: the data have changed") : QString());
+  };
+  for (int i = 1; i <= project.fits.bound(); ++i)
+    mark(QStringLiteral("F%1").arg(i), has_old_fits(project, i));
+  for (int i = 1; i <= project.charts.bound(); ++i)
+    mark(QStringLiteral("C%1").arg(i), is_out_of_date(session, project.charts(i)));
+}
+
+/// Those of the records, and no others.
+bool ProjectTree::has_nodes_of(const QList<Record>& records) const {
+  qsizetype nodes_of_records = 0;
+  for (QTreeWidgetItemIterator it(const_cast<ProjectTree*>(this)); *it; ++it)
+    nodes_of_records += is_record((*it)->data(0, key_role).toString());
+  return nodes_of_records == records.size() &&
+         std::all_of(records.begin(), records.end(),
+                     [this](const Record& each) { return node(each.key()) != nullptr; });
+}
+
+void ProjectTree::rebuild(const QList<Record>& records) {
   QStringList binned;
   if (const QTreeWidgetItem* bin = node(bin_key))
     for (int i = 0; i < bin->childCount(); ++i)
@@ -55,18 +113,10 @@ void ProjectTree::rebuild(const Project& project) {
   clear();
   for (const Node& each : nodes)
     add_node(to_qt(each.image), to_qt(each.text), to_qt(each.key), to_qt(each.parent));
-  for (int i = 1; i <= project.data.bound(); ++i)
-    add_record("editor", u'D', i, to_qt(project.data(i).Title));
-  for (int i = 1; i <= project.fits.bound(); ++i)
-    add_record("pc", u'F', i, to_qt(project.fits(i).Title));
-  for (int i = 1; i <= project.charts.bound(); ++i)
-    add_record("graph", u'C', i, tr("Chart%1").arg(i));
+  for (const Record& each : records)
+    add_node(to_qt(each.image), each.title, each.key(), QString(each.kind));
   for (const QString& key : binned) recycle(key);
   expandAll();
-}
-
-void ProjectTree::add_record(const char* image, QChar kind, int index, const QString& title) {
-  add_node(to_qt(image), title, kind + QString::number(index), QString(kind));
 }
 
 void ProjectTree::add_node(const QString& image, const QString& text, const QString& key,
@@ -74,6 +124,7 @@ void ProjectTree::add_node(const QString& image, const QString& text, const QStr
   auto* item = new QTreeWidgetItem({text});
   item->setIcon(0, icon(image));
   item->setData(0, key_role, key);
+  if (is_record(key) && key.front() != u'C') item->setFlags(item->flags() | Qt::ItemIsEditable);
   if (QTreeWidgetItem* parent = node(parent_key)) {
     parent->addChild(item);
   } else {
@@ -98,6 +149,17 @@ void ProjectTree::move_below(const QString& key, const QString& parent_key) {
   parent->setExpanded(true);
 }
 
+QString ProjectTree::record() const {
+  const QString key = currentItem() ? currentItem()->data(0, key_role).toString() : QString();
+  return is_record(key) ? key : QString();
+}
+
+bool ProjectTree::can_rename() const { return !record().isEmpty() && !record().startsWith(u'C'); }
+
+void ProjectTree::rename() {
+  if (can_rename()) editItem(currentItem());
+}
+
 void ProjectTree::recycle(const QString& key) { move_below(key, bin_key); }
 void ProjectTree::restore(const QString& key) { move_below(key, home_of(key)); }
 
@@ -108,7 +170,8 @@ void ProjectTree::choose(const QTreeWidgetItem* item) {
 
 void ProjectTree::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && currentItem()) return choose(currentItem());
+  // An edit of a name passes its Enter on.
+  if (enter && currentItem() && state() != EditingState) return choose(currentItem());
   QTreeWidget::keyPressEvent(event);
 }
 

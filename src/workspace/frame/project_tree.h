@@ -4,7 +4,7 @@
 
 #include <QTreeWidget>
 
-#include "project/project.h"
+#include "project/session.h"
 
 namespace tavlo {
 
@@ -14,12 +14,22 @@ class ProjectTree : public QTreeWidget {
  public:
   explicit ProjectTree(QWidget* parent = nullptr);
 
-  /// Shows the windows of these records; those in the bin stay there.
-  void rebuild(const Project& project);
+  /// Shows the windows of the project's records; those in the bin stay there.
+  void show_records(const Project& project);
+
+  /// Shows grey which fits and charts the data have left behind.
+  void show_age(const Session& session);
 
   /// Moves the node of a window below "Recycle" or back to its own parent.
   void recycle(const QString& key);
   void restore(const QString& key);
+
+  /// The key of the current node where it stands for a data set, fits or a chart; else empty.
+  QString record() const;
+
+  /// Lets the person type another name for the current node.
+  void rename();
+  bool can_rename() const;
 
   /// The node with that key, or null.
   QTreeWidgetItem* node(const QString& key) const;
@@ -27,12 +37,22 @@ class ProjectTree : public QTreeWidget {
  signals:
   /// A click on a node, or Enter; for every node but "(None)".
   void chosen(const QString& key);
+  void renamed(const QString& key, const QString& title);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void add_record(const char* image, QChar kind, int index, const QString& title);
+  struct Record {
+    const char* image;
+    QChar kind;
+    int index;
+    QString title;
+    QString key() const { return kind + QString::number(index); }
+  };
+
+  bool has_nodes_of(const QList<Record>& records) const;
+  void rebuild(const QList<Record>& records);
   void add_node(const QString& image, const QString& text, const QString& key,
                 const QString& parent_key);
   void move_below(const QString& key, const QString& parent_key);

@@ -36,6 +36,7 @@ ProjectWindows::ProjectWindows(Program& program, QWidget* parent)
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   connect_views();
+  connect(this, &QMdiArea::subWindowActivated, this, &ProjectWindows::note_active);
 }
 
 ProjectWindows::~ProjectWindows() { end_all(); }
@@ -56,19 +57,19 @@ void ProjectWindows::connect_views() {
     if (has(panels_, index)) panel(index).set_button_caption(text);
   });
   connect(&views, &ViewSignals::chart, this, [this, has](int index) {
-    if (has(charts_, index)) chart(index).content_changed();
+    if (has(charts_, index)) chart(index).compose();
+  });
+  connect(&views, &ViewSignals::log, this, [this] {
+    if (log_) log_->refresh();
   });
   connect(&program_.commands, &UserCommands::finished, this, &ProjectWindows::catch_up);
 }
 
-// A command may change a chart and the log many times; they are shown once,
-// when it is over. The sheet closes an edit that the core has ended.
+// The sheet closes an edit that the core has ended.
 void ProjectWindows::catch_up() {
-  for (ChartWindow* each : charts_) each->compose_if_changed();
   for (int i = 1; i <= static_cast<int>(sheets_.size()); ++i)
     if (!program_.session.gDataForm(i)->editing() && sheet(i).edit_box().isVisible())
       sheet(i).refresh();
-  if (log_) log_->refresh();
 }
 
 void ProjectWindows::end_all() {
@@ -96,9 +97,6 @@ void ProjectWindows::follow_records() {
     child(key_of('D', i))->setWindowTitle(to_qt(project.data(i).Title));
   for (int i = 1; i <= project.fits.bound(); ++i)
     child(key_of('F', i))->setWindowTitle(to_qt(project.fits(i).Title));
-  for (SheetView* each : sheets_) each->refresh();
-  for (ChartWindow* each : charts_) each->content_changed();
-  catch_up();
 }
 
 void ProjectWindows::show_from_start() {
@@ -161,7 +159,6 @@ void ProjectWindows::add_panel() {
   auto* panel = new FitWindow(session, program_.commands, index);
   connect(panel, &FitWindow::choices_changed, this, &ProjectWindows::content_changed);
   connect(panel, &FitWindow::hint_wanted, this, &ProjectWindows::hint_wanted);
-  connect(this, &ProjectWindows::content_changed, panel, &FitWindow::show_age);
   panels_.push_back(panel);
   add(panel, key_of('F', index), QStringLiteral("frm_Fit"), QStringLiteral("pc"),
       session.project.fits(index).Title);
@@ -204,12 +201,16 @@ ChildWindow* ProjectWindows::child(const QString& node_key) const {
   return found == children_.end() ? nullptr : *found;
 }
 
+// From a chart or the log the set that was worked on last is meant. Its record may have gone
+// already, and the window be about to.
 int ProjectWindows::current_index() const {
-  const auto* active = qobject_cast<const ChildWindow*>(activeSubWindow());
-  if (!active || active->node_key().front() == u'L' || active->node_key().front() == u'C') return 1;
-  const int index = active->node_key().mid(1).toInt();
-  // Its record may have gone already, and the window be about to.
-  return index <= program_.session.project.fits.bound() ? index : 1;
+  return last_set_ <= program_.session.project.fits.bound() ? last_set_ : 1;
+}
+
+void ProjectWindows::note_active(const QMdiSubWindow* active) {
+  const auto* child = qobject_cast<const ChildWindow*>(active);
+  if (child && (child->node_key().front() == u'D' || child->node_key().front() == u'F'))
+    last_set_ = child->node_key().mid(1).toInt();
 }
 
 QChar ProjectWindows::active_kind() const {

@@ -65,7 +65,7 @@ class ProjectWindows : public QMdiArea {
   /// Puts a tool bar above a view, in the window around it.
   void add_bar(const QWidget& view, QWidget* bar);
 
-  /// The record index of the sheet or panel that has the focus; 1 when none has.
+  /// The record index of the sheet or panel that had the focus last.
   int current_index() const;
 
   /// Places the visible windows in blocks, and again whenever the frame changes
@@ -92,6 +92,7 @@ class ProjectWindows : public QMdiArea {
  private:
   static std::size_t slot(int index) { return static_cast<std::size_t>(index) - 1; }
   void connect_views();
+  void note_active(const QMdiSubWindow* active);
   void add_sheet();
   void connect_drops(SheetView& view, int index);
   void add_panel();
@@ -110,6 +111,7 @@ class ProjectWindows : public QMdiArea {
   std::vector<ChartWindow*> charts_;
   LogWindow* log_ = nullptr;
   bool in_blocks_ = true;
+  int last_set_ = 1;
 };
 
 }  // namespace tavlo

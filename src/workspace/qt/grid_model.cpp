@@ -27,6 +27,11 @@ bool reads_as_number(const QString& text) {
   return first.isDigit() || first == u'-' || first == u'.';
 }
 
+QVariant role_of(const CellBox& box, int role) {
+  if (role == Qt::CheckStateRole) return box.ticked ? Qt::Checked : Qt::Unchecked;
+  return box.ticked ? QVariant(box.colour) : QVariant();
+}
+
 }  // namespace
 
 GridModel::GridModel(CellTable& grid, bool numbers_in_header, QObject* parent)
@@ -74,7 +79,25 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     return brush_of(colour_of_(grid_row(index), grid_column(index)));
   if (role == Qt::TextAlignmentRole)
     return int((reads_as_number(shown) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+  if (role == Qt::CheckStateRole || role == Qt::DecorationRole)
+    if (const auto box = box_at(index)) return role_of(*box, role);
   return {};
+}
+
+std::optional<CellBox> GridModel::box_at(const QModelIndex& index) const {
+  if (!box_of_ || index.column() != 0) return std::nullopt;
+  return box_of_(grid_row(index));
+}
+
+bool GridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::CheckStateRole || !box_at(index)) return false;
+  tick_(grid_row(index), value.toInt() == Qt::Checked);
+  return true;
+}
+
+Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+  return box_at(index) ? usual | Qt::ItemIsUserCheckable : usual;
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {

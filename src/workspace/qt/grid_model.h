@@ -3,7 +3,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QColor>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "project/cell_table.h"
@@ -13,6 +15,12 @@ class QTableView;
 namespace tavlo {
 
 enum class CellColour { usual, grey, red };
+
+/// A box that a person ticks, with the colour of what it stands for while it is ticked.
+struct CellBox {
+  bool ticked = false;
+  QColor colour;
+};
 
 class GridModel : public QAbstractTableModel {
   Q_OBJECT
@@ -36,6 +44,14 @@ class GridModel : public QAbstractTableModel {
     colour_of_ = std::move(colour_of);
   }
 
+  /// Puts boxes into the first column: `box_of` tells that of a grid row, nothing where there
+  /// is none, and `tick` takes what the person makes of it.
+  void set_boxes(std::function<std::optional<CellBox>(int grid_row)> box_of,
+                 std::function<void(int grid_row, bool ticked)> tick) {
+    box_of_ = std::move(box_of);
+    tick_ = std::move(tick);
+  }
+
   int grid_row(const QModelIndex& index) const { return index.row() + 1; }
   int grid_column(const QModelIndex& index) const { return index.column() + first_column_; }
   QModelIndex at(int grid_row, int grid_column) const;
@@ -43,6 +59,8 @@ class GridModel : public QAbstractTableModel {
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   /// The grid takes the selection of the view as its own.
@@ -50,12 +68,15 @@ class GridModel : public QAbstractTableModel {
 
  private:
   QString text(int row, int column) const;
+  std::optional<CellBox> box_at(const QModelIndex& index) const;
 
   CellTable& grid_;
   int first_column_;
   int rows_;
   std::function<std::string(int)> tip_of_;
   std::function<CellColour(int, int)> colour_of_;
+  std::function<std::optional<CellBox>(int)> box_of_;
+  std::function<void(int, bool)> tick_;
 };
 
 }  // namespace tavlo

@@ -23,6 +23,7 @@ class ViewSignals : public QObject, public Views {
   void fit_button_caption(int fit_index, const std::string& caption) override {
     emit button_caption(fit_index, to_qt(caption));
   }
+  void records_changed() override { emit records(); }
   void sheet_changed(int data_index) override { emit sheet(data_index); }
   void fit_grid_changed(int fit_index) override { emit fit_grid(fit_index); }
   void chart_changed(int chart_index) override { emit chart(chart_index); }
@@ -32,6 +33,7 @@ class ViewSignals : public QObject, public Views {
   void status_text(const QString& text);
   void busy_changed(bool busy);
   void button_caption(int fit_index, const QString& caption);
+  void records();
   void sheet(int data_index);
   void fit_grid(int fit_index);
   void chart(int chart_index);

@@ -4,6 +4,8 @@
 
 #include "chart/chart_world.h"
 #include "chart/parts/crowding.h"
+#include "project/chart_looks.h"
+#include "project/chart_types.h"
 #include "project/plot_rows.h"
 
 namespace tavlo {
@@ -56,6 +58,33 @@ TEST(Legend, AnyNumberOfSetsAndAnyTitleFitTheChart) {
       EXPECT_EQ(has_text(drawing, "Rig 20"), sets >= 20) << sets << " sets, font " << size;
       EXPECT_EQ(has_text(drawing, "and 30 more"), sets == 60) << size;
     }
+  }
+}
+
+// A long name gives way, not what tells the rows apart or the numbers behind it.
+TEST(Legend, OfSeveralSetsNamesEachFitInTheChartsWords) {
+  struct Case {
+    const char *look, *first, *second, *totals;
+  };
+  const Case cases[] = {
+      {"Standard", ", W2P/rr", ", W2P/MLE", " N3 /S0"},
+      {report_chart_type, ", 2-parameter Weibull, regression",
+       ", 2-parameter Weibull, maximum likelihood", "2-parameter Weibull, regression"}};
+  for (const Case& row : cases) {
+    test::SetsWorld here(2);
+    apply_chart_type(here.chart(), row.look);
+    FitSet& fits = here.session.project.fits(1);
+    fits.Fits.push_back(fits.Fits(1));
+    fits.Fits(2).Method = method_code::mle;
+    fits.nFits = 2;
+    const int further =
+        add_plot_set(here.chart(), here.session.project.data(1).UniqueId, fits.UniqueId, 2);
+    here.chart().Markers(1).Label = here.chart().Markers(further).Label = std::string(400, 'W');
+    const std::vector<std::string> shown = test::texts(here.draw());
+    for (const std::string words : {row.first, row.second, row.totals})
+      EXPECT_TRUE(std::ranges::any_of(
+          shown, [&](const auto& text) { return text.ends_with(words) && text.size() < 400; }))
+          << row.look << words;
   }
 }
 

@@ -18,12 +18,20 @@ using test::fit_of;
 std::string written(const ParameterTable& table) {
   std::string all;
   for (const TableLine& line : table.lines) {
-    std::string words = line.heading + line.remark;
+    std::string words = line.title + line.heading + line.remark;
     for (std::size_t i = 0; i < table_column::count; ++i)
       if (table.shown[i]) words += "|" + line.cells[i];
     all += words + line.quality + "\n";
   }
   return all;
+}
+
+/// Bars of empty cells behind words say nothing.
+std::string bare(std::string text) {
+  for (const char* bars : {"|||\n", "||\n"})
+    for (std::size_t at; (at = text.find(bars)) != text.npos;)
+      text.replace(at, std::strlen(bars), "\n");
+  return text;
 }
 
 FitResult with_quality(FitResult fit, int method, double quality) {
@@ -78,26 +86,22 @@ TEST(PrintedParameters, AreWhatPeoplePrint) {
     here.show(row.fit);
     std::string found =
         written(printed_parameters(here.session, plot_sets(here.session, here.chart())));
-    // Bars of empty cells behind words say nothing.
-    std::string wanted = row.written;
-    const auto bare = [](std::string text) {
-      for (const char* bars : {"|||\n", "||\n"})
-        for (std::size_t at; (at = text.find(bars)) != text.npos;)
-          text.replace(at, std::strlen(bars), "\n");
-      return text;
-    };
-    EXPECT_EQ(bare(found), bare(wanted));
+    EXPECT_EQ(bare(found), bare(row.written));
   }
 }
 
 TEST(PrintedParameters, SeveralFitsHaveNamesAndSoDoModes) {
-  test::SetsWorld here(2);
+  test::SetsWorld here(3);
   const auto now = [&] {
-    return written(printed_parameters(here.session, plot_sets(here.session, here.chart())));
+    return bare(written(printed_parameters(here.session, plot_sets(here.session, here.chart()))));
   };
   EXPECT_EQ(now(),
-            "Rig 1: 2-parameter Weibull, regression\nη = 100, β = 2, r² = 0\n"
-            "Rig 2: 2-parameter Weibull, regression\nη = 200, β = 2, r² = 0\n");
+            "2-parameter Weibull, regression\n||η|β\n|Rig 1|100|2r² = 0\n|Rig 2|200|2r² = 0\n"
+            "|Rig 3|300|2r² = 0\n");
+  here.session.project.fits(2).Fits(1).Method = method_code::mle;
+  EXPECT_EQ(now(),
+            "2-parameter Weibull, regression\n||η|β\n|Rig 1|100|2r² = 0\n|Rig 3|300|2r² = 0\n"
+            "Rig 2: 2-parameter Weibull, maximum likelihood\nη = 200, β = 2, ln L = 0\n");
   FitResult modes = fit_of(1216, {{1 / 100.0, 1, 2, 0, 1}, {1 / 900.0, 1, 3, 0, 1}});
   modes.modes = {{1, 0, 0.9, {}}, {2, 1, -7.5, {}}};
   here.session.project.data(1).ModeNames.push_back("seal");
