@@ -5,8 +5,8 @@
 #include <random>
 #include <string>
 
+#include "actions/clipboard_text.h"
 #include "actions/intake.h"
-#include "files/clipboard_text.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
 #include "support/test_world.h"

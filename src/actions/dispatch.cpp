@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "actions/busy_pointer.h"
 #include "actions/fitting_companion.h"
 #include "actions/reports.h"
 #include "actions/shown_fits.h"
@@ -15,18 +16,6 @@
 namespace tavlo {
 
 namespace {
-
-/// The hourglass, for as long as it lives.
-class BusyPointer {
- public:
-  explicit BusyPointer(Views& views) : views_(views) { views_.busy_pointer(true); }
-  ~BusyPointer() { views_.busy_pointer(false); }
-  BusyPointer(const BusyPointer&) = delete;
-  BusyPointer& operator=(const BusyPointer&) = delete;
-
- private:
-  Views& views_;
-};
 
 /// The data set as a sample of each kind of ranks, made when asked for.
 class Samples {

@@ -14,7 +14,7 @@ class FittingCompanion : public Companion {
 
   /// One turn of the event loop at most each 15 ms: the port sees to that.
   void turn() override { session_.ports.event_loop.yield(); }
-  bool stop_wanted() override { return cancelled_ || session_.fitting.stop_wanted; }
+  bool stop_wanted() override { return cancelled_ || session_.ports.progress.stop_wanted(); }
 
   /// No box for the run-time error of the last one within 5 seconds of its answer.
   bool fault(const char* where, const RunTimeError& error) override;

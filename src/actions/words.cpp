@@ -169,6 +169,14 @@ Box retry_box(const char* where, const RunTimeError& error) {
           BoxIcon::exclamation, BoxButtons::retry_cancel};
 }
 
+Box comma_question(const std::string& what) {
+  return {"Decimal comma",
+          "In this text " + what +
+              ".\n\nIs it a decimal sign? (Yes: 1,5 is one and a half. No: 1,5 is five failures "
+              "at 1.)",
+          BoxIcon::question, BoxButtons::yes_no_cancel};
+}
+
 Box unknown_model_box(int model_code) {
   return exclamation("No such model", "There is no model with the code " +
                                           std::to_string(model_code) + ".\nFit Cancelled");

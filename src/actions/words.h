@@ -26,6 +26,9 @@ std::optional<Box> refusal_box(const Refusal& refusal, const FitRequest& request
 /// A file or a caller may name a model that the table of models lacks.
 Box unknown_model_box(int model_code);
 
+/// What a comma means that may stand in a number or behind it; `what` says which comma.
+Box comma_question(const std::string& what);
+
 /// True for what the person has just decided or is about to be asked: no words at all.
 bool is_silent(const Refusal& refusal, const FitRequest& request);
 

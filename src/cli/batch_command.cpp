@@ -13,6 +13,7 @@
 #include "cli/line_reader.h"
 #include "cli/ordered_work.h"
 #include "cli/output.h"
+#include "files/text_encoding.h"
 #include "files/text_lines.h"
 #include "fit/parallel.h"
 #include "numerics/run_time_error.h"

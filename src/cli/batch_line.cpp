@@ -80,7 +80,7 @@ void numbers_of(const json::element& value, Field field, std::vector<double>& li
   if (value.get_array().get(array) != simdjson::SUCCESS)
     throw Wrong{name_of(field) + " is no list of numbers"};
   for (const json::element entry : array) {
-    if (list.size() == PointList::most_rows) throw Wrong{"there are more than 10000000 rows"};
+    if (list.size() == most_data_rows) throw Wrong{"there are more than 10000000 rows"};
     list.push_back(number_of(entry, field));
   }
 }

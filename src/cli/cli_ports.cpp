@@ -1,7 +1,5 @@
 #include "cli/cli_ports.h"
 
-#include <cstdlib>
-
 #include "cli/interruption.h"
 #include "cli/output.h"
 
@@ -40,11 +38,6 @@ BoxAnswer CliPrompts::show(const Box& box) {
 FileResult SafeFiles::write_whole(const std::string& path, std::string_view bytes) {
   const Uninterrupted until_it_stands;
   return DiskFiles::write_whole(path, bytes);
-}
-
-std::string QuietHost::environment(const std::string& name) {
-  const char* const value = std::getenv(name.c_str());
-  return value ? value : "";
 }
 
 }  // namespace tavlo::cli

@@ -45,7 +45,9 @@ class IdleEventLoop : public EventLoop {
 class EmptyClipboard : public Clipboard {
  public:
   std::string text() override { return {}; }
-  void set_text(const std::string&, const std::string&) override {}
+  ClipboardText rich_text() override { return {}; }
+  bool holds_only_picture() override { return false; }
+  void set_text(const ClipboardText&) override {}
   bool set_picture(const std::vector<ClipboardForm>&) override { return false; }
 };
 
@@ -61,11 +63,25 @@ class NoViews : public Views {
   void log_changed() override {}
 };
 
-/// The environment, and no other programs.
-class QuietHost : public Host {
+class NoProgress : public Progress {
  public:
-  std::string environment(const std::string& name) override;
-  bool start_program(const std::string&, const std::vector<std::string>&) override { return false; }
+  void show(double, const std::string&) override {}
+  bool stop_wanted() override { return false; }
+};
+
+/// There is no time between the commands of a command line.
+class NoTimer : public Timer {
+ public:
+  std::unique_ptr<RunningTimer> every(int, std::function<void()>) override { return nullptr; }
+  std::unique_ptr<RunningTimer> once(int, std::function<void()>) override { return nullptr; }
+};
+
+/// Starts no other programs.
+class QuietHost : public SystemHost {
+ public:
+  FileResult start_program(const std::string&, const std::vector<std::string>&) override {
+    return {FileFault::no_permission, "a command line starts no programs"};
+  }
 };
 
 /// All the ports of one run over one file.
@@ -74,8 +90,8 @@ class CliWorld {
   CliWorld(bool strict, const std::string& subject) : prompts_(strict, subject) {}
 
   Ports ports() {
-    return {prompts_,      event_loop_, clock_, entropy_, clipboard_,
-            text_measure_, files_,      host_,  views_};
+    return {prompts_, event_loop_, clock_, entropy_,  clipboard_, text_measure_,
+            files_,   host_,       views_, progress_, timer_};
   }
 
  private:
@@ -88,6 +104,8 @@ class CliWorld {
   EmptyClipboard clipboard_;
   MetricTextMeasure text_measure_;
   QuietHost host_;
+  NoProgress progress_;
+  NoTimer timer_;
 };
 
 }  // namespace tavlo::cli

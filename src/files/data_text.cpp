@@ -4,8 +4,10 @@
 #include <utility>
 
 #include "files/column_names.h"
+#include "files/field_number.h"
 #include "files/point_list.h"
 #include "files/separated_text.h"
+#include "files/text_encoding.h"
 #include "files/text_lines.h"
 
 namespace tavlo {
@@ -54,11 +56,8 @@ ReadFault fault_of_first_line(std::string_view line, long number) {
 }
 
 // A text that fits both is the notation.
-std::optional<ReadFault> read_points(std::string_view text, const ReadOptions& options,
-                                     PointList& points) {
-  const TextLines lines(text);
-  long number = 1;
-  const std::string_view first = first_data_line(lines, number);
+std::optional<ReadFault> read_points(const TextLines& lines, std::string_view first, long number,
+                                     const ReadOptions& options, PointList& points) {
   if (first.empty()) return ReadFault{number, "there is no data, only blank lines or remarks"};
   if (first.size() > longest_line) return ReadFault{number, "the line is too long"};
   const bool in_notation = fits_notation(first, options);
@@ -69,14 +68,29 @@ std::optional<ReadFault> read_points(std::string_view text, const ReadOptions& o
   return read_notation(lines, options, points);
 }
 
+/// No column fits "Jan 5 2024"; said so, the person knows what is wrong.
+std::optional<ReadFault> read_lines(const TextLines& lines, const ReadOptions& options,
+                                    PointList& points) {
+  long number = 1;
+  const std::string_view first = first_data_line(lines, number);
+  auto fault = read_points(lines, first, number, options, points);
+  if (fault && fault->line == number && is_spelled_date(first))
+    return ReadFault{number, words_of_date(first)};
+  return fault;
+}
+
 }  // namespace
 
 std::optional<ReadFault> read_data_rows(std::string_view bytes, const ReadOptions& options,
-                                        DataRows& data) {
+                                        DataRows& data, Progress* progress) {
   if (bytes.empty()) return ReadFault{1, "the file is empty"};
-  if (auto fault = find_foreign_bytes(bytes)) return fault;
-  PointList points;
-  if (auto fault = read_points(without_byte_order_mark(bytes), options, points)) return fault;
+  std::string converted;
+  if (auto fault = decode_text(bytes, converted)) return fault;
+  PointList points(options.most_rows);
+  ReadWatch watch(progress, bytes.size());
+  const auto fault = read_lines(TextLines(bytes, &watch), options, points);
+  if (watch.stopped()) return ReadFault{1, "the reading was stopped", false, true};
+  if (fault) return fault;
   data = points.take();
   return std::nullopt;
 }

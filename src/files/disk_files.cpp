@@ -57,6 +57,7 @@ FileFault fault_of(int error) {
     case EDQUOT: return FileFault::disk_full;
     case EFBIG: return FileFault::too_large;
     case EISDIR: return FileFault::not_a_regular_file;
+    case EEXIST: return FileFault::exists_already;
     default: return FileFault::device_error;
   }
 }
@@ -67,6 +68,8 @@ FileResult system_fault(const char* prefix, int error) {
     case FileFault::no_permission:
       return {FileFault::no_permission, std::string(prefix) + " is not permitted"};
     case FileFault::disk_full: return {FileFault::disk_full, "the disk is full"};
+    case FileFault::exists_already:
+      return {FileFault::exists_already, "there is a file or folder of this name already"};
     default: break;
   }
   return {fault_of(error), std::string(prefix) + " failed: " + std::strerror(error)};
@@ -82,6 +85,22 @@ const char* kind_words(mode_t mode) {
 FileResult require_regular(const struct stat& status) {
   if (S_ISREG(status.st_mode)) return {};
   return {FileFault::not_a_regular_file, kind_words(status.st_mode)};
+}
+
+FileResult status_of(const std::string& path, struct stat& status) {
+  return ::stat(path.c_str(), &status) == 0 ? FileResult() : system_fault("reading", errno);
+}
+
+/// Opens a file for reading that the path was seen to be. Without waiting: it may
+/// have become a pipe meanwhile.
+Descriptor open_regular(const std::string& path, FileResult& result) {
+  struct stat status {};
+  result = status_of(path, status);
+  if (result) result = require_regular(status);
+  if (!result) return Descriptor(-1);
+  Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!file) result = system_fault("reading", errno);
+  return file;
 }
 
 /// Reads to the end, at most `limit` bytes. `expected` makes room at the start.
@@ -124,6 +143,23 @@ FileResult write_all(int file, std::string_view bytes) {
     bytes.remove_prefix(static_cast<std::size_t>(put));
   }
   return {};
+}
+
+FileResult flush_and_close(Descriptor& file) {
+  if (::fsync(file.number()) != 0 || !file.close_now()) return system_fault("writing", errno);
+  return {};
+}
+
+FileResult copy_all(int from, int to) {
+  std::string part(std::size_t{1} << 16, '\0');
+  for (;;) {
+    const ssize_t got = ::read(from, part.data(), part.size());
+    if (got == 0) return {};
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return system_fault("reading", errno);
+    const std::string_view filled(part.data(), static_cast<std::size_t>(got));
+    if (FileResult written = write_all(to, filled); !written) return written;
+  }
 }
 
 /// Where the bytes finally go: behind links, if the path is one.
@@ -192,11 +228,19 @@ class FileBeside {
   FileBeside& operator=(const FileBeside&) = delete;
 
   FileResult fill(std::string_view bytes, mode_t mode) {
-    if (!file_) return system_fault("writing in this folder", error_);
-    if (::fchmod(file_.number(), mode) != 0) return system_fault("writing", errno);
-    if (FileResult written = write_all(file_.number(), bytes); !written) return written;
-    if (::fsync(file_.number()) != 0 || !file_.close_now()) return system_fault("writing", errno);
-    return {};
+    FileResult result = open_for(mode);
+    if (result) result = write_all(file_.number(), bytes);
+    return result ? flush_and_close(file_) : result;
+  }
+
+  /// The bytes of another file, with its permissions and time.
+  FileResult fill_from(int from, const struct stat& status) {
+    FileResult result = open_for(status.st_mode & 07777);
+    if (result) result = copy_all(from, file_.number());
+    if (!result) return result;
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    ::futimens(file_.number(), times);  // a file system that keeps no times harms nothing
+    return flush_and_close(file_);
   }
 
   FileResult rename_to(const std::string& target) {
@@ -206,6 +250,12 @@ class FileBeside {
   }
 
  private:
+  FileResult open_for(mode_t mode) {
+    if (!file_) return system_fault("writing in this folder", error_);
+    if (::fchmod(file_.number(), mode) != 0) return system_fault("writing", errno);
+    return {};
+  }
+
   std::string name_;
   Descriptor file_;
   int error_;
@@ -226,10 +276,18 @@ bool is_left_behind(int file) {
   return errno != EWOULDBLOCK && std::time(nullptr) - status.st_mtime > old_age;
 }
 
+struct FolderCloser {
+  void operator()(DIR* open) const { ::closedir(open); }
+};
+using FolderEntries = std::unique_ptr<DIR, FolderCloser>;
+
+FolderEntries open_folder(const std::string& path) {
+  return FolderEntries(::opendir(path.c_str()));
+}
+
 /// Removes what killed programs left in mid-write. Whatever can't be removed stays.
 void sweep(const std::string& folder) {
-  const auto close = [](DIR* open) { ::closedir(open); };
-  const std::unique_ptr<DIR, decltype(close)> entries(::opendir(folder.c_str()));
+  const FolderEntries entries = open_folder(folder);
   if (!entries) return;
   while (const dirent* const entry = ::readdir(entries.get())) {
     if (!is_beside_name(entry->d_name)) continue;
@@ -246,6 +304,32 @@ void flush_folder(const std::string& folder) {
   if (directory) ::fsync(directory.number());
 }
 
+using Status = struct stat;
+
+/// Fills a file beside the target by `fill(beside, status of the old file)`, and gives
+/// it the target's name.
+template <class Fill>
+FileResult replace(const std::string& target, Fill fill) {
+  std::optional<Status> old(std::in_place);
+  if (::stat(target.c_str(), &*old) != 0) old.reset();
+  if (old)
+    if (FileResult fine = require_replaceable(target, *old); !fine) return fine;
+  const std::string folder = folder_of(target);
+  sweep(folder);
+  FileBeside beside(folder);
+  if (FileResult filled = fill(beside, old); !filled) return filled;
+  if (FileResult renamed = beside.rename_to(target); !renamed) return renamed;
+  flush_folder(folder);
+  return {};
+}
+
+bool is_folder(const std::string& path) {
+  Status status{};
+  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+FileResult not_a_folder() { return {FileFault::not_a_folder, "this is a file, not a folder"}; }
+
 }  // namespace
 
 FileResult too_large(std::uint64_t limit) {
@@ -254,12 +338,9 @@ FileResult too_large(std::uint64_t limit) {
 }
 
 FileResult DiskFiles::read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) return system_fault("reading", errno);
-  if (FileResult regular = require_regular(status); !regular) return regular;
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  if (!file) return system_fault("reading", errno);
-  return read_open_file(file.number(), limit, bytes);
+  FileResult opened;
+  const Descriptor file = open_regular(path, opened);
+  return opened ? read_open_file(file.number(), limit, bytes) : opened;
 }
 
 FileResult read_stream(int descriptor, std::uint64_t limit, std::string& bytes) {
@@ -272,17 +353,95 @@ FileResult read_stream(const std::string& path, std::uint64_t limit, std::string
 }
 
 FileResult DiskFiles::write_whole(const std::string& path, std::string_view bytes) {
+  return replace(behind_links(path), [bytes](FileBeside& beside, const auto& old) {
+    return beside.fill(bytes, wanted_mode(old));
+  });
+}
+
+FileResult DiskFiles::back_up(const std::string& path) {
   const std::string target = behind_links(path);
-  std::optional<struct stat> old(std::in_place);
-  if (::stat(target.c_str(), &*old) != 0) old.reset();
-  if (old)
-    if (FileResult fine = require_replaceable(target, *old); !fine) return fine;
-  const std::string folder = folder_of(target);
-  sweep(folder);
-  FileBeside beside(folder);
-  if (FileResult filled = beside.fill(bytes, wanted_mode(old)); !filled) return filled;
-  if (FileResult renamed = beside.rename_to(target); !renamed) return renamed;
-  flush_folder(folder);
+  if (!exists(target)) return {};
+  FileResult result;
+  const Descriptor from = open_regular(target, result);
+  struct stat status {};
+  if (from && ::fstat(from.number(), &status) != 0) result = system_fault("reading", errno);
+  if (result)
+    result = replace(target + "~", [&](FileBeside& beside, const auto&) {
+      return beside.fill_from(from.number(), status);
+    });
+  if (!result)
+    result.message = "the former file can't be kept as " + target + "~: " + result.message;
+  return result;
+}
+
+FileResult DiskFiles::create_new(const std::string& path, std::string_view bytes) {
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+  if (!file) return system_fault("writing", errno);
+  FileResult result = write_all(file.number(), bytes);
+  if (result) result = flush_and_close(file);
+  if (!result) ::unlink(path.c_str());
+  return result;
+}
+
+FileResult DiskFiles::append(const std::string& path, std::string_view bytes) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0)
+    if (FileResult regular = require_regular(status); !regular) return regular;
+  constexpr int flags = O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC;
+  Descriptor file(::open(path.c_str(), flags, 0666));
+  if (!file) return system_fault("writing", errno);
+  ::flock(file.number(), LOCK_EX);
+  if (::fstat(file.number(), &status) != 0) return system_fault("writing", errno);
+  FileResult result = write_all(file.number(), bytes);
+  if (!result && ::ftruncate(file.number(), status.st_size) != 0)
+    result.message += "; the file ends in the middle of what was to be added";
+  if (result && !file.close_now()) result = system_fault("writing", errno);
+  return result;
+}
+
+FileResult DiskFiles::remove(const std::string& path) {
+  struct stat status {};
+  const bool found = ::lstat(path.c_str(), &status) == 0;
+  if (found && S_ISDIR(status.st_mode)) return require_regular(status);
+  return ::unlink(path.c_str()) == 0 ? FileResult() : system_fault("removing", errno);
+}
+
+FileResult DiskFiles::make_folder(const std::string& path) {
+  for (std::size_t end = 1; end != std::string::npos && !path.empty();) {
+    end = path.find('/', end);
+    const std::string part = path.substr(0, end);
+    if (end != std::string::npos) ++end;
+    if (::mkdir(part.c_str(), 0777) == 0) continue;
+    const int error = errno;
+    if (is_folder(part)) continue;
+    return exists(part) ? not_a_folder() : system_fault("making a folder", error);
+  }
+  return is_folder(path) ? FileResult() : system_fault("making a folder", ENOENT);
+}
+
+FileResult DiskFiles::list_folder(const std::string& path, std::vector<std::string>& names) {
+  names.clear();
+  struct stat status {};
+  if (FileResult found = status_of(path, status); !found) return found;
+  if (!S_ISDIR(status.st_mode)) return not_a_folder();
+  const FolderEntries entries = open_folder(path);
+  if (!entries) return system_fault("reading the folder", errno);
+  while (const dirent* const entry = ::readdir(entries.get())) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != ".." && !is_beside_name(name)) names.emplace_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return {};
+}
+
+FileResult DiskFiles::look_up(const std::string& path, FileFacts& facts) {
+  struct stat status {};
+  if (FileResult found = status_of(path, status); !found) return found;
+  const timespec& changed = status.st_mtim;
+  facts.size = static_cast<std::uint64_t>(status.st_size);
+  facts.seconds_since_1970 =
+      static_cast<double>(changed.tv_sec) + static_cast<double>(changed.tv_nsec) * 1e-9;
+  facts.is_folder = S_ISDIR(status.st_mode);
   return {};
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "ports/file_system.h"
 
@@ -24,6 +25,23 @@ class DiskFiles : public FileSystem {
   /// folder in mid-write are cleared away.
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
 
+  FileResult create_new(const std::string& path, std::string_view bytes) override;
+
+  /// Appends of several programs to one file follow each other.
+  FileResult append(const std::string& path, std::string_view bytes) override;
+
+  FileResult remove(const std::string& path) override;
+
+  /// Permissions and time of the file are kept as well. A link's copy stands beside
+  /// the file that it names.
+  FileResult back_up(const std::string& path) override;
+
+  FileResult make_folder(const std::string& path) override;
+
+  /// Without the files that a save is writing at the moment.
+  FileResult list_folder(const std::string& path, std::vector<std::string>& names) override;
+
+  FileResult look_up(const std::string& path, FileFacts& facts) override;
   bool exists(const std::string& path) override;
 };
 

@@ -1,9 +1,12 @@
 #include "files/field_number.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
+#include "files/column_names.h"
 #include "files/text_lines.h"
 
 namespace tavlo {
@@ -45,9 +48,28 @@ bool is_time_of_day(std::string_view text) {
          is_digit(text.front()) && is_digit(text[colon + 1]);
 }
 
+/// Takes the next word off the front: letters and digits.
+std::string_view take_word(std::string_view& text) {
+  constexpr std::string_view between = " \t.,-/";
+  text.remove_prefix(std::min(text.find_first_not_of(between), text.size()));
+  const std::string_view word = text.substr(0, text.find_first_of(between));
+  text.remove_prefix(word.size());
+  return word;
+}
+
+/// Three letters of it or more.
+bool is_month(std::string_view word) {
+  constexpr std::string_view months[] = {"january",   "february", "march",    "april",
+                                         "may",       "june",     "july",     "august",
+                                         "september", "october",  "november", "december"};
+  return word.size() >= 3 &&
+         std::any_of(std::begin(months), std::end(months), [word](std::string_view month) {
+           return equal_in_any_case(word, month.substr(0, word.size()));
+         });
+}
+
 std::string words_of_no_time(std::string_view text) {
-  if (is_date(text))
-    return quoted(text) + " is a date; a time to failure is wanted, as hours, cycles or km";
+  if (is_date(text)) return words_of_date(text);
   if (is_time_of_day(text))
     return quoted(text) + " is a time of day; a time to failure is wanted, as one number";
   return quoted(text) + " is not a number";
@@ -61,6 +83,18 @@ bool starts_as_number(std::string_view text) {
 }
 
 bool is_date_or_time_of_day(std::string_view text) { return is_date(text) || is_time_of_day(text); }
+
+bool is_spelled_date(std::string_view text) {
+  const std::string_view first = take_word(text);
+  const std::string_view second = take_word(text);
+  const bool month_first = is_month(first) && !second.empty() && is_digit(second.front());
+  const bool day_first = !first.empty() && is_digit(first.front()) && is_month(second);
+  return month_first || day_first;
+}
+
+std::string words_of_date(std::string_view text) {
+  return quoted(text) + " is a date; a time to failure is wanted, as hours, cycles or km";
+}
 
 FieldFault read_time(std::string_view text, float& time) {
   if (text.empty()) return "the time is missing";

@@ -2,6 +2,7 @@
 // what a person meant; a file that holds something else than a number is wrong.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "files/read_fault.h"
@@ -17,6 +18,12 @@ bool starts_as_number(std::string_view text);
 
 /// 2024-01-31, 1/2/2024, 12:30: no time to failure, though it starts as a number.
 bool is_date_or_time_of_day(std::string_view text);
+
+/// Jan 5 2024, 5. January: a day with the name of its month in front of a text.
+bool is_spelled_date(std::string_view text);
+
+/// The words for a date where a time is due.
+std::string words_of_date(std::string_view text);
 
 /// A time: a decimal number with a full stop, stored in 32 bits. Refuses 0 and
 /// what 32 bits can't hold. A sign is read; the caller says what it means.

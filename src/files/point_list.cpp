@@ -36,14 +36,14 @@ SheetRow entered(const SampleRow& from) {
 }
 
 void PointList::reserve(std::size_t rows) {
-  data_.rows.reserve(std::min(rows, most_rows));
+  data_.rows.reserve(std::min(rows, most_rows_));
   prefer_large_pages(data_.rows.data(), data_.rows.capacity() * sizeof(SampleRow));
 }
 
 FieldFault PointList::why_not_added(double units) const {
   if (units <= 0.0) return "there are neither failures nor suspensions";
   if (units_ > most_units) return "there are more than 1e15 units up to here";
-  return "there are more than 10000000 rows";
+  return "there are more than " + std::to_string(most_rows_) + " rows";
 }
 
 FieldFault PointList::set_mode(std::string_view name) {
@@ -74,7 +74,7 @@ bool PointList::has_fraction() const {
 DataRows PointList::take() {
   if (!data_.comments.empty()) data_.comments.resize(data_.rows.size());
   DataRows taken = std::move(data_);
-  *this = {};
+  *this = PointList(most_rows_);
   return taken;
 }
 

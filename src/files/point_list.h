@@ -32,8 +32,8 @@ SheetRow entered(const SampleRow& from);
 
 class PointList {
  public:
-  /// The most rows of one data set.
-  static constexpr std::size_t most_rows = 10'000'000;
+  /// Takes no more than `most_rows`.
+  explicit PointList(std::size_t most_rows) : most_rows_(most_rows) {}
 
   /// Makes room for `rows` rows or for the most that there can be.
   void reserve(std::size_t rows);
@@ -43,7 +43,7 @@ class PointList {
   FieldFault add(float time, double fails, double susps) {
     const double units = fails + susps;
     units_ += units;
-    if (units <= 0.0 || units_ > most_units || data_.rows.size() == most_rows)
+    if (units <= 0.0 || units_ > most_units || data_.rows.size() == most_rows_)
       return why_not_added(units);
     data_.rows.push_back({time, fails, susps, 0});
     return std::nullopt;
@@ -73,6 +73,7 @@ class PointList {
 
   FieldFault why_not_added(double units) const;
 
+  std::size_t most_rows_;
   DataRows data_;
   std::unordered_map<std::string, std::int16_t, NameHash, std::equal_to<>> mode_numbers_;
   double units_ = 0;

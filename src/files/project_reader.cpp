@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "files/text_encoding.h"
 #include "files/text_lines.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"

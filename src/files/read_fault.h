@@ -11,6 +11,7 @@ struct ReadFault {
   long line = 0;
   std::string what;
   bool comma_in_doubt = false;  ///< readable once it is known what a comma means
+  bool stopped = false;         ///< the person wanted the reading to end
 };
 
 /// What is wrong with one field or line; nothing when all is well.

@@ -2,6 +2,7 @@
 // sign or a comma means, and which column is which.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -19,10 +20,14 @@ struct ColumnChoice {
   std::string name;
 };
 
+/// The most rows of one data set.
+inline constexpr std::size_t most_data_rows = 10'000'000;
+
 struct ReadOptions {
   bool negative_is_value = false;  ///< a negative time is one, not a suspension
   bool comments = true;            ///< false skips them; a fit needs none
   DecimalSign decimal = DecimalSign::by_content;
+  std::size_t most_rows = most_data_rows;  ///< a text with more is refused
   std::vector<ColumnChoice> columns = {};  ///< go before the names that are known
   std::vector<std::string> failed = {};    ///< the only status values that mean failed, if any
 };

@@ -141,7 +141,8 @@ std::optional<ReadFault> read_separated_text(TextLines lines, const ReadOptions&
   TableRows rows(table.lines, table.separator);
   ColumnLayout layout(options, table.separator);
   if (options.columns.empty() && starts_as_row(table.first)) {
-    if (auto fault = read_headless(table.lines, table.separator, options, layout)) return fault;
+    if (auto fault = read_headless(table.lines.unwatched(), table.separator, options, layout))
+      return fault;
   } else if (rows.next_row()) {
     if (FieldFault wrong = layout.read_header(rows.row())) rows.refuse(*wrong);
   }

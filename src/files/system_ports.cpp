@@ -1,8 +1,16 @@
 #include "files/system_ports.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <chrono>
+#include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <random>
+#include <string_view>
+
+#include "files/program_start.h"
 
 namespace tavlo {
 
@@ -27,6 +35,12 @@ Moment present() {
 double seconds_of_day(const Moment& moment) {
   const std::tm& local = moment.local;
   return local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec + moment.fraction;
+}
+
+bool is_program(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+         ::access(path.c_str(), X_OK) == 0;
 }
 
 }  // namespace
@@ -56,6 +70,41 @@ double SystemClock::steady_seconds() {
 std::uint32_t RandomEntropy::next() {
   std::random_device device;
   return device();
+}
+
+std::string SystemHost::program_folder() {
+  std::error_code fault;
+  return std::filesystem::read_symlink("/proc/self/exe", fault).parent_path().string();
+}
+
+std::string SystemHost::temp_folder() {
+  std::error_code fault;
+  const auto folder = std::filesystem::temp_directory_path(fault);
+  return fault ? "/tmp" : folder.string();
+}
+
+std::string SystemHost::environment(const std::string& name) {
+  const char* const value = std::getenv(name.c_str());
+  return value ? value : "";
+}
+
+std::optional<std::string> SystemHost::find_program(const std::string& name) {
+  if (name.find('/') != std::string::npos)
+    return is_program(name) ? std::optional(name) : std::nullopt;
+  const std::string folders = environment("PATH") + ":";
+  for (std::size_t start = 0, end; start < folders.size(); start = end + 1) {
+    end = folders.find(':', start);
+    const std::string path = folders.substr(start, end - start) + "/" + name;
+    if (path.front() == '/' && end > start && is_program(path)) return path;
+  }
+  return std::nullopt;
+}
+
+FileResult SystemHost::start_program(const std::string& program,
+                                     const std::vector<std::string>& arguments) {
+  const auto path = find_program(program);
+  if (!path) return {FileFault::not_found, "there is no such program"};
+  return start_on_its_own(*path, arguments);
 }
 
 }  // namespace tavlo

@@ -1,9 +1,10 @@
-// System ports: the real clock and the real source of chance, for every front
-// end that runs outside a test.
+// System ports: the real clock, the real source of chance and the real machine, for every
+// front end that runs outside a test.
 #pragma once
 
 #include "ports/clock.h"
 #include "ports/entropy.h"
+#include "ports/host.h"
 
 namespace tavlo {
 
@@ -20,6 +21,18 @@ class SystemClock : public Clock {
 class RandomEntropy : public Entropy {
  public:
   std::uint32_t next() override;
+};
+
+class SystemHost : public Host {
+ public:
+  std::string program_folder() override;
+  std::string temp_folder() override;
+  std::string environment(const std::string& name) override;
+
+  /// On PATH, but never in the current folder.
+  std::optional<std::string> find_program(const std::string& name) override;
+  FileResult start_program(const std::string& program,
+                           const std::vector<std::string>& arguments) override;
 };
 
 }  // namespace tavlo

@@ -1,12 +1,11 @@
-// Text lines: the bytes of a text file cut into lines, whichever system wrote
-// it, and the first look at bytes that may not be text at all.
+// Text lines: a text cut into lines, whichever system wrote it.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "files/read_fault.h"
+#include "files/read_watch.h"
 
 namespace tavlo {
 
@@ -34,10 +33,14 @@ bool is_remark(std::string_view trimmed_line);
 /// text holds a LF, otherwise CR.
 class TextLines {
  public:
-  explicit TextLines(std::string_view text);
+  /// A `watch` is looked at every few thousand lines.
+  explicit TextLines(std::string_view text, ReadWatch* watch = nullptr);
 
-  /// The next line without its end; nothing behind the last.
+  /// The next line without its end; nothing behind the last, or where the watch stops.
   std::optional<std::string_view> next();
+
+  /// The same lines for a look ahead, which is no progress.
+  TextLines unwatched() const;
 
   /// Number of the line that `next` gave last, from 1.
   long number() const { return number_; }
@@ -50,15 +53,10 @@ class TextLines {
 
  private:
   std::string_view rest_;
+  ReadWatch* watch_;
   char end_;
   bool done_ = false;
   long number_ = 0;
 };
-
-/// Takes a UTF-8 byte order mark off the front.
-std::string_view without_byte_order_mark(std::string_view bytes);
-
-/// Refuses UTF-16, UTF-32 and bytes that are no text (NUL).
-std::optional<ReadFault> find_foreign_bytes(std::string_view bytes);
 
 }  // namespace tavlo

@@ -12,6 +12,15 @@ struct ClipboardForm {
   std::string bytes;
 };
 
+/// One text in the forms that programs ask for; an empty form is not there.
+struct ClipboardText {
+  std::string plain;  ///< UTF-8
+  std::string rtf;
+  std::string html;  ///< UTF-8
+
+  friend bool operator==(const ClipboardText&, const ClipboardText&) = default;
+};
+
 class Clipboard {
  public:
   virtual ~Clipboard() = default;
@@ -19,8 +28,15 @@ class Clipboard {
   /// The text on the clipboard as UTF-8; empty when there is none.
   virtual std::string text() = 0;
 
-  /// Puts `plain` (UTF-8) and, unless it is empty, `rtf` on the clipboard.
-  virtual void set_text(const std::string& plain, const std::string& rtf) = 0;
+  /// The text on the clipboard in all the forms there are.
+  virtual ClipboardText rich_text() = 0;
+
+  /// True when there is a picture and no text: then there is something to say to a
+  /// person who pastes it as text.
+  virtual bool holds_only_picture() = 0;
+
+  /// Puts a text on the clipboard.
+  virtual void set_text(const ClipboardText& text) = 0;
 
   /// Puts one picture in all its forms on the clipboard, the best one first;
   /// false when the clipboard can't be had.

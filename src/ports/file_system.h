@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavlo {
 
@@ -12,6 +13,8 @@ enum class FileFault {
   none,
   not_found,
   not_a_regular_file,
+  not_a_folder,
+  exists_already,
   no_permission,
   too_large,
   disk_full,
@@ -22,6 +25,12 @@ struct FileResult {
   FileFault fault = FileFault::none;
   std::string message;  ///< what is wrong, in the user's words; empty on success
   explicit operator bool() const { return fault == FileFault::none; }
+};
+
+struct FileFacts {
+  std::uint64_t size = 0;         ///< in bytes
+  double seconds_since_1970 = 0;  ///< of the last change, in universal time
+  bool is_folder = false;
 };
 
 class FileSystem {
@@ -35,6 +44,28 @@ class FileSystem {
   /// Writes beside the target, flushes and renames: on any failure the old
   /// file is whole.
   virtual FileResult write_whole(const std::string& path, std::string_view bytes) = 0;
+
+  /// Writes a file that must not exist yet. On any other failure there is none afterwards.
+  virtual FileResult create_new(const std::string& path, std::string_view bytes) = 0;
+
+  /// Writes behind the end of a file, or makes it. On any failure the file ends
+  /// where it did.
+  virtual FileResult append(const std::string& path, std::string_view bytes) = 0;
+
+  /// Removes a file; a folder is refused.
+  virtual FileResult remove(const std::string& path) = 0;
+
+  /// Keeps what the file holds now as `path~`, in place of what was kept there before.
+  /// Nothing happens when there is no such file yet. On any failure both are as they were.
+  virtual FileResult back_up(const std::string& path) = 0;
+
+  /// Makes the folder and those above it; all is well when it stands already.
+  virtual FileResult make_folder(const std::string& path) = 0;
+
+  /// The names of the files and folders in a folder, in ascending order.
+  virtual FileResult list_folder(const std::string& path, std::vector<std::string>& names) = 0;
+
+  virtual FileResult look_up(const std::string& path, FileFacts& facts) = 0;
 
   virtual bool exists(const std::string& path) = 0;
 };

@@ -7,8 +7,10 @@
 #include "ports/event_loop.h"
 #include "ports/file_system.h"
 #include "ports/host.h"
+#include "ports/progress.h"
 #include "ports/prompts.h"
 #include "ports/text_measure.h"
+#include "ports/timer.h"
 #include "ports/views.h"
 
 namespace tavlo {
@@ -24,6 +26,8 @@ struct Ports {
   FileSystem& file_system;
   Host& host;
   Views& views;
+  Progress& progress;
+  Timer& timer;
 };
 
 }  // namespace tavlo

@@ -26,6 +26,12 @@ struct FileRequest {
   std::string filter;
   int filter_index = 1;
   bool saving = false;
+  /// Whether a name that is taken is asked about, when saving.
+  bool ask_before_replacing = true;
+  /// What ends a name without an extension, as "wmf", where the kind of file that was
+  /// chosen has none of its own; nothing when it is empty. It is added before a name that
+  /// is taken is asked about.
+  std::string default_suffix = {};
 };
 
 class Prompts {

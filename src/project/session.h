@@ -21,7 +21,6 @@ namespace tavlo {
 
 /// What a run remembers of the boxes that fits have shown.
 struct FitDialogue {
-  bool stop_wanted = false;          ///< set by the windows: the fit at work ends at its next turn
   int doubts_warned = 0;             ///< doubts that the user has said OK to, see SufficiencyGate
   bool minimum_life_warned = false;  ///< the warning on W3T by MLE has been shown
   int fault_error = 0;               ///< run-time error of the last retry box

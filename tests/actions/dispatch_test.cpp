@@ -245,7 +245,7 @@ TEST(Dispatch, ACancelledFitLeavesEverythingAlone) {
   FitWorld world(test::infant_and_wear_out());
   world.prompts.expect_box("3 Parameter MLE Warning.", "Warning!", BoxAnswer::cancel);
   world.fit(162, 1);
-  world.session.fitting.stop_wanted = true;  // Escape
+  world.progress.stop = true;  // Escape
   world.fit(482, 0);
   EXPECT_EQ(world.fits().nFits, 0);
   EXPECT_EQ(world.log(), "");

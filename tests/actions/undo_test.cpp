@@ -5,13 +5,13 @@
 #include <random>
 
 #include "actions/announce.h"
+#include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
 #include "actions/records.h"
 #include "actions/shown_fits.h"
 #include "chart/parts/marks.h"
 #include "chart/scales/chart_view.h"
-#include "files/clipboard_text.h"
 #include "support/sheet_world.h"
 
 namespace tavlo {

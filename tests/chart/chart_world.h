@@ -44,7 +44,8 @@ inline FitResult fit_of(int code, std::vector<FitParam> rows) {
 struct ChartWorld {
   ChartWorld()
       : session(Ports{world.prompts, world.event_loop, world.clock, world.entropy, world.clipboard,
-                      measure, world.files, world.host, world.views}) {}
+                      measure, world.files, world.host, world.views, world.progress, world.timer}) {
+  }
 
   TestWorld world;
   MetricTextMeasure measure;

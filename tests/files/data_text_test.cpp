@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "numerics/number_text.h"
@@ -45,6 +46,62 @@ std::string unescaped(const std::string& line) {
     if (is_number) i += 2;
   }
   return text;
+}
+
+/// A text of the basic plane or beyond in UTF-16.
+std::string wide(std::u16string_view text, bool big_end, bool mark) {
+  std::string bytes;
+  const auto add = [&](char16_t unit) {
+    const char high = static_cast<char>(unit >> 8), low = static_cast<char>(unit & 0xFF);
+    bytes += big_end ? high : low;
+    bytes += big_end ? low : high;
+  };
+  if (mark) add(0xFEFF);
+  for (const char16_t unit : text) add(unit);
+  return bytes;
+}
+
+// Spreadsheets save "Unicode text" so.
+TEST(DataText, ReadsUtf16WithItsLetters) {
+  for (const bool big_end : {false, true})
+    for (const bool mark : {false, true}) {
+      EXPECT_EQ(read(wide(u"100\r\n>200\r\n", big_end, mark)), "100 1 0; 200 0 1");
+      EXPECT_EQ(read(wide(u"x\tstatus\tcomment\n1\tF\tPr\u00FCfung \u6F22 \U0001F600\n2\tS\t\n",
+                          big_end, mark)),
+                "1 1 0 'Pr\u00FCfung \u6F22 \U0001F600'; 2 0 1");
+      if (!mark) continue;
+      const std::string good = wide(u"1\n2\n", big_end, mark);
+      EXPECT_EQ(read(good + '7'), "3: the UTF-16 text ends in half a character");
+      for (const char16_t half : {u'\xD83D', u'\xDE00'})
+        EXPECT_EQ(read(good + wide(std::u16string(2, half), big_end, false)),
+                  "3: the UTF-16 text is broken");
+      EXPECT_EQ(read(good + wide(std::u16string_view(u"\0\n", 2), big_end, false)),
+                "3: there is a NUL byte; this is no text");
+    }
+  EXPECT_EQ(read(std::string_view("\xFF\xFE\0\0"
+                                  "1\0\0\0",
+                                  8)),
+            "1: this is UTF-32 text; save it as UTF-8");
+}
+
+TEST(DataText, ALongTextTellsHowFarItIsAndCanBeStopped) {
+  std::string notation, table = "x,status\n";
+  for (int i = 1; i <= 50'000; ++i) {
+    notation += std::to_string(i) + '\n';
+    table += std::to_string(i) + ",F\n";
+  }
+  for (const std::string& text : {notation, table, table.substr(9)})
+    for (const std::size_t stop_at : {0U, 1U, 3U}) {
+      test::FakeProgress progress;
+      progress.stop_at = stop_at;
+      DataRows rows;
+      const auto fault = read_data_rows(text, {}, rows, &progress);
+      EXPECT_EQ(fault && fault->stopped, stop_at > 0);
+      EXPECT_EQ(rows.rows.size(), stop_at > 0 ? 0U : 50'000U);
+      EXPECT_EQ(progress.shares.size(), stop_at > 0 ? stop_at : 12U);
+      EXPECT_TRUE(std::is_sorted(progress.shares.begin(), progress.shares.end()));
+      EXPECT_NEAR(progress.shares.front(), 4096.0 / 50'000, 0.02);
+    }
 }
 
 // Every form, what spreadsheets, fleets and other programs write, and what is refused.

@@ -83,7 +83,7 @@ TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
   session().gFitForm(1)->busy = true;
   window.close();
   EXPECT_TRUE(window.isVisible()) << "the fit still needs its window";
-  EXPECT_TRUE(session().fitting.stop_wanted);
+  EXPECT_TRUE(program.progress.stop_wanted());
   session().gFitForm(1)->busy = false;
   program.commands.run([] {});
   EXPECT_TRUE(wait_until([&] { return !window.isVisible(); }));

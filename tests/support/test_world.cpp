@@ -81,25 +81,133 @@ void MemoryFiles::fail_at(int operation, FileFault fault) {
   fault_ = fault;
 }
 
-std::optional<FileResult> MemoryFiles::fault_now(const std::string& path) {
-  if (++operations_ != fail_at_) return std::nullopt;
-  return FileResult{fault_, "fault made for the test: " + path};
+FileResult MemoryFiles::start(const std::string& path, bool must_stand) {
+  if (++operations_ == fail_at_) return {fault_, "fault made for the test: " + path};
+  if (folders.contains(path)) return {FileFault::not_a_regular_file, "this is a folder"};
+  if (must_stand && !files.contains(path)) return {FileFault::not_found, "there is no such file"};
+  return {};
+}
+
+FileResult MemoryFiles::start_folder(const std::string& path) {
+  if (++operations_ == fail_at_) return {fault_, "fault made for the test: " + path};
+  if (files.contains(path)) return {FileFault::not_a_folder, "this is a file"};
+  return {};
 }
 
 FileResult MemoryFiles::read_whole(const std::string& path, std::uint64_t limit,
                                    std::string& bytes) {
-  if (const auto fault = fault_now(path)) return *fault;
-  const auto found = files.find(path);
-  if (found == files.end()) return {FileFault::not_found, "there is no such file"};
-  if (found->second.size() > limit) return {FileFault::too_large, "the file is too large"};
-  bytes = found->second;
+  if (const FileResult started = start(path, true); !started) return started;
+  if (files[path].size() > limit) return {FileFault::too_large, "the file is too large"};
+  bytes = files[path];
   return {};
 }
 
 FileResult MemoryFiles::write_whole(const std::string& path, std::string_view bytes) {
-  if (const auto fault = fault_now(path)) return *fault;
-  files[path] = std::string(bytes);
+  if (const FileResult started = start(path, false); !started) return started;
+  files[path] = bytes;
   return {};
+}
+
+FileResult MemoryFiles::create_new(const std::string& path, std::string_view bytes) {
+  const FileResult started = start(path, false);
+  if (!started && operations_ == fail_at_) return started;
+  if (exists(path)) return {FileFault::exists_already, "there is such a file already"};
+  files[path] = bytes;
+  return {};
+}
+
+FileResult MemoryFiles::append(const std::string& path, std::string_view bytes) {
+  if (const FileResult started = start(path, false); !started) return started;
+  files[path] += bytes;
+  return {};
+}
+
+FileResult MemoryFiles::remove(const std::string& path) {
+  if (const FileResult started = start(path, true); !started) return started;
+  files.erase(path);
+  return {};
+}
+
+FileResult MemoryFiles::back_up(const std::string& path) {
+  if (const FileResult started = start(path, false); !started) return started;
+  if (files.contains(path)) files[path + "~"] = files[path];
+  return {};
+}
+
+FileResult MemoryFiles::make_folder(const std::string& path) {
+  if (const FileResult started = start_folder(path); !started) return started;
+  for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
+    folders.insert(path.substr(0, end));
+  folders.insert(path);
+  return {};
+}
+
+FileResult MemoryFiles::list_folder(const std::string& path, std::vector<std::string>& names) {
+  if (const FileResult started = start_folder(path); !started) return started;
+  std::set<std::string> found;
+  const auto look_at = [&](const std::string& each) {
+    if (each.starts_with(path + "/"))
+      found.insert(each.substr(path.size() + 1, each.find('/', path.size() + 1) - path.size() - 1));
+  };
+  for (const auto& [file, bytes] : files) look_at(file);
+  std::for_each(folders.begin(), folders.end(), look_at);
+  names.assign(found.begin(), found.end());
+  const bool stands = !found.empty() || folders.contains(path);
+  return stands ? FileResult() : FileResult{FileFault::not_found, "there is no such folder"};
+}
+
+FileResult MemoryFiles::look_up(const std::string& path, FileFacts& facts) {
+  facts.is_folder = folders.contains(path);
+  if (const FileResult started = facts.is_folder ? start_folder(path) : start(path, true); !started)
+    return started;
+  facts.size = facts.is_folder ? 0 : files[path].size();
+  facts.seconds_since_1970 = changed[path];
+  return {};
+}
+
+/// Takes its call off the list.
+class FakeTimer::Handle : public RunningTimer {
+ public:
+  Handle(std::shared_ptr<Calls> calls, int number) : calls_(std::move(calls)), number_(number) {}
+  ~Handle() override { calls_->erase(number_); }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+ private:
+  std::shared_ptr<Calls> calls_;
+  int number_;
+};
+
+std::unique_ptr<RunningTimer> FakeTimer::add(int milliseconds, int period,
+                                             std::function<void()> act) {
+  calls_->emplace(++last_number_, Call{now_ + milliseconds, period, std::move(act)});
+  return std::make_unique<Handle>(calls_, last_number_);
+}
+
+std::unique_ptr<RunningTimer> FakeTimer::every(int milliseconds, std::function<void()> act) {
+  return add(milliseconds, std::max(milliseconds, 1), std::move(act));
+}
+
+std::unique_ptr<RunningTimer> FakeTimer::once(int milliseconds, std::function<void()> act) {
+  return add(milliseconds, 0, std::move(act));
+}
+
+void FakeTimer::advance(int milliseconds) {
+  const long end = now_ + milliseconds;
+  for (;;) {
+    const auto next = std::min_element(calls_->begin(), calls_->end(), [](auto& a, auto& b) {
+      return a.second.due < b.second.due;
+    });
+    if (next == calls_->end() || next->second.due > end) break;
+    now_ = next->second.due;
+    const auto act = next->second.act;  // the call may end its own timer
+    if (next->second.period > 0)
+      next->second.due += next->second.period;
+    else
+      calls_->erase(next);
+    act();
+  }
+  now_ = end;
 }
 
 int RecordingViews::count(const std::string& line) const {
@@ -110,7 +218,8 @@ TestWorld::TestWorld() : session(ports()) {}
 TestWorld::~TestWorld() = default;
 
 Ports TestWorld::ports() {
-  return {prompts, event_loop, clock, entropy, clipboard, text_measure, files, host, views};
+  return {prompts, event_loop, clock, entropy,  clipboard, text_measure,
+          files,   host,       views, progress, timer};
 }
 
 DataSet make_data(const std::vector<Point>& points) {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -73,9 +75,12 @@ class SeededEntropy : public Entropy {
 class FakeClipboard : public Clipboard {
  public:
   std::string text() override { return plain; }
-  void set_text(const std::string& new_plain, const std::string& new_rtf) override {
-    plain = new_plain;
-    rtf = new_rtf;
+  ClipboardText rich_text() override { return {plain, rtf, html}; }
+  bool holds_only_picture() override { return plain.empty() && !picture.empty(); }
+  void set_text(const ClipboardText& text) override {
+    plain = text.plain;
+    rtf = text.rtf;
+    html = text.html;
   }
   bool set_picture(const std::vector<ClipboardForm>& forms) override {
     if (!refuses) picture = forms;
@@ -83,6 +88,7 @@ class FakeClipboard : public Clipboard {
   }
   std::string plain;
   std::string rtf;
+  std::string html;
   std::vector<ClipboardForm> picture;
   bool refuses = false;
 };
@@ -93,7 +99,8 @@ class FixedTextMeasure : public TextMeasure {
   TextExtent measure(const std::string& utf8, const FontChoice& font) override;
 };
 
-/// Files in memory. fail_at(n) makes the n-th operation from now on fail.
+/// Files in memory. fail_at(n) makes the n-th operation from now on fail. A file's folder
+/// needs no making.
 class MemoryFiles : public FileSystem {
  public:
   void fail_at(int operation, FileFault fault = FileFault::disk_full);
@@ -101,12 +108,24 @@ class MemoryFiles : public FileSystem {
 
   FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
-  bool exists(const std::string& path) override { return files.contains(path); }
+  FileResult create_new(const std::string& path, std::string_view bytes) override;
+  FileResult append(const std::string& path, std::string_view bytes) override;
+  FileResult remove(const std::string& path) override;
+  FileResult back_up(const std::string& path) override;
+  FileResult make_folder(const std::string& path) override;
+  FileResult list_folder(const std::string& path, std::vector<std::string>& names) override;
+  FileResult look_up(const std::string& path, FileFacts& facts) override;
+  bool exists(const std::string& path) override {
+    return files.contains(path) || folders.contains(path);
+  }
 
   std::map<std::string, std::string> files;
+  std::set<std::string> folders;          ///< those that were made
+  std::map<std::string, double> changed;  ///< seconds since 1970, where a test says them
 
  private:
-  std::optional<FileResult> fault_now(const std::string& path);
+  FileResult start(const std::string& path, bool must_stand);
+  FileResult start_folder(const std::string& path);
   int operations_ = 0;
   int fail_at_ = 0;
   FileFault fault_ = FileFault::none;
@@ -118,10 +137,65 @@ class QuietEventLoop : public EventLoop {
   long turns = 0;
 };
 
+/// Has the programs that a test names, and keeps what it was told to start.
 class FakeHost : public Host {
  public:
-  std::string environment(const std::string&) override { return {}; }
-  bool start_program(const std::string&, const std::vector<std::string>&) override { return true; }
+  std::string program_folder() override { return "/program"; }
+  std::string temp_folder() override { return "/temp"; }
+  std::string environment(const std::string& name) override { return variables[name]; }
+  std::optional<std::string> find_program(const std::string& name) override {
+    return programs.contains(name) ? std::optional("/bin/" + name) : std::nullopt;
+  }
+  FileResult start_program(const std::string& program,
+                           const std::vector<std::string>& arguments) override {
+    if (!programs.contains(program)) return {FileFault::not_found, "there is no such program"};
+    started.push_back({program});
+    started.back().insert(started.back().end(), arguments.begin(), arguments.end());
+    return {};
+  }
+
+  std::map<std::string, std::string> variables;
+  std::set<std::string> programs;
+  std::vector<std::vector<std::string>> started;
+};
+
+/// Keeps the shares that it was shown; stops the work at the one of that number.
+class FakeProgress : public Progress {
+ public:
+  void show(double share, const std::string&) override {
+    shares.push_back(share);
+    stop = stop || shares.size() == stop_at;
+  }
+  bool stop_wanted() override { return stop; }
+
+  std::vector<double> shares;
+  std::size_t stop_at = 0;
+  bool stop = false;
+};
+
+/// Time passes when the test says so.
+class FakeTimer : public Timer {
+ public:
+  std::unique_ptr<RunningTimer> every(int milliseconds, std::function<void()> act) override;
+  std::unique_ptr<RunningTimer> once(int milliseconds, std::function<void()> act) override;
+
+  /// Makes the calls that fall due in this time, in their order.
+  void advance(int milliseconds);
+  std::size_t running() const { return calls_->size(); }
+
+ private:
+  struct Call {
+    long due = 0;
+    int period = 0;  ///< 0: once
+    std::function<void()> act;
+  };
+  using Calls = std::map<int, Call>;  // by their number
+  class Handle;
+  std::unique_ptr<RunningTimer> add(int milliseconds, int period, std::function<void()> act);
+
+  std::shared_ptr<Calls> calls_ = std::make_shared<Calls>();
+  long now_ = 0;
+  int last_number_ = 0;
 };
 
 /// Keeps what the core told the windows, one line each: "chart 1", "grid 1".
@@ -164,6 +238,8 @@ struct TestWorld {
   MemoryFiles files;
   FakeHost host;
   RecordingViews views;
+  FakeProgress progress;
+  FakeTimer timer;
   Session session;
 
   Ports ports();

@@ -30,7 +30,7 @@ void save_chart(Session& session, const DrawingRecord& drawing) {
       {"Enter Name to save",
        "All (*.*)|*.*|Metafile (*.wmf)|*.wmf|PNG picture (*.png)|*.png|"
        "SVG drawing (*.svg)|*.svg|PDF page (*.pdf)|*.pdf",
-       2, true});
+       2, true, true, "wmf"});
   const QString name = to_qt(chosen.value_or("")).trimmed();
   if (name.isEmpty()) return;
   if (const Painter paint = painter_of(QFileInfo(name).suffix().toLower()))

@@ -1,9 +1,12 @@
 #include "workspace/data/sheet_view.h"
 
 #include <QClipboard>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMimeData>
+#include <QUrl>
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -25,6 +28,12 @@ bool types_text(const QKeyEvent& key) {
 bool clipboard_has_lines() {
   const QString text = QGuiApplication::clipboard()->text().trimmed();
   return text.contains(u'\n') || text.contains(u'\r') || text.contains(u'\t');
+}
+
+/// One file of this computer, or a text.
+bool holds_rows(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return data.hasUrls() ? urls.size() == 1 && urls[0].isLocalFile() : data.hasText();
 }
 
 /// Where a key in the edit box sends the current cell; nothing for other keys.
@@ -60,6 +69,7 @@ SheetView::SheetView(DataSheet& sheet, UserCommands& commands, QWidget* parent)
   setModel(&model_);
   set_table_look(*this);
   setMouseTracking(true);
+  viewport()->setAcceptDrops(true);
   set_up_columns();
   set_up_edit_box();
   show_current_cell();
@@ -83,6 +93,7 @@ void SheetView::set_up_edit_box() {
   edit_.setObjectName(QStringLiteral("txt_Edit"));
   edit_.setAccessibleName(tr("Cell"));
   edit_.setMaxLength(1000);
+  edit_.setAcceptDrops(false);  // dropped rows would run together into one number
   edit_.setStyleSheet(
       QStringLiteral("QLineEdit { border: 1px solid #1F5FA8; background: palette(base); }"));
   edit_.hide();
@@ -207,6 +218,28 @@ bool SheetView::eventFilter(QObject* watched, QEvent* event) {
       static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
     leave_edit();
   return false;
+}
+
+void SheetView::dragEnterEvent(QDragEnterEvent* event) {
+  if (holds_rows(*event->mimeData())) event->acceptProposedAction();
+}
+
+void SheetView::dragMoveEvent(QDragMoveEvent* event) { event->acceptProposedAction(); }
+
+// The source keeps its text: a drop is always a copy.
+void SheetView::dropEvent(QDropEvent* event) {
+  leave_edit();
+  const QMimeData& dropped = *event->mimeData();
+  const QModelIndex under = indexAt(event->position().toPoint());
+  const QModelIndex cell = dropped.hasUrls() && under.isValid() ? under.siblingAtColumn(0) : under;
+  if (cell.isValid()) setCurrentIndex(cell);
+  setFocus();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  if (dropped.hasUrls())
+    emit file_dropped(dropped.urls().constFirst().toLocalFile());
+  else
+    emit text_dropped(dropped.text());
 }
 
 void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

@@ -35,6 +35,9 @@ class SheetView : public QTableView {
   void hint_wanted(const QString& hint);
   /// Several cells were pasted while one was being edited; the edit has ended.
   void rows_pasted();
+  /// A text, or one file by its path, was dropped; the cell under it is the current one.
+  void text_dropped(const QString& text);
+  void file_dropped(const QString& path);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -42,6 +45,9 @@ class SheetView : public QTableView {
   bool viewportEvent(QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void set_up_columns();

@@ -17,6 +17,8 @@ bool is_input(QEvent::Type type) {
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
     case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+    case QEvent::Drop:
     case QEvent::InputMethod: return true;
     default: return false;
   }
@@ -40,7 +42,7 @@ bool BusyFilter::eventFilter(QObject*, QEvent* event) {
   // A box that the calculation itself shows must be answered.
   if (!is_input(event->type()) || QApplication::activeModalWidget()) return false;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
-    session_.fitting.stop_wanted = true;
+    progress_.want_stop();
   return true;
 }
 

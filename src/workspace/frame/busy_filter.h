@@ -1,11 +1,11 @@
 // BusyFilter: while a calculation runs, the event loop turns inside it so that
 // the windows stay alive. Keys and clicks must not reach them meanwhile: they
-// could change the data under the fit. Escape asks the fit to stop.
+// could change the data under the fit. Escape asks it to stop.
 #pragma once
 
 #include <QObject>
 
-#include "project/session.h"
+#include "workspace/qt/qt_progress.h"
 
 namespace tavlo {
 
@@ -13,7 +13,7 @@ class BusyFilter : public QObject {
   Q_OBJECT
 
  public:
-  explicit BusyFilter(Session& session) : session_(session) {}
+  explicit BusyFilter(QtProgress& progress) : progress_(progress) {}
   ~BusyFilter() override { set_busy(false); }
 
   /// Busy shows the hourglass and holds back the input. Calls may nest.
@@ -23,7 +23,7 @@ class BusyFilter : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  Session& session_;
+  QtProgress& progress_;
   int depth_ = 0;
 };
 

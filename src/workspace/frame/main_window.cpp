@@ -7,13 +7,13 @@
 #include <QTimer>
 
 #include "actions/announce.h"
+#include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
 #include "actions/records.h"
 #include "actions/reports.h"
 #include "actions/undo.h"
 #include "chart/metafile/chart_exits.h"
-#include "files/clipboard_text.h"
 #include "painter/clipboard_forms.h"
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/command_table.h"
@@ -27,7 +27,7 @@ MainWindow::MainWindow(Program& program)
       tree_dock_(tr("Project")),
       windows_(program),
       charts_(program, windows_, *this),
-      busy_(program.session) {
+      busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
   setWindowTitle(QStringLiteral("Tavlo[*]"));
   setCentralWidget(&windows_);
@@ -96,7 +96,7 @@ void MainWindow::connect_views() {
 }
 
 void MainWindow::finish_command() {
-  session_.fitting.stop_wanted = false;
+  program_.progress.start_anew();
   announce(session_);
   if (!windows_.is_dragging()) end_step(session_);
   // The slope entered for a Weibayes may have changed the model.
@@ -306,14 +306,14 @@ void MainWindow::show_state() {
   commands_->refresh();
 }
 
-// The fit works on the records of the windows: they go after it has returned.
+// Long work uses the records of the windows: they go after it has returned.
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (!program_.is_busy()) {
     const bool may_close = close_wanted_ || may_lose_project("Tavlo", "Leave the program?");
     event->setAccepted(may_close);
     return;
   }
-  session_.fitting.stop_wanted = true;
+  program_.progress.want_stop();
   close_wanted_ = true;
   event->ignore();
 }

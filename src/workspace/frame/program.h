@@ -7,6 +7,8 @@
 #include "files/system_ports.h"
 #include "project/session.h"
 #include "workspace/qt/qt_ports.h"
+#include "workspace/qt/qt_progress.h"
+#include "workspace/qt/qt_timer.h"
 #include "workspace/qt/user_commands.h"
 #include "workspace/qt/view_signals.h"
 
@@ -15,13 +17,12 @@ namespace tavlo {
 struct Program {
   Program()
       : session(Ports{prompts, event_loop, clock, entropy, clipboard, text_measure, files, host,
-                      views}),
-        commands(prompts) {
+                      views, progress, timer}) {
     session.settings.punctuation = system_punctuation();
   }
 
-  /// True while a fit is under way in one of the panels.
-  bool is_busy() const { return tavlo::is_busy(session); }
+  /// True while a fit or other long work is under way.
+  bool is_busy() const { return tavlo::is_busy(session) || views.is_busy(); }
 
   QtPrompts prompts;
   QtEventLoop event_loop;
@@ -30,10 +31,12 @@ struct Program {
   QtClipboard clipboard;
   MetricTextMeasure text_measure;
   DiskFiles files;
-  QtHost host;
+  SystemHost host;
   ViewSignals views;
+  QtProgress progress{event_loop, views};
+  UserCommands commands{prompts};
+  QtTimer timer{commands};
   Session session;
-  UserCommands commands;
 };
 
 }  // namespace tavlo

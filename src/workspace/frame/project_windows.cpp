@@ -6,6 +6,7 @@
 #include <array>
 #include <utility>
 
+#include "actions/clipboard_text.h"
 #include "workspace/frame/block_layout.h"
 #include "workspace/qt/icons.h"
 #include "workspace/qt/qt_text.h"
@@ -120,12 +121,29 @@ void ProjectWindows::drop_behind(std::vector<View*>& views, char kind, int count
   }
 }
 
+// Later: the program that the text comes from waits until the drop is over, and a box
+// would hold it.
+void ProjectWindows::connect_drops(SheetView& view, int index) {
+  const auto enter = [this, &view, index](auto act) {
+    return [this, &view, index, act](const QString& dropped) {
+      if (program_.is_busy()) return;
+      program_.commands.run([&] {
+        view.mirror_selection();
+        act(program_.session, index, from_qt(dropped));
+      });
+    };
+  };
+  connect(&view, &SheetView::text_dropped, this, enter(drop_text), Qt::QueuedConnection);
+  connect(&view, &SheetView::file_dropped, this, enter(drop_file), Qt::QueuedConnection);
+}
+
 void ProjectWindows::add_sheet() {
   Session& session = program_.session;
   const int index = static_cast<int>(sheets_.size()) + 1;
   auto* view = new SheetView(*session.gDataForm(index), program_.commands, nullptr);
   connect(view, &SheetView::hint_wanted, this, &ProjectWindows::hint_wanted);
   connect(view, &SheetView::rows_pasted, this, &ProjectWindows::rows_pasted);
+  connect_drops(*view, index);
   connect(view, &SheetView::edited, this, [this](const QString& step) {
     program_.session.step = from_qt(step);
     emit content_changed();

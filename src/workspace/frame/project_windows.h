@@ -94,6 +94,7 @@ class ProjectWindows : public QMdiArea {
   void connect_views();
   void note_active(const QMdiSubWindow* active);
   void add_sheet();
+  void connect_drops(SheetView& view, int index);
   void add_panel();
   void add_chart();
   void add_log();

@@ -10,7 +10,6 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QProcess>
 
 #include "workspace/qt/qt_text.h"
 
@@ -69,14 +68,20 @@ QString extension_of(const QString& filter) {
 
 /// A name without an extension gets that of the chosen kind of file: here, before
 /// the dialog asks whether to replace an old one.
-void complete_names(QFileDialog& dialog) {
+void prepare_saving(QFileDialog& dialog, const FileRequest& request) {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  const auto complete = [&dialog](const QString& filter) {
-    dialog.setDefaultSuffix(extension_of(filter));
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.ask_before_replacing);
+  const QString otherwise = to_qt(request.default_suffix);
+  const auto complete = [&dialog, otherwise](const QString& filter) {
+    const QString own = extension_of(filter);
+    dialog.setDefaultSuffix(own.isEmpty() ? otherwise : own);
   };
   complete(dialog.selectedNameFilter());
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, complete);
 }
+
+/// Rich text goes under both names: editors ask for either.
+constexpr const char* rtf_names[] = {"text/rtf", "application/rtf"};
 
 /// A box is only as wide as its text, and a title cut short says nothing.
 void widen_to_title(QMessageBox& window) {
@@ -136,7 +141,7 @@ std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
   const QStringList filters = filters_of(request.filter);
   dialog.setNameFilters(filters);
   dialog.selectNameFilter(filters.value(request.filter_index - 1));
-  if (request.saving) complete_names(dialog);
+  if (request.saving) prepare_saving(dialog, request);
   dialog.setFileMode(request.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return from_qt(dialog.selectedFiles().value(0));
@@ -153,11 +158,29 @@ void QtEventLoop::yield() {
 
 std::string QtClipboard::text() { return from_qt(QGuiApplication::clipboard()->text()); }
 
-void QtClipboard::set_text(const std::string& plain, const std::string& rtf) {
+ClipboardText QtClipboard::rich_text() {
+  ClipboardText found{text(), {}, {}};
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  if (!data) return found;
+  for (const char* const name : rtf_names)
+    if (found.rtf.empty()) found.rtf = data->data(QString::fromLatin1(name)).toStdString();
+  found.html = from_qt(data->html());
+  return found;
+}
+
+void QtClipboard::set_text(const ClipboardText& text) {
   auto* data = new QMimeData;
-  data->setText(to_qt(plain));
-  if (!rtf.empty()) data->setData(QStringLiteral("text/rtf"), QByteArray::fromStdString(rtf));
+  data->setText(to_qt(text.plain));
+  if (!text.html.empty()) data->setHtml(to_qt(text.html));
+  if (!text.rtf.empty())
+    for (const char* const name : rtf_names)
+      data->setData(QString::fromLatin1(name), QByteArray::fromStdString(text.rtf));
   QGuiApplication::clipboard()->setMimeData(data);
+}
+
+bool QtClipboard::holds_only_picture() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data && !data->hasText() && data->hasImage();
 }
 
 bool QtClipboard::set_picture(const std::vector<ClipboardForm>& forms) {
@@ -167,16 +190,6 @@ bool QtClipboard::set_picture(const std::vector<ClipboardForm>& forms) {
   QClipboard* const clipboard = QGuiApplication::clipboard();
   clipboard->setMimeData(data);
   return clipboard->ownsClipboard();
-}
-
-std::string QtHost::environment(const std::string& name) {
-  return from_qt(qEnvironmentVariable(name.c_str()));
-}
-
-bool QtHost::start_program(const std::string& program, const std::vector<std::string>& arguments) {
-  QStringList list;
-  for (const std::string& argument : arguments) list << to_qt(argument);
-  return QProcess::startDetached(to_qt(program), list);
 }
 
 }  // namespace tavlo

@@ -1,5 +1,5 @@
-// Qt ports: what the core asks of the world, answered by Qt. Clock, entropy and
-// files need no Qt and come from the floor below.
+// Qt ports: what the core asks of the world, answered by Qt. Clock, entropy, files and
+// the host need no Qt and come from the floor below.
 #pragma once
 
 #include <QElapsedTimer>
@@ -9,7 +9,6 @@
 #include "numerics/number_reading.h"
 #include "ports/clipboard.h"
 #include "ports/event_loop.h"
-#include "ports/host.h"
 #include "ports/prompts.h"
 #include "workspace/qt/box_folding.h"
 
@@ -53,15 +52,10 @@ class QtEventLoop : public EventLoop {
 class QtClipboard : public Clipboard {
  public:
   std::string text() override;
-  void set_text(const std::string& plain, const std::string& rtf) override;
+  ClipboardText rich_text() override;
+  bool holds_only_picture() override;
+  void set_text(const ClipboardText& text) override;
   bool set_picture(const std::vector<ClipboardForm>& forms) override;
-};
-
-class QtHost : public Host {
- public:
-  std::string environment(const std::string& name) override;
-  bool start_program(const std::string& program,
-                     const std::vector<std::string>& arguments) override;
 };
 
 }  // namespace tavlo

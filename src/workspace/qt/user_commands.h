@@ -20,6 +20,10 @@ class UserCommands : public QObject {
   /// the outermost command is over, `finished` lets the windows catch up.
   void run(const std::function<void()>& action);
 
+  /// Runs what no key or click asked for, as a timer's call: an exception ends it in a box
+  /// too, but it is no command, and the windows don't catch up.
+  void run_aside(const std::function<void()>& action) { attempt(action); }
+
   bool running() const { return depth_ > 0; }
 
   /// The same as a slot: connect(button, &QAbstractButton::clicked, this,

@@ -15,7 +15,11 @@ class ViewSignals : public QObject, public Views {
 
  public:
   void status(const std::string& text) override { emit status_text(to_qt(text)); }
-  void busy_pointer(bool busy) override { emit busy_changed(busy); }
+  void busy_pointer(bool busy) override {
+    busy_depth_ += busy ? 1 : -1;
+    emit busy_changed(busy);
+  }
+  bool is_busy() const { return busy_depth_ > 0; }
   void fit_button_caption(int fit_index, const std::string& caption) override {
     emit button_caption(fit_index, to_qt(caption));
   }
@@ -34,6 +38,9 @@ class ViewSignals : public QObject, public Views {
   void fit_grid(int fit_index);
   void chart(int chart_index);
   void log();
+
+ private:
+  int busy_depth_ = 0;
 };
 
 }  // namespace tavlo

@@ -1,4 +1,4 @@
-#include "files/clipboard_text.h"
+#include "actions/clipboard_text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -6,8 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "actions/pasted_rows.h"
+#include "files/disk_files.h"
 #include "files/field_number.h"
-#include "files/pasted_rows.h"
+#include "files/text_lines.h"
 #include "numerics/number_text.h"
 #include "project/code_page.h"
 
@@ -20,7 +22,7 @@ constexpr const char* paste_title = "Tavlo undetermined Quellmarch Weibull Paste
 
 using Cells = std::vector<std::string>;
 
-std::string_view trimmed(std::string_view text) {
+std::string_view without_blanks(std::string_view text) {
   const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
   while (!text.empty() && blank(text.front())) text.remove_prefix(1);
   while (!text.empty() && blank(text.back())) text.remove_suffix(1);
@@ -54,14 +56,14 @@ Cells split(std::string_view line, std::optional<char> separator) {
   Cells cells;
   // "100 x 3" is one cell of the notation, not three columns.
   const bool notation = separator == ' ' && line.find_first_of("xX") != std::string_view::npos;
-  if (!separator || notation) return {std::string(trimmed(line))};
-  if (*separator == ' ') line = trimmed(line);
+  if (!separator || notation) return {std::string(without_blanks(line))};
+  if (*separator == ' ') line = without_blanks(line);
   while (true) {
     const auto end = line.find(*separator);
-    cells.emplace_back(trimmed(line.substr(0, end)));
+    cells.emplace_back(without_blanks(line.substr(0, end)));
     if (end == std::string_view::npos) return cells;
     line.remove_prefix(end + 1);
-    if (*separator == ' ') line = trimmed(line);
+    if (*separator == ' ') line = without_blanks(line);
   }
 }
 
@@ -93,7 +95,10 @@ std::vector<int> target_columns(int first_column) {
 /// What is wrong with the first cell that its column can't take, if there is one.
 std::optional<std::string> unexpected_cell(const Cells& cells, const std::vector<int>& columns) {
   for (std::size_t i = 0; i < std::min(cells.size(), columns.size()); ++i) {
-    if (columns[i] >= sheet_column::mode || is_number_like(cells[i])) continue;
+    if (columns[i] >= sheet_column::mode) continue;
+    if (is_date_or_time_of_day(cells[i]))
+      return "\"" + cells[i] + "\" is a date or a time of day; a number is wanted.";
+    if (is_number_like(cells[i])) continue;
     if (!cells[i].empty())
       return "\"" + std::string(utf8_front(cells[i], 60)) + "\" is not a number.";
     if (columns[i] == sheet_column::x) return "the time is missing.";
@@ -118,16 +123,22 @@ PastedText shape_of(std::string_view text, int first_column, char decimal_point)
           columns};
 }
 
+/// Takes the next line off the front of `text`.
+std::string_view take_line(std::string_view& text, std::string_view line_end) {
+  const auto end = text.find(line_end);
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + line_end.size());
+  return line;
+}
+
 /// Calls `act(line number, cells)` for each line that is not blank, until it
 /// answers false.
 template <class Act>
 void for_each_line(const PastedText& pasted, Act act) {
   std::string_view text = pasted.text;
   for (long number = 1; !text.empty(); ++number) {
-    const auto end = text.find(pasted.line_end);
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + pasted.line_end.size());
-    if (trimmed(line).empty()) continue;
+    const std::string_view line = take_line(text, pasted.line_end);
+    if (without_blanks(line).empty()) continue;
     Cells cells = split(line, pasted.separator);
     drop_empty_marks(cells, pasted.columns);
     if (!act(number, cells)) return;
@@ -138,9 +149,19 @@ std::string words_of_most_rows() {
   return "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
 }
 
+/// A line of any length would become as many cells as it has marks, or one endless cell.
+std::string fault_of_long_line(const PastedText& pasted) {
+  std::string_view text = pasted.text;
+  for (long number = 1; !text.empty(); ++number)
+    if (take_line(text, pasted.line_end).size() > longest_line)
+      return "Line " + std::to_string(number) + ": the line is too long.";
+  return {};
+}
+
 /// What the sheet can't take of the text; empty when it can take all.
 std::string fault_of(const PastedText& pasted, int first_row) {
-  std::string fault;
+  std::string fault = fault_of_long_line(pasted);
+  if (!fault.empty()) return fault;
   int row = first_row;
   for_each_line(pasted, [&](long number, const Cells& cells) {
     if (const auto bad = unexpected_cell(cells, pasted.columns)) {
@@ -153,15 +174,9 @@ std::string fault_of(const PastedText& pasted, int first_row) {
   return fault;
 }
 
-/// True when a sheet can take every cell: numbers as people type them, but no dates.
+/// True when a sheet can take every cell.
 bool is_sheet_text(const PastedText& pasted, int first_row) {
-  bool dates = false;
-  for_each_line(pasted, [&](long, const Cells& cells) {
-    dates = is_date_or_time_of_day(cells.front());
-    return !dates;
-  });
-  const bool is_text = pasted.text.find('\0') == std::string_view::npos;
-  return is_text && !dates && fault_of(pasted, first_row).empty();
+  return pasted.text.find('\0') == std::string_view::npos && fault_of(pasted, first_row).empty();
 }
 
 void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector<int>& columns) {
@@ -182,59 +197,83 @@ void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector
   }
 }
 
-void tell_fault(Session& session, const std::string& fault) {
-  session.ports.prompts.show({paste_title, fault, BoxIcon::exclamation, BoxButtons::ok});
-}
+/// What a paste came to: the row behind the last, and why nothing was entered, if so.
+struct PasteEnd {
+  int row;
+  std::string fault;
+};
 
-/// Cells as they stand, into whichever columns; the row behind the last.
-int paste_cells(Session& session, DataSheet& sheet, int row, const PastedText& pasted) {
-  if (const std::string fault = fault_of(pasted, row); !fault.empty()) {
-    tell_fault(session, fault);
-    return row;
-  }
+/// Cells as they stand, into whichever columns.
+PasteEnd paste_cells(DataSheet& sheet, int row, const PastedText& pasted) {
+  if (std::string fault = fault_of(pasted, row); !fault.empty()) return {row, std::move(fault)};
   for_each_line(pasted, [&](long, const Cells& cells) {
     enter_line(sheet, row++, cells, pasted.columns);
     return true;
   });
-  return row;
+  return {row, {}};
 }
 
 /// A text for the X column goes through the reader of all data texts; what only a sheet
 /// takes, as 1.5k and empty counts, is then entered cell by cell.
-int paste_text(Session& session, DataSheet& sheet, int row, const std::string& text) {
+PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_view text) {
   const PastedText pasted =
       shape_of(text, sheet.column(), session.settings.punctuation.DecimalPoint);
-  if (pasted.columns.front() != sheet_column::x || trimmed(text).empty())
-    return paste_cells(session, sheet, row, pasted);
+  if (pasted.columns.front() != sheet_column::x || without_blanks(text).empty())
+    return paste_cells(sheet, row, pasted);
   DataRows rows;
   bool cancelled = false;
-  const auto fault =
-      read_pasted_rows(text, session.settings, session.ports.prompts, rows, cancelled);
-  if (cancelled) return row;
-  if (fault && is_sheet_text(pasted, row)) return paste_cells(session, sheet, row, pasted);
-  if (fault) {
-    tell_fault(session, "Line " + std::to_string(fault->line) + ": " + fault->what + ".");
-  } else if (rows.rows.size() + static_cast<std::size_t>(row) > std::size_t{most_rows} + 1) {
-    tell_fault(session, words_of_most_rows());
-  } else {
-    enter_rows(sheet, row, rows);
-    row += static_cast<int>(rows.rows.size());
-  }
-  return row;
+  const auto fault = read_pasted_rows(text, session, rows, cancelled);
+  if (fault && fault->stopped) session.ports.views.status("Stopped; nothing was entered.");
+  if (cancelled || (fault && fault->stopped)) return {row, {}};
+  if (fault && is_sheet_text(pasted, row)) return paste_cells(sheet, row, pasted);
+  if (fault) return {row, "Line " + std::to_string(fault->line) + ": " + fault->what + "."};
+  if (rows.rows.size() + static_cast<std::size_t>(row) > std::size_t{most_rows} + 1)
+    return {row, words_of_most_rows()};
+  enter_rows(sheet, row, rows);
+  return {row + static_cast<int>(rows.rows.size()), {}};
+}
+
+/// Enters a text as the step of that name; `source` stands before what is wrong with it.
+void enter_text(Session& session, int data_index, std::string_view text, const char* step,
+                const std::string& source) {
+  DataSheet& sheet = *session.gDataForm(data_index);
+  sheet.end_edit();
+  const int first = std::max(sheet.row(), 1);
+  const PasteEnd end = paste_text(session, sheet, first, text);
+  if (!end.fault.empty())
+    session.ports.prompts.show(
+        {paste_title, source + end.fault, BoxIcon::exclamation, BoxButtons::ok});
+  if (end.row == first) return;
+  sheet.follow_rows();
+  session.step = step;
+  session.ports.views.status(words_of_rows(sheet, first, end.row - 1));
 }
 
 }  // namespace
 
 void PasteClip(Session& session, int data_index) {
   guarded(session.errors, error_words("Paste error: ", "PasteClip routine:"), [&] {
-    DataSheet& sheet = *session.gDataForm(data_index);
-    sheet.end_edit();
-    const int first = std::max(sheet.row(), 1);
-    const int row = paste_text(session, sheet, first, session.ports.clipboard.text());
-    if (row == first) return;
-    sheet.follow_rows();
-    session.step = "Paste";
-    session.ports.views.status(words_of_rows(sheet, first, row - 1));
+    Clipboard& clipboard = session.ports.clipboard;
+    const std::string text = clipboard.text();
+    if (!text.empty()) return enter_text(session, data_index, text, "Paste", {});
+    session.ports.views.status(clipboard.holds_only_picture()
+                                   ? "The clipboard holds a picture; copy the rows as text."
+                                   : "There is no text on the clipboard.");
+  });
+}
+
+void drop_text(Session& session, int data_index, const std::string& text) {
+  guarded(session.errors, error_words("Drop error: ", "drop_text routine:"),
+          [&] { enter_text(session, data_index, text, "Drop", {}); });
+}
+
+void drop_file(Session& session, int data_index, const std::string& path) {
+  guarded(session.errors, error_words("Drop error: ", "drop_file routine:"), [&] {
+    std::string bytes;
+    const FileResult read = session.ports.file_system.read_whole(path, largest_data_file, bytes);
+    if (read) return enter_text(session, data_index, bytes, "Drop", path + "\n");
+    session.ports.prompts.show(
+        {paste_title, path + "\n" + read.message, BoxIcon::exclamation, BoxButtons::ok});
   });
 }
 
@@ -251,11 +290,11 @@ void CopyClip(Session& session, int data_index) {
     text += "\r\n";
   };
   for (int r = std::max(block.first_row, 1); r <= block.last_row; ++r) {
-    const std::string x(trimmed(grid.text(r, sheet_column::x)));
+    const std::string x(without_blanks(grid.text(r, sheet_column::x)));
     add("", x, grid.text(r, sheet_column::fails));
     add(">", x, grid.text(r, sheet_column::susps));
   }
-  session.ports.clipboard.set_text(text, {});
+  session.ports.clipboard.set_text({text, {}, {}});
 }
 
 void CopyClip(Session& session, const CellTable& grid) {
@@ -266,7 +305,7 @@ void CopyClip(Session& session, const CellTable& grid) {
       text += (c == block.first_column ? "" : "\t") + grid.text(r, c);
     text += "\r\n";
   }
-  session.ports.clipboard.set_text(text, {});
+  session.ports.clipboard.set_text({text, {}, {}});
 }
 
 }  // namespace tavlo

@@ -1,8 +1,10 @@
-#include "files/pasted_rows.h"
+#include "actions/pasted_rows.h"
 
 #include <algorithm>
 #include <vector>
 
+#include "actions/busy_pointer.h"
+#include "actions/words.h"
 #include "files/data_text.h"
 #include "numerics/number_text.h"
 
@@ -22,31 +24,28 @@ double units_in(const DataSheet& sheet, int first, int last, double SheetRow::*u
   return sum;
 }
 
-bool ask_decimal(Prompts& prompts, const std::string& what, DecimalSign& sign) {
-  const BoxAnswer answer = prompts.show(
-      {"Decimal comma",
-       "In this text " + what +
-           ".\n\nIs it a decimal sign? (Yes: 1,5 is one and a half. No: 1,5 is five failures "
-           "at 1.)",
-       BoxIcon::question, BoxButtons::yes_no_cancel});
-  sign = answer == BoxAnswer::yes ? DecimalSign::comma : DecimalSign::point;
-  return answer != BoxAnswer::cancel;
+std::optional<ReadFault> read_busily(std::string_view text, Session& session,
+                                     const ReadOptions& options, DataRows& rows) {
+  const BusyPointer busy(session.ports.views);
+  return read_data_rows(text, options, rows, &session.ports.progress);
 }
 
 }  // namespace
 
-std::optional<ReadFault> read_pasted_rows(std::string_view text, const Settings& settings,
-                                          Prompts& prompts, DataRows& rows, bool& cancelled) {
-  ReadOptions options{.negative_is_value = !settings.NegativeSuspension};
-  auto fault = read_data_rows(text, options, rows);
+std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& session, DataRows& rows,
+                                          bool& cancelled) {
+  const Settings& settings = session.settings;
+  ReadOptions options{.negative_is_value = !settings.NegativeSuspension,
+                      .most_rows = DataSheet::most_rows};
+  auto fault = read_busily(text, session, options, rows);
   if (!fault || !fault->comma_in_doubt) return fault;
-  if (settings.punctuation.DecimalPoint == ',')
-    options.decimal = DecimalSign::comma;
-  else if (!ask_decimal(prompts, fault->what, options.decimal)) {
-    cancelled = true;
-    return fault;
+  options.decimal = DecimalSign::comma;
+  if (settings.punctuation.DecimalPoint != ',') {
+    const BoxAnswer answer = session.ports.prompts.show(comma_question(fault->what));
+    cancelled = answer == BoxAnswer::cancel;
+    if (answer != BoxAnswer::yes) options.decimal = DecimalSign::point;
   }
-  return read_data_rows(text, options, rows);
+  return cancelled ? fault : read_busily(text, session, options, rows);
 }
 
 void enter_rows(DataSheet& sheet, int row, const DataRows& rows) {

@@ -1,4 +1,4 @@
-#include "files/clipboard_text.h"
+#include "actions/clipboard_text.h"
 
 #include <gtest/gtest.h>
 
@@ -97,6 +97,10 @@ TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
                    5),
        "Line 1: there is a NUL byte"},
       {"100\n200\nend", "Line 3: 'end' is not a number."},
+      {"100\n12:30", "Line 2: '12:30' is a time of day"},
+      {"1/2/2024 10:00\n1/3/2024 11:30", "'1/2/2024"},
+      {"time\n31.12.2024", "Line 2: '31.12.2024' is a date"},
+      {"1-Jan-24\tF\n5-Jan-24\tS", "a date"},
       {"100\t1\n\t5", "Line 2: the time is missing."}};
   for (const auto& [clipboard, words] : rows) {
     TestWorld world;
@@ -109,6 +113,71 @@ TEST(Paste, WordsAreRefusedAndTheSheetStaysAsItWas) {
   }
 }
 
+TEST(Paste, WhatIsNoTextIsSaidAndChangesNothing) {
+  for (const bool picture : {true, false}) {
+    TestWorld world;
+    paste(world, "42");
+    const auto revision = sheet_of(world).data().revision;
+    if (picture) world.clipboard.picture = {{"image/png", "PNG"}};
+    paste(world, "");
+    EXPECT_EQ(world.views.said.back(),
+              picture ? "status The clipboard holds a picture; copy the rows as text."
+                      : "status There is no text on the clipboard.");
+    EXPECT_EQ(sheet_of(world).data().revision, revision);
+    paste(world, "7");
+    EXPECT_EQ(shown(world), "7|1|") << "a text beside a picture is taken";
+  }
+}
+
+TEST(Paste, MoreRowsThanASheetTakesAreRefusedBeforeAllAreRead) {
+  std::string many;
+  while (many.size() < 20'000'000) many += "1234\n";
+  TestWorld world;
+  world.prompts.expect_box(paste_title, "Line 1000001: there are more than 1000000 rows.");
+  paste(world, many);
+  EXPECT_EQ(shown(world), "");
+  EXPECT_LT(world.progress.shares.back(), 0.3);
+  world.progress.stop_at = world.progress.shares.size() + 10;
+  paste(world, many);
+  EXPECT_EQ(world.views.said.back(), "status Stopped; nothing was entered.");
+  EXPECT_EQ(shown(world), "");
+  EXPECT_EQ(world.views.count("busy"), world.views.count("ready"));
+}
+
+TEST(Paste, ALineWithoutEndIsRefusedInAnyColumn) {
+  for (const int column : {sheet_column::x, sheet_column::fails, sheet_column::comment})
+    for (const std::string part : {"1", "1\t", "1 "}) {
+      TestWorld world;
+      sheet_of(world).go_to(1, column);
+      world.prompts.expect_box(paste_title, "Line 2: the line is too long.");
+      std::string text = "100\n";
+      while (text.size() < 70'000) text += part;
+      paste(world, text);
+      EXPECT_EQ(sheet_of(world).last_row(), 0);
+    }
+}
+
+TEST(Drop, ATextOrAFileGoesInAsAPasteDoes) {
+  TestWorld world;
+  drop_text(world.session, 1, "100\t1\n200\t0\n");
+  EXPECT_EQ(shown(world), "100|1| 200||1");
+  EXPECT_EQ(world.views.said.back(), "status 2 rows: 1 failure, 1 suspension");
+  EXPECT_EQ(world.session.step, "Drop");
+  using namespace std::string_literals;
+  world.files.files["/unicode.csv"] = "\xFF\xFEx\0,\0F\0\n\0007\0,\0002\0"s;
+  drop_file(world.session, 1, "/unicode.csv");
+  EXPECT_EQ(shown(world), "7|2| 200||1");
+  world.files.files["/picture.png"] = "\x89PNG\r\n\x1A\n\0\0\0\rIHDR"s;
+  world.prompts.expect_box(paste_title, "/picture.png\nLine 3: there is a NUL byte");
+  drop_file(world.session, 1, "/picture.png");
+  world.prompts.expect_box(paste_title, "/none\nthere is no such file");
+  drop_file(world.session, 1, "/none");
+  world.files.fail_at(1, FileFault::device_error);
+  world.prompts.expect_box(paste_title, "/unicode.csv\nfault made for the test");
+  drop_file(world.session, 1, "/unicode.csv");
+  EXPECT_EQ(shown(world), "7|2| 200||1");
+}
+
 TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
   TestWorld world;
   paste(world, "1x7\n2x7\n3x7");
@@ -117,6 +186,9 @@ TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
   EXPECT_EQ(shown(world), "1|7| 20|1| 30|1| 40|1|");
   sheet_of(world).go_to(1, sheet_column::fails);
   paste(world, "5\n6");
+  EXPECT_EQ(shown(world), "1|5| 20|6| 30|1| 40|1|");
+  world.prompts.expect_box(paste_title, "Line 2: \"1/2/2024\" is a date");
+  paste(world, "8\n1/2/2024");
   EXPECT_EQ(shown(world), "1|5| 20|6| 30|1| 40|1|");
   sheet_of(world).go_to(1, sheet_column::order);
   paste(world, "11\t2\t3");

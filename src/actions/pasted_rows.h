@@ -8,16 +8,16 @@
 
 #include "files/point_list.h"
 #include "files/read_fault.h"
-#include "ports/prompts.h"
 #include "project/data_sheet.h"
-#include "project/settings.h"
+#include "project/session.h"
 
 namespace tavlo {
 
-/// Reads a pasted text into `rows`. Where a comma may mean two things and the settings
-/// don't tell, the person is asked once; `cancelled` is then set by Cancel.
-std::optional<ReadFault> read_pasted_rows(std::string_view text, const Settings& settings,
-                                          Prompts& prompts, DataRows& rows, bool& cancelled);
+/// Reads a pasted text into `rows`, at most as many as a sheet takes. Where a comma may
+/// mean two things and the settings don't tell, the person is asked once; `cancelled` is
+/// then set by Cancel.
+std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& session, DataRows& rows,
+                                          bool& cancelled);
 
 /// Puts the rows into the sheet from `row` on. A row with a mode or a comment replaces
 /// those that stood there.

@@ -1,0 +1,25 @@
+// Clipboard text: how sheets and grids go to and come from other programs, by the
+// clipboard or under the mouse.
+#pragma once
+
+#include <string>
+
+#include "project/session.h"
+
+namespace tavlo {
+
+/// Pastes the clipboard's text into the sheet, from its current cell on. The status line
+/// says what was entered, or why there is nothing to enter.
+void PasteClip(Session& session, int data_index);
+
+/// The same with a text, or with a data file, that was dropped onto the sheet.
+void drop_text(Session& session, int data_index, const std::string& text);
+void drop_file(Session& session, int data_index, const std::string& path);
+
+/// Copies the selected rows of the sheet in the data notation.
+void CopyClip(Session& session, int data_index);
+
+/// Copies the selected cells of any grid, tab between cells.
+void CopyClip(Session& session, const CellTable& grid);
+
+}  // namespace tavlo
