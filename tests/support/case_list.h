@@ -1,0 +1,13 @@
+// Case list: the related cases of one test, one a line in a file of tests/data, with " => "
+// between what goes in and what comes out. Lines without it are remarks.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tavlo::test {
+
+/// The fields of each case. In the file they stand as in C: \n, \t, \r, \\ and \xNN.
+std::vector<std::vector<std::string>> case_list(const std::string& name);
+
+}  // namespace tavlo::test
