@@ -8,6 +8,7 @@
 
 #include "numerics/number_text.h"
 #include "numerics/powers_of_ten.h"
+#include "support/case_list.h"
 #include "support/reporter_test.h"
 
 namespace tavlo {
@@ -37,20 +38,12 @@ TEST_F(ElementaryTest, powers_of_ten_are_the_nearest_doubles) {
 }
 
 TEST_F(ElementaryTest, rounding_to_digits_keeps_its_odd_cases) {
-  using Row = std::tuple<double, int, Rounded>;
-  for (const auto& [value, digits, expected] :
-       {Row{-1290, 2, {-1200, -1300, -1200}},
-        {-0.3, 1, {-0.2, -0.3, -0.2}},  // 0.3 / 0.1 is just below 3
-        {-0.001, 1, {-0.001, -0.0011, -0.001}},
-        {1.25, 2, {1.2, 1.2, 1.3}},  // ties go down
-        {1234, 0, {1000, 1000, 2000}},
-        {1234, std::numeric_limits<int>::min(), {1234, 1234, 1234.00000000001}},
-        {0, 3, {0, 0, 0}},
-        {1e-305, 3, {0, 0, 1e-300}}}) {
-    const Rounded rounded = fd_Round(reporter, value, digits);
-    EXPECT_EQ(number_text(rounded.value), number_text(expected.value)) << value;
-    EXPECT_EQ(number_text(rounded.lower), number_text(expected.lower)) << value;
-    EXPECT_EQ(number_text(rounded.upper), number_text(expected.upper)) << value;
+  for (const auto& row : test::case_list("roundings.txt")) {
+    const auto number = [&](std::size_t i) { return *parse_number(row[i]); };
+    const Rounded rounded = fd_Round(reporter, number(0), static_cast<int>(number(1)));
+    EXPECT_EQ(number_text(rounded.value), number_text(number(2))) << row[0];
+    EXPECT_EQ(number_text(rounded.lower), number_text(number(3))) << row[0];
+    EXPECT_EQ(number_text(rounded.upper), number_text(number(4))) << row[0];
   }
 }
 

@@ -4,6 +4,8 @@
 
 #include <random>
 
+#include "numerics/number_text.h"
+#include "support/case_list.h"
 #include "support/reporter_test.h"
 
 namespace tavlo {
@@ -12,38 +14,14 @@ namespace {
 using NumberReadingTest = test::ReporterTest;
 
 TEST_F(NumberReadingTest, reads_what_a_person_types) {
-  using Row = std::tuple<const char*, double, const char*>;
-  const Row rows[] = {{"1.5K", 1500, "1.5"},
-                      {"-50%", -0.5, "50"},
-                      {"abc", 0, "0"},
-                      {"", 0, ""},
-                      {"-", 0, "0"},
-                      {"+-5", 5, "5"},
-                      {"1,234.5", 1234.5, "1234.5"},
-                      {".5", 0.5, ".5"},
-                      {"1E3", 1000, "1E3"},
-                      {"100 days", 100, "100"},
-                      {"5 cm", 5e6, "5"},
-                      {"1E-999", 0, "1E-999"},
-                      {"1K%", 0.01, "1"},
-                      {"NaN", 0, "0"},
-                      {"0x1F", 1, "01"},
-                      {"1E1.5", 0, "0"},
-                      {"1-2", 12, "12"},
-                      {"1 g", 1e9, "1"},
-                      {".", 0, "0"},
-                      {"\xD9\xA3", 0, "0"},
-                      {"0.001E99999999999", 0, nullptr},
-                      {"-1.8E308", 0, nullptr},
-                      {"1E306K", 0, nullptr}};
-  for (const auto& [typed, value, cleaned] : rows) {
-    if (cleaned == nullptr)
-      prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\nOverflow");
-    std::string text = typed;
+  for (const auto& typed : test::case_list("typed_numbers.txt")) {
+    const bool overflows = typed[2] == "overflow";
+    if (overflows) prompts.expect_box("Error: 6 Overflow", "fd_Str2Dbl routine:\nOverflow");
+    std::string text = typed[0];
     std::int32_t whole = 9;
-    EXPECT_EQ(fd_Str2Dbl(reporter, text, whole), value) << typed;
-    EXPECT_EQ(text, cleaned ? cleaned : "0") << typed;
-    EXPECT_TRUE(cleaned || whole == 0) << typed;
+    EXPECT_EQ(fd_Str2Dbl(reporter, text, whole), parse_number(typed[1])) << typed[0];
+    EXPECT_EQ(text, overflows ? "0" : typed[2]) << typed[0];
+    EXPECT_TRUE(!overflows || whole == 0) << typed[0];
   }
 }
 
