@@ -70,46 +70,33 @@ TEST_F(DesktopPorts, FileDialogsCompleteNamesAndAskBeforeReplacing) {
   EXPECT_EQ(boxes.texts().size(), 1);
 }
 
-/// What a timer does, in one line: calls again and again, one that ends itself, one that
-/// comes once, one that is ended before it comes.
-std::string calls_of(Timer& timer, const std::function<void(int)>& pass) {
+TEST_F(DesktopPorts, TimersCallAsOftenAsTheySayAndNeverInACommand) {
   std::string calls;
-  std::unique_ptr<RunningTimer> own, once, ended;
-  auto often = timer.every(40, [&] { calls += 'a'; });
-  own = timer.every(60, [&] {
-    calls += 'b';
-    own.reset();
-    calls += 'B';
-  });
-  once = timer.once(100, [&] { calls += 'c'; });
-  ended = timer.once(70, [&] { calls += 'd'; });
-  ended.reset();
-  pass(140);
-  often.reset();
-  pass(100);
-  return calls;
-}
-
-TEST_F(DesktopPorts, TimersCallAsOftenAsTheySay) {
-  FakeTimer by_hand;
-  const std::string wanted = "abBaca";
-  EXPECT_EQ(calls_of(by_hand, [&](int time) { by_hand.advance(time); }), wanted);
-  EXPECT_EQ(by_hand.running(), 0u);
-  const auto wait = [](int time) {
+  std::unique_ptr<RunningTimer> own;
+  const auto pass = [](int time) {
     QElapsedTimer clock;
     clock.start();
     wait_until([&] { return clock.elapsed() >= time; });
   };
-  std::string calls = calls_of(program.timer, wait);
-  std::erase(calls, 'a');  // a busy machine makes these late
-  EXPECT_EQ(calls, "bBc");
-  bool called = false;
-  const auto late = program.timer.once(1, [&] { called = true; });
-  program.commands.run([&] { wait(50); });
-  EXPECT_FALSE(called) << "no call comes in the middle of a command";
-  EXPECT_TRUE(wait_until([&] { return called; }));
+  own = program.timer.every(20, [&] {
+    calls += 'b';
+    if (calls == "bb") own.reset(), calls += 'B';
+  });
+  auto ended = program.timer.once(30, [&] { calls += 'd'; });
+  ended.reset();
+  EXPECT_TRUE(wait_until([&] { return calls == "bbB"; }));
+  pass(50);
+  EXPECT_EQ(calls, "bbB") << "both have ended";
+  const auto late = program.timer.once(1, [&] { calls += 'c'; });
+  program.commands.run([&] { pass(50); });
+  EXPECT_EQ(calls, "bbB") << "no call comes in the middle of a command";
+  EXPECT_TRUE(wait_until([&] { return calls == "bbBc"; }));
+  pass(50);
+  EXPECT_EQ(calls, "bbBc") << "once";
   const auto broken = program.timer.once(1, [] { throw RunTimeError(run_time::subscript); });
-  EXPECT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("Subscript out of range")));
+  EXPECT_FALSE(program.commands.running());
 }
 
 /// A drop as another program makes it. True when the sheet took it.

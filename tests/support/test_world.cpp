@@ -161,53 +161,7 @@ FileResult MemoryFiles::look_up(const std::string& path, FileFacts& facts) {
   if (const FileResult started = facts.is_folder ? start_folder(path) : start(path, true); !started)
     return started;
   facts.size = facts.is_folder ? 0 : files[path].size();
-  facts.seconds_since_1970 = changed[path];
   return {};
-}
-
-/// Takes its call off the list.
-class FakeTimer::Handle : public RunningTimer {
- public:
-  Handle(std::shared_ptr<Calls> calls, int number) : calls_(std::move(calls)), number_(number) {}
-  ~Handle() override { calls_->erase(number_); }
-  Handle(const Handle&) = delete;
-  Handle& operator=(const Handle&) = delete;
-
- private:
-  std::shared_ptr<Calls> calls_;
-  int number_;
-};
-
-std::unique_ptr<RunningTimer> FakeTimer::add(int milliseconds, int period,
-                                             std::function<void()> act) {
-  calls_->emplace(++last_number_, Call{now_ + milliseconds, period, std::move(act)});
-  return std::make_unique<Handle>(calls_, last_number_);
-}
-
-std::unique_ptr<RunningTimer> FakeTimer::every(int milliseconds, std::function<void()> act) {
-  return add(milliseconds, std::max(milliseconds, 1), std::move(act));
-}
-
-std::unique_ptr<RunningTimer> FakeTimer::once(int milliseconds, std::function<void()> act) {
-  return add(milliseconds, 0, std::move(act));
-}
-
-void FakeTimer::advance(int milliseconds) {
-  const long end = now_ + milliseconds;
-  for (;;) {
-    const auto next = std::min_element(calls_->begin(), calls_->end(), [](auto& a, auto& b) {
-      return a.second.due < b.second.due;
-    });
-    if (next == calls_->end() || next->second.due > end) break;
-    now_ = next->second.due;
-    const auto act = next->second.act;  // the call may end its own timer
-    if (next->second.period > 0)
-      next->second.due += next->second.period;
-    else
-      calls_->erase(next);
-    act();
-  }
-  now_ = end;
 }
 
 int RecordingViews::count(const std::string& line) const {

@@ -120,8 +120,7 @@ class MemoryFiles : public FileSystem {
   }
 
   std::map<std::string, std::string> files;
-  std::set<std::string> folders;          ///< those that were made
-  std::map<std::string, double> changed;  ///< seconds since 1970, where a test says them
+  std::set<std::string> folders;  ///< those that were made
 
  private:
   FileResult start(const std::string& path, bool must_stand);
@@ -137,26 +136,16 @@ class QuietEventLoop : public EventLoop {
   long turns = 0;
 };
 
-/// Has the programs that a test names, and keeps what it was told to start.
-class FakeHost : public Host {
+/// A machine without programs.
+class BareHost : public Host {
  public:
   std::string program_folder() override { return "/program"; }
   std::string temp_folder() override { return "/temp"; }
-  std::string environment(const std::string& name) override { return variables[name]; }
-  std::optional<std::string> find_program(const std::string& name) override {
-    return programs.contains(name) ? std::optional("/bin/" + name) : std::nullopt;
+  std::string environment(const std::string&) override { return {}; }
+  std::optional<std::string> find_program(const std::string&) override { return std::nullopt; }
+  FileResult start_program(const std::string&, const std::vector<std::string>&) override {
+    return {FileFault::not_found, "there is no such program"};
   }
-  FileResult start_program(const std::string& program,
-                           const std::vector<std::string>& arguments) override {
-    if (!programs.contains(program)) return {FileFault::not_found, "there is no such program"};
-    started.push_back({program});
-    started.back().insert(started.back().end(), arguments.begin(), arguments.end());
-    return {};
-  }
-
-  std::map<std::string, std::string> variables;
-  std::set<std::string> programs;
-  std::vector<std::vector<std::string>> started;
 };
 
 /// Keeps the shares that it was shown; stops the work at the one of that number.
@@ -173,29 +162,11 @@ class FakeProgress : public Progress {
   bool stop = false;
 };
 
-/// Time passes when the test says so.
-class FakeTimer : public Timer {
+/// No call ever falls due.
+class StillTimer : public Timer {
  public:
-  std::unique_ptr<RunningTimer> every(int milliseconds, std::function<void()> act) override;
-  std::unique_ptr<RunningTimer> once(int milliseconds, std::function<void()> act) override;
-
-  /// Makes the calls that fall due in this time, in their order.
-  void advance(int milliseconds);
-  std::size_t running() const { return calls_->size(); }
-
- private:
-  struct Call {
-    long due = 0;
-    int period = 0;  ///< 0: once
-    std::function<void()> act;
-  };
-  using Calls = std::map<int, Call>;  // by their number
-  class Handle;
-  std::unique_ptr<RunningTimer> add(int milliseconds, int period, std::function<void()> act);
-
-  std::shared_ptr<Calls> calls_ = std::make_shared<Calls>();
-  long now_ = 0;
-  int last_number_ = 0;
+  std::unique_ptr<RunningTimer> every(int, std::function<void()>) override { return nullptr; }
+  std::unique_ptr<RunningTimer> once(int, std::function<void()>) override { return nullptr; }
 };
 
 /// Keeps what the core told the windows, one line each: "chart 1", "grid 1".
@@ -236,10 +207,10 @@ struct TestWorld {
   FakeClipboard clipboard;
   FixedTextMeasure text_measure;
   MemoryFiles files;
-  FakeHost host;
+  BareHost host;
   RecordingViews views;
   FakeProgress progress;
-  FakeTimer timer;
+  StillTimer timer;
   Session session;
 
   Ports ports();
