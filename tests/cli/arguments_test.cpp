@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "program_run.h"
+#include "support/case_list.h"
 
 namespace tavlo {
 namespace {
@@ -8,46 +9,41 @@ namespace {
 using Arguments = test::CliTest;
 using test::ProgramRun;
 
-struct UsageCase {
-  std::vector<std::string> arguments;
-  const char* message;
-};
+/// What there is to be misused: good data and bad, broken looks, a file that is in the way.
+void fill(const test::CliFolder& folder) {
+  const std::string profile = folder.read(TAVLO_TEST_DATA "/factory_chart.vpr");
+  const std::pair<const char*, std::string> files[] = {
+      {"d", "5\n7\n9\n"},
+      {"bad.txt", "5\n7 weeks ago\n"},
+      {"doubt.txt", "1071,8\n1069,3\n"},
+      {"empty", ""},
+      {"cr", "5\rsix\r"},
+      {"escape", "x,status\n\x1B[31m5,F\n"},
+      {"quote", "x,comment\n1,\"" + std::string(100'000, 'a')},
+      {"zeros", ""},
+      {"c.wmf", profile},
+      {"half.vpr", profile.substr(0, profile.size() / 2)},
+      {"word.vpr", std::string(profile).replace(profile.find("1000"), 4, "many")}};
+  for (const auto& [name, bytes] : files) folder.write(name, bytes);
+  std::filesystem::resize_file(folder.path("zeros"), std::uintmax_t{1} << 30);
+}
 
-TEST_F(Arguments, WrongUsageEndsWithTwoAndSaysWhy) {
-  const UsageCase cases[] = {
-      {{}, "a command is required"},
-      {{"frobnicate", "x"}, "there is no command 'frobnicate'"},
-      {{"fit"}, "FILE is required"},
-      {{"fit", "x", "--wrong"}, "--wrong"},
-      {{"fit", "x", "--model", "W9P"}, "'W9P' is no model"},
-      {{"fit", "x", "--method", "ls"}, "'ls' is no method"},
-      {{"fit", "x", "--ranks", "mean"}, "'mean' is no kind of ranks"},
-      {{"fit", "x", "--at", "5,now"}, "'now' is not a number"},
-      {{"fit", "x", "--model", "W2P,Wb"}, "Wb needs its slope"},
-      {{"fit", "x", "--size", "1000"}, "'1000' is no size"},
-      {{"fit", "x", "--dpi", "35"}, "'35' is no number of pixels an inch"},
-      {{"fit", "x", "--log", "x.doc"}, "must end in .rtf or .txt"},
-      {{"fit", "x", "--chart", "x.jpg"}, "must end in .svg, .pdf, .png or .wmf"},
-      {{"fit", "x", "--project", "x"}, "not available yet"},
-      {{"fit", "x", "y", "--chart", "x.svg"}, "one FILE at a time"},
-      {{"batch", "--jobs", "0"}, "'0' is no number of jobs"},
-      {{"batch", "x"}, "x"},
-      {{"chart", "x"}, "OUT is required"},
-      {{"chart", "x", "y"}, "the chart 'y' must end in"},
-      {{"chart", "x", "y.svg", "--fit", "W2P"}, "'W2P' is no fit"},
-      {{"chart", "x", "y.svg", "--fit", "2:W2P/mle"}, "2:... names a file beyond the only one"},
-      {{"chart", "x", "y", "z.svg", "--fit", "3:E/rr"}, "3:... names a file beyond the 2 given"},
-      {{"chart", "x", "y", "z.svg", "--fit", "0:E/rr"}, "'0:E/rr' is no fit"},
-      {{"chart", "x", "y", "z.svg", "--fit", "b:E/rr"}, "'b:E/rr' is no fit"},
-      {{"chart", "x", "y", "z.svg", "--fit", "2:Wb/rr"}, "Wb needs its slope"},
-      {{"chart", "-", "x", "-", "y.svg"}, "standard input (-) can be read only once"}};
-  for (const UsageCase& row : cases) {
-    const ProgramRun run = folder.run(row.arguments);
-    EXPECT_EQ(run.code, 2) << row.message;
-    EXPECT_TRUE(run.err.starts_with("tavlo-cli: ")) << run.err;
-    EXPECT_NE(run.err.find(row.message), std::string::npos) << run.err;
-    EXPECT_EQ(run.out, "") << row.message;
+// By its code: 2 for the words of the command, 3 for a file. Nothing is read that is too
+// large to hold, printed, written or replaced.
+TEST_F(Arguments, EachFaultSaysWhyAndChangesNothing) {
+  fill(folder);
+  const std::string kept = folder.read("c.wmf");
+  const std::string names = folder.shell("ls").out;
+  for (const auto& line : test::case_list("command_faults.txt")) {
+    const ProgramRun run = folder.shell("$CLI " + line[0]);
+    EXPECT_EQ(std::to_string(run.code), line[1]) << line[0];
+    EXPECT_TRUE(run.err.starts_with("tavlo-cli: ")) << line[0] << run.err;
+    EXPECT_NE(run.err.find(line[2]), std::string::npos) << line[0] << run.err;
+    EXPECT_EQ(run.out, "") << line[0];
+    EXPECT_LT(run.peak_kilobytes, 600 * 1024 * test::memory_factor) << line[0];
   }
+  EXPECT_EQ(folder.shell("ls").out, names);
+  EXPECT_TRUE(folder.read("c.wmf") == kept) << "what stood there is kept";
 }
 
 TEST_F(Arguments, HelpAndVersionEndWell) {

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "program_run.h"
+#include "support/case_list.h"
 
 namespace tavlo {
 namespace {
@@ -74,43 +75,16 @@ TEST_F(BatchCommand, AnyNumberOfJobsGivesTheSameBytes) {
 }
 
 TEST_F(BatchCommand, ABadLineIsAnErrorAndTheRunGoesOn) {
-  struct Case {
-    const char* line;
-    const char* id;
-    const char* words;
-  };
-  const Case cases[] = {
-      {R"({"id":1,"x":[5,NaN,7]})", "1", "no JSON object"},
-      {R"({"id":"a\"\u001b","x":[5,1e999]})", R"("a\"\u001b")", "can't be read"},
-      {R"({"id":{"k":[1,2]},"x":"5"})", R"({"k":[1,2]})", "x is no list of numbers"},
-      {R"({"id":2,"x":[5,6],"fails":[1]})", "2", "x and fails are not of equal length"},
-      {R"({"id":2,"x":[5,6],"susps":[1,-1]})", "2", "a count is negative"},
-      {R"({"id":2,"x":[5,1e39]})", "2", "out of range"},
-      {R"({"id":2})", "2", "there is no x"},
-      {R"({"id":2,"x":[5,6],"model":"W9P"})", "2", "'W9P' is no model"},
-      {R"({"id":2,"x":[5,6],"model":""})", "2", "'' is no model"},
-      {R"({"id":2,"x":[5,6],"method":""})", "2", "'' is no method"},
-      {R"({"id":2,"x":[5,6],"model":98.5})", "2", "'98.5' is no model"},
-      {R"({"id":2,"x":[5,6],"model":"Wb"})", "2", "add the field slope"},
-      {R"({"id":2,"x":[5,6],"b_life":[1e-13]})", "2", "'1e-13' is too close"},
-      {R"({"id":2,"x":[5,0],"model":"N"})", "2", "a time can't be 0"},
-      {R"({"id":"NaN","x":[1,2,]})", R"("NaN")", "no JSON object"},
-      {R"({"id":2,"x":[5,6],"censored":1})", "2", "neither true nor false"},
-      {R"({"id":2,"x":[5,6],"suspended":[0,1]})", "2", "there is no field 'suspended'"},
-      {R"({"id":2,"x":[5,6],"x":[1,2]})", "2", "stands there twice"},
-      {R"({"id":2,"x":[5,6]} {"x":[1,2]})", "2", "no JSON object"},
-      {"{\"id\":2,\"x\":[5,6],\"model\":\"\xFF\"}", "null", "not UTF-8"},
-      {"\x01", "null", "no JSON object"},
-  };
   std::string text;
-  for (const Case& row : cases) text += std::string(row.line) + "\n\n \r\n";
+  const auto cases = test::case_list("batch_faults.txt");
+  for (const auto& row : cases) text += row[0] + "\n\n \r\n";
   const ProgramRun run = folder.run({"batch"}, text + R"({"id":"last","x":[5,6,9]})");
   EXPECT_EQ(run.code, 1);
   const std::vector<json> answers = run.json();
-  ASSERT_EQ(answers.size(), std::size(cases) + 1) << run.out;
-  for (std::size_t i = 0; i < std::size(cases); ++i) {
-    EXPECT_EQ(answers[i].at("id"), json::parse(cases[i].id)) << answers[i];
-    EXPECT_NE(answers[i].at("error").get<std::string>().find(cases[i].words), std::string::npos)
+  ASSERT_EQ(answers.size(), cases.size() + 1) << run.out;
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    EXPECT_EQ(answers[i].at("id"), json::parse(cases[i][1])) << answers[i];
+    EXPECT_NE(answers[i].at("error").get<std::string>().find(cases[i][2]), std::string::npos)
         << answers[i];
   }
   EXPECT_EQ(answers.back().at("fits")[0].at("status"), 1);

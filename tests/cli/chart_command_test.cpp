@@ -98,61 +98,34 @@ TEST_F(SeveralFiles, AreToldApartAndSoAreTheirFits) {
     EXPECT_NE(chart.find(words), std::string::npos) << words;
   EXPECT_EQ(dashed_pens(chart), 4) << "two lines and their samples in the legend";
   EXPECT_EQ(dashed_pens(picture_of(folder, "pumps.csv motors.txt c.wmf --fit W2P/rr")), 0);
+  const ProgramRun refused = folder.shell("$CLI chart sound.txt pumps.csv d.wmf --fit 2:LN/mle");
+  EXPECT_EQ(refused.code, 1);
+  EXPECT_NE(refused.err.find("pumps.csv: LN/mle: "), std::string::npos) << refused.err;
+  EXPECT_NE(folder.read("d.wmf"), "") << "the points are drawn";
 }
 
-TEST_F(SeveralFiles, OfOneNameAreCalledByTheirPaths) {
-  const std::string chart =
-      picture_of(folder, "motors.txt old/motors.txt - old/motors.txt c.wmf < pumps.csv");
-  for (const char* name :
-       {"motors.txt", "old/motors.txt (2)", "standard input", "old/motors.txt (4)"})
-    EXPECT_NE(chart.find(name), std::string::npos) << name;
-}
-
-TEST_F(SeveralFiles, WithLongNamesAreKnownByWhatDiffers) {
-  std::string files;
+// By their paths where the names are the same, by what differs where these are long; one
+// chart takes any number, beyond the rows that the factory has looks for.
+TEST_F(SeveralFiles, AreCalledByWhatTellsThemApart) {
+  using Words = std::vector<std::string>;
+  std::string plants, sets;
   for (const std::string place : {"north", "south", "far north"}) {
     const std::string name = "Feed pumps of the " + place + " plant, second overhaul.txt";
     folder.write(name, "100\n200\n");
-    files += "'" + name + "' ";
+    plants += "'" + name + "' ";
   }
-  const std::string chart = picture_of(folder, files + "c.wmf --fit W2P/rr");
-  for (const char* name : {":\x85north\x85 N2", ":\x85south\x85 N2",
-                           ":\x85"
-                           "far north\x85 N2"})
-    EXPECT_NE(chart.find(name), std::string::npos) << name;
-}
-
-// One chart of any number, beyond the rows that the factory has looks for.
-TEST_F(SeveralFiles, AsManyAsNamed) {
-  std::string files;
   for (int i = 1; i <= 25; ++i) {
     folder.write("set" + std::to_string(i), std::to_string(i) + "\n" + std::to_string(2 * i));
-    files += "set" + std::to_string(i) + " ";
+    sets += "set" + std::to_string(i) + " ";
   }
-  const std::string chart = picture_of(folder, files + "c.wmf --fit W2P/rr");
-  for (const char* words : {"set1, set2, ", " more", "set25"})
-    EXPECT_NE(chart.find(words), std::string::npos) << words;
-}
-
-TEST_F(SeveralFiles, AFaultNamesItsFileAndNothingIsDrawn) {
-  folder.write("bad.txt", "5\n7 weeks ago\n");
-  folder.write("doubt.txt", "1071,8\n1069,3\n");
-  struct Case {
-    std::string arguments, words;
-    int code;
-  };
-  const Case cases[] = {{"pumps.csv bad.txt c.wmf", "tavlo-cli: bad.txt:2: ", 3},
-                        {"none motors.txt c.wmf", "tavlo-cli: none: ", 3},
-                        {"none bad.txt c.wmf", "tavlo-cli: bad.txt:2: ", 3},
-                        {"motors.txt doubt.txt c.wmf", "--decimal comma or", 3},
-                        {"motors.txt doubt.txt c.wmf --decimal comma", "", 0},
-                        {"motors.txt pumps.csv c.wmf --fit 2:LN/mle", "pumps.csv: LN/mle: ", 1}};
-  for (const auto& [arguments, words, code] : cases) {
-    std::filesystem::remove(folder.path("c.wmf"));
-    const ProgramRun run = folder.shell("$CLI chart " + arguments);
-    EXPECT_EQ(run.code, code) << arguments << run.err;
-    EXPECT_NE(run.err.find(words), std::string::npos) << arguments << run.err;
-    EXPECT_EQ(std::filesystem::exists(folder.path("c.wmf")), code != 3) << arguments;
+  const std::pair<std::string, Words> cases[] = {
+      {"motors.txt old/motors.txt - old/motors.txt c.wmf < pumps.csv",
+       {"motors.txt", "old/motors.txt (2)", "standard input", "old/motors.txt (4)"}},
+      {plants + "c.wmf --fit W2P/rr", {":\x85north\x85 N2", ":\x85south\x85 N2", " north\x85 N2"}},
+      {sets + "c.wmf --fit W2P/rr", {"set1, set2, ", " more", "set25"}}};
+  for (const auto& [arguments, words] : cases) {
+    const std::string chart = picture_of(folder, arguments);
+    for (const std::string& word : words) EXPECT_NE(chart.find(word), std::string::npos) << word;
   }
 }
 
@@ -178,33 +151,6 @@ TEST_F(SeveralFiles, AreNamedWithTheirFolderAtTheFoot) {
         picture_of(folder, files.substr(0, input) + " c.wmf --profile p.vpr" +
                                (input < files.size() ? files.substr(input) : ""));
     EXPECT_NE(chart.find(note), std::string::npos) << files;
-  }
-}
-
-TEST_F(ChartCommand, RefusesBrokenLooksWithACode) {
-  const std::string profile = folder.read(factory_profile);
-  folder.write("half.vpr", profile.substr(0, profile.size() / 2));
-  folder.write("word.vpr", replaced(profile, "1000", "many"));
-  folder.write("c.wmf", profile);
-  struct Case {
-    std::string looks;
-    int code;
-    std::string words;
-  };
-  const Case cases[] = {{"--profile word.vpr", 3, "word.vpr:10: 'many' is not a number"},
-                        {"--profile half.vpr", 3, "half.vpr:"},
-                        {"--profile none.vpr", 3, "none.vpr: there is no such file"},
-                        {"--profile .", 3, "this is a folder"},
-                        {"--profile " + data_file, 3, "is not a number"},
-                        {"--profile c.wmf", 2, "c.wmf"},
-                        {"--type Round", 2, "'Round' is no chart type (Standard, Default, Linear"},
-                        {"--type '(Browse)'", 2, "is no chart type"},
-                        {"--type Linear --profile word.vpr", 2, "--type"}};
-  for (const Case& row : cases) {
-    const ProgramRun run = folder.shell("$CLI chart " + data_file + " c.wmf " + row.looks);
-    EXPECT_EQ(run.code, row.code) << run.err;
-    EXPECT_NE(run.err.find(row.words), std::string::npos) << run.err;
-    EXPECT_EQ(folder.read("c.wmf"), profile) << "what stood there is kept";
   }
 }
 

@@ -238,9 +238,6 @@ TEST_F(FitCommand, WritesTheLogInBothForms) {
   EXPECT_NE(first, std::string::npos) << plain;
   EXPECT_NE(plain.find("W/rr\tN= 2", first + 1), std::string::npos) << plain;
   EXPECT_TRUE(folder.read("log.rtf").starts_with("{\\rtf1"));
-  const ProgramRun run = folder.run({"fit", "d", "--log", "no/such/log.txt"});
-  EXPECT_EQ(run.code, 3);
-  EXPECT_EQ(run.err, "tavlo-cli: no/such/log.txt: there is no such file or folder\n");
 }
 
 // Two failures: exact median ranks 1 - 2^(-1/2) and 2^(-1/2), Benard's 0.7/2.4

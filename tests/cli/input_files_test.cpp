@@ -9,39 +9,8 @@ namespace {
 using InputFiles = test::CliTest;
 using test::ProgramRun;
 
-/// What the command line may hold to refuse a file, its 256 MiB included.
-constexpr long most_kilobytes = 600 * 1024 * test::memory_factor;
-
-void expect_file_fault(const test::CliFolder& folder, const std::string& file,
-                       const std::string& what) {
-  for (const char* command : {"fit", "rank"}) {
-    const ProgramRun run = folder.run({command, file});
-    EXPECT_EQ(run.code, 3) << file;
-    EXPECT_EQ(run.err, "tavlo-cli: " + file + what + "\n");
-    EXPECT_EQ(run.out, "");
-    EXPECT_LT(run.peak_kilobytes, most_kilobytes) << file;
-  }
-}
-
-TEST_F(InputFiles, EachBadTextIsRefusedWithItsLine) {
-  const std::pair<std::string, const char*> cases[] = {
-      {"", ":1: the file is empty"},
-      {"5\rsix\r", ":2: 'six' is not a number"},
-      {"x,status\n\x1B[31m5,F\n", ":2: '\\x1B[31m5' is not a number"},
-      {"x,comment\n1,\"" + std::string(100'000, 'a'), ":2: the line is too long"},
-  };
-  for (const auto& [bytes, what] : cases) {
-    folder.write("data", bytes);
-    expect_file_fault(folder, "data", what);
-  }
-}
-
 TEST_F(InputFiles, WhatADoubtfulTextMeansIsSaidByOptions) {
   folder.write("d", "1071,8\n1069,3\n");
-  expect_file_fault(
-      folder, "d",
-      ":1: the comma in '1071,8' may be a decimal sign, or stand between a time and "
-      "its count or between thousands; say which: --decimal comma or --decimal point");
   folder.write("f", "Std,Zustand\n4,ok\n5,defekt\n");
   const std::pair<std::string, int> cases[] = {
       {"d --decimal comma", 2},
@@ -52,18 +21,6 @@ TEST_F(InputFiles, WhatADoubtfulTextMeansIsSaidByOptions) {
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(run.json().at(0).at("failures"), failures) << words;
   }
-  for (const char* words : {"--decimal dot", "--columns Std", "--columns y=Std", "--failed ''"})
-    EXPECT_EQ(folder.shell("$CLI rank f " + std::string(words)).code, 2) << words;
-}
-
-TEST_F(InputFiles, WhatGivesNoDataIsRefused) {
-  folder.write("zeros", "");
-  std::filesystem::resize_file(folder.path("zeros"), std::uintmax_t{1} << 30);
-  expect_file_fault(folder, "zeros", ": the file is too large (at most 256 MiB)");
-  expect_file_fault(folder, "/dev/zero", ": the file is too large (at most 256 MiB)");
-  expect_file_fault(folder, ".", ": this is a folder, not a file");
-  expect_file_fault(folder, "/dev/null", ":1: the file is empty");
-  expect_file_fault(folder, "missing", ": there is no such file or folder");
 }
 
 // What a pipe gives is what a file gives.
