@@ -10,6 +10,7 @@
 
 #include "fuzz/chart_section_law.h"
 #include "project/chart_types.h"
+#include "support/case_list.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -94,28 +95,14 @@ TEST(ChartSection, MutatedFilesKeepTheLaw) {
 }
 
 TEST(ChartSection, HostileCountsAreRefusedBeforeAnythingGrows) {
-  using Case = std::tuple<std::size_t, const char*, int>;
-  const Case cases[] = {{3, "#TRUE#,#TRUE#,0,32767,0,0,9,20,0", 9},
-                        {3, "#TRUE#,#TRUE#,0,-1,0,0,9,20,0", 9},
-                        {3, "#TRUE#,#TRUE#,0,1,4097,0,9,20,0", 9},
-                        {3, "#TRUE#,#TRUE#,0,1,0,-5,9,20,0", 9},
-                        {3, "#TRUE#,#TRUE#,0,1,0,0,9,-32768,0", 9},
-                        {3, "#TRUE#,#TRUE#,0,1,0,0,9,20,32767", 9},
-                        {3, "#TRUE#,#TRUE#,0,99999,0,0,9,20,0", 6},
-                        {2, "2147483647", 62},
-                        {9, "2147483647", 62},
-                        {13, "1,0,100,32767", 9},
-                        {13, "1,0,100,-1", 9},
-                        {15, "nan,0", 13},
-                        {16, "2147483647", 62}};
-  for (const auto& [line, by, error] : cases) {
+  for (const auto& row : test::case_list("hostile_counts.txt")) {
     TestWorld world;
     Chart chart = fuStandard_Chart();
-    world.prompts.expect_box("Error: " + std::to_string(error), "Chart Read Write Error: ");
-    const std::string bytes = with_line(line, by);
+    world.prompts.expect_box("Error: " + row[2], "Chart Read Write Error: ");
+    const std::string bytes = with_line(std::stoul(row[0]), row[1]);
     ProjectReader file(bytes);
-    EXPECT_FALSE(RW_Chart(world.session.errors, file, chart)) << by;
-    EXPECT_EQ(chart, fuStandard_Chart()) << by;
+    EXPECT_FALSE(RW_Chart(world.session.errors, file, chart)) << row[1];
+    EXPECT_EQ(chart, fuStandard_Chart()) << row[1];
     world.prompts.verify();
   }
 }
