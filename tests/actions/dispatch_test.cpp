@@ -122,8 +122,10 @@ TEST(Dispatch, AnOldFitThatIsRefusedOnNewDataShowsNoNumbers) {
             "");
   EXPECT_EQ(notes_at(world.session, 1, 1), "out of date: the data have changed");
   EXPECT_NE(world.grid().text(2, fit_column::shape), "") << "the Normal takes a time of 0";
+  const Chart chart = world.session.project.charts(1);
   world.prompts.expect_box("Times of 0", box_text);
   world.fit(922);
+  EXPECT_EQ(world.session.project.charts(1), chart) << "line and paper are those that stand";
   EXPECT_EQ(world.fits().nFits, 2) << "a new fit that is refused leaves no trace";
 }
 

@@ -8,14 +8,6 @@ namespace {
 using test::wait_until;
 using CarelessUser = test::WindowWorld;
 
-TEST_F(CarelessUser, CalculatesAnEmptySheet) {
-  person.press({"alt+c"});
-  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1 && !program.commands.running(); }));
-  EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("At least 2 points are needed")));
-  EXPECT_EQ(fits().rows(), 1);
-  EXPECT_FALSE(session().gFitForm(1)->busy);
-}
-
 // The box takes the focus from the cell while the cell is being closed.
 TEST_F(CarelessUser, TypesOnAfterAnErrorBoxInACell) {
   person.type("100\n1e500\n");
@@ -55,14 +47,6 @@ TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
       << "F6 goes to the next window";
 }
 
-TEST_F(CarelessUser, ClicksTheButtonTwice) {
-  type_handbook_example();
-  person.click_twice(widget("btn_Fit"));
-  ASSERT_TRUE(wait_until([&] { return fits().rows() > 1 && !program.commands.running(); }));
-  EXPECT_EQ(fits().rows(), 2);
-  EXPECT_EQ(log().find("Tavlo Fit"), log().rfind("Tavlo Fit")) << "one entry for one fit";
-}
-
 TEST_F(CarelessUser, ResizesToTinyAndLarge) {
   type_handbook_example();
   person.press({"alt+c"});
@@ -91,8 +75,13 @@ TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
 
 TEST_F(CarelessUser, AskedBeforeAProjectIsThrownAway) {
   person.type("100\n");
+  ASSERT_TRUE(wait_until([&] { return sheet().row() == 2; }));
+  window.close();
+  EXPECT_TRUE(window.isVisible());
+  ASSERT_EQ(boxes.texts().size(), 1);
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("will be lost")));
   person.press({"ctrl+n"});
-  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 2; }));
   EXPECT_EQ(session().gDataForm(1)->last_row(), 1) << "Enter alone throws nothing away";
   boxes.press_on_boxes("alt+y");
   person.press({"ctrl+n"});

@@ -1,15 +1,11 @@
 // Somebody works on the chart with mouse and keys.
 #include <QApplication>
 #include <QDialog>
-#include <QFile>
 #include <QImage>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPrintDialog>
-#include <QPrinter>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
 #include <cmath>
@@ -126,20 +122,6 @@ TEST_F(OnTheChart, TheLookOfTheToolBarIsThatOfNewChartsToo) {
   EXPECT_EQ(boxes.texts(), QStringList());
 }
 
-// The limits that were chosen for one model would hide the points of another.
-TEST_F(OnTheChart, AnotherModelEndsAZoom) {
-  const Slots<ChartAxis> before = record().Axes;
-  press("plus");
-  press("plus");
-  ASSERT_TRUE(wait_until([&] { return zoom_depth(record()) == 2; }));
-  person.click(widget("opt_Model_9"));
-  ASSERT_TRUE(wait_until([&] { return record().Axes(1).ScaleType == y_scale::normal; }));
-  for (const ChartAxis& axis : record().Axes) EXPECT_TRUE(axis.AutoMin && axis.AutoMax);
-  EXPECT_EQ(record().Axes(0).Min, before(0).Min);
-  EXPECT_EQ(record().Axes(0).Max, before(0).Max);
-  EXPECT_FALSE(action("mnu_ZoomBack").isEnabled());
-}
-
 TEST_F(OnTheChart, SlipsAndEscapeLeaveTheViewAsItIs) {
   const Slots<ChartAxis> before = record().Axes;
   take_zoom();
@@ -242,28 +224,6 @@ TEST_F(OnTheChart, AddsMovesAndDeletesMarks) {
   press("Delete");
   ASSERT_TRUE(wait_until([&] { return record().nTexts == 1; }));
   EXPECT_EQ(record().Texts(1).Text2, "wear-out");
-}
-
-TEST_F(OnTheChart, PrintsOnALyingPage) {
-  const QTemporaryDir folder;
-  const QString name = folder.filePath(QStringLiteral("chart.pdf"));
-  QString title;
-  answer<QPrintDialog>([&](QPrintDialog& dialog) {
-    title = dialog.windowTitle();
-    dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
-    dialog.printer()->setOutputFileName(name);
-    dialog.done(QDialog::Accepted);
-  });
-  press("ctrl+p");
-  ASSERT_TRUE(wait_until([&] { return QFile(name).size() > 1000 && !program.commands.running(); }));
-  EXPECT_EQ(title, QStringLiteral("Print Chart1"));
-  QFile file(name);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray pdf = file.readAll();
-  const QByteArray page = pdf.mid(pdf.indexOf("/MediaBox [") + 11, 60);
-  const QList<QByteArray> box = page.left(page.indexOf(']')).simplified().split(' ');
-  EXPECT_GT(box.value(2).toDouble(), box.value(3).toDouble()) << page.constData();
-  EXPECT_EQ(boxes.texts(), QStringList());
 }
 
 }  // namespace

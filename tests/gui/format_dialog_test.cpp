@@ -56,15 +56,28 @@ class FormatDialogTest : public test::WindowWorld {
   Chart before_;
 };
 
-TEST_F(FormatDialogTest, TitleIsSeenAtOnceAndKeptWithOk) {
+TEST_F(FormatDialogTest, TitleSymbolAndColourAreSeenAtOnceAndKeptWithOk) {
   const QImage unchanged = widget("pic_Preview").grab().toImage();
   type_over("ttl_Main", "Bearings");
   ASSERT_TRUE(wait_until([&] { return copy().Boxes(chart_item::main_title).Text2 == "Bearings"; }));
   EXPECT_TRUE(wait_until([&] { return widget("pic_Preview").grab().toImage() != unchanged; }));
+  turn_to(static_cast<int>(ChartPart::plot_sets));
+  widget("opt_Symbol").setFocus();
+  person.press({"Right", "Down"});
+  ASSERT_TRUE(wait_until([&] { return copy().Markers(1).Symbol == 11; }));
+  widget("set_LinePen").setFocus();
+  person.press({"space"});
+  ASSERT_TRUE(wait_until([&] { return window.findChild<QWidget*>(key("frm_Colour")); }));
+  ASSERT_TRUE(wait_until([&] { return widget("frm_Colour").isActiveWindow(); }));
+  person.click(widget("opt_Colour_7"));
+  person.press({"alt+s", "Down", "Return"});
+  ASSERT_TRUE(wait_until([&] { return copy().Markers(1).LineStyle == 1; }));
+  EXPECT_EQ(copy().Markers(1).LineColor, rgb(255, 0, 0));
   EXPECT_EQ(chart(), before_) << "the chart itself waits for the OK";
   const int compositions = window.windows().chart(1).compositions();
   close_with("Return");
   EXPECT_EQ(chart().Boxes(chart_item::main_title).Text2, "Bearings");
+  EXPECT_EQ(chart().Markers(1).Symbol, 11);
   EXPECT_EQ(window.windows().chart(1).compositions(), compositions + 1);
 }
 
@@ -120,23 +133,6 @@ TEST_F(FormatDialogTest, NoNumberIsToldAndTheDialogStays) {
   }
   EXPECT_EQ(chart(), before_);
   close_with("Return");
-}
-
-TEST_F(FormatDialogTest, SymbolColourAndPenByKeys) {
-  turn_to(static_cast<int>(ChartPart::plot_sets));
-  widget("opt_Symbol").setFocus();
-  person.press({"Right", "Down"});
-  ASSERT_TRUE(wait_until([&] { return copy().Markers(1).Symbol == 11; }));
-  widget("set_LinePen").setFocus();
-  person.press({"space"});
-  ASSERT_TRUE(wait_until([&] { return window.findChild<QWidget*>(key("frm_Colour")); }));
-  ASSERT_TRUE(wait_until([&] { return widget("frm_Colour").isActiveWindow(); }));
-  person.click(widget("opt_Colour_7"));
-  person.press({"alt+s", "Down", "Return"});
-  ASSERT_TRUE(wait_until([&] { return copy().Markers(1).LineStyle == 1; }));
-  EXPECT_EQ(copy().Markers(1).LineColor, rgb(255, 0, 0));
-  close_with("Return");
-  EXPECT_EQ(chart().Markers(1).Symbol, 11);
 }
 
 TEST_F(FormatDialogTest, ProfileIsSavedAndLoaded) {

@@ -89,34 +89,6 @@ TEST_F(Frame, CommandsFollowTheWindowInFront) {
   EXPECT_TRUE(test::wait_until([&] { return enabled("mnu_16"); }));
 }
 
-TEST_F(Frame, LeavingWithDataAsksFirst) {
-  person.type("100\n");
-  ASSERT_TRUE(test::wait_until([&] { return sheet().row() == 2; }));
-  window.close();
-  EXPECT_TRUE(window.isVisible());
-  ASSERT_EQ(boxes.texts().size(), 1);
-  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("will be lost")));
-}
-
-TEST_F(Frame, AnExceptionInACommandIsABox) {
-  program.commands.run([] { throw RunTimeError(run_time::subscript); });
-  ASSERT_EQ(boxes.texts().size(), 1);
-  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("Subscript out of range")));
-  EXPECT_FALSE(program.commands.running());
-}
-
-TEST_F(Frame, HoldsAHundredThousandRows) {
-  std::string column;
-  for (int i = 1; i <= 100000; ++i) column += std::to_string(i) + '\n';
-  person.copy_elsewhere(column);
-  person.press({"ctrl+v"});
-  ASSERT_TRUE(test::wait_until([&] { return session().gDataForm(1)->last_row() == 100000; }));
-  person.press({"ctrl+End", "alt+c"});
-  ASSERT_TRUE(test::wait_until([&] { return fits().rows() == 2; }, 60000));
-  EXPECT_EQ(session().project.data(1).sample().size(), 100000u);
-  EXPECT_EQ(boxes.texts(), QStringList());
-}
-
 }  // namespace
 
 }  // namespace tavlo
