@@ -24,27 +24,21 @@ std::string picture_of(const test::CliFolder& folder, const std::string& argumen
   return folder.read("c.wmf");
 }
 
-/// The chart of the example with these further arguments.
-std::string picture(const test::CliFolder& folder, const std::vector<std::string>& looks) {
-  std::vector<std::string> arguments = {"chart", data_file, "c.wmf", "--fit", "W2P/mle"};
-  arguments.insert(arguments.end(), looks.begin(), looks.end());
-  const ProgramRun run = folder.run(arguments);
-  EXPECT_EQ(run.code, 0) << run.err;
-  return folder.read("c.wmf");
-}
-
 TEST_F(ChartCommand, TakesLooksFromAProfileOrAType) {
   const std::string profile = folder.read(factory_profile);
   folder.write("red.vpr", replaced(profile, "10,16777194,8388608", "10,255,8388608"));
-  const std::string plain = picture(folder, {});
-  const std::string own = picture(folder, {"--profile", factory_profile});
-  const std::string red = picture(folder, {"--profile", "red.vpr"});
-  const std::string safe = picture(folder, {"--type", "Colour-safe"});
-  const std::string report = picture(folder, {"--type", "report"});
+  const auto picture = [&](const std::string& looks) {
+    return picture_of(folder, data_file + " c.wmf --fit W2P/mle " + looks);
+  };
+  const std::string plain = picture("");
+  const std::string own = picture("--profile " + factory_profile);
+  const std::string red = picture("--profile red.vpr");
+  const std::string safe = picture("--type Colour-safe");
+  const std::string report = picture("--type report");
   EXPECT_NE(report.find("eta = 606.5"), std::string::npos);
   EXPECT_NE(report.find("censored-test"), std::string::npos) << "the name of the data";
-  EXPECT_NE(picture(folder, {"--title", "Relay 7"}).find("Relay 7"), std::string::npos);
-  const std::string linear = picture(folder, {"--type", "Linear"});
+  EXPECT_NE(picture("--title 'Relay 7'").find("Relay 7"), std::string::npos);
+  const std::string linear = picture("--type Linear");
   EXPECT_EQ(red.size(), own.size());  // only a colour differs
   EXPECT_TRUE(red != own);
   EXPECT_TRUE(own != plain);

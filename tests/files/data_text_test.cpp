@@ -96,26 +96,13 @@ TEST(DataText, IsReadAsPeopleMeanItOrRefusedInTheirWords) {
 
 // A comma that may mean two things is never guessed; said once, it is read.
 TEST(DataText, ADoubtfulCommaIsRefusedUntilItsMeaningIsSaid) {
-  const struct {
-    std::string_view text;
-    long line;
-    const char *by_comma, *by_point;
-  } cases[] = {
-      {"1071,8\n1069,3\n", 1, "1071.8 1 0; 1069.3 1 0", "1071 8 0; 1069 3 0"},
-      {"# h\n7\n>1071,8\n", 3, "7 1 0; 1071.8 0 1",
-       "3: '1071,8' is not a number (the lines above it have one col"},
-      {"x\n9\n5,5\n", 3, "9 1 0; 5.5 1 0", "3: the row has more fields than there are columns (1)"},
-      {"1,000\tF\n2,000\tS\n", 1, "1 1 0; 2 0 1", "1: '1,000' is not a number"},
-      {"x,status\n\"9,5\",F\n", 2, "9.5 1 0", "2: '9,5' is not a number"},
-  };
-  for (const auto& [text, line, by_comma, by_point] : cases) {
+  for (const auto& row : test::case_list("doubtful_commas.txt")) {
     DataSet data;
-    const auto fault = read_data_text(text, {}, data);
-    ASSERT_TRUE(fault) << text;
-    EXPECT_TRUE(fault->comma_in_doubt) << text;
-    EXPECT_EQ(fault->line, line) << text;
-    EXPECT_EQ(read(text, {.decimal = DecimalSign::comma}), by_comma) << text;
-    EXPECT_EQ(read(text, {.decimal = DecimalSign::point}).substr(0, 60), by_point) << text;
+    const auto fault = read_data_text(row[0], {}, data);
+    ASSERT_TRUE(fault && fault->comma_in_doubt) << row[0];
+    EXPECT_EQ(std::to_string(fault->line), row[1]) << row[0];
+    EXPECT_EQ(read(row[0], {.decimal = DecimalSign::comma}), row[2]) << row[0];
+    EXPECT_EQ(read(row[0], {.decimal = DecimalSign::point}).substr(0, 60), row[3]) << row[0];
   }
   EXPECT_NE(read("1,5\n1.000\n", {.decimal = DecimalSign::comma}).find("full stop"),
             std::string::npos);
