@@ -9,21 +9,14 @@ namespace tavlo {
 
 namespace {
 
-bool is_zoomed(const Project& before, const Project& now) {
-  if (now.charts.bound() != before.charts.bound()) return false;
-  for (int i = 1; i <= now.charts.bound(); ++i)
-    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom) return true;
-  return false;
-}
-
-/// A zoom shows another part of a chart and changes nothing in it.
-bool only_zoomed(const Project& before, const Project& now) {
-  if (!is_zoomed(before, now)) return false;
-  Project seen_as_before = now;
-  for (int i = 1; i <= now.charts.bound(); ++i)
-    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom)
-      copy_view(before.charts(i), seen_as_before.charts(i));
-  return seen_as_before == before;
+/// The charts as they are seen before any zoom, without the limits that each drawing takes
+/// from the data.
+Slots<Chart> without_views(Slots<Chart> charts) {
+  for (Chart& chart : charts) {
+    end_zoom(chart);
+    for (ChartAxis& axis : chart.Axes) take_data_limits(axis, {0, 0});
+  }
+  return charts;
 }
 
 /// The windows show what has come back. An edit that is open ends without being taken.
@@ -39,10 +32,16 @@ void show(Session& session, const Project& state) {
 
 }  // namespace
 
+bool differ_in_view_only(const Project& a, const Project& b) {
+  Project with_charts_of_a = b;
+  with_charts_of_a.charts = a.charts;
+  return with_charts_of_a == a && without_views(a.charts) == without_views(b.charts);
+}
+
 void end_step(Session& session) {
   const std::string name = std::exchange(session.step, {});
   if (session.project == session.history.now()) return;
-  if (only_zoomed(session.history.now(), session.project))
+  if (differ_in_view_only(session.history.now(), session.project))
     session.history.note_view(session.project);
   else
     session.history.note(session.project, name.empty() ? "Change" : name);

@@ -111,6 +111,24 @@ TEST(Undo, AZoomIsNoStep) {
   EXPECT_TRUE(world.session.history.can_redo()) << "a way back of its own";
 }
 
+// A drawing finds the limits that follow the data; also that of a state gone back to.
+TEST(Undo, LimitsAreAStepWhereSomebodySetsThem) {
+  UndoWorld world;
+  Chart& chart = world.session.project.charts(1);
+  zoom_to(chart, {2, 3}, {0.1, 0.5});
+  end_step(world.session);
+  set_limit(chart, 0, &ChartAxis::Max, 7);
+  end_step(world.session);
+  ASSERT_TRUE(world.session.history.can_undo());
+  undo(world.session);
+  EXPECT_EQ(zoom_depth(chart), 1u);
+  end_zoom(chart);
+  take_data_limits(chart.Axes(0), {10, 100});
+  end_step(world.session);
+  EXPECT_TRUE(world.session.history.can_redo());
+  EXPECT_FALSE(world.session.history.can_undo());
+}
+
 // What a step changes of a large sheet is a chunk of its rows.
 TEST(Undo, StatesShareTheirRows) {
   SharedRows<SheetRow> rows;
