@@ -41,6 +41,15 @@ MainWindow::MainWindow(Program& program)
   session_.history.restart(session_.project);
 }
 
+// A window that ends makes another one active and may end an edit: nobody may ask then what
+// can be done by members that have gone already.
+MainWindow::~MainWindow() {
+  disconnect(&program_.commands, nullptr, this, nullptr);
+  disconnect(&program_.views, nullptr, this, nullptr);
+  disconnect(&windows_, nullptr, this, nullptr);
+  windows_.end_all();
+}
+
 void MainWindow::set_up_tree() {
   tree_dock_.setObjectName(QStringLiteral("dock_Project"));
   tree_dock_.setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);

@@ -23,6 +23,7 @@ class MainWindow : public QMainWindow {
 
  public:
   explicit MainWindow(Program& program);
+  ~MainWindow() override;
 
   /// Empties the project and builds it again: one sheet, panel and chart, the
   /// log with its head line, the tree, and the windows in blocks.
