@@ -29,6 +29,7 @@ void start_project(Session& session) {
     choose_standard_fit(*session.gFitForm(i));
     Load_Fit(session, i);
   }
+  for (int i = 1; i <= session.project.charts.bound(); ++i) session.ports.views.chart_changed(i);
   AppendLog(session, head_line(session.ports.clock), false);
   session.step = "New Project";
 }

@@ -19,14 +19,34 @@ Slots<Chart> without_views(Slots<Chart> charts) {
   return charts;
 }
 
+/// What charts and fit grids show of a project: not the rows that nobody has read yet.
+Project without_new_rows(Project project) {
+  project.log.clear();
+  for (DataSet& data : project.data) {
+    data.rows = {};
+    data.revision = data.read_revision = 0;
+  }
+  return project;
+}
+
+/// To rank a large set again takes a while.
+void share_samples(const Project& from, const Project& to) {
+  for (const DataSet& data : to.data)
+    if (const int same = find_data(from, data.UniqueId))
+      data.reading.share_sample(from.data(same).reading);
+}
+
 /// The windows show what has come back. An edit that is open ends without being taken.
 void show(Session& session, const Project& state) {
+  const Project before = session.project;
   session.project = state;
+  share_samples(before, session.project);
   follow_records(session);
   Views& views = session.ports.views;
   for (int i = 1; i <= session.project.data.bound(); ++i) views.sheet_changed(i);
   for (int i = 1; i <= session.project.fits.bound(); ++i) Load_Fit(session, i);
-  for (int i = 1; i <= session.project.charts.bound(); ++i) views.chart_changed(i);
+  if (!(without_new_rows(before) == without_new_rows(session.project)))
+    for (int i = 1; i <= session.project.charts.bound(); ++i) views.chart_changed(i);
   views.log_changed();
 }
 

@@ -21,14 +21,23 @@ constexpr double snapping_reach = 10;  // pixels
 bool ChartStage::compose_if_changed() {
   const bool out_of_date = is_out_of_date(session_, chart());
   if (!changed_ && out_of_date == drawn_out_of_date_) return false;
+  if (changed_ || !up_to_date_)
+    compose(out_of_date);
+  else
+    drawing_ = out_of_date ? with_out_of_date_sign(session_, chart(), *up_to_date_) : *up_to_date_;
   changed_ = false;
   drawn_out_of_date_ = out_of_date;
-  readout_.reset();
-  SetAutoScale(session_, chart());
-  drawing_ = fl_Make_WMF(session_, index_);
   ++compositions_;
   target_ = chart_area(QRectF(QPointF(), view_), drawing_);
   return true;
+}
+
+void ChartStage::compose(bool out_of_date) {
+  readout_.reset();
+  SetAutoScale(session_, chart());
+  drawing_ = fl_Make_WMF(session_, index_);
+  up_to_date_.reset();
+  if (!out_of_date) up_to_date_ = drawing_;
 }
 
 void ChartStage::set_view(const QSizeF& view) {

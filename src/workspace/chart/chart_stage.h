@@ -30,7 +30,8 @@ class ChartStage {
   }
 
   /// Notes a change; `compose_if_changed` then composes once, however often it
-  /// changed meanwhile. True when it did.
+  /// changed meanwhile. True when the drawing is another one: data that have changed since
+  /// they were read only put their sign on it.
   void note_change() { changed_ = true; }
   bool compose_if_changed();
   const DrawingRecord& drawing() const { return drawing_; }
@@ -53,9 +54,12 @@ class ChartStage {
   std::optional<Reading> read(drawing::Place place, bool precise);
 
  private:
+  void compose(bool out_of_date);
+
   Session& session_;
   int index_;
   DrawingRecord drawing_;
+  std::optional<DrawingRecord> up_to_date_;  // the same without the sign of old data
   QSizeF view_;
   QRectF target_;
   std::unique_ptr<Readout> readout_;  // of the drawing at hand, made when first asked

@@ -96,7 +96,6 @@ void ProjectWindows::follow_records() {
   for (int i = 1; i <= project.fits.bound(); ++i)
     child(key_of('F', i))->setWindowTitle(to_qt(project.fits(i).Title));
   for (SheetView* each : sheets_) each->refresh();
-  for (ChartWindow* each : charts_) each->content_changed();
   catch_up();
 }
 
