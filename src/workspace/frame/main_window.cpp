@@ -283,16 +283,16 @@ void MainWindow::show_state() {
   commands_->refresh();
 }
 
-// The fit works on the records of the windows: they go after it has returned.
+// The fit works on the records of the windows: they go after it has returned, and after the
+// person has said that they may.
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (!program_.is_busy()) {
-    const bool may_close = close_wanted_ || may_lose_project("Tavlo", "Leave the program?");
-    event->setAccepted(may_close);
+  close_wanted_ = program_.is_busy();
+  if (close_wanted_) {
+    session_.fitting.stop_wanted = true;
+    event->ignore();
     return;
   }
-  session_.fitting.stop_wanted = true;
-  close_wanted_ = true;
-  event->ignore();
+  event->setAccepted(may_lose_project("Tavlo", "Leave the program?"));
 }
 
 }  // namespace tavlo
