@@ -64,6 +64,15 @@ void ChartWindow::run(const std::function<void()>& action) {
 
 void ChartWindow::compose() {
   stage_.compose();
+  show_drawing();
+}
+
+void ChartWindow::show_age() {
+  stage_.show_age();
+  show_drawing();
+}
+
+void ChartWindow::show_drawing() {
   played_is_old_ = true;
   hand_.check_selected();
   if (!hand_.is_moving_a_part()) show_reading();

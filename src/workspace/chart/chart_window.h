@@ -24,6 +24,8 @@ class ChartWindow : public QWidget {
 
   /// Draws the chart as it stands now.
   void compose();
+  /// Shows whether the data have changed since they were read.
+  void show_age();
 
   const DrawingRecord& drawing() const { return stage_.drawing(); }
   int compositions() const { return stage_.compositions(); }
@@ -78,6 +80,7 @@ class ChartWindow : public QWidget {
 
  private:
   void run(const std::function<void()>& action);
+  void show_drawing();
   void show_state();
   void show_reading();
   void hide_reading();
