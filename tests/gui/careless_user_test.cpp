@@ -110,6 +110,21 @@ TEST_F(CarelessUser, IsAskedAlsoWhenAFitRuns) {
   EXPECT_EQ(boxes.texts().size(), 2);
 }
 
+// The menu gets the button's release, which the chart waits for.
+TEST_F(CarelessUser, OpensAMenuInTheMiddleOfADrag) {
+  person.type("100\n");
+  ChartWindow& chart = window.windows().chart(1);
+  chart.set_zooming(true);
+  person.hold(chart, chart.rect().center());
+  person.move_to(chart, chart.rect().center() + QPoint(30, 30));
+  ASSERT_TRUE(wait_until([&] { return chart.is_dragging(); }));
+  person.press({"alt+f", "Escape", "Escape"});
+  EXPECT_TRUE(wait_until([&] { return !chart.is_dragging(); }));
+  person.let_go();
+  window.DoCommand(18);
+  EXPECT_TRUE(wait_until([&] { return sheet().text(1, sheet_column::x).empty(); }));
+}
+
 TEST_F(CarelessUser, SetsUpAPrinterThatIsNotThere) {
   if (!QPrinterInfo::availablePrinters().isEmpty()) GTEST_SKIP() << "there is one";
   window.DoCommand(9);

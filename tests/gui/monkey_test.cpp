@@ -198,7 +198,9 @@ class Monkey : public ::testing::Test {
     window_->DoCommand(command);
     ASSERT_TRUE(
         test::wait_until([&] { return is_at_rest() && !(session().project == before); }, 5000))
-        << "nothing came of " << command << ", " << session().history.undo_name();
+        << "nothing came of " << command << ", " << session().history.undo_name() << ", dragging "
+        << window_->windows().is_dragging() << ", busy " << program_->is_busy() << ", nested "
+        << is_nested() << ", running " << program_->commands.running();
   }
   void take_all_back_and_do_it_again() {
     const Project last = session().project;

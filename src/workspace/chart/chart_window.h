@@ -73,12 +73,14 @@ class ChartWindow : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   QSize sizeHint() const override { return {700, 420}; }
 
  private:
+  void give_up_drag();
   void run(const std::function<void()>& action);
   void show_drawing();
   void show_state();
