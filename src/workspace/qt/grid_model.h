@@ -69,6 +69,7 @@ class GridModel : public QAbstractTableModel {
 
  private:
   QString text(int row, int column) const;
+  QVariant tip_at(const QModelIndex& index) const;
   std::optional<CellBox> box_at(const QModelIndex& index) const;
 
   CellTable& grid_;
