@@ -118,7 +118,7 @@ TEST_F(MainJob, MouseAlone) {
   EXPECT_TRUE(chart_has_fit_line());
 
   const QAbstractItemModel& grid = *dynamic_cast<QTableView&>(widget("grd_Fit")).model();
-  const auto tip = [&] { return from_qt(grid.index(0, 0).data(Qt::ToolTipRole).toString()); };
+  const auto tip = [&] { return from_qt(grid.index(0, 1).data(Qt::ToolTipRole).toString()); };
   EXPECT_EQ(tip(), "");
   person.press({"ctrl+1"});
   person.type("7\n");

@@ -148,4 +148,17 @@ DrawingRecord fl_Make_WMF(Session& session, int chart_index) {
   return record;
 }
 
+DrawingRecord with_out_of_date_sign(Session& session, const Chart& chart,
+                                    const DrawingRecord& drawing) {
+  DrawingRecord signed_one;
+  signed_one.width = drawing.width;
+  signed_one.height = drawing.height;
+  signed_one.areas = drawing.areas;
+  Recorder recorder(signed_one);
+  recorder.append(drawing);
+  Canvas canvas{recorder, chart, session.ports.text_measure, session.ports.prompts, session.errors};
+  draw_out_of_date(canvas);
+  return signed_one;
+}
+
 }  // namespace tavlo

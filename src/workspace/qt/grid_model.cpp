@@ -74,7 +74,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const QString shown = text(grid_row(index), grid_column(index));
   if (role == Qt::DisplayRole || role == Qt::EditRole) return shown;
-  if (role == Qt::ToolTipRole && tip_of_) return to_qt(tip_of_(grid_row(index)));
+  if (role == Qt::ToolTipRole) return tip_at(index);
   if (role == Qt::ForegroundRole && colour_of_)
     return brush_of(colour_of_(grid_row(index), grid_column(index)));
   if (role == Qt::TextAlignmentRole)
@@ -82,6 +82,12 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::CheckStateRole || role == Qt::DecorationRole)
     if (const auto box = box_at(index)) return role_of(*box, role);
   return {};
+}
+
+QVariant GridModel::tip_at(const QModelIndex& index) const {
+  const std::string tip = tip_of_ ? tip_of_(grid_row(index)) : std::string();
+  const auto box = box_at(index);
+  return tip.empty() && box ? box->tip : to_qt(tip);
 }
 
 std::optional<CellBox> GridModel::box_at(const QModelIndex& index) const {

@@ -20,6 +20,7 @@ enum class CellColour { usual, grey, red };
 struct CellBox {
   bool ticked = false;
   QColor colour;
+  QString tip;
 };
 
 class GridModel : public QAbstractTableModel {
@@ -68,6 +69,7 @@ class GridModel : public QAbstractTableModel {
 
  private:
   QString text(int row, int column) const;
+  QVariant tip_at(const QModelIndex& index) const;
   std::optional<CellBox> box_at(const QModelIndex& index) const;
 
   CellTable& grid_;
