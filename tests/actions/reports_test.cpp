@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "project/ranking.h"
+#include "support/case_list.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -38,33 +39,13 @@ std::string logged(const FitResult& fit) {
 }
 
 TEST(PostFitLog, SaysEachFamilyInItsOwnWords) {
-  struct Case {
-    std::int16_t code, method;
-    std::vector<FitParam> rows;
-    std::string text;
-  };
-  const std::string units = "\tN= 12 /S= 2\n", likelihood = "Ln(L)= \t-0.8765432",
-                    r_squared = "r^2= \t-0.8765432";
-  const std::string mixed = "W5C/MLE" + units + likelihood +
-                            "\nPopulations:\n\t1:   25.00000%\n\t2:   75.00000%\n"
-                            "Applies to Pop: 1\n eta: \t100\tbeta: \t1\nApplies to Pop: 1,2\n";
-  const FitParam weibull = {0.002, 1, 1.5, 0, 1}, later = {0.002, 1, 1.5, 7.25, 1},
-                 line = {100, 1, 0.5, 0, 1}, gumbel = {0.01, 1, 20, 0, 1},
-                 early = {0.01, 0.25, 1, 0, 1}, wear = {0.001, 0.75, 3, 0, 3},
-                 unreached = {unreached_scale, 0.75, 1, 0, 3};
-  const std::string eta_beta = " eta: \t500\tbeta: \t1.5\n";
-  const Case cases[] = {
-      {98, 1, {weibull}, "W/MLE" + units + likelihood + eta_beta + "\n"},
-      {162, 0, {later}, "W3T/rr" + units + r_squared + eta_beta + "  t0: \t7.25\n\n"},
-      {857, 0, {line}, "N/rr" + units + r_squared + " mu: \t100\tsigma: \t2\n\n"},
-      {922, 2, {line}, "LN/rrs" + units + r_squared + " Med: \t100\tsigF: \t7.389056\n\n"},
-      {1137, 0, {gumbel}, "G+/rr" + units + r_squared + " Xi: \t100\tDel: \t20\n\n"},
-      {354, 1, {early, wear}, mixed + " eta: \t1000\tbeta: \t3\n\n"},
-      {354, 1, {early, unreached}, mixed + " eta: \tnot determined\tbeta: \tnot determined\n\n"}};
-  for (const Case& c : cases) EXPECT_EQ(logged(fit_of(c.code, c.method, c.rows)), c.text);
-  FitResult claims_more = fit_of(98, 1, {weibull});
-  claims_more.nRows = 3;
-  EXPECT_EQ(logged(claims_more), cases[0].text);
+  for (const auto& row : test::case_list("logged_fits.txt")) {
+    const auto number = [&](std::size_t i) { return static_cast<std::int16_t>(std::stoi(row[i])); };
+    FitResult fit = fit_of(number(0), number(1), test::fit_rows(row[2]));
+    EXPECT_EQ(logged(fit), row[3]);
+    fit.nRows += 3;
+    EXPECT_EQ(logged(fit), row[3]) << "a record that claims more";
+  }
   const FitResult risks = fit_of(290, 1, {{0.01, 1, 1, 0, 1}, {0.001, 0, 3, 0, 1}});
   EXPECT_EQ(logged(risks).find("Populations:"), std::string::npos) << "risks of one population";
 }

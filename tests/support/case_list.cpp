@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <sstream>
+
+#include "numerics/number_text.h"
 
 namespace tavlo::test {
 namespace {
@@ -40,6 +43,20 @@ std::vector<std::vector<std::string>> case_list(const std::string& name) {
   }
   EXPECT_FALSE(cases.empty()) << name;
   return cases;
+}
+
+std::vector<FitParam> fit_rows(const std::string& text) {
+  std::vector<FitParam> rows;
+  std::istringstream words(text);
+  for (std::string scale; words >> scale;) {
+    FitParam& row = rows.emplace_back();
+    const bool inverse = scale.starts_with("1/");
+    const double number = parse_number(scale.substr(inverse ? 2 : 0)).value_or(unreached_scale);
+    row.Scale = inverse ? 1 / number : number;
+    words >> row.Fraction >> row.Shape >> row.T0 >> row.Applies;
+  }
+  EXPECT_TRUE(words.eof()) << text;
+  return rows;
 }
 
 }  // namespace tavlo::test

@@ -5,9 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "life/life.h"
+
 namespace tavlo::test {
 
 /// The fields of each case. In the file they stand as in C: \n, \t, \r, \\ and \xNN.
 std::vector<std::vector<std::string>> case_list(const std::string& name);
+
+/// Scale, fraction, shape, t0 and populations of each row of a fit; "1/eta" for a scale, "-"
+/// where no failure reaches it.
+std::vector<FitParam> fit_rows(const std::string& text);
 
 }  // namespace tavlo::test
