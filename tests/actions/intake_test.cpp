@@ -70,21 +70,17 @@ TEST(CheckAndFit, ChangedDataAreFittedAgainAndTheFitAskedForIsLogged) {
 }
 
 TEST(CheckAndFit, ATimeThatIsNoneIsNamedByItsRow) {
-  struct Case {
-    const char *typed, *title, *text;
-    bool is_read;
-  };
-  for (const Case& c :
-       {Case{"0", "Error: 5", "Median Rank Error: \nRow 2: Data X is 0", true},
-        Case{"abc", "Error: 13", "Row 2: Data X is \"abc\", which is no number.", false},
-        Case{"1e39", "Error: 6 Overflow", "Row 2: Data X is 1e39, which is too large", false},
-        Case{"1e-50", "Error: 6 Overflow", "Row 2: Data X is 1e-50, which is too", false}}) {
-    SheetWorld world({"300", c.typed, "200"});
-    world.prompts.expect_box(c.title, c.text);
-    if (c.is_read) world.prompts.expect_box("Times of 0", "Row 2: Data X is 0");
+  for (const auto& [typed, title, text, is_read] :
+       {std::tuple{"0", "Error: 5", "Median Rank Error: \nRow 2: Data X is 0", true},
+        {"abc", "Error: 13", "Row 2: Data X is \"abc\", which is no number.", false},
+        {"1e39", "Error: 6 Overflow", "Row 2: Data X is 1e39, which is too large", false},
+        {"1e-50", "Error: 6 Overflow", "Row 2: Data X is 1e-50, which is too", false}}) {
+    SheetWorld world({"300", typed, "200"});
+    world.prompts.expect_box(title, text);
+    if (is_read) world.prompts.expect_box("Times of 0", "Row 2: Data X is 0");
     CheckAndFit(world.session, 1);
     EXPECT_EQ(world.session.project.fits(1).nFits, 0);
-    EXPECT_EQ(world.data().is_read(), c.is_read) << "else the next press reads the sheet again";
+    EXPECT_EQ(world.data().is_read(), is_read) << "else the next press reads the sheet again";
     EXPECT_FALSE(world.panel().busy);
     world.sheet().enter(2, sheet_column::x, "100");
     CheckAndFit(world.session, 1);
