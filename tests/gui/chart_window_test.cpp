@@ -137,6 +137,11 @@ TEST_F(OnTheChart, SlipsAndEscapeLeaveTheViewAsItIs) {
   press("Escape");
   EXPECT_TRUE(wait_until([&] { return chart().tool() == ChartTool::pointer; }));
   EXPECT_FALSE(action("mnu_33").isChecked());
+  const int compositions = chart().compositions(), width = chart().width();
+  window.showNormal();
+  window.resize(700, 500);
+  EXPECT_TRUE(wait_until([&] { return chart().width() != width; }));
+  EXPECT_EQ(chart().compositions(), compositions) << "another size composes nothing";
 }
 
 TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {

@@ -67,7 +67,7 @@ TEST_F(MainJob, KeyboardAlone) {
   EXPECT_EQ(boxes.texts(), QStringList());
 
   person.press({"ctrl+4", "ctrl+a", "ctrl+c"});
-  EXPECT_TRUE(person.paste_elsewhere().contains(QStringLiteral("Tavlo Fit"))) << "from the log";
+  EXPECT_TRUE(person.paste_elsewhere().contains("Tavlo Fit")) << "from the log";
 }
 
 // A letter underlined in the panel is heard from every window, and is no letter of a menu.
@@ -260,9 +260,9 @@ TEST_F(MainJob, PasteTwoColumnsAndCopyTheNotation) {
   EXPECT_EQ(sheet().text(1, sheet_column::fails), "2");
   EXPECT_EQ(sheet().text(2, sheet_column::susps), "5");
   person.press({"ctrl+a", "ctrl+c"});
-  QString copied;
-  wait_until([&] { return !(copied = person.paste_elsewhere()).contains(u'\t'); });
-  EXPECT_EQ(copied, QStringLiteral("150x2\r\n>200x5\r\n320.5\r\n"));
+  QByteArray copied;
+  wait_until([&] { return !(copied = person.paste_elsewhere()).contains('\t'); });
+  EXPECT_EQ(copied, "150x2\r\n>200x5\r\n320.5\r\n");
 }
 
 // Keys of the sheet: what each does to the text and to the current cell.

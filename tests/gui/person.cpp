@@ -93,22 +93,11 @@ void Person::copy_elsewhere(const std::string& text) {
       QByteArray::fromStdString(text));
 }
 
-QString Person::paste_elsewhere() {
-  return QString::fromUtf8(run(
-      QStringLiteral("xclip"),
-      {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")}, {}, true));
-}
-
 QByteArray Person::paste_elsewhere(const QString& type) {
   return run(QStringLiteral("xclip"),
              {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o"),
               QStringLiteral("-t"), type},
              {}, true);
-}
-
-void Person::resize(const QWidget& window, const QSize& size) {
-  xdotool({QStringLiteral("windowsize"), QString::number(window.winId()),
-           QString::number(size.width()), QString::number(size.height())});
 }
 
 BoxReader::BoxReader() {

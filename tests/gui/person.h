@@ -45,14 +45,9 @@ class Person {
   /// Puts a text on the clipboard, as another program does.
   void copy_elsewhere(const std::string& text);
 
-  /// The clipboard's text, as another program gets it.
-  QString paste_elsewhere();
-
-  /// What the clipboard holds under a name such as "image/png"; "TARGETS" lists
-  /// the names.
-  QByteArray paste_elsewhere(const QString& type);
-
-  void resize(const QWidget& window, const QSize& size);
+  /// What the clipboard holds under a name such as "image/png", as another program gets
+  /// it; "TARGETS" lists the names.
+  QByteArray paste_elsewhere(const QString& type = QStringLiteral("UTF8_STRING"));
 };
 
 /// Reads each message box and presses a key on it: Enter unless told otherwise.
