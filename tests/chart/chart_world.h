@@ -75,6 +75,10 @@ struct ChartWorld {
     SetAutoScale(session, chart());
     return fl_Make_WMF(session, 1);
   }
+  DrawingRecord draw_metafile() {
+    SetAutoScale(session, chart());
+    return make_metafile_drawing(session, 1);
+  }
 };
 
 /// A chart of so many data sets, each with a fit of its own.
