@@ -32,7 +32,7 @@ bool same_record(const Slots<Record>& a, const Slots<Record>& b, int index) {
 /// the sign that it is newer than they are.
 bool same_reading(const DataSet& a, const DataSet& b) {
   return a.UniqueId == b.UniqueId && a.Title == b.Title && a.ModeNames == b.ModeNames &&
-         a.is_read() == b.is_read() && a.read_revision == b.read_revision && a.reading == b.reading;
+         a.read_revision == b.read_revision && a.reading == b.reading;
 }
 
 bool same_marker(const Project& a, const Project& b, const ChartMarker& marker) {
@@ -53,6 +53,16 @@ bool same_chart(const Project& a, const Project& b, int index) {
                      [&](const ChartMarker& marker) { return same_marker(a, b, marker); });
 }
 
+/// Of each data set that the chart shows: whether it is newer than what is shown of it.
+bool same_age(const Project& a, const Project& b, const Chart& chart) {
+  return std::all_of(
+      chart.Markers.begin() + 1, chart.Markers.end(), [&](const ChartMarker& marker) {
+        const int in_a = find_data(a, marker.DataId);
+        const int in_b = find_data(b, marker.DataId);
+        return in_a == 0 || in_b == 0 || a.data(in_a).is_read() == b.data(in_b).is_read();
+      });
+}
+
 /// The fit grid tells which fits the charts draw.
 bool same_markers(const Project& a, const Project& b) {
   return std::equal(a.charts.begin(), a.charts.end(), b.charts.begin(), b.charts.end(),
@@ -61,7 +71,8 @@ bool same_markers(const Project& a, const Project& b) {
 
 bool same_grid(const Project& a, const Project& b, int index) {
   return same_record(a.fits, b.fits, index) &&
-         same_reading(a.data(data_of_fits(a, index)), b.data(data_of_fits(b, index)));
+         same_reading(a.data(data_of_fits(a, index)), b.data(data_of_fits(b, index))) &&
+         a.data(data_of_fits(a, index)).is_read() == b.data(data_of_fits(b, index)).is_read();
 }
 
 }  // namespace
@@ -78,9 +89,12 @@ void announce(Session& session) {
   for (int i = 1; i <= now.fits.bound(); ++i)
     if (draws_others || !same_grid(told, now, i)) Load_Fit(session, i);
   for (int i = 1; i <= now.charts.bound(); ++i) {
-    if (same_chart(told, now, i)) continue;
-    SetAutoScale(session, now.charts(i));
-    views.chart_changed(i);
+    if (!same_chart(told, now, i)) {
+      SetAutoScale(session, now.charts(i));
+      views.chart_changed(i);
+    } else if (!same_age(told, now, now.charts(i))) {
+      views.chart_aged(i);
+    }
   }
   if (!(told.log == now.log)) views.log_changed();
   session.told = now;

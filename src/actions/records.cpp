@@ -38,17 +38,12 @@ bool is_last_one(Session& session, int count, const char* words) {
   return true;
 }
 
-/// The panels behind a set that has gone move up with their sets.
-void move_choices_up(Session& session, int index) {
-  for (; index < session.gFitForm.bound(); ++index) {
-    FitPanel& panel = *session.gFitForm(index);
-    const FitPanel& next = *session.gFitForm(index + 1);
-    panel.nModel = next.nModel;
-    panel.nMethod = next.nMethod;
-    panel.censored = next.censored;
-    panel.remark = next.remark;
-    panel.txt_Custom = next.txt_Custom;
-  }
+/// Where a chart followed the fit that has gone it follows the last one that is left.
+void follow_last(const Project& project, Chart& chart, int fit_index) {
+  const int row = following_row(project, chart, fit_index);
+  const int last = project.fits(fit_index).nFits;
+  if (row != 0 && last > 0 && chart.Markers(row).FitNumber == 0)
+    follow_fit(project, chart, fit_index, last);
 }
 
 }  // namespace
@@ -71,7 +66,6 @@ bool delete_set(Session& session, int index) {
     forget_data(project.charts(i), project.data(index).UniqueId);
   project.data.erase(index);
   if (index <= project.fits.bound()) project.fits.erase(index);
-  move_choices_up(session, index);
   follow_records(session);
   session.step = "Delete Data/Fit";
   return true;
@@ -94,6 +88,8 @@ bool delete_fit(Session& session, int fit_index, int slot) {
     forget_fit(project, project.charts(i), fit_index, slot);
   fits.Fits.erase(slot);
   --fits.nFits;
+  for (int i = 1; i <= project.charts.bound(); ++i)
+    follow_last(project, project.charts(i), fit_index);
   session.step = "Delete Fit";
   return true;
 }

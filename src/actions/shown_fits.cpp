@@ -24,8 +24,14 @@ void follow(const Project& project, Chart& chart, int fit_index, int slot) {
   if (const Model* model = find_model(model_of(fits, slot))) use_paper_of(chart, *model);
 }
 
-/// The last chart that shows the set, else the last one; 0 when there is none.
-int chart_of(const Project& project, int fit_index) {
+/// The chart that the person works on or, where it doesn't show the set, the last one that
+/// does, else the last one; 0 when there is none.
+int chart_of(const Session& session, int fit_index) {
+  const Project& project = session.project;
+  for (int i = 1; i <= project.charts.bound(); ++i)
+    if (project.charts(i).UniqueId == session.chart_at_work &&
+        shows_set(project, project.charts(i), fit_index))
+      return i;
   int chart = project.charts.bound();
   while (chart > 0 && !shows_set(project, project.charts(chart), fit_index)) --chart;
   return chart > 0 ? chart : project.charts.bound();
@@ -39,23 +45,23 @@ void follow_on_charts(Session& session, int fit_index, int slot) {
 
 void pick_fit(Session& session, int fit_index, int slot) {
   Project& project = session.project;
-  const int last = chart_of(project, fit_index);
+  const int at_work = chart_of(session, fit_index);
   for (int i = 1; i <= project.charts.bound(); ++i)
-    if (i == last || shows_set(project, project.charts(i), fit_index))
+    if (i == at_work || following_row(project, project.charts(i), fit_index) != 0)
       follow(project, project.charts(i), fit_index, slot);
 }
 
 std::optional<std::int32_t> shown_colour(const Session& session, int fit_index, int slot) {
   const Project& project = session.project;
-  const int chart = chart_of(project, fit_index);
+  const int chart = chart_of(session, fit_index);
   const int row = chart == 0 ? 0 : row_of_fit(project, project.charts(chart), fit_index, slot);
   if (row == 0) return std::nullopt;
   return project.charts(chart).Markers(row).LineColor;
 }
 
 void set_shown(Session& session, int fit_index, int slot, bool shown) {
-  const int chart = chart_of(session.project, fit_index);
-  if (chart == 0) return;
+  const int chart = chart_of(session, fit_index);
+  if (chart == 0 || slot < 1 || slot > session.project.fits(fit_index).nFits) return;
   (shown ? show_fit : hide_fit)(session.project, session.project.charts(chart), fit_index, slot);
   session.step = shown ? "Show Fit" : "Hide Fit";
 }

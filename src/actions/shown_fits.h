@@ -9,15 +9,16 @@
 
 namespace tavlo {
 
-/// Shows a fit on every chart that shows its set, or on the last chart when none does; their
-/// axes take the paper of its model. Nothing where charts don't follow the last fit.
+/// Shows a fit on every chart that follows its set, and in any case on the chart of the set:
+/// the one that the person worked on last, if it shows the set, else the last one that does.
+/// The axes take the paper of its model. Nothing where charts don't follow the last fit.
 void follow_on_charts(Session& session, int fit_index, int slot);
 
 /// The same for a fit that the person has picked, whatever the charts follow.
 void pick_fit(Session& session, int fit_index, int slot);
 
-/// The colour of its line on the last chart that shows the set, as the records keep colours;
-/// nothing when the fit isn't drawn there.
+/// The colour of its line on the chart of the set, as the records keep colours; nothing when
+/// the fit isn't drawn there.
 std::optional<std::int32_t> shown_colour(const Session& session, int fit_index, int slot);
 
 /// Draws the fit on that chart beside others, or no longer.

@@ -9,39 +9,56 @@ namespace tavlo {
 
 namespace {
 
-bool is_zoomed(const Project& before, const Project& now) {
-  if (now.charts.bound() != before.charts.bound()) return false;
-  for (int i = 1; i <= now.charts.bound(); ++i)
-    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom) return true;
-  return false;
+/// The chart as it is seen before any zoom, without the limits that each drawing takes from
+/// the data.
+Chart without_view(Chart chart) {
+  end_zoom(chart);
+  for (ChartAxis& axis : chart.Axes) take_data_limits(axis, {0, 0});
+  return chart;
 }
 
-/// `now` with its charts seen as they were before.
-Project seen_as_before(const Project& before, Project now) {
-  const int last = std::min(now.charts.bound(), before.charts.bound());
-  for (int i = 1; i <= last; ++i)
-    if (now.charts(i).ZoomedFrom != before.charts(i).ZoomedFrom)
-      copy_view(before.charts(i), now.charts(i));
-  return now;
+bool differ_in_view_only(const Slots<Chart>& a, const Slots<Chart>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Chart& x, const Chart& y) {
+    return x == y || without_view(x) == without_view(y);
+  });
 }
 
-/// A zoom shows another part of a chart and changes nothing in it.
-bool only_zoomed(const Project& before, const Project& now) {
-  return is_zoomed(before, now) && seen_as_before(before, now) == before;
+/// To rank a large set again takes a while.
+void share_samples(const Project& from, const Project& to) {
+  for (const DataSet& data : to.data)
+    if (const int same = find_data(from, data.UniqueId))
+      data.reading.share_sample(from.data(same).reading);
+}
+
+/// What a person sees of a chart stays where the step has changed nothing else in it.
+void keep_views(const Project& before, Project& now) {
+  for (Chart& chart : now.charts)
+    for (const Chart& old : before.charts)
+      if (old.UniqueId == chart.UniqueId && old.ZoomedFrom != chart.ZoomedFrom &&
+          without_view(old) == without_view(chart))
+        chart = old;
 }
 
 /// An edit that is open ends without being taken.
 void bring_back(Session& session, const Project& state) {
+  const Project before = session.project;
   session.project = state;
+  keep_views(before, session.project);
+  share_samples(before, session.project);
   follow_records(session);
 }
 
 }  // namespace
 
+bool differ_in_view_only(const Project& a, const Project& b) {
+  return a.name == b.name && a.data == b.data && a.fits == b.fits && a.log == b.log &&
+         differ_in_view_only(a.charts, b.charts);
+}
+
 void end_step(Session& session) {
   const std::string name = std::exchange(session.step, {});
   if (session.project == session.history.now()) return;
-  if (only_zoomed(session.history.now(), session.project))
+  if (differ_in_view_only(session.history.now(), session.project))
     session.history.note_view(session.project);
   else
     session.history.note(session.project, name.empty() ? "Change" : name);
@@ -68,15 +85,13 @@ void mark_saved(Session& session) {
   forget_samples(session.saved);
 }
 
-// Counters of changes go up when a row is typed and deleted again.
 bool is_unsaved(const Session& session) {
+  const Project& now = session.project;
   const Project& saved = session.saved;
-  Project now = seen_as_before(saved, session.project);
-  for (int i = 1; i <= std::min(now.data.bound(), saved.data.bound()); ++i) {
-    now.data(i).revision = saved.data(i).revision;
-    now.data(i).read_revision = saved.data(i).read_revision;
-  }
-  return now != saved;
+  const bool same_data = std::equal(now.data.begin(), now.data.end(), saved.data.begin(),
+                                    saved.data.end(), same_content);
+  return !same_data || now.name != saved.name || !(now.fits == saved.fits) ||
+         !(now.log == saved.log) || !differ_in_view_only(now.charts, saved.charts);
 }
 
 }  // namespace tavlo

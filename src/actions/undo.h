@@ -5,9 +5,12 @@
 
 namespace tavlo {
 
+/// True for two states of a project that only show other parts of their charts: by a zoom,
+/// which has a way back of its own, or by limits that follow the data.
+bool differ_in_view_only(const Project& a, const Project& b);
+
 /// Ends a command: what it has changed of the project becomes a step of the history, by the
-/// name that the command has left in `Session::step`. A zoom is none: it has a way back of
-/// its own.
+/// name that the command has left in `Session::step`. What is seen of a chart is none.
 void end_step(Session& session);
 
 /// Takes the last step back, or does the one that was taken back. False, and nothing, while

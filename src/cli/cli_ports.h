@@ -60,6 +60,7 @@ class NoViews : public Views {
   void sheet_changed(int) override {}
   void fit_grid_changed(int) override {}
   void chart_changed(int) override {}
+  void chart_aged(int) override {}
   void log_changed() override {}
 };
 

@@ -22,6 +22,8 @@ class Views {
 
   /// The content of a chart changed: it is to be composed again and shown.
   virtual void chart_changed(int chart_index) = 0;
+  /// The data behind a chart are newer than what it shows, or no longer are.
+  virtual void chart_aged(int chart_index) = 0;
   virtual void log_changed() = 0;
 };
 

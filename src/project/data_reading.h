@@ -36,6 +36,11 @@ class DataReading {
   /// Gives up what can be made again.
   void forget_sample() const { derived_.reset(); }
 
+  /// Takes the sample of the same reading in another state of the project.
+  void share_sample(const DataReading& same) const {
+    if (!derived_ && *this == same) derived_ = same.derived_;
+  }
+
   friend bool operator==(const DataReading& a, const DataReading& b) {
     return a.ranks_ == b.ranks_ && a.own_ranks_ == b.own_ranks_ && a.modes_ == b.modes_ &&
            a.rows_ == b.rows_;

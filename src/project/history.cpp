@@ -11,12 +11,20 @@ std::size_t bytes_of(const Slots<Item>& items) {
   return (static_cast<std::size_t>(items.bound()) + 1) * sizeof(Item);
 }
 
-/// Rows that neither the state before has nor, for those that were read, the sheet itself.
+std::size_t bytes_of_row(const SheetRow& row) {
+  return sizeof(SheetRow) + (row.texts ? sizeof(RowTexts) : 0);
+}
+
+std::size_t unshared(const SharedRows<SheetRow>& rows, const SharedRows<SheetRow>& other) {
+  return rows.sum_unshared(other, bytes_of_row);
+}
+
+/// Bytes of rows that neither the state before has nor, for those that were read, the sheet.
 std::size_t own_rows(const DataSet& data, const DataSet* before) {
   const SharedRows<SheetRow>& read = data.reading.rows();
-  if (!before) return data.rows.unshared_with({}) + read.unshared_with(data.rows);
-  return data.rows.unshared_with(before->rows) +
-         std::min(read.unshared_with(data.rows), read.unshared_with(before->reading.rows()));
+  if (!before) return unshared(data.rows, {}) + unshared(read, data.rows);
+  return unshared(data.rows, before->rows) +
+         std::min(unshared(read, data.rows), unshared(read, before->reading.rows()));
 }
 
 const DataSet* same_set(const Project* project, int index, const DataSet& data) {
@@ -30,8 +38,7 @@ std::size_t own_bytes(const Project& state, const Project* before) {
   std::size_t bytes = sizeof(Project);
   for (int i = 1; i <= state.data.bound(); ++i) {
     const DataSet& data = state.data(i);
-    bytes += sizeof(DataSet) + bytes_of(data.ModeNames) +
-             own_rows(data, same_set(before, i, data)) * sizeof(SheetRow);
+    bytes += sizeof(DataSet) + bytes_of(data.ModeNames) + own_rows(data, same_set(before, i, data));
   }
   for (const FitSet& fits : state.fits) bytes += sizeof(FitSet) + 2 * bytes_of(fits.Fits);
   for (const Chart& chart : state.charts)

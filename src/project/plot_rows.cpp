@@ -26,6 +26,8 @@ ChartMarker looks_of_row(const Chart& chart, int row) {
   marker.LineColor = colours.LineColor;
   marker.Label = "Data " + std::to_string(row);
   marker.DataId = 0;
+  marker.FitNumber = ChartMarker{}.FitNumber;
+  marker.Tied = false;
   return marker;
 }
 
@@ -68,6 +70,9 @@ int add_plot_set(Chart& chart, std::int32_t data_id, std::int32_t fit_id, int fi
   if (row == 0) row = last_row(chart) + 1;
   ensure_plot_row(chart, row);
   ChartMarker& marker = chart.Markers(row);
+  // The row of a further fit that was taken off by hand would hide the points of a set.
+  if (marker.SymbolStyle == pen_style::none && marker.SymbolFill == 0) free_row(chart, row);
+  marker.Tied = false;
   marker.DataId = data_id;
   marker.FitId = fit_id;
   marker.FitNumber = fit_number;
@@ -120,10 +125,9 @@ void show_fit(const Project& project, Chart& chart, int fit_index, int fit_numbe
   const int row = following_row(project, chart, fit_index);
   const bool is_empty = row != 0 && (chart.Markers(row).FitNumber == no_fit ||
                                      chart.Markers(row).FitNumber > project.fits(fit_index).nFits);
-  if (is_empty)
-    chart.Markers(row).FitNumber = fit_number;
-  else
-    chart.Markers(add_plot_line(project, chart, fit_index, fit_number)).Tied = true;
+  const int taken = is_empty ? row : add_plot_line(project, chart, fit_index, fit_number);
+  chart.Markers(taken).FitNumber = fit_number;
+  chart.Markers(taken).Tied = true;
 }
 
 void hide_fit(const Project& project, Chart& chart, int fit_index, int fit_number) {

@@ -65,6 +65,9 @@ struct DataSet {
   friend bool operator==(const DataSet&, const DataSet&) = default;
 };
 
+/// Whether two sets hold the same, however often they were changed until then.
+bool same_content(const DataSet& a, const DataSet& b);
+
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };
 
 /// One model fitted by one method. Below the stored fields stands what the fit was made

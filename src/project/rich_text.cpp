@@ -153,15 +153,9 @@ class RtfReader {
 
 }  // namespace
 
-void RichText::append_rtf(std::string_view fragment) {
-  append(fragment);
-  ++changes_;
-}
+void RichText::append_rtf(std::string_view fragment) { append(fragment); }
 
-void RichText::append_plain(std::string_view text) {
-  append(rtf_text(text));
-  ++changes_;
-}
+void RichText::append_plain(std::string_view text) { append(rtf_text(text)); }
 
 std::string rtf_text(std::string_view text) {
   std::string escaped;
@@ -180,7 +174,6 @@ std::string rtf_text(std::string_view text) {
 void RichText::clear() {
   text_ = std::make_shared<std::string>();
   size_ = 0;
-  ++changes_;
 }
 
 /// True where the text ends in a control word, which letters and digits behind it would
@@ -203,6 +196,16 @@ void RichText::append(std::string_view rtf) {
 std::string RichText::rtf() const { return std::string(document_head) + std::string(body()) + "}"; }
 
 std::string RichText::plain() const { return rtf_to_plain(body()); }
+
+std::optional<std::string> RichText::plain_behind(const RichText& earlier) const {
+  const bool goes_on =
+      size_ >= earlier.size_ && (text_ == earlier.text_ || body().starts_with(earlier.body()));
+  if (!goes_on) return std::nullopt;
+  std::string_view added = body().substr(earlier.size_);
+  // The blank that ends a control word is no part of the text.
+  if (ends_in_control_word(earlier.body()) && added.starts_with(' ')) added.remove_prefix(1);
+  return rtf_to_plain(added);
+}
 
 std::string rtf_to_plain(std::string_view rtf) { return RtfReader(rtf).read(); }
 

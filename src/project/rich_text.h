@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,8 +27,9 @@ class RichText {
   /// The text alone, UTF-8, lines separated by "\n".
   std::string plain() const;
 
-  /// Counts the changes, so that a view knows what it has shown already.
-  long changes() const { return changes_; }
+  /// The plain text of what was added behind `earlier`, so that a view shows only that;
+  /// nothing where this is no continuation of it.
+  std::optional<std::string> plain_behind(const RichText& earlier) const;
 
   friend bool operator==(const RichText& a, const RichText& b) {
     return a.size_ == b.size_ && (a.text_ == b.text_ || a.body() == b.body());
@@ -40,7 +42,6 @@ class RichText {
   // Copies see one text, each up to its own end: it only grows behind the longest.
   std::shared_ptr<std::string> text_ = std::make_shared<std::string>();
   std::size_t size_ = 0;
-  long changes_ = 0;
 };
 
 /// UTF-8 text as RTF: line breaks become "\par ", characters with a meaning are escaped.

@@ -32,18 +32,29 @@ std::int32_t unused_id(Session& session) {
   return id;
 }
 
-/// Shows each data set that the chart doesn't show yet, with its fits.
-void link_markers(const Project& project, Chart& chart) {
-  const int last = std::min(project.data.bound(), project.fits.bound());
-  for (int i = 1; i <= last; ++i)
-    if (!shows_set(project, chart, i))
-      add_plot_set(chart, project.data(i).UniqueId, project.fits(i).UniqueId, 1);
+/// "Data3", or with a higher number where that name is taken.
+template <class Records>
+std::string unused_title(const Records& records, const std::string& kind) {
+  int number = records.bound() + 1;
+  const auto is_taken = [&] {
+    return std::any_of(records.begin() + 1, records.end(), [&](const auto& record) {
+      return record.Title == kind + std::to_string(number);
+    });
+  };
+  while (is_taken()) ++number;
+  return kind + std::to_string(number);
+}
+
+/// Shows the data sets from `first` on with their fits.
+void link_markers(const Project& project, Chart& chart, int first) {
+  for (int i = first; i <= std::min(project.data.bound(), project.fits.bound()); ++i)
+    add_plot_set(chart, project.data(i).UniqueId, project.fits(i).UniqueId, 1);
 }
 
 void add_data(Session& session) {
   DataSet data = fuStandardData();
   data.UniqueId = unused_id(session);
-  data.Title = "Data" + std::to_string(session.project.data.bound() + 1);
+  data.Title = unused_title(session.project.data, "Data");
   session.project.data.push_back(std::move(data));
 }
 
@@ -52,11 +63,12 @@ void add_fits(Session& session) {
   const int index = project.fits.bound() + 1;
   FitSet fits = fuStandard_Fit();
   fits.UniqueId = unused_id(session);
-  fits.Title = "Fit" + std::to_string(index);
+  fits.Title = unused_title(project.fits, "Fit");
   fits.nDataIds = 1;
   fits.DataIds.push_back(index <= project.data.bound() ? project.data(index).UniqueId : 0);
   project.fits.push_back(std::move(fits));
-  if (project.charts.bound() > 0) link_markers(project, project.charts(project.charts.bound()));
+  if (project.charts.bound() > 0)
+    link_markers(project, project.charts(project.charts.bound()), index);
 }
 
 void add_chart_record(Session& session) {
@@ -65,8 +77,25 @@ void add_chart_record(Session& session) {
   chart.nDataIds = chart.nFitIds = 1;
   chart.DataIds.push_back(session.project.data.bound() > 0 ? session.project.data(1).UniqueId : 0);
   chart.FitIds.push_back(session.project.fits.bound() > 0 ? session.project.fits(1).UniqueId : 0);
-  link_markers(session.project, chart);
+  link_markers(session.project, chart, 1);
   session.project.charts.push_back(std::move(chart));
+}
+
+/// Each panel shows what was chosen for its set, wherever this stands now.
+void follow_fit_sets(Session& session) {
+  const Slots<FitSet>& fits = session.project.fits;
+  for (int i = 1; i <= session.gFitForm.bound(); ++i)
+    session.choices[session.gFitForm(i)->L_ID] = *session.gFitForm(i);
+  session.gFitForm.resize(std::max(session.gFitForm.bound(), fits.bound()));
+  for (int i = 1; i <= fits.bound(); ++i) {
+    std::unique_ptr<FitPanel>& panel = session.gFitForm(i);
+    if (!panel) panel = std::make_unique<FitPanel>();
+    panel->data_index = panel->fit_index = i;
+    if (panel->L_ID == fits(i).UniqueId) continue;
+    panel->L_ID = fits(i).UniqueId;
+    panel->remark.clear();
+    static_cast<FitChoices&>(*panel) = session.choices[panel->L_ID];
+  }
 }
 
 }  // namespace
@@ -83,7 +112,7 @@ void reset_project(Session& session) {
   add_fits(session);
   add_chart_record(session);
   follow_records(session);
-  for (int i = 1; i <= session.gFitForm.bound(); ++i) *session.gFitForm(i) = {};
+  for (int i = 1; i <= session.gFitForm.bound(); ++i) *session.gFitForm(i) = FitPanel();
   follow_records(session);
 }
 
@@ -98,13 +127,7 @@ void follow_records(Session& session) {
   }
   for (int i = project.data.bound() + 1; i <= session.gDataForm.bound(); ++i)
     session.gDataForm(i)->cancel_edit();
-  session.gFitForm.resize(std::max(session.gFitForm.bound(), project.fits.bound()));
-  for (int i = 1; i <= project.fits.bound(); ++i) {
-    std::unique_ptr<FitPanel>& panel = session.gFitForm(i);
-    if (!panel) panel = std::make_unique<FitPanel>();
-    panel->L_ID = project.fits(i).UniqueId;
-    panel->data_index = panel->fit_index = i;
-  }
+  follow_fit_sets(session);
 }
 
 bool is_busy(const Session& session) {

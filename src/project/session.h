@@ -2,6 +2,7 @@
 // test makes as many sessions as it likes, the window program makes one.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -45,6 +46,11 @@ struct Session {
   // The headless halves of the windows, by the index of their record; slot 0 is empty.
   Slots<std::unique_ptr<DataSheet>> gDataForm;
   Slots<std::unique_ptr<FitPanel>> gFitForm;
+
+  /// What was chosen in the panels of fit sets that are in none now, by their identities.
+  std::map<std::int32_t, FitChoices> choices;
+  /// The chart that the person worked on last; 0 for none.
+  std::int32_t chart_at_work = 0;
 
   FitDialogue fitting;
 

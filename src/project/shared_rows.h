@@ -38,12 +38,14 @@ class SharedRows {
     edit(size_ - 1) = std::move(row);
   }
 
-  /// How many rows the list doesn't share with another one.
-  std::size_t unshared_with(const SharedRows& other) const {
-    std::size_t chunks = 0;
+  /// The sum of a measure over the rows that the list doesn't share with another one.
+  template <class Measure>
+  std::size_t sum_unshared(const SharedRows& other, Measure&& measure) const {
+    std::size_t sum = 0;
     for (std::size_t i = 0; i < chunks_.size(); ++i)
-      chunks += i >= other.chunks_.size() || chunks_[i] != other.chunks_[i];
-    return chunks * chunk_rows;
+      if (i >= other.chunks_.size() || chunks_[i] != other.chunks_[i])
+        for (const Row& row : *chunks_[i]) sum += measure(row);
+    return sum;
   }
 
   friend bool operator==(const SharedRows& a, const SharedRows& b) {

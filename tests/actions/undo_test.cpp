@@ -121,6 +121,39 @@ TEST(Undo, AZoomIsNoStep) {
   EXPECT_TRUE(world.session.history.can_redo()) << "a way back of its own";
 }
 
+// A drawing finds the limits that follow the data; also that of a state gone back to.
+TEST(Undo, LimitsAreAStepWhereSomebodySetsThem) {
+  UndoWorld world;
+  const auto chart = [&]() -> Chart& { return world.session.project.charts(1); };
+  zoom_to(chart(), {2, 3}, {0.1, 0.5});
+  end_step(world.session);
+  set_limit(chart(), 0, &ChartAxis::Max, 7);
+  end_step(world.session);
+  ASSERT_TRUE(world.session.history.can_undo());
+  undo(world.session);
+  EXPECT_EQ(zoom_depth(chart()), 1u);
+  end_zoom(chart());
+  take_data_limits(chart().Axes(0), {10, 100});
+  end_step(world.session);
+  EXPECT_TRUE(world.session.history.can_redo());
+  EXPECT_FALSE(world.session.history.can_undo());
+}
+
+TEST(Undo, OfAnEditRanksNothingAgain) {
+  UndoWorld world;
+  world.clipboard.plain = "100\n200\n300\n";
+  PasteClip(world.session, 1);
+  CheckAndFit(world.session, 1);
+  end_step(world.session);
+  const double* const times = world.session.project.data(1).sample().time.data();
+  world.sheet().enter(2, sheet_column::x, "250");
+  end_step(world.session);
+  undo(world.session);
+  EXPECT_EQ(world.session.project.data(1).sample().time.data(), times);
+  redo(world.session);
+  EXPECT_EQ(world.session.project.data(1).sample().time.data(), times);
+}
+
 // What a step changes of a large sheet is a chunk of its rows.
 TEST(Undo, StatesShareTheirRows) {
   SharedRows<SheetRow> rows;

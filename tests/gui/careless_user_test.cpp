@@ -1,4 +1,6 @@
 // Somebody who types rubbish, closes what is needed and clicks twice.
+#include <QPrinterInfo>
+
 #include "gui/window_world.h"
 
 namespace tavlo {
@@ -87,6 +89,47 @@ TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
   session().gFitForm(1)->busy = false;
   program.commands.run([] {});
   EXPECT_TRUE(wait_until([&] { return !window.isVisible(); }));
+}
+
+TEST_F(CarelessUser, IsAskedAlsoWhenAFitRuns) {
+  person.type("100\n");
+  const auto close_during_fit = [&] {
+    session().gFitForm(1)->busy = true;
+    window.close();
+    session().gFitForm(1)->busy = false;
+    program.commands.run([] {});
+  };
+  close_during_fit();
+  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
+  ASSERT_TRUE(wait_until([&] { return !QApplication::activeModalWidget(); }));
+  EXPECT_TRUE(window.isVisible()) << "Enter alone throws nothing away";
+  program.commands.run([] {});
+  boxes.press_on_boxes("alt+y");
+  close_during_fit();
+  EXPECT_TRUE(wait_until([&] { return !window.isVisible(); }));
+  EXPECT_EQ(boxes.texts().size(), 2);
+}
+
+// The menu gets the button's release, which the chart waits for.
+TEST_F(CarelessUser, OpensAMenuInTheMiddleOfADrag) {
+  person.type("100\n");
+  ChartWindow& chart = window.windows().chart(1);
+  chart.set_zooming(true);
+  person.hold(chart, chart.rect().center());
+  person.move_to(chart, chart.rect().center() + QPoint(30, 30));
+  ASSERT_TRUE(wait_until([&] { return chart.is_dragging(); }));
+  person.press({"alt+f", "Escape", "Escape"});
+  EXPECT_TRUE(wait_until([&] { return !chart.is_dragging(); }));
+  person.let_go();
+  window.DoCommand(18);
+  EXPECT_TRUE(wait_until([&] { return sheet().text(1, sheet_column::x).empty(); }));
+}
+
+TEST_F(CarelessUser, SetsUpAPrinterThatIsNotThere) {
+  if (!QPrinterInfo::availablePrinters().isEmpty()) GTEST_SKIP() << "there is one";
+  window.DoCommand(9);
+  ASSERT_EQ(boxes.texts().size(), 1);
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("no printer")));
 }
 
 TEST_F(CarelessUser, AskedBeforeAProjectIsThrownAway) {

@@ -1,5 +1,6 @@
 // The parts of the frame that need no hand on the keyboard.
 #include <QApplication>
+#include <QTest>
 
 #include "gui/window_world.h"
 #include "workspace/frame/block_layout.h"
@@ -53,6 +54,23 @@ TEST_F(Frame, DeadEntriesAreDisabled) {
   const auto log_before = log();
   for (const int id : {-1, 0, 4, 6, 11, 42, 52, 1000}) window.DoCommand(id);
   EXPECT_EQ(log(), log_before);
+}
+
+// Each window that ends makes the next one active, and an edit ends with its sheet.
+TEST(FrameEnd, AsksNothingOfWhatHasGone) {
+  Program program;
+  int finished = 0;
+  QObject::connect(&program.commands, &UserCommands::finished, [&] { ++finished; });
+  {
+    MainWindow window(program);
+    window.show();
+    ASSERT_TRUE(test::wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
+    QTest::keyClick(&window.windows().sheet(1), Qt::Key_7);
+    ASSERT_TRUE(program.session.gDataForm(1)->editing());
+    finished = 0;
+  }
+  EXPECT_LE(finished, 1) << "the edit";
+  EXPECT_FALSE(program.is_busy());
 }
 
 // No two commands hear the same key, and no key is the letter of a menu.

@@ -1,4 +1,5 @@
 // What a person takes back in the windows, by real keys.
+#include "chart/compose/make_chart.h"
 #include "chart/parts/plot_sets.h"
 #include "gui/window_world.h"
 #include "workspace/frame/command_table.h"
@@ -122,6 +123,7 @@ TEST_F(UndoByKeys, AnEditShowsThatFitsAndChartAreOutOfDateAndUndoMendsIt) {
   press_and_rest({"alt+c"});
   ASSERT_TRUE(wait_until([&] { return chart_has_fit_line(); }));
   const int compositions = window.windows().chart(1).compositions();
+  const DrawingRecord up_to_date = window.windows().chart(1).drawing();
   press_and_rest({"ctrl+1", "ctrl+Home"});
   person.type("77\n");
   const auto out_of_date = [&] { return is_out_of_date(session(), session().project.charts(1)); };
@@ -130,9 +132,11 @@ TEST_F(UndoByKeys, AnEditShowsThatFitsAndChartAreOutOfDateAndUndoMendsIt) {
   ASSERT_TRUE(wait_until([&] { return sheet().text(2, sheet_column::x) == "88"; }));
   EXPECT_TRUE(chart_has_fit_line()) << "what was fitted is seen on";
   EXPECT_EQ(window.windows().chart(1).compositions(), compositions + 1) << "one sign, drawn once";
+  EXPECT_TRUE(window.windows().chart(1).drawing() == fl_Make_WMF(session(), 1));
   press_and_rest({"ctrl+z"});
   press_and_rest({"ctrl+z"});
-  EXPECT_TRUE(wait_until([&] { return !out_of_date(); }));
+  EXPECT_TRUE(wait_until([&] { return !out_of_date() && is_at_rest(); }));
+  EXPECT_TRUE(window.windows().chart(1).drawing() == up_to_date);
 }
 
 }  // namespace

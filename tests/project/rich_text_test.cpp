@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <vector>
 
 #include "project/code_page.h"
 
@@ -67,6 +68,26 @@ TEST(RichText, WordsBehindAControlWordAreKept) {
     log.append_plain(words);
     EXPECT_EQ(log.plain(), std::string("\nUpdated Fits below. \n") + words);
   }
+}
+
+TEST(RichText, WhatIsBehindAnEarlierStateContinuesIt) {
+  std::mt19937_64 random(5);
+  std::vector<RichText> states(1);
+  for (int i = 0; i < 200; ++i) {
+    RichText next = states.back();
+    const char* const pieces[] = {"\\par", " led", "7 rows", "", "{\\b bold}\\tab", "x\\par "};
+    next.append_rtf(pieces[random() % 6]);
+    next.append_plain(random() % 2 ? " {1}\n" : "");
+    states.push_back(next);
+  }
+  for (std::size_t to = 0; to < states.size(); to += 7)
+    for (std::size_t from = 0; from <= to; from += 3)
+      EXPECT_EQ(states[from].plain() + states[to].plain_behind(states[from]).value_or("none"),
+                states[to].plain());
+  RichText other;
+  other.append_plain("other");
+  EXPECT_FALSE(states.back().plain_behind(other));
+  EXPECT_FALSE(states.front().plain_behind(states.back()));
 }
 
 TEST(RichText, CopiesKeepTheirEnd) {

@@ -210,6 +210,7 @@ class RecordingViews : public Views {
   void sheet_changed(int index) override { said.push_back("sheet " + std::to_string(index)); }
   void fit_grid_changed(int index) override { said.push_back("grid " + std::to_string(index)); }
   void chart_changed(int index) override { said.push_back("chart " + std::to_string(index)); }
+  void chart_aged(int index) override { said.push_back("age " + std::to_string(index)); }
   void log_changed() override { said.push_back("log"); }
 
   int count(const std::string& line) const;

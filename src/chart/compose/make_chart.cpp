@@ -164,4 +164,17 @@ DrawingRecord make_metafile_drawing(Session& session, int chart_index) {
   return drawn(session, chart_index, spelled);
 }
 
+DrawingRecord with_out_of_date_sign(Session& session, const Chart& chart,
+                                    const DrawingRecord& drawing) {
+  DrawingRecord signed_one;
+  signed_one.width = drawing.width;
+  signed_one.height = drawing.height;
+  signed_one.areas = drawing.areas;
+  Recorder recorder(signed_one);
+  recorder.append(drawing);
+  Canvas canvas{recorder, chart, session.ports.text_measure, session.ports.prompts, session.errors};
+  draw_out_of_date(canvas);
+  return signed_one;
+}
+
 }  // namespace tavlo

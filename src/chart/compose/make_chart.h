@@ -20,4 +20,9 @@ DrawingRecord make_metafile_drawing(Session& session, int chart_index);
 DrawingRecord compose_chart(Session& session, const Chart& chart, Prompts& prompts,
                             ErrorReporter& errors);
 
+/// A drawing of the chart that bears no such sign, with the sign that data have changed since:
+/// nothing else of a drawing depends on that.
+DrawingRecord with_out_of_date_sign(Session& session, const Chart& chart,
+                                    const DrawingRecord& drawing);
+
 }  // namespace tavlo

@@ -54,7 +54,7 @@ bool is_out_of_date(const Session& session, const Chart& chart) {
   const std::vector<PlotSet> sets = plot_sets(session, chart);
   return std::any_of(sets.begin(), sets.end(), [&](const PlotSet& set) {
     const DataSet& data = session.project.data(set.data_index);
-    return !data.is_read() && data.sample().size() > 0;
+    return !data.is_read() && !data.reading.rows().empty();
   });
 }
 

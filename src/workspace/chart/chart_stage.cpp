@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "chart/compose/make_chart.h"
+#include "chart/parts/plot_sets.h"
 #include "chart/record/canvas.h"
 #include "painter/player.h"
 
@@ -19,6 +20,19 @@ constexpr double snapping_reach = 10;  // pixels
 void ChartStage::compose() {
   readout_.reset();
   drawing_ = fl_Make_WMF(session_, index_);
+  up_to_date_.reset();
+  if (!is_out_of_date(session_, chart())) up_to_date_ = drawing_;
+  note_drawing();
+}
+
+void ChartStage::show_age() {
+  if (!up_to_date_) return compose();
+  const bool is_old = is_out_of_date(session_, chart());
+  drawing_ = is_old ? with_out_of_date_sign(session_, chart(), *up_to_date_) : *up_to_date_;
+  note_drawing();
+}
+
+void ChartStage::note_drawing() {
   ++compositions_;
   target_ = chart_area(QRectF(QPointF(), view_), drawing_);
 }

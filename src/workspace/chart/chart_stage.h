@@ -28,6 +28,9 @@ class ChartStage {
 
   /// Draws the chart as it stands now.
   void compose();
+  /// Puts the sign of data that have changed since they were read on the drawing, or takes it
+  /// off.
+  void show_age();
   const DrawingRecord& drawing() const { return drawing_; }
   int compositions() const { return compositions_; }
 
@@ -48,9 +51,12 @@ class ChartStage {
   std::optional<Reading> read(drawing::Place place, bool precise);
 
  private:
+  void note_drawing();
+
   Session& session_;
   int index_;
   DrawingRecord drawing_;
+  std::optional<DrawingRecord> up_to_date_;  // the same without the sign of old data
   QSizeF view_;
   QRectF target_;
   std::unique_ptr<Readout> readout_;  // of the drawing at hand, made when first asked

@@ -64,6 +64,15 @@ void ChartWindow::run(const std::function<void()>& action) {
 
 void ChartWindow::compose() {
   stage_.compose();
+  show_drawing();
+}
+
+void ChartWindow::show_age() {
+  stage_.show_age();
+  show_drawing();
+}
+
+void ChartWindow::show_drawing() {
   played_is_old_ = true;
   hand_.check_selected();
   if (!hand_.is_moving_a_part()) show_reading();
@@ -207,7 +216,23 @@ void ChartWindow::mousePressEvent(QMouseEvent* event) {
   run([&] { hand_.press(event->position()); });
 }
 
+// A menu or dialog that opens meanwhile takes the mouse, and the chart never hears that the
+// button was let go.
+void ChartWindow::give_up_drag() {
+  if (!is_dragging()) return;
+  commands_.run([&] {
+    hand_.escape();
+    show_state();
+  });
+}
+
+void ChartWindow::focusOutEvent(QFocusEvent* event) {
+  QWidget::focusOutEvent(event);
+  give_up_drag();
+}
+
 void ChartWindow::mouseMoveEvent(QMouseEvent* event) {
+  if (!(event->buttons() & Qt::LeftButton)) give_up_drag();
   pointer_ = event->position();
   if (commands_.running()) return;
   commands_.run([&] {

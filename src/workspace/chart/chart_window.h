@@ -24,6 +24,8 @@ class ChartWindow : public QWidget {
 
   /// Draws the chart as it stands now.
   void compose();
+  /// Shows whether the data have changed since they were read.
+  void show_age();
 
   const DrawingRecord& drawing() const { return stage_.drawing(); }
   int compositions() const { return stage_.compositions(); }
@@ -71,13 +73,16 @@ class ChartWindow : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   QSize sizeHint() const override { return {700, 420}; }
 
  private:
+  void give_up_drag();
   void run(const std::function<void()>& action);
+  void show_drawing();
   void show_state();
   void show_reading();
   void hide_reading();

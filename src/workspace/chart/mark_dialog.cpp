@@ -108,6 +108,7 @@ void MarkDialog::accept() {
     if (kind_of_mark(mark()) == MarkKind::symbol && mark().Int3 == 0)
       delete_mark(draft_.chart(), mark_);
     draft_.keep();
+    draft_.session().step = "Edit Mark";
     QDialog::accept();
   });
 }

@@ -21,6 +21,9 @@ class SheetView : public QTableView {
   /// Shows the sheet as it stands now, with the current cell of the grid.
   void refresh();
 
+  /// Takes what stands in the cell that is being typed, if any.
+  void leave_edit();
+
   /// Empties the selected cells.
   void clear_selected();
 
@@ -56,7 +59,6 @@ class SheetView : public QTableView {
   void place_edit_box();
   void finish_edit(EditDirection direction);
   void cancel_edit();
-  void leave_edit();
   void close_edit_box();
   bool edit_key(QKeyEvent& key);
   void show_current_cell();

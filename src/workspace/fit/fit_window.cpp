@@ -1,5 +1,6 @@
 #include "workspace/fit/fit_window.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
 #include <QHeaderView>
@@ -238,7 +239,8 @@ std::optional<CellBox> FitWindow::box_of(int grid_row) const {
   const GridFit fit = fit_at(session_, index_, grid_row);
   if (!fit.is_first_row) return std::nullopt;
   const auto colour = shown_colour(session_, index_, fit.slot);
-  return CellBox{colour.has_value(), colour ? to_qt_colour(*colour) : QColor()};
+  return CellBox{colour.has_value(), colour ? to_qt_colour(*colour) : QColor(),
+                 tr("Draws the line of the fit on the chart")};
 }
 
 void FitWindow::tick(int grid_row, bool shown) {
@@ -248,8 +250,12 @@ void FitWindow::tick(int grid_row, bool shown) {
 
 /// The chart shows the fit of the row that was picked. Column 0 has its box.
 void FitWindow::show_row(const QModelIndex& index) {
-  const int slot = fit_at(session_, index_, model_.grid_row(index)).slot;
-  if (slot == 0 || index.column() == 0) return;
+  const int row = model_.grid_row(index);
+  const int slot = fit_at(session_, index_, row).slot;
+  const bool extends =
+      QApplication::keyboardModifiers() & (Qt::ShiftModifier | Qt::ControlModifier);
+  if (slot == 0 || index.column() == 0 || extends) return;
+  if (is_out_of_date_at(session_, index_, row)) return;
   commands_.run([&] {
     pick_fit(session_, index_, slot);
     session_.step = "Show Fit";
@@ -270,6 +276,7 @@ void FitWindow::show_choices() {
 }
 
 void FitWindow::refresh_grid() {
+  show_choices();
   const int rows = model_.rowCount();
   model_.refresh();
   fit_columns();

@@ -76,6 +76,11 @@ void ChartCommands::print() {
 
 void ChartCommands::preview() { printing_.preview(&frame_, job()); }
 
-void ChartCommands::set_up_printer() { printing_.set_up(&frame_); }
+void ChartCommands::set_up_printer() {
+  if (!printing_.set_up(&frame_))
+    program_.prompts.show({"Print Setup",
+                           "This computer has no printer to set up.\nPrint writes PDF files.",
+                           BoxIcon::information, BoxButtons::ok});
+}
 
 }  // namespace tavlo

@@ -10,12 +10,16 @@ ChildWindow::ChildWindow(QWidget* content, const QString& node_key, const QStrin
                          const QIcon& icon)
     : node_key_(node_key) {
   setWidget(content);
-  setWindowTitle(title);
+  set_title(title);
   setWindowIcon(icon);
-  setAccessibleName(title);
   setFocusProxy(content);
   // Tab goes round the controls of the content; the frame itself is no stop.
   setFocusPolicy(Qt::ClickFocus);
+}
+
+void ChildWindow::set_title(const QString& title) {
+  setWindowTitle(title);
+  setAccessibleName(title);
 }
 
 void ChildWindow::bring_to_front() {

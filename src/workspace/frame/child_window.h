@@ -15,6 +15,8 @@ class ChildWindow : public QMdiSubWindow {
 
   const QString& node_key() const { return node_key_; }
 
+  void set_title(const QString& title);
+
   /// Shows the window, out of an icon if need be, and gives it the focus.
   void bring_to_front();
   /// Takes a tool bar above the content.

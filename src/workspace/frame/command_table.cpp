@@ -164,7 +164,7 @@ Rows chart_commands(ChartCommands& charts) {
 
 /// Those of the pop-ups of fits and tree, with keys that these hear.
 Rows record_commands(MainWindow& frame) {
-  const auto on_record = [&] { return !frame.tree().record().isEmpty(); };
+  const auto can_delete = [&] { return !frame.deletable_record().empty(); };
   const auto can_rename = [&] { return frame.tree().can_rename(); };
   return {
       {{122, "", "&Delete Fit", "Del"},
@@ -177,7 +177,8 @@ Rows record_commands(MainWindow& frame) {
       {{124, "", "&Delete", "Del"},
        {.name = "DeleteRecord",
         .run = [&] { frame.delete_record(); },
-        .enabled = on_record,
+        .enabled = can_delete,
+        .object = [&] { return frame.deletable_record(); },
         .reach = CommandReach::tree}},
   };
 }

@@ -22,20 +22,27 @@ LogWindow::LogWindow(const RichText& log, QWidget* parent) : QPlainTextEdit(pare
   setFrameShape(QFrame::NoFrame);
 }
 
+// Only what is new, or what an undo takes back, is read and laid out: a log may be long.
 void LogWindow::refresh() {
-  if (log_.changes() == shown_changes_) return;
-  shown_changes_ = log_.changes();
-  const QString text = to_qt(log_.plain());
-  // The log grows at its end: only the new part is laid out.
+  if (log_ == shown_) return;
+  if (const auto added = log_.plain_behind(shown_)) {
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(to_qt(*added));
+  } else if (const auto gone = shown_.plain_behind(log_)) {
+    remove_end(static_cast<int>(to_qt(*gone).size()));
+  } else {
+    setPlainText(to_qt(log_.plain()));
+  }
+  shown_ = log_;
+  verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void LogWindow::remove_end(int length) {
   QTextCursor end(document());
   end.movePosition(QTextCursor::End);
-  if (text.startsWith(shown_)) {
-    end.insertText(text.sliced(shown_.size()));
-  } else {
-    setPlainText(text);
-  }
-  shown_ = text;
-  verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+  end.setPosition(end.position() - length, QTextCursor::KeepAnchor);
+  end.removeSelectedText();
 }
 
 // The keys for "select all" and "copy" are the log's own while it has the focus;

@@ -13,16 +13,18 @@ class LogWindow : public QPlainTextEdit {
  public:
   explicit LogWindow(const RichText& log, QWidget* parent = nullptr);
 
-  /// Shows what the log has got since the last time and scrolls to its end.
+  /// Shows what the log has got since the last time, or has lost again, and scrolls to its
+  /// end.
   void refresh();
 
  protected:
   bool event(QEvent* event) override;
 
  private:
+  void remove_end(int length);
+
   const RichText& log_;
-  long shown_changes_ = -1;
-  QString shown_;
+  RichText shown_;
 };
 
 }  // namespace tavlo

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "workspace/frame/main_window.h"
+#include "workspace/qt/large_blocks.h"
 #include "workspace/qt/look.h"
 
 namespace {
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
     std::puts("tavlo " TAVLO_VERSION);
     return 0;
   }
+  tavlo::return_large_blocks();
   QApplication application(argc, argv);
   tavlo::set_look(application);
   tavlo::Program program;

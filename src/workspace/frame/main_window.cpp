@@ -47,6 +47,15 @@ MainWindow::MainWindow(Program& program)
   session_.history.restart(session_.project);
 }
 
+// A window that ends makes another one active and may end an edit: nobody may ask then what
+// can be done by members that have gone already.
+MainWindow::~MainWindow() {
+  disconnect(&program_.commands, nullptr, this, nullptr);
+  disconnect(&program_.views, nullptr, this, nullptr);
+  disconnect(&windows_, nullptr, this, nullptr);
+  windows_.end_all();
+}
+
 void MainWindow::set_up_tree() {
   tree_dock_.setObjectName(QStringLiteral("dock_Project"));
   tree_dock_.setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
@@ -92,7 +101,7 @@ void MainWindow::connect_views() {
   connect(&windows_, &ProjectWindows::content_changed, this, &MainWindow::show_state);
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
-  connect(&windows_, &QMdiArea::subWindowActivated, this, [this] { commands_->refresh(); });
+  connect(&windows_, &QMdiArea::subWindowActivated, this, &MainWindow::show_state);
   connect(&program_.commands, &UserCommands::finished, this, &MainWindow::finish_command);
 }
 
@@ -153,7 +162,15 @@ void MainWindow::set_up_pop_up_menus() {
   }
 }
 
+/// What stands in a cell that is still being typed counts: it is a step of its own.
+void MainWindow::end_edits() {
+  for (int i = 1; i <= session_.project.data.bound(); ++i)
+    if (session_.gDataForm(i)->editing() && !program_.is_busy()) windows_.sheet(i).leave_edit();
+}
+
 void MainWindow::DoCommand(int id) {
+  if (windows_.is_dragging()) return;
+  end_edits();
   const Command* command = commands_->ready(id);
   if (command && !program_.is_busy()) program_.commands.run(command->run);
   commands_->refresh();
@@ -187,12 +204,10 @@ void MainWindow::add_chart() {
 
 // Windows may go with their records, and may not do so inside an event of their own.
 void MainWindow::undo() {
-  if (windows_.is_dragging()) return;
   QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::undo(session_); }));
 }
 
 void MainWindow::redo() {
-  if (windows_.is_dragging()) return;
   QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::redo(session_); }));
 }
 
@@ -206,6 +221,7 @@ void MainWindow::cut() {
   if (index == 0) return;
   copy();
   windows_.sheet(index).clear_selected();
+  session_.step = "Cut";
 }
 
 void MainWindow::copy() {
@@ -246,6 +262,18 @@ void MainWindow::delete_record() {
   const QString key = tree_.record();
   const int index = key.mid(1).toInt();
   key.startsWith(u'C') ? delete_chart(session_, index) : delete_set(session_, index);
+}
+
+/// "Data1 and Fit1", "Chart2"; empty for what can't be deleted.
+std::string MainWindow::deletable_record() {
+  const Project& project = session_.project;
+  const QString key = tree_.record();
+  const int index = key.mid(1).toInt();
+  if (key.startsWith(u'C'))
+    return project.charts.bound() > 1 ? "Chart" + std::to_string(index) : std::string();
+  if (key.isEmpty() || project.data.bound() < 2 || index > project.data.bound()) return {};
+  return project.data(index).Title +
+         (index <= project.fits.bound() ? " and " + project.fits(index).Title : "");
 }
 
 void MainWindow::rename_record(const QString& key, const QString& title) {
@@ -307,16 +335,17 @@ void MainWindow::show_state() {
   commands_->refresh();
 }
 
-// Long work uses the records of the windows: they go after it has returned.
+// Long work uses the records of the windows: they go after it has returned, and after the
+// person has said that they may.
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (!program_.is_busy()) {
-    const bool may_close = close_wanted_ || may_lose_project("Tavlo", "Leave the program?");
-    event->setAccepted(may_close);
+  close_wanted_ = program_.is_busy();
+  if (close_wanted_) {
+    program_.progress.want_stop();
+    event->ignore();
     return;
   }
-  program_.progress.want_stop();
-  close_wanted_ = true;
-  event->ignore();
+  end_edits();
+  event->setAccepted(may_lose_project("Tavlo", "Leave the program?"));
 }
 
 }  // namespace tavlo

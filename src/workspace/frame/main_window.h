@@ -23,6 +23,7 @@ class MainWindow : public QMainWindow {
 
  public:
   explicit MainWindow(Program& program);
+  ~MainWindow() override;
 
   /// Empties the project and builds it again: one sheet, panel and chart, the
   /// log with its head line, the tree, and the windows in blocks.
@@ -53,6 +54,7 @@ class MainWindow : public QMainWindow {
   void calculate();
   void delete_fit();
   void delete_record();
+  std::string deletable_record();
   void choose_model(int option);
   void choose_method(int method);
   void toggle_report();
@@ -71,6 +73,7 @@ class MainWindow : public QMainWindow {
   void connect_views();
   void follow_records();
   void finish_command();
+  void end_edits();
   void rename_record(const QString& key, const QString& title);
 
   bool may_lose_project(const std::string& title, const std::string& question);

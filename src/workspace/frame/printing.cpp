@@ -59,9 +59,11 @@ QPrinter& Printing::printer_for(const PrintJob& job) {
   return printer();
 }
 
-void Printing::set_up(QWidget* parent) {
+bool Printing::set_up(QWidget* parent) {
+  if (printer().outputFormat() != QPrinter::NativeFormat) return false;
   QPageSetupDialog dialog(&printer(), parent);
   dialog.exec();
+  return true;
 }
 
 bool Printing::print(QWidget* parent, const PrintJob& job) {

@@ -33,7 +33,8 @@ PrintJob text_job(const QString& title, const QString& text);
 /// user is done with it.
 class Printing {
  public:
-  void set_up(QWidget* parent);
+  /// False where there is no printer to be set up.
+  bool set_up(QWidget* parent);
   /// False when the printer refused; a user who cancels has printed nothing.
   bool print(QWidget* parent, const PrintJob& job);
   void preview(QWidget* parent, const PrintJob& job);

@@ -15,6 +15,13 @@ namespace tavlo {
 
 namespace {
 
+template <class Records>
+std::vector<std::int32_t> places_of(const Records& records) {
+  std::vector<std::int32_t> ids;
+  for (int i = 1; i <= records.bound(); ++i) ids.push_back(records(i).UniqueId);
+  return ids;
+}
+
 QString key_of(char kind, int index) { return QLatin1Char(kind) + QString::number(index); }
 
 Block block_of(const QString& node_key) {
@@ -59,6 +66,9 @@ void ProjectWindows::connect_views() {
   connect(&views, &ViewSignals::chart, this, [this, has](int index) {
     if (has(charts_, index)) chart(index).compose();
   });
+  connect(&views, &ViewSignals::age_of_chart, this, [this, has](int index) {
+    if (has(charts_, index)) chart(index).show_age();
+  });
   connect(&views, &ViewSignals::log, this, [this] {
     if (log_) log_->refresh();
   });
@@ -86,6 +96,9 @@ void ProjectWindows::end_all() {
 
 void ProjectWindows::follow_records() {
   const Project& project = program_.session.project;
+  move_up('D', places_of(project.data), data_ids_);
+  move_up('F', places_of(project.fits), fit_ids_);
+  move_up('C', places_of(project.charts), chart_ids_);
   drop_behind(sheets_, 'D', project.data.bound());
   drop_behind(panels_, 'F', project.fits.bound());
   drop_behind(charts_, 'C', project.charts.bound());
@@ -94,9 +107,31 @@ void ProjectWindows::follow_records() {
   while (ssize(charts_) < project.charts.bound()) add_chart();
   if (!log_) add_log();
   for (int i = 1; i <= project.data.bound(); ++i)
-    child(key_of('D', i))->setWindowTitle(to_qt(project.data(i).Title));
+    child(key_of('D', i))->set_title(to_qt(project.data(i).Title));
   for (int i = 1; i <= project.fits.bound(); ++i)
-    child(key_of('F', i))->setWindowTitle(to_qt(project.fits(i).Title));
+    child(key_of('F', i))->set_title(to_qt(project.fits(i).Title));
+}
+
+/// Where a record goes from the middle of its list, each one behind it takes its place: its
+/// window stands as the one that showed it so far.
+void ProjectWindows::move_up(char kind, const std::vector<std::int32_t>& ids,
+                             std::vector<std::int32_t>& shown) {
+  const auto [there, gone] = std::mismatch(ids.begin(), ids.end(), shown.begin(), shown.end());
+  const auto left = shown.end() - gone;
+  if (left > 0 && ids.end() - there == left - 1 && std::equal(there, ids.end(), gone + 1)) {
+    const int first = static_cast<int>(gone - shown.begin()) + 1;
+    for (int i = first; i < static_cast<int>(shown.size()); ++i)
+      take_place(*child(key_of(kind, i)), *child(key_of(kind, i + 1)));
+    if (kind == 'D' && last_set_ > first) --last_set_;
+  }
+  shown = ids;
+}
+
+void ProjectWindows::take_place(ChildWindow& window, const ChildWindow& of) {
+  window.setGeometry(of.geometry());
+  if (!of.isHidden()) return window.show();
+  window.hide();
+  emit child_hidden(window.node_key());
 }
 
 void ProjectWindows::show_from_start() {
@@ -133,8 +168,8 @@ void ProjectWindows::connect_drops(SheetView& view, int index) {
       });
     };
   };
-  connect(&view, &SheetView::text_dropped, this, enter(drop_text), Qt::QueuedConnection);
-  connect(&view, &SheetView::file_dropped, this, enter(drop_file), Qt::QueuedConnection);
+  connect(&view, &SheetView::text_dropped, &view, enter(drop_text), Qt::QueuedConnection);
+  connect(&view, &SheetView::file_dropped, &view, enter(drop_file), Qt::QueuedConnection);
 }
 
 void ProjectWindows::add_sheet() {
@@ -211,6 +246,15 @@ void ProjectWindows::note_active(const QMdiSubWindow* active) {
   const auto* child = qobject_cast<const ChildWindow*>(active);
   if (child && (child->node_key().front() == u'D' || child->node_key().front() == u'F'))
     last_set_ = child->node_key().mid(1).toInt();
+  if (child && child->node_key().front() == u'C') note_chart(child->node_key().mid(1).toInt());
+}
+
+/// The boxes of the fit grids are those of the chart that is worked on.
+void ProjectWindows::note_chart(int index) {
+  Session& session = program_.session;
+  if (index > session.project.charts.bound()) return;
+  session.chart_at_work = session.project.charts(index).UniqueId;
+  for (FitWindow* each : panels_) each->refresh_grid();
 }
 
 QChar ProjectWindows::active_kind() const {

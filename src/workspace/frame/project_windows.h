@@ -92,6 +92,9 @@ class ProjectWindows : public QMdiArea {
  private:
   static std::size_t slot(int index) { return static_cast<std::size_t>(index) - 1; }
   void connect_views();
+  void move_up(char kind, const std::vector<std::int32_t>& ids, std::vector<std::int32_t>& shown);
+  void take_place(ChildWindow& window, const ChildWindow& of);
+  void note_chart(int index);
   void note_active(const QMdiSubWindow* active);
   void add_sheet();
   void connect_drops(SheetView& view, int index);
@@ -112,6 +115,10 @@ class ProjectWindows : public QMdiArea {
   LogWindow* log_ = nullptr;
   bool in_blocks_ = true;
   int last_set_ = 1;
+  // Identities of the records behind the views.
+  std::vector<std::int32_t> data_ids_;
+  std::vector<std::int32_t> fit_ids_;
+  std::vector<std::int32_t> chart_ids_;
 };
 
 }  // namespace tavlo

@@ -74,6 +74,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const QString shown = text(grid_row(index), grid_column(index));
   if (role == Qt::DisplayRole || role == Qt::EditRole) return shown;
+  if (role == Qt::ToolTipRole)
+    if (const auto box = box_at(index)) return box->tip;
   if (role == Qt::ToolTipRole && tip_of_) return to_qt(tip_of_(grid_row(index)));
   if (role == Qt::ForegroundRole && colour_of_)
     return brush_of(colour_of_(grid_row(index), grid_column(index)));

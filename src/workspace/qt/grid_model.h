@@ -20,6 +20,7 @@ enum class CellColour { usual, grey, red };
 struct CellBox {
   bool ticked = false;
   QColor colour;
+  QString tip;
 };
 
 class GridModel : public QAbstractTableModel {

@@ -27,6 +27,7 @@ class ViewSignals : public QObject, public Views {
   void sheet_changed(int data_index) override { emit sheet(data_index); }
   void fit_grid_changed(int fit_index) override { emit fit_grid(fit_index); }
   void chart_changed(int chart_index) override { emit chart(chart_index); }
+  void chart_aged(int chart_index) override { emit age_of_chart(chart_index); }
   void log_changed() override { emit log(); }
 
  signals:
@@ -37,6 +38,7 @@ class ViewSignals : public QObject, public Views {
   void sheet(int data_index);
   void fit_grid(int fit_index);
   void chart(int chart_index);
+  void age_of_chart(int chart_index);
   void log();
 
  private:

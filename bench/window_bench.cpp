@@ -1,0 +1,180 @@
+// The window program at a million rows, as a person has it before them: memory, keys until
+// their effect shows, deleting everything, a long log, and leaving in the middle of a fit.
+//   tests/gui/with_display.sh build/bench/bench/window_bench
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <cstdio>
+#include <random>
+
+#include "actions/reports.h"
+#include "life/models.h"
+#include "workspace/frame/command_table.h"
+#include "workspace/frame/main_window.h"
+#include "workspace/qt/large_blocks.h"
+#include "workspace/qt/look.h"
+
+namespace {
+
+using namespace tavlo;
+
+double megabytes(const char* which) {
+  QFile status(QStringLiteral("/proc/self/status"));
+  if (!status.open(QIODevice::ReadOnly)) return 0;
+  const QByteArray text = status.readAll();
+  const qsizetype at = text.indexOf(which);
+  return text.mid(at + 6, 20).trimmed().split(' ').value(0).toDouble() / 1024;
+}
+
+QString weibull_rows(int count) {
+  std::mt19937_64 random(1);
+  std::weibull_distribution<double> life(1.5, 1000.0);
+  QString rows;
+  for (int i = 0; i < count; ++i) rows += QString::number(life(random), 'g', 6) + QLatin1Char('\n');
+  return rows;
+}
+
+struct Desk {
+  Desk() {
+    show_fitting(window);
+    (void)QTest::qWaitFor([this] { return window.windows().sheet(1).hasFocus(); }, 15000);
+    QObject::connect(&answering, &QTimer::timeout, [] {
+      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        std::printf("  box: %s\n", qPrintable(box->text().left(100)));
+        (box->button(QMessageBox::Yes) ? box->button(QMessageBox::Yes) : box->buttons().front())
+            ->click();
+      }
+    });
+    answering.start(5);
+  }
+
+  /// Lets everything happen that is waiting to, painting too.
+  void settle() {
+    do QApplication::processEvents();
+    while (program.commands.running());
+    QApplication::processEvents();
+  }
+  template <class Act>
+  void measure(const char* what, const Act& act) {
+    QElapsedTimer timer;
+    timer.start();
+    act();
+    settle();
+    const auto milliseconds = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    std::printf("%-46s %9.1f ms   %6.0f MB, at most %6.0f MB\n", what, milliseconds,
+                megabytes("VmRSS:"), megabytes("VmHWM:"));
+    std::fflush(stdout);
+  }
+  void press(int key, Qt::KeyboardModifiers with = {}) {
+    const QString text = with || key > Qt::Key_AsciiTilde ? QString() : QString(QChar(key));
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+      qt_handleKeyEvent(window.windowHandle(), type, key, with, text);
+  }
+  void paste(const QString& rows) {
+    QGuiApplication::clipboard()->setText(rows);
+    window.DoCommand(command::paste);
+  }
+  void rows_of_a_million();
+  void log_of_many(int entries);
+  void leave_during_a_fit();
+
+  Program program;
+  MainWindow window{program};
+  QTimer answering;
+};
+
+void Desk::rows_of_a_million() {
+  const QString rows = weibull_rows(1'000'000);
+  measure("start", [] {});
+  measure("paste 1e6 rows", [&] { paste(rows); });
+  QGuiApplication::clipboard()->clear();
+  measure("clipboard emptied", [] {});
+  measure("Ctrl+Home", [&] { press(Qt::Key_Home, Qt::ControlModifier); });
+  measure("digit, at the top", [&] { press(Qt::Key_7); });
+  measure("Enter", [&] { press(Qt::Key_Return); });
+  measure("Calculate (W2P)", [&] { press(Qt::Key_C, Qt::AltModifier); });
+  measure("Ctrl+1", [&] { press(Qt::Key_1, Qt::ControlModifier); });
+  for (const char* place : {"top", "middle", "end"}) {
+    const int row = *place == 't' ? 1 : *place == 'm' ? 500'000 : 999'999;
+    std::printf("-- %s\n", place);
+    measure("go there", [&] {
+      QTableView& sheet = window.windows().sheet(1);
+      sheet.setCurrentIndex(sheet.model()->index(row - 1, 0));
+    });
+    measure("digit", [&] { press(Qt::Key_8); });
+    measure("another digit", [&] { press(Qt::Key_8); });
+    measure("Enter", [&] { press(Qt::Key_Return); });
+    measure("digit", [&] { press(Qt::Key_9); });
+    measure("Enter", [&] { press(Qt::Key_Return); });
+    measure("Down", [&] { press(Qt::Key_Down); });
+    measure("Ctrl+Z", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+    measure("Ctrl+Y", [&] { press(Qt::Key_Y, Qt::ControlModifier); });
+  }
+  measure("Ctrl+A", [&] { press(Qt::Key_A, Qt::ControlModifier); });
+  measure("Delete of 1e6 rows", [&] { press(Qt::Key_Delete); });
+  measure("Ctrl+Z", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+  measure("Ctrl+Y", [&] { press(Qt::Key_Y, Qt::ControlModifier); });
+  measure("Ctrl+Z", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+  measure("copy of 1e6 rows", [&] {
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+  });
+}
+
+void Desk::log_of_many(int entries) {
+  measure("New Project", [&] { window.DoCommand(command::new_project); });
+  measure("log entries, one command each", [&] {
+    for (int i = 0; i < entries; ++i)
+      program.commands.run([&] {
+        AppendLog(program.session, "\\par 54 units: eta = 606.5, beta = 1.72, r2 = 0.987 \\par",
+                  true);
+      });
+  });
+  measure("one entry more",
+          [&] { program.commands.run([&] { AppendLog(program.session, "the last\n", false); }); });
+  measure("Ctrl+4", [&] { press(Qt::Key_4, Qt::ControlModifier); });
+  measure("Ctrl+Home", [&] { press(Qt::Key_Home, Qt::ControlModifier); });
+  measure("Page Down", [&] { press(Qt::Key_PageDown); });
+  measure("Ctrl+Z", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+  measure("Ctrl+Y", [&] { press(Qt::Key_Y, Qt::ControlModifier); });
+}
+
+/// W7P of 10,000 points: what is pressed meanwhile, and how soon the frame is gone.
+void Desk::leave_during_a_fit() {
+  constexpr int bathtub = 7;  // place in the panel
+  measure("New Project", [&] { window.DoCommand(command::new_project); });
+  measure("paste 1e4 rows", [&] { paste(weibull_rows(10'000)); });
+  QElapsedTimer since;
+  QTimer::singleShot(100, &window, [&] {
+    std::printf("  busy: %d\n", program.is_busy());
+    press(Qt::Key_5);
+    press(Qt::Key_W, Qt::ControlModifier);
+    press(Qt::Key_Q, Qt::ControlModifier);
+    since.start();
+    window.close();
+  });
+  measure("W7P and the frame closed meanwhile", [&] {
+    window.DoCommand(command::first_method + method_code::mle);
+    window.DoCommand(command::first_model + bathtub);
+    window.DoCommand(command::calculate);
+  });
+  std::printf("  gone %d, %lld ms after the click\n", !window.isVisible(),
+              static_cast<long long>(since.elapsed()));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return_large_blocks();
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  set_look(application);
+  Desk desk;
+  desk.rows_of_a_million();
+  desk.log_of_many(100'000);
+  desk.leave_during_a_fit();
+}
