@@ -73,12 +73,14 @@ FileResult write_picture(Session& session, const DrawingRecord& drawing, const s
 /// A metafile has a size of its own.
 bool is_metafile(const std::string& path) { return extension(path) == ".wmf"; }
 
+using Draw = DrawingRecord (*)(Session&, int chart_index);
+
 /// Draws chart 1, where one of the paths is wanted, and writes it to each of these.
 std::optional<std::string> write_each(Session& session, const std::vector<std::string>& paths,
                                       const std::function<bool(const std::string&)>& is_wanted,
-                                      const PixelSize& size) {
+                                      Draw draw, const PixelSize& size) {
   if (std::none_of(paths.begin(), paths.end(), is_wanted)) return std::nullopt;
-  const DrawingRecord drawing = fl_Make_WMF(session, 1);
+  const DrawingRecord drawing = draw(session, 1);
   for (const std::string& path : paths) {
     if (!is_wanted(path)) continue;
     if (const FileResult written = write_picture(session, drawing, path, size); !written)
@@ -92,9 +94,10 @@ std::optional<std::string> write_each(Session& session, const std::vector<std::s
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size) {
   SetAutoScale(session, session.project.charts(1));
-  if (const auto fault = write_each(session, paths, is_metafile, size)) return fault;
+  if (const auto fault = write_each(session, paths, is_metafile, make_metafile_drawing, size))
+    return fault;
   give_shape(session.project.charts(1), size.width, size.height);
-  return write_each(session, paths, std::not_fn(is_metafile), size);
+  return write_each(session, paths, std::not_fn(is_metafile), fl_Make_WMF, size);
 }
 
 }  // namespace tavlo::cli

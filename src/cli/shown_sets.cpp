@@ -41,32 +41,33 @@ std::vector<Row> rows_of(const Project& project) {
 }
 
 constexpr int colours = 10;  // of the factory's rows, then they come again
+constexpr std::array<std::int32_t, 5> line_styles = {0, 1, 3, 2, 4};  // solid to dash-dot-dot
 
-std::int32_t line_style(int turn) {
-  constexpr std::array<std::int32_t, 5> styles = {0, 1, 3, 2, 4};  // solid to dash-dot-dot
-  return styles[static_cast<std::size_t>(turn) % styles.size()];
+/// The line style so many steps after another one.
+std::int32_t line_style(std::int32_t first, int steps) {
+  const auto found = std::find(line_styles.begin(), line_styles.end(), first);
+  const auto place = found == line_styles.end() ? 0 : found - line_styles.begin();
+  return line_styles[static_cast<std::size_t>(place + steps) % line_styles.size()];
 }
 
 /// How the rows of one chart are told apart. The fits of one data set have a colour each.
 /// Of several sets each has the colour and the symbol of one row, and dashes tell the
-/// kinds of fits apart.
+/// kinds of fits apart: they go on where the colour comes again.
 class RowLooks {
  public:
   RowLooks(const Chart& chart, const std::vector<Row>& rows)
       : looks_(chart.Markers),
         is_report_(chart.Profile == report_chart_type),
         is_one_set_(rows.back().set == 1),
-        has_several_fits_(static_cast<int>(rows.size()) > rows.back().set) {}
+        has_several_fits_(static_cast<int>(rows.size()) > rows.back().set) {
+    for (const Row& row : rows) kinds_ = std::max(kinds_, row.kind + 1);
+  }
 
   ChartMarker of(const Row& row) const {
     const int look = is_one_set_ ? row.slot : row.set;
     ChartMarker marker = looks_(look);
     if (!is_one_set_ && is_report_) marker.SymbolColor = marker.LineColor;
-    const int turn = (look - 1) / colours;
-    if (!is_one_set_ && has_several_fits_)
-      marker.LineStyle = line_style(turn + row.kind);
-    else if (marker.LineStyle == pen_style::solid)
-      marker.LineStyle = line_style(turn);
+    if (marker.LineStyle != pen_style::none) marker.LineStyle = style_of(row, look);
     if (row.slot > 1) {  // the data stand on the chart once
       marker.SymbolStyle = pen_style::none;
       marker.SymbolFill = 0;
@@ -75,10 +76,27 @@ class RowLooks {
   }
 
  private:
+  std::int32_t style_of(const Row& row, int look) const {
+    if (!is_one_set_ && has_several_fits_) return style_of_kind(row.kind, look);
+    const std::int32_t own = looks_(look).LineStyle;
+    return own == pen_style::solid ? line_style(own, (look - 1) / colours) : own;
+  }
+
+  /// Begins with the style of the first row in this colour: the styles of the later ones may be
+  /// those that its kinds have.
+  std::int32_t style_of_kind(int kind, int look) const {
+    std::vector<int> alike;
+    for (int i = 1; i <= look; ++i)
+      if (looks_(i).LineColor == looks_(look).LineColor) alike.push_back(i);
+    const int turn = static_cast<int>(alike.size()) - 1;
+    return line_style(looks_(alike.front()).LineStyle, turn * kinds_ + kind);
+  }
+
   Slots<ChartMarker> looks_;
   bool is_report_;  ///< a look whose first row, made for one set, has black symbols
   bool is_one_set_;
   bool has_several_fits_;
+  int kinds_ = 1;  ///< of fits
 };
 
 void tie_rows(Chart& chart, const Project& project, const std::vector<std::string>& titles) {

@@ -37,6 +37,24 @@ void untie(ChartMarker& marker) {
   marker.Tied = false;
 }
 
+bool is_without_symbols(const ChartMarker& marker) {
+  return marker.SymbolStyle == pen_style::none && marker.SymbolFill == 0;
+}
+
+/// The row is a further line of data whose points stand on the chart already.
+bool is_only_a_line(const Chart& chart, int row) {
+  const ChartMarker& marker = chart.Markers(row);
+  if (marker.DataId == 0 || !is_without_symbols(marker)) return false;
+  for (int i = 1; i < row; ++i)
+    if (chart.Markers(i).DataId == marker.DataId) return true;
+  return false;
+}
+
+void take_symbols_off(ChartMarker& marker) {
+  marker.SymbolStyle = pen_style::none;
+  marker.SymbolFill = 0;
+}
+
 Slots<ChartMarker> dressed_markers(const Chart& chart, const Chart& profile) {
   Slots<ChartMarker> markers = chart.Markers;
   markers.resize(std::max(chart.nMarkers, profile.nMarkers));
@@ -46,6 +64,7 @@ Slots<ChartMarker> dressed_markers(const Chart& chart, const Chart& profile) {
       tie(markers(i), chart.Markers(i));
     else
       untie(markers(i));
+    if (i <= chart.nMarkers && is_only_a_line(chart, i)) take_symbols_off(markers(i));
   }
   return markers;
 }

@@ -12,8 +12,9 @@ namespace tavlo {
 /// the pens and symbols of the plot sets, formats and the name of the type. The
 /// chart keeps its identity and name, the data and fits that it shows with their
 /// labels, its switch for sub-populations, the file name at its foot, marks that
-/// the user has made, and rows of plot sets that the profile lacks. Without marks
-/// it takes those of the profile.
+/// the user has made, and rows of plot sets that the profile lacks. A further row of
+/// one data set that is only a line stays so. Without marks it takes those of the
+/// profile.
 void apply_profile(Chart& chart, const Chart& profile);
 
 /// Gives `chart` the looks of a factory type (see chart_types). Words of its titles

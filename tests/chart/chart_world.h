@@ -55,6 +55,7 @@ struct ChartWorld {
 
   void show(DataSet data) {
     data.UniqueId = session.project.data(1).UniqueId;
+    data.Title = session.project.data(1).Title;
     session.project.data(1) = std::move(data);
   }
   /// The first fit of the set, on paper of its own scales.
@@ -73,6 +74,10 @@ struct ChartWorld {
   DrawingRecord draw() {
     SetAutoScale(session, chart());
     return fl_Make_WMF(session, 1);
+  }
+  DrawingRecord draw_metafile() {
+    SetAutoScale(session, chart());
+    return make_metafile_drawing(session, 1);
   }
 };
 

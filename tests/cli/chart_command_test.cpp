@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "program_run.h"
 
 namespace tavlo {
@@ -80,6 +82,38 @@ int dashed_pens(const std::string& metafile) {
   int count = 0;
   for (std::size_t at = 0; (at = metafile.find(record, at)) != std::string::npos; ++at) ++count;
   return count;
+}
+
+/// The pens of a metafile: style, width and colour of each once.
+std::set<std::string> pens(const std::string& metafile) {
+  const std::string record("\xFA\x02", 2);
+  std::set<std::string> found;
+  for (std::size_t at = 0; (at = metafile.find(record, at)) != std::string::npos; ++at)
+    found.insert(metafile.substr(at, 12));
+  return found;
+}
+
+// The lines of further fits differ from all others, however often the colours come again; a
+// profile's row without a line keeps none.
+TEST_F(SeveralFiles, NoTwoLinesLookTheSame) {
+  folder.write("p.vpr", replaced(folder.read(factory_profile), "16384,15,0,0,1,0,0,1,0,0,5",
+                                 "16384,15,0,0,1,0,5,1,0,0,5"));
+  struct Case {
+    std::string looks;
+    std::size_t files, further;
+  };
+  const Case cases[] = {
+      {" --type Standard", 11, 11}, {" --type Colour-safe", 8, 8}, {" --profile p.vpr", 3, 2}};
+  for (const auto& [looks, files, further] : cases) {
+    std::string names;
+    for (std::size_t i = 1; i <= files; ++i) {
+      folder.write("set" + std::to_string(i), std::to_string(i) + "\n" + std::to_string(3 * i));
+      names += "set" + std::to_string(i) + " ";
+    }
+    const auto one = pens(picture_of(folder, names + "c.wmf --fit W2P/rr" + looks));
+    const auto both = pens(picture_of(folder, names + "c.wmf --fit W2P/rr --fit E/rr" + looks));
+    EXPECT_EQ(both.size(), one.size() + further) << looks;
+  }
 }
 
 // Each kind of fit has one style of line, whether or not a file has the others too.

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include "chart/compose/make_chart.h"
 #include "chart/metafile/metafile_writer.h"
 #include "gui/window_world.h"
 
@@ -15,6 +16,11 @@ using test::wait_until;
 class ChartExits : public test::WindowWorld {
  protected:
   ChartWindow& chart() { return window.windows().chart(1); }
+
+  /// With room for the names of Greek letters, which the window shows themselves.
+  QByteArray metafile() {
+    return QByteArray::fromStdString(metafile_bytes(make_metafile_drawing(session(), 1)));
+  }
 
   /// Chooses the chart's "Save As..." and answers its dialog, which holds the
   /// program until it is closed.
@@ -39,11 +45,10 @@ TEST_F(ChartExits, CopyOffersEveryFormToOtherPrograms) {
     names = person.paste_elsewhere(QStringLiteral("TARGETS"));
     return names.contains("image/png");
   }));
-  const QByteArray metafile = QByteArray::fromStdString(metafile_bytes(chart().drawing()));
   for (const char* name : {"image/wmf", "image/x-wmf",
                            "application/x-openoffice-wmf;windows_formatname=\"Image WMF\""}) {
     EXPECT_TRUE(names.contains(name)) << name;
-    EXPECT_EQ(person.paste_elsewhere(QString::fromUtf8(name)), metafile) << name;
+    EXPECT_EQ(person.paste_elsewhere(QString::fromUtf8(name)), metafile()) << name;
   }
   EXPECT_TRUE(person.paste_elsewhere(QStringLiteral("image/svg+xml")).contains("</svg>"));
   EXPECT_EQ(QImage::fromData(person.paste_elsewhere(png)).width(), 1920);
@@ -51,9 +56,9 @@ TEST_F(ChartExits, CopyOffersEveryFormToOtherPrograms) {
 
 TEST_F(ChartExits, SaveAsWritesTheFormatOfTheName) {
   const QTemporaryDir folder;
+  session().project.charts(1).Boxes(chart_item::x_title).Text2 = "\u03C3";
   save_as(folder.filePath(QStringLiteral("a")));
-  EXPECT_EQ(content_of(folder.filePath(QStringLiteral("a.wmf"))),
-            QByteArray::fromStdString(metafile_bytes(chart().drawing())));
+  EXPECT_EQ(content_of(folder.filePath(QStringLiteral("a.wmf"))), metafile());
   save_as(folder.filePath(QStringLiteral("b.png")));
   const QImage image(folder.filePath(QStringLiteral("b.png")));
   EXPECT_EQ(image.size(), QSize(3000, 1800));

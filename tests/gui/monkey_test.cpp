@@ -203,6 +203,9 @@ class Monkey : public ::testing::Test {
         << is_nested() << ", running " << program_->commands.running();
   }
   void take_all_back_and_do_it_again() {
+    // What is being typed becomes a step when the first one is taken back.
+    for (int i = 1; i <= session().project.data.bound(); ++i)
+      window_->windows().sheet(i).leave_edit();
     const Project last = session().project;
     EXPECT_TRUE(last == session().history.now()) << "a change that is no step";
     EXPECT_EQ(ssize(window_->windows().children()),

@@ -18,6 +18,9 @@ Chart own_chart() {
   chart.Markers(2).DataId = 73;
   chart.Markers(2).FitId = 74;
   chart.Markers(2).Label = "Pumps";
+  chart.Markers(3).DataId = 73;  // whose points stand on the chart already
+  chart.Markers(3).SymbolStyle = pen_style::none;
+  chart.Markers(3).SymbolFill = 0;
   chart.Boxes(chart_item::file_name).Text2 = "pumps.txt";
   chart.Boxes(chart_item::main_title).Text2 = "Pump life";
   chart.nTexts = 1;
@@ -43,6 +46,9 @@ TEST(ChartLooks, AProfileLeavesWhatTheChartShows) {
   profile.UniqueId = 9;
   profile.Name = "theirs";
   profile.Markers(22).DataId = 99;  // means nothing here
+  chart.Markers(4).DataId = expected.Markers(4).DataId = 75;
+  chart.Markers(4).SymbolStyle = pen_style::none;  // its only row takes the profile's symbols
+  chart.Markers(4).SymbolFill = 0;
   apply_profile(chart, profile);
   EXPECT_EQ(chart, expected);
 }

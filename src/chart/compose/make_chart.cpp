@@ -14,6 +14,7 @@
 #include "chart/parts/plot_sets.h"
 #include "chart/parts/titles.h"
 #include "chart/record/canvas.h"
+#include "chart/record/spelled_letters.h"
 #include "numerics/run_time_error.h"
 
 namespace tavlo {
@@ -120,10 +121,8 @@ void compose(Canvas& canvas, Session& session) {
   if (is_out_of_date(session, canvas.chart)) draw_out_of_date(canvas);
 }
 
-}  // namespace
-
-DrawingRecord compose_chart(Session& session, const Chart& chart, Prompts& prompts,
-                            ErrorReporter& errors) {
+DrawingRecord composed(Session& session, const Chart& chart, TextMeasure& text_measure,
+                       Prompts& prompts, ErrorReporter& errors) {
   DrawingRecord record;
   guarded(errors, add_words, [&] {
     check_chart(chart);
@@ -131,21 +130,38 @@ DrawingRecord compose_chart(Session& session, const Chart& chart, Prompts& promp
     record.height = chart.Boxes(chart_item::chart_box).Height;
     Recorder recorder(record);
     recorder.add(drawing::TransparentBackground{});
-    Canvas canvas{recorder, chart, session.ports.text_measure, prompts, errors};
+    Canvas canvas{recorder, chart, text_measure, prompts, errors};
     compose(canvas, session);
   });
   return record;
 }
 
-DrawingRecord fl_Make_WMF(Session& session, int chart_index) {
+/// What goes wrong is told when all is drawn.
+DrawingRecord drawn(Session& session, int chart_index, TextMeasure& text_measure) {
   DrawingRecord record;
   HeldReports reports(session);
   guarded(reports.errors(), add_words, [&] {
-    record = compose_chart(session, session.project.charts(chart_index), reports.prompts(),
-                           reports.errors());
+    record = composed(session, session.project.charts(chart_index), text_measure, reports.prompts(),
+                      reports.errors());
   });
   reports.prompts().show_all();
   return record;
+}
+
+}  // namespace
+
+DrawingRecord compose_chart(Session& session, const Chart& chart, Prompts& prompts,
+                            ErrorReporter& errors) {
+  return composed(session, chart, session.ports.text_measure, prompts, errors);
+}
+
+DrawingRecord fl_Make_WMF(Session& session, int chart_index) {
+  return drawn(session, chart_index, session.ports.text_measure);
+}
+
+DrawingRecord make_metafile_drawing(Session& session, int chart_index) {
+  SpelledTextMeasure spelled(session.ports.text_measure);
+  return drawn(session, chart_index, spelled);
 }
 
 DrawingRecord with_out_of_date_sign(Session& session, const Chart& chart,

@@ -11,6 +11,10 @@ namespace tavlo {
 /// is reported and leaves what had been drawn until then.
 DrawingRecord fl_Make_WMF(Session& session, int chart_index);
 
+/// The same with room for the names of the Greek letters, which a metafile has in their
+/// place.
+DrawingRecord make_metafile_drawing(Session& session, int chart_index);
+
 /// The same for a chart that need not be one of the session's; questions and
 /// failures go to `prompts` and `errors`.
 DrawingRecord compose_chart(Session& session, const Chart& chart, Prompts& prompts,

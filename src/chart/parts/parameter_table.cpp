@@ -98,7 +98,9 @@ TableLine set_line(const Session& session, const PlotSet& set) {
   return line;
 }
 
-bool has_values(const TableLine& line) { return line.heading.empty() && !line.names_columns; }
+bool has_values(const TableLine& line) {
+  return line.heading.empty() && !line.names_columns && !line.names_fit;
+}
 
 bool says_something(const std::vector<TableLine>& lines, std::size_t column) {
   return std::any_of(lines.begin(), lines.end(), [column](const TableLine& line) {

@@ -23,10 +23,11 @@ inline constexpr std::size_t count = 6;
 struct TableLine {
   std::array<std::string, table_column::count> cells;
   bool names_columns = false;
-  std::string title;    ///< before heading or remark; cut where these have no room else
-  std::string heading;  ///< of a data set; runs over all columns
-  std::string remark;   ///< about the fit above; runs over all columns
-  std::string quality;  ///< behind the last column
+  bool names_fit = false;  ///< its values follow
+  std::string title;       ///< before heading or remark; cut where these have no room else
+  std::string heading;     ///< of a data set; runs over all columns
+  std::string remark;      ///< about the fit above; runs over all columns
+  std::string quality;     ///< behind the last column
 };
 
 struct ParameterTable {

@@ -20,11 +20,20 @@ const FitResult* fit_of(const Session& session, const ChartMarker& marker, int d
              : nullptr;
 }
 
+constexpr std::string_view factory_word = "Data";
+
 /// "Data 7" and "Data7": names that nobody chose.
 bool is_factory_name(const std::string& name) {
-  constexpr std::string_view word = "Data";
-  if (name.compare(0, word.size(), word) != 0) return false;
-  return name.find_first_not_of(" 0123456789", word.size()) == name.npos;
+  return name.starts_with(factory_word) &&
+         name.find_first_not_of(" 0123456789", factory_word.size()) == name.npos;
+}
+
+/// "Data 7" for "Data7", so that the sets of a chart are written alike whichever rows they have.
+std::string as_label(std::string title) {
+  const std::size_t number = factory_word.size();
+  if (is_factory_name(title) && title.size() > number && title[number] != ' ')
+    title.insert(number, " ");
+  return title;
 }
 
 }  // namespace
@@ -76,8 +85,8 @@ bool show_one_data_set(const std::vector<PlotSet>& sets) {
 std::string set_title(const Session& session, const PlotSet& set) {
   const std::string& label = set.marker->Label;
   const std::string& title = session.project.data(set.data_index).Title;
-  const bool title_says_more = is_factory_name(label) && !is_factory_name(title);
-  return label.empty() || (title_says_more && !title.empty()) ? title : label;
+  if (label.empty()) return title;
+  return is_factory_name(label) && !title.empty() ? as_label(title) : label;
 }
 
 }  // namespace tavlo

@@ -35,7 +35,8 @@ std::string names_of_data(const Session& session, const std::vector<PlotSet>& se
 bool show_one_data_set(const std::vector<PlotSet>& sets);
 
 /// What a plot set is called: the label that the user gave it, else the title of
-/// its data set.
+/// its data set. The factory's label says only which row it is, so it gives way too; a
+/// factory title is written like a label: "Data 2" for "Data2".
 std::string set_title(const Session& session, const PlotSet& set);
 
 }  // namespace tavlo

@@ -18,6 +18,12 @@ TableLine words_line(std::string words) {
   return line;
 }
 
+TableLine name_line(std::string words) {
+  TableLine line = words_line(std::move(words));
+  line.names_fit = true;
+  return line;
+}
+
 int row_count(const FitResult& fit) { return std::min<int>(fit.nRows, fit.Rows.bound()); }
 
 std::string named(const char* name, const std::string& value) {
@@ -111,7 +117,7 @@ void add_fit(std::vector<TableLine>& lines, const FitResult& fit, const DataSet&
 void add_name(std::vector<TableLine>& lines, const Session& session, const PlotSet& set,
               bool is_one_data_set) {
   const std::string name = plain_fit_name(*set.fit);
-  lines.push_back(words_line(is_one_data_set ? name : ": " + name));
+  lines.push_back(name_line(is_one_data_set ? name : ": " + name));
   if (!is_one_data_set) lines.back().title = set_title(session, set);
 }
 
@@ -147,7 +153,7 @@ TableLine set_line(const Session& session, const PlotSet& set) {
 void add_alike(std::vector<TableLine>& lines, const Session& session,
                const std::vector<PlotSet>& alike) {
   const FitResult& fit = *alike.front().fit;
-  lines.push_back(words_line(plain_fit_name(fit)));
+  lines.push_back(name_line(plain_fit_name(fit)));
   const std::size_t heading = lines.size();
   lines.push_back(heading_line(*find_model(fit.ModelCode)));
   lines.back().cells[table_column::population].clear();

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
 #include "painter/picture_writer.h"
 #include "workspace/qt/qt_text.h"
@@ -24,7 +25,7 @@ Painter painter_of(const QString& extension) {
 
 }  // namespace
 
-void save_chart(Session& session, const DrawingRecord& drawing) {
+void save_chart(Session& session, int chart_index, const DrawingRecord& drawing) {
   if (drawing.width <= 0 || drawing.height <= 0) return;
   const auto chosen = session.ports.prompts.choose_file(
       {"Enter Name to save",
@@ -37,7 +38,7 @@ void save_chart(Session& session, const DrawingRecord& drawing) {
     save_picture_file(session.ports, from_qt(name),
                       paint(drawing, paper_format(drawing, print_quality)).toStdString());
   else
-    SaveWMF(session, drawing, from_qt(name));
+    SaveWMF(session, make_metafile_drawing(session, chart_index), from_qt(name));
 }
 
 }  // namespace tavlo

@@ -6,9 +6,9 @@
 
 namespace tavlo {
 
-/// Asks for a name and saves the drawing in the format of its extension: PNG (300
-/// pixels an inch), SVG, PDF, and a metafile for every other one. What doesn't
-/// work is told; a drawing without a size does nothing.
-void save_chart(Session& session, const DrawingRecord& drawing);
+/// Asks for a name and saves the drawing of the chart in the format of its extension:
+/// PNG (300 pixels an inch), SVG, PDF, and a metafile, which is drawn anew, for every
+/// other one. What doesn't work is told; a drawing without a size does nothing.
+void save_chart(Session& session, int chart_index, const DrawingRecord& drawing);
 
 }  // namespace tavlo

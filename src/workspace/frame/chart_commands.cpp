@@ -36,7 +36,7 @@ void ChartCommands::format_at_menu() {
   place ? format(chart(), *place) : format();
 }
 
-void ChartCommands::save() { save_chart(program_.session, chart().drawing()); }
+void ChartCommands::save() { save_chart(program_.session, chart().index(), chart().drawing()); }
 
 void ChartCommands::format() {
   FormatDialog::run(program_.session, program_.commands, chart().index(), ChartPart::boxes,

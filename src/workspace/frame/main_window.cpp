@@ -13,6 +13,7 @@
 #include "actions/records.h"
 #include "actions/reports.h"
 #include "actions/undo.h"
+#include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
 #include "painter/clipboard_forms.h"
 #include "workspace/fit/fit_choices.h"
@@ -232,7 +233,7 @@ void MainWindow::copy() {
     CopyClip(session_, session_.gFitForm(panel)->grd_Fit);
   } else if (const int chart = windows_.focused_chart()) {
     const DrawingRecord& drawing = windows_.chart(chart).drawing();
-    CopyClipChart(session_, drawing, painted_forms(drawing));
+    CopyClipChart(session_, make_metafile_drawing(session_, chart), painted_forms(drawing));
   } else if (windows_.log().hasFocus()) {
     windows_.log().copy();
   }

@@ -107,16 +107,16 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
     if (code == 857 || code == 922) here.session.project.fits(1).Fits(1).Rows(1).Scale = 300;
     here.chart().Boxes(chart_item::sub_title).Text2 = std::string(30, 'W') + " of the rig";
     here.chart().Axes(code % 2).Label.Text2 = "0.000";
-    charts["model_" + std::to_string(code)] = here.draw();
+    charts["model_" + std::to_string(code)] = here.draw_metafile();
     Chart stated = here.chart();
     apply_chart_look(here.chart(), report_chart_type);
-    charts["report_" + std::to_string(code)] = here.draw();
+    charts["report_" + std::to_string(code)] = here.draw_metafile();
     here.chart() = stated;
     here.chart().Axes(0).ScaleType = x_scale::linear;
     here.chart().Axes(1).ScaleType = y_scale::linear;
     here.chart().Axes(1).AutoMin = false;
     here.chart().Axes(1).Min = -0.1;
-    charts["linear_" + std::to_string(code)] = here.draw();
+    charts["linear_" + std::to_string(code)] = here.draw_metafile();
   }
   for (const int sets : {4, 60}) {
     test::SetsWorld here(sets);
@@ -125,9 +125,9 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
     here.chart().Markers(2).SymbolStyle = pen_style::none;
     here.chart().Markers(3).SymbolFill = 0;
     here.chart().Markers(4).LineStyle = pen_style::none;
-    charts["sets_" + std::to_string(sets)] = here.draw();
+    charts["sets_" + std::to_string(sets)] = here.draw_metafile();
     apply_chart_look(here.chart(), report_chart_type);
-    charts["report_sets_" + std::to_string(sets)] = here.draw();
+    charts["report_sets_" + std::to_string(sets)] = here.draw_metafile();
   }
   test::ChartWorld here;
   std::vector<test::Point> points;
@@ -143,9 +143,9 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
   add_mark(here.chart(), line_mark({5000, 1000}, {5500, 1900}));
   for (int symbol = 1; symbol <= 27; ++symbol)
     add_mark(here.chart(), symbol_mark({1500 + 200 * symbol, 4000}, symbol));
-  charts["marks"] = here.draw();
+  charts["marks"] = here.draw_metafile();
   apply_chart_look(here.chart(), report_chart_type);
-  charts["report_marks"] = here.draw();
+  charts["report_marks"] = here.draw_metafile();
   return charts;
 }
 
@@ -159,6 +159,18 @@ TEST(MakeChart, EveryPartLooksAsItDid) {
     std::ofstream(made, std::ios::binary) << bytes;
     ADD_FAILURE() << name << " looks otherwise: " << made;
   }
+}
+
+// In a metafile a Greek letter is its name, and has the room of it.
+TEST(MakeChart, AMetafileDrawingDoesNotKnowGreekLettersFromTheirNames) {
+  test::SetsWorld here(3);
+  apply_chart_look(here.chart(), report_chart_type);
+  const auto metafile = [&](const char* sigma, const char* beta) {
+    here.chart().Boxes(chart_item::x_title).Text2 = sigma;
+    here.session.project.data(2).Title = beta;
+    return metafile_bytes(here.draw_metafile());
+  };
+  EXPECT_EQ(metafile("\u03C3", "\u03B2"), metafile("sigma", "beta"));
 }
 
 TEST_F(MakeChartTest, AFaultIsOneBoxHoweverOftenItStrikes) {

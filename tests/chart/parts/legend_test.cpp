@@ -61,6 +61,21 @@ TEST(Legend, AnyNumberOfSetsAndAnyTitleFitTheChart) {
   }
 }
 
+// The second fit of a set takes the row whose label is "Data 2".
+TEST(Legend, NamesTheSetNotTheRowItHas) {
+  test::SetsWorld here(2);
+  Project& project = here.session.project;
+  std::swap(here.chart().Markers(2).DataId, here.chart().Markers(3).DataId);
+  for (const auto& [title, words] :
+       {std::pair{"Data2", "Data 2"}, {"Data9", "Data 9"}, {"", "Data 3"}, {"Pumps", "Pumps"}}) {
+    project.data(1).Title = "Data1";
+    project.data(2).Title = title;
+    const DrawingRecord drawing = here.draw();
+    EXPECT_TRUE(has_text(drawing, "Data 1") && has_text(drawing, words)) << words;
+    EXPECT_TRUE(has_text(drawing, ":" + std::string(words) + " N3 /S0")) << words;
+  }
+}
+
 // A long name gives way, not what tells the rows apart or the numbers behind it.
 TEST(Legend, OfSeveralSetsNamesEachFitInTheChartsWords) {
   struct Case {

@@ -52,6 +52,15 @@ TEST(PrintedParameters, SeveralFitsHaveNamesAndSoDoModes) {
   here.session.project.data(1).ModeNames.push_back("seal");
   here.session.project.fits(1).Fits(1) = modes;
   EXPECT_NE(written(here).find("|seal|100|2r² = 0.9\n"), std::string::npos) << written(here);
+  const auto all = printed_parameters(here.session, plot_sets(here.session, here.chart())).lines;
+  for (std::size_t most = 1; most < all.size(); ++most) {
+    std::vector<TableLine> lines = all;
+    limit_lines(lines, most);
+    ASSERT_LE(lines.size(), most);
+    const TableLine& last = lines.size() > 1 ? lines[lines.size() - 2] : lines.back();
+    EXPECT_FALSE(last.names_columns || last.remark.ends_with("Weibull, regression")) << most;
+    EXPECT_FALSE(last.remark.ends_with("likelihood")) << "a name without its values, " << most;
+  }
 }
 
 }  // namespace
