@@ -29,15 +29,12 @@ struct FitWorld : TestWorld {
     Fit_Distribution(session, 1, 1, model, method, true, true);
   }
 
-  DataSet& data() { return session.project.data(1); }
-  FitPanel& panel() { return *session.gFitForm(1); }
   const Grid& grid() {
     announce(session);
     return panel().grd_Fit;
   }
   const FitSet& fits() const { return session.project.fits(1); }
   const FitResult& record(int slot) const { return session.project.fits(1).Fits(slot); }
-  std::string log() const { return session.project.log.plain(); }
 };
 
 /// Infant failures of a part, with a wear-out behind.

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <set>
+#include <tuple>
 
 #include "program_run.h"
 
@@ -55,6 +57,15 @@ struct SeveralFiles : ChartCommand {
     std::filesystem::create_directory(folder.path("old"));
     folder.write("old/motors.txt", "50\n70\n>90x4\n");
   }
+  /// Makes files of two units each; their names.
+  std::string sets(int count) const {
+    std::string names;
+    for (int i = 1; i <= count; ++i) {
+      folder.write("set" + std::to_string(i), std::to_string(i) + "\n" + std::to_string(3 * i));
+      names += "set" + std::to_string(i) + " ";
+    }
+    return names;
+  }
 };
 
 TEST_F(SeveralFiles, ShareOneChartAndAFitIsForTheFileItNames) {
@@ -63,10 +74,7 @@ TEST_F(SeveralFiles, ShareOneChartAndAFitIsForTheFileItNames) {
   for (const char* words : {"pumps, motors", ":pumps N2 /S1", ":motors N3 /S1", "W2P/", "N/"})
     EXPECT_NE(own.find(words), std::string::npos) << words;
   EXPECT_LT(own.find("N/"), own.find("W2P/")) << "in the order of the files";
-  struct Case {
-    std::string arguments, same;
-  };
-  const Case cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"motors.txt c.wmf --fit W2P/mle", "motors.txt c.wmf --fit 1:W2P/mle"},
       {"pumps.csv motors.txt c.wmf --fit W2P/mle --fit E/rr",
        "--fit 2:W2P/mle --fit 1:W2P/mle pumps.csv --fit 1:E/rr --fit 2:E/rr motors.txt c.wmf"},
@@ -76,19 +84,11 @@ TEST_F(SeveralFiles, ShareOneChartAndAFitIsForTheFileItNames) {
   EXPECT_TRUE(own != picture_of(folder, "pumps.csv motors.txt c.wmf --fit 2:W2P/mle"));
 }
 
-/// How many dashed pens a metafile makes: its record's number, and the style.
-int dashed_pens(const std::string& metafile) {
-  const std::string record("\xFA\x02\1\0", 4);
-  int count = 0;
-  for (std::size_t at = 0; (at = metafile.find(record, at)) != std::string::npos; ++at) ++count;
-  return count;
-}
-
-/// The pens of a metafile: style, width and colour of each once.
-std::set<std::string> pens(const std::string& metafile) {
-  const std::string record("\xFA\x02", 2);
-  std::set<std::string> found;
-  for (std::size_t at = 0; (at = metafile.find(record, at)) != std::string::npos; ++at)
+/// The pens that a metafile makes: style, width and colour of each whose record starts so.
+std::multiset<std::string> pens(const std::string& metafile,
+                                const std::string& start = {"\xFA\x02", 2}) {
+  std::multiset<std::string> found;
+  for (std::size_t at = 0; (at = metafile.find(start, at)) != std::string::npos; ++at)
     found.insert(metafile.substr(at, 12));
   return found;
 }
@@ -98,34 +98,28 @@ std::set<std::string> pens(const std::string& metafile) {
 TEST_F(SeveralFiles, NoTwoLinesLookTheSame) {
   folder.write("p.vpr", replaced(folder.read(factory_profile), "16384,15,0,0,1,0,0,1,0,0,5",
                                  "16384,15,0,0,1,0,5,1,0,0,5"));
-  struct Case {
-    std::string looks;
-    std::size_t files, further;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string, int, std::size_t> cases[] = {
       {" --type Standard", 11, 11}, {" --type Colour-safe", 8, 8}, {" --profile p.vpr", 3, 2}};
   for (const auto& [looks, files, further] : cases) {
-    std::string names;
-    for (std::size_t i = 1; i <= files; ++i) {
-      folder.write("set" + std::to_string(i), std::to_string(i) + "\n" + std::to_string(3 * i));
-      names += "set" + std::to_string(i) + " ";
-    }
-    const auto one = pens(picture_of(folder, names + "c.wmf --fit W2P/rr" + looks));
-    const auto both = pens(picture_of(folder, names + "c.wmf --fit W2P/rr --fit E/rr" + looks));
-    EXPECT_EQ(both.size(), one.size() + further) << looks;
+    const auto different = [&](const std::string& fits) {
+      const auto all = pens(picture_of(folder, sets(files) + "c.wmf" + fits + looks));
+      return std::set<std::string>(all.begin(), all.end()).size();
+    };
+    EXPECT_EQ(different(" --fit W2P/rr --fit E/rr"), different(" --fit W2P/rr") + further) << looks;
   }
 }
 
 // Each kind of fit has one style of line, whether or not a file has the others too.
 TEST_F(SeveralFiles, AreToldApartAndSoAreTheirFits) {
   folder.write("sound.txt", ">500\n>700\n");
+  const std::string dashed("\xFA\x02\1\0", 4);
   const std::string chart = picture_of(
       folder, "pumps.csv sound.txt motors.txt c.wmf --fit 1:E/mle --fit 1:W2P/rr --fit 3:W2P/rr");
   for (const char* words :
        {"pumps, E/MLE", "pumps, W2P/rr", "motors, W2P/rr", "sound, no failures"})
     EXPECT_NE(chart.find(words), std::string::npos) << words;
-  EXPECT_EQ(dashed_pens(chart), 4) << "two lines and their samples in the legend";
-  EXPECT_EQ(dashed_pens(picture_of(folder, "pumps.csv motors.txt c.wmf --fit W2P/rr")), 0);
+  EXPECT_EQ(pens(chart, dashed).size(), 4U) << "two lines and their samples in the legend";
+  EXPECT_EQ(pens(picture_of(folder, "pumps.csv motors.txt c.wmf --fit W2P/rr"), dashed).size(), 0U);
   const ProgramRun refused = folder.shell("$CLI chart sound.txt pumps.csv d.wmf --fit 2:LN/mle");
   EXPECT_EQ(refused.code, 1);
   EXPECT_NE(refused.err.find("pumps.csv: LN/mle: "), std::string::npos) << refused.err;
@@ -136,21 +130,17 @@ TEST_F(SeveralFiles, AreToldApartAndSoAreTheirFits) {
 // chart takes any number, beyond the rows that the factory has looks for.
 TEST_F(SeveralFiles, AreCalledByWhatTellsThemApart) {
   using Words = std::vector<std::string>;
-  std::string plants, sets;
+  std::string plants;
   for (const std::string place : {"north", "south", "far north"}) {
     const std::string name = "Feed pumps of the " + place + " plant, second overhaul.txt";
     folder.write(name, "100\n200\n");
     plants += "'" + name + "' ";
   }
-  for (int i = 1; i <= 25; ++i) {
-    folder.write("set" + std::to_string(i), std::to_string(i) + "\n" + std::to_string(2 * i));
-    sets += "set" + std::to_string(i) + " ";
-  }
   const std::pair<std::string, Words> cases[] = {
       {"motors.txt old/motors.txt - old/motors.txt c.wmf < pumps.csv",
        {"motors.txt", "old/motors.txt (2)", "standard input", "old/motors.txt (4)"}},
       {plants + "c.wmf --fit W2P/rr", {":\x85north\x85 N2", ":\x85south\x85 N2", " north\x85 N2"}},
-      {sets + "c.wmf --fit W2P/rr", {"set1, set2, ", " more", "set25"}}};
+      {sets(25) + "c.wmf --fit W2P/rr", {"set1, set2, ", " more", "set25"}}};
   for (const auto& [arguments, words] : cases) {
     const std::string chart = picture_of(folder, arguments);
     for (const std::string& word : words) EXPECT_NE(chart.find(word), std::string::npos) << word;
@@ -160,11 +150,8 @@ TEST_F(SeveralFiles, AreCalledByWhatTellsThemApart) {
 // The note at the foot of a chart, for a profile that shows it.
 TEST_F(SeveralFiles, AreNamedWithTheirFolderAtTheFoot) {
   const std::string factory = folder.read(factory_profile);
-  struct Case {
-    std::string mode, files, note;
-  };
   const std::string here = std::filesystem::canonical(folder.path(".")).string();
-  const Case cases[] = {
+  const std::array<std::string, 3> cases[] = {
       {"1", "pumps.csv c.wmf", "pumps.csv"},
       {"1", "./motors.txt old/../old/motors.txt c.wmf", "motors.txt, old/motors.txt"},
       {"2", "pumps.csv c.wmf", here},

@@ -13,9 +13,6 @@ struct SheetWorld : TestWorld {
     panel().nMethod = 0;
   }
   DataSheet& sheet() { return *session.gDataForm(1); }
-  FitPanel& panel() { return *session.gFitForm(1); }
-  DataSet& data() { return session.project.data(1); }
-  std::string log() { return session.project.log.plain(); }
   std::vector<std::string> column(int column) {
     std::vector<std::string> texts;
     for (int r = 1; r <= sheet().last_row(); ++r) texts.push_back(sheet().text(r, column));

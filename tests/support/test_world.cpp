@@ -9,18 +9,6 @@ namespace tavlo::test {
 
 ScriptedPrompts::~ScriptedPrompts() { verify(); }
 
-void ScriptedPrompts::expect_box(std::string title, std::string text, BoxAnswer answer) {
-  expected_.push_back({'b', std::move(title), std::move(text), answer, {}});
-}
-
-void ScriptedPrompts::expect_line(std::string title, std::optional<std::string> answer) {
-  expected_.push_back({'l', std::move(title), {}, BoxAnswer::ok, std::move(answer)});
-}
-
-void ScriptedPrompts::expect_file(std::string title, std::optional<std::string> answer) {
-  expected_.push_back({'f', std::move(title), {}, BoxAnswer::ok, std::move(answer)});
-}
-
 void ScriptedPrompts::verify() {
   for (const Expected& missing : expected_)
     ADD_FAILURE() << "expected and not shown: [" << missing.title << "] " << missing.text;

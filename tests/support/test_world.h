@@ -22,9 +22,16 @@ class ScriptedPrompts : public Prompts {
  public:
   ~ScriptedPrompts() override;
 
-  void expect_box(std::string title, std::string text, BoxAnswer answer = BoxAnswer::ok);
-  void expect_line(std::string title, std::optional<std::string> answer);
-  void expect_file(std::string title, std::optional<std::string> answer);
+  void expect_box(const std::string& title, const std::string& text,
+                  BoxAnswer answer = BoxAnswer::ok) {
+    expected_.push_back({'b', title, text, answer, {}});
+  }
+  void expect_line(const std::string& title, const std::optional<std::string>& answer) {
+    expected_.push_back({'l', title, {}, BoxAnswer::ok, answer});
+  }
+  void expect_file(const std::string& title, const std::optional<std::string>& answer) {
+    expected_.push_back({'f', title, {}, BoxAnswer::ok, answer});
+  }
 
   /// Accepts every box with OK and keeps it, for tests that count.
   void accept_all() { accept_all_ = true; }
@@ -215,6 +222,9 @@ struct TestWorld {
   Session session;
 
   Ports ports();
+  DataSet& data() { return session.project.data(1); }
+  FitPanel& panel() { return *session.gFitForm(1); }
+  std::string log() const { return session.project.log.plain(); }
 };
 
 /// A data set of the points, in the order given; modes get the names "mode1"...
