@@ -111,25 +111,20 @@ TEST_F(FormatDialogTest, LimitsNeedTheirFlagOffAndTheirOrder) {
 
 TEST_F(FormatDialogTest, NoNumberIsToldAndTheDialogStays) {
   const QString words = key("Please Check for invalid data.  Then try again.");
-  const struct {
-    ChartPart page;
-    const char* field;
-    const char* wrong;
-  } faults[] = {{ChartPart::boxes, "cht_Width", "wide"},
-                {ChartPart::plot_sets, "set_Size", "1e9"},
-                {ChartPart::titles, "ttl_Main_Size", ""}};
   qsizetype told = 0;
-  for (const auto& fault : faults) {
-    turn_to(static_cast<int>(fault.page));
-    const QString good = shown_in(fault.field);
-    type_over(fault.field, fault.wrong);
+  for (const auto& [page, field, wrong] : {std::tuple{ChartPart::boxes, "cht_Width", "wide"},
+                                           {ChartPart::plot_sets, "set_Size", "1e9"},
+                                           {ChartPart::titles, "ttl_Main_Size", ""}}) {
+    turn_to(static_cast<int>(page));
+    const QString good = shown_in(field);
+    type_over(field, wrong);
     turn_to(static_cast<int>(ChartPart::notes));
     person.press({"Return"});
-    ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == told + 1; })) << fault.field;
+    ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == told + 1; })) << field;
     EXPECT_EQ(boxes.texts()[told++], words);
-    ASSERT_TRUE(wait_until([&] { return dialog() && widget(fault.field).hasFocus(); }))
-        << "the fault is shown, " << fault.field;
-    type_over(fault.field, qPrintable(good));
+    ASSERT_TRUE(wait_until([&] { return dialog() && widget(field).hasFocus(); }))
+        << "the fault is shown, " << field;
+    type_over(field, qPrintable(good));
   }
   EXPECT_EQ(chart(), before_);
   close_with("Return");

@@ -109,7 +109,10 @@ TEST_F(MainJob, ArrowsChooseAndSpaceOrEnterCalculates) {
 }
 
 TEST_F(MainJob, MouseAlone) {
-  paste("100\n200\n300\n", 3);
+  paste("100\t1\r\n>200\t5\r\n300.5\t1\r\n", 3);
+  person.press({"ctrl+a", "ctrl+c"});
+  const QByteArray notation = "100\r\n>200x5\r\n300.5\r\n";
+  EXPECT_TRUE(wait_until([&] { return person.paste_elsewhere() == notation; }));
   person.click_twice(widget("btn_Fit"));
   ASSERT_TRUE(wait_until([&] { return fits().rows() > 1 && !program.commands.running(); }));
   EXPECT_EQ(log().find("Tavlo Fit"), log().rfind("Tavlo Fit")) << "one entry for one fit";
@@ -253,16 +256,6 @@ TEST_F(MainJob, AMixtureShowsItsPopulationsAndHowSureItIs) {
   person.type("7\n");
   choose("opt_Model_5", 8);
   EXPECT_TRUE(news.text().contains(QStringLiteral("starts ended"))) << "of the fit that is shown";
-}
-
-TEST_F(MainJob, PasteTwoColumnsAndCopyTheNotation) {
-  paste("150\t2\r\n>200\t5\r\n320.5\t1\r\n", 3);
-  EXPECT_EQ(sheet().text(1, sheet_column::fails), "2");
-  EXPECT_EQ(sheet().text(2, sheet_column::susps), "5");
-  person.press({"ctrl+a", "ctrl+c"});
-  QByteArray copied;
-  wait_until([&] { return !(copied = person.paste_elsewhere()).contains('\t'); });
-  EXPECT_EQ(copied, "150x2\r\n>200x5\r\n320.5\r\n");
 }
 
 // Keys of the sheet: what each does to the text and to the current cell.

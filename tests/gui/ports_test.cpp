@@ -42,22 +42,16 @@ TEST_F(DesktopPorts, FileDialogsCompleteNamesAndAskBeforeReplacing) {
   QFile file(folder.filePath(QStringLiteral("chart.wmf")));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   boxes.press_on_boxes("alt+y");
-  struct Case {
-    const char* name;
-    int filter;
-    bool asks;
-    const char* file;
-    int asked;
-  };
-  for (const Case& each :
-       {Case{"new", 1, true, "new.wmf", 0}, Case{"new", 2, true, "new.png", 0},
-        Case{"chart", 1, true, "chart.wmf", 1}, Case{"chart", 1, false, "chart.wmf", 1}}) {
-    const FileRequest request{
-        "Save", "All (*.*)|*.*|PNG picture (*.png)|*.png", each.filter, true, each.asks, "wmf"};
-    answer_files_with(folder.filePath(QString::fromUtf8(each.name)));
+  for (const auto& [name, filter, asks, wanted, asked] : {std::tuple{"new", 1, true, "new.wmf", 0},
+                                                          {"new", 2, true, "new.png", 0},
+                                                          {"chart", 1, true, "chart.wmf", 1},
+                                                          {"chart", 1, false, "chart.wmf", 1}}) {
+    const FileRequest request{"Save", "All (*.*)|*.*|PNG picture (*.png)|*.png", filter, true, asks,
+                              "wmf"};
+    answer_files_with(folder.filePath(QString::fromUtf8(name)));
     EXPECT_EQ(program.prompts.choose_file(request),
-              from_qt(folder.filePath(QString::fromUtf8(each.file))));
-    EXPECT_EQ(boxes.texts().size(), each.asked) << "the name that is taken is asked about";
+              from_qt(folder.filePath(QString::fromUtf8(wanted))));
+    EXPECT_EQ(boxes.texts().size(), asked) << "the name that is taken is asked about";
   }
 }
 

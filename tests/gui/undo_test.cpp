@@ -51,7 +51,7 @@ TEST_F(UndoByKeys, EverythingDoneIsTakenBackAndDoneAgain) {
   EXPECT_EQ(from_qt(window.windows().log().toPlainText()), shown);
 }
 
-TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindows) {
+TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindowsAndNames) {
   ASSERT_EQ(windows_shown(), 4u);
   window.DoCommand(2);
   ASSERT_TRUE(wait_until([&] { return windows_shown() == 6 && is_at_rest(); }));
@@ -65,9 +65,23 @@ TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindows) {
   EXPECT_EQ(session().project.fits(1).nFits, 0);
   window.DoCommand(3);
   ASSERT_TRUE(wait_until([&] { return windows_shown() == 7 && is_at_rest(); }));
+  press_and_rest({"ctrl+0"});
+  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D1")));
+  press_and_rest({"F2", "ctrl+a"});
+  person.type("Pumps\n");
+  ASSERT_TRUE(wait_until([&] { return session().project.data(1).Title == "Pumps"; }));
+  EXPECT_EQ(window.windows().child(QStringLiteral("D1"))->windowTitle(), QStringLiteral("Pumps"));
+  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D2")));
+  press_and_rest({"Delete"});
+  ASSERT_TRUE(wait_until([&] { return windows_shown() == 5; }));
+  EXPECT_EQ(session().project.data.bound(), 1);
+  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D1")));
+  press_and_rest({"Delete"});
+  EXPECT_EQ(session().project.data.bound(), 1) << "one stays";
   take_steps(18);
   EXPECT_EQ(windows_shown(), 4u);
   EXPECT_EQ(window.tree().node(QStringLiteral("D2")), nullptr);
+  EXPECT_EQ(session().project.data(1).Title, "Data1");
 }
 
 TEST_F(UndoByKeys, FitsAreShownPickedAndDeletedInTheirGrid) {
@@ -96,26 +110,6 @@ TEST_F(UndoByKeys, FitsAreShownPickedAndDeletedInTheirGrid) {
   press_and_rest({"Delete"});
   ASSERT_TRUE(wait_until([&] { return fits().rows() == 2; }));
   EXPECT_EQ(fits().text(1, fit_column::model), "N/rr");
-}
-
-TEST_F(UndoByKeys, SetsAreRenamedAndDeletedInTheTree) {
-  window.DoCommand(2);
-  ASSERT_TRUE(wait_until([&] { return windows_shown() == 6 && is_at_rest(); }));
-  press_and_rest({"ctrl+0"});
-  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D1")));
-  press_and_rest({"F2", "ctrl+a"});
-  person.type("Pumps\n");
-  ASSERT_TRUE(wait_until([&] { return session().project.data(1).Title == "Pumps"; }));
-  EXPECT_EQ(window.windows().child(QStringLiteral("D1"))->windowTitle(), QStringLiteral("Pumps"));
-  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D2")));
-  press_and_rest({"Delete"});
-  ASSERT_TRUE(wait_until([&] { return windows_shown() == 4; }));
-  EXPECT_EQ(session().project.data.bound(), 1);
-  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D1")));
-  press_and_rest({"Delete"});
-  EXPECT_EQ(session().project.data.bound(), 1) << "one stays";
-  take_steps(18);
-  EXPECT_EQ(session().project.data(1).Title, "Data1");
 }
 
 TEST_F(UndoByKeys, AnEditShowsThatFitsAndChartAreOutOfDateAndUndoMendsIt) {
