@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -202,7 +204,7 @@ TEST_F(DiskFilesTest, HostilePlacesAreToldAndUntouched) {
     EXPECT_EQ(content(), before) << fields[0] << ": " << fields[1];
   }
   EXPECT_EQ(files.create_new(path(std::string(300, 'n')), "x").message,
-            "writing failed: File name too long");
+            std::string("writing failed: ") + std::strerror(ENAMETOOLONG));
   fs::permissions(path("locked"), fs::perms(0755));
 }
 

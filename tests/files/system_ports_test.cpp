@@ -10,6 +10,7 @@
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -128,7 +129,7 @@ TEST_F(SystemHostTest, AProgramThatCannotRunIsTold) {
   EXPECT_EQ(host.start_program(make_program("text", "words", false), {}).fault,
             FileFault::not_found);
   EXPECT_EQ(host.start_program(make_program("empty", "", true), {}).message,
-            "starting it failed: Exec format error");
+            std::string("starting it failed: ") + std::strerror(ENOEXEC));
   EXPECT_EQ(host.start_program(make_program("lost", "#!/no/such/shell\n", true), {}).fault,
             FileFault::device_error);
   EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
