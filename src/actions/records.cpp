@@ -1,7 +1,9 @@
 #include "actions/records.h"
 
 #include <algorithm>
+#include <vector>
 
+#include "actions/shown_fits.h"
 #include "project/plot_rows.h"
 
 namespace tavlo {
@@ -38,12 +40,14 @@ bool is_last_one(Session& session, int count, const char* words) {
   return true;
 }
 
-/// Where a chart followed the fit that has gone it follows the last one that is left.
-void follow_last(const Project& project, Chart& chart, int fit_index) {
-  const int row = following_row(project, chart, fit_index);
-  const int last = project.fits(fit_index).nFits;
-  if (row != 0 && last > 0 && chart.Markers(row).FitNumber == 0)
-    follow_fit(project, chart, fit_index, last);
+/// The charts that follow a fit.
+std::vector<int> charts_following(const Project& project, int fit_index, int slot) {
+  std::vector<int> found;
+  for (int i = 1; i <= project.charts.bound(); ++i) {
+    const int row = following_row(project, project.charts(i), fit_index);
+    if (row != 0 && project.charts(i).Markers(row).FitNumber == slot) found.push_back(i);
+  }
+  return found;
 }
 
 }  // namespace
@@ -84,12 +88,15 @@ bool delete_fit(Session& session, int fit_index, int slot) {
   Project& project = session.project;
   FitSet& fits = project.fits(fit_index);
   if (is_busy(session) || slot < 1 || slot > std::min(fits.nFits, fits.Fits.bound())) return false;
+  const std::vector<int> following = charts_following(project, fit_index, slot);
   for (int i = 1; i <= project.charts.bound(); ++i)
     forget_fit(project, project.charts(i), fit_index, slot);
   fits.Fits.erase(slot);
   --fits.nFits;
-  for (int i = 1; i <= project.charts.bound(); ++i)
-    follow_last(project, project.charts(i), fit_index);
+  // Where a chart followed the fit that has gone it follows the last one that is left.
+  for (const int chart : following)
+    if (fits.nFits > 0 && session.settings.ShowLast)
+      follow_on_chart(session, chart, fit_index, fits.nFits);
   session.step = "Delete Fit";
   return true;
 }

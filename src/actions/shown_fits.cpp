@@ -51,6 +51,10 @@ void pick_fit(Session& session, int fit_index, int slot) {
       follow(project, project.charts(i), fit_index, slot);
 }
 
+void follow_on_chart(Session& session, int chart, int fit_index, int slot) {
+  follow(session.project, session.project.charts(chart), fit_index, slot);
+}
+
 std::optional<std::int32_t> shown_colour(const Session& session, int fit_index, int slot) {
   const Project& project = session.project;
   const int chart = chart_of(session, fit_index);

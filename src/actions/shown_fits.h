@@ -17,6 +17,9 @@ void follow_on_charts(Session& session, int fit_index, int slot);
 /// The same for a fit that the person has picked, whatever the charts follow.
 void pick_fit(Session& session, int fit_index, int slot);
 
+/// The same on one chart alone.
+void follow_on_chart(Session& session, int chart, int fit_index, int slot);
+
 /// The colour of its line on the chart of the set, as the records keep colours; nothing when
 /// the fit isn't drawn there.
 std::optional<std::int32_t> shown_colour(const Session& session, int fit_index, int slot);

@@ -85,7 +85,8 @@ void add_chart_record(Session& session) {
 void follow_fit_sets(Session& session) {
   const Slots<FitSet>& fits = session.project.fits;
   for (int i = 1; i <= session.gFitForm.bound(); ++i)
-    session.choices[session.gFitForm(i)->L_ID] = *session.gFitForm(i);
+    if (const std::int32_t id = session.gFitForm(i)->L_ID)
+      session.choices[id] = *session.gFitForm(i);
   session.gFitForm.resize(std::max(session.gFitForm.bound(), fits.bound()));
   for (int i = 1; i <= fits.bound(); ++i) {
     std::unique_ptr<FitPanel>& panel = session.gFitForm(i);
@@ -96,6 +97,7 @@ void follow_fit_sets(Session& session) {
     panel->remark.clear();
     static_cast<FitChoices&>(*panel) = session.choices[panel->L_ID];
   }
+  for (int i = fits.bound() + 1; i <= session.gFitForm.bound(); ++i) session.gFitForm(i)->L_ID = 0;
 }
 
 }  // namespace

@@ -177,6 +177,12 @@ TEST(ShownFits, AFitGoesToTheRowOfItsSetAndNeverToOneThatIsTied) {
   EXPECT_EQ(rows(2), "1:2 2:1") << "every chart of the set follows";
   delete_set(world.session, 1);
   EXPECT_EQ(rows() + " " + rows(2), "1:1 1:1") << "set 2 is set 1 now";
+  add_data_set(world.session);
+  add_data_set(world.session);
+  delete_set(world.session, 2);
+  world.session.gFitForm(2)->nMethod = 1;
+  delete_set(world.session, 1);
+  EXPECT_EQ(world.session.gFitForm(1)->nMethod, 1) << "choices go where their set goes";
 }
 
 TEST(Records, NamesAndDeletionsKeepToTheirLimits) {

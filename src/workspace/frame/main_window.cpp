@@ -204,11 +204,15 @@ void MainWindow::add_chart() {
 
 // Windows may go with their records, and may not do so inside an event of their own.
 void MainWindow::undo() {
-  QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::undo(session_); }));
+  QTimer::singleShot(0, this, program_.commands.slot([this] {
+    if (!windows_.is_dragging()) tavlo::undo(session_);
+  }));
 }
 
 void MainWindow::redo() {
-  QTimer::singleShot(0, this, program_.commands.slot([this] { tavlo::redo(session_); }));
+  QTimer::singleShot(0, this, program_.commands.slot([this] {
+    if (!windows_.is_dragging()) tavlo::redo(session_);
+  }));
 }
 
 void MainWindow::select_all() {

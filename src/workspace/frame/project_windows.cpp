@@ -110,6 +110,7 @@ void ProjectWindows::follow_records() {
     child(key_of('D', i))->set_title(to_qt(project.data(i).Title));
   for (int i = 1; i <= project.fits.bound(); ++i)
     child(key_of('F', i))->set_title(to_qt(project.fits(i).Title));
+  note_active(activeSubWindow());  // it may show another chart now
 }
 
 /// Where a record goes from the middle of its list, each one behind it takes its place: its
