@@ -96,7 +96,7 @@ bool delete_fit(Session& session, int fit_index, int slot) {
   // Where a chart followed the fit that has gone it follows the last one that is left.
   for (const int chart : following)
     if (fits.nFits > 0 && session.settings.ShowLast)
-      follow_on_chart(session, chart, fit_index, fits.nFits);
+      follow_on_chart(project, project.charts(chart), fit_index, fits.nFits);
   session.step = "Delete Fit";
   return true;
 }

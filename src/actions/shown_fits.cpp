@@ -13,17 +13,6 @@ std::int16_t model_of(const FitSet& fits, int slot) {
   return slot >= 1 && slot <= fits.Fits.bound() ? fits.Fits(slot).ModelCode : std::int16_t{0};
 }
 
-/// Another model is seen as a whole first: the part that the chart shows was chosen
-/// for the one before.
-void follow(const Project& project, Chart& chart, int fit_index, int slot) {
-  const FitSet& fits = project.fits(fit_index);
-  const int row = following_row(project, chart, fit_index);
-  const int before = row == 0 ? 0 : chart.Markers(row).FitNumber;
-  if (model_of(fits, before) != model_of(fits, slot)) end_zoom(chart);
-  follow_fit(project, chart, fit_index, slot);
-  if (const Model* model = find_model(model_of(fits, slot))) use_paper_of(chart, *model);
-}
-
 /// The chart that the person works on or, where it doesn't show the set, the last one that
 /// does, else the last one; 0 when there is none.
 int chart_of(const Session& session, int fit_index) {
@@ -39,6 +28,17 @@ int chart_of(const Session& session, int fit_index) {
 
 }  // namespace
 
+// Another model is seen as a whole first: the part that the chart shows was chosen for the
+// one before.
+void follow_on_chart(const Project& project, Chart& chart, int fit_index, int slot) {
+  const FitSet& fits = project.fits(fit_index);
+  const int row = following_row(project, chart, fit_index);
+  const int before = row == 0 ? 0 : chart.Markers(row).FitNumber;
+  if (model_of(fits, before) != model_of(fits, slot)) end_zoom(chart);
+  follow_fit(project, chart, fit_index, slot);
+  if (const Model* model = find_model(model_of(fits, slot))) use_paper_of(chart, *model);
+}
+
 void follow_on_charts(Session& session, int fit_index, int slot) {
   if (session.settings.ShowLast) pick_fit(session, fit_index, slot);
 }
@@ -48,11 +48,7 @@ void pick_fit(Session& session, int fit_index, int slot) {
   const int at_work = chart_of(session, fit_index);
   for (int i = 1; i <= project.charts.bound(); ++i)
     if (i == at_work || following_row(project, project.charts(i), fit_index) != 0)
-      follow(project, project.charts(i), fit_index, slot);
-}
-
-void follow_on_chart(Session& session, int chart, int fit_index, int slot) {
-  follow(session.project, session.project.charts(chart), fit_index, slot);
+      follow_on_chart(project, project.charts(i), fit_index, slot);
 }
 
 std::optional<std::int32_t> shown_colour(const Session& session, int fit_index, int slot) {

@@ -18,7 +18,7 @@ void follow_on_charts(Session& session, int fit_index, int slot);
 void pick_fit(Session& session, int fit_index, int slot);
 
 /// The same on one chart alone.
-void follow_on_chart(Session& session, int chart, int fit_index, int slot);
+void follow_on_chart(const Project& project, Chart& chart, int fit_index, int slot);
 
 /// The colour of its line on the chart of the set, as the records keep colours; nothing when
 /// the fit isn't drawn there.

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <climits>
 #include <cstdlib>
 #include <functional>
 
@@ -19,21 +18,13 @@ namespace tavlo::cli {
 
 namespace {
 
-/// The folder of the running program, with a slash at its end.
-std::string program_folder() {
-  std::string path(PATH_MAX, '\0');
-  const ssize_t size = ::readlink("/proc/self/exe", path.data(), path.size());
-  path.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-  return path.substr(0, path.rfind('/') + 1);
-}
-
 /// The painting function of the module; null with words when it can't be had.
 /// The module stays loaded until the program ends.
-WritePicture load_painter(std::string& error) {
+WritePicture load_painter(Host& host, std::string& error) {
   // Remarks of the toolkit on its surroundings are no messages of this program.
   ::setenv("QT_LOGGING_RULES", "*.debug=false;*.info=false;*.warning=false", 0);
-  for (const char* const place : {"", "../lib/tavlo/", "../lib/"}) {
-    const std::string module = program_folder() + place + picture_module;
+  for (const char* const place : {"/", "/../lib/tavlo/", "/../lib/"}) {
+    const std::string module = host.program_folder() + place + picture_module;
     if (::access(module.c_str(), F_OK) != 0) continue;
     void* const loaded = ::dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const symbol = loaded ? ::dlsym(loaded, write_picture_symbol) : nullptr;
@@ -57,7 +48,7 @@ FileResult make_picture(Session& session, const DrawingRecord& drawing, const st
     return metafile ? FileResult() : not_made("the chart was not saved");
   }
   std::string error;
-  const WritePicture paint = load_painter(error);
+  const WritePicture paint = load_painter(session.ports.host, error);
   const PictureSize wanted{size.width, size.height, size.dots_per_inch};
   const bool made = paint && paint(drawing, type.c_str() + 1, wanted, bytes, error);
   return made ? FileResult() : not_made(error);

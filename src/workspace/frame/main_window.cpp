@@ -248,7 +248,6 @@ void MainWindow::paste() {
   if (index == 0) return;
   windows_.sheet(index).mirror_selection();
   PasteClip(session_, index);
-  show_state();
 }
 
 void MainWindow::leave() { QTimer::singleShot(0, this, &QWidget::close); }
@@ -313,17 +312,11 @@ void MainWindow::open_child(const QString& node_key) {
 }
 
 void MainWindow::choose_model(int option) {
-  const int index = windows_.current_index();
-  opt_Model_Click(session_, index, option);
-  windows_.panel(index).show_choices();
-  show_state();
+  opt_Model_Click(session_, windows_.current_index(), option);
 }
 
 void MainWindow::choose_method(int method) {
-  const int index = windows_.current_index();
-  opt_Method_Click(session_, index, static_cast<std::int16_t>(method));
-  windows_.panel(index).show_choices();
-  show_state();
+  opt_Method_Click(session_, windows_.current_index(), static_cast<std::int16_t>(method));
 }
 
 void MainWindow::show_state() {
