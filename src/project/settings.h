@@ -1,6 +1,8 @@
 // Settings: what the user chose for the whole program, with the factory values.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
 
 #include "numerics/number_reading.h"
@@ -8,6 +10,11 @@
 namespace tavlo {
 
 struct Settings {
+  std::array<std::string, 11> RecentFiles;  ///< the last project files from place 1 on
+  std::int16_t UserMode = 0;                ///< stored only
+  std::int32_t Language = 1;                ///< number of the language file, 0 to 99
+  bool StripToolbar = false;
+  bool RibbonToolbar = true;
   bool ProjectTree = true;
   bool StatusBar = true;
   bool Benard = true;                  ///< estimate ranks with (j - 0.3) / (n + 0.4)
