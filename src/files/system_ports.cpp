@@ -10,6 +10,7 @@
 #include <random>
 #include <string_view>
 
+#include "files/private_folder.h"
 #include "files/program_start.h"
 
 namespace tavlo {
@@ -78,9 +79,7 @@ std::string SystemHost::program_folder() {
 }
 
 std::string SystemHost::temp_folder() {
-  std::error_code fault;
-  const auto folder = std::filesystem::temp_directory_path(fault);
-  return fault ? "/tmp" : folder.string();
+  return private_temp_folder(environment("XDG_RUNTIME_DIR"), environment("TMPDIR"));
 }
 
 std::string SystemHost::environment(const std::string& name) {

@@ -16,7 +16,8 @@ class Host {
   /// The folder that the program's own file stands in.
   virtual std::string program_folder() = 0;
 
-  /// A folder for files that nobody misses after a restart.
+  /// A folder for files that nobody misses after a restart. It belongs to the person who
+  /// runs the program and is closed to all others; empty where there is none.
   virtual std::string temp_folder() = 0;
 
   /// The value of an environment variable; empty when it is not set.
