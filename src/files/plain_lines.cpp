@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "files/text_encoding.h"
 #include "project/code_page.h"
 
 namespace tavlo {
@@ -11,16 +10,27 @@ namespace {
 
 bool is_control(char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }
 
+/// Byte order marks are nothing to see, and one at the front would go with the next reading.
+std::string without_marks(std::string_view line) {
+  constexpr std::string_view mark = "\uFEFF";
+  std::string text;
+  for (std::size_t at = 0; at != std::string_view::npos;) {
+    at = line.find(mark);
+    text += line.substr(0, at);
+    if (at != std::string_view::npos) line.remove_prefix(at + mark.size());
+  }
+  return text;
+}
+
 }  // namespace
 
 std::vector<std::string> plain_lines(std::string_view bytes, std::size_t most) {
-  bytes = without_byte_order_mark(bytes);
   std::string converted;
   if (!is_utf8(bytes)) bytes = converted = utf8_from_ansi(bytes);
   std::vector<std::string> lines;
   while (!bytes.empty() && lines.size() < most) {
     const std::size_t end = std::min(bytes.find_first_of("\r\n"), bytes.size());
-    lines.emplace_back(bytes.substr(0, end));
+    lines.push_back(without_marks(bytes.substr(0, end)));
     const bool is_pair = bytes.substr(end, 2) == "\r\n";
     bytes.remove_prefix(std::min(end + (is_pair ? 2 : 1), bytes.size()));
   }

@@ -10,7 +10,11 @@ namespace {
 /// Without the first and the last character, which need not be a bracket: what is damaged
 /// is written back as it was read.
 std::string section_name(std::string_view line) {
-  return line.size() < 2 ? std::string() : std::string(line.substr(1, line.size() - 2));
+  line.remove_prefix(1);
+  const auto is_inside_character = [](char c) { return (c & 0xC0) == 0x80; };
+  while (!line.empty() && is_inside_character(line.back())) line.remove_suffix(1);
+  if (!line.empty()) line.remove_suffix(1);
+  return std::string(line);
 }
 
 IniLine read_line(std::string_view line) {

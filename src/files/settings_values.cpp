@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "files/plain_lines.h"
+#include "files/text_lines.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
 
@@ -77,8 +78,9 @@ struct Reading {
 
   void operator()(RecentFile file) const {
     if (file.place == 0) return;
-    const std::string name = without_control_characters(std::string(text));
-    settings.RecentFiles[file.place] = name.size() > longest_path ? std::string() : name;
+    const std::string plain = without_control_characters(std::string(text));
+    const std::string_view name = trimmed(plain);
+    settings.RecentFiles[file.place] = name.size() > longest_path ? "" : name;
   }
   void operator()(std::int16_t Settings::*field) const {
     settings.*field = factory.*field;
