@@ -17,6 +17,7 @@
 #include "chart/metafile/chart_exits.h"
 #include "painter/clipboard_forms.h"
 #include "workspace/fit/fit_choices.h"
+#include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
 #include "workspace/qt/qt_text.h"
 
@@ -35,8 +36,10 @@ MainWindow::MainWindow(Program& program)
   program_.prompts.set_parent(this);
   set_up_tree();
   set_up_status_bar();
-  commands_ = std::make_unique<CommandRegistry>(*menuBar(), all_commands(*this),
-                                                [this](int id) { DoCommand(id); });
+  commands_ = std::make_unique<CommandRegistry>(
+      *menuBar(), with_captions(all_commands(*this), session_.LanguageText),
+      [this](int id) { DoCommand(id); },
+      [this](const QString& path) { return menu_caption(path, session_.LanguageText); });
   chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
   commands_->fill(chart_menu_, chart_pop_up());
   give_commands(tree_, tree_pop_up());
