@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "files/short_decimals.h"
 #include "files/text_encoding.h"
 #include "files/text_lines.h"
 #include "numerics/number_text.h"
@@ -120,10 +121,10 @@ void ProjectReader::begin_piece(const char* kind) {
 /// What stands in front of the first such character, or of the end of the file.
 template <class Ends>
 std::string_view ProjectReader::front_until(Ends ends) {
-  const std::string_view front = rest_.substr(0, longest_line + 1);
+  const std::string_view front = rest_.substr(0, longest_text + 1);
   const auto end = std::find_if(front.begin(), front.end(), ends);
   const auto size = static_cast<std::size_t>(end - front.begin());
-  if (size > longest_line) refuse(run_time::out_of_string_space, "the line is too long");
+  if (size > longest_text) refuse(run_time::out_of_string_space, "the line is too long");
   return front.substr(0, size);
 }
 
@@ -151,11 +152,15 @@ std::string_view ProjectReader::next_value() {
     rest_.remove_prefix(bare.size());
     found = trimmed(bare);
   }
+  take_value_end();
+  return found;
+}
+
+void ProjectReader::take_value_end() {
   if (rest_.starts_with(','))
     rest_.remove_prefix(1);
   else
     take_line_end();
-  return found;
 }
 
 std::string_view ProjectReader::next_line() {
@@ -168,7 +173,20 @@ std::string_view ProjectReader::next_line() {
 
 // Values
 
+/// Most values are short decimals right before a comma or the end of their line.
+bool ProjectReader::take_short_decimal(double& number) {
+  if (foreign_) return false;
+  const std::size_t size = read_short_decimal(rest_, number);
+  if (size == 0 || size == rest_.size() || !ends_value(rest_[size])) return false;
+  piece_line_ = line_;
+  rest_.remove_prefix(size);
+  take_value_end();
+  return true;
+}
+
 double ProjectReader::next_number() {
+  double short_decimal = 0;
+  if (take_short_decimal(short_decimal)) return short_decimal;
   const std::string_view found = next_value();
   if (const auto number = parse_with_d(found)) return *number;
   if (found.empty()) refuse(run_time::type_mismatch, "a value is missing");
@@ -252,7 +270,21 @@ void ProjectReader::require_bytes_for(std::int64_t bound, std::size_t least_byte
 void ProjectReader::require_bound(std::int64_t bound, std::int64_t expected) {
   if (bound == expected) return;
   refuse(run_time::subscript, "Count out of range in file: " + std::to_string(bound) +
-                                  " where the chart has " + std::to_string(expected));
+                                  " where there must be " + std::to_string(expected));
+}
+
+std::string_view ProjectReader::raw(std::int64_t size) {
+  begin_piece("text");
+  if (size < 0 || static_cast<std::uint64_t>(size) > rest_.size())
+    refuse(run_time::input_past_end, "a text of " + std::to_string(size) + " bytes is due, but " +
+                                         std::to_string(rest_.size()) + " are left in the file");
+  const std::string_view taken = rest_.substr(0, static_cast<std::size_t>(size));
+  rest_.remove_prefix(taken.size());
+  return taken;
+}
+
+void ProjectReader::skip_empty_lines() {
+  while (!rest_.empty() && ends_line(rest_.front())) take_line_end();
 }
 
 }  // namespace tavlo
