@@ -140,7 +140,7 @@ std::string_view ProjectReader::quoted_value() {
   return trimmed(inside);
 }
 
-std::string_view ProjectReader::next_value() {
+std::string_view ProjectReader::word() {
   begin_piece("value");
   skip_blanks();
   std::string_view found;
@@ -158,8 +158,8 @@ std::string_view ProjectReader::next_value() {
   return found;
 }
 
-std::string_view ProjectReader::next_line() {
-  begin_piece("text");
+std::string_view ProjectReader::line(const char* kind) {
+  begin_piece(kind);
   const std::string_view found = front_until(ends_line);
   rest_.remove_prefix(found.size());
   take_line_end();
@@ -168,26 +168,36 @@ std::string_view ProjectReader::next_line() {
 
 // Values
 
-double ProjectReader::next_number() {
-  const std::string_view found = next_value();
-  if (const auto number = parse_with_d(found)) return *number;
-  if (found.empty()) refuse(run_time::type_mismatch, "a value is missing");
-  if (has_form_of_number(found)) refuse(run_time::overflow, quoted(found) + " is out of range");
-  refuse(run_time::type_mismatch, quoted(found) + " is not a number");
+double ProjectReader::number(std::string_view part) {
+  if (const auto number = parse_with_d(part)) return *number;
+  if (part.empty()) refuse(run_time::type_mismatch, "a value is missing");
+  if (has_form_of_number(part)) refuse(run_time::overflow, quoted(part) + " is out of range");
+  refuse(run_time::type_mismatch, quoted(part) + " is not a number");
 }
 
-double ProjectReader::next_whole(double lowest, double highest) {
-  const double number = next_number();
-  if (std::floor(number) != number)
-    refuse(run_time::type_mismatch, number_text(number) + " is not a whole number");
-  if (number < lowest || number > highest)
+float ProjectReader::single(double number) {
+  if (std::fabs(number) > std::numeric_limits<float>::max())
+    refuse(run_time::overflow, number_text(number) + " is out of range (-3.4E+38 to 3.4E+38)");
+  return ToSingle(number);
+}
+
+std::int32_t ProjectReader::whole(std::string_view part) {
+  using Range = std::numeric_limits<std::int32_t>;
+  return ToInt32(whole_between(part, Range::min(), Range::max()));
+}
+
+double ProjectReader::whole_between(std::string_view part, double lowest, double highest) {
+  const double found = number(part);
+  if (std::floor(found) != found)
+    refuse(run_time::type_mismatch, number_text(found) + " is not a whole number");
+  if (found < lowest || found > highest)
     refuse(run_time::overflow,
-           number_text(number) + " is out of range" + range_text(lowest, highest));
-  return number;
+           number_text(found) + " is out of range" + range_text(lowest, highest));
+  return found;
 }
 
 void ProjectReader::value(bool& flag) {
-  const std::string_view found = next_value();
+  const std::string_view found = word();
   const auto read = parse_flag(found);
   if (!read) refuse(run_time::type_mismatch, quoted(found) + " is neither #TRUE# nor #FALSE#");
   flag = *read;
@@ -195,13 +205,10 @@ void ProjectReader::value(bool& flag) {
 
 void ProjectReader::value(std::int16_t& whole) {
   using Range = std::numeric_limits<std::int16_t>;
-  whole = ToInt16(next_whole(Range::min(), Range::max()));
+  whole = ToInt16(whole_between(word(), Range::min(), Range::max()));
 }
 
-void ProjectReader::value(std::int32_t& whole) {
-  using Range = std::numeric_limits<std::int32_t>;
-  whole = ToInt32(next_whole(Range::min(), Range::max()));
-}
+void ProjectReader::value(std::int32_t& whole) { whole = this->whole(word()); }
 
 void ProjectReader::value(AsInt<std::int32_t> whole) {
   std::int16_t narrow = 0;
@@ -209,17 +216,12 @@ void ProjectReader::value(AsInt<std::int32_t> whole) {
   whole.wide = narrow;
 }
 
-void ProjectReader::value(float& number) {
-  const double wide = next_number();
-  if (std::fabs(wide) > std::numeric_limits<float>::max())
-    refuse(run_time::overflow, number_text(wide) + " is out of range (-3.4E+38 to 3.4E+38)");
-  number = ToSingle(wide);
-}
+void ProjectReader::value(float& number) { number = single(this->number(word())); }
 
-void ProjectReader::value(double& number) { number = next_number(); }
+void ProjectReader::value(double& number) { number = this->number(word()); }
 
 void ProjectReader::text(std::string& line) {
-  const std::string_view found = next_line();
+  const std::string_view found = this->line();
   line = utf8_ && is_utf8(found) ? std::string(found) : utf8_from_ansi(found);
 }
 
@@ -232,11 +234,11 @@ std::int64_t ProjectReader::count(std::int64_t) {
 }
 
 void ProjectReader::skip_values(std::int64_t number) {
-  for (; number > 0; --number) next_value();
+  for (; number > 0; --number) word();
 }
 
 void ProjectReader::skip_texts(std::int64_t number) {
-  for (; number > 0; --number) next_line();
+  for (; number > 0; --number) line();
 }
 
 void ProjectReader::require_bytes_for(std::int64_t bound, std::size_t least_bytes,
