@@ -12,9 +12,12 @@
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "actions/work.h"
-#include "files/foreign_file.h"
+#include "files/foreign_old_data.h"
+#include "files/foreign_quelplot.h"
+#include "files/foreign_type.h"
 #include "files/project_file.h"
 #include "numerics/date_text.h"
+#include "numerics/number_text.h"
 #include "project/version_words.h"
 
 namespace tavlo {
@@ -28,7 +31,8 @@ constexpr const char* open_filter =
 /// Kept on purpose: after OK the name is taken as it is, and opening it says what is wrong.
 std::string name_to_open(Session& session) {
   Prompts& prompts = session.ports.prompts;
-  const auto name = prompts.choose_file({.title = "Open", .filter = open_filter, .filter_index = 3});
+  const auto name =
+      prompts.choose_file({.title = "Open", .filter = open_filter, .filter_index = 3});
   if (!name || name->empty() || session.ports.file_system.exists(*name))
     return name.value_or(std::string());
   const Box question = {"File Not Found", *name + " does not exist. Check again?",
@@ -45,20 +49,24 @@ struct Opening {
   bool cancelled = false;
 };
 
-ProjectFault as_project_fault(const FileFault& fault) { return {fault.error_number, fault.fault, {}}; }
+ProjectFault as_project_fault(const NumberedFault& fault) {
+  return {fault.error_number, fault.fault, {}};
+}
 
 std::optional<ProjectFault> read_quelplot_set(Session& session, Opening& opening) {
   int sets = 1;
   if (const auto fault = count_quelplot_sets(opening.bytes, sets)) return as_project_fault(*fault);
   int set = 1;
   if (sets > 1) {
-    const auto reply = session.ports.prompts.ask_line(
-        "Multiple data sets",
-        "This data file has " + std::to_string(sets) + "data sets.  Which set did you want to read?",
-        "1");
+    const auto reply =
+        session.ports.prompts.ask_line("Multiple data sets",
+                                       "This data file has " + std::to_string(sets) +
+                                           "data sets.  Which set did you want to read?",
+                                       "1");
     opening.cancelled = !reply;
     if (opening.cancelled) return std::nullopt;
-    set = set_of_reply(*reply, sets);
+    const double number = parse_number(*reply).value_or(1);
+    set = number >= 1 && number <= sets ? static_cast<int>(number) : 1;
   }
   if (const auto fault = read_quelplot(opening.bytes, set, opening.project))
     return as_project_fault(*fault);
@@ -70,9 +78,8 @@ std::optional<ProjectFault> read_text(Session& session, Opening& opening) {
   DataRows rows;
   const auto fault = read_pasted_rows(opening.bytes, session, rows, opening.cancelled);
   if (fault && !opening.cancelled)
-    return ProjectFault{run_time::type_mismatch,
-                        {fault->line, "neither a project nor data: " + fault->what},
-                        {}};
+    return ProjectFault{
+        run_time::type_mismatch, {fault->line, "neither a project nor data: " + fault->what}, {}};
   if (!fault) fill_data_set(std::move(rows), opening.project.data(1));
   return std::nullopt;
 }
@@ -95,7 +102,7 @@ std::optional<ProjectFault> read_file(Session& session, Opening& opening) {
 /// The log tells when the file was opened, and by which version.
 void add_opening_line(Session& session) {
   session.project.log.append_rtf(
-      std::string("\\par Quellmarch Tavlo ") + format_version + "\\'a92011 -2019" +
+      "\\par Quellmarch Tavlo " + std::string(file_version) + "\\'a92011 -2019" +
       format_date(session.ports.clock.now(), "ddd dd mmm yyyy hh:mmampm") + "\\par ");
 }
 

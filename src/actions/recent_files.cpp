@@ -46,8 +46,7 @@ std::string short_file_name(const std::string& path) {
   const std::string separator = folder.empty() ? "\\" : std::string(1, folder.back());
   // As if a separator stood in front of the path.
   const std::size_t at = characters_in(folder) + 1;
-  if (characters_in(path) - at >= characters_shown && characters_in(path) > at)
-    return "..." + name;
+  if (characters_in(path) - at >= characters_shown && characters_in(path) > at) return "..." + name;
   if (characters_in(path) >= characters_shown && at >= characters_shown)
     return std::string(front_of(path, at - 20)) + "..." + separator + name;
   return path;

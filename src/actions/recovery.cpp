@@ -25,7 +25,8 @@ std::string harmless(const std::string& title) {
   constexpr std::size_t longest = 80;
   std::string name(utf8_front(title, longest));
   for (char& c : name)
-    if (static_cast<unsigned char>(c) < ' ' || std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos)
+    if (static_cast<unsigned char>(c) < ' ' ||
+        std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos)
       c = '_';
   if (name.ends_with(suffix)) name.resize(name.size() - suffix.size());
   return name;
@@ -40,8 +41,7 @@ std::int64_t points_of(const Project& project) {
 std::string stamp_of(const DateTime& moment) { return format_date(moment, "yyyymmdd-hhnnss"); }
 
 std::string copy_name(Session& session, CopyReason reason) {
-  return stamp_of(session.ports.clock.now()) +
-         (reason == CopyReason::current ? " c p" : " r p") +
+  return stamp_of(session.ports.clock.now()) + (reason == CopyReason::current ? " c p" : " r p") +
          std::to_string(session.ports.host.process_id()) + " n" +
          std::to_string(points_of(session.project)) + " " + harmless(project_title(session)) +
          std::string(suffix);
@@ -97,7 +97,8 @@ std::optional<NamedCopy> copy_of_name(const std::string& folder, const std::stri
   const std::string time = stamp.substr(0, 4) + "-" + stamp.substr(4, 2) + "-" +
                            stamp.substr(6, 2) + " " + stamp.substr(9, 2) + ":" +
                            stamp.substr(11, 2);
-  return NamedCopy{{folder + "/" + file, std::string(rest), time, *points, kind == "c"}, *process, stamp};
+  return NamedCopy{
+      {folder + "/" + file, std::string(rest), time, *points, kind == "c"}, *process, stamp};
 }
 
 /// All copies in the folder, the newest first.
@@ -108,7 +109,8 @@ std::vector<NamedCopy> all_copies(Session& session) {
       !session.ports.file_system.list_folder(session.recovery_folder, names))
     return copies;
   for (auto name = names.rbegin(); name != names.rend(); ++name)
-    if (auto copy = copy_of_name(session.recovery_folder, *name)) copies.push_back(*std::move(copy));
+    if (auto copy = copy_of_name(session.recovery_folder, *name))
+      copies.push_back(*std::move(copy));
   return copies;
 }
 
@@ -141,7 +143,8 @@ void keep_copy(Session& session, CopyReason reason) {
   finish_copies(session, true);
   if (session.recovery_folder.empty()) return;
   if (!is_unsaved(session)) return drop_own_copy(session);
-  const bool stands = !session.own_copy.empty() && session.copied && *session.copied == session.project;
+  const bool stands =
+      !session.own_copy.empty() && session.copied && *session.copied == session.project;
   if (stands && reason == CopyReason::current) return;
   if (!session.ports.file_system.make_folder(session.recovery_folder)) return;
   PendingCopy copy;
@@ -149,16 +152,16 @@ void keep_copy(Session& session, CopyReason reason) {
   copy.is_current = reason == CopyReason::current;
   copy.state = std::make_shared<const Project>(session.project);
   if (!copy.is_current) copy.stands_for = std::exchange(session.own_copy, {});
-  copy.written = std::async(
-      std::launch::async, [&files = session.ports.file_system, path = copy.path,
-                           state = copy.state.get()] { return write_copy(files, path, *state); });
+  copy.written = std::async(std::launch::async,
+                            [&files = session.ports.file_system, path = copy.path,
+                             state = copy.state.get()] { return write_copy(files, path, *state); });
   session.copy = std::move(copy);
 }
 
 void finish_copies(Session& session, bool wait) {
   if (!session.copy) return;
-  const auto state = wait ? std::future_status::ready
-                          : session.copy->written.wait_for(std::chrono::seconds(0));
+  const auto state =
+      wait ? std::future_status::ready : session.copy->written.wait_for(std::chrono::seconds(0));
   if (state != std::future_status::ready) return;
   const FileResult written = session.copy->written.get();
   const PendingCopy copy = *std::exchange(session.copy, std::nullopt);

@@ -31,8 +31,7 @@ std::string name_to_save(Session& session) {
                                                        .suggestion = suggested_path(session)});
   if (!name || name->empty()) return {};
   if (!session.ports.file_system.exists(*name)) return *name;
-  const Box question = {"Overwrite File?",
-                        *name + " exists.  Do you want to overwrite the file?",
+  const Box question = {"Overwrite File?", *name + " exists.  Do you want to overwrite the file?",
                         BoxIcon::question, BoxButtons::yes_no_cancel};
   return session.ports.prompts.show(question) == BoxAnswer::cancel ? std::string() : *name;
 }
@@ -46,7 +45,8 @@ bool goes_on_with_changed_sets(Session& session) {
        "New Data, or Data changed since Fits were last calculated.  Do you want to recalculate "
        "changed fits now?",
        BoxIcon::question, BoxButtons::yes_no_cancel});
-  if (answer == BoxAnswer::yes) prompts.show({"", "Add update Call", BoxIcon::none, BoxButtons::ok});
+  if (answer == BoxAnswer::yes)
+    prompts.show({"", "Add update Call", BoxIcon::none, BoxButtons::ok});
   if (answer != BoxAnswer::cancel) return true;
   prompts.show({"Save Canceled.", "Data Not Saved", BoxIcon::stop, BoxButtons::ok});
   return false;
@@ -56,8 +56,8 @@ bool goes_on_with_changed_sets(Session& session) {
 Project as_saved(Session& session, const std::string& path) {
   Project saved = session.project;
   show_file_name(saved, present_work(session).path, path);
-  saved.log.append_rtf("Saved: " + format_date(session.ports.clock.now(), "ddd dd mmm yyyy hh:mmampm") +
-                       " \\par ");
+  saved.log.append_rtf(
+      "Saved: " + format_date(session.ports.clock.now(), "ddd dd mmm yyyy hh:mmampm") + " \\par ");
   return saved;
 }
 

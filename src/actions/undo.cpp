@@ -101,8 +101,8 @@ bool is_unsaved(const Session& session) {
   const Project& saved = work->second.saved;
   const bool same_data = std::equal(now.data.begin(), now.data.end(), saved.data.begin(),
                                     saved.data.end(), same_content);
-  return !same_data || !(now.fits == saved.fits) ||
-         !(now.log == saved.log) || !differ_in_view_only(now.charts, saved.charts);
+  return !same_data || !(now.fits == saved.fits) || !(now.log == saved.log) ||
+         !differ_in_view_only(now.charts, saved.charts);
 }
 
 }  // namespace tavlo

@@ -45,6 +45,24 @@ class ProjectReader : public ProjectText {
 
   void text(std::string& line);
 
+  // The data files of other programs hold the same two kinds of line, in other forms.
+
+  /// A text line as its bytes; `kind` names what is due, for the fault at the end of the file.
+  std::string_view line(const char* kind = "text");
+
+  /// A value as its bytes, without the quotation marks around it.
+  std::string_view word();
+
+  /// The number that a part of the line read last stands for; refused as a value is.
+  double number(std::string_view part);
+  std::int32_t whole(std::string_view part);
+  float single(double number);
+
+  bool at_end() const { return rest_.empty(); }
+  std::size_t bytes_left() const { return rest_.size(); }
+  /// Where the value or line read last began, from 1.
+  long line_number() const { return piece_line_; }
+
   /// Reads how many fields or records the file says will follow: any 32-bit number,
   /// given in 64 so that the difference from the number due never overflows.
   std::int64_t count(std::int64_t expected);
@@ -94,12 +112,9 @@ class ProjectReader : public ProjectText {
   void begin_piece(const char* kind);
   template <class Ends>
   std::string_view front_until(Ends ends);
-  std::string_view next_value();
   std::string_view quoted_value();
-  std::string_view next_line();
   bool take_short_decimal(double& number);
-  double next_number();
-  double next_whole(double lowest, double highest);
+  double required_whole(double number, double lowest, double highest);
   void skip_blanks();
   void take_value_end();
   void take_line_end();

@@ -75,15 +75,15 @@ struct Session {
   FitDialogue fitting;
 
   // Copies that outlive a crash, see recovery in the actions.
-  std::string recovery_folder;      ///< empty for none
-  std::string begun;                ///< the moment from which on copies are of this run
-  std::string own_copy;             ///< the last one of the current work; empty for none
+  std::string recovery_folder;            ///< empty for none
+  std::string begun;                      ///< the moment from which on copies are of this run
+  std::string own_copy;                   ///< the last one of the current work; empty for none
   std::shared_ptr<const Project> copied;  ///< what it holds
-  std::optional<PendingCopy> copy;  ///< that is being written
+  std::optional<PendingCopy> copy;        ///< that is being written
 
   std::map<std::int64_t, Work> works;  ///< by Project::work
   std::int64_t last_work = 0;
-  Project told;   ///< what the windows were told last, see actions/announce
+  Project told;  ///< what the windows were told last, see actions/announce
   History history;
   /// What the command at work is called in the Edit menu; empty for none of its own.
   std::string step;
