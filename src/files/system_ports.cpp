@@ -12,6 +12,7 @@
 #include <random>
 #include <string_view>
 
+#include "files/private_folder.h"
 #include "files/program_start.h"
 
 namespace tavlo {
@@ -86,9 +87,7 @@ bool SystemHost::is_running(std::int64_t process_id) {
 }
 
 std::string SystemHost::temp_folder() {
-  std::error_code fault;
-  const auto folder = std::filesystem::temp_directory_path(fault);
-  return fault ? "/tmp" : folder.string();
+  return private_temp_folder(environment("XDG_RUNTIME_DIR"), environment("TMPDIR"));
 }
 
 std::string SystemHost::environment(const std::string& name) {

@@ -23,7 +23,8 @@ class Host {
   /// Whether a process of that number runs; true where that can't be known.
   virtual bool is_running(std::int64_t process_id) = 0;
 
-  /// A folder for files that nobody misses after a restart.
+  /// A folder for files that nobody misses after a restart. It belongs to the person who
+  /// runs the program and is closed to all others; empty where there is none.
   virtual std::string temp_folder() = 0;
 
   /// The value of an environment variable; empty when it is not set.

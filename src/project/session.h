@@ -15,6 +15,8 @@
 #include "project/data_sheet.h"
 #include "project/fit_panel.h"
 #include "project/history.h"
+#include "project/language_texts.h"
+#include "project/program_places.h"
 #include "project/project.h"
 #include "project/settings.h"
 #include "project/unique_id.h"
@@ -58,6 +60,9 @@ struct Session {
   Ports ports;
   ErrorReporter errors;
   Settings settings;
+  ProgramPlaces places;
+  std::vector<std::string> LanguageText = std::vector<std::string>(language_texts);
+  std::int32_t RunMode = 1;  ///< 2 from the moment a command line is seen; stored only
   UniqueIds ids;
 
   Project project;
