@@ -3,7 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -76,6 +78,12 @@ std::uint32_t RandomEntropy::next() {
 std::string SystemHost::program_folder() {
   std::error_code fault;
   return std::filesystem::read_symlink("/proc/self/exe", fault).parent_path().string();
+}
+
+std::int64_t SystemHost::process_id() { return ::getpid(); }
+
+bool SystemHost::is_running(std::int64_t process_id) {
+  return ::kill(static_cast<pid_t>(process_id), 0) == 0 || errno != ESRCH;
 }
 
 std::string SystemHost::temp_folder() {

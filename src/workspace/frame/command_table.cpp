@@ -88,8 +88,8 @@ Rows option_commands(MainWindow& frame) {
   const auto precise = of_chart(charts, [](ChartWindow& chart) { return chart.is_precise(); });
   const auto zooms =
       of_chart(charts, [](ChartWindow& chart) { return chart.tool() == ChartTool::zoom; });
-  const auto shows_parts =
-      of_chart(charts, [](ChartWindow& chart) { return chart.stage().chart().SubPopulations; });
+  const auto shows_parts = of_chart(
+      charts, [](ChartWindow& chart) { return chart.stage().chart().SubPopulations != 0; });
   return {
       {{28, options, "&Sample"}},
       {{29, options, "&Calculator"}},
