@@ -7,6 +7,7 @@
 
 #include "fuzz/chart_section_law.h"
 #include "fuzz/data_text_law.h"
+#include "fuzz/rich_text_law.h"
 
 namespace tavlo {
 namespace {
@@ -15,7 +16,8 @@ using Law = std::string (*)(std::string_view bytes);
 
 TEST(Corpus, EveryFileKeepsItsLaw) {
   const std::pair<std::string, Law> corpora[] = {{"chart_section", test::breach_of_chart_law},
-                                                 {"data_text", test::breach_of_data_text_law}};
+                                                 {"data_text", test::breach_of_data_text_law},
+                                                 {"rich_text", test::breach_of_rich_text_law}};
   for (const auto& [name, breach_of_law] : corpora) {
     int files = 0;
     for (const auto& entry :
