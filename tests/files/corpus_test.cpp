@@ -8,6 +8,7 @@
 #include "fuzz/chart_section_law.h"
 #include "fuzz/data_text_law.h"
 #include "fuzz/foreign_file_law.h"
+#include "fuzz/rich_text_law.h"
 #include "fuzz/settings_file_law.h"
 
 namespace tavlo {
@@ -19,7 +20,8 @@ TEST(Corpus, EveryFileKeepsItsLaw) {
   const std::pair<std::string, Law> corpora[] = {{"chart_section", test::breach_of_chart_law},
                                                  {"data_text", test::breach_of_data_text_law},
                                                  {"foreign_file", test::breach_of_foreign_law},
-                                                 {"settings_file", test::breach_of_settings_law}};
+                                                 {"settings_file", test::breach_of_settings_law},
+                                                 {"rich_text", test::breach_of_rich_text_law}};
   for (const auto& [name, breach_of_law] : corpora) {
     int files = 0;
     for (const auto& entry :
