@@ -81,7 +81,7 @@ class OldData {
 /// False at the end.
 bool OldData::read_section() {
   if (file_.at_end() && content_.points) return false;
-  const std::string line = lower_case(trimmed(file_.line("line 'end'")));
+  const std::string line = lower_case(trimmed(file_.next_line("line 'end'")));
   if (behind_points_) refuse_point_too_many(file_, line);
   behind_points_ = false;
   if (line.starts_with("tavlo parameters")) read_parameters();
@@ -136,12 +136,12 @@ double OldData::inverse(double number) const {
 
 void OldData::read_titles() {
   constexpr const char* kind = "line of the plot data";
-  file_.line(kind);
-  file_.line(kind);
+  file_.next_line(kind);
+  file_.next_line(kind);
   for (const int item :
        {chart_item::main_title, chart_item::sub_title, chart_item::y_title, chart_item::x_title})
-    content_.titles[item] = foreign_words(file_.word());
-  file_.line(kind);
+    content_.titles[item] = foreign_words(file_.next_value());
+  file_.next_line(kind);
 }
 
 void OldData::read_points() {
@@ -156,9 +156,10 @@ void OldData::read_points() {
 }
 
 SampleRow OldData::read_point() {
-  const double x = file_.number(file_.word());
+  double x = 0, y = 0;
+  file_.value(x);
   const float time = file_.single(x);
-  const double y = file_.number(file_.word());
+  file_.value(y);
   file_.single(y);  // a rank is one of 32 bits too
   const bool failed = x > 0.0 && y > 0.0 && y < 1.0;
   return {std::fabs(time), failed ? 1.0 : 0.0, failed ? 0.0 : 1.0, 0};

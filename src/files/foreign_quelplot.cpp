@@ -49,7 +49,7 @@ class QuelPlot {
  private:
   static constexpr int type_with_blocks = 9;  ///< two blocks stand ahead of each set
 
-  std::string_view line(const char* kind) { return without_paragraph(file_.line(kind)); }
+  std::string_view line(const char* kind) { return without_paragraph(file_.next_line(kind)); }
   std::int32_t whole(const char* kind);
   std::int32_t count(const char* kind);
   void drop(std::int64_t lines, const char* kind);
@@ -85,7 +85,7 @@ std::int32_t QuelPlot::count(const char* kind) {
 }
 
 void QuelPlot::drop(std::int64_t lines, const char* kind) {
-  for (; lines > 0; --lines) file_.line(kind);
+  for (; lines > 0; --lines) file_.next_line(kind);
 }
 
 void QuelPlot::find_start() {
@@ -141,7 +141,7 @@ ForeignContent QuelPlot::read(int set) {
 
 void QuelPlot::read_points() {
   constexpr std::size_t least_bytes = 5;  // "1 1 1"; the last may lack a line end
-  file_.line("data set");
+  file_.next_line("data set");
   std::int32_t number = whole("number of points");
   require_room(file_, number, least_bytes, "points");
   std::vector<SampleRow>& points = content_.points.emplace();
@@ -205,7 +205,7 @@ void QuelPlot::read_titles() {
 void QuelPlot::read_slope(int set) {
   constexpr const char* kind = "line of the slopes";
   constexpr int lines_per_set = 4;
-  file_.line(kind);
+  file_.next_line(kind);
   drop(std::int64_t{lines_per_set} * (set - 1) + 1, kind);
   std::string_view text = line(kind);
   // A slope of this kind has the other sign in the file.

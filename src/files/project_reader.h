@@ -48,10 +48,10 @@ class ProjectReader : public ProjectText {
   // The data files of other programs hold the same two kinds of line, in other forms.
 
   /// A text line as its bytes; `kind` names what is due, for the fault at the end of the file.
-  std::string_view line(const char* kind = "text");
+  std::string_view next_line(const char* kind = "text");
 
   /// A value as its bytes, without the quotation marks around it.
-  std::string_view word();
+  std::string_view next_value();
 
   /// The number that a part of the line read last stands for; refused as a value is.
   double number(std::string_view part);
@@ -81,21 +81,43 @@ class ProjectReader : public ProjectText {
     list.resize(static_cast<int>(bound));
   }
 
+  /// The same for a table with the rows 0 to `rows` and the columns 0 to `columns`.
+  template <class Table>
+  void make_table(Table& table, std::int64_t rows, std::int64_t columns, std::size_t least_bytes) {
+    require_bytes_for(rows, least_bytes);
+    require_bytes_for(columns, least_bytes);
+    const std::int64_t cells = (rows + 1) * (columns + 1);
+    require_bytes_for(cells - 1, least_bytes);
+    table.assign(static_cast<std::size_t>(cells), 0);
+  }
+
+  /// Refuses a bound as make_room does.
+  void require_bytes_for(std::int64_t bound, std::size_t least_bytes,
+                         std::int64_t highest = std::numeric_limits<std::int32_t>::max() - 1);
+
   /// A bound that the file must have, since nothing else can be read with it.
   void require_bound(std::int64_t bound, std::int64_t expected);
+
+  /// The next `size` bytes as they stand; error 62 where there are less.
+  std::string_view raw(std::int64_t size);
+
+  /// Passes over empty lines.
+  void skip_empty_lines();
 
   /// Refuses the value or text that was read last.
   [[noreturn]] void refuse(int error_number, std::string what);
 
  private:
   using ProjectText::refuse;
-  void require_bytes_for(std::int64_t bound, std::size_t least_bytes, std::int64_t highest);
   void begin_piece(const char* kind);
   template <class Ends>
   std::string_view front_until(Ends ends);
   std::string_view quoted_value();
-  double whole_between(std::string_view part, double lowest, double highest);
+  bool take_short_decimal(double& number);
+  double next_number();
+  double whole_between(double number, double lowest, double highest);
   void skip_blanks();
+  void take_value_end();
   void take_line_end();
 
   std::optional<ReadFault> foreign_;
