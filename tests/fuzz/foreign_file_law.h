@@ -63,14 +63,29 @@ inline std::string breach_of_foreign_law(std::string_view bytes, const ForeignRe
   return fault->fault.what.empty() || fault->fault.line < 1 ? "a fault without words" : "";
 }
 
+/// All sets at once are the sets one by one.
+inline std::string breach_of_sets_law(std::string_view bytes) {
+  int sets = 0;
+  std::vector<Project> projects;
+  if (read_quelplot_sets(bytes, empty_project(), projects))
+    return projects.empty() ? "" : "a fault leaves sets";
+  if (count_quelplot_sets(bytes, sets) || sets != static_cast<int>(projects.size()))
+    return "counted wrong";
+  for (const int set : {1, sets}) {
+    Project alone = empty_project();
+    if (!read_quelplot(bytes, set, alone) &&
+        !(alone == projects[static_cast<std::size_t>(set) - 1]))
+      return "another set";
+  }
+  return "";
+}
+
 /// Every reader must bear every text.
 inline std::string breach_of_foreign_law(std::string_view bytes) {
   file_type(bytes, "name.vkm");
-  std::string breach = breach_of_foreign_law(bytes, read_old_data);
+  std::string breach = breach_of_foreign_law(bytes, read_old_data) + breach_of_sets_law(bytes);
   for (const int set : {1, 2, 100})
     breach += breach_of_foreign_law(bytes, [set](std::string_view text, Project& project) {
-      int sets = 0;
-      if (auto fault = count_quelplot_sets(text, sets)) return std::optional(*fault);
       return read_quelplot(text, set, project);
     });
   return breach;
