@@ -84,6 +84,15 @@ TEST(ForeignFiles, EveryPathHasItsOutcome) {
   }
 }
 
+TEST(ForeignFiles, AllSetsAreTheSetsOneByOne) {
+  const std::string bytes = example("quelplot_three_sets.dat");
+  std::vector<Project> projects;
+  ASSERT_FALSE(read_quelplot_sets(bytes, empty_project(), projects));
+  ASSERT_EQ(projects.size(), 3U);
+  for (int set = 1; set <= 3; ++set)
+    EXPECT_EQ("of 3: " + summary(projects[static_cast<std::size_t>(set) - 1]), outcome(bytes, set));
+}
+
 TEST(ForeignFiles, TheFirstLinesTellTheTypeThenTheEndingOfTheName) {
   for (const auto& row : test::case_list("foreign_types.txt"))
     EXPECT_EQ(static_cast<int>(file_type(row[0], row[1])), std::stoi(row[2])) << row[0];
