@@ -442,6 +442,8 @@ FileResult DiskFiles::look_up(const std::string& path, FileFacts& facts) {
   facts.seconds_since_1970 =
       static_cast<double>(changed.tv_sec) + static_cast<double>(changed.tv_nsec) * 1e-9;
   facts.is_folder = S_ISDIR(status.st_mode);
+  facts.is_own = status.st_uid == ::geteuid();
+  facts.is_read_only = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0;
   return {};
 }
 

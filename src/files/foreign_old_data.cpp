@@ -81,7 +81,7 @@ class OldData {
 /// False at the end.
 bool OldData::read_section() {
   if (file_.at_end() && content_.points) return false;
-  const std::string line = lower_case(trimmed(file_.next_line("line 'end'")));
+  const std::string line = lower_case(trimmed(file_.line("line 'end'")));
   if (behind_points_) refuse_point_too_many(file_, line);
   behind_points_ = false;
   if (line.starts_with("tavlo parameters")) read_parameters();
@@ -136,12 +136,12 @@ double OldData::inverse(double number) const {
 
 void OldData::read_titles() {
   constexpr const char* kind = "line of the plot data";
-  file_.next_line(kind);
-  file_.next_line(kind);
+  file_.line(kind);
+  file_.line(kind);
   for (const int item :
        {chart_item::main_title, chart_item::sub_title, chart_item::y_title, chart_item::x_title})
-    content_.titles[item] = foreign_words(file_.next_value());
-  file_.next_line(kind);
+    content_.titles[item] = foreign_words(file_.word());
+  file_.line(kind);
 }
 
 void OldData::read_points() {

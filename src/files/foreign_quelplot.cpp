@@ -53,7 +53,7 @@ class QuelPlot {
  private:
   static constexpr int type_with_blocks = 9;  ///< two blocks stand ahead of each set
 
-  std::string_view line(const char* kind) { return without_paragraph(file_.next_line(kind)); }
+  std::string_view line(const char* kind) { return without_paragraph(file_.line(kind)); }
   std::int32_t whole(const char* kind);
   std::int32_t count(const char* kind);
   void drop(std::int64_t lines, const char* kind);
@@ -89,7 +89,7 @@ std::int32_t QuelPlot::count(const char* kind) {
 }
 
 void QuelPlot::drop(std::int64_t lines, const char* kind) {
-  for (; lines > 0; --lines) file_.next_line(kind);
+  for (; lines > 0; --lines) file_.line(kind);
 }
 
 void QuelPlot::find_start() {
@@ -148,7 +148,7 @@ std::vector<ForeignContent> QuelPlot::read(int first, int last) {
 void QuelPlot::read_points() {
   constexpr std::size_t least_bytes = 5;  // "1 1 1"; the last may lack a line end
   constexpr FitParam row = {.Scale = 2, .Fraction = 1, .Shape = 1, .T0 = 0, .Applies = 1};
-  file_.next_line("data set");
+  file_.line("data set");
   std::int32_t number = whole("number of points");
   require_room(file_, number, least_bytes, "points");
   ForeignContent& content = contents_.emplace_back();
@@ -217,7 +217,7 @@ void QuelPlot::read_titles() {
 void QuelPlot::read_slopes(int first) {
   constexpr const char* kind = "line of the slopes";
   constexpr int lines_of_set = 4, lines_to_slope = 2;
-  file_.next_line(kind);
+  file_.line(kind);
   drop(std::int64_t{lines_of_set} * (first - 1), kind);
   for (std::size_t i = 0; i < contents_.size(); ++i) {
     drop((i == 0 ? 0 : lines_of_set - lines_to_slope) + lines_to_slope - 1, kind);

@@ -141,7 +141,7 @@ std::string_view ProjectReader::quoted_value() {
   return trimmed(inside);
 }
 
-std::string_view ProjectReader::next_value() {
+std::string_view ProjectReader::word() {
   begin_piece("value");
   skip_blanks();
   std::string_view found;
@@ -163,7 +163,7 @@ void ProjectReader::take_value_end() {
     take_line_end();
 }
 
-std::string_view ProjectReader::next_line(const char* kind) {
+std::string_view ProjectReader::line(const char* kind) {
   begin_piece(kind);
   const std::string_view found = front_until(ends_line);
   rest_.remove_prefix(found.size());
@@ -184,12 +184,6 @@ bool ProjectReader::take_short_decimal(double& number) {
   return true;
 }
 
-double ProjectReader::next_number() {
-  double short_decimal = 0;
-  if (take_short_decimal(short_decimal)) return short_decimal;
-  return number(next_value());
-}
-
 double ProjectReader::number(std::string_view part) {
   if (const auto number = parse_with_d(part)) return *number;
   if (part.empty()) refuse(run_time::type_mismatch, "a value is missing");
@@ -197,7 +191,18 @@ double ProjectReader::number(std::string_view part) {
   refuse(run_time::type_mismatch, quoted(part) + " is not a number");
 }
 
-double ProjectReader::whole_between(double number, double lowest, double highest) {
+float ProjectReader::single(double number) {
+  if (std::fabs(number) > std::numeric_limits<float>::max())
+    refuse(run_time::overflow, number_text(number) + " is out of range (-3.4E+38 to 3.4E+38)");
+  return ToSingle(number);
+}
+
+std::int32_t ProjectReader::whole(std::string_view part) {
+  using Range = std::numeric_limits<std::int32_t>;
+  return ToInt32(required_whole(number(part), Range::min(), Range::max()));
+}
+
+double ProjectReader::required_whole(double number, double lowest, double highest) {
   if (std::floor(number) != number)
     refuse(run_time::type_mismatch, number_text(number) + " is not a whole number");
   if (number < lowest || number > highest)
@@ -207,7 +212,7 @@ double ProjectReader::whole_between(double number, double lowest, double highest
 }
 
 void ProjectReader::value(bool& flag) {
-  const std::string_view found = next_value();
+  const std::string_view found = word();
   const auto read = parse_flag(found);
   if (!read) refuse(run_time::type_mismatch, quoted(found) + " is neither #TRUE# nor #FALSE#");
   flag = *read;
@@ -215,17 +220,16 @@ void ProjectReader::value(bool& flag) {
 
 void ProjectReader::value(std::int16_t& whole) {
   using Range = std::numeric_limits<std::int16_t>;
-  whole = ToInt16(whole_between(next_number(), Range::min(), Range::max()));
-}
-
-std::int32_t ProjectReader::whole(std::string_view part) {
-  using Range = std::numeric_limits<std::int32_t>;
-  return ToInt32(whole_between(number(part), Range::min(), Range::max()));
+  double number = 0;
+  value(number);
+  whole = ToInt16(required_whole(number, Range::min(), Range::max()));
 }
 
 void ProjectReader::value(std::int32_t& whole) {
   using Range = std::numeric_limits<std::int32_t>;
-  whole = ToInt32(whole_between(next_number(), Range::min(), Range::max()));
+  double number = 0;
+  value(number);
+  whole = ToInt32(required_whole(number, Range::min(), Range::max()));
 }
 
 void ProjectReader::value(AsInt<std::int32_t> whole) {
@@ -234,18 +238,18 @@ void ProjectReader::value(AsInt<std::int32_t> whole) {
   whole.wide = narrow;
 }
 
-float ProjectReader::single(double number) {
-  if (std::fabs(number) > std::numeric_limits<float>::max())
-    refuse(run_time::overflow, number_text(number) + " is out of range (-3.4E+38 to 3.4E+38)");
-  return ToSingle(number);
+void ProjectReader::value(float& number) {
+  double wide = 0;
+  value(wide);
+  number = single(wide);
 }
 
-void ProjectReader::value(float& number) { number = single(next_number()); }
-
-void ProjectReader::value(double& number) { number = next_number(); }
+void ProjectReader::value(double& number) {
+  if (!take_short_decimal(number)) number = this->number(word());
+}
 
 void ProjectReader::text(std::string& line) {
-  const std::string_view found = next_line();
+  const std::string_view found = this->line();
   line = utf8_ && is_utf8(found) ? std::string(found) : utf8_from_ansi(found);
 }
 
@@ -258,11 +262,11 @@ std::int64_t ProjectReader::count(std::int64_t) {
 }
 
 void ProjectReader::skip_values(std::int64_t number) {
-  for (; number > 0; --number) next_value();
+  for (; number > 0; --number) word();
 }
 
 void ProjectReader::skip_texts(std::int64_t number) {
-  for (; number > 0; --number) next_line();
+  for (; number > 0; --number) line();
 }
 
 void ProjectReader::require_bytes_for(std::int64_t bound, std::size_t least_bytes,

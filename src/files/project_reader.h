@@ -48,10 +48,10 @@ class ProjectReader : public ProjectText {
   // The data files of other programs hold the same two kinds of line, in other forms.
 
   /// A text line as its bytes; `kind` names what is due, for the fault at the end of the file.
-  std::string_view next_line(const char* kind = "text");
+  std::string_view line(const char* kind = "text");
 
   /// A value as its bytes, without the quotation marks around it.
-  std::string_view next_value();
+  std::string_view word();
 
   /// The number that a part of the line read last stands for; refused as a value is.
   double number(std::string_view part);
@@ -114,8 +114,7 @@ class ProjectReader : public ProjectText {
   std::string_view front_until(Ends ends);
   std::string_view quoted_value();
   bool take_short_decimal(double& number);
-  double next_number();
-  double whole_between(double number, double lowest, double highest);
+  double required_whole(double number, double lowest, double highest);
   void skip_blanks();
   void take_value_end();
   void take_line_end();

@@ -31,6 +31,8 @@ struct FileFacts {
   std::uint64_t size = 0;         ///< in bytes
   double seconds_since_1970 = 0;  ///< of the last change, in universal time
   bool is_folder = false;
+  bool is_own = true;         ///< belongs to the person who runs the program
+  bool is_read_only = false;  ///< may not be written by that person
 };
 
 class FileSystem {

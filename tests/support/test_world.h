@@ -148,6 +148,8 @@ class BareHost : public Host {
  public:
   std::string program_folder() override { return "/program"; }
   std::string temp_folder() override { return "/temp"; }
+  std::int64_t process_id() override { return 4711; }
+  bool is_running(std::int64_t process_id) override { return process_id == 4711; }
   std::string environment(const std::string&) override { return {}; }
   std::optional<std::string> find_program(const std::string&) override { return std::nullopt; }
   FileResult start_program(const std::string&, const std::vector<std::string>&) override {

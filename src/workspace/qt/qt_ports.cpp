@@ -143,6 +143,7 @@ std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
   dialog.selectNameFilter(filters.value(request.filter_index - 1));
   if (request.saving) prepare_saving(dialog, request);
   dialog.setFileMode(request.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  if (!request.suggestion.empty()) dialog.selectFile(to_qt(request.suggestion));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return from_qt(dialog.selectedFiles().value(0));
 }
