@@ -29,9 +29,8 @@ DataSet random_set(RandomNumbers& random) {
     const double share = random.chance(0.3) ? random.uniform() : random.whole(0, 1);
     const auto time = static_cast<float>(random.log_uniform(1e-37, 1e38));
     EXPECT_FALSE(points.add(random.chance(0.2) ? -time : time, units * share, units * (1 - share)));
-    if (!worded) continue;
-    EXPECT_FALSE(points.set_mode(random_words(random)));
-    points.set_comment(random_words(random));
+    EXPECT_FALSE(points.set_mode(worded ? random_words(random) : ""));
+    points.set_comment(worded ? random_words(random) : "");
   }
   DataSet data;
   fill_data_set(points.take(), data);
@@ -51,11 +50,7 @@ TEST(SeparatedWriter, WhatIsWrittenReadsBackTheSame) {
   }
 }
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& each : words) text += (text.empty() ? "" : "; ") + each;
-  return text;
-}
+using Words = std::vector<std::string>;
 
 TEST(SeparatedWriter, NamesWhatAnExportLosesAndLeavesOutWhatNobodyCanRead) {
   Project project;
@@ -73,15 +68,19 @@ TEST(SeparatedWriter, NamesWhatAnExportLosesAndLeavesOutWhatNobodyCanRead) {
   data.Inspection.resize(1);
   data.Profiles.resize(2);
   project.fits(1).nFits = 1;
-  const std::string lost =
-      "2 rows without a time or units; 1 row with a cell that can't be read; 1 time below 0, "
-      "unless the reader is told of such; 5 ranks that the rows came with; 2 inspection lists; "
-      "3 warranty profiles; 1 fit";
-  EXPECT_EQ(joined(lost_in_separated_text(project)), lost);
-  EXPECT_EQ(joined(lost_in_notation(project)), "1 failure mode; 1 comment; " + lost);
+  Words lost = {"2 rows without a time or units",
+                "1 row with a cell that can't be read",
+                "1 time below 0, unless the reader is told of such",
+                "5 ranks that the rows came with",
+                "2 inspection lists",
+                "3 warranty profiles",
+                "1 fit"};
+  EXPECT_EQ(lost_in_separated_text(project), lost);
+  lost.insert(lost.begin(), {"1 failure mode", "1 comment"});
+  EXPECT_EQ(lost_in_notation(project), lost);
   project.data(1) = fuStandardData();
   project.fits(1) = fuStandard_Fit();
-  EXPECT_EQ(joined(lost_in_notation(project)), "");
+  EXPECT_EQ(lost_in_notation(project), Words());
 }
 
 }  // namespace
