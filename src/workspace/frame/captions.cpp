@@ -30,13 +30,13 @@ constexpr std::array menus = {"&File",
 
 /// Texts 17 to 58: the commands by their numbers.
 constexpr std::size_t first_command_text = first_menu_text + menus.size();
-constexpr std::array commands_in_order = {
-    1,  2,  3,  4,  5,  6,  7,  8,  9,   10, 11, 12,      // File
-    13, 14, 15, 16, 18, 19, 20,                           // Edit
-    28, 29, 30, 31, 32, 33, 102,                          // Options
-    34, 49, 50, 35,                                       // Analysis and Tools
-    36, 37, 38, 39, 40, 41, 43, 130, 131, 136,            // Window
-    44, 46};                                              // Help
+constexpr std::array commands_in_order = {1,  2,  3,  4,  5,  6,  7,   8,   9,   10,
+                                          11, 12,                       // File
+                                          13, 14, 15, 16, 18, 19, 20,   // Edit
+                                          28, 29, 30, 31, 32, 33, 102,  // Options
+                                          34, 49, 50, 35,               // Analysis and Tools
+                                          36, 37, 38, 39, 40, 41, 43,  130, 131, 136,  // Window
+                                          44, 46};                                     // Help
 static_assert(first_command_text + commands_in_order.size() == language_texts);
 
 /// The number of a command's text; 0 for none. The menu calculates as the button does.
@@ -63,8 +63,7 @@ QString menu_caption(const QString& path, const std::vector<std::string>& texts)
     return path == QString::fromUtf8(menu);
   });
   const std::size_t number =
-      found == menus.end() ? 0
-                           : first_menu_text + static_cast<std::size_t>(found - menus.begin());
+      found == menus.end() ? 0 : first_menu_text + static_cast<std::size_t>(found - menus.begin());
   return to_qt(caption_or(texts, number, built_in));
 }
 
