@@ -12,6 +12,7 @@
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "actions/work.h"
+#include "files/disk_files.h"
 #include "files/foreign_old_data.h"
 #include "files/foreign_quelplot.h"
 #include "files/foreign_type.h"

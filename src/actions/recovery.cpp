@@ -9,6 +9,7 @@
 #include "actions/file_faults.h"
 #include "actions/undo.h"
 #include "actions/work.h"
+#include "files/disk_files.h"
 #include "files/project_file.h"
 #include "numerics/date_text.h"
 #include "project/code_page.h"
