@@ -104,6 +104,7 @@ void follow_fit_sets(Session& session) {
 Session::Session(const Ports& world)
     : ports(world), errors(world.prompts, world.clock), history(Project{}) {
   reset_project(*this);
+  works[project.work].saved = project;
   history.restart(project);
 }
 

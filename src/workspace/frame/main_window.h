@@ -11,6 +11,7 @@
 #include "workspace/frame/busy_filter.h"
 #include "workspace/frame/chart_commands.h"
 #include "workspace/frame/command_registry.h"
+#include "workspace/frame/file_commands.h"
 #include "workspace/frame/hint_line.h"
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_tree.h"
@@ -29,6 +30,9 @@ class MainWindow : public QMainWindow {
   /// log with its head line, the tree, and the windows in blocks.
   void NewProject();
 
+  /// Opens a file once the event loop runs.
+  void open_path(const std::string& path) { files_.open_path(path); }
+
   /// Carries out a command of the table; does nothing for other numbers and for
   /// what can't be done now.
   void DoCommand(int id);
@@ -46,12 +50,12 @@ class MainWindow : public QMainWindow {
   ProjectWindows& windows() { return windows_; }
   ProjectTree& tree() { return tree_; }
   ChartCommands& charts() { return charts_; }
+  FileCommands& files() { return files_; }
   const History& history() const { return session_.history; }
   /// The fit panel that a choice is made for.
   FitPanel& panel() { return *session_.gFitForm(windows_.current_index()); }
 
   // What the commands do.
-  void ask_for_new_project();
   void leave();
   void add_data_and_fit();
   void add_chart();
@@ -87,7 +91,7 @@ class MainWindow : public QMainWindow {
   void end_edits();
   void rename_record(const QString& key, const QString& title);
 
-  bool may_lose_project(const std::string& title, const std::string& question);
+  void show_work();
   void show_state();
 
   Program& program_;
@@ -98,9 +102,11 @@ class MainWindow : public QMainWindow {
   ProjectWindows windows_;
   HintLine hint_;
   HintLine news_;
+  QLabel file_panel_;
   QLabel rows_panel_;
   QLabel method_panel_;
   ChartCommands charts_;
+  FileCommands files_;
   QMenu chart_menu_;
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
