@@ -9,6 +9,8 @@
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "actions/work.h"
+#include "files/plain_lines.h"
+#include "workspace/data/import_dialog.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -24,11 +26,13 @@ QString menu_text(const std::string& text) {
 
 }  // namespace
 
-FileCommands::FileCommands(Program& program, QWidget& frame, std::function<void()> show_work)
+FileCommands::FileCommands(Program& program, QWidget& frame, std::function<void()> show_work,
+                           std::function<void(int)> show_set)
     : program_(program),
       session_(program.session),
       frame_(frame),
       show_work_(std::move(show_work)),
+      show_set_(std::move(show_set)),
       copies_(program.timer.every(milliseconds_between_copies, [this] {
         finish_copies(session_, false);
         if (!session_.copy) keep_copy(session_, CopyReason::current);
@@ -63,6 +67,37 @@ void FileCommands::open_path(const std::string& path) {
 }
 
 void FileCommands::save() { save_project(session_); }
+
+void FileCommands::import() {
+  begin_work([this] {
+    const auto name = session_.ports.prompts.choose_file(
+        {.title = "Import",
+         .filter = "Data (*.txt;*.csv;*.tsv;*.dat)|*.txt;*.csv;*.tsv;*.dat|All (*.*)|*.*"});
+    if (name && !name->empty()) preview_import(*name, false);
+    return false;
+  });
+}
+
+// Projects may be larger than data files; they are known by their name before they are read.
+void FileCommands::take_file(const std::string& path) {
+  if (lower_case(path).ends_with(".tavlo")) return open_path(path);
+  begin_work([this, path] {
+    preview_import(path, true);
+    return false;
+  });
+}
+
+void FileCommands::preview_import(const std::string& path, bool may_open) {
+  auto file = std::make_unique<ImportFile>();
+  if (!file->load(session_, path)) return;
+  if (!file->is_to_be_opened())
+    return ImportDialog::run({session_, program_.commands, program_.progress}, std::move(file),
+                             show_set_, &frame_);
+  if (may_open) return open_path(path);
+  session_.ports.prompts.show(
+      {"Import", path + "\nThis is a project or a file of another program.  File > Open opens it.",
+       BoxIcon::information, BoxButtons::ok});
+}
 
 void FileCommands::fill_recent(QMenu& menu) {
   menu.clear();
