@@ -130,7 +130,7 @@ std::string words_of(const ImportFile& file, const ImportPreview& preview) {
       words_of_units(preview.rows, preview.failures, preview.suspensions) + ".";
   return file.is_looked_at_whole()
              ? counted
-             : "At the beginning of the file " + counted + "  Import reads the whole file.";
+             : "In the first part of the file " + counted + "  Import reads the whole file.";
 }
 
 int import_data(Session& session, const ImportFile& file, const ImportChoices& choices,

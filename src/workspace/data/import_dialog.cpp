@@ -250,10 +250,14 @@ void ImportDialog::show_columns() {
   tbl_Rows_.setColumnCount(static_cast<int>(count) + 1);
   tbl_Rows_.setRowCount(1);
   QStringList titles = {tr("Is read as")};
+  QWidget* before = &tbl_Rows_;
   for (std::size_t i = 0; i < count; ++i) {
     const bool has_name = i < look.headings.size() && !look.headings[i].empty();
     titles << (has_name ? to_qt(look.headings[i]).left(60) : tr("Column %1").arg(i + 1));
-    tbl_Rows_.setCellWidget(list_row, static_cast<int>(i) + 1, make_column_list(i));
+    QComboBox* list = make_column_list(i);
+    tbl_Rows_.setCellWidget(list_row, static_cast<int>(i) + 1, list);
+    setTabOrder(before, list);
+    before = list;
   }
   tbl_Rows_.setHorizontalHeaderLabels(titles);
 }
