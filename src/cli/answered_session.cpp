@@ -51,8 +51,8 @@ void AnsweredSession::keep(const FitOutcome& outcome, int set) {
     fits.Fits.push_back({});
     slot = fits.nFits = fits.Fits.bound();
   }
-  fits.Fits(slot) = record_of(outcome.request, *fit, outcome.answer.notes,
-                              session_.project.data(set).revision);
+  fits.Fits(slot) =
+      record_of(outcome.request, *fit, outcome.answer.notes, session_.project.data(set).revision);
   PostFitLog(session_, slot, set, set);
 }
 

@@ -292,7 +292,8 @@ void require_slope(const ChartFits& fits) {
 void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
   CLI::App* const command =
       app.add_subcommand("chart", "Draw the data, and fits where they are named, on one chart");
-  command->footer("A project alone, without --fit and --set, is drawn as its first chart was saved.");
+  command->footer(
+      "A project alone, without --fit and --set, is drawn as its first chart was saved.");
   add_files_and_output(*command, chart);
   const auto take_fit = [&fits](const std::string& text) {
     fits.fits.push_back(parse_file_fit(text));
@@ -365,8 +366,9 @@ void require_command(const CLI::App& app, int argc, const char* const* argv) {
   const std::string first = argc > 1 ? argv[1] : "";
   const auto is_first = [&first](const CLI::App* command) { return command->get_name() == first; };
   if (first.starts_with('-') || !app.get_subcommands(is_first).empty()) return;
-  throw CLI::ValidationError(first.empty() ? "a command is required (fit, rank, chart, convert, batch)"
-                                           : "there is no command '" + first + "'");
+  throw CLI::ValidationError(first.empty()
+                                 ? "a command is required (fit, rank, chart, convert, batch)"
+                                 : "there is no command '" + first + "'");
 }
 
 ExitCode report(const CLI::App& app, const CLI::ParseError& error) {

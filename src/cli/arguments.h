@@ -25,7 +25,7 @@ struct PixelSize {
 /// What every command on data knows.
 struct CommonArguments {
   std::vector<std::string> files;  ///< "-" is standard input
-  int set = 0;                      ///< the data set of each file, from 1; 0 is all of them
+  int set = 0;                     ///< the data set of each file, from 1; 0 is all of them
   ReadOptions reading = {.comments = false};
   RankKind ranks = RankKind::benard;
   bool json = false;
@@ -81,8 +81,8 @@ struct BatchArguments {
   int jobs = 0;  ///< lines at work at the same time; 0 is one for each core
 };
 
-using Command = std::variant<FitArguments, RankArguments, ChartArguments, ConvertArguments,
-                             BatchArguments>;
+using Command =
+    std::variant<FitArguments, RankArguments, ChartArguments, ConvertArguments, BatchArguments>;
 
 /// The command; or, when help was given or the usage was wrong, which has been
 /// said already, the code to end with.

@@ -96,8 +96,8 @@ ExitCode run(const ConvertArguments& arguments) {
   if (const auto fault = read_file(common, common.files.front(), input)) return file_fault(*fault);
   const bool is_data = is_data_name(arguments.out);
   if (is_data && input.sets() > 1 && common.set == 0) {
-    complain(common.files.front() + " holds " + std::to_string(input.sets()) +
-             " data sets, and '" + arguments.out + "' can have one: say which with --set N");
+    complain(common.files.front() + " holds " + std::to_string(input.sets()) + " data sets, and '" +
+             arguments.out + "' can have one: say which with --set N");
     return ExitCode::wrong_usage;
   }
   const bool is_project = input.kind == InputFile::Kind::project;

@@ -89,8 +89,8 @@ std::optional<std::string> read_file(const CommonArguments& common, const std::s
                                      InputFile& input) {
   input = {};
   std::string bytes;
-  const FileResult read = file == "-" ? read_stream(STDIN_FILENO, largest, bytes)
-                                      : read_stream(file, largest, bytes);
+  const FileResult read =
+      file == "-" ? read_stream(STDIN_FILENO, largest, bytes) : read_stream(file, largest, bytes);
   if (!read) return file + ": " + read.message;
   input.is_utf8 = bytes.starts_with("\xEF\xBB\xBF");
   if (auto fault = read_bytes(common, file, bytes, input)) return fault;

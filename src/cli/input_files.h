@@ -19,8 +19,8 @@ struct InputFile {
     project
   };
   Kind kind = Kind::text;
-  DataRows rows;    ///< of a text
-  Project project;  ///< of any other: each data set has its fits at its place
+  DataRows rows;         ///< of a text
+  Project project;       ///< of any other: each data set has its fits at its place
   bool is_utf8 = false;  ///< it says so at its beginning
 
   int sets() const { return kind == Kind::text ? 1 : project.data.bound(); }

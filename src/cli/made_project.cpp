@@ -47,8 +47,8 @@ void MadeProject::take_fits(const SetWork& work, int set) {
 void MadeProject::take_titles(const Project& from) {
   const Chart standard = fuStandard_Chart();
   Chart& chart = session().project.charts(1);
-  for (const int item : {chart_item::main_title, chart_item::sub_title, chart_item::x_title,
-                         chart_item::y_title}) {
+  for (const int item :
+       {chart_item::main_title, chart_item::sub_title, chart_item::x_title, chart_item::y_title}) {
     const std::string& title = from.charts(1).Boxes(item).Text2;
     if (title != standard.Boxes(item).Text2) chart.Boxes(item).Text2 = title;
   }

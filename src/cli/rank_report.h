@@ -13,7 +13,8 @@ struct RankedRows {
   const DataRows& data;
 };
 
-/// Prints one JSON object of a data set on a line, piece by piece: a million rows are not gathered first.
+/// Prints one JSON object of a data set on a line, piece by piece: a million rows are not gathered
+/// first.
 void print_rank_json(const std::string& set, const RankedRows& ranked);
 
 /// Prints a heading for `subject` and lines with a table.
