@@ -228,6 +228,8 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
     require_slope_of_weibayes(fit.questions);
     require_other_file(fit.log, fit.common.files);
     require_other_project(fit.project, fit.common.files);
+    if (!fit.log.empty() && fit.log == fit.project)
+      throw CLI::ValidationError("--log and --project name the same file");
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
   });
 }

@@ -101,7 +101,8 @@ ExitCode run(const ConvertArguments& arguments) {
     return ExitCode::wrong_usage;
   }
   const bool is_project = input.kind == InputFile::Kind::project;
-  if (!is_data && is_project && common.set == 0) return write_whole_project(arguments, input);
+  const bool is_whole = common.set == 0 || input.sets() == 1;
+  if (!is_data && is_project && is_whole) return write_whole_project(arguments, input);
   std::vector<SetWork> works = works_of(common, 0, std::move(input));
   return is_data ? write_data(arguments, works.front()) : write_sets(arguments, std::move(works));
 }

@@ -109,7 +109,8 @@ class FitRun {
   void add_to_project(SetWork& work) {
     if (!made_) {
       made_.emplace(arguments_.project, arguments_.questions.strict, arguments_.questions.ranks);
-      const bool is_whole = arguments_.common.files.size() == 1 && arguments_.common.set == 0;
+      const bool is_whole =
+          arguments_.common.files.size() == 1 && (arguments_.common.set == 0 || work.sets() == 1);
       if (is_whole && work.kind == InputFile::Kind::project) made_->go_on_with(*work.origin);
     }
     if (!made_->goes_on()) tell_left_behind(work);
