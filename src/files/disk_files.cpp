@@ -383,6 +383,16 @@ FileResult DiskFiles::create_new(const std::string& path, std::string_view bytes
   return result;
 }
 
+FileResult DiskFiles::try_out(const std::string& path, std::string_view bytes) {
+  constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  Descriptor file(::open(path.c_str(), flags, 0600));
+  if (!file) return system_fault("writing", errno);
+  FileResult result = write_all(file.number(), bytes);
+  if (!file.close_now() && result) result = system_fault("writing", errno);
+  const FileResult removed = remove(path);
+  return result ? removed : result;
+}
+
 FileResult DiskFiles::append(const std::string& path, std::string_view bytes) {
   struct stat status {};
   if (::stat(path.c_str(), &status) == 0)

@@ -30,6 +30,8 @@ class DiskFiles : public FileSystem {
 
   FileResult create_new(const std::string& path, std::string_view bytes) override;
 
+  FileResult try_out(const std::string& path, std::string_view bytes) override;
+
   /// Appends of several programs to one file follow each other.
   FileResult append(const std::string& path, std::string_view bytes) override;
 

@@ -15,9 +15,8 @@ std::string probe_name(int attempt) {
 bool can_make_files(const PathWorld& world, const std::string& folder) {
   for (int attempt = 0; attempt < most_probes; ++attempt) {
     const std::string probe = world.system.join(folder, probe_name(attempt));
-    const FileResult made = world.files.create_new(probe, probe_text);
-    if (made.fault == FileFault::exists_already) continue;
-    return made && world.files.remove(probe);
+    const FileResult made = world.files.try_out(probe, probe_text);
+    if (made.fault != FileFault::exists_already) return static_cast<bool>(made);
   }
   return false;
 }

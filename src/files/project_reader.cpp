@@ -247,7 +247,9 @@ void ProjectReader::value(float& number) {
 }
 
 void ProjectReader::value(double& number) {
-  if (!take_short_decimal(number)) number = this->number(word());
+  double read = 0;  // so that a refused value leaves `number` as it was
+  if (!take_short_decimal(read)) read = this->number(word());
+  number = read;
 }
 
 void ProjectReader::text(std::string& line) {

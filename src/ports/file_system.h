@@ -50,6 +50,10 @@ class FileSystem {
   /// Writes a file that must not exist yet. On any other failure there is none afterwards.
   virtual FileResult create_new(const std::string& path, std::string_view bytes) = 0;
 
+  /// Writes a file that must not exist yet and removes it: whether that can be done. What
+  /// stands there already is not touched. Nothing need reach the disk.
+  virtual FileResult try_out(const std::string& path, std::string_view bytes) = 0;
+
   /// Writes behind the end of a file, or makes it. On any failure the file ends
   /// where it did.
   virtual FileResult append(const std::string& path, std::string_view bytes) = 0;

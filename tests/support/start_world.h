@@ -9,8 +9,8 @@ namespace tavlo::test {
 
 class GuardedFiles : public MemoryFiles {
  public:
-  FileResult create_new(const std::string& path, std::string_view bytes) override {
-    return is_open(path) ? MemoryFiles::create_new(path, bytes) : refused();
+  FileResult try_out(const std::string& path, std::string_view bytes) override {
+    return is_open(path) ? MemoryFiles::try_out(path, bytes) : refused();
   }
   FileResult write_whole(const std::string& path, std::string_view bytes) override {
     return is_open(path) ? MemoryFiles::write_whole(path, bytes) : refused();

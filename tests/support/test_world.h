@@ -116,6 +116,7 @@ class MemoryFiles : public FileSystem {
   FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
   FileResult create_new(const std::string& path, std::string_view bytes) override;
+  FileResult try_out(const std::string& path, std::string_view bytes) override;
   FileResult append(const std::string& path, std::string_view bytes) override;
   FileResult remove(const std::string& path) override;
   FileResult back_up(const std::string& path) override;

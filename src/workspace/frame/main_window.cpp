@@ -10,6 +10,7 @@
 #include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/program_end.h"
 #include "actions/recent_files.h"
 #include "actions/records.h"
 #include "actions/reports.h"
@@ -21,6 +22,8 @@
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
+#include "workspace/qt/look.h"
+#include "workspace/qt/own_store.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -38,6 +41,7 @@ MainWindow::MainWindow(Program& program)
   program_.prompts.set_parent(this);
   set_up_tree();
   set_up_status_bar();
+  show_bars();
   commands_ = std::make_unique<CommandRegistry>(
       *menuBar(), with_captions(all_commands(*this), session_.LanguageText),
       [this](int id) { DoCommand(id); },
@@ -70,7 +74,6 @@ void MainWindow::set_up_tree() {
   tree_dock_.setWidget(&tree_);
   addDockWidget(Qt::LeftDockWidgetArea, &tree_dock_);
   resizeDocks({&tree_dock_}, {fontMetrics().height() * 15 / 2}, Qt::Horizontal);
-  tree_dock_.setVisible(session_.settings.ProjectTree);
   // The tree is still about to close its own edit.
   connect(
       &tree_, &ProjectTree::renamed, this,
@@ -99,7 +102,6 @@ void MainWindow::set_up_status_bar() {
   statusBar()->addPermanentWidget(&file_panel_);
   statusBar()->addPermanentWidget(&rows_panel_);
   statusBar()->addPermanentWidget(&method_panel_);
-  statusBar()->setVisible(session_.settings.StatusBar);
 }
 
 void MainWindow::connect_views() {
@@ -349,6 +351,35 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   end_edits();
   event->setAccepted(files_.may_leave());
+  if (event->isAccepted()) end_program();
 }
+
+void MainWindow::end_program() {
+  session_.settings.ProjectTree = !tree_dock_.isHidden();
+  session_.settings.StatusBar = !statusBar()->isHidden();
+  if (const auto store = own_store(session_.places)) {
+    store->setValue(store_key::geometry, saveGeometry());
+    store->setValue(store_key::bars, saveState());
+    store->setValue(store_key::windows, windows_.places());
+  }
+  End_Program(session_);
+}
+
+void MainWindow::show_as_last_time() {
+  const auto store = own_store(session_.places);
+  const bool is_placed = store && restoreGeometry(store->value(store_key::geometry).toByteArray());
+  if (store) restoreState(store->value(store_key::bars).toByteArray());
+  show_bars();
+  is_placed ? show() : show_fitting(*this);
+  if (store) windows_.take_places(store->value(store_key::windows).toMap());
+}
+
+void MainWindow::show_bars() {
+  tree_dock_.setVisible(session_.settings.ProjectTree);
+  statusBar()->setVisible(session_.settings.StatusBar);
+}
+
+// After the windows have been shown, so that a box about the file stands over them.
+void MainWindow::open_at_start(const std::string& path) { files_.open_path(path); }
 
 }  // namespace tavlo

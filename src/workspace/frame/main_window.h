@@ -37,6 +37,16 @@ class MainWindow : public QMainWindow {
   /// what can't be done now.
   void DoCommand(int id);
 
+  /// Shows the frame where it stood when the program ended last, with the bars and windows
+  /// as they were; in its usual size where nothing is known of that.
+  void show_as_last_time();
+
+  /// Opens the file that the program was started with.
+  void open_at_start(const std::string& path);
+
+  /// Shows or hides the tree and the status bar as the settings say.
+  void show_bars();
+
   ProjectWindows& windows() { return windows_; }
   ProjectTree& tree() { return tree_; }
   ChartCommands& charts() { return charts_; }
@@ -77,6 +87,7 @@ class MainWindow : public QMainWindow {
   void connect_views();
   void follow_records();
   void finish_command();
+  void end_program();
   void end_edits();
   void rename_record(const QString& key, const QString& title);
 
