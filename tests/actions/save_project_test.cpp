@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "actions/fit_world.h"
-#include "actions/open_project.h"
 #include "actions/recovery.h"
 #include "actions/undo.h"
 #include "files/project_file.h"
@@ -53,24 +52,6 @@ TEST(SaveProject, AnyFileOperationMayFail) {
     EXPECT_EQ(world.files.files.at(std::string(path) + "~"), "old") << n;
   }
   EXPECT_EQ(failed, 2);  // the copy of the old file, and the new one
-}
-
-// A file that can't be read, or is none, leaves the project and every file as they are.
-TEST(OpenProject, AFileThatFailsChangesNothing) {
-  for (const bool is_read : {false, true}) {
-    SaveWorld world;
-    ASSERT_TRUE(save_project_as(world.session, path));
-    world.fit(model_code::weibull2, method_code::mle);
-    if (is_read) world.files.files[path].resize(world.files.files[path].size() / 2);
-    const Project before = world.session.project;
-    const auto files = world.files.files;
-    const std::size_t boxes = world.prompts.shown().size();
-    if (!is_read) world.files.fail_at(1);
-    EXPECT_FALSE(open_project(world.session, path));
-    EXPECT_EQ(world.prompts.shown().size(), boxes + 1);
-    EXPECT_TRUE(world.session.project == before && is_unsaved(world.session));
-    EXPECT_EQ(world.files.files, files);
-  }
 }
 
 }  // namespace
