@@ -219,8 +219,11 @@ TextStyle DocumentReader::style_of(const QTextCharFormat& format) {
 
 void append_rich_text(QTextDocument& document, const RichText& text) {
   DocumentAppender appender(document);
+  QTextCursor change(&document);
+  change.beginEditBlock();  // laid out once, at the end
   text.visit(appender);
   appender.end_table();
+  change.endEditBlock();
 }
 
 RichText rich_text_of(const QTextCursor& selection) {
