@@ -13,9 +13,6 @@ namespace tavlo {
 
 namespace {
 
-constexpr const char* calculate_caption = "&Calculate Fit";
-constexpr const char* working_caption = "working";
-
 std::string listed(double count, const std::string& x, const char* end) {
   if (count <= 0.0) return {};
   return (count == 1.0 ? x : number_text(count) + "x" + x) + end;
@@ -42,12 +39,12 @@ class BusyPanel {
   BusyPanel(Session& session, int fit_index) : session_(session), index_(fit_index) {
     session_.fitting.told.emplace();
     session_.gFitForm(index_)->busy = true;
-    session_.ports.views.fit_button_caption(index_, working_caption);
+    show_caption(language_text::working);
   }
   ~BusyPanel() {
     session_.fitting.told.reset();
     session_.gFitForm(index_)->busy = false;
-    session_.ports.views.fit_button_caption(index_, calculate_caption);
+    show_caption(language_text::calculate);
     const std::string& remark = session_.gFitForm(index_)->remark;
     session_.ports.views.status(remark.empty() ? "Ready" : "Ready.  " + remark);
   }
@@ -55,6 +52,10 @@ class BusyPanel {
   BusyPanel& operator=(const BusyPanel&) = delete;
 
  private:
+  void show_caption(std::size_t text) {
+    session_.ports.views.fit_button_caption(index_, button_caption(session_.LanguageText, text));
+  }
+
   Session& session_;
   int index_;
 };

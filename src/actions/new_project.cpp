@@ -2,6 +2,7 @@
 
 #include "actions/reports.h"
 #include "actions/undo.h"
+#include "actions/work.h"
 #include "life/models.h"
 #include "numerics/date_text.h"
 
@@ -15,19 +16,23 @@ std::string head_line(Clock& clock) {
          format_date(now, "  ddd dd mmm yyyy    hh:mmampm") + "\n";
 }
 
-void choose_standard_fit(FitPanel& panel) {
+}  // namespace
+
+void choose_standard_fit(FitChoices& panel) {
   const Model* model = find_model(model_code::weibull2);
   panel.nModel = model->code;
   panel.txt_Custom = model->panel_formula;
   panel.nMethod = method_code::x_on_y;
 }
 
-}  // namespace
+Project begun_project(Session& session) {
+  Project project = fresh_project(session);
+  project.log.append_plain(head_line(session.ports.clock));
+  return project;
+}
 
 void start_project(Session& session) {
-  reset_project(session);
-  for (int i = 1; i <= session.project.fits.bound(); ++i) choose_standard_fit(*session.gFitForm(i));
-  AppendLog(session, head_line(session.ports.clock), false);
+  replace_project(session, begun_project(session), {});
   mark_saved(session);
   session.step = "New Project";
 }

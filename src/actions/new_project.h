@@ -5,10 +5,16 @@
 
 namespace tavlo {
 
-/// Empties the session and builds one data set, fit set and chart. The panel has
+/// One data set, fit set and chart, and a log that begins with its head line.
+Project begun_project(Session& session);
+
+/// Such a project takes the place of the present one. The panel has
 /// the usual first choice, so that a person can type times and calculate; the
 /// log begins with its head line.
 void start_project(Session& session);
+
+/// The first choice of a panel: a Weibull by regression.
+void choose_standard_fit(FitChoices& panel);
 
 /// Adds a data set with the fits that will be made of it; the last chart shows them.
 void add_data_set(Session& session);

@@ -86,8 +86,8 @@ std::string parameter_line(ErrorReporter& reporter, const FitResult& fit, const 
 std::string mode_line(ErrorReporter& reporter, const ModeFit& mode, const DataSet& data,
                       int digits) {
   const std::string head = "Failure mode: " + rtf_text(mode_name(data, mode.mode));
-  if (mode.refusal) return head + line_end;
-  return head + tab + quality_words(reporter, mode.method, mode.quality, digits) + line_end;
+  if (!mode.quality) return head + line_end;
+  return head + tab + quality_words(reporter, mode.method, *mode.quality, digits) + line_end;
 }
 
 /// The name of the fit, the units and, of a fit of all modes together, its quality.

@@ -48,10 +48,17 @@ void bring_back(Session& session, const Project& state) {
   follow_records(session);
 }
 
+/// Works that no undo brings back.
+void forget_ended_works(Session& session) {
+  std::erase_if(session.works, [&](const auto& work) {
+    return work.first != session.project.work && !session.history.holds_work(work.first);
+  });
+}
+
 }  // namespace
 
 bool differ_in_view_only(const Project& a, const Project& b) {
-  return a.name == b.name && a.data == b.data && a.fits == b.fits && a.log == b.log &&
+  return a.work == b.work && a.data == b.data && a.fits == b.fits && a.log == b.log &&
          differ_in_view_only(a.charts, b.charts);
 }
 
@@ -62,6 +69,7 @@ void end_step(Session& session) {
     session.history.note_view(session.project);
   else
     session.history.note(session.project, name.empty() ? "Change" : name);
+  forget_ended_works(session);
 }
 
 bool undo(Session& session) {
@@ -81,17 +89,20 @@ bool redo(Session& session) {
 }
 
 void mark_saved(Session& session) {
-  session.saved = session.project;
-  forget_samples(session.saved);
+  Project& saved = session.works[session.project.work].saved;
+  saved = session.project;
+  forget_samples(saved);
 }
 
 bool is_unsaved(const Session& session) {
   const Project& now = session.project;
-  const Project& saved = session.saved;
+  const auto work = session.works.find(now.work);
+  if (work == session.works.end()) return true;
+  const Project& saved = work->second.saved;
   const bool same_data = std::equal(now.data.begin(), now.data.end(), saved.data.begin(),
                                     saved.data.end(), same_content);
-  return !same_data || now.name != saved.name || !(now.fits == saved.fits) ||
-         !(now.log == saved.log) || !differ_in_view_only(now.charts, saved.charts);
+  return !same_data || !(now.fits == saved.fits) || !(now.log == saved.log) ||
+         !differ_in_view_only(now.charts, saved.charts);
 }
 
 }  // namespace tavlo

@@ -34,7 +34,7 @@ void add_mode(JsonText& json, const FitReport& report, const FitOutcome& outcome
   if (mode.refusal) return add_refusal(json, words_of(*mode.refusal, context_of(report, outcome)));
   const Method* const method = find_method(mode.method);
   json.key("method").string(method ? method->command_name : "");
-  json.key("status").integer(1).key("quality").number(mode.quality);
+  json.key("status").integer(1).key("quality").number(mode.quality.value_or(0));
 }
 
 void add_rows(JsonText& json, const FitReport& report, const FitOutcome& outcome, const Fit& fit) {

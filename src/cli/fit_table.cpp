@@ -83,8 +83,8 @@ std::vector<std::string> quality(int method, double value) {
 }
 
 std::vector<std::string> quality_of_row(const FitOutcome& outcome, const Fit& fit, std::size_t i) {
-  if (i < fit.modes.size() && !fit.modes[i].refusal)
-    return quality(fit.modes[i].method, fit.modes[i].quality);
+  if (i < fit.modes.size() && fit.modes[i].quality)
+    return quality(fit.modes[i].method, *fit.modes[i].quality);
   const bool is_first = fit.modes.empty() && i == 0;
   return is_first ? quality(outcome.request.method, fit.quality) : std::vector<std::string>{"", ""};
 }

@@ -8,9 +8,8 @@ namespace tavlo {
 
 namespace {
 
-constexpr const char* section_name = "Chart Read Write Error: ";
-constexpr const char* chart_routine = "RW_Chart routine:";
-constexpr const char* item_routine = "RW_ChRxTx routine:";
+constexpr ProjectText::Place chart_place = {"Chart Read Write Error: ", "RW_Chart routine:"};
+constexpr ProjectText::Place item_place = {"Chart Read Write Error: ", "RW_ChRxTx routine:"};
 
 // How many fields this version writes. A reader drops those beyond, which a later
 // version has added, but always reads these.
@@ -28,8 +27,8 @@ constexpr int marker_texts = 1;
 constexpr int fewest_further_item_texts = item_fields + 1;
 constexpr int fewest_further_marker_texts = marker_fields + 1;
 
-/// More axes, boxes, plot sets or marks than this are no chart.
-constexpr int most_elements = 4096;
+/// The bounds of lists are 16-bit numbers.
+constexpr int most_elements = 32766;
 constexpr int most_points = 32767;
 
 // The bytes that an element takes at the least, when every value is one digit.
@@ -53,7 +52,7 @@ void visit_points(Archive& file, Item& item) {
 
 template <class Archive, class Item>
 void RW_ChRxTx(Archive& file, Item& item) {
-  const ProjectText::Routine at_work(file, item_routine);
+  const ProjectText::AtWork at_work(file, item_place);
   const auto fields = file.count(item_fields);
   file.values(item.FontBold, item.FontItalic, item.FontUnderline, item.Flag4, item.Flag5,
               item.Flag6, item.FontSize, item.FillColor, item.LineColor, item.LineStyle,
@@ -85,7 +84,7 @@ void visit_marker(Archive& file, Marker& marker, Marker& tied) {
   file.values(marker.FitNumber, marker.FillColor, marker.SymbolColor, marker.SymbolFill,
               marker.SymbolWidth, tied.FitId, tied.DataId, marker.LineColor, marker.LineWidth,
               marker.Color9, marker.Long13, marker.Long10, marker.SymbolStyle, marker.LineStyle,
-              marker.Int1, marker.Int2, marker.Int3, marker.Symbol, marker.Size);
+              marker.Int1, marker.Int2, tied.Tied, marker.Symbol, marker.Size);
   file.skip_values(fields - marker_fields);
   const auto texts = file.count(marker_texts);
   file.text(marker.Label);
@@ -114,9 +113,9 @@ bool visit_head(Archive& file, Record& chart, Record& tied) {
   file.values(chart.Version, tied.UniqueId);
   const auto fields = file.count(head_fields);
   if (fields == 0) return false;
-  file.values(chart.Flag1, chart.Flag2, chart.Spare, as_int(tied.nAxes), as_int(tied.nDataIds),
-              as_int(tied.nFitIds), as_int(tied.nBoxes), as_int(tied.nMarkers),
-              as_int(tied.nTexts));
+  file.values(chart.Flag1, chart.Flag2, chart.SubPopulations, as_int(tied.nAxes),
+              as_int(tied.nDataIds), as_int(tied.nFitIds), as_int(tied.nBoxes),
+              as_int(tied.nMarkers), as_int(tied.nTexts));
   file.skip_values(fields - head_fields);
   file.require_bound(tied.nAxes, chart.nAxes);
   file.require_bound(tied.nBoxes, chart.nBoxes);
@@ -138,7 +137,7 @@ void visit_markers(Archive& file, Record& chart, bool drop_ties) {
 
 template <class Archive, class Record>
 bool visit_chart(Archive& file, Record& chart, Record& tied) {
-  const ProjectText::Routine at_work(file, chart_routine);
+  const ProjectText::AtWork at_work(file, chart_place);
   const bool drop_ties = &chart != &tied;
   if (!visit_head(file, chart, tied)) return false;
   visit_ids(file, tied.DataIds, tied.nDataIds, drop_ties);
@@ -172,7 +171,7 @@ Chart read_over(const Chart& chart, ProjectReader& file, ChartTies ties) {
 }  // namespace
 
 bool RW_Chart(ErrorReporter& reporter, ProjectReader& file, Chart& chart, ChartTies ties) {
-  return guarded(reporter, false, section_words(section_name, chart_routine, file), [&] {
+  return guarded(reporter, false, section_words(chart_place, file), [&] {
     chart = read_over(chart, file, ties);
     return true;
   });
@@ -188,10 +187,18 @@ std::optional<ReadFault> read_chart(ProjectReader& file, Chart& chart) {
 }
 
 bool RW_Chart(ErrorReporter& reporter, ProjectWriter& file, const Chart& chart) {
-  return guarded(reporter, false, section_words(section_name, chart_routine, file), [&] {
-    visit_chart(file, chart, chart);
+  return guarded(reporter, false, section_words(chart_place, file), [&] {
+    write_chart_section(file, chart);
     return true;
   });
+}
+
+void read_chart_section(ProjectReader& file, Chart& chart) {
+  chart = read_over(chart, file, ChartTies::read);
+}
+
+void write_chart_section(ProjectWriter& file, const Chart& chart) {
+  visit_chart(file, chart, chart);
 }
 
 }  // namespace tavlo

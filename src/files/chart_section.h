@@ -26,6 +26,12 @@ bool RW_Chart(ErrorReporter& reporter, ProjectReader& file, Chart& chart,
 /// The same without a report: what is wrong, or nothing.
 std::optional<ReadFault> read_chart(ProjectReader& file, Chart& chart);
 
+/// The same, with the RunTimeErrors of the reader.
+void read_chart_section(ProjectReader& file, Chart& chart);
+
+/// Writes the section; RunTimeErrors of the writer.
+void write_chart_section(ProjectWriter& file, const Chart& chart);
+
 /// Writes the section. A failure is reported and gives false; what `file` then
 /// holds is of no use.
 bool RW_Chart(ErrorReporter& reporter, ProjectWriter& file, const Chart& chart);

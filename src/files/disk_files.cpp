@@ -383,6 +383,16 @@ FileResult DiskFiles::create_new(const std::string& path, std::string_view bytes
   return result;
 }
 
+FileResult DiskFiles::try_out(const std::string& path, std::string_view bytes) {
+  constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  Descriptor file(::open(path.c_str(), flags, 0600));
+  if (!file) return system_fault("writing", errno);
+  FileResult result = write_all(file.number(), bytes);
+  if (!file.close_now() && result) result = system_fault("writing", errno);
+  const FileResult removed = remove(path);
+  return result ? removed : result;
+}
+
 FileResult DiskFiles::append(const std::string& path, std::string_view bytes) {
   struct stat status {};
   if (::stat(path.c_str(), &status) == 0)
@@ -442,6 +452,8 @@ FileResult DiskFiles::look_up(const std::string& path, FileFacts& facts) {
   facts.seconds_since_1970 =
       static_cast<double>(changed.tv_sec) + static_cast<double>(changed.tv_nsec) * 1e-9;
   facts.is_folder = S_ISDIR(status.st_mode);
+  facts.is_own = status.st_uid == ::geteuid();
+  facts.is_read_only = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0;
   return {};
 }
 

@@ -15,6 +15,9 @@ namespace tavlo {
 /// The largest file that is read as data.
 inline constexpr std::uint64_t largest_data_file = std::uint64_t{256} << 20;
 
+/// The largest project: its parts are counted in 32 bits.
+inline constexpr std::uint64_t largest_project_file = std::uint64_t{2} << 30;
+
 class DiskFiles : public FileSystem {
  public:
   FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
@@ -26,6 +29,8 @@ class DiskFiles : public FileSystem {
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
 
   FileResult create_new(const std::string& path, std::string_view bytes) override;
+
+  FileResult try_out(const std::string& path, std::string_view bytes) override;
 
   /// Appends of several programs to one file follow each other.
   FileResult append(const std::string& path, std::string_view bytes) override;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "files/short_decimals.h"
 #include "files/text_encoding.h"
 #include "files/text_lines.h"
 #include "numerics/number_text.h"
@@ -120,10 +121,10 @@ void ProjectReader::begin_piece(const char* kind) {
 /// What stands in front of the first such character, or of the end of the file.
 template <class Ends>
 std::string_view ProjectReader::front_until(Ends ends) {
-  const std::string_view front = rest_.substr(0, longest_line + 1);
+  const std::string_view front = rest_.substr(0, longest_text + 1);
   const auto end = std::find_if(front.begin(), front.end(), ends);
   const auto size = static_cast<std::size_t>(end - front.begin());
-  if (size > longest_line) refuse(run_time::out_of_string_space, "the line is too long");
+  if (size > longest_text) refuse(run_time::out_of_string_space, "the line is too long");
   return front.substr(0, size);
 }
 
@@ -140,7 +141,7 @@ std::string_view ProjectReader::quoted_value() {
   return trimmed(inside);
 }
 
-std::string_view ProjectReader::next_value() {
+std::string_view ProjectReader::word() {
   begin_piece("value");
   skip_blanks();
   std::string_view found;
@@ -151,15 +152,19 @@ std::string_view ProjectReader::next_value() {
     rest_.remove_prefix(bare.size());
     found = trimmed(bare);
   }
+  take_value_end();
+  return found;
+}
+
+void ProjectReader::take_value_end() {
   if (rest_.starts_with(','))
     rest_.remove_prefix(1);
   else
     take_line_end();
-  return found;
 }
 
-std::string_view ProjectReader::next_line() {
-  begin_piece("text");
+std::string_view ProjectReader::line(const char* kind) {
+  begin_piece(kind);
   const std::string_view found = front_until(ends_line);
   rest_.remove_prefix(found.size());
   take_line_end();
@@ -168,16 +173,38 @@ std::string_view ProjectReader::next_line() {
 
 // Values
 
-double ProjectReader::next_number() {
-  const std::string_view found = next_value();
-  if (const auto number = parse_with_d(found)) return *number;
-  if (found.empty()) refuse(run_time::type_mismatch, "a value is missing");
-  if (has_form_of_number(found)) refuse(run_time::overflow, quoted(found) + " is out of range");
-  refuse(run_time::type_mismatch, quoted(found) + " is not a number");
+/// Most values are short decimals right before a comma or the end of their line.
+bool ProjectReader::take_short_decimal(double& number) {
+  if (foreign_) return false;
+  double found = 0;
+  const std::size_t size = read_short_decimal(rest_, found);
+  if (size == 0 || size == rest_.size() || !ends_value(rest_[size])) return false;
+  number = found;
+  piece_line_ = line_;
+  rest_.remove_prefix(size);
+  take_value_end();
+  return true;
 }
 
-double ProjectReader::next_whole(double lowest, double highest) {
-  const double number = next_number();
+double ProjectReader::number(std::string_view part) {
+  if (const auto number = parse_with_d(part)) return *number;
+  if (part.empty()) refuse(run_time::type_mismatch, "a value is missing");
+  if (has_form_of_number(part)) refuse(run_time::overflow, quoted(part) + " is out of range");
+  refuse(run_time::type_mismatch, quoted(part) + " is not a number");
+}
+
+float ProjectReader::single(double number) {
+  if (std::fabs(number) > std::numeric_limits<float>::max())
+    refuse(run_time::overflow, number_text(number) + " is out of range (-3.4E+38 to 3.4E+38)");
+  return ToSingle(number);
+}
+
+std::int32_t ProjectReader::whole(std::string_view part) {
+  using Range = std::numeric_limits<std::int32_t>;
+  return ToInt32(required_whole(number(part), Range::min(), Range::max()));
+}
+
+double ProjectReader::required_whole(double number, double lowest, double highest) {
   if (std::floor(number) != number)
     refuse(run_time::type_mismatch, number_text(number) + " is not a whole number");
   if (number < lowest || number > highest)
@@ -187,7 +214,7 @@ double ProjectReader::next_whole(double lowest, double highest) {
 }
 
 void ProjectReader::value(bool& flag) {
-  const std::string_view found = next_value();
+  const std::string_view found = word();
   const auto read = parse_flag(found);
   if (!read) refuse(run_time::type_mismatch, quoted(found) + " is neither #TRUE# nor #FALSE#");
   flag = *read;
@@ -195,12 +222,16 @@ void ProjectReader::value(bool& flag) {
 
 void ProjectReader::value(std::int16_t& whole) {
   using Range = std::numeric_limits<std::int16_t>;
-  whole = ToInt16(next_whole(Range::min(), Range::max()));
+  double number = 0;
+  value(number);
+  whole = ToInt16(required_whole(number, Range::min(), Range::max()));
 }
 
 void ProjectReader::value(std::int32_t& whole) {
   using Range = std::numeric_limits<std::int32_t>;
-  whole = ToInt32(next_whole(Range::min(), Range::max()));
+  double number = 0;
+  value(number);
+  whole = ToInt32(required_whole(number, Range::min(), Range::max()));
 }
 
 void ProjectReader::value(AsInt<std::int32_t> whole) {
@@ -210,16 +241,19 @@ void ProjectReader::value(AsInt<std::int32_t> whole) {
 }
 
 void ProjectReader::value(float& number) {
-  const double wide = next_number();
-  if (std::fabs(wide) > std::numeric_limits<float>::max())
-    refuse(run_time::overflow, number_text(wide) + " is out of range (-3.4E+38 to 3.4E+38)");
-  number = ToSingle(wide);
+  double wide = 0;
+  value(wide);
+  number = single(wide);
 }
 
-void ProjectReader::value(double& number) { number = next_number(); }
+void ProjectReader::value(double& number) {
+  double read = 0;  // so that a refused value leaves `number` as it was
+  if (!take_short_decimal(read)) read = this->number(word());
+  number = read;
+}
 
 void ProjectReader::text(std::string& line) {
-  const std::string_view found = next_line();
+  const std::string_view found = this->line();
   line = utf8_ && is_utf8(found) ? std::string(found) : utf8_from_ansi(found);
 }
 
@@ -232,11 +266,11 @@ std::int64_t ProjectReader::count(std::int64_t) {
 }
 
 void ProjectReader::skip_values(std::int64_t number) {
-  for (; number > 0; --number) next_value();
+  for (; number > 0; --number) word();
 }
 
 void ProjectReader::skip_texts(std::int64_t number) {
-  for (; number > 0; --number) next_line();
+  for (; number > 0; --number) line();
 }
 
 void ProjectReader::require_bytes_for(std::int64_t bound, std::size_t least_bytes,
@@ -252,7 +286,21 @@ void ProjectReader::require_bytes_for(std::int64_t bound, std::size_t least_byte
 void ProjectReader::require_bound(std::int64_t bound, std::int64_t expected) {
   if (bound == expected) return;
   refuse(run_time::subscript, "Count out of range in file: " + std::to_string(bound) +
-                                  " where the chart has " + std::to_string(expected));
+                                  " where there must be " + std::to_string(expected));
+}
+
+std::string_view ProjectReader::raw(std::int64_t size) {
+  begin_piece("text");
+  if (size < 0 || static_cast<std::uint64_t>(size) > rest_.size())
+    refuse(run_time::input_past_end, "a text of " + std::to_string(size) + " bytes is due, but " +
+                                         std::to_string(rest_.size()) + " are left in the file");
+  const std::string_view taken = rest_.substr(0, static_cast<std::size_t>(size));
+  rest_.remove_prefix(taken.size());
+  return taken;
+}
+
+void ProjectReader::skip_empty_lines() {
+  while (!rest_.empty() && ends_line(rest_.front())) take_line_end();
 }
 
 }  // namespace tavlo

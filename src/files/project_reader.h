@@ -45,6 +45,24 @@ class ProjectReader : public ProjectText {
 
   void text(std::string& line);
 
+  // The data files of other programs hold the same two kinds of line, in other forms.
+
+  /// A text line as its bytes; `kind` names what is due, for the fault at the end of the file.
+  std::string_view line(const char* kind = "text");
+
+  /// A value as its bytes, without the quotation marks around it.
+  std::string_view word();
+
+  /// The number that a part of the line read last stands for; refused as a value is.
+  double number(std::string_view part);
+  std::int32_t whole(std::string_view part);
+  float single(double number);
+
+  bool at_end() const { return rest_.empty(); }
+  std::size_t bytes_left() const { return rest_.size(); }
+  /// Where the value or line read last began, from 1.
+  long line_number() const { return piece_line_; }
+
   /// Reads how many fields or records the file says will follow: any 32-bit number,
   /// given in 64 so that the difference from the number due never overflows.
   std::int64_t count(std::int64_t expected);
@@ -63,22 +81,45 @@ class ProjectReader : public ProjectText {
     list.resize(static_cast<int>(bound));
   }
 
+  /// The same for a table with the rows 0 to `rows` and the columns 0 to `columns`.
+  template <class Table>
+  void make_table(Table& table, std::int64_t rows, std::int64_t columns, std::size_t least_bytes) {
+    require_bytes_for(rows, least_bytes);
+    require_bytes_for(columns, least_bytes);
+    const std::int64_t cells = (rows + 1) * (columns + 1);
+    require_bytes_for(cells - 1, least_bytes);
+    table.assign(static_cast<std::size_t>(cells), 0);
+  }
+
+  /// Refuses a bound as make_room does.
+  void require_bytes_for(std::int64_t bound, std::size_t least_bytes,
+                         std::int64_t highest = std::numeric_limits<std::int32_t>::max() - 1);
+
   /// A bound that the file must have, since nothing else can be read with it.
   void require_bound(std::int64_t bound, std::int64_t expected);
 
+  /// The next `size` bytes as they stand; error 62 where there are less.
+  std::string_view raw(std::int64_t size);
+
+  /// Passes over empty lines.
+  void skip_empty_lines();
+
+  /// The bytes that have not been read.
+  std::string_view rest() const { return rest_; }
+
+  /// Refuses the value or text that was read last.
+  [[noreturn]] void refuse(int error_number, std::string what);
+
  private:
   using ProjectText::refuse;
-  [[noreturn]] void refuse(int error_number, std::string what);
-  void require_bytes_for(std::int64_t bound, std::size_t least_bytes, std::int64_t highest);
   void begin_piece(const char* kind);
   template <class Ends>
   std::string_view front_until(Ends ends);
-  std::string_view next_value();
   std::string_view quoted_value();
-  std::string_view next_line();
-  double next_number();
-  double next_whole(double lowest, double highest);
+  bool take_short_decimal(double& number);
+  double required_whole(double number, double lowest, double highest);
   void skip_blanks();
+  void take_value_end();
   void take_line_end();
 
   std::optional<ReadFault> foreign_;

@@ -6,7 +6,7 @@ namespace tavlo {
 
 void ProjectText::refuse(int error_number, ReadFault fault) {
   fault_ = std::move(fault);
-  failed_routine_ = routine_;
+  failed_at_ = at_work_;
   throw RunTimeError(error_number);
 }
 

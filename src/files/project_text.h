@@ -5,12 +5,16 @@
 // for the writer it does both, so that the two directions can't drift apart.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "files/read_fault.h"
 #include "numerics/error_reporter.h"
 
 namespace tavlo {
+
+/// Longer texts are neither written nor read.
+inline constexpr std::size_t longest_text = std::size_t{16} << 20;
 
 /// A 32-bit number of a record that takes 16 bits in the file.
 template <class Whole>
@@ -29,22 +33,26 @@ class ProjectText {
   /// no words while all is well.
   const ReadFault& fault() const { return fault_; }
 
-  /// The routine that was at work when it went wrong.
-  const std::string& failed_routine() const { return failed_routine_; }
+  /// What was at work when it went wrong: "Data Read Write Error: " and "RW_Data routine:".
+  struct Place {
+    const char* section = "";
+    const char* routine = "";
+  };
+  const Place& failed_at() const { return failed_at_; }
 
-  /// Names the routine at work for as long as it lives.
-  class Routine {
+  /// Names what is at work for as long as it lives.
+  class AtWork {
    public:
-    Routine(ProjectText& text, const char* name) : text_(text), outer_(text.routine_) {
-      text.routine_ = name;
+    AtWork(ProjectText& text, Place place) : text_(text), outer_(text.at_work_) {
+      text.at_work_ = place;
     }
-    ~Routine() { text_.routine_ = outer_; }
-    Routine(const Routine&) = delete;
-    Routine& operator=(const Routine&) = delete;
+    ~AtWork() { text_.at_work_ = outer_; }
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
 
    private:
     ProjectText& text_;
-    const char* outer_;
+    Place outer_;
   };
 
  protected:
@@ -52,18 +60,19 @@ class ProjectText {
   [[noreturn]] void refuse(int error_number, ReadFault fault);
 
  private:
-  const char* routine_ = "";
-  std::string failed_routine_;
+  Place at_work_;
+  Place failed_at_;
   ReadFault fault_;
 };
 
 /// Words for the handler of a section: the section's own, the routine that
-/// failed (`routine` where none has said so), line and cause.
-inline auto section_words(const char* section, const char* routine, const ProjectText& text) {
-  return [section, routine, &text](ErrorReporter& reporter) {
+/// failed (those of `place` where none has said so), line and cause.
+inline auto section_words(ProjectText::Place place, const ProjectText& text) {
+  return [place, &text](ErrorReporter& reporter) {
     const ReadFault& fault = text.fault();
     const bool named = !fault.what.empty();
-    reporter.add_lines({section, named ? text.failed_routine() : routine});
+    const ProjectText::Place at = named ? text.failed_at() : place;
+    reporter.add_lines({at.section, at.routine});
     if (named)
       reporter.add_lines(
           {(fault.line > 0 ? "Line " + std::to_string(fault.line) + ": " : "") + fault.what});

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "files/short_decimals.h"
 #include "files/text_lines.h"
 #include "project/code_page.h"
 
@@ -12,6 +13,7 @@ namespace tavlo {
 namespace {
 
 constexpr const char* line_end = "\r\n";
+constexpr const char* byte_order_mark = "\xEF\xBB\xBF";
 constexpr int single_digits = 7;
 constexpr int double_digits = 15;
 
@@ -21,6 +23,18 @@ constexpr double largest_written = 1.79769313486231e308;
 bool shifts_lines(char c) { return c == '\r' || c == '\n' || c == '\0' || c == '\x1A'; }
 
 }  // namespace
+
+ProjectWriter::ProjectWriter(Encoding encoding)
+    : encoding_(encoding), bytes_(encoding == Encoding::utf8 ? byte_order_mark : "") {}
+
+void ProjectWriter::raw(std::string_view text) {
+  bytes_ += text;
+  bytes_ += line_end;
+}
+
+void ProjectWriter::refuse(int error_number, std::string what) {
+  refuse(error_number, ReadFault{0, std::move(what)});
+}
 
 void ProjectWriter::put(std::string_view value_text) {
   bytes_ += value_text;
@@ -45,10 +59,26 @@ void ProjectWriter::put_number(double number, int digits) {
 }
 
 void ProjectWriter::value(bool flag) { put(flag ? "#TRUE#" : "#FALSE#"); }
-void ProjectWriter::value(std::int16_t whole) { put(std::to_string(whole)); }
-void ProjectWriter::value(std::int32_t whole) { put(std::to_string(whole)); }
-void ProjectWriter::value(float number) { put_number(number, single_digits); }
-void ProjectWriter::value(double number) { put_number(number, double_digits); }
+void ProjectWriter::value(std::int16_t whole) { value(std::int32_t{whole}); }
+
+void ProjectWriter::value(std::int32_t whole) {
+  char text[longest_short_decimal];
+  put({text, write_short_whole(whole, text)});
+}
+
+void ProjectWriter::value(float number) {
+  char text[longest_short_decimal];
+  const std::size_t size = write_short_single(number, text);
+  if (size > 0) return put({text, size});
+  put_number(number, single_digits);
+}
+
+void ProjectWriter::value(double number) {
+  char text[longest_short_decimal];
+  const std::size_t size = write_short_whole(number, text);
+  if (size > 0) return put({text, size});
+  put_number(number, double_digits);
+}
 
 void ProjectWriter::value(AsInt<const std::int32_t> whole) {
   using Range = std::numeric_limits<std::int16_t>;
@@ -58,8 +88,8 @@ void ProjectWriter::value(AsInt<const std::int32_t> whole) {
 }
 
 void ProjectWriter::text(const std::string& line) {
-  std::string bytes = ansi_from_utf8(line, &lost_);
-  if (bytes.size() > longest_line)
+  std::string bytes = encoding_ == Encoding::utf8 ? line : ansi_from_utf8(line, &lost_);
+  if (bytes.size() > longest_text)
     refuse(run_time::out_of_string_space, {0, "a text of " + std::to_string(bytes.size()) +
                                                   " characters is too long for the file"});
   std::replace_if(bytes.begin(), bytes.end(), shifts_lines, ' ');

@@ -8,20 +8,26 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "files/project_text.h"
 
 namespace tavlo {
 
-/// Lines end in CR LF, text is in the ANSI code page, numbers have a full stop in
-/// every locale. Failures are RunTimeErrors: 6 for a number that is not finite or
-/// does not fit its width, 9 for a list that is shorter than its bound, 14 for a
-/// text that is too long to be read back.
+/// Lines end in CR LF, text is in the ANSI code page or, behind a byte order mark, UTF-8;
+/// numbers have a full stop in every locale. Failures are RunTimeErrors: 6 for a number that is not
+/// finite or does not fit its width, 9 for a list that is shorter than its bound, 14 for a text
+/// that is too long to be read back.
 class ProjectWriter : public ProjectText {
  public:
   static constexpr bool reading = false;
 
+  enum class Encoding { ansi, utf8 };
+  explicit ProjectWriter(Encoding encoding = Encoding::ansi);
+
   const std::string& bytes() const { return bytes_; }
+  /// Gives the bytes away.
+  std::string take() { return std::move(bytes_); }
 
   /// The characters that the code page lacks, as UTF-8; "?" stands for each.
   const std::string& lost() const { return lost_; }
@@ -57,7 +63,19 @@ class ProjectWriter : public ProjectText {
                  std::int64_t highest = std::numeric_limits<std::int32_t>::max() - 1) {
     require_elements(list.bound(), bound, highest);
   }
+  template <class Table>
+  void make_table(const Table& table, std::int64_t rows, std::int64_t columns, std::size_t) {
+    require_elements(static_cast<std::int64_t>(table.size()) - 1, (rows + 1) * (columns + 1) - 1,
+                     std::numeric_limits<std::int32_t>::max() - 1);
+  }
   void require_bound(std::int64_t, std::int64_t) {}
+  void require_bytes_for(std::int64_t, std::size_t) {}
+
+  /// Writes text that is ASCII already, as it stands, and a line end.
+  void raw(std::string_view text);
+
+  /// The project can't be written.
+  [[noreturn]] void refuse(int error_number, std::string what);
 
  private:
   using ProjectText::refuse;
@@ -65,6 +83,7 @@ class ProjectWriter : public ProjectText {
   void put_number(double number, int digits);
   void require_elements(std::int64_t held, std::int64_t bound, std::int64_t highest);
 
+  Encoding encoding_;
   std::string bytes_;
   std::string lost_;
 };

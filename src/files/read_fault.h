@@ -14,6 +14,12 @@ struct ReadFault {
   bool stopped = false;         ///< the person wanted the reading to end
 };
 
+/// A fault of a file, with the number of the run-time error that it is reported as.
+struct NumberedFault {
+  int error_number = 0;
+  ReadFault fault;
+};
+
 /// What is wrong with one field or line; nothing when all is well.
 using FieldFault = std::optional<std::string>;
 

@@ -3,13 +3,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <random>
 #include <string_view>
 
+#include "files/private_folder.h"
 #include "files/program_start.h"
 
 namespace tavlo {
@@ -77,10 +80,14 @@ std::string SystemHost::program_folder() {
   return std::filesystem::read_symlink("/proc/self/exe", fault).parent_path().string();
 }
 
+std::int64_t SystemHost::process_id() { return ::getpid(); }
+
+bool SystemHost::is_running(std::int64_t process_id) {
+  return ::kill(static_cast<pid_t>(process_id), 0) == 0 || errno != ESRCH;
+}
+
 std::string SystemHost::temp_folder() {
-  std::error_code fault;
-  const auto folder = std::filesystem::temp_directory_path(fault);
-  return fault ? "/tmp" : folder.string();
+  return private_temp_folder(environment("XDG_RUNTIME_DIR"), environment("TMPDIR"));
 }
 
 std::string SystemHost::environment(const std::string& name) {

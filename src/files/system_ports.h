@@ -26,6 +26,8 @@ class RandomEntropy : public Entropy {
 class SystemHost : public Host {
  public:
   std::string program_folder() override;
+  std::int64_t process_id() override;
+  bool is_running(std::int64_t process_id) override;
   std::string temp_folder() override;
   std::string environment(const std::string& name) override;
 

@@ -92,7 +92,8 @@ struct Refusal {
 struct ModeFit {
   int mode = 0;
   std::int16_t method = 0;  ///< that was used
-  double quality = 0;       ///< by that method
+  /// By that method; nothing where the fit comes from a file, which keeps no quality of modes.
+  std::optional<double> quality;
   std::optional<Refusal> refusal;
 
   friend bool operator==(const ModeFit&, const ModeFit&) = default;

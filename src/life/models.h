@@ -105,6 +105,9 @@ struct Model {
   int x_scale() const { return code & x_scale_mask; }
   int y_scale() const { return code & y_scale_mask; }
   bool fixes_slope() const { return fixed_slope >= 0; }
+  /// Populations: each takes a scale and a slope; a share or a minimum life is the odd one of
+  /// the parameters. By failure mode there is one for each mode instead.
+  int rows() const { return free_parameters < 2 ? 1 : free_parameters / 2; }
 };
 
 /// All models, in the order of their codes.

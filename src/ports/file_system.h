@@ -31,6 +31,8 @@ struct FileFacts {
   std::uint64_t size = 0;         ///< in bytes
   double seconds_since_1970 = 0;  ///< of the last change, in universal time
   bool is_folder = false;
+  bool is_own = true;         ///< belongs to the person who runs the program
+  bool is_read_only = false;  ///< may not be written by that person
 };
 
 class FileSystem {
@@ -47,6 +49,10 @@ class FileSystem {
 
   /// Writes a file that must not exist yet. On any other failure there is none afterwards.
   virtual FileResult create_new(const std::string& path, std::string_view bytes) = 0;
+
+  /// Writes a file that must not exist yet and removes it: whether that can be done. What
+  /// stands there already is not touched. Nothing need reach the disk.
+  virtual FileResult try_out(const std::string& path, std::string_view bytes) = 0;
 
   /// Writes behind the end of a file, or makes it. On any failure the file ends
   /// where it did.

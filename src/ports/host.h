@@ -1,6 +1,7 @@
 // Host: the machine around the program.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,7 +17,14 @@ class Host {
   /// The folder that the program's own file stands in.
   virtual std::string program_folder() = 0;
 
-  /// A folder for files that nobody misses after a restart.
+  /// The number by which the system knows this run of the program.
+  virtual std::int64_t process_id() = 0;
+
+  /// Whether a process of that number runs; true where that can't be known.
+  virtual bool is_running(std::int64_t process_id) = 0;
+
+  /// A folder for files that nobody misses after a restart. It belongs to the person who
+  /// runs the program and is closed to all others; empty where there is none.
   virtual std::string temp_folder() = 0;
 
   /// The value of an environment variable; empty when it is not set.

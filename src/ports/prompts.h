@@ -32,6 +32,8 @@ struct FileRequest {
   /// chosen has none of its own; nothing when it is empty. It is added before a name that
   /// is taken is asked about.
   std::string default_suffix = {};
+  /// The path that is chosen where the person says nothing else; empty for none.
+  std::string suggestion = {};
 };
 
 class Prompts {

@@ -128,11 +128,10 @@ struct ChartMarker {
   std::int32_t Long15 = 1;
   std::int16_t Int1 = 1;
   std::int16_t Int2 = 0;
-  std::int16_t Int3 = 0;
+  std::int16_t Tied = 0;  ///< 1 where a person has chosen what the row shows
   std::int16_t Size = 150;
   std::int16_t Symbol = 1;  ///< 1 to 27
   std::string Label;
-  bool Tied = false;  ///< a person has chosen what the row shows; no file keeps it
 
   friend bool operator==(const ChartMarker&, const ChartMarker&) = default;
 };
@@ -144,7 +143,7 @@ struct Chart {
   std::int32_t UniqueId = 0;
   Slots<std::int32_t> DataIds;
   Slots<std::int32_t> FitIds;
-  std::int16_t Spare = 0;
+  std::int16_t SubPopulations = 0;  ///< 1 shows each population of a mixture as a line of its own
   std::int32_t nAxes = 1;
   std::int32_t nDataIds = 0;
   std::int32_t nFitIds = 0;
@@ -158,9 +157,6 @@ struct Chart {
   Slots<ChartMarker> Markers;  ///< 0 to nMarkers; row 0 is a spare
   Slots<ChartAxis> Axes;       ///< 0 is X, 1 is Y
   Slots<ChartItem> Texts;      ///< the user's marks from 1, see mark_mode
-  /// Shows each population of a mixture as a line of its own. A switch of the
-  /// window: no file keeps it.
-  bool SubPopulations = false;
   /// The views that zooming in has left, the first one in front; no file keeps them.
   /// The axes hold the view of the moment; chart/scales/chart_view changes both.
   std::vector<ChartView> ZoomedFrom;

@@ -94,4 +94,9 @@ void History::keep(std::size_t place, const Project& now) {
   forget_samples(state.project);
 }
 
+bool History::holds_work(std::int64_t work) const {
+  return std::any_of(states_.begin(), states_.end(),
+                     [work](const State& state) { return state.project.work == work; });
+}
+
 }  // namespace tavlo

@@ -2,6 +2,7 @@
 // between them. States share what they have in common.
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <string>
 
@@ -42,6 +43,9 @@ class History {
   /// The project as it was before the last step, or after the next; as it is at an end.
   const Project& undo();
   const Project& redo();
+
+  /// True when undo or redo can bring a state of the work back.
+  bool holds_work(std::int64_t work) const;
 
   /// What the states take, but for what they share: an estimate.
   std::size_t bytes() const;

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "numerics/slots.h"
 #include "project/chart_records.h"
@@ -13,7 +12,9 @@
 namespace tavlo {
 
 struct Project {
-  std::string name;
+  /// Which work of this run it is a state of: a new project begins one, and each file that is
+  /// opened. See Session::works.
+  std::int64_t work = 0;
   // Records from 1 on; slot 0 is the factory default.
   Slots<DataSet> data{0, fuStandardData()};
   Slots<FitSet> fits{0, fuStandard_Fit()};

@@ -55,6 +55,7 @@ struct DataSet {
   // Held and saved.
   bool Flag2 = false;
   double Reserved = 0;
+  std::int16_t SummarySpare = 0;
   Slots<InspectionList> Inspection;
   Slots<WarrantyProfile> Profiles;
 

@@ -24,10 +24,10 @@ bool holds_id(const Records& records, std::int32_t id) {
 }
 
 /// An identity that no record of the project has, whatever the clock says.
-std::int32_t unused_id(Session& session) {
+std::int32_t unused_id(Session& session, const Project& project) {
   std::int32_t id = 0;
-  while (id == 0 || holds_id(session.project.data, id) || holds_id(session.project.fits, id) ||
-         holds_id(session.project.charts, id))
+  while (id == 0 || holds_id(project.data, id) || holds_id(project.fits, id) ||
+         holds_id(project.charts, id))
     id = session.ids.fl_NewUniqueId(session.ports.clock);
   return id;
 }
@@ -51,18 +51,17 @@ void link_markers(const Project& project, Chart& chart, int first) {
     add_plot_set(chart, project.data(i).UniqueId, project.fits(i).UniqueId, 1);
 }
 
-void add_data(Session& session) {
+void add_data(Session& session, Project& project) {
   DataSet data = fuStandardData();
-  data.UniqueId = unused_id(session);
-  data.Title = unused_title(session.project.data, "Data");
-  session.project.data.push_back(std::move(data));
+  data.UniqueId = unused_id(session, project);
+  data.Title = unused_title(project.data, "Data");
+  project.data.push_back(std::move(data));
 }
 
-void add_fits(Session& session) {
-  Project& project = session.project;
+void add_fits(Session& session, Project& project) {
   const int index = project.fits.bound() + 1;
   FitSet fits = fuStandard_Fit();
-  fits.UniqueId = unused_id(session);
+  fits.UniqueId = unused_id(session, project);
   fits.Title = unused_title(project.fits, "Fit");
   fits.nDataIds = 1;
   fits.DataIds.push_back(index <= project.data.bound() ? project.data(index).UniqueId : 0);
@@ -71,14 +70,14 @@ void add_fits(Session& session) {
     link_markers(project, project.charts(project.charts.bound()), index);
 }
 
-void add_chart_record(Session& session) {
+void add_chart_record(Session& session, Project& project) {
   Chart chart = chart_of_type(session.settings.ChartType);
-  chart.UniqueId = unused_id(session);
+  chart.UniqueId = unused_id(session, project);
   chart.nDataIds = chart.nFitIds = 1;
-  chart.DataIds.push_back(session.project.data.bound() > 0 ? session.project.data(1).UniqueId : 0);
-  chart.FitIds.push_back(session.project.fits.bound() > 0 ? session.project.fits(1).UniqueId : 0);
-  link_markers(session.project, chart, 1);
-  session.project.charts.push_back(std::move(chart));
+  chart.DataIds.push_back(project.data.bound() > 0 ? project.data(1).UniqueId : 0);
+  chart.FitIds.push_back(project.fits.bound() > 0 ? project.fits(1).UniqueId : 0);
+  link_markers(project, chart, 1);
+  project.charts.push_back(std::move(chart));
 }
 
 /// Each panel shows what was chosen for its set, wherever this stands now.
@@ -105,14 +104,20 @@ void follow_fit_sets(Session& session) {
 Session::Session(const Ports& world)
     : ports(world), errors(world.prompts, world.clock), history(Project{}) {
   reset_project(*this);
+  works[project.work].saved = project;
   history.restart(project);
 }
 
+Project fresh_project(Session& session) {
+  Project project;
+  add_data(session, project);
+  add_fits(session, project);
+  add_chart_record(session, project);
+  return project;
+}
+
 void reset_project(Session& session) {
-  session.project = {};
-  add_data(session);
-  add_fits(session);
-  add_chart_record(session);
+  session.project = fresh_project(session);
   follow_records(session);
   for (int i = 1; i <= session.gFitForm.bound(); ++i) *session.gFitForm(i) = FitPanel();
   follow_records(session);
@@ -140,7 +145,7 @@ bool is_busy(const Session& session) {
 
 int New_frm_Data(Session& session) {
   return guarded(session.errors, 0, form_words("Data", session.project.data.bound()), [&] {
-    add_data(session);
+    add_data(session, session.project);
     follow_records(session);
     return session.project.data.bound();
   });
@@ -148,7 +153,7 @@ int New_frm_Data(Session& session) {
 
 int New_frm_Fit(Session& session) {
   return guarded(session.errors, 0, form_words("Fit", session.project.fits.bound()), [&] {
-    add_fits(session);
+    add_fits(session, session.project);
     follow_records(session);
     return session.project.fits.bound();
   });
@@ -156,7 +161,7 @@ int New_frm_Fit(Session& session) {
 
 int New_frm_Chart(Session& session) {
   return guarded(session.errors, 0, form_words("Chart", session.project.charts.bound()), [&] {
-    add_chart_record(session);
+    add_chart_record(session, session.project);
     return session.project.charts.bound();
   });
 }

@@ -2,6 +2,7 @@
 // test makes as many sessions as it likes, the window program makes one.
 #pragma once
 
+#include <future>
 #include <map>
 #include <memory>
 #include <optional>
@@ -14,6 +15,8 @@
 #include "project/data_sheet.h"
 #include "project/fit_panel.h"
 #include "project/history.h"
+#include "project/language_texts.h"
+#include "project/program_places.h"
 #include "project/project.h"
 #include "project/settings.h"
 #include "project/unique_id.h"
@@ -30,6 +33,25 @@ struct FitDialogue {
   std::optional<std::vector<std::string>> told;
 };
 
+/// What a project has to do with the disk. It is no part of it: to take a change back that was
+/// made before a save does not unmake the save.
+struct Work {
+  std::string path;      ///< its file; empty for none yet
+  std::string name;      ///< that a file of its own may get: of the data that it began with
+  Project saved;         ///< as it was last saved or begun, see is_unsaved in actions/undo
+  bool is_utf8 = false;  ///< the file has left the code page, and the person knows
+};
+
+/// A copy that another thread writes. The state is this one's: it ends here, since rows that
+/// nobody else holds are changed in place.
+struct PendingCopy {
+  std::string path;
+  std::string stands_for;  ///< a copy that goes when this one is written; empty for none
+  bool is_current = false;
+  std::shared_ptr<const Project> state;
+  std::shared_future<FileResult> written;
+};
+
 struct Session {
   explicit Session(const Ports& world);
   Session(const Session&) = delete;
@@ -38,6 +60,9 @@ struct Session {
   Ports ports;
   ErrorReporter errors;
   Settings settings;
+  ProgramPlaces places;
+  std::vector<std::string> LanguageText = std::vector<std::string>(language_texts);
+  std::int32_t RunMode = 1;  ///< 2 from the moment a command line is seen; stored only
   UniqueIds ids;
 
   Project project;
@@ -54,8 +79,16 @@ struct Session {
 
   FitDialogue fitting;
 
-  Project saved;  ///< as it was last saved or begun, see is_unsaved in actions/undo
-  Project told;   ///< what the windows were told last, see actions/announce
+  // Copies that outlive a crash, see recovery in the actions.
+  std::string recovery_folder;            ///< empty for none
+  std::string begun;                      ///< the moment from which on copies are of this run
+  std::string own_copy;                   ///< the last one of the current work; empty for none
+  std::shared_ptr<const Project> copied;  ///< what it holds
+  std::optional<PendingCopy> copy;        ///< that is being written
+
+  std::map<std::int64_t, Work> works;  ///< by Project::work
+  std::int64_t last_work = 0;
+  Project told;  ///< what the windows were told last, see actions/announce
   History history;
   /// What the command at work is called in the Edit menu; empty for none of its own.
   std::string step;
@@ -65,8 +98,10 @@ struct Session {
 /// behind the last record are kept: windows that are about to go still read them.
 void follow_records(Session& session);
 
-/// Empties the project and builds it again with one data set, one fit set and
-/// one chart.
+/// A project of one data set, one fit set and one chart, all empty.
+Project fresh_project(Session& session);
+
+/// Puts such a project in the place of the present one.
 void reset_project(Session& session);
 
 /// True while a fit is under way in one of the panels.

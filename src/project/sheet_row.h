@@ -31,6 +31,7 @@ struct SheetRow {
   float rank = 0;          ///< cumulative fraction failed, where the set has ranks of its own
   std::int16_t mode = 0;   ///< failure mode from 1; 0 is none
   std::uint8_t given = 0;  ///< bit c: the cell of column c holds a number
+  std::int16_t spare = 0;  ///< held and saved
   std::shared_ptr<const RowTexts> texts;  ///< null for a row without any
 
   bool has(int column) const { return (given >> column & 1) != 0; }

@@ -63,7 +63,7 @@ TEST(ProjectReader, ValuesAndTextsShareOnePosition) {
 }
 
 TEST(ProjectReader, RefusesEndlessLines) {
-  const std::string longest(longest_line, '1'), longer = longest + "1";
+  const std::string longest(longest_text, '1'), longer = longest + "1";
   std::string text;
   double number = 0;
   EXPECT_EQ(error_of([&] { ProjectReader(longest).text(text); }), right);

@@ -51,8 +51,8 @@ TEST(ProjectWriter, RefusesWhatCantBeReadBack) {
   EXPECT_EQ(file.fault().what, "32768 is too large for the file");
   EXPECT_THROW(file.make_room(list, 4, 2), RunTimeError);
   EXPECT_NO_THROW(file.make_room(list, 3, 2));
-  EXPECT_NO_THROW(file.text(std::string(longest_line, 'a')));
-  EXPECT_THROW(file.text(std::string(longest_line + 1, 'a')), RunTimeError);
+  EXPECT_NO_THROW(file.text(std::string(longest_text, 'a')));
+  EXPECT_THROW(file.text(std::string(longest_text + 1, 'a')), RunTimeError);
 }
 
 // Digits are lost once, at the first save; from then on the text stands still.

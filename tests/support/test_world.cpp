@@ -104,6 +104,13 @@ FileResult MemoryFiles::create_new(const std::string& path, std::string_view byt
   return {};
 }
 
+FileResult MemoryFiles::try_out(const std::string& path, std::string_view) {
+  const FileResult started = start(path, false);
+  if (!started && operations_ == fail_at_) return started;
+  return exists(path) ? FileResult{FileFault::exists_already, "there is such a file already"}
+                      : FileResult();
+}
+
 FileResult MemoryFiles::append(const std::string& path, std::string_view bytes) {
   if (const FileResult started = start(path, false); !started) return started;
   files[path] += bytes;

@@ -116,6 +116,7 @@ class MemoryFiles : public FileSystem {
   FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
   FileResult create_new(const std::string& path, std::string_view bytes) override;
+  FileResult try_out(const std::string& path, std::string_view bytes) override;
   FileResult append(const std::string& path, std::string_view bytes) override;
   FileResult remove(const std::string& path) override;
   FileResult back_up(const std::string& path) override;
@@ -148,6 +149,8 @@ class BareHost : public Host {
  public:
   std::string program_folder() override { return "/program"; }
   std::string temp_folder() override { return "/temp"; }
+  std::int64_t process_id() override { return 4711; }
+  bool is_running(std::int64_t process_id) override { return process_id == 4711; }
   std::string environment(const std::string&) override { return {}; }
   std::optional<std::string> find_program(const std::string&) override { return std::nullopt; }
   FileResult start_program(const std::string&, const std::vector<std::string>&) override {

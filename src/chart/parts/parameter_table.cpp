@@ -55,7 +55,7 @@ std::string quality_text(int method, bool censored, double quality, int digits) 
 /// A mode stands under its name; one that has no fit has no quality either.
 void name_mode(TableLine& line, const ModeFit& mode, const DataSet& data, int digits) {
   line.cells[table_column::label] = mode_name(data, mode.mode);
-  line.quality = mode.refusal ? "" : quality_text(mode.method, false, mode.quality, digits);
+  line.quality = mode.quality ? quality_text(mode.method, false, *mode.quality, digits) : "";
 }
 
 void add_rows(std::vector<TableLine>& lines, const FitResult& fit, const Model& model,

@@ -101,7 +101,7 @@ void add_modes(std::vector<TableLine>& lines, const FitResult& fit, const Model&
     const ModeFit& mode = fit.modes[static_cast<std::size_t>(i) - 1];
     lines.push_back(risk_line(model, fit.Rows(i)));
     lines.back().cells[table_column::label] = mode_name(data, mode.mode);
-    if (!mode.refusal) lines.back().quality = plain_quality(mode.method, mode.quality);
+    if (mode.quality) lines.back().quality = plain_quality(mode.method, *mode.quality);
   }
 }
 

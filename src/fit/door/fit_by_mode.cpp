@@ -50,7 +50,7 @@ class ModeByMode {
       if (count.failures > 0) left_out_.push_back(mode);
     } else {
       any_ = true;
-      fit_.quality = of_mode.quality;
+      fit_.quality = of_mode.quality.value_or(0);
       if (of_mode.method != method_)
         note(NoteCode::likelihood_for_one_mode, {static_cast<double>(mode), count.failures});
     }

@@ -1,7 +1,9 @@
 #include "fit/sample.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <numeric>
 
@@ -19,6 +21,23 @@ bool is_sound(const SampleRow& row) {
          std::isfinite(row.suspensions) && row.suspensions >= 0;
 }
 
+/// A whole number that is in the order of the times; of equal ones in that of the entries.
+/// A million such numbers are sorted several times faster than rows by way of their places.
+std::uint64_t sort_key(float time, std::size_t entry) {
+  constexpr std::uint32_t sign = 0x80000000;
+  const auto bits = std::bit_cast<std::uint32_t>(time + 0.0F);  // a zero without its sign
+  const std::uint32_t ascending = (bits & sign) != 0 ? ~bits : bits | sign;
+  return std::uint64_t{ascending} << 32 | entry;
+}
+
+void sort_by_time(std::span<const SampleRow> rows, std::vector<std::int32_t>& entry) {
+  std::vector<std::uint64_t> keys(rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) keys[i] = sort_key(rows[i].time, i + 1);
+  std::sort(keys.begin(), keys.end());
+  for (std::size_t i = 0; i < keys.size(); ++i)
+    entry[i] = static_cast<std::int32_t>(keys[i] & 0xFFFFFFFF);
+}
+
 /// Entry numbers in ascending order of time, ties as ranking wants them.
 std::vector<std::int32_t> order_of(std::span<const SampleRow> rows) {
   const auto time = [rows](std::int32_t entry) {
@@ -27,8 +46,7 @@ std::vector<std::int32_t> order_of(std::span<const SampleRow> rows) {
   std::vector<std::int32_t> entry(rows.size());
   std::iota(entry.begin(), entry.end(), 1);
   const auto earlier = [&](std::int32_t a, std::int32_t b) { return time(a) < time(b); };
-  if (!std::is_sorted(entry.begin(), entry.end(), earlier))
-    std::stable_sort(entry.begin(), entry.end(), earlier);
+  if (!std::is_sorted(entry.begin(), entry.end(), earlier)) sort_by_time(rows, entry);
   for (auto first = entry.begin(); first != entry.end();) {
     auto last = first + 1;
     while (last != entry.end() && time(*last) == time(*first)) ++last;

@@ -196,7 +196,7 @@ QWidget* FitWindow::make_action_column() {
   btn_Fit_->setObjectName(QStringLiteral("btn_Fit"));
   btn_Fit_->setMinimumHeight(fontMetrics().height() * 2);
   btn_Fit_->setToolTip(tr("Fits the chosen model to the times of the sheet (Alt+C)"));
-  set_button_caption(tr("&Calculate Fit"));
+  set_button_caption(to_qt(button_caption(session_.LanguageText, language_text::calculate)));
   connect(btn_Fit_, &QPushButton::clicked, this,
           commands_.slot([this] { CheckAndFit(session_, index_); }));
   txt_Custom_ = new QLabel;

@@ -21,8 +21,9 @@ bool is_ready(const Command& command) {
 }  // namespace
 
 CommandRegistry::CommandRegistry(QMenuBar& bar, std::vector<Command> commands,
-                                 const std::function<void(int)>& perform)
-    : bar_(bar), commands_(std::move(commands)) {
+                                 const std::function<void(int)>& perform,
+                                 std::function<QString(const QString&)> menu_title)
+    : bar_(bar), commands_(std::move(commands)), menu_title_(std::move(menu_title)) {
   for (const Command& command : commands_) {
     if (command.id != 0) {
       add(command, perform);
@@ -58,7 +59,7 @@ QMenu& CommandRegistry::menu(const QString& path) {
   QMenu*& found = menus_[path];
   if (found) return *found;
   const auto cut = path.lastIndexOf(u'|');
-  const QString title = path.mid(cut + 1);
+  const QString title = menu_title_(path);
   found = cut < 0 ? bar_.addMenu(title) : menu(path.left(cut)).addMenu(title);
   return *found;
 }

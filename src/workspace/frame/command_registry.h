@@ -42,9 +42,11 @@ struct Command : CommandEntry, CommandEffect {
 class CommandRegistry {
  public:
   /// Fills the menu bar, in the order of the commands. `perform` carries out the command of
-  /// a number. Menus and actions belong to the bar.
+  /// a number, `menu_title` gives the title of the menu of a path. Menus and actions belong
+  /// to the bar.
   CommandRegistry(QMenuBar& bar, std::vector<Command> commands,
-                  const std::function<void(int)>& perform);
+                  const std::function<void(int)>& perform,
+                  std::function<QString(const QString&)> menu_title);
 
   /// The command of a number that can be run now, or null.
   const Command* ready(int id) const;
@@ -70,6 +72,7 @@ class CommandRegistry {
 
   QMenuBar& bar_;
   std::vector<Command> commands_;
+  std::function<QString(const QString&)> menu_title_;
   std::map<QString, QMenu*> menus_;
   std::map<int, QAction*> actions_;
 };

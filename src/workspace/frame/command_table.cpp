@@ -34,12 +34,14 @@ auto any_chart(ChartCommands& charts) {
 Rows file_commands(MainWindow& frame) {
   ChartCommands& charts = frame.charts();
   return {
-      {{1, "&File|&New", "&Project", "Ctrl+N"}, {.run = [&] { frame.ask_for_new_project(); }}},
+      {{1, "&File|&New", "&Project", "Ctrl+N"}, {.run = [&] { frame.files().new_project(); }}},
       {{2, "&File|&New", "&Data/Fit"}, {.run = [&] { frame.add_data_and_fit(); }}},
       {{3, "&File|&New", "&Chart"}, {.run = [&] { frame.add_chart(); }}},
-      {{4, file, "&Open", "Ctrl+O"}},
-      {{5, file, "&Save", "Ctrl+S"}},
-      {{6, file, "Save &As"}},
+      {{4, file, "&Open", "Ctrl+O"}, {.run = [&] { frame.files().open(); }}},
+      {{0, "&File|Recent &Files"}},
+      {{0, "&File|Reco&ver"}},
+      {{5, file, "&Save", "Ctrl+S"}, {.run = [&] { frame.files().save(); }}},
+      {{6, file, "Save &As"}, {.run = [&] { frame.files().save(); }}},
       {{0, file}},
       {{7, file, "&Print", "Ctrl+P"}, {.run = [&] { charts.print(); }}},
       {{8, file, "Print Pre&view"}, {.run = [&] { charts.preview(); }}},
@@ -88,8 +90,8 @@ Rows option_commands(MainWindow& frame) {
   const auto precise = of_chart(charts, [](ChartWindow& chart) { return chart.is_precise(); });
   const auto zooms =
       of_chart(charts, [](ChartWindow& chart) { return chart.tool() == ChartTool::zoom; });
-  const auto shows_parts =
-      of_chart(charts, [](ChartWindow& chart) { return chart.stage().chart().SubPopulations; });
+  const auto shows_parts = of_chart(
+      charts, [](ChartWindow& chart) { return chart.stage().chart().SubPopulations != 0; });
   return {
       {{28, options, "&Sample"}},
       {{29, options, "&Calculator"}},

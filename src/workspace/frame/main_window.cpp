@@ -10,14 +10,20 @@
 #include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/program_end.h"
+#include "actions/recent_files.h"
 #include "actions/records.h"
 #include "actions/reports.h"
 #include "actions/undo.h"
+#include "actions/work.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
 #include "painter/clipboard_forms.h"
 #include "workspace/fit/fit_choices.h"
+#include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
+#include "workspace/qt/look.h"
+#include "workspace/qt/own_store.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -28,15 +34,21 @@ MainWindow::MainWindow(Program& program)
       tree_dock_(tr("Project")),
       windows_(program),
       charts_(program, windows_, *this),
+      files_(program, *this, [this] { show_work(); }),
       busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
-  setWindowTitle(QStringLiteral("Tavlo[*]"));
   setCentralWidget(&windows_);
   program_.prompts.set_parent(this);
   set_up_tree();
   set_up_status_bar();
-  commands_ = std::make_unique<CommandRegistry>(*menuBar(), all_commands(*this),
-                                                [this](int id) { DoCommand(id); });
+  show_bars();
+  commands_ = std::make_unique<CommandRegistry>(
+      *menuBar(), with_captions(all_commands(*this), session_.LanguageText),
+      [this](int id) { DoCommand(id); },
+      [this](const QString& path) { return menu_caption(path, session_.LanguageText); });
+  files_.attach(commands_->menu(QStringLiteral("&File")),
+                commands_->menu(QStringLiteral("&File|Recent &Files")),
+                commands_->menu(QStringLiteral("&File|Reco&ver")));
   chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
   commands_->fill(chart_menu_, chart_pop_up());
   give_commands(tree_, tree_pop_up());
@@ -62,7 +74,6 @@ void MainWindow::set_up_tree() {
   tree_dock_.setWidget(&tree_);
   addDockWidget(Qt::LeftDockWidgetArea, &tree_dock_);
   resizeDocks({&tree_dock_}, {fontMetrics().height() * 15 / 2}, Qt::Horizontal);
-  tree_dock_.setVisible(session_.settings.ProjectTree);
   // The tree is still about to close its own edit.
   connect(
       &tree_, &ProjectTree::renamed, this,
@@ -80,16 +91,17 @@ void MainWindow::set_up_status_bar() {
   hint_.setMinimumWidth(fontMetrics().averageCharWidth() * 22);
   news_.setObjectName(QStringLiteral("lbl_News"));
   news_.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+  file_panel_.setObjectName(QStringLiteral("lbl_File"));
   rows_panel_.setObjectName(QStringLiteral("lbl_Rows"));
   method_panel_.setObjectName(QStringLiteral("lbl_Method"));
-  for (QLabel* label :
-       {static_cast<QLabel*>(&hint_), static_cast<QLabel*>(&news_), &rows_panel_, &method_panel_})
+  for (QLabel* label : {static_cast<QLabel*>(&hint_), static_cast<QLabel*>(&news_), &file_panel_,
+                        &rows_panel_, &method_panel_})
     label->setContentsMargins(8, 0, 8, 0);
   statusBar()->addWidget(&hint_, 1);
   statusBar()->addPermanentWidget(&news_);
+  statusBar()->addPermanentWidget(&file_panel_);
   statusBar()->addPermanentWidget(&rows_panel_);
   statusBar()->addPermanentWidget(&method_panel_);
-  statusBar()->setVisible(session_.settings.StatusBar);
 }
 
 void MainWindow::connect_views() {
@@ -125,10 +137,14 @@ void MainWindow::follow_records() {
 
 void MainWindow::NewProject() {
   start_project(session_);
+  show_work();
+  news_.say(tr("Ready"));
+}
+
+void MainWindow::show_work() {
   announce(session_);
   windows_.show_from_start();
   hint_.say({});
-  news_.say(tr("Ready"));
   show_state();
 }
 
@@ -174,20 +190,6 @@ void MainWindow::DoCommand(int id) {
   const Command* command = commands_->ready(id);
   if (command && !program_.is_busy()) program_.commands.run(command->run);
   commands_->refresh();
-}
-
-/// A project can't be saved yet, so the person decides before it is gone.
-bool MainWindow::may_lose_project(const std::string& title, const std::string& question) {
-  return !is_unsaved(session_) ||
-         session_.ports.prompts.show(
-             {title, "The data and fits of this project will be lost.\n" + question,
-              BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
-}
-
-void MainWindow::ask_for_new_project() {
-  if (!may_lose_project("New Project", "Start a new project?")) return;
-  // The windows may not end inside an event of their own.
-  QTimer::singleShot(0, this, program_.commands.slot([this] { NewProject(); }));
 }
 
 void MainWindow::add_data_and_fit() {
@@ -327,7 +329,13 @@ void MainWindow::show_state() {
   if (model && method)
     method_panel_.setText(
         QStringLiteral("%1, %2").arg(to_qt(model->long_name), to_qt(method->panel_caption)));
-  setWindowModified(is_unsaved(session_));
+  const bool unsaved = is_unsaved(session_);
+  setWindowTitle(to_qt(project_title(session_)) + QStringLiteral("[*] - Tavlo"));
+  setWindowModified(unsaved);
+  const std::string& path = present_work(session_).path;
+  file_panel_.setText(to_qt((path.empty() ? project_title(session_) : short_file_name(path)) +
+                            (unsaved ? " *" : "")));
+  file_panel_.setToolTip(to_qt(path));
   tree_.show_age(session_);
   commands_->refresh();
 }
@@ -342,7 +350,36 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   end_edits();
-  event->setAccepted(may_lose_project("Tavlo", "Leave the program?"));
+  event->setAccepted(files_.may_leave());
+  if (event->isAccepted()) end_program();
 }
+
+void MainWindow::end_program() {
+  session_.settings.ProjectTree = !tree_dock_.isHidden();
+  session_.settings.StatusBar = !statusBar()->isHidden();
+  if (const auto store = own_store(session_.places)) {
+    store->setValue(store_key::geometry, saveGeometry());
+    store->setValue(store_key::bars, saveState());
+    store->setValue(store_key::windows, windows_.places());
+  }
+  End_Program(session_);
+}
+
+void MainWindow::show_as_last_time() {
+  const auto store = own_store(session_.places);
+  const bool is_placed = store && restoreGeometry(store->value(store_key::geometry).toByteArray());
+  if (store) restoreState(store->value(store_key::bars).toByteArray());
+  show_bars();
+  is_placed ? show() : show_fitting(*this);
+  if (store) windows_.take_places(store->value(store_key::windows).toMap());
+}
+
+void MainWindow::show_bars() {
+  tree_dock_.setVisible(session_.settings.ProjectTree);
+  statusBar()->setVisible(session_.settings.StatusBar);
+}
+
+// After the windows have been shown, so that a box about the file stands over them.
+void MainWindow::open_at_start(const std::string& path) { files_.open_path(path); }
 
 }  // namespace tavlo

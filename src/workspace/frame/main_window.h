@@ -11,6 +11,7 @@
 #include "workspace/frame/busy_filter.h"
 #include "workspace/frame/chart_commands.h"
 #include "workspace/frame/command_registry.h"
+#include "workspace/frame/file_commands.h"
 #include "workspace/frame/hint_line.h"
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_tree.h"
@@ -33,15 +34,25 @@ class MainWindow : public QMainWindow {
   /// what can't be done now.
   void DoCommand(int id);
 
+  /// Shows the frame where it stood when the program ended last, with the bars and windows
+  /// as they were; in its usual size where nothing is known of that.
+  void show_as_last_time();
+
+  /// Opens the file that the program was started with.
+  void open_at_start(const std::string& path);
+
+  /// Shows or hides the tree and the status bar as the settings say.
+  void show_bars();
+
   ProjectWindows& windows() { return windows_; }
   ProjectTree& tree() { return tree_; }
   ChartCommands& charts() { return charts_; }
+  FileCommands& files() { return files_; }
   const History& history() const { return session_.history; }
   /// The fit panel that a choice is made for.
   FitPanel& panel() { return *session_.gFitForm(windows_.current_index()); }
 
   // What the commands do.
-  void ask_for_new_project();
   void leave();
   void add_data_and_fit();
   void add_chart();
@@ -73,10 +84,11 @@ class MainWindow : public QMainWindow {
   void connect_views();
   void follow_records();
   void finish_command();
+  void end_program();
   void end_edits();
   void rename_record(const QString& key, const QString& title);
 
-  bool may_lose_project(const std::string& title, const std::string& question);
+  void show_work();
   void show_state();
 
   Program& program_;
@@ -87,9 +99,11 @@ class MainWindow : public QMainWindow {
   ProjectWindows windows_;
   HintLine hint_;
   HintLine news_;
+  QLabel file_panel_;
   QLabel rows_panel_;
   QLabel method_panel_;
   ChartCommands charts_;
+  FileCommands files_;
   QMenu chart_menu_;
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;

@@ -219,7 +219,7 @@ ChildWindow& ProjectWindows::add(QWidget* content, const QString& key, const QSt
   window->setObjectName(name);
   addSubWindow(window);
   window->installEventFilter(this);
-  connect(window, &ChildWindow::moved_by_user, this, [this] { in_blocks_ = false; });
+  connect(window, &ChildWindow::moved_by_user, this, &ProjectWindows::leave_layout);
   connect(window, &ChildWindow::recycled, this, [this, window] {
     if (in_blocks_) Tile_Block();
     activateNextSubWindow();
@@ -309,8 +309,45 @@ void ProjectWindows::add_bar(const QWidget& view, QWidget* bar) {
     if (each->widget() == &view) each->add_bar(bar);
 }
 
+void ProjectWindows::leave_layout() {
+  in_blocks_ = false;
+  places_.clear();
+}
+
+QVariantMap ProjectWindows::places() const {
+  QVariantMap found;
+  const QSizeF area = viewport()->size();
+  if (in_blocks_ || area.isEmpty()) return found;
+  for (const ChildWindow* each : children_) {
+    const QRectF at = each->geometry();
+    if (!each->isHidden() && !each->isMinimized() && !each->isMaximized())
+      found[each->node_key()] = QRectF(at.x() / area.width(), at.y() / area.height(),
+                                       at.width() / area.width(), at.height() / area.height());
+  }
+  return found;
+}
+
+void ProjectWindows::take_places(const QVariantMap& places) {
+  if (places.isEmpty()) return;
+  leave_layout();
+  places_ = places;
+  place_again();
+}
+
+void ProjectWindows::place_again() {
+  const QSizeF area = viewport()->size();
+  for (ChildWindow* each : children_) {
+    const QRectF share = places_.value(each->node_key()).toRectF() & QRectF(0, 0, 1, 1);
+    const QRectF place(share.x() * area.width(), share.y() * area.height(),
+                       share.width() * area.width(), share.height() * area.height());
+    if (!share.isEmpty() && !each->isMaximized() && !each->isMinimized())
+      each->setGeometry(place.toRect());
+  }
+}
+
 void ProjectWindows::Tile_Block() {
   in_blocks_ = true;
+  places_.clear();
   std::array<bool, block_count> visible{};
   for (const ChildWindow* each : children_)
     if (!each->isHidden()) visible[static_cast<std::size_t>(block_of(each->node_key()))] = true;
@@ -323,7 +360,7 @@ void ProjectWindows::Tile_Block() {
 }
 
 void ProjectWindows::tile(bool side_by_side) {
-  in_blocks_ = false;
+  leave_layout();
   std::vector<ChildWindow*> shown;
   for (ChildWindow* each : children_)
     if (!each->isHidden()) shown.push_back(each);
@@ -336,7 +373,7 @@ void ProjectWindows::tile(bool side_by_side) {
 }
 
 void ProjectWindows::cascade() {
-  in_blocks_ = false;
+  leave_layout();
   cascadeSubWindows();
 }
 
@@ -355,6 +392,7 @@ void ProjectWindows::resizeEvent(QResizeEvent* event) {
   QMdiArea::resizeEvent(event);
   const auto* active = activeSubWindow();
   if (in_blocks_ && !(active && active->isMaximized())) Tile_Block();
+  if (!places_.isEmpty()) place_again();
 }
 
 bool ProjectWindows::eventFilter(QObject* watched, QEvent* event) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QMdiArea>
+#include <QVariantMap>
 #include <vector>
 
 #include "workspace/chart/chart_window.h"
@@ -74,6 +75,14 @@ class ProjectWindows : public QMdiArea {
   void tile(bool side_by_side);
   void cascade();
 
+  /// The windows that the person has placed by hand, each by its key, as shares of the
+  /// area; none while they stand in blocks.
+  QVariantMap places() const;
+
+  /// Places windows so, and again whenever the frame changes its size, until the person
+  /// moves one. What is no place inside the area is passed over.
+  void take_places(const QVariantMap& places);
+
   /// Hides every window, or shows every hidden one.
   void hide_all();
   void restore_all();
@@ -106,6 +115,8 @@ class ProjectWindows : public QMdiArea {
   ChildWindow& add(QWidget* content, const QString& key, const QString& name, const QString& image,
                    const std::string& title);
   void catch_up();
+  void place_again();
+  void leave_layout();
 
   Program& program_;
   std::vector<ChildWindow*> children_;
@@ -114,6 +125,7 @@ class ProjectWindows : public QMdiArea {
   std::vector<ChartWindow*> charts_;
   LogWindow* log_ = nullptr;
   bool in_blocks_ = true;
+  QVariantMap places_;  ///< of the last run; empty once the person has moved a window
   int last_set_ = 1;
   // Identities of the records behind the views.
   std::vector<std::int32_t> data_ids_;

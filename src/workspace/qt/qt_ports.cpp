@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 
+#include "numerics/decimal_separators.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -95,9 +96,14 @@ void widen_to_title(QMessageBox& window) {
 
 }  // namespace
 
+std::string system_grouped_number() {
+  return from_qt(QLocale::system().toString(1234.567, 'f', 2));
+}
+
+std::string system_half() { return from_qt(QLocale::system().toString(-0.5, 'f', 1)); }
+
 NumberPunctuation system_punctuation() {
-  const bool comma = QLocale::system().decimalPoint() == QStringLiteral(",");
-  return comma ? NumberPunctuation{',', '.'} : NumberPunctuation{'.', ','};
+  return GetDecimalSeparators(system_grouped_number(), system_half(), [] { return std::nullopt; });
 }
 
 // A box over a dialog belongs to the dialog, or the window manager would hand the
@@ -143,6 +149,7 @@ std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
   dialog.selectNameFilter(filters.value(request.filter_index - 1));
   if (request.saving) prepare_saving(dialog, request);
   dialog.setFileMode(request.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  if (!request.suggestion.empty()) dialog.selectFile(to_qt(request.suggestion));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return from_qt(dialog.selectedFiles().value(0));
 }

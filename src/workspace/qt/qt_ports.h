@@ -14,7 +14,11 @@
 
 namespace tavlo {
 
-/// The number punctuation of the desktop: a comma or a point.
+/// 1234.567 with two decimals, and -0.5, as the desktop writes them.
+std::string system_grouped_number();
+std::string system_half();
+
+/// The number punctuation of the desktop; a full stop where that can't be told.
 NumberPunctuation system_punctuation();
 
 /// Modal boxes over the main window. Long runs of equal boxes are folded, see

@@ -53,7 +53,7 @@ void expect_mode(const Fit& fit, std::size_t m, const Rows& rows, std::int16_t m
   const FitParam& alone = own.fit()->life.rows[0];
   EXPECT_LT(test::relative_difference(fit.life.rows[m].Shape, alone.Shape), 1e-5);
   EXPECT_LT(test::relative_difference(fit.life.rows[m].Scale, alone.Scale), 1e-5);
-  EXPECT_LT(test::relative_difference(mode.quality, own.fit()->quality), 1e-5);
+  EXPECT_LT(test::relative_difference(mode.quality.value(), own.fit()->quality), 1e-5);
 }
 
 // Ties of different modes rank by their own order, so times are all different. The ranks of

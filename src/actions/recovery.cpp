@@ -1,0 +1,212 @@
+#include "actions/recovery.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+#include <utility>
+
+#include "actions/file_faults.h"
+#include "actions/undo.h"
+#include "actions/work.h"
+#include "files/disk_files.h"
+#include "files/project_file.h"
+#include "numerics/date_text.h"
+#include "project/code_page.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr std::size_t most_copies = 10;
+constexpr std::string_view suffix = ".tavlo";
+
+/// A name that no file system refuses, cut to a length that leaves room for the rest.
+std::string harmless(const std::string& title) {
+  constexpr std::size_t longest = 80;
+  std::string name(utf8_front(title, longest));
+  for (char& c : name)
+    if (static_cast<unsigned char>(c) < ' ' ||
+        std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos)
+      c = '_';
+  if (name.ends_with(suffix)) name.resize(name.size() - suffix.size());
+  return name;
+}
+
+std::int64_t points_of(const Project& project) {
+  std::int64_t points = 0;
+  for (const DataSet& data : project.data) points += static_cast<std::int64_t>(data.rows.size());
+  return points;
+}
+
+std::string stamp_of(const DateTime& moment) { return format_date(moment, "yyyymmdd-hhnnss"); }
+
+std::string copy_name(Session& session, CopyReason reason) {
+  return stamp_of(session.ports.clock.now()) + (reason == CopyReason::current ? " c p" : " r p") +
+         std::to_string(session.ports.host.process_id()) + " n" +
+         std::to_string(points_of(session.project)) + " " + harmless(project_title(session)) +
+         std::string(suffix);
+}
+
+FileResult write_copy(FileSystem& files, const std::string& path, const Project& state) {
+  ProjectBytes bytes;
+  if (const auto fault = write_project(state, bytes, Ranking::none))
+    return {FileFault::device_error, fault->fault.what};
+  return files.write_whole(path, bytes.bytes);
+}
+
+/// Takes the word up to the next blank off the front.
+std::string_view take_word(std::string_view& text) {
+  const std::size_t end = std::min(text.find(' '), text.size());
+  const std::string_view word = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return word;
+}
+
+std::optional<std::int64_t> number_behind(char letter, std::string_view word) {
+  std::int64_t number = 0;
+  if (!word.starts_with(letter)) return std::nullopt;
+  const auto read = std::from_chars(word.data() + 1, word.data() + word.size(), number);
+  if (read.ec != std::errc() || read.ptr != word.data() + word.size()) return std::nullopt;
+  return number;
+}
+
+struct NamedCopy {
+  RecoveryCopy copy;
+  std::int64_t process = 0;
+  std::string stamp;
+};
+
+/// Process numbers come again: a copy from before this run is not of this process.
+bool is_of_running_process(Session& session, const NamedCopy& copy) {
+  Host& host = session.ports.host;
+  if (copy.process == host.process_id()) return copy.stamp >= session.begun;
+  return host.is_running(copy.process);
+}
+
+std::optional<NamedCopy> copy_of_name(const std::string& folder, const std::string& file) {
+  constexpr std::size_t stamp_size = 15;
+  std::string_view rest = file;
+  if (!rest.ends_with(suffix)) return std::nullopt;
+  rest.remove_suffix(suffix.size());
+  const std::string stamp(take_word(rest));
+  const std::string_view kind = take_word(rest);
+  const auto process = number_behind('p', take_word(rest));
+  const auto points = number_behind('n', take_word(rest));
+  if (stamp.size() != stamp_size || !process || !points || (kind != "c" && kind != "r"))
+    return std::nullopt;
+  const std::string time = stamp.substr(0, 4) + "-" + stamp.substr(4, 2) + "-" +
+                           stamp.substr(6, 2) + " " + stamp.substr(9, 2) + ":" +
+                           stamp.substr(11, 2);
+  return NamedCopy{
+      {folder + "/" + file, std::string(rest), time, *points, kind == "c"}, *process, stamp};
+}
+
+/// All copies in the folder, the newest first.
+std::vector<NamedCopy> all_copies(Session& session) {
+  std::vector<std::string> names;
+  std::vector<NamedCopy> copies;
+  if (session.recovery_folder.empty() ||
+      !session.ports.file_system.list_folder(session.recovery_folder, names))
+    return copies;
+  for (auto name = names.rbegin(); name != names.rend(); ++name)
+    if (auto copy = copy_of_name(session.recovery_folder, *name))
+      copies.push_back(*std::move(copy));
+  return copies;
+}
+
+void drop_oldest(Session& session) {
+  const std::vector<NamedCopy> copies = all_copies(session);
+  for (std::size_t i = most_copies; i < copies.size(); ++i)
+    if (!is_of_running_process(session, copies[i]))
+      session.ports.file_system.remove(copies[i].copy.path);
+}
+
+void take_in(Session& session, const PendingCopy& copy, const FileResult& written) {
+  if (!written) {
+    // The person works on; the next copy may find room.
+    session.ports.views.status("No recovery copy: " + written.message);
+    return;
+  }
+  if (copy.is_current) {
+    if (!session.own_copy.empty() && session.own_copy != copy.path)
+      session.ports.file_system.remove(session.own_copy);
+    session.own_copy = copy.path;
+    session.copied = copy.state;
+  }
+  if (!copy.stands_for.empty()) session.ports.file_system.remove(copy.stands_for);
+  drop_oldest(session);
+}
+
+}  // namespace
+
+void keep_copy(Session& session, CopyReason reason) {
+  finish_copies(session, true);
+  if (session.recovery_folder.empty()) return;
+  if (!is_unsaved(session)) return drop_own_copy(session);
+  const bool stands =
+      !session.own_copy.empty() && session.copied && *session.copied == session.project;
+  if (stands && reason == CopyReason::current) return;
+  if (!session.ports.file_system.make_folder(session.recovery_folder)) return;
+  PendingCopy copy;
+  copy.path = session.recovery_folder + "/" + copy_name(session, reason);
+  copy.is_current = reason == CopyReason::current;
+  copy.state = std::make_shared<const Project>(session.project);
+  if (!copy.is_current) copy.stands_for = std::exchange(session.own_copy, {});
+  copy.written = std::async(std::launch::async,
+                            [&files = session.ports.file_system, path = copy.path,
+                             state = copy.state.get()] { return write_copy(files, path, *state); });
+  session.copy = std::move(copy);
+}
+
+void finish_copies(Session& session, bool wait) {
+  if (!session.copy) return;
+  const auto state =
+      wait ? std::future_status::ready : session.copy->written.wait_for(std::chrono::seconds(0));
+  if (state != std::future_status::ready) return;
+  const FileResult written = session.copy->written.get();
+  const PendingCopy copy = *std::exchange(session.copy, std::nullopt);
+  take_in(session, copy, written);
+}
+
+void begin_recovery(Session& session, const std::string& folder) {
+  session.recovery_folder = folder;
+  session.begun = stamp_of(session.ports.clock.now());
+}
+
+void drop_own_copy(Session& session) {
+  finish_copies(session, true);
+  if (!session.own_copy.empty()) session.ports.file_system.remove(session.own_copy);
+  session.own_copy.clear();
+}
+
+std::vector<RecoveryCopy> recovery_copies(Session& session) {
+  std::vector<RecoveryCopy> copies;
+  for (NamedCopy& each : all_copies(session))
+    if (copies.size() < most_copies && !is_of_running_process(session, each))
+      copies.push_back(std::move(each.copy));
+  return copies;
+}
+
+bool recover(Session& session, const RecoveryCopy& copy) {
+  std::string bytes;
+  const FileResult read =
+      session.ports.file_system.read_whole(copy.path, largest_project_file, bytes);
+  if (!read) {
+    tell_fault(session, copy.path, read);
+    return false;
+  }
+  Project project;
+  if (const auto fault = read_project(bytes, project)) {
+    tell_fault(session, copy.path, *fault);
+    return false;
+  }
+  replace_project(session, std::move(project), {});
+  session.works[session.project.work].name = copy.name;
+  session.step = "Recover";
+  keep_copy(session, CopyReason::current);
+  if (session.copy) session.copy->stands_for = copy.path;
+  return true;
+}
+
+}  // namespace tavlo

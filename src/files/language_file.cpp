@@ -1,0 +1,52 @@
+#include "files/language_file.h"
+
+#include <algorithm>
+
+#include "files/plain_lines.h"
+#include "files/text_lines.h"
+#include "project/code_page.h"
+#include "project/language_texts.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr std::size_t head_lines = 3;
+constexpr std::uint64_t largest_file = std::uint64_t{1} << 20;
+constexpr std::size_t longest_caption = 200;
+
+bool is_language_file(const std::string& name, std::int32_t language) {
+  const std::string number = (language < 10 ? "0" : "") + std::to_string(language);
+  const std::string lower = lower_case(name);
+  return lower.starts_with("vkl" + number) && lower.ends_with(".txt");
+}
+
+std::string caption(std::string_view line) {
+  std::string text = without_control_characters(std::string(line));
+  std::string_view rest = text;
+  for (std::size_t taken = 0; taken < longest_caption && !rest.empty(); ++taken)
+    next_code_point(rest);
+  text.resize(text.size() - rest.size());
+  return std::string(trimmed(text));
+}
+
+}  // namespace
+
+std::vector<std::string> LoadLanguage(FileSystem& files, const std::string& folder,
+                                      std::int32_t language) {
+  std::vector<std::string> captions(language_texts);
+  std::vector<std::string> names;
+  files.list_folder(folder, names);
+  const auto name = std::find_if(names.begin(), names.end(), [language](const std::string& each) {
+    return is_language_file(each, language);
+  });
+  if (name == names.end()) return captions;
+  std::string bytes;
+  if (!files.read_whole(folder + "/" + *name, largest_file, bytes)) return captions;
+  const auto lines = plain_lines(bytes, head_lines + captions.size() - 1);
+  for (std::size_t i = head_lines; i < lines.size(); ++i)
+    captions[i - head_lines + 1] = caption(lines[i]);
+  return captions;
+}
+
+}  // namespace tavlo

@@ -1,0 +1,117 @@
+#include "workspace/frame/file_commands.h"
+
+#include <QTimer>
+
+#include "actions/new_project.h"
+#include "actions/open_project.h"
+#include "actions/recent_files.h"
+#include "actions/recovery.h"
+#include "actions/save_project.h"
+#include "actions/undo.h"
+#include "actions/work.h"
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr int milliseconds_between_copies = 2 * 60 * 1000;
+
+/// A text of a menu; an ampersand in it is one.
+QString menu_text(const std::string& text) {
+  return to_qt(text).replace(QStringLiteral("&"), QStringLiteral("&&"));
+}
+
+}  // namespace
+
+FileCommands::FileCommands(Program& program, QWidget& frame, std::function<void()> show_work)
+    : program_(program),
+      session_(program.session),
+      frame_(frame),
+      show_work_(std::move(show_work)),
+      copies_(program.timer.every(milliseconds_between_copies, [this] {
+        finish_copies(session_, false);
+        if (!session_.copy) keep_copy(session_, CopyReason::current);
+      })) {}
+
+void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
+  QObject::connect(&file, &QMenu::aboutToShow, &frame_, [this, &recent, &recovery] {
+    fill_recent(recent);
+    fill_recovery(recovery);
+  });
+}
+
+void FileCommands::begin_work(std::function<bool()> act) {
+  QTimer::singleShot(0, &frame_, program_.commands.slot([this, act = std::move(act)] {
+    if (act()) show_work_();
+  }));
+}
+
+void FileCommands::new_project() {
+  begin_work([this] {
+    start_project(session_);
+    return true;
+  });
+}
+
+void FileCommands::open() {
+  begin_work([this] { return open_project(session_); });
+}
+
+void FileCommands::open_path(const std::string& path) {
+  begin_work([this, path] { return open_project(session_, path); });
+}
+
+void FileCommands::save() { save_project(session_); }
+
+void FileCommands::fill_recent(QMenu& menu) {
+  menu.clear();
+  const auto& files = session_.settings.RecentFiles;
+  for (int place = 1; place < static_cast<int>(files.size()); ++place) {
+    const std::string& path = files[static_cast<std::size_t>(place)];
+    if (path.empty()) continue;
+    QAction* entry = menu.addAction(QStringLiteral("&%1  ").arg(place % 10) + menu_text(path));
+    QObject::connect(entry, &QAction::triggered, &frame_, [this, place] {
+      begin_work([this, place] { return open_recent(session_, place); });
+    });
+  }
+  menu.menuAction()->setEnabled(!menu.isEmpty());
+}
+
+void FileCommands::fill_recovery(QMenu& menu) {
+  menu.clear();
+  for (const RecoveryCopy& copy : recovery_copies(session_)) {
+    QAction* entry = menu.addAction(
+        menu_text(copy.time + "   " + copy.name + "   " + std::to_string(copy.points) + " points"));
+    QObject::connect(entry, &QAction::triggered, &frame_, [this, copy] {
+      begin_work([this, copy] { return recover(session_, copy); });
+    });
+  }
+  menu.menuAction()->setEnabled(!menu.isEmpty());
+}
+
+bool FileCommands::may_leave() {
+  if (!is_unsaved(session_)) {
+    drop_own_copy(session_);
+    return true;
+  }
+  const BoxAnswer answer = session_.ports.prompts.show(
+      {"Tavlo", "Save the changes of " + project_title(session_) + " before you leave?",
+       BoxIcon::question, BoxButtons::yes_no_cancel});
+  if (answer == BoxAnswer::yes) return save_project(session_);
+  if (answer != BoxAnswer::no) return false;
+  keep_copy(session_, CopyReason::replaced);
+  finish_copies(session_, true);
+  return true;
+}
+
+void FileCommands::offer_copy() {
+  const std::vector<RecoveryCopy> copies = recovery_copies(session_);
+  if (copies.empty() || !copies.front().after_crash) return;
+  const RecoveryCopy& copy = copies.front();
+  session_.ports.views.status("Kept from before the program broke off: " + copy.name + ", " +
+                              copy.time + ", " + std::to_string(copy.points) +
+                              " points (File > Recover)");
+}
+
+}  // namespace tavlo
