@@ -240,8 +240,8 @@ void MainWindow::copy() {
   } else if (const int chart = windows_.focused_chart()) {
     const DrawingRecord& drawing = windows_.chart(chart).drawing();
     CopyClipChart(session_, make_metafile_drawing(session_, chart), painted_forms(drawing));
-  } else if (windows_.log().hasFocus()) {
-    windows_.log().copy();
+  } else if (windows_.log().hasFocus() && windows_.log().textCursor().hasSelection()) {
+    session_.ports.clipboard.set_text(windows_.log().selected());
   }
 }
 
