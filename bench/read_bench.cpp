@@ -1,6 +1,6 @@
 // Reading a million lines: the notation in random and in ascending order, and
 // comma-separated columns, each beside a bare read of the same bytes that only finds
-// the times.
+// the times; and the data files of other programs.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "files/data_text.h"
+#include "files/foreign_old_data.h"
+#include "files/foreign_quelplot.h"
 #include "numerics/number_text.h"
 
 namespace {
@@ -77,6 +79,43 @@ std::string ascending() {
   return notation(list);
 }
 
+std::string old_data() {
+  std::string text = "tavlo data\nxydata\n" + std::to_string(lines) + ",0\n";
+  for (const double time : times()) text += tavlo::number_text(time, 6) + ",0.123456\n";
+  return text + "end\n";
+}
+
+std::string quelplot() {
+  std::string text =
+      "quelplot_data2\n\n\n8\n\n\n1\n\n\n\n\n3\nSET_1\n" + std::to_string(lines) + "\n";
+  for (const double time : times())
+    text += "<P>" + tavlo::number_text(time, 6) + " 0.123456 1</P>\n";
+  return text;
+}
+
+using ForeignReader = std::optional<tavlo::NumberedFault> (*)(std::string_view, tavlo::Project&);
+
+void read_foreign(benchmark::State& state, ForeignReader reader, const std::string& text) {
+  for (auto _ : state) {
+    tavlo::Project project;
+    project.data.push_back(tavlo::fuStandardData());
+    project.fits.push_back(tavlo::fuStandard_Fit());
+    project.charts.push_back(tavlo::fuStandard_Chart());
+    if (reader(text, project)) state.SkipWithError("not read");
+    benchmark::DoNotOptimize(project.data(1).rows.size());
+  }
+  state.SetItemsProcessed(state.iterations() * lines);
+}
+
+std::optional<tavlo::NumberedFault> read_first_set(std::string_view bytes,
+                                                   tavlo::Project& project) {
+  return tavlo::read_quelplot(bytes, 1, project);
+}
+
+BENCHMARK_CAPTURE(read_foreign, old_data, tavlo::read_old_data, old_data())
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(read_foreign, quelplot, read_first_set, quelplot())
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(read_bare, notation_in_random_order, notation(times()))
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(read, notation_in_random_order, notation(times()))->Unit(benchmark::kMillisecond);

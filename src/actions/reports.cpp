@@ -12,6 +12,7 @@
 #include "numerics/number_text.h"
 #include "numerics/value_text.h"
 #include "project/fit_records.h"
+#include "project/rtf_writer.h"
 
 namespace tavlo {
 
@@ -92,7 +93,7 @@ std::string mode_line(ErrorReporter& reporter, const ModeFit& mode, const DataSe
 /// The name of the fit, the units and, of a fit of all modes together, its quality.
 std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const Sample& sample,
                        int digits) {
-  const std::string units = fit.Label + tab +
+  const std::string units = rtf_text(fit.Label) + tab +
                             "N= " + number_text(sample.total_failures + sample.total_suspensions) +
                             " /S= " + number_text(sample.total_suspensions) + line_end;
   if (!fit.modes.empty()) return units;

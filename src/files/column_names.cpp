@@ -48,6 +48,9 @@ constexpr ColumnName column_names[] = {
     {"failure mode", DataColumn::mode},
     {"comment", DataColumn::comment},
     {"comments", DataColumn::comment},
+    {"note", DataColumn::comment},
+    {"notes", DataColumn::comment},
+    {"remark", DataColumn::comment},
 };
 
 constexpr std::array<std::string_view, data_columns> roles = {

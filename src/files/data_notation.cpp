@@ -6,6 +6,7 @@
 
 #include "files/decimal_comma.h"
 #include "files/field_number.h"
+#include "files/shortest_number.h"
 
 namespace tavlo {
 
@@ -24,19 +25,12 @@ FieldFault read_count(std::string_view text, double& units) {
   return std::nullopt;
 }
 
-template <class Number>
-void append_number(std::string& text, Number value) {
-  char digits[32];
-  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-  text.append(digits, end);
-}
-
 void append_line(std::string& text, const char* mark, float time, double units) {
   text += mark;
-  append_number(text, time);
+  append_shortest(text, time);
   if (units != 1.0) {
     text += 'x';
-    append_number(text, units);
+    append_shortest(text, units);
   }
   text += '\n';
 }
@@ -137,6 +131,7 @@ std::string write_notation(const DataSet& data) {
   std::string text;
   for (std::size_t i = 0; i < data.rows.size(); ++i) {
     const SheetRow& row = data.rows[i];
+    if (!can_be_exported(row)) continue;
     if (row.failures > 0.0) append_line(text, "", row.time, row.failures);
     if (row.suspensions > 0.0) append_line(text, ">", row.time, row.suspensions);
   }

@@ -32,7 +32,8 @@ std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& optio
 
 /// The set in the notation, rows in the order of entry, each number in the
 /// shortest form that reads back equal. A row with failures and suspensions
-/// gives two lines. Negative times read back as values only with the option.
+/// gives two lines; one that no data file can hold is left out. Negative times read back as
+/// values only with the option.
 std::string write_notation(const DataSet& data);
 
 }  // namespace tavlo

@@ -32,7 +32,8 @@ constexpr std::int32_t exact = 64;
 constexpr std::int32_t benard = 128;
 }  // namespace rank_state
 
-/// Bit of the spare number of a row without a time: its 0 is none.
+/// Bit of the spare number of a row with units and without a time: its 0 is none. Rows in
+/// memory have no need of it.
 constexpr std::int16_t has_no_time = 1;
 
 /// What a file says of a set before its rows.
@@ -73,7 +74,10 @@ void visit_head(Archive& file, Fields& head) {
   file.count(head_fields);
   file.values(head.FitsCurrent, head.Flag2, head.Reserved, head.XMax, head.XMin, head.YMax,
               head.YMin, head.UniqueId, head.Count, head.Changed);
+  file.require_bytes_for(head.Count, least_point);  // at once, so that its own line is named
   file.values(head.nModes, head.nInspection, head.nProfiles);
+  for (const std::int16_t bound : {head.nModes, head.nInspection, head.nProfiles})
+    file.require_bytes_for(bound, least_text);
   file.values(head.XScale, head.YScale, head.nModesAgain);
   file.require_bound(head.nModesAgain, head.nModes);
 }
@@ -121,6 +125,11 @@ void visit_lists(Archive& file, Records& data, int inspections, int profiles) {
   for (int i = 0; profiles > 0 && i <= profiles; ++i) visit_profile(file, data.Profiles(i));
 }
 
+/// True where the time is 0 or none, which only the spare number tells.
+bool is_timeless(const Point& point) {
+  return point.X == 0 && (point.Fails != 0 || point.Susps != 0);
+}
+
 // --- reading
 
 void require_mode(ProjectReader& file, const Point& point, int modes) {
@@ -136,9 +145,9 @@ SheetRow row_of(const Point& point, bool own_ranks) {
   row.suspensions = point.Susps;
   row.time = point.X;
   row.mode = point.Mode;
-  row.spare = point.Spare;
-  const bool has_counts = point.Fails != 0 || point.Susps != 0;
-  const bool has_time = point.X != 0 || (has_counts && (point.Spare & has_no_time) == 0);
+  const bool is_marked = is_timeless(point) && (point.Spare & has_no_time) != 0;
+  row.spare = is_marked ? static_cast<std::int16_t>(point.Spare & ~has_no_time) : point.Spare;
+  const bool has_time = point.X != 0 || (is_timeless(point) && !is_marked);
   row.set_given(sheet_column::x, has_time);
   row.set_given(sheet_column::fails, point.Fails != 0);
   row.set_given(sheet_column::susps, point.Susps != 0);
@@ -181,7 +190,6 @@ void read_comments(ProjectReader& file, SharedRows<SheetRow>& rows) {
 
 RankKind read_rows(ProjectReader& file, DataSet& data, const Head& head) {
   file.count(point_fields);
-  file.require_bytes_for(head.Count, least_point);
   Point point;
   visit_point(file, point);
   const std::int32_t state = point.Order;
@@ -223,10 +231,9 @@ Point point_of(const SheetRow& row, std::size_t index, const DataReading& readin
   point.Order = static_cast<std::int32_t>(index) + 1;
   point.Mode = row.mode;
   point.Spare = row.spare;
-  if (row.time == 0)
+  if (is_timeless(point))
     point.Spare = static_cast<std::int16_t>(row.has(sheet_column::x) ? row.spare & ~has_no_time
                                                                      : row.spare | has_no_time);
-  if (row.is_blank()) point.Spare = row.spare;
   return point;
 }
 

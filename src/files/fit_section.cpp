@@ -15,8 +15,8 @@ constexpr int field_count = 0;  // that is all the section says of its fields
 
 // The bytes that an element takes at the least, when every value is one digit.
 constexpr std::size_t least_id = 2;
-constexpr std::size_t least_fit = 11;
-constexpr std::size_t least_row = 10;
+constexpr std::size_t least_fit = 5;  // half of it: element 0 of these two is not in the file
+constexpr std::size_t least_row = 5;
 constexpr int most_fits = 32767;
 
 template <class Archive, class Row>
@@ -31,9 +31,10 @@ template <class Archive, class Result>
 void visit_result(Archive& file, Result& fit, FitStatus& status) {
   auto state = static_cast<std::int16_t>(status);
   file.values(fit.Quality, fit.ModelCode, fit.Method, state, as_int(fit.nRows));
+  file.require_bytes_for(fit.nRows, 1);  // at once, so that its own line is named
   status = static_cast<FitStatus>(state);
   file.text(fit.Label);
-  file.make_room(fit.Rows, fit.nRows, least_row, most_fits);
+  file.make_room(fit.Rows, fit.nRows, fit.nRows > 0 ? least_row : 1, most_fits);
   for (int i = 1; i <= fit.nRows; ++i) visit_row(file, fit.Rows(i));
 }
 
@@ -41,6 +42,7 @@ template <class Archive, class Records>
 void visit_heads(Archive& file, Records& fits) {
   file.count(field_count);
   file.values(fits.UniqueId, as_int(fits.nFits), as_int(fits.nDataIds));
+  for (const std::int32_t bound : {fits.nFits, fits.nDataIds}) file.require_bytes_for(bound, 1);
   file.text(fits.Title);
   file.make_room(fits.DataIds, fits.nDataIds, least_id, most_fits);
   for (int i = 0; i <= fits.nDataIds; ++i) file.values(fits.DataIds(i));
@@ -49,10 +51,10 @@ void visit_heads(Archive& file, Records& fits) {
 
 /// False where the numbers can't be those of its model. Of a model that this version does
 /// not know nothing can be said.
-bool has_rows_of_model(const FitResult& fit, const DataSet& data) {
+bool has_rows_of_model(const FitResult& fit) {
   const Model* model = find_model(fit.ModelCode);
   if (!model) return true;
-  if (model->routine == FitRoutine::by_mode) return fit.nRows == data.ModeNames.bound();
+  if (model->routine == FitRoutine::by_mode) return fit.nRows > 0;  // names may have come since
   return fit.nRows == model->rows();
 }
 
@@ -115,7 +117,7 @@ void RW_Fit(ProjectReader& file, FitSet& fits) {
 void tie_fits(FitSet& fits, const DataSet& data) {
   for (int i = 1; i <= fits.nFits; ++i) {
     FitResult& fit = fits.Fits(i);
-    if (!has_rows_of_model(fit, data)) {
+    if (!has_rows_of_model(fit)) {
       fit = without_numbers(fit);
       fit.Status = FitStatus::not_calculated;
     }

@@ -156,9 +156,10 @@ void OldData::read_points() {
 }
 
 SampleRow OldData::read_point() {
-  const double x = file_.number(file_.word());
+  double x = 0, y = 0;
+  file_.value(x);
   const float time = file_.single(x);
-  const double y = file_.number(file_.word());
+  file_.value(y);
   file_.single(y);  // a rank is one of 32 bits too
   const bool failed = x > 0.0 && y > 0.0 && y < 1.0;
   return {std::fabs(time), failed ? 1.0 : 0.0, failed ? 0.0 : 1.0, 0};

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
+#include <string>
 
 #include "files/column_names.h"
 #include "files/foreign_content.h"
@@ -44,7 +46,9 @@ class QuelPlot {
   }
 
   int sets() const { return std::max(sets_, 1); }
-  ForeignContent read(int set);
+
+  /// The sets `first` to `last`, from 1.
+  std::vector<ForeignContent> read(int first, int last);
 
  private:
   static constexpr int type_with_blocks = 9;  ///< two blocks stand ahead of each set
@@ -59,13 +63,13 @@ class QuelPlot {
   void skip_blocks_ahead();
   void read_points();
   SampleRow read_point();
-  void read_sections(int set);
-  void read_section(std::size_t section, int set);
+  void read_sections(int first);
+  void read_section(std::size_t section, int first);
   void read_titles();
-  void read_slope(int set);
+  void read_slopes(int first);
 
   ProjectReader& file_;
-  ForeignContent content_;
+  std::vector<ForeignContent> contents_;
   std::int32_t type_ = 0;
   std::int32_t sets_ = 0;
 };
@@ -109,6 +113,9 @@ void QuelPlot::read_header() {
   type_ = whole(kind);
   drop(values_line - type_line - 1, kind);
   sets_ = whole(kind) / values_per_set;
+  if (sets_ > most_quelplot_sets)
+    file_.refuse(run_time::subscript, "Count out of range in file: " + std::to_string(sets_) +
+                                          " data sets (at most 1000)");
   if (sets_ > 1) require_room(file_, sets_, least_bytes_per_set, "data sets");
   drop(lines - values_line, kind);
 }
@@ -125,26 +132,28 @@ void QuelPlot::skip_blocks_ahead() {
   skip_block();
 }
 
-ForeignContent QuelPlot::read(int set) {
-  if (set < 1 || set > sets_) set = 1;
-  for (int i = 1; i < set; ++i) {
+std::vector<ForeignContent> QuelPlot::read(int first, int last) {
+  for (int set = 1; set < first; ++set) {
     skip_blocks_ahead();
     skip_block();
   }
-  skip_blocks_ahead();
-  read_points();
-  constexpr FitParam row = {.Scale = 2, .Fraction = 1, .Shape = 1, .T0 = 0, .Applies = 1};
-  content_.fits = {foreign_fit({model_code::weibull2, {row}})};
-  read_sections(set);
-  return std::move(content_);
+  for (int set = first; set <= last; ++set) {
+    skip_blocks_ahead();
+    read_points();
+  }
+  read_sections(first);
+  return std::move(contents_);
 }
 
 void QuelPlot::read_points() {
   constexpr std::size_t least_bytes = 5;  // "1 1 1"; the last may lack a line end
+  constexpr FitParam row = {.Scale = 2, .Fraction = 1, .Shape = 1, .T0 = 0, .Applies = 1};
   file_.line("data set");
   std::int32_t number = whole("number of points");
   require_room(file_, number, least_bytes, "points");
-  std::vector<SampleRow>& points = content_.points.emplace();
+  ForeignContent& content = contents_.emplace_back();
+  content.fits = {foreign_fit({model_code::weibull2, {row}})};
+  std::vector<SampleRow>& points = content.points.emplace();
   points.reserve(static_cast<std::size_t>(number));
   for (; number > 0; --number) points.push_back(read_point());
 }
@@ -160,7 +169,7 @@ SampleRow QuelPlot::read_point() {
 }
 
 // The sections stand in one order; any may be missing.
-void QuelPlot::read_sections(int set) {
+void QuelPlot::read_sections(int first) {
   constexpr std::size_t sections = 4;
   constexpr std::array<const char*, sections> headings = {"LABELSWSW", "PROGRAM_SPECIFIC",
                                                           "SOLCOEF", "PARAMETERS_DUANE"};
@@ -171,20 +180,20 @@ void QuelPlot::read_sections(int set) {
     behind_points = false;
     for (std::size_t i = next; i < sections; ++i) {
       if (!equal_in_any_case(heading, headings[i])) continue;
-      read_section(i, set);
+      read_section(i, first);
       next = i + 1;
       break;
     }
   }
 }
 
-void QuelPlot::read_section(std::size_t section, int set) {
+void QuelPlot::read_section(std::size_t section, int first) {
   constexpr const char* kind = "line of a section";
   switch (section) {
     case 0: read_titles(); break;
     case 1: drop(std::max(count(kind), 2), kind); break;
     case 2: drop(count(kind) - 2, kind); break;
-    default: read_slope(set);
+    default: read_slopes(first);
   }
 }
 
@@ -192,24 +201,30 @@ void QuelPlot::read_titles() {
   constexpr const char* kind = "line of the labels";
   constexpr int titles = 5;
   const std::int32_t lines = count("number of labels");
+  std::map<int, std::string> found;
   std::string_view first = line(kind);
   if (first.starts_with("!!")) first.remove_prefix(2);
-  content_.titles[chart_item::main_title] = foreign_words(first);
-  content_.titles[chart_item::sub_title] = foreign_words(line(kind));
+  found[chart_item::main_title] = foreign_words(first);
+  found[chart_item::sub_title] = foreign_words(line(kind));
   const std::string front = foreign_words(line(kind));
-  content_.titles[chart_item::x_title] = front + foreign_words(line(kind));
-  content_.titles[chart_item::y_title] = foreign_words(line(kind));
+  found[chart_item::x_title] = front + foreign_words(line(kind));
+  found[chart_item::y_title] = foreign_words(line(kind));
   drop(lines - titles, kind);
+  for (ForeignContent& content : contents_) content.titles = found;
 }
 
-void QuelPlot::read_slope(int set) {
+/// The slope is the second of the four lines of a set.
+void QuelPlot::read_slopes(int first) {
   constexpr const char* kind = "line of the slopes";
-  constexpr int lines_per_set = 4;
+  constexpr int lines_of_set = 4, lines_to_slope = 2;
   file_.line(kind);
-  drop(std::int64_t{lines_per_set} * (set - 1) + 1, kind);
-  std::string_view text = line(kind);
-  // A slope of this kind has the other sign in the file.
-  content_.fits->front().Rows(1).Shape = 0.0 - file_.number(take_word(text));
+  drop(std::int64_t{lines_of_set} * (first - 1), kind);
+  for (std::size_t i = 0; i < contents_.size(); ++i) {
+    drop((i == 0 ? 0 : lines_of_set - lines_to_slope) + lines_to_slope - 1, kind);
+    std::string_view text = line(kind);
+    // A slope of this kind has the other sign in the file.
+    contents_[i].fits->front().Rows(1).Shape = 0.0 - file_.number(take_word(text));
+  }
 }
 
 }  // namespace
@@ -219,11 +234,26 @@ std::optional<NumberedFault> count_quelplot_sets(std::string_view bytes, int& se
 }
 
 std::optional<NumberedFault> read_quelplot(std::string_view bytes, int set, Project& project) {
-  ForeignContent content;
-  auto fault =
-      read_foreign(bytes, [&](ProjectReader& file) { content = QuelPlot(file).read(set); });
-  if (!fault) store(std::move(content), project);
+  std::vector<ForeignContent> content;
+  auto fault = read_foreign(bytes, [&](ProjectReader& file) {
+    QuelPlot data(file);
+    const int there = set < 1 || set > data.sets() ? 1 : set;
+    content = data.read(there, there);
+  });
+  if (!fault) store(std::move(content.front()), project);
   return fault;
+}
+
+std::optional<NumberedFault> read_quelplot_sets(std::string_view bytes, const Project& empty,
+                                                std::vector<Project>& projects) {
+  std::vector<ForeignContent> contents;
+  auto fault = read_foreign(bytes, [&](ProjectReader& file) {
+    QuelPlot data(file);
+    contents = data.read(1, data.sets());
+  });
+  if (fault) return fault;
+  for (ForeignContent& content : contents) store(std::move(content), projects.emplace_back(empty));
+  return std::nullopt;
 }
 
 }  // namespace tavlo

@@ -5,11 +5,15 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "files/read_fault.h"
 #include "project/project.h"
 
 namespace tavlo {
+
+/// The most data sets of a file that is read: as many as a project can hold.
+inline constexpr int most_quelplot_sets = 1000;
 
 /// How many data sets the file says it has; 1 where it says less.
 std::optional<NumberedFault> count_quelplot_sets(std::string_view bytes, int& sets);
@@ -21,5 +25,10 @@ std::optional<NumberedFault> count_quelplot_sets(std::string_view bytes, int& se
 /// `project` stays as it was: 62 where the file ends inside a section, 13 for what is no
 /// number or no header, 6 for a number out of range, 9 for a count that can't be.
 std::optional<NumberedFault> read_quelplot(std::string_view bytes, int set, Project& project);
+
+/// Adds each set of the file to `projects`, in a copy of `empty`, by one walk through the file:
+/// all of them or, on a fault, none.
+std::optional<NumberedFault> read_quelplot_sets(std::string_view bytes, const Project& empty,
+                                                std::vector<Project>& projects);
 
 }  // namespace tavlo

@@ -35,6 +35,12 @@ SheetRow entered(const SampleRow& from) {
   return row;
 }
 
+bool can_be_exported(const SheetRow& row) {
+  const double units = row.failures + row.suspensions;
+  return row.has(sheet_column::x) && std::isnormal(row.time) &&
+         std::min(row.failures, row.suspensions) >= 0.0 && units > 0.0 && units <= most_units;
+}
+
 void PointList::reserve(std::size_t rows) {
   data_.rows.reserve(std::min(rows, most_rows_));
   prefer_large_pages(data_.rows.data(), data_.rows.capacity() * sizeof(SampleRow));

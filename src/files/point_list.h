@@ -30,6 +30,10 @@ void fill_data_set(DataRows rows, DataSet& data);
 /// A row as a sheet holds it.
 SheetRow entered(const SampleRow& from);
 
+/// Whether a data file can hold the row: it needs a time other than 0, and units, of which
+/// there may be 1e15 at the most.
+bool can_be_exported(const SheetRow& row);
+
 class PointList {
  public:
   /// Takes no more than `most_rows`.

@@ -176,8 +176,10 @@ std::string_view ProjectReader::line(const char* kind) {
 /// Most values are short decimals right before a comma or the end of their line.
 bool ProjectReader::take_short_decimal(double& number) {
   if (foreign_) return false;
-  const std::size_t size = read_short_decimal(rest_, number);
+  double found = 0;
+  const std::size_t size = read_short_decimal(rest_, found);
   if (size == 0 || size == rest_.size() || !ends_value(rest_[size])) return false;
+  number = found;
   piece_line_ = line_;
   rest_.remove_prefix(size);
   take_value_end();
@@ -245,7 +247,9 @@ void ProjectReader::value(float& number) {
 }
 
 void ProjectReader::value(double& number) {
-  if (!take_short_decimal(number)) number = this->number(word());
+  double read = 0;  // so that a refused value leaves `number` as it was
+  if (!take_short_decimal(read)) read = this->number(word());
+  number = read;
 }
 
 void ProjectReader::text(std::string& line) {

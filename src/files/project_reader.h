@@ -104,6 +104,9 @@ class ProjectReader : public ProjectText {
   /// Passes over empty lines.
   void skip_empty_lines();
 
+  /// The bytes that have not been read.
+  std::string_view rest() const { return rest_; }
+
   /// Refuses the value or text that was read last.
   [[noreturn]] void refuse(int error_number, std::string what);
 

@@ -69,6 +69,7 @@ class ProjectWriter : public ProjectText {
                      std::numeric_limits<std::int32_t>::max() - 1);
   }
   void require_bound(std::int64_t, std::int64_t) {}
+  void require_bytes_for(std::int64_t, std::size_t) {}
 
   /// Writes text that is ASCII already, as it stands, and a line end.
   void raw(std::string_view text);

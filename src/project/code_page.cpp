@@ -31,15 +31,14 @@ bool well_formed(char32_t code, std::size_t length) {
   return code >= least[length] && code <= 0x10FFFF && !(code >= 0xD800 && code <= 0xDFFF);
 }
 
-/// The byte of a code point, or -1.
+}  // namespace
+
 int ansi_byte(char32_t code) {
   if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return static_cast<int>(code);
   const auto found = std::find(upper_controls.begin(), upper_controls.end(), code);
   if (found == upper_controls.end()) return -1;
   return 0x80 + static_cast<int>(found - upper_controls.begin());
 }
-
-}  // namespace
 
 void append_utf8(std::string& text, char32_t code) {
   const auto add = [&text](char32_t byte) { text += static_cast<char>(byte); };

@@ -14,6 +14,9 @@ std::string utf8_from_ansi(std::string_view bytes);
 /// them as UTF-8 in the order of the text.
 std::string ansi_from_utf8(std::string_view text, std::string* lost = nullptr);
 
+/// The byte of a code point, or -1 where the code page lacks it.
+int ansi_byte(char32_t code_point);
+
 /// Adds one code point as UTF-8.
 void append_utf8(std::string& text, char32_t code_point);
 

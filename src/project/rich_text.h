@@ -1,54 +1,71 @@
-// RichText: the log as a document. It is stored as RTF, grows at its end and is
-// read back as RTF or as plain text. Copies cost nothing.
+// RichText: the log as a document of styled text and tables. It grows at its end, is read
+// from RTF and written as RTF or as plain text. Copies cost nothing, and one may be read on
+// another thread while this one grows.
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "project/rich_text_content.h"
 
 namespace tavlo {
 
 class RichText {
  public:
-  /// Adds raw RTF at the end, "\par " being a line end.
+  RichText() = default;
+  explicit RichText(RichTextContent content);
+
+  /// The document of a file or the clipboard, see rtf_reader. What is no RTF is taken as
+  /// plain text: UTF-8, or the ANSI code page where it is none.
+  static RichText from_rtf(std::string_view document);
+
+  /// Adds a piece of RTF at the end, "\par " being a line end. Styles and tables that are
+  /// open at its end end there.
   void append_rtf(std::string_view fragment);
 
-  /// Adds UTF-8 text at the end; each line break becomes "\par ", and characters
-  /// that mean something in RTF are escaped.
+  /// Adds UTF-8 text at the end, in the log's own style.
   void append_plain(std::string_view text);
 
-  void clear();
+  /// Adds another document at the end; where it begins with a table, on a line of its own.
+  void append(const RichText& added);
+
+  void clear() { *this = {}; }
   bool empty() const { return size_ == 0; }
 
-  /// The whole document, with its head.
+  /// The whole document as RTF, see rtf_writer.
   std::string rtf() const;
 
-  /// The text alone, UTF-8, lines separated by "\n".
+  /// The text alone, UTF-8, lines separated by "\n" and cells by tabs.
   std::string plain() const;
 
-  /// The plain text of what was added behind `earlier`, so that a view shows only that;
-  /// nothing where this is no continuation of it.
-  std::optional<std::string> plain_behind(const RichText& earlier) const;
+  /// What was added behind `earlier`, so that a view shows only that; nothing where this is
+  /// no continuation of it.
+  std::optional<RichText> behind(const RichText& earlier) const;
+
+  /// Shows the document from its beginning. The visitor must not change it meanwhile.
+  void visit(RichTextVisitor& visitor) const;
 
   friend bool operator==(const RichText& a, const RichText& b) {
-    return a.size_ == b.size_ && (a.text_ == b.text_ || a.body() == b.body());
+    return a.size_ == b.size_ && b.continues(a);
   }
 
  private:
-  std::string_view body() const { return std::string_view(*text_).substr(0, size_); }
-  void append(std::string_view rtf);
+  struct Shared {
+    RichTextContent content;
+    std::mutex at_work;
+  };
 
-  // Copies see one text, each up to its own end: it only grows behind the longest.
-  std::shared_ptr<std::string> text_ = std::make_shared<std::string>();
+  bool continues(const RichText& earlier) const;
+  void append(const RichTextContent& added);
+  template <class Change>
+  void grow(Change change);
+
+  // Copies see one content, each up to its own end: it only grows behind the longest.
+  std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
   std::size_t size_ = 0;
 };
-
-/// UTF-8 text as RTF: line breaks become "\par ", characters with a meaning are escaped.
-std::string rtf_text(std::string_view text);
-
-/// The plain text (UTF-8) of an RTF document or fragment; destinations such as
-/// font tables are left out. Broken RTF gives what can be read of it.
-std::string rtf_to_plain(std::string_view rtf);
 
 }  // namespace tavlo

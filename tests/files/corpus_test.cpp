@@ -8,6 +8,8 @@
 #include "fuzz/chart_section_law.h"
 #include "fuzz/data_text_law.h"
 #include "fuzz/foreign_file_law.h"
+#include "fuzz/project_file_law.h"
+#include "fuzz/rich_text_law.h"
 #include "fuzz/settings_file_law.h"
 
 namespace tavlo {
@@ -18,8 +20,10 @@ using Law = std::string (*)(std::string_view bytes);
 TEST(Corpus, EveryFileKeepsItsLaw) {
   const std::pair<std::string, Law> corpora[] = {{"chart_section", test::breach_of_chart_law},
                                                  {"data_text", test::breach_of_data_text_law},
+                                                 {"project_file", test::breach_of_project_law},
                                                  {"foreign_file", test::breach_of_foreign_law},
-                                                 {"settings_file", test::breach_of_settings_law}};
+                                                 {"settings_file", test::breach_of_settings_law},
+                                                 {"rich_text", test::breach_of_rich_text_law}};
   for (const auto& [name, breach_of_law] : corpora) {
     int files = 0;
     for (const auto& entry :

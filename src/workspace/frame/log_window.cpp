@@ -25,12 +25,12 @@ LogWindow::LogWindow(const RichText& log, QWidget* parent) : QPlainTextEdit(pare
 // Only what is new, or what an undo takes back, is read and laid out: a log may be long.
 void LogWindow::refresh() {
   if (log_ == shown_) return;
-  if (const auto added = log_.plain_behind(shown_)) {
+  if (const auto added = log_.behind(shown_)) {
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
-    end.insertText(to_qt(*added));
-  } else if (const auto gone = shown_.plain_behind(log_)) {
-    remove_end(static_cast<int>(to_qt(*gone).size()));
+    end.insertText(to_qt(added->plain()));
+  } else if (const auto gone = shown_.behind(log_)) {
+    remove_end(static_cast<int>(to_qt(gone->plain()).size()));
   } else {
     setPlainText(to_qt(log_.plain()));
   }

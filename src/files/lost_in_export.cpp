@@ -1,0 +1,83 @@
+#include "files/lost_in_export.h"
+
+#include <utility>
+
+#include "files/point_list.h"
+
+namespace tavlo {
+
+namespace {
+
+class LostThings {
+ public:
+  /// "1 fit", "2 fits"; `behind` says more of them.
+  void add(std::size_t number, const std::string& one, const std::string& behind = "") {
+    if (number == 0) return;
+    words_.push_back(std::to_string(number) + ' ' + one + (number == 1 ? "" : "s") + behind);
+  }
+
+  std::vector<std::string> take() { return std::move(words_); }
+
+ private:
+  std::vector<std::string> words_;
+};
+
+template <class Holds>
+std::size_t count_rows(const DataSet& data, Holds holds) {
+  std::size_t number = 0;
+  for (std::size_t i = 0; i < data.rows.size(); ++i) number += holds(data.rows[i]) ? 1 : 0;
+  return number;
+}
+
+bool has_comment(const SheetRow& row) { return !row.text(sheet_column::comment).empty(); }
+
+/// Slot 0 counts with the others; a list of slot 0 alone is none.
+template <class List>
+std::size_t length(const List& list) {
+  return list.bound() == 0 ? 0 : static_cast<std::size_t>(list.bound()) + 1;
+}
+
+std::size_t fits_of(const Project& project, int set) {
+  std::size_t number = 0;
+  for (int i = 1; i <= project.fits.bound(); ++i)
+    if (data_of_fits(project, i) == set) number += static_cast<std::size_t>(project.fits(i).nFits);
+  return number;
+}
+
+/// What no data file holds.
+void add_everywhere(const Project& project, int set, LostThings& lost) {
+  const DataSet& data = project.data(set);
+  const auto is_left_out = [](const SheetRow& row) {
+    return !row.is_blank() && !can_be_exported(row);
+  };
+  const auto is_negative = [](const SheetRow& row) {
+    return row.time < 0.0F && can_be_exported(row);
+  };
+  const auto is_unreadable = [](const SheetRow& row) { return row.unreadable_column() != 0; };
+  lost.add(count_rows(data, is_left_out), "row", " without a time or units");
+  lost.add(count_rows(data, is_unreadable), "row", " with a cell that can't be read");
+  lost.add(count_rows(data, is_negative), "time", " below 0, unless the reader is told of such");
+  if (data.own_ranks) lost.add(data.rows.size(), "rank", " that the rows came with");
+  lost.add(length(data.Inspection), "inspection list");
+  lost.add(length(data.Profiles), "warranty profile");
+  lost.add(fits_of(project, set), "fit");
+}
+
+}  // namespace
+
+std::vector<std::string> lost_in_separated_text(const Project& project, int set) {
+  LostThings lost;
+  add_everywhere(project, set, lost);
+  return lost.take();
+}
+
+std::vector<std::string> lost_in_notation(const Project& project, int set) {
+  LostThings lost;
+  const DataSet& data = project.data(set);
+  lost.add(static_cast<std::size_t>(data.ModeNames.bound()), "failure mode");
+  lost.add(count_rows(data, has_comment), "comment");
+  add_everywhere(project, set, lost);
+  return lost.take();
+}
+
+}  // namespace tavlo
