@@ -144,14 +144,12 @@ void complete(Project& project) {
   }
 }
 
-void make_unique(Project& project) {
+/// Records of different kinds may share an identity: whoever names one says of what.
+template <class Records>
+void make_unique(Records& records) {
   Identities identities;
-  for (int i = 1; i <= project.data.bound(); ++i)
-    project.data(i).UniqueId = identities.unique(project.data(i).UniqueId);
-  for (int i = 1; i <= project.fits.bound(); ++i)
-    project.fits(i).UniqueId = identities.unique(project.fits(i).UniqueId);
-  for (int i = 1; i <= project.charts.bound(); ++i)
-    project.charts(i).UniqueId = identities.unique(project.charts(i).UniqueId);
+  for (int i = 1; i <= records.bound(); ++i)
+    records(i).UniqueId = identities.unique(records(i).UniqueId);
 }
 
 /// Fits belong to the data set at their place, whichever one they name.
@@ -235,7 +233,9 @@ std::optional<ProjectFault> read_project(std::string_view bytes, Project& projec
     Project read;
     read_sections(file, read);
     complete(read);
-    make_unique(read);
+    make_unique(read.data);
+    make_unique(read.fits);
+    make_unique(read.charts);
     tie(read);
     project = std::move(read);
     return std::nullopt;

@@ -59,12 +59,13 @@ TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
     session().gFitForm(1)->busy = false;
     program.commands.run([] {});
   };
+  boxes.press_on_boxes("Escape");
   close_during_fit();
   ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
   ASSERT_TRUE(wait_until([&] { return !QApplication::activeModalWidget(); }));
-  EXPECT_TRUE(window.isVisible()) << "Enter alone throws nothing away";
+  EXPECT_TRUE(window.isVisible());
   program.commands.run([] {});
-  boxes.press_on_boxes("alt+y");
+  boxes.press_on_boxes("alt+n");
   close_during_fit();
   EXPECT_TRUE(wait_until([&] { return !window.isVisible(); }));
   EXPECT_EQ(boxes.texts().size(), 2);
