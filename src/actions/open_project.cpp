@@ -143,6 +143,7 @@ void show_opened(Session& session, Opening opening) {
   }
   mark_saved(session);
   add_recent_file(session.settings, opening.path);
+  session.ports.views.status("Opened: " + bare_file_name(opening.path));
   session.step = "Open";
 }
 

@@ -24,11 +24,13 @@ QString menu_text(const std::string& text) {
 
 }  // namespace
 
-FileCommands::FileCommands(Program& program, QWidget& frame, std::function<void()> show_work)
+FileCommands::FileCommands(Program& program, QWidget& frame, std::function<void()> show_work,
+                           std::function<int()> current_set)
     : program_(program),
       session_(program.session),
       frame_(frame),
       show_work_(std::move(show_work)),
+      current_set_(std::move(current_set)),
       copies_(program.timer.every(milliseconds_between_copies, [this] {
         finish_copies(session_, false);
         if (!session_.copy) keep_copy(session_, CopyReason::current);
@@ -62,7 +64,7 @@ void FileCommands::open_path(const std::string& path) {
   begin_work([this, path] { return open_project(session_, path); });
 }
 
-void FileCommands::save() { save_project(session_); }
+void FileCommands::save() { save_project(session_, current_set_()); }
 
 void FileCommands::fill_recent(QMenu& menu) {
   menu.clear();
@@ -98,7 +100,7 @@ bool FileCommands::may_leave() {
   const BoxAnswer answer = session_.ports.prompts.show(
       {"Tavlo", "Save the changes of " + project_title(session_) + " before you leave?",
        BoxIcon::question, BoxButtons::yes_no_cancel});
-  if (answer == BoxAnswer::yes) return save_project(session_);
+  if (answer == BoxAnswer::yes) return save_project(session_, current_set_());
   if (answer != BoxAnswer::no) return false;
   keep_copy(session_, CopyReason::replaced);
   finish_copies(session_, true);

@@ -13,8 +13,10 @@ namespace tavlo {
 
 class FileCommands {
  public:
-  /// `show_work` lays out the windows of a project that has just taken another one's place.
-  FileCommands(Program& program, QWidget& frame, std::function<void()> show_work);
+  /// `show_work` lays out the windows of a project that has just taken another one's place;
+  /// `current_set` is the data set that the person works on.
+  FileCommands(Program& program, QWidget& frame, std::function<void()> show_work,
+               std::function<int()> current_set);
 
   /// Fills the submenus of recent files and of copies whenever the file menu is opened.
   void attach(QMenu& file, QMenu& recent, QMenu& recovery);
@@ -40,6 +42,7 @@ class FileCommands {
   Session& session_;
   QWidget& frame_;
   std::function<void()> show_work_;
+  std::function<int()> current_set_;
   std::unique_ptr<RunningTimer> copies_;
 };
 

@@ -34,7 +34,8 @@ MainWindow::MainWindow(Program& program)
       tree_dock_(tr("Project")),
       windows_(program),
       charts_(program, windows_, *this),
-      files_(program, *this, [this] { show_work(); }),
+      files_(
+          program, *this, [this] { show_work(); }, [this] { return windows_.current_index(); }),
       busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
   setCentralWidget(&windows_);
