@@ -2,20 +2,18 @@
 // beside a bare read and a bare write of the same bytes.
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
-#include <algorithm>
-#include <fstream>
+#include <cstdlib>
+#include <stdexcept>
 
 #include "files/disk_files.h"
 #include "files/project_file.h"
-#include "project/chart_types.h"
 #include "project/fit_records.h"
 #include "support/random_samples.h"
 
 namespace tavlo {
 namespace {
-
-constexpr std::uint64_t any_size = ~std::uint64_t{0};
 
 DataSet data_of(test::RandomNumbers& random, int points, std::int32_t id) {
   DataSet data = fuStandardData();
@@ -51,8 +49,13 @@ Project project_of(int sets, int points, int fits) {
     set.nDataIds = 1;
     for (int k = 0; k < fits; ++k) {
       const Life life = test::random_life(random, model_code::weibull5c);
-      set.Fits.push_back(record_of({.model = life.model, .method = method_code::mle},
-                                   Fit{.life = life, .quality = -17.5 * k}, {}, 0));
+      FitRequest request;
+      request.model = life.model;
+      request.method = method_code::mle;
+      Fit fit;
+      fit.life = life;
+      fit.quality = -17.5 * k;
+      set.Fits.push_back(record_of(request, fit, {}, 0));
     }
     set.nFits = fits;
     project.fits.push_back(set);
@@ -73,7 +76,8 @@ const Project& many() {
 
 std::string bytes_of(const Project& project) {
   ProjectBytes written;
-  if (write_project(project, written)) return {};
+  if (const auto fault = write_project(project, written))
+    throw std::runtime_error(fault->fault.what);
   return written.bytes;
 }
 
@@ -94,7 +98,7 @@ void open(benchmark::State& state, const Project& (*make)()) {
   for (auto _ : state) {
     std::string bytes;
     Project project;
-    if (!DiskFiles().read_whole(path, any_size, bytes) || read_project(bytes, project))
+    if (!DiskFiles().read_whole(path, largest_project_file, bytes) || read_project(bytes, project))
       state.SkipWithError("not read");
     benchmark::DoNotOptimize(project.data(1).rows.size());
   }
@@ -113,7 +117,7 @@ void copy_bytes(benchmark::State& state, const Project& (*make)()) {
   const std::string path = file_of(make());
   for (auto _ : state) {
     std::string bytes;
-    DiskFiles().read_whole(path, any_size, bytes);
+    DiskFiles().read_whole(path, largest_project_file, bytes);
     DiskFiles().write_whole(path, bytes);
   }
   DiskFiles().remove(path);
@@ -127,7 +131,7 @@ void peak_of_opening(benchmark::State& state) {
   for (auto _ : state) {
     std::string bytes;
     Project project;
-    if (!DiskFiles().read_whole(path, any_size, bytes) || read_project(bytes, project))
+    if (!DiskFiles().read_whole(path, largest_project_file, bytes) || read_project(bytes, project))
       state.SkipWithError("not read");
     state.counters["read_MB"] = peak_megabytes();
     ProjectBytes written;

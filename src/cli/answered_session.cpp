@@ -1,10 +1,10 @@
 #include "cli/answered_session.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "actions/reports.h"
 #include "project/fit_records.h"
-#include "project/ranking.h"
 
 namespace tavlo::cli {
 
@@ -13,25 +13,47 @@ AnsweredSession::AnsweredSession(const std::string& subject, bool strict, RankKi
   session_.settings.Benard = ranks == RankKind::benard;
 }
 
-void AnsweredSession::add(SetWork& work) {
+int AnsweredSession::add_data(SetWork& work) {
   if (++sets_ > session_.project.data.bound()) {
     New_frm_Data(session_);
     New_frm_Fit(session_);
   }
   DataSet& data = session_.project.data(sets_);
-  fill_data_set(std::move(work.data), data);
-  Make_Ranks(session_.errors, session_.settings.Benard, data);
-  for (const FitOutcome& outcome : work.outcomes) add(outcome);
+  DataSet from = work.data_set();
+  from.UniqueId = data.UniqueId;
+  from.Title = data.Title;
+  data = std::move(from);
+  return sets_;
 }
 
-void AnsweredSession::add(const FitOutcome& outcome) {
+void AnsweredSession::add_answers(const std::vector<FitOutcome>& outcomes, int set) {
+  rank(session_.project.data(set));
+  for (auto outcome = outcomes.begin(); outcome != outcomes.end(); ++outcome) {
+    const auto is_same = [&](const FitOutcome& other) { return other.request == outcome->request; };
+    if (std::none_of(outcomes.begin(), outcome, is_same)) keep(*outcome, set);
+  }
+}
+
+/// Other ranks make the fits that are there out of date.
+void AnsweredSession::rank(DataSet& data) {
+  const RankKind ranks = session_.settings.Benard ? RankKind::benard : RankKind::exact;
+  if (data.is_read() && !data.own_ranks && data.reading.ranks() != ranks) mark_changed(data);
+  data.reading = DataReading(data.rows, ranks, data.own_ranks, data.ModeNames.bound());
+  data.read_revision = data.revision;
+}
+
+void AnsweredSession::keep(const FitOutcome& outcome, int set) {
   const Fit* const fit = outcome.answer.fit();
-  FitSet& fits = session_.project.fits(sets_);
-  if (!fit || find_slot(fits, outcome.request) != 0) return;
-  fits.Fits.push_back(record_of(outcome.request, *fit, outcome.answer.notes,
-                                session_.project.data(sets_).revision));
-  fits.nFits = fits.Fits.bound();
-  PostFitLog(session_, fits.nFits, sets_, sets_);
+  if (!fit) return;
+  FitSet& fits = session_.project.fits(set);
+  int slot = find_slot(fits, outcome.request);
+  if (slot == 0) {
+    fits.Fits.push_back({});
+    slot = fits.nFits = fits.Fits.bound();
+  }
+  fits.Fits(slot) =
+      record_of(outcome.request, *fit, outcome.answer.notes, session_.project.data(set).revision);
+  PostFitLog(session_, slot, set, set);
 }
 
 }  // namespace tavlo::cli

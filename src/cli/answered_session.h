@@ -1,5 +1,5 @@
-// Answered session: a session that holds the rows of data files and the answers that were
-// found for them, for charts and logs, which read a session.
+// Answered session: a session that holds data sets and the answers that were found for them,
+// for charts, logs and projects, which are made from a session.
 #pragma once
 
 #include "cli/cli_ports.h"
@@ -13,14 +13,22 @@ class AnsweredSession {
   /// `subject` is what the boxes are about, `ranks` those of the plotted points.
   AnsweredSession(const std::string& subject, bool strict, RankKind ranks);
 
-  /// The rows of the file become the next data set, from 1, and every fit that was made the
-  /// fit set of the same index. The log goes on with an entry for each fit.
-  void add(SetWork& work);
+  /// The data become the next data set, from 1, and every fit that was made one of the fit set
+  /// of the same index.
+  void add(SetWork& work) { add_answers(work.outcomes, add_data(work)); }
+
+  /// Adds the data alone; the index of their set.
+  int add_data(SetWork& work);
+
+  /// The fits become those of a set that the session has already, in place of those that
+  /// answered the same. The set is ranked. The log goes on with an entry for each.
+  void add_answers(const std::vector<FitOutcome>& outcomes, int set);
 
   Session& session() { return session_; }
 
  private:
-  void add(const FitOutcome& outcome);
+  void rank(DataSet& data);
+  void keep(const FitOutcome& outcome, int set);
 
   CliWorld world_;
   Session session_;

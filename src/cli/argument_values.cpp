@@ -158,6 +158,12 @@ void require_slope_of_weibayes(const FitQuestions& questions) {
   if (fault == SlopeFault::missing) refuse("Wb needs its slope: add --slope BETA");
 }
 
+int parse_set(const std::string& text) {
+  const auto set = whole_number(text);
+  if (!set || *set < 1) refuse("'" + text + "' is no number of a data set (1 is the first)");
+  return *set;
+}
+
 int parse_jobs(const std::string& text) {
   constexpr int most = 256;
   const auto jobs = whole_number(text);

@@ -49,6 +49,9 @@ std::vector<std::string> parse_words(const std::string& text);
 /// "comma" or "point".
 DecimalSign parse_decimal_sign(const std::string& text);
 
+/// The number of a data set, from 1.
+int parse_set(const std::string& text);
+
 /// Number of lines at work in a batch.
 int parse_jobs(const std::string& text);
 

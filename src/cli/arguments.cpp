@@ -38,6 +38,9 @@ void add_texts(CLI::App& app, const std::string& name, Take take, const std::str
 
 void add_reading(CLI::App& app, CommonArguments& common) {
   ReadOptions& reading = common.reading;
+  add_text(
+      app, "--set", [&common](const std::string& text) { common.set = parse_set(text); },
+      "The data set of each FILE to take, 1 is the first (all of them)", "N");
   app.add_flag("--negative-is-value", reading.negative_is_value,
                "A negative time is one, not a suspension");
   const auto take_columns = [&reading](const std::string& text) {
@@ -55,9 +58,14 @@ void add_reading(CLI::App& app, CommonArguments& common) {
       app, "--decimal",
       [&reading](const std::string& text) { reading.decimal = parse_decimal_sign(text); },
       "Decimal sign of the numbers, comma or point, where the data leave it in doubt", "SIGN");
+}
+
+void add_ranks(CLI::App& app, CommonArguments& common) {
   add_text(
       app, "--ranks", [&common](const std::string& text) { common.ranks = parse_rank_kind(text); },
-      "Median ranks: benard, the usual approximation (default), or exact", "KIND");
+      "Median ranks: benard, the usual approximation (default), or exact; a data set of a project "
+      "that has ranks of its own keeps them",
+      "KIND");
 }
 
 void add_doubts(CLI::App& app, FitQuestions& questions) {
@@ -67,13 +75,14 @@ void add_doubts(CLI::App& app, FitQuestions& questions) {
 }
 
 void add_files(CLI::App& app, CommonArguments& common) {
-  app.add_option("FILE", common.files, "Data files; - is standard input")
+  app.add_option("FILE", common.files,
+                 "Data files, projects, files of other programs; - is standard input")
       ->required()
       ->type_name("");
 }
 
 void add_json(CLI::App& app, CommonArguments& common) {
-  app.add_flag("--json", common.json, "One JSON object a file, each on a line");
+  app.add_flag("--json", common.json, "One JSON object a data set, each on a line");
 }
 
 void add_slope(CLI::App& app, FitQuestions& questions) {
@@ -93,6 +102,7 @@ void add_size(CLI::App& app, PixelSize& size) {
     const PixelSize sides = parse_size(text);
     size.width = sides.width;
     size.height = sides.height;
+    size.is_given = true;
   };
   add_text(app, "--size", take_size, "Size of a chart in pixels (1000x600)", "WxH");
   add_text(
@@ -130,6 +140,12 @@ void require_other_file(const std::string& out, const std::vector<std::string>& 
     if (same || file == out)
       throw CLI::ValidationError("'" + out + "' holds the data and would be overwritten");
   }
+}
+
+/// The file that was there is kept beside a project.
+void require_other_project(const std::string& out, const std::vector<std::string>& files) {
+  require_other_file(out, files);
+  if (!out.empty() && file_behind(out)) require_other_file(out + "~", files);
 }
 
 /// The second reading would find nothing.
@@ -184,10 +200,11 @@ void add_fit_outputs(CLI::App& app, FitArguments& fit) {
     fit.log = path;
   };
   add_text(app, "--log", take_log, "Write the log (.rtf .txt)", "OUT");
-  const auto refuse_project = [](const std::string&) {
-    throw CLI::ValidationError("--project is not available yet");
-  };
-  add_text(app, "--project", refuse_project, "Write a project file (not available yet)", "OUT");
+  add_text(
+      app, "--project", [&fit](const std::string& path) { fit.project = path; },
+      "Write a project (.tavlo) with the data sets of all FILEs, their fits, a chart and the log; "
+      "one that stands there is kept as OUT~",
+      "OUT");
 }
 
 void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
@@ -196,6 +213,7 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
   add_fit_choices(*command, lists);
   add_slope(*command, fit.questions);
   add_reading(*command, fit.common);
+  add_ranks(*command, fit.common);
   add_doubts(*command, fit.questions);
   add_fit_questions(*command, fit);
   add_fit_outputs(*command, fit);
@@ -204,10 +222,14 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
     fit.questions.choices = all_pairs(lists);
     fit.questions.ranks = fit.common.ranks;
     require_one_standard_input(fit.common);
+    fit.common.reading.comments = !fit.project.empty();
     if (!fit.charts.empty() && fit.common.files.size() > 1)
       throw CLI::ValidationError("--chart takes one FILE at a time");
     require_slope_of_weibayes(fit.questions);
     require_other_file(fit.log, fit.common.files);
+    require_other_project(fit.project, fit.common.files);
+    if (!fit.log.empty() && fit.log == fit.project)
+      throw CLI::ValidationError("--log and --project name the same file");
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
   });
 }
@@ -216,6 +238,7 @@ void add_rank_command(CLI::App& app, RankArguments& rank) {
   CLI::App* const command = app.add_subcommand("rank", "Print the plotting positions");
   add_files(*command, rank.common);
   add_reading(*command, rank.common);
+  add_ranks(*command, rank.common);
   add_json(*command, rank.common);
   command->final_callback([&rank] { require_one_standard_input(rank.common); });
 }
@@ -241,8 +264,8 @@ void add_files_and_output(CLI::App& app, ChartArguments& chart) {
   };
   app.add_option_function<std::vector<std::string>>(
          "FILE", take_names,
-         "Data files, - is standard input; the last name, OUT, is the picture to write (.svg "
-         ".pdf .png .wmf)")
+         "Data files, projects, files of other programs, - is standard input; the last name, "
+         "OUT, is the picture to write (.svg .pdf .png .wmf)")
       ->required()
       ->type_name("");
   app.formatter(std::make_shared<FilesAndOutput>());
@@ -271,6 +294,8 @@ void require_slope(const ChartFits& fits) {
 void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
   CLI::App* const command =
       app.add_subcommand("chart", "Draw the data, and fits where they are named, on one chart");
+  command->footer(
+      "A project alone, without --fit and --set, is drawn as its first chart was saved.");
   add_files_and_output(*command, chart);
   const auto take_fit = [&fits](const std::string& text) {
     fits.fits.push_back(parse_file_fit(text));
@@ -283,6 +308,7 @@ void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
   add_sub_populations(*command, chart.sub_populations);
   add_looks(*command, chart);
   add_reading(*command, chart.common);
+  add_ranks(*command, chart.common);
   add_doubts(*command, fits.each);
   command->final_callback([&chart, &fits] {
     fits.each.ranks = chart.common.ranks;
@@ -291,6 +317,36 @@ void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
     require_one_standard_input(chart.common);
     require_other_file(chart.out, chart.common.files);
     if (!chart.profile.empty()) require_other_file(chart.out, {chart.profile});
+  });
+}
+
+void take_out(ConvertArguments& convert, const std::string& path) {
+  if (path.empty() || path == "-") throw CLI::ValidationError("OUT must be the name of a file");
+  convert.out = path;
+}
+
+void add_convert_command(CLI::App& app, ConvertArguments& convert) {
+  CLI::App* const command =
+      app.add_subcommand("convert", "Write a file that can be read as a project or as data");
+  const auto take_in = [&convert](const std::string& path) { convert.common.files = {path}; };
+  command->add_option_function<std::string>("IN", take_in, "The file; - is standard input")
+      ->required()
+      ->type_name("");
+  const auto take = [&convert](const std::string& path) { take_out(convert, path); };
+  command
+      ->add_option_function<std::string>(
+          "OUT", take,
+          "The file to write: .txt the data notation, .csv a table, any other name a project "
+          "(.tavlo); a project that stands there is kept as OUT~")
+      ->required()
+      ->type_name("");
+  add_reading(*command, convert.common);
+  add_ranks(*command, convert.common);
+  command->footer("What OUT can't hold is named on standard error.");
+  command->final_callback([&convert] {
+    convert.common.reading.comments = true;
+    const bool is_data = is_data_name(convert.out);
+    (is_data ? require_other_file : require_other_project)(convert.out, convert.common.files);
   });
 }
 
@@ -312,8 +368,9 @@ void require_command(const CLI::App& app, int argc, const char* const* argv) {
   const std::string first = argc > 1 ? argv[1] : "";
   const auto is_first = [&first](const CLI::App* command) { return command->get_name() == first; };
   if (first.starts_with('-') || !app.get_subcommands(is_first).empty()) return;
-  throw CLI::ValidationError(first.empty() ? "a command is required (fit, rank, chart, batch)"
-                                           : "there is no command '" + first + "'");
+  throw CLI::ValidationError(first.empty()
+                                 ? "a command is required (fit, rank, chart, convert, batch)"
+                                 : "there is no command '" + first + "'");
 }
 
 ExitCode report(const CLI::App& app, const CLI::ParseError& error) {
@@ -342,6 +399,8 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   add_rank_command(app, rank);
   BatchArguments batch;
   add_chart_command(app, chart, chart_fits);
+  ConvertArguments convert;
+  add_convert_command(app, convert);
   add_batch_command(app, batch);
   try {
     require_command(app, argc, argv);
@@ -351,8 +410,14 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   }
   if (app.got_subcommand("fit")) return Command(fit);
   if (app.got_subcommand("rank")) return Command(rank);
+  if (app.got_subcommand("convert")) return Command(convert);
   if (app.got_subcommand("batch")) return Command(batch);
   return Command(chart);
+}
+
+bool is_data_name(const std::string& path) {
+  const std::string type = extension(path);
+  return type == ".txt" || type == ".csv";
 }
 
 std::string command_name(const Model& model) {

@@ -19,11 +19,13 @@ struct PixelSize {
   int width = 1000;
   int height = 600;
   int dots_per_inch = 96;
+  bool is_given = false;  ///< the sides, by the person
 };
 
 /// What every command on data knows.
 struct CommonArguments {
   std::vector<std::string> files;  ///< "-" is standard input
+  int set = 0;                     ///< the data set of each file, from 1; 0 is all of them
   ReadOptions reading = {.comments = false};
   RankKind ranks = RankKind::benard;
   bool json = false;
@@ -51,6 +53,7 @@ struct FitArguments {
   std::vector<std::string> charts;
   bool sub_populations = false;  ///< on the charts
   std::string log;
+  std::string project;
   PixelSize size;
 };
 
@@ -69,11 +72,17 @@ struct ChartArguments {
   PixelSize size;
 };
 
+struct ConvertArguments {
+  CommonArguments common;  ///< with one file
+  std::string out;
+};
+
 struct BatchArguments {
   int jobs = 0;  ///< lines at work at the same time; 0 is one for each core
 };
 
-using Command = std::variant<FitArguments, RankArguments, ChartArguments, BatchArguments>;
+using Command =
+    std::variant<FitArguments, RankArguments, ChartArguments, ConvertArguments, BatchArguments>;
 
 /// The command; or, when help was given or the usage was wrong, which has been
 /// said already, the code to end with.
@@ -81,6 +90,9 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
 
 /// The name of a model on the command line; its code where it has no name.
 std::string command_name(const Model& model);
+
+/// True for the name of a text with one data set, .txt or .csv; any other is a project's.
+bool is_data_name(const std::string& path);
 
 /// Extension of a file name in lower case, with its full stop; may be empty.
 std::string extension(const std::string& path);

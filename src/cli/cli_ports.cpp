@@ -1,18 +1,23 @@
 #include "cli/cli_ports.h"
 
+#include <sstream>
+
 #include "cli/interruption.h"
 #include "cli/output.h"
+#include "files/text_lines.h"
 
 namespace tavlo::cli {
 
 namespace {
 
-/// Title and text of a box on one line.
+/// Title and text of a box on one line, without the lines that name a routine of the program.
 std::string box_line(const Box& box) {
-  std::string line = box.title.empty() ? "" : box.title + ": ";
-  for (const char c : box.text)
-    if (c != '\r') line += c == '\n' ? ' ' : c;
-  while (line.ends_with(' ')) line.pop_back();
+  std::string line = box.title.empty() ? "" : box.title + ":";
+  std::istringstream lines(box.text);
+  for (std::string next; std::getline(lines, next);) {
+    const std::string_view words = trimmed(next);
+    if (!words.empty() && !words.ends_with(" routine:")) line += ' ' + std::string(words);
+  }
   return line;
 }
 

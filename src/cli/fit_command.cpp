@@ -2,6 +2,8 @@
 
 #include "cli/answered_session.h"
 #include "cli/commands.h"
+#include "cli/file_titles.h"
+#include "cli/made_project.h"
 #include "cli/ordered_work.h"
 #include "cli/output.h"
 #include "cli/pictures.h"
@@ -12,7 +14,7 @@ namespace tavlo::cli {
 
 namespace {
 
-/// The files of one command line, a few of them at work at the same time.
+/// The data sets of one command line, a few of them at work at the same time.
 class FitRun {
  public:
   explicit FitRun(const FitArguments& arguments) : arguments_(arguments) {}
@@ -23,16 +25,13 @@ class FitRun {
                              .work = [this](std::size_t place) { answer(works_[place]); },
                              .write = [this](std::size_t place) { tell(works_[place]); }});
     write_log();
+    write_charts();
+    write_project();
     return code_;
   }
 
  private:
-  bool read(SetWork& work) {
-    const std::vector<std::string>& files = arguments_.common.files;
-    if (next_ == files.size() || !output_stands()) return false;
-    work.read(arguments_.common, files[next_++]);
-    return true;
-  }
+  bool read(SetWork& work) { return output_stands() && sets_.next(work); }
 
   void answer(SetWork& work) const {
     work.rank(arguments_.common.ranks, wants_session());
@@ -49,7 +48,7 @@ class FitRun {
     for (const FitChoice& choice : arguments_.questions.choices) {
       const FitRequest request = request_of(choice, arguments_.questions);
       if (!leaves_suspensions_out(work.sample, request)) continue;
-      return complain(work.file + ": warning: suspensions are left out of the likelihood of " +
+      return complain(work.subject() + ": warning: suspensions are left out of the likelihood of " +
                       command_name(*choice.model) + " (--censored takes them in)");
     }
   }
@@ -65,37 +64,65 @@ class FitRun {
   ExitCode tell_answers(SetWork& work) {
     if (arguments_.common.files.size() > 1) tell_suspensions_left_out(work);
     const FitReport report = work.report(arguments_.questions);
-    tell_messages(work.file, report);
-    print(arguments_.common.json ? json_line(work.file, report) : fit_table(work.file, report));
-    const ExitCode code = all_made(work.outcomes) ? ExitCode::done : ExitCode::fit_refused;
-    return wants_session() ? worse(code, keep(work)) : code;
+    tell_messages(work.subject(), report);
+    print(arguments_.common.json ? json_line(work, report) : fit_table(work.subject(), report));
+    if (wants_session()) keep(work);
+    return all_made(work.outcomes) ? ExitCode::done : ExitCode::fit_refused;
   }
 
-  static std::string json_line(const std::string& file, const FitReport& report) {
+  static std::string json_line(const SetWork& work, const FitReport& report) {
     std::string line;
     JsonText json(line);
-    json.open('{').key("file").string(file).key("set").string("Data1");
+    json.open('{').key("file").string(work.file).key("set").string(work.title());
     add_fits(json, report);
     json.close('}');
     return line + "\n";
   }
 
-  bool wants_session() const { return !arguments_.charts.empty() || !arguments_.log.empty(); }
+  bool wants_session() const {
+    return !arguments_.charts.empty() || !arguments_.log.empty() || !arguments_.project.empty();
+  }
 
-  /// Draws the charts and writes the log's entries.
-  ExitCode keep(SetWork& work) {
-    const FitQuestions& questions = arguments_.questions;
-    AnsweredSession answered(work.file, questions.strict, questions.ranks);
+  /// Keeps what the outputs are made of.
+  void keep(SetWork& work) {
+    if (!arguments_.log.empty()) add_to_log(work);
+    if (!arguments_.charts.empty()) add_to_chart(work);
+    if (!arguments_.project.empty()) add_to_project(work);
+  }
+
+  void add_to_log(SetWork& work) {
+    AnsweredSession answered(work.subject(), arguments_.questions.strict,
+                             arguments_.questions.ranks);
     Session& session = answered.session();
     session.project.log = std::move(log_);
     answered.add(work);
     log_ = std::move(session.project.log);
-    if (arguments_.charts.empty()) return ExitCode::done;
-    session.project.charts(1).SubPopulations = arguments_.sub_populations;
-    show_on_chart(session, {work.file}, "", Paper::of_first_fit);
-    const auto fault = write_pictures(session, arguments_.charts, arguments_.size);
-    if (fault) complain(*fault);
-    return fault ? ExitCode::file_fault : ExitCode::done;
+  }
+
+  void add_to_chart(SetWork& work) {
+    if (!charted_)
+      charted_.emplace(work.file, arguments_.questions.strict, arguments_.questions.ranks);
+    charted_->add(work);
+    charted_names_.push_back(set_name(work, titles_));
+  }
+
+  void add_to_project(SetWork& work) {
+    if (!made_) {
+      made_.emplace(arguments_.project, arguments_.questions.strict, arguments_.questions.ranks);
+      const bool is_whole =
+          arguments_.common.files.size() == 1 && (arguments_.common.set == 0 || work.sets() == 1);
+      if (is_whole && work.kind == InputFile::Kind::project) made_->go_on_with(*work.origin);
+    }
+    if (!made_->goes_on()) tell_left_behind(work);
+    made_->add(work, set_name(work, titles_));
+    made_names_.push_back(set_name(work, titles_));
+  }
+
+  void tell_left_behind(const SetWork& work) {
+    if (work.kind != InputFile::Kind::project || work.file_number + 1 == left_behind_) return;
+    left_behind_ = work.file_number + 1;
+    complain(work.file + ": warning: its charts and its log are not taken into " +
+             arguments_.project);
   }
 
   void write_log() {
@@ -103,18 +130,44 @@ class FitRun {
     if (path.empty()) return;
     const bool rich = extension(path) == ".rtf";
     const FileResult written = SafeFiles().write_whole(path, rich ? log_.rtf() : log_.plain());
-    if (written) return;
-    complain(path + ": " + written.message);
+    if (!written) fail(path + ": " + written.message);
+  }
+
+  void write_charts() {
+    if (!charted_) return;
+    Session& session = charted_->session();
+    session.project.charts(1).SubPopulations = arguments_.sub_populations;
+    show_on_chart(session, arguments_.common.files, charted_names_, "", Paper::of_first_fit);
+    if (const auto fault = write_pictures(session, arguments_.charts, arguments_.size))
+      fail(*fault);
+  }
+
+  void write_project() {
+    if (!made_) return;
+    if (!made_->goes_on())
+      show_on_chart(made_->session(), arguments_.common.files, made_names_, "",
+                    Paper::of_first_fit);
+    if (const auto fault = made_->write()) fail(*fault);
+  }
+
+  void fail(const std::string& fault) {
+    complain(fault);
     code_ = worse(code_, ExitCode::file_fault);
   }
 
   static constexpr std::size_t in_flight_ = 3;
 
   const FitArguments& arguments_;
+  const std::vector<std::string> titles_ = file_titles(arguments_.common.files);
+  SetQueue sets_{arguments_.common};
   SetWork works_[in_flight_];
-  std::size_t next_ = 0;
   bool printed_ = false;
   RichText log_;
+  std::optional<AnsweredSession> charted_;
+  std::vector<std::string> charted_names_;
+  std::optional<MadeProject> made_;
+  std::vector<std::string> made_names_;
+  std::size_t left_behind_ = 0;  ///< the number of the last file that was told of, from 1
   ExitCode code_ = ExitCode::done;
 };
 

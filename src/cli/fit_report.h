@@ -24,8 +24,8 @@ void add_totals(JsonText& json, const Sample& sample);
 /// Adds the totals, "fits" and "messages" to an open object.
 void add_fits(JsonText& json, const FitReport& report);
 
-/// A heading for `file`, and lines with a table for each family among the fits.
-std::string fit_table(const std::string& file, const FitReport& report);
+/// A heading for `subject`, and lines with a table for each family among the fits.
+std::string fit_table(const std::string& subject, const FitReport& report);
 
 /// Tells the doubts that came and the fits that were refused, in order, about `subject`.
 void tell_messages(const std::string& subject, const FitReport& report);

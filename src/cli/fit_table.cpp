@@ -149,8 +149,8 @@ std::string refusals(const FitReport& report) {
 
 }  // namespace
 
-std::string fit_table(const std::string& file, const FitReport& report) {
-  std::string text = totals_line(file, report.sample);
+std::string fit_table(const std::string& subject, const FitReport& report) {
+  std::string text = totals_line(subject, report.sample);
   for (const Family family :
        {Family::weibull, Family::gumbel, Family::normal, Family::lognormal, Family::none})
     text += family_table(report, family);

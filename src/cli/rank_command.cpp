@@ -7,16 +7,14 @@ namespace tavlo::cli {
 
 namespace {
 
-ExitCode rank_file(const CommonArguments& common, const std::string& file) {
-  SetWork work;
-  work.read(common, file);
+ExitCode rank_set(const CommonArguments& common, SetWork& work) {
   work.rank(common.ranks, true);
   if (work.fault) return tell_fault(work, common.json);
   const RankedRows ranked{work.sample, work.data};
   if (common.json)
-    print_rank_json(ranked);
+    print_rank_json(work.title(), ranked);
   else
-    print_rank_table(file, ranked);
+    print_rank_table(work.subject(), ranked);
   return ExitCode::done;
 }
 
@@ -24,8 +22,9 @@ ExitCode rank_file(const CommonArguments& common, const std::string& file) {
 
 ExitCode run(const RankArguments& arguments) {
   ExitCode code = ExitCode::done;
-  for (const std::string& file : arguments.common.files)
-    if (output_stands()) code = worse(code, rank_file(arguments.common, file));
+  SetQueue sets(arguments.common);
+  for (SetWork work; output_stands() && sets.next(work);)
+    code = worse(code, rank_set(arguments.common, work));
   return code;
 }
 

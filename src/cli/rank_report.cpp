@@ -24,10 +24,10 @@ std::string mode_of(const RankedRows& ranked, const SampleRow& row) {
 
 }  // namespace
 
-void print_rank_json(const RankedRows& ranked) {
+void print_rank_json(const std::string& set, const RankedRows& ranked) {
   std::string text;
   JsonText json(text);
-  json.open('{');
+  json.open('{').key("set").string(set);
   add_totals(json, ranked.sample);
   json.key("rows").open('[');
   for (std::size_t i = 0; i < ranked.sample.size(); ++i) {
@@ -44,7 +44,7 @@ void print_rank_json(const RankedRows& ranked) {
   print(text + "\n");
 }
 
-void print_rank_table(const std::string& file, const RankedRows& ranked) {
+void print_rank_table(const std::string& subject, const RankedRows& ranked) {
   TextTable table({"X", "Fails", "Susps", "Y %", ranked.data.mode_names.empty() ? "" : "Mode"});
   for (std::size_t i = 0; i < ranked.sample.size(); ++i) {
     const SampleRow& row = entered_row(ranked, i);
@@ -54,7 +54,7 @@ void print_rank_table(const std::string& file, const RankedRows& ranked) {
                row.failures > 0.0 ? format_number(rank, "0.0000%") : "",
                shown_text(mode_of(ranked, row))});
   }
-  print(totals_line(file, ranked.sample) + "\n" + table.text(0));
+  print(totals_line(subject, ranked.sample) + "\n" + table.text(0));
 }
 
 }  // namespace tavlo::cli

@@ -1,4 +1,4 @@
-// Rank report: the plotting positions of one file.
+// Rank report: the plotting positions of one data set.
 #pragma once
 
 #include <string>
@@ -13,10 +13,11 @@ struct RankedRows {
   const DataRows& data;
 };
 
-/// Prints one JSON object on a line, piece by piece: a million rows are not gathered first.
-void print_rank_json(const RankedRows& ranked);
+/// Prints one JSON object of a data set on a line, piece by piece: a million rows are not gathered
+/// first.
+void print_rank_json(const std::string& set, const RankedRows& ranked);
 
-/// Prints lines with a table.
-void print_rank_table(const std::string& file, const RankedRows& ranked);
+/// Prints a heading for `subject` and lines with a table.
+void print_rank_table(const std::string& subject, const RankedRows& ranked);
 
 }  // namespace tavlo::cli

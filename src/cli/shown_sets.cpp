@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "chart/scales/chart_view.h"
 #include "cli/file_titles.h"
@@ -132,14 +133,13 @@ void name_source(Chart& chart, const std::vector<std::string>& files) {
 }  // namespace
 
 void show_on_chart(Session& session, const std::vector<std::string>& files,
-                   const std::string& title, Paper paper) {
+                   std::vector<std::string> names, const std::string& title, Paper paper) {
   Chart& chart = session.project.charts(1);
-  std::vector<std::string> titles = file_titles(files);
-  const std::string main_title = title.empty() ? joined_titles(titles) : title;
-  if (titles.size() == 1) titles.front() = main_title;
+  const std::string main_title = title.empty() ? joined_titles(names) : title;
+  if (names.size() == 1) names.front() = main_title;
   chart.Boxes(chart_item::main_title).Text2 = main_title;
   name_source(chart, files);
-  tie_rows(chart, session.project, short_titles(titles));
+  tie_rows(chart, session.project, short_titles(std::move(names)));
   if (paper == Paper::of_first_fit) take_paper_of_first_fit(chart, session.project);
 }
 

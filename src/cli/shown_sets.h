@@ -12,10 +12,10 @@ namespace tavlo::cli {
 /// Whose axes a chart has: those of the first fit's paper, or its own.
 enum class Paper { of_first_fit, of_chart };
 
-/// Puts every data set, whose `files` are named in order, with all its fits on chart 1. Its
+/// Puts every data set, whose `names` are given in order, with all its fits on chart 1. Its
 /// first fit stands with the symbols of the data, each further one is only a line. An
-/// empty `title` stands for the names of the files.
+/// empty `title` stands for the names; the data are said to come from the `files`.
 void show_on_chart(Session& session, const std::vector<std::string>& files,
-                   const std::string& title, Paper paper);
+                   std::vector<std::string> names, const std::string& title, Paper paper);
 
 }  // namespace tavlo::cli

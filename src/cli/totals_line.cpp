@@ -13,10 +13,10 @@ std::string counted(double number, const std::string& noun) {
 
 }  // namespace
 
-std::string totals_line(const std::string& file, const Sample& sample) {
+std::string totals_line(const std::string& subject, const Sample& sample) {
   const double failures = sample.total_failures;
   const double suspensions = sample.total_suspensions;
-  return shown_text(file) + ": " + counted(failures + suspensions, "unit") + ", " +
+  return shown_text(subject) + ": " + counted(failures + suspensions, "unit") + ", " +
          counted(failures, "failure") + ", " + counted(suspensions, "suspension") + "\n";
 }
 

@@ -8,6 +8,6 @@
 namespace tavlo::cli {
 
 /// "bearings.txt: 20 units, 10 failures, 10 suspensions" and a line end.
-std::string totals_line(const std::string& file, const Sample& sample);
+std::string totals_line(const std::string& subject, const Sample& sample);
 
 }  // namespace tavlo::cli

@@ -103,11 +103,27 @@ Descriptor open_regular(const std::string& path, FileResult& result) {
   return file;
 }
 
-/// Reads to the end, at most `limit` bytes. `expected` makes room at the start.
+/// Reads the first bytes of a stream, less where it ends.
+FileResult read_start(int file, std::string& bytes) {
+  constexpr std::size_t enough = 4096;
+  bytes.resize(enough);
+  for (std::size_t filled = 0;;) {
+    const ssize_t got = ::read(file, bytes.data() + filled, enough - filled);
+    if (got < 0) return system_fault("reading", errno);
+    filled += static_cast<std::size_t>(got);
+    if (got > 0 && filled < enough) continue;
+    bytes.resize(filled);
+    return {};
+  }
+}
+
+/// Reads to the end behind what `bytes` holds, at most `limit` bytes in all. `expected` makes
+/// room at the start.
 FileResult read_to_end(int file, std::size_t expected, std::uint64_t limit, std::string& bytes) {
   const std::size_t most = static_cast<std::size_t>(limit) + 1;
-  std::size_t filled = 0;
-  bytes.resize(std::min(expected + 1, most));  // one more shows the end
+  std::size_t filled = bytes.size();
+  if (filled > limit) return too_large(limit);
+  bytes.resize(std::min(std::max(expected, filled) + 1, most));  // one more shows the end
   for (;;) {
     const ssize_t got = ::read(file, bytes.data() + filled, bytes.size() - filled);
     if (got < 0) return system_fault("reading", errno);
@@ -121,16 +137,18 @@ FileResult read_to_end(int file, std::size_t expected, std::uint64_t limit, std:
 }
 
 /// The part of a read that does not depend on the path.
-FileResult read_open_file(int file, std::uint64_t limit, std::string& bytes) {
+FileResult read_open_file(int file, const StreamLimit& limit_of, std::string& bytes) {
   bytes.clear();
   struct stat status {};
   if (::fstat(file, &status) != 0) return system_fault("reading", errno);
   if (S_ISDIR(status.st_mode)) return {FileFault::not_a_regular_file, kind_words(status.st_mode)};
+  FileResult result = read_start(file, bytes);
+  const std::uint64_t limit = limit_of(bytes);
   const bool sized = S_ISREG(status.st_mode);
-  if (sized && static_cast<std::uint64_t>(status.st_size) > limit) return too_large(limit);
   constexpr std::size_t step = std::size_t{1} << 16;
-  FileResult result =
-      read_to_end(file, sized ? static_cast<std::size_t>(status.st_size) : step, limit, bytes);
+  const std::size_t expected = sized ? static_cast<std::size_t>(status.st_size) : step;
+  if (result && sized && expected > limit) result = too_large(limit);
+  if (result) result = read_to_end(file, expected, limit, bytes);
   if (!result) std::string().swap(bytes);
   return result;
 }
@@ -340,14 +358,15 @@ FileResult too_large(std::uint64_t limit) {
 FileResult DiskFiles::read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
   FileResult opened;
   const Descriptor file = open_regular(path, opened);
-  return opened ? read_open_file(file.number(), limit, bytes) : opened;
+  const auto same = [limit](std::string_view) { return limit; };
+  return opened ? read_open_file(file.number(), same, bytes) : opened;
 }
 
-FileResult read_stream(int descriptor, std::uint64_t limit, std::string& bytes) {
+FileResult read_stream(int descriptor, const StreamLimit& limit, std::string& bytes) {
   return read_open_file(descriptor, limit, bytes);
 }
 
-FileResult read_stream(const std::string& path, std::uint64_t limit, std::string& bytes) {
+FileResult read_stream(const std::string& path, const StreamLimit& limit, std::string& bytes) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
   return file ? read_stream(file.number(), limit, bytes) : system_fault("reading", errno);
 }

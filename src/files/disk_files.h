@@ -5,7 +5,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ports/file_system.h"
@@ -50,12 +52,15 @@ class DiskFiles : public FileSystem {
   bool exists(const std::string& path) override;
 };
 
+/// The most bytes that are read of a stream whose first few thousand are `start`.
+using StreamLimit = std::function<std::uint64_t(std::string_view start)>;
+
 /// Reads what a path names, if it only gives bytes: a file, a pipe, /dev/stdin.
 /// Waits for a pipe's writer. A signal ends it with a fault.
-FileResult read_stream(const std::string& path, std::uint64_t limit, std::string& bytes);
+FileResult read_stream(const std::string& path, const StreamLimit& limit, std::string& bytes);
 
 /// The same of an open file, as standard input.
-FileResult read_stream(int descriptor, std::uint64_t limit, std::string& bytes);
+FileResult read_stream(int descriptor, const StreamLimit& limit, std::string& bytes);
 
 /// The words for "more than `limit` bytes".
 FileResult too_large(std::uint64_t limit);

@@ -21,6 +21,8 @@ void fill(const test::CliFolder& folder) {
       {"escape", "x,status\n\x1B[31m5,F\n"},
       {"quote", "x,comment\n1,\"" + std::string(100'000, 'a')},
       {"zeros", ""},
+      {"word.tavlo", "Tavlo 1.5 alpha 01 Oct 2011\r\n1,many,1\r\n"},
+      {"half.tavlo", "Tavlo 1.5 alpha 01 Oct 2011\r\n1,1,1\r\n1,0\r\n9\r\n"},
       {"c.wmf", profile},
       {"half.vpr", profile.substr(0, profile.size() / 2)},
       {"word.vpr", std::string(profile).replace(profile.find("1000"), 4, "many")}};
@@ -48,7 +50,7 @@ TEST_F(Arguments, EachFaultSaysWhyAndChangesNothing) {
 
 TEST_F(Arguments, HelpAndVersionEndWell) {
   EXPECT_TRUE(folder.run({"--version"}).out.starts_with("tavlo-cli "));
-  for (const char* command : {"", "fit ", "rank ", "chart ", "batch "}) {
+  for (const char* command : {"", "fit ", "rank ", "chart ", "convert ", "batch "}) {
     const ProgramRun run = folder.shell("$CLI " + std::string(command) + "--help");
     EXPECT_EQ(run.code, 0);
     EXPECT_NE(run.out.find(command), std::string::npos) << run.out;

@@ -59,12 +59,13 @@ TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
     session().gFitForm(1)->busy = false;
     program.commands.run([] {});
   };
+  boxes.press_on_boxes("Escape");
   close_during_fit();
   ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 1; }));
   ASSERT_TRUE(wait_until([&] { return !QApplication::activeModalWidget(); }));
-  EXPECT_TRUE(window.isVisible()) << "Enter alone throws nothing away";
+  EXPECT_TRUE(window.isVisible());
   program.commands.run([] {});
-  boxes.press_on_boxes("alt+y");
+  boxes.press_on_boxes("alt+n");
   close_during_fit();
   EXPECT_TRUE(wait_until([&] { return !window.isVisible(); }));
   EXPECT_EQ(boxes.texts().size(), 2);
@@ -92,17 +93,18 @@ TEST_F(CarelessUser, SetsUpAPrinterThatIsNotThere) {
   EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("no printer")));
 }
 
-TEST_F(CarelessUser, AskedBeforeAProjectIsThrownAway) {
+TEST_F(CarelessUser, GetsAProjectBackThatANewOneReplaced) {
   person.type("100\n");
   ASSERT_TRUE(wait_until([&] { return sheet().row() == 2; }));
+  boxes.press_on_boxes("Escape");
   window.close();
   EXPECT_TRUE(window.isVisible());
   ASSERT_EQ(boxes.texts().size(), 1);
-  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("will be lost")));
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("Save the changes of Untitled")));
   person.press({"ctrl+n"});
-  ASSERT_TRUE(wait_until([&] { return boxes.texts().size() == 2; }));
-  EXPECT_EQ(session().gDataForm(1)->last_row(), 1) << "Enter alone throws nothing away";
-  boxes.press_on_boxes("alt+y");
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == 0; }));
+  person.press({"ctrl+z"});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == 1; }));
   person.press({"ctrl+n"});
   ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == 0; }));
   EXPECT_EQ(window.windows().children().size(), 4u);

@@ -26,13 +26,11 @@ QString menu_text(const std::string& text) {
 
 }  // namespace
 
-FileCommands::FileCommands(Program& program, QWidget& frame, std::function<void()> show_work,
-                           std::function<void(int)> show_set)
+FileCommands::FileCommands(Program& program, QWidget& frame, Windows windows)
     : program_(program),
       session_(program.session),
       frame_(frame),
-      show_work_(std::move(show_work)),
-      show_set_(std::move(show_set)),
+      windows_(std::move(windows)),
       copies_(program.timer.every(milliseconds_between_copies, [this] {
         finish_copies(session_, false);
         if (!session_.copy) keep_copy(session_, CopyReason::current);
@@ -47,7 +45,7 @@ void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
 
 void FileCommands::begin_work(std::function<bool()> act) {
   QTimer::singleShot(0, &frame_, program_.commands.slot([this, act = std::move(act)] {
-    if (act()) show_work_();
+    if (act()) windows_.show_work();
   }));
 }
 
@@ -66,7 +64,7 @@ void FileCommands::open_path(const std::string& path) {
   begin_work([this, path] { return open_project(session_, path); });
 }
 
-void FileCommands::save() { save_project(session_); }
+void FileCommands::save() { save_project(session_, windows_.current_set()); }
 
 void FileCommands::import() {
   begin_work([this] {
@@ -92,7 +90,7 @@ void FileCommands::preview_import(const std::string& path, bool may_open) {
   if (!file->load(session_, path)) return;
   if (!file->is_to_be_opened())
     return ImportDialog::run({session_, program_.commands, program_.progress}, std::move(file),
-                             show_set_, &frame_);
+                             windows_.show_set, &frame_);
   if (may_open) return open_path(path);
   session_.ports.prompts.show(
       {"Import", path + "\nThis is a project or a file of another program.  File > Open opens it.",
@@ -133,7 +131,7 @@ bool FileCommands::may_leave() {
   const BoxAnswer answer = session_.ports.prompts.show(
       {"Tavlo", "Save the changes of " + project_title(session_) + " before you leave?",
        BoxIcon::question, BoxButtons::yes_no_cancel});
-  if (answer == BoxAnswer::yes) return save_project(session_);
+  if (answer == BoxAnswer::yes) return save_project(session_, windows_.current_set());
   if (answer != BoxAnswer::no) return false;
   keep_copy(session_, CopyReason::replaced);
   finish_copies(session_, true);

@@ -13,10 +13,15 @@ namespace tavlo {
 
 class FileCommands {
  public:
-  /// `show_work` lays out the windows of a project that has just taken another one's place,
-  /// `show_set` shows a data set that has come.
-  FileCommands(Program& program, QWidget& frame, std::function<void()> show_work,
-               std::function<void(int)> show_set);
+  /// What the windows of the frame do for the commands.
+  struct Windows {
+    /// Lays them out for a project that has just taken another one's place.
+    std::function<void()> show_work;
+    std::function<int()> current_set;   ///< the data set that the person works on
+    std::function<void(int)> show_set;  ///< that has come
+  };
+
+  FileCommands(Program& program, QWidget& frame, Windows windows);
 
   /// Fills the submenus of recent files and of copies whenever the file menu is opened.
   void attach(QMenu& file, QMenu& recent, QMenu& recovery);
@@ -48,8 +53,7 @@ class FileCommands {
   Program& program_;
   Session& session_;
   QWidget& frame_;
-  std::function<void()> show_work_;
-  std::function<void(int)> show_set_;
+  Windows windows_;
   std::unique_ptr<RunningTimer> copies_;
 };
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "actions/recovery.h"
 #include "actions/start.h"
 #include "workspace/frame/main_window.h"
 #include "workspace/qt/large_blocks.h"
@@ -59,8 +60,10 @@ int main(int argc, char** argv) {
       program.session,
       {command_line(argc, argv), tavlo::system_grouped_number(), tavlo::system_half()});
   if (start.exit_code) return *start.exit_code;
+  tavlo::begin_recovery(program.session, program.session.places.IniPath + "/Recovery");
   tavlo::MainWindow window(program);
   window.show_as_last_time();
+  window.files().offer_copy();
   if (!start.file.empty()) window.open_at_start(start.file);
   return QApplication::exec();
 }

@@ -47,8 +47,10 @@ MainWindow::MainWindow(Program& program)
       tree_dock_(tr("Project")),
       windows_(program),
       charts_(program, windows_, *this),
-      files_(
-          program, *this, [this] { show_work(); }, [this](int index) { show_set(index); }),
+      files_(program, *this,
+             {.show_work = [this] { show_work(); },
+              .current_set = [this] { return windows_.current_index(); },
+              .show_set = [this](int index) { show_set(index); }}),
       busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
   setCentralWidget(&windows_);
@@ -259,8 +261,8 @@ void MainWindow::copy() {
   } else if (const int chart = windows_.focused_chart()) {
     const DrawingRecord& drawing = windows_.chart(chart).drawing();
     CopyClipChart(session_, make_metafile_drawing(session_, chart), painted_forms(drawing));
-  } else if (windows_.log().hasFocus()) {
-    windows_.log().copy();
+  } else if (windows_.log().hasFocus() && windows_.log().textCursor().hasSelection()) {
+    session_.ports.clipboard.set_text(windows_.log().selected());
   }
 }
 

@@ -30,9 +30,6 @@ class MainWindow : public QMainWindow {
   /// log with its head line, the tree, and the windows in blocks.
   void NewProject();
 
-  /// Opens a file once the event loop runs.
-  void open_path(const std::string& path) { files_.open_path(path); }
-
   /// Carries out a command of the table; does nothing for other numbers and for
   /// what can't be done now.
   void DoCommand(int id);

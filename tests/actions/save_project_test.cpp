@@ -1,0 +1,58 @@
+#include "actions/save_project.h"
+
+#include <gtest/gtest.h>
+
+#include "actions/fit_world.h"
+#include "actions/recovery.h"
+#include "actions/undo.h"
+#include "files/project_file.h"
+
+namespace tavlo {
+namespace {
+
+constexpr const char* path = "/work/pumps.tavlo";
+
+/// A project with a fit that is not saved, a copy of it, and an older file of its name.
+struct SaveWorld : test::FitWorld {
+  SaveWorld() : FitWorld(test::infant_and_wear_out()) {
+    fit();
+    prompts.accept_all();
+    files.files[path] = "old";
+    begin_recovery(session, "/recovery");
+    keep_copy(session, CopyReason::current);
+    finish_copies(session, true);
+  }
+
+  /// The file holds the project as it is.
+  bool is_saved() {
+    ProjectBytes bytes;
+    Project read;
+    return !write_project(session.project, bytes) && bytes.bytes == files.files.at(path) &&
+           !read_project(bytes.bytes, read) && !is_unsaved(session);
+  }
+};
+
+// One box, the old file whole, the project as it was, and the next save is a save.
+TEST(SaveProject, AnyFileOperationMayFail) {
+  int failed = 0;
+  for (int n = 1; n < 30; ++n) {
+    SaveWorld world;
+    const Project before = world.session.project;
+    const std::size_t boxes = world.prompts.shown().size();
+    world.files.fail_at(n);
+    if (save_project_as(world.session, path)) {
+      EXPECT_TRUE(world.is_saved()) << n;
+    } else {
+      ++failed;
+      EXPECT_EQ(world.prompts.shown().size(), boxes + 1) << n;
+      EXPECT_EQ(world.files.files.at(path), "old") << n;
+      EXPECT_TRUE(world.session.project == before && is_unsaved(world.session)) << n;
+      EXPECT_TRUE(save_project_as(world.session, path) && world.is_saved()) << n;
+    }
+    EXPECT_EQ(world.files.files.at(std::string(path) + "~"), "old") << n;
+  }
+  EXPECT_EQ(failed, 2);  // the copy of the old file, and the new one
+}
+
+}  // namespace
+}  // namespace tavlo
