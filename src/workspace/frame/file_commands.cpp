@@ -26,11 +26,11 @@ QString menu_text(const std::string& text) {
 
 }  // namespace
 
-FileCommands::FileCommands(Program& program, QWidget& frame, Windows windows)
+FileCommands::FileCommands(Program& program, QWidget& frame, FileViews views)
     : program_(program),
       session_(program.session),
       frame_(frame),
-      windows_(std::move(windows)),
+      views_(std::move(views)),
       copies_(program.timer.every(milliseconds_between_copies, [this] {
         finish_copies(session_, false);
         if (!session_.copy) keep_copy(session_, CopyReason::current);
@@ -45,7 +45,7 @@ void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
 
 void FileCommands::begin_work(std::function<bool()> act) {
   QTimer::singleShot(0, &frame_, program_.commands.slot([this, act = std::move(act)] {
-    if (act()) windows_.show_work();
+    if (act()) views_.show_work();
   }));
 }
 
@@ -64,7 +64,7 @@ void FileCommands::open_path(const std::string& path) {
   begin_work([this, path] { return open_project(session_, path); });
 }
 
-void FileCommands::save() { save_project(session_, windows_.current_set()); }
+void FileCommands::save() { save_project(session_, views_.current_set()); }
 
 void FileCommands::import() {
   begin_work([this] {
@@ -90,7 +90,7 @@ void FileCommands::preview_import(const std::string& path, bool may_open) {
   if (!file->load(session_, path)) return;
   if (!file->is_to_be_opened())
     return ImportDialog::run({session_, program_.commands, program_.progress}, std::move(file),
-                             windows_.show_set, &frame_);
+                             views_.show_set, &frame_);
   if (may_open) return open_path(path);
   session_.ports.prompts.show(
       {"Import", path + "\nThis is a project or a file of another program.  File > Open opens it.",
@@ -131,7 +131,7 @@ bool FileCommands::may_leave() {
   const BoxAnswer answer = session_.ports.prompts.show(
       {"Tavlo", "Save the changes of " + project_title(session_) + " before you leave?",
        BoxIcon::question, BoxButtons::yes_no_cancel});
-  if (answer == BoxAnswer::yes) return save_project(session_, windows_.current_set());
+  if (answer == BoxAnswer::yes) return save_project(session_, views_.current_set());
   if (answer != BoxAnswer::no) return false;
   keep_copy(session_, CopyReason::replaced);
   finish_copies(session_, true);

@@ -11,17 +11,16 @@
 
 namespace tavlo {
 
+/// What the frame does for files.
+struct FileViews {
+  std::function<void()> show_work;    ///< lays out a project that has just taken its place
+  std::function<void(int)> show_set;  ///< shows a data set that has come
+  std::function<int()> current_set;   ///< the data set that the person works on
+};
+
 class FileCommands {
  public:
-  /// What the windows of the frame do for the commands.
-  struct Windows {
-    /// Lays them out for a project that has just taken another one's place.
-    std::function<void()> show_work;
-    std::function<int()> current_set;   ///< the data set that the person works on
-    std::function<void(int)> show_set;  ///< that has come
-  };
-
-  FileCommands(Program& program, QWidget& frame, Windows windows);
+  FileCommands(Program& program, QWidget& frame, FileViews views);
 
   /// Fills the submenus of recent files and of copies whenever the file menu is opened.
   void attach(QMenu& file, QMenu& recent, QMenu& recovery);
@@ -53,7 +52,7 @@ class FileCommands {
   Program& program_;
   Session& session_;
   QWidget& frame_;
-  Windows windows_;
+  FileViews views_;
   std::unique_ptr<RunningTimer> copies_;
 };
 

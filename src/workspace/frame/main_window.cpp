@@ -48,9 +48,8 @@ MainWindow::MainWindow(Program& program)
       windows_(program),
       charts_(program, windows_, *this),
       files_(program, *this,
-             {.show_work = [this] { show_work(); },
-              .current_set = [this] { return windows_.current_index(); },
-              .show_set = [this](int index) { show_set(index); }}),
+             {[this] { show_work(); }, [this](int index) { show_set(index); },
+              [this] { return windows_.current_index(); }}),
       busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
   setCentralWidget(&windows_);
