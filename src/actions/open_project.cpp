@@ -136,22 +136,26 @@ void ask_about_changed_sets(Session& session) {
 }
 
 /// Data of others are ranked here, and what they bring of fits is fitted anew.
-void take_in_data(Session& session, const std::string& path) {
+void take_in_data(Session& session, const Opening& opening) {
+  const std::string file = bare_file_name(opening.path);
+  const std::string name = file.substr(0, file.find_last_of('.'));
+  session.works[session.project.work].name = name;
+  if (opening.type == FileType::unknown) session.project.data(1).Title = name;
   bool clean = true;
   CheckDirtyData(session, 1, clean);
-  const std::string name = bare_file_name(path);
-  session.works[session.project.work].name = name.substr(0, name.find_last_of('.'));
 }
 
 void show_opened(Session& session, Opening opening) {
   const bool is_project = opening.type == FileType::project;
   replace_project(session, std::move(opening.project), is_project ? opening.path : std::string());
   if (is_project) {
+    session.works[session.project.work].is_utf8 = opening.bytes.starts_with("\xEF\xBB\xBF");
+    show_file_name(session.project, {}, opening.path);
     add_opening_line(session);
     note_unstated_ranks(session, opening.unstated_ranks);
     ask_about_changed_sets(session);
   } else {
-    take_in_data(session, opening.path);
+    take_in_data(session, opening);
   }
   mark_saved(session);
   add_recent_file(session.settings, opening.path);

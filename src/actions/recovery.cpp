@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <exception>
 #include <optional>
 #include <utility>
 
@@ -49,10 +50,14 @@ std::string copy_name(Session& session, CopyReason reason) {
 }
 
 FileResult write_copy(FileSystem& files, const std::string& path, const Project& state) {
-  ProjectBytes bytes;
-  if (const auto fault = write_project(state, bytes, Ranking::none))
-    return {FileFault::device_error, fault->fault.what};
-  return files.write_whole(path, bytes.bytes);
+  try {
+    ProjectBytes bytes;
+    if (const auto fault = write_project(state, bytes, Ranking::none))
+      return {FileFault::device_error, fault->fault.what};
+    return files.write_whole(path, bytes.bytes);
+  } catch (const std::exception& error) {
+    return {FileFault::device_error, error.what()};
+  }
 }
 
 /// Takes the word up to the next blank off the front.
@@ -115,27 +120,52 @@ std::vector<NamedCopy> all_copies(Session& session) {
   return copies;
 }
 
-void drop_oldest(Session& session) {
-  const std::vector<NamedCopy> copies = all_copies(session);
-  for (std::size_t i = most_copies; i < copies.size(); ++i)
-    if (!is_of_running_process(session, copies[i]))
-      session.ports.file_system.remove(copies[i].copy.path);
+/// Copies of works that undo can bring back are left to them.
+bool is_of_a_work(const Session& session, const std::string& path) {
+  return std::any_of(session.works.begin(), session.works.end(),
+                     [&](const auto& work) { return work.second.copy == path; });
 }
 
+void drop_oldest(Session& session) {
+  const std::vector<NamedCopy> copies = all_copies(session);
+  for (std::size_t i = most_copies; i < copies.size(); ++i) {
+    const bool is_own = copies[i].process == session.ports.host.process_id();
+    const bool is_left = is_own ? !is_of_a_work(session, copies[i].copy.path)
+                                : !is_of_running_process(session, copies[i]);
+    if (is_left) session.ports.file_system.remove(copies[i].copy.path);
+  }
+}
+
+/// The person works on; the next copy may find room.
+void tell_missing_copy(Session& session, const std::string& why) {
+  session.ports.views.status("No recovery copy: " + why);
+}
+
+/// A copy of the same work stands for the one before it.
 void take_in(Session& session, const PendingCopy& copy, const FileResult& written) {
-  if (!written) {
-    // The person works on; the next copy may find room.
-    session.ports.views.status("No recovery copy: " + written.message);
-    return;
-  }
-  if (copy.is_current) {
-    if (!session.own_copy.empty() && session.own_copy != copy.path)
-      session.ports.file_system.remove(session.own_copy);
-    session.own_copy = copy.path;
-    session.copied = copy.state;
-  }
-  if (!copy.stands_for.empty()) session.ports.file_system.remove(copy.stands_for);
+  if (!written) return tell_missing_copy(session, written.message);
+  forget_samples(*copy.state);
+  const auto work = session.works.find(copy.state->work);
+  if (work == session.works.end()) return;
+  const std::string former = std::exchange(work->second.copy, copy.path);
+  work->second.copied = copy.state;
+  if (!former.empty() && former != copy.path) session.ports.file_system.remove(former);
   drop_oldest(session);
+}
+
+bool stands_already(const Session& session) {
+  const Work& work = present_work(session);
+  return !work.copy.empty() && work.copied && *work.copied == session.project;
+}
+
+void start_copy(Session& session, CopyReason reason) {
+  PendingCopy copy;
+  copy.path = session.recovery_folder + "/" + copy_name(session, reason);
+  copy.state = std::make_shared<const Project>(session.project);
+  copy.written = std::async(std::launch::async,
+                            [&files = session.ports.file_system, path = copy.path,
+                             state = copy.state.get()] { return write_copy(files, path, *state); });
+  session.copy = std::move(copy);
 }
 
 }  // namespace
@@ -143,20 +173,15 @@ void take_in(Session& session, const PendingCopy& copy, const FileResult& writte
 void keep_copy(Session& session, CopyReason reason) {
   finish_copies(session, true);
   if (session.recovery_folder.empty()) return;
-  if (!is_unsaved(session)) return drop_own_copy(session);
-  const bool stands =
-      !session.own_copy.empty() && session.copied && *session.copied == session.project;
-  if (stands && reason == CopyReason::current) return;
-  if (!session.ports.file_system.make_folder(session.recovery_folder)) return;
-  PendingCopy copy;
-  copy.path = session.recovery_folder + "/" + copy_name(session, reason);
-  copy.is_current = reason == CopyReason::current;
-  copy.state = std::make_shared<const Project>(session.project);
-  if (!copy.is_current) copy.stands_for = std::exchange(session.own_copy, {});
-  copy.written = std::async(std::launch::async,
-                            [&files = session.ports.file_system, path = copy.path,
-                             state = copy.state.get()] { return write_copy(files, path, *state); });
-  session.copy = std::move(copy);
+  if (!is_unsaved(session)) return drop_copy(session);
+  if (reason == CopyReason::current && stands_already(session)) return;
+  const FileResult made = session.ports.file_system.make_folder(session.recovery_folder);
+  if (!made) return tell_missing_copy(session, made.message);
+  try {
+    start_copy(session, reason);
+  } catch (const std::exception&) {
+    tell_missing_copy(session, "the system has no room for it now");
+  }
 }
 
 void finish_copies(Session& session, bool wait) {
@@ -174,10 +199,12 @@ void begin_recovery(Session& session, const std::string& folder) {
   session.begun = stamp_of(session.ports.clock.now());
 }
 
-void drop_own_copy(Session& session) {
+void drop_copy(Session& session) {
   finish_copies(session, true);
-  if (!session.own_copy.empty()) session.ports.file_system.remove(session.own_copy);
-  session.own_copy.clear();
+  Work& work = session.works[session.project.work];
+  if (!work.copy.empty()) session.ports.file_system.remove(work.copy);
+  work.copy.clear();
+  work.copied.reset();
 }
 
 std::vector<RecoveryCopy> recovery_copies(Session& session) {
@@ -202,11 +229,12 @@ bool recover(Session& session, const RecoveryCopy& copy) {
     return false;
   }
   replace_project(session, std::move(project), {});
-  session.works[session.project.work].name = copy.name;
+  Work& work = session.works[session.project.work];
+  work.name = copy.name;
+  work.copy = copy.path;  // until it has one of this run
   session.step = "Recover";
   session.ports.views.status("Recovered: " + copy.name + ", not saved yet");
   keep_copy(session, CopyReason::current);
-  if (session.copy) session.copy->stands_for = copy.path;
   return true;
 }
 

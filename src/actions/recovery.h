@@ -25,12 +25,12 @@ enum class CopyReason { current, replaced };
 /// is waited for.
 void keep_copy(Session& session, CopyReason reason);
 
-/// Takes in copies that have been written. Those of the current work stand for one another:
-/// the older one goes.
+/// Takes in a copy that has been written. It stands for the former one of its work.
 void finish_copies(Session& session, bool wait);
 
-/// The current work is saved, or the person has let it go: its copy is needed no more.
-void drop_own_copy(Session& session);
+/// The present work is saved, or the person has let it go: its copy is needed no more. Those
+/// of works that undo brings back stay.
+void drop_copy(Session& session);
 
 /// A copy that can be opened.
 struct RecoveryCopy {

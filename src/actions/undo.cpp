@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "actions/recovery.h"
 #include "chart/scales/chart_view.h"
 
 namespace tavlo {
@@ -41,6 +42,7 @@ void keep_views(const Project& before, Project& now) {
 
 /// An edit that is open ends without being taken.
 void bring_back(Session& session, const Project& state) {
+  if (state.work != session.project.work) keep_copy(session, CopyReason::replaced);
   const Project before = session.project;
   session.project = state;
   keep_views(before, session.project);

@@ -58,7 +58,8 @@ void show_file_name(Project& project, const std::string& old_path, const std::st
   for (Chart& chart : project.charts) {
     if (chart.Boxes.bound() < chart_item::file_name || chart.UniqueId == 0) continue;
     std::string& text = chart.Boxes(chart_item::file_name).Text2;
-    if (text == no_file || (!old_path.empty() && text == bare_file_name(old_path)))
+    if (text == no_file || text.ends_with(".tavlo") ||
+        (!old_path.empty() && text == bare_file_name(old_path)))
       text = bare_file_name(path);
   }
 }
@@ -67,7 +68,7 @@ void tie_to_file(Session& session, const std::string& path) {
   session.works[session.project.work].path = path;
   mark_saved(session);
   add_recent_file(session.settings, path);
-  drop_own_copy(session);
+  drop_copy(session);
 }
 
 }  // namespace tavlo

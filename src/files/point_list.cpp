@@ -11,6 +11,7 @@
 namespace tavlo {
 
 void fill_data_set(DataRows from, DataSet& data) {
+  data.own_ranks = false;  // which the rows that went have had
   data.rows = {};
   data.rows.resize(from.rows.size());
   for (std::size_t i = 0; i < from.rows.size(); ++i) {

@@ -121,14 +121,21 @@ void read_sections(ProjectReader& file, Project& project, UnstatedRanks& unstate
 
 class Identities {
  public:
+  /// Those that stand are nobody else's.
+  template <class Records>
+  explicit Identities(const Records& records) {
+    for (int i = 1; i <= records.bound(); ++i) stand_.insert(records(i).UniqueId);
+  }
+
   /// The identity, or another one where it is 0 or taken.
   std::int32_t unique(std::int32_t wanted) {
     if (wanted != 0 && taken_.insert(wanted).second) return wanted;
-    while (next_ == 0 || !taken_.insert(next_).second) ++next_;
+    while (stand_.count(next_) != 0 || !taken_.insert(next_).second) ++next_;
     return next_;
   }
 
  private:
+  std::set<std::int32_t> stand_;
   std::set<std::int32_t> taken_;
   std::int32_t next_ = 1000;  // charts have small numbers of their own before they show fits
 };
@@ -148,7 +155,7 @@ void complete(Project& project) {
 /// Records of different kinds may share an identity: whoever names one says of what.
 template <class Records>
 void make_unique(Records& records) {
-  Identities identities;
+  Identities identities(records);
   for (int i = 1; i <= records.bound(); ++i)
     records(i).UniqueId = identities.unique(records(i).UniqueId);
 }

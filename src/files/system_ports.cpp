@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <string_view>
 
@@ -44,6 +45,14 @@ bool is_program(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
          ::access(path.c_str(), X_OK) == 0;
+}
+
+/// Empty where it is not known.
+std::string name_of_process(const std::string& number) {
+  std::ifstream file("/proc/" + number + "/comm");
+  std::string name;
+  std::getline(file, name);
+  return name;
 }
 
 }  // namespace
@@ -82,8 +91,12 @@ std::string SystemHost::program_folder() {
 
 std::int64_t SystemHost::process_id() { return ::getpid(); }
 
+// A number that a program had is given to another one some day, after a restart soon. Names
+// tell them apart where the system shows them.
 bool SystemHost::is_running(std::int64_t process_id) {
-  return ::kill(static_cast<pid_t>(process_id), 0) == 0 || errno != ESRCH;
+  if (::kill(static_cast<pid_t>(process_id), 0) != 0 && errno == ESRCH) return false;
+  const std::string name = name_of_process(std::to_string(process_id));
+  return name.empty() || name == name_of_process("self");
 }
 
 std::string SystemHost::temp_folder() {

@@ -40,14 +40,14 @@ struct Work {
   std::string name;      ///< that a file of its own may get: of the data that it began with
   Project saved;         ///< as it was last saved or begun, see is_unsaved in actions/undo
   bool is_utf8 = false;  ///< the file has left the code page, and the person knows
+  std::string copy;      ///< that would outlive a crash, see actions/recovery; empty for none
+  std::shared_ptr<const Project> copied;  ///< what it holds
 };
 
 /// A copy that another thread writes. The state is this one's: it ends here, since rows that
 /// nobody else holds are changed in place.
 struct PendingCopy {
   std::string path;
-  std::string stands_for;  ///< a copy that goes when this one is written; empty for none
-  bool is_current = false;
   std::shared_ptr<const Project> state;
   std::shared_future<FileResult> written;
 };
@@ -79,15 +79,14 @@ struct Session {
 
   FitDialogue fitting;
 
-  // Copies that outlive a crash, see recovery in the actions.
-  std::string recovery_folder;            ///< empty for none
-  std::string begun;                      ///< the moment from which on copies are of this run
-  std::string own_copy;                   ///< the last one of the current work; empty for none
-  std::shared_ptr<const Project> copied;  ///< what it holds
-  std::optional<PendingCopy> copy;        ///< that is being written
-
   std::map<std::int64_t, Work> works;  ///< by Project::work
   std::int64_t last_work = 0;
+
+  // Copies that outlive a crash, see actions/recovery.
+  std::string recovery_folder;      ///< empty for none
+  std::string begun;                ///< the moment from which on copies are of this run
+  std::optional<PendingCopy> copy;  ///< that is being written
+
   Project told;  ///< what the windows were told last, see actions/announce
   History history;
   /// What the command at work is called in the Edit menu; empty for none of its own.

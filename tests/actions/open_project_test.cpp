@@ -152,6 +152,12 @@ TEST_F(OpenProjectTest, ACopyOutlivesTheRunAndTheReplacedProject) {
       EXPECT_EQ(next.session.gDataForm(1)->text(row, column),
                 session.gDataForm(1)->text(row, column));
   ASSERT_EQ(next.files.files.size(), 1u) << "its own copy stands for the old one";
+  end_step(next.session);
+  ASSERT_TRUE(undo(next.session));
+  keep_copy(next.session, CopyReason::current);
+  finish_copies(next.session, true);
+  EXPECT_EQ(next.files.files.size(), 1u) << "undo has left it, but may come back to it";
+  ASSERT_TRUE(redo(next.session));
   ASSERT_TRUE(save_project_as(next.session, "/w/saved.tavlo"));
   EXPECT_EQ(next.files.files.size(), 1u) << "what is saved needs no copy";
 }

@@ -125,7 +125,7 @@ void FileCommands::fill_recovery(QMenu& menu) {
 
 bool FileCommands::may_leave() {
   if (!is_unsaved(session_)) {
-    drop_own_copy(session_);
+    drop_copy(session_);
     return true;
   }
   const BoxAnswer answer = session_.ports.prompts.show(
@@ -138,13 +138,16 @@ bool FileCommands::may_leave() {
   return true;
 }
 
+// Behind a file that is opened at the start, whose own line it takes the place of.
 void FileCommands::offer_copy() {
-  const std::vector<RecoveryCopy> copies = recovery_copies(session_);
-  if (copies.empty() || !copies.front().after_crash) return;
-  const RecoveryCopy& copy = copies.front();
-  session_.ports.views.status("Kept from before the program broke off: " + copy.name + ", " +
-                              copy.time + ", " + std::to_string(copy.points) +
-                              " points (File > Recover)");
+  QTimer::singleShot(0, &frame_, [this] {
+    for (const RecoveryCopy& copy : recovery_copies(session_)) {
+      if (!copy.after_crash) continue;
+      return session_.ports.views.status("Kept from before the program broke off: " + copy.name +
+                                         ", " + copy.time + ", " + std::to_string(copy.points) +
+                                         " points (File > Recover)");
+    }
+  });
 }
 
 }  // namespace tavlo

@@ -1,5 +1,6 @@
 // tavlo: the window program.
 #include <QApplication>
+#include <QFileInfo>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "workspace/qt/large_blocks.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/qt_ports.h"
+#include "workspace/qt/qt_text.h"
 
 namespace {
 
@@ -45,6 +47,11 @@ std::string command_line(int count, char** words) {
   return is_quoted ? line.substr(1, line.size() - 2) : line;
 }
 
+/// The list of recent files is read in other folders.
+std::string absolute(const std::string& path) {
+  return tavlo::from_qt(QFileInfo(tavlo::to_qt(path)).absoluteFilePath());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -63,7 +70,7 @@ int main(int argc, char** argv) {
   tavlo::begin_recovery(program.session, program.session.places.IniPath + "/Recovery");
   tavlo::MainWindow window(program);
   window.show_as_last_time();
+  if (!start.file.empty()) window.open_at_start(absolute(start.file));
   window.files().offer_copy();
-  if (!start.file.empty()) window.open_at_start(start.file);
   return QApplication::exec();
 }
