@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "files/command_switches.h"
+#include "support/case_list.h"
 #include "support/start_world.h"
 
 namespace tavlo {
@@ -20,6 +23,24 @@ class ProgramPathsTest : public testing::Test {
     world.disk.folders.insert(folder);
     world.disk.files[folder + "/QMPaths.txt"] = lines;
   }
+  /// "HOME=; closed=/tmp; list=/a x\nx\n/b": variables by their names, and what stands where.
+  void furnish(const std::string& words) {
+    std::istringstream steps(words);
+    for (std::string step; std::getline(steps >> std::ws, step, ';');) {
+      const std::string what = step.substr(0, step.find('=')), value = step.substr(what.size() + 1);
+      const std::size_t blank = value.find(' ');
+      if (what == "list")
+        put_list(value.substr(0, blank), value.substr(blank + 1));
+      else if (what == "file")
+        world.disk.files[value] = "";
+      else if (what == "temp")
+        world.machine.temp = value;
+      else if (kinds.contains(what))
+        (world.disk.*kinds.at(what)).insert(value);
+      else
+        world.machine.variables[what] = value;
+    }
+  }
   /// "settings program temp"
   std::string found(const std::string& command_line = "", const PathSystem& system = posix_paths) {
     const ProgramPlaces places = FindPaths(world.start_ports(), system, command_line);
@@ -29,6 +50,10 @@ class ProgramPathsTest : public testing::Test {
     return world.disk.files[folder + "/QMPaths.txt"];
   }
 
+  const std::map<std::string, std::set<std::string> test::GuardedFiles::*> kinds = {
+      {"folder", &test::GuardedFiles::folders},
+      {"closed", &test::GuardedFiles::closed},
+      {"foreign", &test::GuardedFiles::foreign}};
   test::StartWorld world;
   const std::string family = "/home/u/.config/Quellmarch";
 };
@@ -44,43 +69,15 @@ TEST_F(ProgramPathsTest, AFreshAccountGetsItsFoldersAndAPathsFile) {
   EXPECT_EQ(world.disk.files.size(), 1u) << "no probe file is left";
 }
 
-TEST_F(ProgramPathsTest, TheSettingsFolderIsTheEnvironments) {
-  world.machine.variables["XDG_CONFIG_HOME"] = "/own/config/";
-  EXPECT_EQ(found(), "/own/config/Quellmarch /program /temp");
-  world.machine.variables["XDG_CONFIG_HOME"] = "relative";
-  EXPECT_EQ(found(), family + " /program /temp");
-}
-
-// Whatever is closed or missing, each folder has a value.
-TEST_F(ProgramPathsTest, FoldersThatCanNotBeHadAreReplaced) {
-  struct Case {
-    const char* name;
-    std::map<std::string, std::string> variables;
-    std::string temp;
-    std::set<std::string> closed;
-    const char* wanted;
-  };
-  const Case cases[] = {
-      {"no home", {}, "/temp", {}, "/temp /program /temp"},
-      {"closed home", {{"HOME", "/home/u"}}, "/temp", {"/home/u/.config"}, "/temp /program /temp"},
-      {"closed family", {{"HOME", "/home/u"}}, "/temp", {family}, "/home/u/.config /program /temp"},
-      {"no private folder",
-       {{"HOME", "/home/u"}},
-       "",
-       {},
-       ("/home/u/.config/Quellmarch /program /tmp")},
-      {"own temp", {{"TMPDIR", "/program"}}, "", {}, "/program /program /program"},
-      {"closed temp",
-       {{"HOME", "/home/u"}},
-       "",
-       {"/tmp"},
-       "/home/u/.config/Quellmarch /program /home/u/.config/Quellmarch"}};
-  for (const Case& each : cases) {
-    world.disk.files.clear();
-    world.machine.variables = each.variables;
-    world.machine.temp = each.temp;
-    world.disk.closed = each.closed;
-    EXPECT_EQ(found(), each.wanted) << each.name;
+// Whatever is closed or missing, each folder has a value, and a search ends.
+TEST_F(ProgramPathsTest, EachMachineHasItsFolders) {
+  const test::GuardedFiles disk = world.disk;
+  const test::FurnishedHost machine = world.machine;
+  for (const auto& row : test::case_list("program_paths.txt")) {
+    world.disk = disk;
+    world.machine = machine;
+    furnish(row[0]);
+    EXPECT_EQ(found(row[1]), row[2]) << row[0];
   }
 }
 
@@ -94,37 +91,6 @@ TEST_F(ProgramPathsTest, APersonIsAskedForATemporaryFolder) {
   EXPECT_EQ(found(), "/mine /program /mine");
   world.prompts.expect_line("Need Temporary Path", "QUIT");
   EXPECT_EQ(found(), "/program /program /program");
-}
-
-TEST_F(ProgramPathsTest, SwitchesComeFirst) {
-  world.disk.folders.insert({"/c", "/p", "/t"});
-  world.disk.files["/p/QuellW.EXE"] = "";
-  EXPECT_EQ(found("-c /c -P '/p' -t [/t]"), "/c /p /t");
-  world.disk.closed = {"/c", "/t"};
-  EXPECT_EQ(found("-c /c -p /t -t /t"), family + " /program /temp") << "refused";
-}
-
-TEST_F(ProgramPathsTest, APathsFilePointsToTheRealOne) {
-  world.disk.folders.insert({"/list", "/list/temp", "/list/program"});
-  world.disk.files["/list/program/quellv.exx"] = "";
-  put_list(family, "x\nx\n/a/\nx");
-  put_list("/a", "x\r\nx\r\n~/../b\r\n");
-  put_list("/home/u/../b", "/list/program/\n/list/temp///\n/list\n");
-  EXPECT_EQ(found(), "/list /list/program /list/temp");
-  world.disk.foreign = {"/list/temp"};
-  world.disk.closed = {"/list"};
-  EXPECT_EQ(found(), "/home/u/../b /list/program /temp") << "another's folder is not taken";
-}
-
-TEST_F(ProgramPathsTest, PathsFilesThatLeadInACircleEnd) {
-  put_list(family, "x\nx\n/a\n");
-  put_list("/a", "x\nx\n/b\n");
-  put_list("/b", "x\nx\n" + family + "\n");
-  EXPECT_EQ(found(), family + " /program /temp");
-  for (int i = 0; i < 100; ++i)
-    put_list("/far" + std::to_string(i), "x\nx\n/far" + std::to_string(i + 1) + "\n");
-  put_list(family, "x\nx\n/far0\n");
-  EXPECT_EQ(found(), "/far15 /program /temp") << "a long way ends too";
 }
 
 TEST_F(ProgramPathsTest, APathsFileThatIsNotOursIsLeftAlone) {
@@ -163,13 +129,12 @@ TEST(CommandSwitches, AreCutAsStated) {
 }
 
 TEST(MatchesFamily, AFinalPointBehindExStandsForAnyLetter) {
-  EXPECT_TRUE(MatchesFamily("QuellWin.EXE", "quell*.exe"));
-  EXPECT_TRUE(MatchesFamily("quell.exe", "quell*.exe"));
-  EXPECT_FALSE(MatchesFamily("quell.exx", "quell*.exe"));
-  EXPECT_FALSE(MatchesFamily("aquell.exe", "quell*.exe"));
-  EXPECT_TRUE(MatchesFamily("quell1.exx", "quell*.ex."));
-  EXPECT_FALSE(MatchesFamily("quell1.ex", "quell*.ex."));
-  EXPECT_FALSE(MatchesFamily("", "quell*.ex."));
+  for (const char* name : {"QuellWin.EXE", "quell.exe"})
+    EXPECT_TRUE(MatchesFamily(name, "quell*.exe")) << name;
+  for (const char* name : {"quell.exx", "aquell.exe"})
+    EXPECT_FALSE(MatchesFamily(name, "quell*.exe")) << name;
+  for (const char* name : {"quell1.exx", "quell1.ex", ""})
+    EXPECT_EQ(MatchesFamily(name, "quell*.ex."), name == std::string("quell1.exx")) << name;
 }
 
 }  // namespace
