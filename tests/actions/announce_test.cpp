@@ -2,15 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "actions/fit_world.h"
-#include "actions/intake.h"
-#include "actions/new_project.h"
-#include "actions/records.h"
+#include "actions/random_act.h"
 #include "actions/reports.h"
-#include "actions/shown_fits.h"
-#include "actions/undo.h"
 #include "chart/compose/make_chart.h"
 #include "project/plot_rows.h"
 
@@ -55,37 +49,8 @@ struct WatchedWorld : FitWorld {
     prompts.accept_all();
     session.history.restart(session.project);
   }
-  void do_at_random(std::mt19937_64& random);
   void look_where_told(Watcher& watcher);
 };
-
-void WatchedWorld::do_at_random(std::mt19937_64& random) {
-  const auto pick = [&](int to) { return static_cast<int>(random() % std::uint64_t(to)) + 1; };
-  const int set = pick(session.project.data.bound());
-  const int fits = std::max(session.project.fits(set).nFits, 1);
-  switch (pick(12)) {
-    case 1:
-    case 2: session.gDataForm(set)->enter(pick(7), 1, std::to_string(pick(900))); break;
-    case 3: rename_data(session, set, "Pump " + std::to_string(pick(9))); break;
-    case 4:
-      if (session.project.data.bound() < 3) add_data_set(session);
-      break;
-    case 5:
-      if (session.project.charts.bound() < 3) add_chart(session);
-      break;
-    case 6: delete_set(session, set); break;
-    case 7: delete_chart(session, pick(session.project.charts.bound())); break;
-    case 8: delete_fit(session, set, pick(fits)); break;
-    case 9: set_shown(session, set, pick(fits), pick(2) == 1); break;
-    case 10: undo(session); break;
-    default: {
-      constexpr std::array<std::int16_t, 3> models = {98, 922, 857};
-      session.gFitForm(set)->nModel = models[random() % 3];
-      session.gFitForm(set)->nMethod = static_cast<std::int16_t>(pick(2) - 1);
-      CheckAndFit(session, set);
-    }
-  }
-}
 
 void WatchedWorld::look_where_told(Watcher& watcher) {
   watcher.charts.resize(static_cast<std::size_t>(session.project.charts.bound()));
@@ -107,9 +72,10 @@ TEST(Announce, WhatIsNotToldHasNotChanged) {
     Watcher watcher;
     world.session.told = {};
     for (int command = 0; command < 60; ++command) {
-      world.do_at_random(random);
-      announce(world.session);
-      end_step(world.session);
+      if (random() % 12 == 0)
+        undo(world.session), announce(world.session);
+      else
+        test::act_at_random(world, random);
       world.look_where_told(watcher);
       for (int i = 1; i <= world.session.project.charts.bound(); ++i)
         ASSERT_TRUE(watcher.charts[static_cast<std::size_t>(i) - 1] ==

@@ -2,14 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
-#include "actions/announce.h"
-#include "actions/clipboard_text.h"
-#include "actions/intake.h"
-#include "actions/new_project.h"
-#include "actions/records.h"
-#include "actions/shown_fits.h"
+#include "actions/random_act.h"
 #include "chart/parts/marks.h"
 #include "chart/scales/chart_view.h"
 #include "support/sheet_world.h"
@@ -26,41 +19,7 @@ struct UndoWorld : SheetWorld {
     session.history.restart(session.project);
     session.step.clear();
   }
-  void do_at_random(std::mt19937_64& random);
 };
-
-/// What people do, each ended as a command is.
-void UndoWorld::do_at_random(std::mt19937_64& random) {
-  const auto pick = [&](int from, int to) {
-    return from + static_cast<int>(random() % static_cast<std::uint64_t>(to - from + 1));
-  };
-  const int set = pick(1, session.project.data.bound());
-  DataSheet& typed = *session.gDataForm(set);
-  switch (pick(0, 13)) {
-    case 0:
-    case 1:
-    case 2: typed.enter(pick(1, 12), sheet_column::x, std::to_string(pick(1, 999))); break;
-    case 3: typed.enter(pick(1, 12), pick(1, 6), pick(0, 1) ? "word" : ""); break;
-    case 4: typed.clear({pick(1, 6), 0, pick(4, 12), pick(1, 6)}); break;
-    case 5:
-      clipboard.plain = "1" + std::to_string(pick(10, 99)) + "\n200x3\n>300\n";
-      typed.go_to(pick(1, 9), sheet_column::x);
-      PasteClip(session, set);
-      break;
-    case 6: CheckAndFit(session, set); break;
-    case 7: session.project.charts(1).Boxes(chart_item::main_title).Text2 += '!'; break;
-    case 8:
-      if (session.project.data.bound() < 3) add_data_set(session);
-      break;
-    case 9: delete_set(session, set); break;
-    case 10: delete_fit(session, set, 1); break;
-    case 11: rename_fits(session, set, "Fits " + std::to_string(pick(1, 9))); break;
-    case 12: set_shown(session, set, 1, pick(0, 1) == 1); break;
-    default: start_project(session);
-  }
-  announce(session);
-  end_step(session);
-}
 
 TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
   for (std::uint64_t seed = 1; seed <= 20; ++seed) {
@@ -68,7 +27,7 @@ TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
     UndoWorld world;
     std::vector<Project> states{world.session.project};
     for (int command = 0; command < 60; ++command) {
-      world.do_at_random(random);
+      test::act_at_random(world, random);
       if (!(world.session.project == states.back())) states.push_back(world.session.project);
     }
     const std::string log = world.log();
