@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "actions/random_act.h"
-#include "chart/parts/marks.h"
 #include "chart/scales/chart_view.h"
 #include "support/sheet_world.h"
 
@@ -45,57 +44,6 @@ TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
     EXPECT_FALSE(world.session.history.can_redo());
     EXPECT_GE(world.session.gDataForm.bound(), world.session.project.data.bound());
   }
-}
-
-TEST(Undo, NamesItsStepsAndForgetsWhatWasUndoneAtANewOne) {
-  UndoWorld world;
-  world.clipboard.plain = "100\n200\n";
-  PasteClip(world.session, 1);
-  end_step(world.session);
-  CheckAndFit(world.session, 1);
-  end_step(world.session);
-  EXPECT_EQ(world.session.history.undo_name(), "Fit");
-  undo(world.session);
-  EXPECT_EQ(world.session.history.undo_name(), "Paste");
-  EXPECT_EQ(world.session.history.redo_name(), "Fit");
-  announce(world.session);
-  EXPECT_EQ(world.panel().grd_Fit.rows(), 1) << "the grid follows";
-  world.sheet().enter(3, sheet_column::x, "300");
-  end_step(world.session);
-  EXPECT_FALSE(world.session.history.can_redo());
-  EXPECT_EQ(world.session.history.undo_name(), "Change");
-}
-
-TEST(Undo, AZoomIsNoStep) {
-  UndoWorld world;
-  zoom_to(world.session.project.charts(1), {2, 3}, {0.1, 0.5});
-  end_step(world.session);
-  EXPECT_FALSE(world.session.history.can_undo());
-  world.sheet().enter(1, sheet_column::x, "5");
-  end_step(world.session);
-  undo(world.session);
-  EXPECT_EQ(zoom_depth(world.session.project.charts(1)), 1u);
-  zoom_back(world.session.project.charts(1));
-  end_step(world.session);
-  EXPECT_TRUE(world.session.history.can_redo()) << "a way back of its own";
-}
-
-// A drawing finds the limits that follow the data; also that of a state gone back to.
-TEST(Undo, LimitsAreAStepWhereSomebodySetsThem) {
-  UndoWorld world;
-  const auto chart = [&]() -> Chart& { return world.session.project.charts(1); };
-  zoom_to(chart(), {2, 3}, {0.1, 0.5});
-  end_step(world.session);
-  set_limit(chart(), 0, &ChartAxis::Max, 7);
-  end_step(world.session);
-  ASSERT_TRUE(world.session.history.can_undo());
-  undo(world.session);
-  EXPECT_EQ(zoom_depth(chart()), 1u);
-  end_zoom(chart());
-  take_data_limits(chart().Axes(0), {10, 100});
-  end_step(world.session);
-  EXPECT_TRUE(world.session.history.can_redo());
-  EXPECT_FALSE(world.session.history.can_undo());
 }
 
 TEST(Undo, OfAnEditRanksNothingAgain) {
@@ -157,15 +105,6 @@ TEST(Undo, TheOldestStepsGoWhenTheyTakeTooMuchMemory) {
   }
   while (undo(world.session)) --steps;
   EXPECT_EQ(world.session.project.charts(1).Boxes(chart_item::main_title).Text2, "99");
-}
-
-TEST(Undo, StopsWhileAFitIsUnderWay) {
-  UndoWorld world;
-  world.sheet().enter(1, sheet_column::x, "5");
-  end_step(world.session);
-  world.panel().busy = true;
-  undo(world.session);
-  EXPECT_EQ(world.sheet().last_row(), 1);
 }
 
 }  // namespace
