@@ -1,6 +1,7 @@
 // The window program at a million rows, as a person has it before them: memory, keys until
-// their effect shows, deleting everything, a long log, and leaving in the middle of a fit.
-//   tests/gui/with_display.sh build/bench/bench/window_bench
+// their effect shows, deleting everything, a long log, and leaving in the middle of a fit;
+// with the name of a project: opening and saving it, in a window that has done nothing else.
+//   tests/gui/with_display.sh build/bench/bench/window_bench [FILE]
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
@@ -12,6 +13,7 @@
 #include <random>
 
 #include "actions/reports.h"
+#include "actions/save_project.h"
 #include "life/models.h"
 #include "workspace/frame/command_table.h"
 #include "workspace/frame/main_window.h"
@@ -45,7 +47,7 @@ struct Desk {
     QObject::connect(&answering, &QTimer::timeout, [] {
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
         std::printf("  box: %s\n", qPrintable(box->text().left(100)));
-        (box->button(QMessageBox::Yes) ? box->button(QMessageBox::Yes) : box->buttons().front())
+        (box->button(QMessageBox::No) ? box->button(QMessageBox::No) : box->buttons().front())
             ->click();
       }
     });
@@ -81,6 +83,7 @@ struct Desk {
   void rows_of_a_million();
   void log_of_many(int entries);
   void leave_during_a_fit();
+  void open_and_save(const char* path);
 
   Program program;
   MainWindow window{program};
@@ -166,6 +169,14 @@ void Desk::leave_during_a_fit() {
               static_cast<long long>(since.elapsed()));
 }
 
+void Desk::open_and_save(const char* path) {
+  measure("start", [] {});
+  measure("open", [&] { window.open_at_start(path); });
+  const std::string copy = std::string(path) + ".copy.tavlo";
+  measure("save", [&] { program.commands.run([&] { save_project_as(program.session, copy); }); });
+  QFile::remove(QString::fromStdString(copy));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -174,6 +185,10 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   set_look(application);
   Desk desk;
+  if (argc > 1) {
+    desk.open_and_save(argv[1]);
+    return 0;
+  }
   desk.rows_of_a_million();
   desk.log_of_many(100'000);
   desk.leave_during_a_fit();

@@ -47,6 +47,7 @@ struct Opening {
   std::string bytes;
   FileType type = FileType::unknown;
   Project project;
+  UnstatedRanks unstated_ranks;
   bool cancelled = false;
 };
 
@@ -87,7 +88,8 @@ std::optional<ProjectFault> read_text(Session& session, Opening& opening) {
 
 std::optional<ProjectFault> read_file(Session& session, Opening& opening) {
   switch (opening.type) {
-    case FileType::project: return read_project(opening.bytes, opening.project);
+    case FileType::project:
+      return read_project(opening.bytes, opening.project, &opening.unstated_ranks);
     case FileType::old_data:
       if (const auto fault = read_old_data(opening.bytes, opening.project))
         return as_project_fault(*fault);
@@ -105,6 +107,15 @@ void add_opening_line(Session& session) {
   session.project.log.append_rtf(
       "\\par Quellmarch Tavlo " + std::string(file_version) + "\\'a92011 -2019" +
       format_date(session.ports.clock.now(), "ddd dd mmm yyyy hh:mmampm") + "\\par ");
+}
+
+/// A file that does not say how its data were ranked gets the ranks of the settings.
+void note_unstated_ranks(Session& session, const UnstatedRanks& ranks) {
+  for (const std::string& title : ranks.sets)
+    AppendLog(session,
+              title + ": the file does not say of which kind its ranks are; they are taken as " +
+                  (ranks.kind == RankKind::benard ? "Benard's." : "exact median ranks.") + "\n",
+              false);
 }
 
 /// Kept on purpose: Yes says what it says and calculates nothing.
@@ -137,12 +148,14 @@ void show_opened(Session& session, Opening opening) {
   replace_project(session, std::move(opening.project), is_project ? opening.path : std::string());
   if (is_project) {
     add_opening_line(session);
+    note_unstated_ranks(session, opening.unstated_ranks);
     ask_about_changed_sets(session);
   } else {
     take_in_data(session, opening.path);
   }
   mark_saved(session);
   add_recent_file(session.settings, opening.path);
+  session.ports.views.status("Opened: " + bare_file_name(opening.path));
   session.step = "Open";
 }
 
@@ -153,6 +166,7 @@ bool open_project(Session& session, std::string path) {
   if (path.empty()) return false;
   Opening opening;
   opening.path = path;
+  opening.unstated_ranks.kind = session.settings.Benard ? RankKind::benard : RankKind::exact;
   const FileResult read =
       session.ports.file_system.read_whole(path, largest_project_file, opening.bytes);
   if (!read) {

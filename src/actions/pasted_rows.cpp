@@ -64,10 +64,15 @@ void enter_rows(DataSheet& sheet, int row, const DataRows& rows) {
   }
 }
 
+std::string words_of_units(std::size_t rows, double failures, double suspensions) {
+  return counted(static_cast<double>(rows), "row") + ": " + counted(failures, "failure") + ", " +
+         counted(suspensions, "suspension");
+}
+
 std::string words_of_rows(const DataSheet& sheet, int first, int last) {
-  return counted(last - first + 1, "row") + ": " +
-         counted(units_in(sheet, first, last, &SheetRow::failures), "failure") + ", " +
-         counted(units_in(sheet, first, last, &SheetRow::suspensions), "suspension");
+  return words_of_units(static_cast<std::size_t>(last - first + 1),
+                        units_in(sheet, first, last, &SheetRow::failures),
+                        units_in(sheet, first, last, &SheetRow::suspensions));
 }
 
 }  // namespace tavlo

@@ -23,7 +23,10 @@ std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& sessio
 /// those that stood there.
 void enter_rows(DataSheet& sheet, int row, const DataRows& rows);
 
-/// "10 rows: 8 failures, 2 suspensions" of the rows `first` to `last` of a sheet.
+/// "10 rows: 8 failures, 2 suspensions".
+std::string words_of_units(std::size_t rows, double failures, double suspensions);
+
+/// The same of the rows `first` to `last` of a sheet.
 std::string words_of_rows(const DataSheet& sheet, int first, int last);
 
 }  // namespace tavlo

@@ -204,6 +204,7 @@ bool recover(Session& session, const RecoveryCopy& copy) {
   replace_project(session, std::move(project), {});
   session.works[session.project.work].name = copy.name;
   session.step = "Recover";
+  session.ports.views.status("Recovered: " + copy.name + ", not saved yet");
   keep_copy(session, CopyReason::current);
   if (session.copy) session.copy->stands_for = copy.path;
   return true;

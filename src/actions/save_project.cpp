@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "actions/export_data.h"
 #include "actions/file_faults.h"
+#include "actions/recent_files.h"
 #include "actions/reports.h"
+#include "actions/undo.h"
 #include "actions/work.h"
 #include "files/project_file.h"
 #include "numerics/date_text.h"
@@ -13,7 +16,9 @@ namespace tavlo {
 
 namespace {
 
-constexpr const char* save_filter = "Tavlo Project (*.tavlo)|*.tavlo|All (*.*)|*.*";
+constexpr const char* save_filter =
+    "Tavlo Project (*.tavlo)|*.tavlo|Comma-separated data (*.csv)|*.csv|"
+    "Data notation (*.txt)|*.txt|All (*.*)|*.*";
 
 std::string suggested_path(const Session& session) {
   const Work& work = present_work(session);
@@ -104,13 +109,16 @@ bool save_project_as(Session& session, const std::string& path) {
   // To take a change back does not unmake the save.
   session.history.note_view(session.project);
   tell_encoding(session, bytes.is_utf8);
-  session.ports.views.status("Saved: " + path);
+  session.ports.views.status("Saved: " + bare_file_name(path));
   return true;
 }
 
-bool save_project(Session& session) {
+bool save_project(Session& session, int data_index) {
   const std::string path = name_to_save(session);
-  return !path.empty() && save_project_as(session, path);
+  if (path.empty()) return false;
+  if (!is_data_file_name(path)) return save_project_as(session, path);
+  export_data(session, data_index, path);
+  return !is_unsaved(session);
 }
 
 }  // namespace tavlo

@@ -8,9 +8,10 @@
 
 namespace tavlo {
 
-/// Asks for the file, and about one of that name, and saves. False when nothing was saved,
-/// because the person or the disk did not want it; that has been told.
-bool save_project(Session& session);
+/// Asks for the file, and about one of that name, and saves; to the name of a data file the
+/// data set of that index is exported. False when the project was not saved, because the
+/// person or the disk did not want it, which has been told, or because of an export.
+bool save_project(Session& session, int data_index = 1);
 
 /// Saves to a file of that name, without a question about it.
 bool save_project_as(Session& session, const std::string& path);

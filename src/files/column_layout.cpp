@@ -24,10 +24,6 @@ std::string list_of(Fields names) {
   return list + (names.size() > most ? " ..." : "");
 }
 
-std::string wish(DataColumn column) {
-  return "--columns " + std::string(role_of(column)) + "=NAME";
-}
-
 }  // namespace
 
 ColumnLayout::ColumnLayout(const ReadOptions& options, char separator)
@@ -47,6 +43,24 @@ FieldFault ColumnLayout::read_header(Fields names) {
   if (FieldFault fault = place_chosen(names)) return fault;
   if (FieldFault fault = place_known(names)) return fault;
   return check_columns(names);
+}
+
+FieldFault ColumnLayout::set_places(std::span<const std::optional<DataColumn>> columns,
+                                    std::size_t width) {
+  count_ = std::max(width, columns.size());
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!columns[i]) continue;
+    if (has(*columns[i]))
+      return "two columns are chosen as the " + std::string(noun_of(*columns[i]));
+    places_[static_cast<std::size_t>(*columns[i])] = static_cast<int>(i);
+  }
+  return check_columns({});
+}
+
+/// How to say on the command line which column is meant; those of places were chosen elsewhere.
+std::string ColumnLayout::wish(const char* name_it, DataColumn column) const {
+  if (!options_.places.empty()) return {};
+  return std::string("; ") + name_it + " with --columns " + std::string(role_of(column)) + "=NAME";
 }
 
 bool ColumnLayout::is_chosen(DataColumn column) const {
@@ -85,29 +99,31 @@ FieldFault ColumnLayout::place_column(DataColumn column, Fields names, std::size
   int& known = places_[static_cast<std::size_t>(column)];
   if (known >= 0)
     return "the columns " + quoted(trimmed(names[static_cast<std::size_t>(known)])) + " and " +
-           quoted(trimmed(names[index])) + " mean the same; name the right one with " +
-           wish(column);
+           quoted(trimmed(names[index])) + " mean the same" + wish("name the right one", column);
   known = static_cast<int>(index);
   return std::nullopt;
 }
 
 FieldFault ColumnLayout::check_columns(Fields names) {
   if (!has(DataColumn::x))
-    return "no column is named x, time, hours, cycles or the like; name it with " +
-           wish(DataColumn::x) + " (the header names " + list_of(names) + ")";
+    return names.empty()
+               ? "no column is chosen as the " + std::string(noun_of(DataColumn::x))
+               : "no column is named x, time, hours, cycles or the like" +
+                     wish("name it", DataColumn::x) + " (the header names " + list_of(names) + ")";
   if (has(DataColumn::censored)) {
     if (has(DataColumn::status))
-      return "a column of censored units can't stand beside a status; name one with " +
-             wish(DataColumn::status);
+      return "a column of censored units can't stand beside a status" +
+             wish("name one", DataColumn::status);
     std::swap(places_[static_cast<std::size_t>(DataColumn::censored)],
               places_[static_cast<std::size_t>(DataColumn::status)]);
     status_.turned_round = true;
   }
   if (!options_.failed.empty() && !has(DataColumn::status))
-    return "no column is known as a status; name it with " + wish(DataColumn::status);
+    return "no column is known as a status" + wish("name it", DataColumn::status);
   if (counted() && has(DataColumn::status)) return "a status can't stand beside fails or susps";
   if (counted() && has(DataColumn::count)) return "a count can't stand beside fails or susps";
-  if (!tells_suspensions() && !is_chosen(DataColumn::status)) watch_ignored(names);
+  const bool is_told = is_chosen(DataColumn::status) || !options_.places.empty();
+  if (!tells_suspensions() && !is_told) watch_ignored(names);
   return std::nullopt;
 }
 

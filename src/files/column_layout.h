@@ -27,6 +27,10 @@ class ColumnLayout {
   /// The columns of a text without a header, in their order.
   void set_columns(std::span<const DataColumn> columns);
 
+  /// The columns as a person has told them, in a table whose head line has `width` names.
+  /// Refuses what read_header refuses.
+  FieldFault set_places(std::span<const std::optional<DataColumn>> columns, std::size_t width);
+
   /// Adds the point of one row. Missing fields at the end count as empty, and empty ones
   /// behind the last column are none.
   FieldFault add_row(Fields fields, PointList& points);
@@ -61,6 +65,7 @@ class ColumnLayout {
   FieldFault place_known(Fields names);
   FieldFault place_column(DataColumn column, Fields names, std::size_t index);
   FieldFault check_columns(Fields names);
+  std::string wish(const char* name_it, DataColumn column) const;
   void watch_ignored(Fields names);
   void drop_ignored(Fields fields);
   FieldFault check_width(Fields fields) const;

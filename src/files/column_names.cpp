@@ -56,6 +56,9 @@ constexpr ColumnName column_names[] = {
 constexpr std::array<std::string_view, data_columns> roles = {
     "x", "fails", "susps", "status", "censored", "count", "mode", "comment"};
 
+constexpr std::array<std::string_view, data_columns> nouns = {
+    "time", "failures", "suspensions", "status", "censored units", "count", "mode", "comment"};
+
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 /// "Time_to_failure" is "time to failure" as programs write it.
@@ -91,5 +94,6 @@ std::optional<DataColumn> find_column_role(std::string_view role) {
 }
 
 std::string_view role_of(DataColumn column) { return roles[static_cast<std::size_t>(column)]; }
+std::string_view noun_of(DataColumn column) { return nouns[static_cast<std::size_t>(column)]; }
 
 }  // namespace tavlo

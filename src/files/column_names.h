@@ -21,6 +21,9 @@ std::optional<DataColumn> find_column_role(std::string_view role);
 /// "x", "status" ...
 std::string_view role_of(DataColumn column);
 
+/// "time", "failures" ... as a person calls what the column holds.
+std::string_view noun_of(DataColumn column);
+
 /// Equal without regard to the case of the letters a to z.
 bool equal_in_any_case(std::string_view a, std::string_view b);
 

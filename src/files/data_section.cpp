@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 #include "project/fit_records.h"
@@ -188,7 +189,14 @@ void read_comments(ProjectReader& file, SharedRows<SheetRow>& rows) {
   }
 }
 
-RankKind read_rows(ProjectReader& file, DataSet& data, const Head& head) {
+/// Nothing where the section does not say how the rows were ranked.
+std::optional<RankKind> kind_of_state(std::int32_t state) {
+  if ((state & rank_state::exact) != 0) return RankKind::exact;
+  const bool is_stated = (state & (rank_state::benard | rank_state::own_bits)) != 0;
+  return is_stated ? std::optional(RankKind::benard) : std::nullopt;
+}
+
+std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head& head) {
   file.count(point_fields);
   Point point;
   visit_point(file, point);
@@ -206,7 +214,7 @@ RankKind read_rows(ProjectReader& file, DataSet& data, const Head& head) {
   read_comments(file, data.rows);
   sort_by_order(data.rows, std::move(order));
   drop_blank_end(data.rows);
-  return (state & rank_state::exact) != 0 ? RankKind::exact : RankKind::benard;
+  return kind_of_state(state);
 }
 
 // --- writing
@@ -320,7 +328,7 @@ void read_as_written(DataSet& data, RankKind ranks, bool changed) {
 
 }  // namespace
 
-void RW_Data(ProjectReader& file, DataSet& data) {
+bool RW_Data(ProjectReader& file, DataSet& data, RankKind unstated) {
   const ProjectText::AtWork at_work(file, data_place);
   Head head;
   file.text(data.Title);
@@ -331,9 +339,10 @@ void RW_Data(ProjectReader& file, DataSet& data) {
   data.XScale = head.XScale;
   data.YScale = head.YScale;
   visit_mode_names(file, data.ModeNames, head.nModes);
-  const RankKind ranks = read_rows(file, data, head);
+  const auto ranks = read_rows(file, data, head);
   visit_lists(file, data, head.nInspection, head.nProfiles);
-  read_as_written(data, ranks, head.Changed != 0);
+  read_as_written(data, ranks.value_or(unstated), head.Changed != 0);
+  return ranks.has_value();
 }
 
 void RW_Data(ProjectWriter& file, const DataSet& data, bool fits_current, Ranking ranking) {

@@ -13,8 +13,9 @@ namespace tavlo {
 enum class Ranking { of_changed_rows, none };
 
 /// Reads a section into `data`; RunTimeErrors of the reader, `data` is of no use then. The
-/// set is as it was when it was written: read and ranked, or with changes since.
-void RW_Data(ProjectReader& file, DataSet& data);
+/// set is as it was when it was written: read and ranked, or with changes since. False where
+/// the section does not say of which kind its ranks are: they are of the kind `unstated`.
+bool RW_Data(ProjectReader& file, DataSet& data, RankKind unstated);
 
 /// Writes the section. Text that a cell can't read goes into the comment of its row.
 /// RunTimeErrors of the writer.

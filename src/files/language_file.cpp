@@ -21,6 +21,12 @@ bool is_language_file(const std::string& name, std::int32_t language) {
   return lower.starts_with("vkl" + number) && lower.ends_with(".txt");
 }
 
+auto file_of(const std::vector<std::string>& names, std::int32_t language) {
+  return std::find_if(names.begin(), names.end(), [language](const std::string& each) {
+    return is_language_file(each, language);
+  });
+}
+
 std::string caption(std::string_view line) {
   std::string text = without_control_characters(std::string(line));
   std::string_view rest = text;
@@ -37,9 +43,7 @@ std::vector<std::string> LoadLanguage(FileSystem& files, const std::string& fold
   std::vector<std::string> captions(language_texts);
   std::vector<std::string> names;
   files.list_folder(folder, names);
-  const auto name = std::find_if(names.begin(), names.end(), [language](const std::string& each) {
-    return is_language_file(each, language);
-  });
+  const auto name = file_of(names, language);
   if (name == names.end()) return captions;
   std::string bytes;
   if (!files.read_whole(folder + "/" + *name, largest_file, bytes)) return captions;
@@ -47,6 +51,18 @@ std::vector<std::string> LoadLanguage(FileSystem& files, const std::string& fold
   for (std::size_t i = head_lines; i < lines.size(); ++i)
     captions[i - head_lines + 1] = caption(lines[i]);
   return captions;
+}
+
+std::vector<Language> find_languages(FileSystem& files, const std::string& folder) {
+  constexpr std::int32_t most = 99;
+  constexpr std::size_t ending = 4;
+  std::vector<std::string> names;
+  files.list_folder(folder, names);
+  std::vector<Language> languages;
+  for (std::int32_t number = 0; number <= most; ++number)
+    if (const auto name = file_of(names, number); name != names.end())
+      languages.push_back({number, name->substr(0, name->size() - ending)});
+  return languages;
 }
 
 }  // namespace tavlo

@@ -15,4 +15,14 @@ namespace tavlo {
 std::vector<std::string> LoadLanguage(FileSystem& files, const std::string& folder,
                                       std::int32_t language);
 
+/// A language that can be chosen.
+struct Language {
+  std::int32_t number = 0;
+  std::string file;  ///< its name without ".txt"
+};
+
+/// The languages whose files stand in the folder, in the order of their numbers; of two
+/// files with one number the one that is read.
+std::vector<Language> find_languages(FileSystem& files, const std::string& folder);
+
 }  // namespace tavlo

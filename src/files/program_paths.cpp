@@ -123,6 +123,7 @@ class PlaceSearch {
 
   /// Reads the list of the folder's paths file; false when there is none.
   bool read_list(const std::string& folder) {
+    if (folder.empty()) return false;
     constexpr std::uint64_t largest = 64 * 1024;
     FileFacts facts;
     if (!ports_.file_system.look_up(paths_file_in(folder), facts)) return false;

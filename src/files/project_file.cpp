@@ -95,7 +95,7 @@ void read_log(ProjectReader& file, RichText& log) {
   log = text.empty() ? RichText() : RichText::from_rtf(text);
 }
 
-void read_sections(ProjectReader& file, Project& project) {
+void read_sections(ProjectReader& file, Project& project, UnstatedRanks& unstated) {
   const Numbers numbers = read_head(file);
   for (int i = 0; i <= numbers.charts; ++i) {
     Chart chart = fuStandard_Chart();
@@ -107,7 +107,8 @@ void read_sections(ProjectReader& file, Project& project) {
   }
   for (int i = 1; i <= numbers.data; ++i) {
     project.data.push_back(fuStandardData());
-    RW_Data(file, project.data(i));
+    if (!RW_Data(file, project.data(i), unstated.kind) && project.data(i).rows.size() > 0)
+      unstated.sets.push_back(project.data(i).Title);
   }
   for (int i = 1; i <= numbers.fits; ++i) {
     project.fits.push_back(fuStandard_Fit());
@@ -226,12 +227,14 @@ bool is_magic_line(std::string_view line) {
   return equal_in_any_case(line.substr(0, magic.size()), magic);
 }
 
-std::optional<ProjectFault> read_project(std::string_view bytes, Project& project) {
+std::optional<ProjectFault> read_project(std::string_view bytes, Project& project,
+                                         UnstatedRanks* unstated) {
+  UnstatedRanks none;
   ProjectReader file(bytes);
   const ProjectText::AtWork at_work(file, file_place);
   try {
     Project read;
-    read_sections(file, read);
+    read_sections(file, read, unstated ? *unstated : none);
     complete(read);
     make_unique(read.data);
     make_unique(read.fits);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "files/data_section.h"
 #include "files/project_text.h"
@@ -21,9 +22,16 @@ struct ProjectFault {
   ProjectText::Place place;
 };
 
+/// What a file may leave open.
+struct UnstatedRanks {
+  RankKind kind = RankKind::benard;  ///< that such sets get
+  std::vector<std::string> sets;     ///< receives their titles
+};
+
 /// Makes `project` what the bytes hold, with its identities made unique and every data set
 /// with its fits. On a fault it stays as it was.
-std::optional<ProjectFault> read_project(std::string_view bytes, Project& project);
+std::optional<ProjectFault> read_project(std::string_view bytes, Project& project,
+                                         UnstatedRanks* unstated = nullptr);
 
 struct ProjectBytes {
   std::string bytes;

@@ -41,6 +41,9 @@ class RichText {
   /// The text alone, UTF-8, lines separated by "\n" and cells by tabs.
   std::string plain() const;
 
+  /// True where this is `earlier` with or without something behind it.
+  bool continues(const RichText& earlier) const;
+
   /// What was added behind `earlier`, so that a view shows only that; nothing where this is
   /// no continuation of it.
   std::optional<RichText> behind(const RichText& earlier) const;
@@ -58,7 +61,6 @@ class RichText {
     std::mutex at_work;
   };
 
-  bool continues(const RichText& earlier) const;
   void append(const RichTextContent& added);
   template <class Change>
   void grow(Change change);

@@ -86,6 +86,17 @@ TEST_F(OpenProjectTest, ComesBackAsItWasSavedWithItsFitsAndFitsNothing) {
   EXPECT_EQ(files.files["/w/pumps.tavlo~"], saved);
 }
 
+// Only the two lines that tell of it come with each opening and saving.
+TEST_F(OpenProjectTest, TenOpeningsAndSavesAddTheirLinesAlone) {
+  std::vector<std::size_t> sizes;
+  for (int i = 0; i < 10; ++i) {
+    ASSERT_TRUE(save_project_as(session, "/w/pumps.tavlo"));
+    ASSERT_TRUE(open("/w/pumps.tavlo"));
+    sizes.push_back(files.files["/w/pumps.tavlo"].size());
+  }
+  for (std::size_t i = 1; i < sizes.size(); ++i) EXPECT_LT(sizes[i] - sizes[i - 1], 120u) << i;
+}
+
 TEST_F(OpenProjectTest, UndoBringsTheOldProjectBackWithItsFile) {
   ASSERT_TRUE(save_project_as(session, "/w/pumps.tavlo"));
   end();

@@ -43,16 +43,6 @@ TEST_F(StartTest, TheFirstStartWritesTheDefaultsAndTheNextReadsThem) {
   EXPECT_NE(settings_file(), first);
 }
 
-TEST_F(StartTest, DigitsOfTheSheetAreNotSavedInALongFile) {
-  settings_file() = long_file("Digits Data = 3\nDigits Log = 3\n");
-  start();
-  session.settings.DigitsData = session.settings.DigitsLog = 8;
-  End_Program(session);
-  start();
-  EXPECT_EQ(session.settings.DigitsData, 3);
-  EXPECT_EQ(session.settings.DigitsLog, 8);
-}
-
 TEST_F(StartTest, DamagedValuesAreToldInOneBox) {
   std::string lines = "Digits Log = many\n";
   for (int i = 0; i < 1000; ++i) lines += "Digits Fit = 99999\n";
@@ -128,7 +118,6 @@ TEST_F(StartTest, CaptionsComeFromTheLanguagesFile) {
                                              "Rechne\r\n\r\n \tGr\xFC\xDF"
                                              "e\x07\n" +
                                              std::string(300, 'x') + std::string(60, '\n') + "end";
-  world.disk.files["/program/vkl01 b.txt"] = head + "no\n";
   start();
   const auto& texts = session.LanguageText;
   EXPECT_EQ(texts.size(), language_texts);
@@ -136,11 +125,6 @@ TEST_F(StartTest, CaptionsComeFromTheLanguagesFile) {
   EXPECT_EQ(texts[4].size(), 200u);
   EXPECT_EQ(texts[58], "");
   session.settings.Language = 2;
-  world.disk.files["/program/VKL02.txt"] = head + "only";
-  End_Program(session);
-  start();
-  EXPECT_EQ(session.LanguageText[1] + session.LanguageText[2], "only");
-  session.settings.Language = 3;
   End_Program(session);
   start();
   EXPECT_EQ(session.LanguageText, std::vector<std::string>(language_texts));

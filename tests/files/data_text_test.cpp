@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "fuzz/data_text_law.h"
 #include "numerics/number_text.h"
 #include "support/case_list.h"
 #include "support/test_world.h"
@@ -89,8 +90,10 @@ TEST(DataText, ALongTextTellsHowFarItIsAndCanBeStopped) {
 
 // Every form, what spreadsheets, fleets and other programs write, and what is refused.
 TEST(DataText, IsReadAsPeopleMeanItOrRefusedInTheirWords) {
-  for (const auto& texts : test::case_list("data_texts.txt"))
+  for (const auto& texts : test::case_list("data_texts.txt")) {
     EXPECT_EQ(read(texts[0]), texts[1]) << texts[0];
+    EXPECT_EQ(test::breach_of_data_text_law(texts[0]), "") << texts[0];
+  }
   EXPECT_EQ(read(std::string(70000, '1')), "1: the line is too long");
   const std::string letters(39, 'a');  // the cut falls into the letter behind them
   EXPECT_EQ(read("1\n" + letters + "\xC3\xBC and more"), "2: '" + letters + "...' is not a number");

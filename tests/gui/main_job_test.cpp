@@ -62,7 +62,8 @@ TEST_F(MainJob, KeyboardAlone) {
   EXPECT_NEAR(number(fits(), 1, fit_column::shape), 1.7208, 0.001);
   EXPECT_NEAR(number(fits(), 1, fit_column::quality), -75.1346, 0.001);
   EXPECT_NE(log().find("********** Tavlo Fit ********** "), std::string::npos) << log();
-  EXPECT_NE(from_qt(window.windows().log().toPlainText()).find("606.52"), std::string::npos);
+  EXPECT_TRUE(wait_until(
+      [&] { return window.windows().log().toPlainText().contains(QStringLiteral("606.52")); }));
   EXPECT_TRUE(chart_has_fit_line());
   EXPECT_EQ(boxes.texts(), QStringList());
 

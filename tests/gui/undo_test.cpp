@@ -25,6 +25,7 @@ class UndoByKeys : public test::WindowWorld {
   void take_steps(int command) {
     for (int steps = 0; session().history.can_undo() && steps < 100; ++steps) take_step(command);
   }
+  std::string log_shown() { return from_qt(window.windows().log().toPlainText()); }
   std::size_t windows_shown() { return window.windows().children().size(); }
 };
 
@@ -40,7 +41,7 @@ TEST_F(UndoByKeys, EverythingDoneIsTakenBackAndDoneAgain) {
   ASSERT_TRUE(wait_until([&] { return sheet().last_row() == 0; }));
   press_and_rest({"ctrl+z"});
   ASSERT_TRUE(wait_until([&] { return session().project == fitted; })) << "New is a step";
-  EXPECT_EQ(from_qt(window.windows().log().toPlainText()), shown);
+  EXPECT_TRUE(wait_until([&] { return log_shown() == shown; })) << log_shown();
   EXPECT_TRUE(wait_until([&] { return chart_has_fit_line(); }));
   EXPECT_EQ(fits().rows(), 2);
   take_steps(18);
@@ -48,7 +49,7 @@ TEST_F(UndoByKeys, EverythingDoneIsTakenBackAndDoneAgain) {
   EXPECT_FALSE(chart_has_fit_line());
   EXPECT_EQ(sheet().text(1, sheet_column::x), "");
   for (int steps = 0; !(session().project == fitted) && steps < 100; ++steps) take_step(19);
-  EXPECT_EQ(from_qt(window.windows().log().toPlainText()), shown);
+  EXPECT_TRUE(wait_until([&] { return log_shown() == shown; })) << log_shown();
 }
 
 TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindowsAndNames) {

@@ -2,31 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include "support/case_list.h"
+
 namespace tavlo {
 namespace {
 
 TEST(DecimalSeparators, AreTakenFromTheSystemsNumbersOrAskedFor) {
-  struct Case {
-    const char* grouped;
-    const char* half;
-    const char* answer;  // to each question; null for none
-    const char* wanted;
+  for (const auto& each : test::case_list("decimal_separators.txt")) {
     int questions = 0;
-  };
-  const Case cases[] = {
-      {"1,234.57", "-0.5", nullptr, ".,"}, {"1.234,57", "-0,5", nullptr, ",."},
-      {"1234.57", "-0.5", nullptr, ".,"},  {"1\u202F234,57", "\u22120,5", nullptr, ", "},
-      {"", "-0.5", nullptr, ". "},         {"1234,57", "-0,5", nullptr, ",."},
-      {"1,234.57", "-.5", ";", ";,", 1},   {"1,234.57", "", nullptr, ".,", 3},
-      {"1,234.57", "-.5", "5", ".,", 3},   {"1.234,57", "-0\u066B5", ",", ",.", 1}};
-  for (const Case& each : cases) {
-    int questions = 0;
-    const NumberPunctuation found = GetDecimalSeparators(each.grouped, each.half, [&] {
+    const NumberPunctuation found = GetDecimalSeparators(each[0], each[1], [&] {
       ++questions;
-      return each.answer ? std::optional<std::string>(each.answer) : std::nullopt;
+      return each[2].empty() ? std::nullopt : std::optional(each[2]);
     });
-    EXPECT_EQ(std::string({found.DecimalPoint, found.ListPoint}), each.wanted) << each.half;
-    EXPECT_EQ(questions, each.questions) << each.half;
+    EXPECT_EQ(std::string({found.DecimalPoint, found.ListPoint}), each[3]) << each[1];
+    EXPECT_EQ(std::to_string(questions), each[4]) << each[1];
   }
 }
 

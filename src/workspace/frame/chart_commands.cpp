@@ -3,6 +3,7 @@
 #include "workspace/chart/chart_files.h"
 #include "workspace/chart/look_choice.h"
 #include "workspace/format/format_dialog.h"
+#include "workspace/qt/qt_text.h"
 
 namespace tavlo {
 
@@ -63,7 +64,7 @@ PrintJob ChartCommands::job() {
       const QAbstractItemModel* fits = windows_.panel(index).grid().model();
       return table_job({title, fits, fits->rowCount(), false});
     }
-    case 'L': return text_job(title, windows_.log().toPlainText());
+    case 'L': return text_job(title, to_qt(program_.session.project.log.plain()));
     default: return chart_job(title, chart().drawing());
   }
 }

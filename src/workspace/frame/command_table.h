@@ -17,6 +17,7 @@ inline constexpr int separator = 0;
 inline constexpr int new_project = 1;
 inline constexpr int print = 7;
 inline constexpr int print_preview = 8;
+inline constexpr int options = 10;
 inline constexpr int select_all = 13;
 inline constexpr int cut = 14;
 inline constexpr int copy = 15;
@@ -28,6 +29,7 @@ inline constexpr int tile_block = 39;
 // Those that have no number in the menus of old.
 inline constexpr int calculate = 101;
 inline constexpr int sub_populations = 102;
+inline constexpr int import_data = 103;
 inline constexpr int format_chart = 110;
 inline constexpr int zoom_in = 111;
 inline constexpr int zoom_back = 112;

@@ -9,6 +9,8 @@
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "actions/work.h"
+#include "files/plain_lines.h"
+#include "workspace/data/import_dialog.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -24,11 +26,11 @@ QString menu_text(const std::string& text) {
 
 }  // namespace
 
-FileCommands::FileCommands(Program& program, QWidget& frame, std::function<void()> show_work)
+FileCommands::FileCommands(Program& program, QWidget& frame, FileViews views)
     : program_(program),
       session_(program.session),
       frame_(frame),
-      show_work_(std::move(show_work)),
+      views_(std::move(views)),
       copies_(program.timer.every(milliseconds_between_copies, [this] {
         finish_copies(session_, false);
         if (!session_.copy) keep_copy(session_, CopyReason::current);
@@ -43,7 +45,7 @@ void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
 
 void FileCommands::begin_work(std::function<bool()> act) {
   QTimer::singleShot(0, &frame_, program_.commands.slot([this, act = std::move(act)] {
-    if (act()) show_work_();
+    if (act()) views_.show_work();
   }));
 }
 
@@ -62,7 +64,38 @@ void FileCommands::open_path(const std::string& path) {
   begin_work([this, path] { return open_project(session_, path); });
 }
 
-void FileCommands::save() { save_project(session_); }
+void FileCommands::save() { save_project(session_, views_.current_set()); }
+
+void FileCommands::import() {
+  begin_work([this] {
+    const auto name = session_.ports.prompts.choose_file(
+        {.title = "Import",
+         .filter = "Data (*.txt;*.csv;*.tsv;*.dat)|*.txt;*.csv;*.tsv;*.dat|All (*.*)|*.*"});
+    if (name && !name->empty()) preview_import(*name, false);
+    return false;
+  });
+}
+
+// Projects may be larger than data files; they are known by their name before they are read.
+void FileCommands::take_file(const std::string& path) {
+  if (lower_case(path).ends_with(".tavlo")) return open_path(path);
+  begin_work([this, path] {
+    preview_import(path, true);
+    return false;
+  });
+}
+
+void FileCommands::preview_import(const std::string& path, bool may_open) {
+  auto file = std::make_unique<ImportFile>();
+  if (!file->load(session_, path)) return;
+  if (!file->is_to_be_opened())
+    return ImportDialog::run({session_, program_.commands, program_.progress}, std::move(file),
+                             views_.show_set, &frame_);
+  if (may_open) return open_path(path);
+  session_.ports.prompts.show(
+      {"Import", path + "\nThis is a project or a file of another program.  File > Open opens it.",
+       BoxIcon::information, BoxButtons::ok});
+}
 
 void FileCommands::fill_recent(QMenu& menu) {
   menu.clear();
@@ -98,7 +131,7 @@ bool FileCommands::may_leave() {
   const BoxAnswer answer = session_.ports.prompts.show(
       {"Tavlo", "Save the changes of " + project_title(session_) + " before you leave?",
        BoxIcon::question, BoxButtons::yes_no_cancel});
-  if (answer == BoxAnswer::yes) return save_project(session_);
+  if (answer == BoxAnswer::yes) return save_project(session_, views_.current_set());
   if (answer != BoxAnswer::no) return false;
   keep_copy(session_, CopyReason::replaced);
   finish_copies(session_, true);

@@ -11,10 +11,16 @@
 
 namespace tavlo {
 
+/// What the frame does for files.
+struct FileViews {
+  std::function<void()> show_work;    ///< lays out a project that has just taken its place
+  std::function<void(int)> show_set;  ///< shows a data set that has come
+  std::function<int()> current_set;   ///< the data set that the person works on
+};
+
 class FileCommands {
  public:
-  /// `show_work` lays out the windows of a project that has just taken another one's place.
-  FileCommands(Program& program, QWidget& frame, std::function<void()> show_work);
+  FileCommands(Program& program, QWidget& frame, FileViews views);
 
   /// Fills the submenus of recent files and of copies whenever the file menu is opened.
   void attach(QMenu& file, QMenu& recent, QMenu& recovery);
@@ -23,6 +29,12 @@ class FileCommands {
   void open();
   void open_path(const std::string& path);
   void save();
+
+  /// Asks for a data file, shows how it will be read, and adds its rows as a data set.
+  void import();
+
+  /// A file that was dropped: projects are opened, other data imported.
+  void take_file(const std::string& path);
 
   /// Before the program ends: asks about unsaved changes. False to stay.
   bool may_leave();
@@ -33,13 +45,14 @@ class FileCommands {
  private:
   /// Later, since windows may not end inside an event of their own.
   void begin_work(std::function<bool()> act);
+  void preview_import(const std::string& path, bool may_open);
   void fill_recent(QMenu& menu);
   void fill_recovery(QMenu& menu);
 
   Program& program_;
   Session& session_;
   QWidget& frame_;
-  std::function<void()> show_work_;
+  FileViews views_;
   std::unique_ptr<RunningTimer> copies_;
 };
 

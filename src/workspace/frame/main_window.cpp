@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QStatusBar>
 #include <QTimer>
+#include <QUrl>
 
 #include "actions/announce.h"
 #include "actions/clipboard_text.h"
@@ -22,11 +24,22 @@
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
+#include "workspace/frame/options_dialog.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/own_store.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
+
+namespace {
+
+/// The path of one file of this computer; empty for anything else.
+QString dropped_file(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return urls.size() == 1 ? urls[0].toLocalFile() : QString();
+}
+
+}  // namespace
 
 MainWindow::MainWindow(Program& program)
     : program_(program),
@@ -34,10 +47,13 @@ MainWindow::MainWindow(Program& program)
       tree_dock_(tr("Project")),
       windows_(program),
       charts_(program, windows_, *this),
-      files_(program, *this, [this] { show_work(); }),
+      files_(program, *this,
+             {[this] { show_work(); }, [this](int index) { show_set(index); },
+              [this] { return windows_.current_index(); }}),
       busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
   setCentralWidget(&windows_);
+  setAcceptDrops(true);
   program_.prompts.set_parent(this);
   set_up_tree();
   set_up_status_bar();
@@ -194,8 +210,12 @@ void MainWindow::DoCommand(int id) {
 
 void MainWindow::add_data_and_fit() {
   add_data_set(session_);
+  show_set(session_.project.data.bound());
+}
+
+void MainWindow::show_set(int index) {
   announce(session_);
-  open_child(QStringLiteral("D%1").arg(session_.project.data.bound()));
+  open_child(QStringLiteral("D%1").arg(index));
 }
 
 void MainWindow::add_chart() {
@@ -240,8 +260,8 @@ void MainWindow::copy() {
   } else if (const int chart = windows_.focused_chart()) {
     const DrawingRecord& drawing = windows_.chart(chart).drawing();
     CopyClipChart(session_, make_metafile_drawing(session_, chart), painted_forms(drawing));
-  } else if (windows_.log().hasFocus()) {
-    windows_.log().copy();
+  } else if (windows_.log().hasFocus() && windows_.log().textCursor().hasSelection()) {
+    session_.ports.clipboard.set_text(windows_.log().selected());
   }
 }
 
@@ -309,6 +329,12 @@ void MainWindow::show_about() {
        BoxIcon::information, BoxButtons::ok});
 }
 
+void MainWindow::show_options() {
+  note_bars();
+  OptionsDialog::run(
+      session_, program_.commands, [this] { show_bars(); }, this);
+}
+
 void MainWindow::open_child(const QString& node_key) {
   if (ChildWindow* child = windows_.child(node_key)) child->bring_to_front();
 }
@@ -354,9 +380,27 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   if (event->isAccepted()) end_program();
 }
 
-void MainWindow::end_program() {
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (!dropped_file(*event->mimeData()).isEmpty() && !program_.is_busy())
+    event->acceptProposedAction();
+}
+
+// The source keeps its file: a drop is always a copy.
+void MainWindow::dropEvent(QDropEvent* event) {
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  end_edits();
+  files_.take_file(from_qt(dropped_file(*event->mimeData())));
+}
+
+/// A person may have hidden one by its own button.
+void MainWindow::note_bars() {
   session_.settings.ProjectTree = !tree_dock_.isHidden();
   session_.settings.StatusBar = !statusBar()->isHidden();
+}
+
+void MainWindow::end_program() {
+  note_bars();
   if (const auto store = own_store(session_.places)) {
     store->setValue(store_key::geometry, saveGeometry());
     store->setValue(store_key::bars, saveState());

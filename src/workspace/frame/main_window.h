@@ -72,9 +72,12 @@ class MainWindow : public QMainWindow {
   void open_child(const QString& node_key);
   void show_tree();
   void show_about();
+  void show_options();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void set_up_tree();
@@ -84,11 +87,13 @@ class MainWindow : public QMainWindow {
   void connect_views();
   void follow_records();
   void finish_command();
+  void note_bars();
   void end_program();
   void end_edits();
   void rename_record(const QString& key, const QString& title);
 
   void show_work();
+  void show_set(int index);
   void show_state();
 
   Program& program_;

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "chart/chart_world.h"
+#include "chart/scales/plot_coordinates.h"
 #include "project/chart_looks.h"
 #include "project/chart_types.h"
 

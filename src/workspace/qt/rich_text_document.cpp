@@ -1,0 +1,235 @@
+#include "workspace/qt/rich_text_document.h"
+
+#include <QTextBlock>
+#include <QTextDocumentFragment>
+#include <QTextTable>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+// What a format can't tell, or not exactly.
+constexpr int half_points_property = QTextFormat::UserProperty;
+constexpr int font_property = QTextFormat::UserProperty + 1;
+constexpr int edges_property = QTextFormat::UserProperty + 2;
+
+constexpr std::size_t most_cells = 20'000;
+constexpr double own_half_points = TextStyle{}.half_points;
+
+/// Adds what it is shown at a document's end.
+class DocumentAppender : public RichTextVisitor {
+ public:
+  explicit DocumentAppender(QTextDocument& document);
+
+  void text(std::string_view text, const TextStyle& style, const std::string& font) override;
+  void line_end() override { add(QStringLiteral("\n"), {}); }
+  void begin_row(std::span<const int> right_edges) override;
+  void end_cell() override;
+  void end_row() override;
+
+  /// Adds a table that is not yet ended.
+  void end_table();
+
+ private:
+  struct Piece {
+    QString text;
+    QTextCharFormat format;
+  };
+  using Cell = std::vector<Piece>;
+
+  QTextCharFormat format_of(const TextStyle& style, const std::string& font) const;
+  QTextTableFormat table_format() const;
+  void add(const QString& text, const QTextCharFormat& format);
+
+  QTextCursor end_;
+  double own_size_;                      ///< points of the log's own style
+  std::vector<int> edges_;               ///< of the table at work
+  std::vector<std::vector<Cell>> rows_;  ///< the last may be begun
+  bool in_row_ = false;
+  bool in_line_ = false;  ///< in a row that is shown as a line
+  std::size_t cells_ = 0;
+};
+
+DocumentAppender::DocumentAppender(QTextDocument& document)
+    : end_(&document), own_size_(document.defaultFont().pointSizeF()) {
+  end_.movePosition(QTextCursor::End);
+}
+
+void DocumentAppender::text(std::string_view text, const TextStyle& style,
+                            const std::string& font) {
+  add(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), format_of(style, font));
+}
+
+QTextCharFormat DocumentAppender::format_of(const TextStyle& style, const std::string& font) const {
+  QTextCharFormat format;
+  if (style.bold) format.setFontWeight(QFont::Bold);
+  if (style.italic) format.setFontItalic(true);
+  if (style.underline) format.setFontUnderline(true);
+  if (style.colour != automatic_colour) format.setForeground(QColor::fromRgb(style.colour));
+  if (style.half_points != TextStyle{}.half_points) {
+    format.setFontPointSize(own_size_ * style.half_points / own_half_points);
+    format.setProperty(half_points_property, style.half_points);
+  }
+  if (style.font != 0) {
+    format.setFontFamilies({to_qt(font)});
+    format.setProperty(font_property, to_qt(font));
+  }
+  return format;
+}
+
+void DocumentAppender::add(const QString& text, const QTextCharFormat& format) {
+  if (in_row_) {
+    rows_.back().back().push_back({text, format});
+  } else {
+    if (!in_line_) end_table();
+    end_.insertText(text, format);
+  }
+}
+
+void DocumentAppender::begin_row(std::span<const int> right_edges) {
+  if (!std::ranges::equal(right_edges, edges_)) end_table();
+  edges_.assign(right_edges.begin(), right_edges.end());
+  cells_ += edges_.size();
+  in_line_ = cells_ > most_cells;
+  if (in_line_) return end_table();
+  in_row_ = true;
+  rows_.emplace_back().emplace_back();
+}
+
+void DocumentAppender::end_cell() {
+  if (in_line_) return add(QStringLiteral("\t"), {});
+  rows_.back().emplace_back();
+}
+
+void DocumentAppender::end_row() {
+  if (in_line_) add(QStringLiteral("\n"), {});
+  in_row_ = false;
+  in_line_ = false;
+}
+
+void DocumentAppender::end_table() {
+  const auto rows = std::exchange(rows_, {});
+  if (rows.empty()) return;
+  QTextTable* const table = end_.insertTable(static_cast<int>(rows.size()),
+                                             static_cast<int>(edges_.size()), table_format());
+  for (int row = 0; row < table->rows(); ++row)
+    for (int column = 0; column < table->columns(); ++column) {
+      QTextCursor cell = table->cellAt(row, column).firstCursorPosition();
+      for (const Piece& piece :
+           rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)])
+        cell.insertText(piece.text, piece.format);
+    }
+  end_.movePosition(QTextCursor::End);
+}
+
+QTextTableFormat DocumentAppender::table_format() const {
+  // On a screen of the usual 96 dots an inch, with letters of the log's own size.
+  const double pixels_of_a_twip = 96.0 / 1440.0 * 2 * own_size_ / own_half_points;
+  QTextTableFormat format;
+  QList<QTextLength> widths;
+  QVariantList edges;
+  int left = 0;
+  for (const int edge : edges_) {
+    widths.append(QTextLength(QTextLength::FixedLength, (edge - left) * pixels_of_a_twip));
+    edges.append(edge);
+    left = edge;
+  }
+  format.setColumnWidthConstraints(widths);
+  format.setProperty(edges_property, edges);
+  format.setCellSpacing(0);
+  format.setBorder(0);
+  return format;
+}
+
+/// Collects a document that DocumentAppender has made, or a part of one.
+class DocumentReader {
+ public:
+  RichText read(const QTextDocument& document);
+
+ private:
+  void read(QTextFrame::iterator at);
+  void read(const QTextTable& table);
+  void read(const QTextBlock& block);
+  TextStyle style_of(const QTextCharFormat& format);
+
+  RichTextContent content_;
+};
+
+RichText DocumentReader::read(const QTextDocument& document) {
+  read(document.rootFrame()->begin());
+  return RichText(std::move(content_));
+}
+
+// Qt has an empty block in front of each table and behind it.
+void DocumentReader::read(QTextFrame::iterator at) {
+  bool is_behind_block = false;
+  for (; !at.atEnd(); ++at) {
+    if (const auto* const table = qobject_cast<QTextTable*>(at.currentFrame())) {
+      read(*table);
+      is_behind_block = false;
+    } else if (at.currentBlock().isValid()) {
+      if (is_behind_block) content_.add("\n", {});
+      read(at.currentBlock());
+      is_behind_block = true;
+    }
+  }
+}
+
+void DocumentReader::read(const QTextTable& table) {
+  std::vector<int> edges;
+  for (const QVariant& edge : table.format().property(edges_property).toList())
+    edges.push_back(edge.toInt());
+  // A part of the columns: nobody knows which.
+  if (std::ssize(edges) != table.columns()) edges.clear();
+  for (int row = 0; row < table.rows(); ++row) {
+    content_.begin_row();
+    for (int column = 0; column < table.columns(); ++column) {
+      read(table.cellAt(row, column).begin());
+      content_.end_cell();
+    }
+    content_.end_row(edges);
+  }
+}
+
+void DocumentReader::read(const QTextBlock& block) {
+  for (auto at = block.begin(); !at.atEnd(); ++at)
+    content_.add(from_qt(at.fragment().text()), style_of(at.fragment().charFormat()));
+}
+
+TextStyle DocumentReader::style_of(const QTextCharFormat& format) {
+  TextStyle style;
+  style.bold = format.fontWeight() >= QFont::Bold;
+  style.italic = format.fontItalic();
+  style.underline = format.fontUnderline();
+  if (format.hasProperty(half_points_property))
+    style.half_points = static_cast<std::uint16_t>(format.intProperty(half_points_property));
+  if (format.hasProperty(font_property))
+    style.font = content_.font(from_qt(format.stringProperty(font_property)));
+  if (format.foreground().style() != Qt::NoBrush)
+    style.colour = format.foreground().color().rgb() & 0xFFFFFF;
+  return style;
+}
+
+}  // namespace
+
+void append_rich_text(QTextDocument& document, const RichText& text) {
+  DocumentAppender appender(document);
+  QTextCursor change(&document);
+  change.beginEditBlock();  // laid out once, at the end
+  text.visit(appender);
+  appender.end_table();
+  change.endEditBlock();
+}
+
+RichText rich_text_of(const QTextCursor& selection) {
+  QTextDocument part;
+  QTextCursor(&part).insertFragment(selection.selection());
+  return DocumentReader().read(part);
+}
+
+}  // namespace tavlo
