@@ -82,8 +82,10 @@ std::map<std::string, DrawingRecord> all_kinds_of_charts() {
     for (int i = 1; i <= 300; ++i) points.push_back({0.001 * i * i});
     here.show(test::ranked(points));
     here.show(test::fit_of(code, {{1, 1, 1, 0, 1}}));
-    for (int item = chart_item::main_title; code == 98 && item <= chart_item::y_title; ++item) {
-      here.chart().Boxes(item).Text2 = "A long title of a chart " + std::string(5000, 'W');
+    for (int item = chart_item::main_title; item <= chart_item::y_title; ++item) {
+      here.chart().Boxes(item).Text2 =
+          "A long title of a chart " +
+          std::string(code == 98 ? 5000 : static_cast<std::size_t>(code) / 10, 'W');
       here.chart().Boxes(item).Fill = 1;
     }
     charts["labels_" + std::to_string(code)] = here.draw_metafile();
