@@ -81,11 +81,19 @@ TEST_F(DialogsByKeys, OptionsActAtOnceAndCancelChangesNothing) {
   EXPECT_EQ(session().settings.DigitsParBox, 15);
   EXPECT_TRUE(wait_until([&] { return shown_rank().size() == 10; })) << shown_rank().toStdString();
   EXPECT_FALSE(widget("dock_Project").isVisible() || window.statusBar()->isVisible());
+  const QTemporaryDir program_folder;
+  write(program_folder, "vkl07 Deutsch.TXT", "\n\n\n");
+  session().places.ProgramPath = program_folder.path().toStdString();
   ask_for({"alt+f", "l"}, "frm_Options");
   toggle("alt+i", "chk_Opt_0");
   toggle("alt+a", "chk_Opt_2");
   toggle("alt+b", "chk_Fit_0");
+  person.press({"alt+n", "End"});
+  ASSERT_TRUE(wait_until([&] {
+    return widget("cbo_Language").property("currentText") == QStringLiteral("7: vkl07 Deutsch");
+  }));
   close_with("Return", "frm_Options");
+  EXPECT_EQ(session().settings.Language, 7);
   EXPECT_TRUE(widget("dock_Project").isVisible() && window.statusBar()->isVisible());
   EXPECT_TRUE(wait_until([&] { return !session().project.data(1).is_read(); })) << "other ranks";
 }

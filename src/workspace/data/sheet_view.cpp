@@ -106,7 +106,15 @@ void SheetView::set_up_edit_box() {
 void SheetView::refresh() {
   if (!sheet_.editing()) close_edit_box();
   model_.refresh();
+  make_room_for_ranks();
   show_current_cell();
+}
+
+/// Ranks may be shown with more digits than before.
+void SheetView::make_room_for_ranks() {
+  constexpr int column = sheet_column::y - 1;
+  if (const int wanted = sizeHintForColumn(column); wanted > columnWidth(column))
+    setColumnWidth(column, wanted);
 }
 
 void SheetView::show_current_cell() {

@@ -61,6 +61,7 @@ class SheetView : public QTableView {
   void cancel_edit();
   void close_edit_box();
   bool edit_key(QKeyEvent& key);
+  void make_room_for_ranks();
   void show_current_cell();
   void show_hint(const QModelIndex& index);
 
