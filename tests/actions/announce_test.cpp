@@ -2,17 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "actions/fit_world.h"
-#include "actions/intake.h"
-#include "actions/new_project.h"
-#include "actions/records.h"
+#include "actions/random_act.h"
 #include "actions/reports.h"
-#include "actions/shown_fits.h"
-#include "actions/undo.h"
 #include "chart/compose/make_chart.h"
-#include "project/plot_rows.h"
 
 namespace tavlo {
 namespace {
@@ -20,22 +13,6 @@ namespace {
 using test::FitWorld;
 
 const std::vector<test::Point> five = {{100}, {200}, {300}, {400}, {500}};
-
-TEST(Announce, AnEditWithSixFitsTellsEachThingOnce) {
-  FitWorld world(five);
-  for (const std::int16_t model : std::array<std::int16_t, 3>{98, 922, 857})
-    for (const std::int16_t method : std::array<std::int16_t, 2>{0, 2}) world.fit(model, method);
-  ASSERT_EQ(world.fits().nFits, 6);
-  add_chart(world.session);
-  announce(world.session);
-  world.views.said.clear();
-  world.session.gDataForm(1)->enter(6, sheet_column::x, "600");
-  announce(world.session);
-  EXPECT_EQ(world.views.said, (std::vector<std::string>{"sheet 1", "grid 1", "age 1", "age 2"}));
-  world.session.gDataForm(1)->enter(7, sheet_column::x, "700");
-  announce(world.session);
-  EXPECT_EQ(world.views.said.size(), 5u) << "fits and charts are out of date as before";
-}
 
 /// What somebody sees who looks only where the program says that something has changed.
 struct Watcher {
@@ -55,37 +32,8 @@ struct WatchedWorld : FitWorld {
     prompts.accept_all();
     session.history.restart(session.project);
   }
-  void do_at_random(std::mt19937_64& random);
   void look_where_told(Watcher& watcher);
 };
-
-void WatchedWorld::do_at_random(std::mt19937_64& random) {
-  const auto pick = [&](int to) { return static_cast<int>(random() % std::uint64_t(to)) + 1; };
-  const int set = pick(session.project.data.bound());
-  const int fits = std::max(session.project.fits(set).nFits, 1);
-  switch (pick(12)) {
-    case 1:
-    case 2: session.gDataForm(set)->enter(pick(7), 1, std::to_string(pick(900))); break;
-    case 3: rename_data(session, set, "Pump " + std::to_string(pick(9))); break;
-    case 4:
-      if (session.project.data.bound() < 3) add_data_set(session);
-      break;
-    case 5:
-      if (session.project.charts.bound() < 3) add_chart(session);
-      break;
-    case 6: delete_set(session, set); break;
-    case 7: delete_chart(session, pick(session.project.charts.bound())); break;
-    case 8: delete_fit(session, set, pick(fits)); break;
-    case 9: set_shown(session, set, pick(fits), pick(2) == 1); break;
-    case 10: undo(session); break;
-    default: {
-      constexpr std::array<std::int16_t, 3> models = {98, 922, 857};
-      session.gFitForm(set)->nModel = models[random() % 3];
-      session.gFitForm(set)->nMethod = static_cast<std::int16_t>(pick(2) - 1);
-      CheckAndFit(session, set);
-    }
-  }
-}
 
 void WatchedWorld::look_where_told(Watcher& watcher) {
   watcher.charts.resize(static_cast<std::size_t>(session.project.charts.bound()));
@@ -107,9 +55,10 @@ TEST(Announce, WhatIsNotToldHasNotChanged) {
     Watcher watcher;
     world.session.told = {};
     for (int command = 0; command < 60; ++command) {
-      world.do_at_random(random);
-      announce(world.session);
-      end_step(world.session);
+      if (random() % 12 == 0)
+        undo(world.session), announce(world.session);
+      else
+        test::act_at_random(world, random);
       world.look_where_told(watcher);
       for (int i = 1; i <= world.session.project.charts.bound(); ++i)
         ASSERT_TRUE(watcher.charts[static_cast<std::size_t>(i) - 1] ==
@@ -124,83 +73,6 @@ TEST(Announce, WhatIsNotToldHasNotChanged) {
       world.views.said.clear();
     }
   }
-}
-
-struct Rows {
-  FitWorld& world;
-  /// "1:2 1:3*": fit set and number of each row that shows one, a star where it is tied.
-  std::string operator()(int chart = 1) const {
-    const Project& project = world.session.project;
-    std::string text;
-    for (int row = 1; row <= project.charts(chart).nMarkers; ++row) {
-      const ChartMarker& marker = project.charts(chart).Markers(row);
-      const int fits = fit_set_of(project, marker);
-      if (fits == 0) continue;
-      text += (text.empty() ? "" : " ") + std::to_string(fits) + ":" +
-              std::to_string(marker.FitNumber) + (marker.Tied ? "*" : "");
-    }
-    return text;
-  }
-};
-
-TEST(ShownFits, AFitGoesToTheRowOfItsSetAndNeverToOneThatIsTied) {
-  FitWorld world(five);
-  const Rows rows{world};
-  for (const std::int16_t model : std::array<std::int16_t, 3>{98, 922, 857}) world.fit(model);
-  EXPECT_EQ(rows(), "1:3") << "the chart follows the last one";
-  set_shown(world.session, 1, 1, true);
-  EXPECT_EQ(rows(), "1:3 1:1*");
-  EXPECT_NE(shown_colour(world.session, 1, 1), shown_colour(world.session, 1, 3));
-  world.fit(922);
-  EXPECT_EQ(rows(), "1:2 1:1*");
-  world.fit(98);
-  EXPECT_EQ(rows(), "1:2 1:1*") << "it is shown already";
-  add_data_set(world.session);
-  EXPECT_EQ(rows(), "1:2 1:1* 2:1") << "a free row";
-  set_shown(world.session, 1, 2, false);
-  EXPECT_EQ(rows(), "1:0 1:1* 2:1") << "the points stay";
-  EXPECT_EQ(shown_colour(world.session, 1, 2), std::nullopt);
-  set_shown(world.session, 1, 3, true);
-  EXPECT_EQ(rows(), "1:3* 1:1* 2:1");
-  delete_fit(world.session, 1, 2);
-  EXPECT_EQ(rows(), "1:2* 1:1* 2:1") << "the same fits by their new numbers";
-  world.session.project.charts(1).Markers(1).Tied = true;
-  world.fit(922);
-  EXPECT_EQ(rows(), "1:2* 1:1* 2:1 1:3") << "all rows of the set are tied";
-  add_chart(world.session);
-  EXPECT_EQ(rows(2), "1:1 2:1");
-  world.session.settings.ShowLast = false;
-  world.fit(98);
-  EXPECT_EQ(rows(2), "1:1 2:1") << "charts that don't follow";
-  world.session.settings.ShowLast = true;
-  world.fit(857);
-  EXPECT_EQ(rows(2), "1:2 2:1") << "every chart of the set follows";
-  delete_set(world.session, 1);
-  EXPECT_EQ(rows() + " " + rows(2), "1:1 1:1") << "set 2 is set 1 now";
-  add_data_set(world.session);
-  add_data_set(world.session);
-  delete_set(world.session, 2);
-  world.session.gFitForm(2)->nMethod = 1;
-  delete_set(world.session, 1);
-  EXPECT_EQ(world.session.gFitForm(1)->nMethod, 1) << "choices go where their set goes";
-}
-
-TEST(Records, NamesAndDeletionsKeepToTheirLimits) {
-  FitWorld world(five);
-  EXPECT_FALSE(rename_data(world.session, 1, " \t\n"));
-  EXPECT_FALSE(rename_data(world.session, 2, "x"));
-  EXPECT_TRUE(rename_data(world.session, 1, "  Pumps\nof plant 1 "));
-  EXPECT_EQ(world.data().Title, "Pumps of plant 1");
-  rename_fits(world.session, 1, std::string(199, 'a') + "\xC3\xA9");
-  EXPECT_EQ(world.fits().Title, std::string(199, 'a')) << "no half a letter";
-  EXPECT_FALSE(delete_set(world.session, 1)) << "the last one";
-  EXPECT_FALSE(delete_chart(world.session, 1));
-  EXPECT_FALSE(delete_fit(world.session, 1, 1)) << "there is none";
-  mark_saved(world.session);
-  world.session.gDataForm(1)->enter(6, sheet_column::x, "600");
-  EXPECT_TRUE(is_unsaved(world.session));
-  world.session.gDataForm(1)->clear({6, 1, 6, 6});
-  EXPECT_FALSE(is_unsaved(world.session)) << "typed and deleted again";
 }
 
 }  // namespace

@@ -129,23 +129,6 @@ TEST(Drop, ATextOrAFileGoesInAsAPasteDoes) {
   EXPECT_EQ(shown(world), "7|2| 200||1");
 }
 
-TEST(Paste, GoesInFromTheCurrentCellOnAndReplacesWhatStoodThere) {
-  TestWorld world;
-  paste(world, "1x7\n2x7\n3x7");
-  sheet_of(world).go_to(2, sheet_column::x);
-  paste(world, "20\n30\n40");
-  EXPECT_EQ(shown(world), "1|7| 20|1| 30|1| 40|1|");
-  sheet_of(world).go_to(1, sheet_column::fails);
-  paste(world, "5\n6");
-  EXPECT_EQ(shown(world), "1|5| 20|6| 30|1| 40|1|");
-  world.prompts.expect_box(paste_title, "Line 2: \"1/2/2024\" is a date");
-  paste(world, "8\n1/2/2024");
-  EXPECT_EQ(shown(world), "1|5| 20|6| 30|1| 40|1|");
-  sheet_of(world).go_to(1, sheet_column::order);
-  paste(world, "11\t2\t3");
-  EXPECT_EQ(shown(world), "11|2|3 20|6| 30|1| 40|1|") << "order numbers are the program's";
-}
-
 TEST(Copy, PastedBackItIsTheSameData) {
   std::mt19937_64 random(3);
   for (int round = 0; round < 100; ++round) {

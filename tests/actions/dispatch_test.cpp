@@ -15,32 +15,6 @@ using test::FitWorld;
 
 const std::vector<test::Point> five = {{100}, {200}, {300}, {400}, {500}};
 
-TEST(Dispatch, AFitIsStoredShownAndLogged) {
-  FitWorld world(five);
-  world.fit();
-  ASSERT_EQ(world.fits().nFits, 1);
-  EXPECT_EQ(world.record(1).Label, "W/rr");
-  EXPECT_TRUE(is_current(world.record(1), world.data()));
-  EXPECT_EQ(world.session.project.charts(1).Markers(1).FitNumber, 1);
-  EXPECT_EQ(world.session.project.charts(1).Axes(1).ScaleType, 32);
-  announce(world.session);
-  EXPECT_EQ(world.views.said,
-            (std::vector<std::string>{"busy", "ready", "grid 1", "chart 1", "log"}));
-  EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr");
-  EXPECT_EQ(world.grid().text(1, fit_column::fraction), "100");
-  EXPECT_NE(world.log().find("********** Tavlo Fit **********     02:05 pm\nW/rr\tN= 5 /S= 0\n"
-                             "r^2= \t0."),
-            std::string::npos)
-      << world.log();
-
-  const std::string log = world.log();
-  world.views.said.clear();
-  world.fit();
-  EXPECT_EQ(world.log(), log) << "a request that is answered is only shown again";
-  announce(world.session);
-  EXPECT_EQ(world.views.said, std::vector<std::string>()) << "nothing changes";
-}
-
 // On the limits that were chosen for another model half of the points may be outside.
 TEST(Dispatch, AnotherModelEndsAZoomTheSameOneDoesNot) {
   FitWorld world(five);
@@ -102,31 +76,6 @@ TEST(Dispatch, WithSuspensionsInTheLikelihoodAMixtureIsAnotherFit) {
   EXPECT_LT(world.record(2).Quality, world.record(1).Quality);
   EXPECT_EQ(world.grid().text(3, fit_column::model).substr(0, 8), "W5C/MLEc");
   EXPECT_EQ(notes_at(world.session, 1, 3).find("suspensions"), std::string::npos);
-}
-
-TEST(Dispatch, AnOldFitThatIsRefusedOnNewDataShowsNoNumbers) {
-  FitWorld world(five);
-  world.fit(98, 0);
-  world.fit(857, 2);
-  const FitResult old = world.record(1);
-  world.prompts.expect_box("Error: 5", "Median Rank Error: \nRow 1: Data X is 0");
-  world.put({{0}, {200}, {300}});
-  const std::string box_text =
-      "Row 1: Data X is 0, and a time of 0 has no place on a logarithmic axis.\nFit Cancelled";
-  world.prompts.expect_box("Times of 0", box_text);
-  refit_all(world.session, 1, 1);
-  Load_Fit(world.session, 1);
-  EXPECT_EQ(world.record(1).Rows, old.Rows) << "no half-made fit";
-  EXPECT_EQ(world.grid().text(1, fit_column::model), "W/rr (out of date)");
-  EXPECT_EQ(world.grid().text(1, fit_column::quality) + world.grid().text(1, fit_column::shape),
-            "");
-  EXPECT_EQ(notes_at(world.session, 1, 1), "out of date: the data have changed");
-  EXPECT_NE(world.grid().text(2, fit_column::shape), "") << "the Normal takes a time of 0";
-  const Chart chart = world.session.project.charts(1);
-  world.prompts.expect_box("Times of 0", box_text);
-  world.fit(922);
-  EXPECT_EQ(world.session.project.charts(1), chart) << "line and paper are those that stand";
-  EXPECT_EQ(world.fits().nFits, 2) << "a new fit that is refused leaves no trace";
 }
 
 TEST(Dispatch, NegativeTimesAreNamedBeforeASlopeIsAskedFor) {
@@ -206,31 +155,6 @@ TEST(Dispatch, FailureModesAreFittedOneByOneUnderTheirNames) {
   world.data().ModeNames(2) = "seal";
   Load_Fit(world.session, 1);
   EXPECT_EQ(world.grid().text(2, fit_column::sub_population), "seal") << "no ghost";
-}
-
-TEST(Dispatch, AModelThatIsNotThereIsNamed) {
-  FitWorld world(five);
-  world.prompts.expect_box("No such model", "There is no model with the code 99.\nFit Cancelled");
-  world.fit(99);
-  world.prompts.verify();
-  EXPECT_EQ(world.fits().nFits, 0);
-}
-
-// A slope below 1: the likelihood rises as the minimum life comes up to the first failure.
-TEST(Dispatch, ARefusalWithoutABoxStaysInTheLogAndOnTheStatusBar) {
-  std::vector<test::Point> points;
-  for (int i = 1; i <= 30; ++i)
-    points.push_back({1000 * std::pow(-std::log1p(-(i - 0.3) / 30.4), 1 / 0.6)});
-  FitWorld world(points);
-  world.prompts.expect_box("3 Parameter MLE Warning.", "Warning!");
-  world.fit(162, 1);
-  EXPECT_EQ(world.fits().nFits, 0);
-  const std::string words =
-      "W3T/MLE 3 Par refused: the likelihood has no maximum: it goes on rising as t0 nears the "
-      "first failure";
-  EXPECT_TRUE(world.panel().remark.starts_with(words)) << world.panel().remark;
-  EXPECT_TRUE(world.log().ends_with(world.panel().remark + "\n"));
-  EXPECT_EQ(world.views.count("status " + world.panel().remark), 1);
 }
 
 TEST(Dispatch, ACancelledFitLeavesEverythingAlone) {

@@ -2,15 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
-#include "actions/announce.h"
-#include "actions/clipboard_text.h"
-#include "actions/intake.h"
-#include "actions/new_project.h"
-#include "actions/records.h"
-#include "actions/shown_fits.h"
-#include "chart/parts/marks.h"
+#include "actions/random_act.h"
 #include "chart/scales/chart_view.h"
 #include "support/sheet_world.h"
 
@@ -26,41 +18,7 @@ struct UndoWorld : SheetWorld {
     session.history.restart(session.project);
     session.step.clear();
   }
-  void do_at_random(std::mt19937_64& random);
 };
-
-/// What people do, each ended as a command is.
-void UndoWorld::do_at_random(std::mt19937_64& random) {
-  const auto pick = [&](int from, int to) {
-    return from + static_cast<int>(random() % static_cast<std::uint64_t>(to - from + 1));
-  };
-  const int set = pick(1, session.project.data.bound());
-  DataSheet& typed = *session.gDataForm(set);
-  switch (pick(0, 13)) {
-    case 0:
-    case 1:
-    case 2: typed.enter(pick(1, 12), sheet_column::x, std::to_string(pick(1, 999))); break;
-    case 3: typed.enter(pick(1, 12), pick(1, 6), pick(0, 1) ? "word" : ""); break;
-    case 4: typed.clear({pick(1, 6), 0, pick(4, 12), pick(1, 6)}); break;
-    case 5:
-      clipboard.plain = "1" + std::to_string(pick(10, 99)) + "\n200x3\n>300\n";
-      typed.go_to(pick(1, 9), sheet_column::x);
-      PasteClip(session, set);
-      break;
-    case 6: CheckAndFit(session, set); break;
-    case 7: session.project.charts(1).Boxes(chart_item::main_title).Text2 += '!'; break;
-    case 8:
-      if (session.project.data.bound() < 3) add_data_set(session);
-      break;
-    case 9: delete_set(session, set); break;
-    case 10: delete_fit(session, set, 1); break;
-    case 11: rename_fits(session, set, "Fits " + std::to_string(pick(1, 9))); break;
-    case 12: set_shown(session, set, 1, pick(0, 1) == 1); break;
-    default: start_project(session);
-  }
-  announce(session);
-  end_step(session);
-}
 
 TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
   for (std::uint64_t seed = 1; seed <= 20; ++seed) {
@@ -68,7 +26,7 @@ TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
     UndoWorld world;
     std::vector<Project> states{world.session.project};
     for (int command = 0; command < 60; ++command) {
-      world.do_at_random(random);
+      test::act_at_random(world, random);
       if (!(world.session.project == states.back())) states.push_back(world.session.project);
     }
     const std::string log = world.log();
@@ -86,57 +44,6 @@ TEST(Undo, TakenBackToTheStartTheProjectIsTheFirst) {
     EXPECT_FALSE(world.session.history.can_redo());
     EXPECT_GE(world.session.gDataForm.bound(), world.session.project.data.bound());
   }
-}
-
-TEST(Undo, NamesItsStepsAndForgetsWhatWasUndoneAtANewOne) {
-  UndoWorld world;
-  world.clipboard.plain = "100\n200\n";
-  PasteClip(world.session, 1);
-  end_step(world.session);
-  CheckAndFit(world.session, 1);
-  end_step(world.session);
-  EXPECT_EQ(world.session.history.undo_name(), "Fit");
-  undo(world.session);
-  EXPECT_EQ(world.session.history.undo_name(), "Paste");
-  EXPECT_EQ(world.session.history.redo_name(), "Fit");
-  announce(world.session);
-  EXPECT_EQ(world.panel().grd_Fit.rows(), 1) << "the grid follows";
-  world.sheet().enter(3, sheet_column::x, "300");
-  end_step(world.session);
-  EXPECT_FALSE(world.session.history.can_redo());
-  EXPECT_EQ(world.session.history.undo_name(), "Change");
-}
-
-TEST(Undo, AZoomIsNoStep) {
-  UndoWorld world;
-  zoom_to(world.session.project.charts(1), {2, 3}, {0.1, 0.5});
-  end_step(world.session);
-  EXPECT_FALSE(world.session.history.can_undo());
-  world.sheet().enter(1, sheet_column::x, "5");
-  end_step(world.session);
-  undo(world.session);
-  EXPECT_EQ(zoom_depth(world.session.project.charts(1)), 1u);
-  zoom_back(world.session.project.charts(1));
-  end_step(world.session);
-  EXPECT_TRUE(world.session.history.can_redo()) << "a way back of its own";
-}
-
-// A drawing finds the limits that follow the data; also that of a state gone back to.
-TEST(Undo, LimitsAreAStepWhereSomebodySetsThem) {
-  UndoWorld world;
-  const auto chart = [&]() -> Chart& { return world.session.project.charts(1); };
-  zoom_to(chart(), {2, 3}, {0.1, 0.5});
-  end_step(world.session);
-  set_limit(chart(), 0, &ChartAxis::Max, 7);
-  end_step(world.session);
-  ASSERT_TRUE(world.session.history.can_undo());
-  undo(world.session);
-  EXPECT_EQ(zoom_depth(chart()), 1u);
-  end_zoom(chart());
-  take_data_limits(chart().Axes(0), {10, 100});
-  end_step(world.session);
-  EXPECT_TRUE(world.session.history.can_redo());
-  EXPECT_FALSE(world.session.history.can_undo());
 }
 
 TEST(Undo, OfAnEditRanksNothingAgain) {
@@ -198,15 +105,6 @@ TEST(Undo, TheOldestStepsGoWhenTheyTakeTooMuchMemory) {
   }
   while (undo(world.session)) --steps;
   EXPECT_EQ(world.session.project.charts(1).Boxes(chart_item::main_title).Text2, "99");
-}
-
-TEST(Undo, StopsWhileAFitIsUnderWay) {
-  UndoWorld world;
-  world.sheet().enter(1, sheet_column::x, "5");
-  end_step(world.session);
-  world.panel().busy = true;
-  undo(world.session);
-  EXPECT_EQ(world.sheet().last_row(), 1);
 }
 
 }  // namespace

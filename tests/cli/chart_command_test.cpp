@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <set>
 #include <tuple>
 
@@ -145,38 +144,6 @@ TEST_F(SeveralFiles, AreCalledByWhatTellsThemApart) {
     const std::string chart = picture_of(folder, arguments);
     for (const std::string& word : words) EXPECT_NE(chart.find(word), std::string::npos) << word;
   }
-}
-
-// The note at the foot of a chart, for a profile that shows it.
-TEST_F(SeveralFiles, AreNamedWithTheirFolderAtTheFoot) {
-  const std::string factory = folder.read(factory_profile);
-  const std::string here = std::filesystem::canonical(folder.path(".")).string();
-  const std::array<std::string, 3> cases[] = {
-      {"1", "pumps.csv c.wmf", "pumps.csv"},
-      {"1", "./motors.txt old/../old/motors.txt c.wmf", "motors.txt, old/motors.txt"},
-      {"2", "pumps.csv c.wmf", here},
-      {"2", "old/motors.txt c.wmf", here + "/old"},
-      {"1", "- c.wmf < pumps.csv", "standard input"}};
-  for (const auto& [mode, files, note] : cases) {
-    std::string profile = factory;
-    profile.replace(profile.find("2400,0,0", profile.find("Occurrence CDF%")), 8,
-                    "2400," + mode + ",0");
-    folder.write("p.vpr", profile);
-    const std::string chart = picture_of(folder, "--profile p.vpr " + files);
-    EXPECT_NE(chart.find(note), std::string::npos) << files;
-  }
-}
-
-// A title is the file's name; what the code page lacks is a doubt.
-TEST_F(ChartCommand, CharactersThatAMetafileLacksAreNamed) {
-  folder.write("\u03A9", "5\n7\n");
-  const ProgramRun run = folder.run({"chart", "\u03A9", "a.wmf"});
-  EXPECT_EQ(run.code, 0);
-  EXPECT_NE(run.err.find("warning: "), std::string::npos);
-  EXPECT_NE(run.err.find("\u03A9"), std::string::npos);
-  const ProgramRun strict = folder.run({"chart", "\u03A9", "b.wmf", "--strict"});
-  EXPECT_EQ(strict.code, 3);
-  EXPECT_EQ(folder.read("b.wmf"), "");
 }
 
 // Metafiles need no painter. 300 pixels an inch are 11811 a metre, 2E23 in both directions.

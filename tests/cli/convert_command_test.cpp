@@ -8,7 +8,6 @@ namespace tavlo {
 namespace {
 
 using nlohmann::json;
-using test::example;
 using test::ProgramRun;
 
 const std::string foreign = TAVLO_TEST_DATA "/foreign/";
@@ -20,11 +19,6 @@ std::string utf16(const std::string& ascii) {
   std::string text;
   for (const char c : ascii) text += {c, '\0'};
   return text;
-}
-
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-  const std::size_t at = text.find(from);
-  return at == std::string::npos ? "" : text.replace(at, from.size(), to);
 }
 
 /// A folder with one file of each kind.
@@ -107,30 +101,6 @@ TEST_F(EveryFile, KeepsItsRowsThereAndBack) {
     EXPECT_NE(lost.err.find(words), std::string::npos) << lost.err;
 }
 
-// A project that was only read is written as it was; what stood at the place is kept.
-TEST_F(EveryFile, AProjectIsCopiedToTheByte) {
-  folder.write("copy.tavlo", "mine");
-  EXPECT_EQ(run("convert two.tavlo copy.tavlo").err, "");
-  EXPECT_TRUE(folder.read("copy.tavlo") == folder.read("two.tavlo"));
-  EXPECT_EQ(folder.read("copy.tavlo~"), "mine");
-}
-
-TEST_F(EveryFile, AnOutputIsNoInputOfAConversion) {
-  const std::string bytes = folder.read("two.tavlo");
-  folder.write("former~", bytes);
-  folder.write("former", bytes);
-  std::filesystem::create_symlink("two.tavlo", folder.path("link.tavlo"));
-  std::filesystem::create_hard_link(folder.path("two.tavlo"), folder.path("hard"));
-  for (const char* line : {"convert two.tavlo ./two.tavlo", "convert two.tavlo link.tavlo",
-                           "convert hard two.tavlo", "convert - hard < two.tavlo",
-                           "fit link.tavlo --project two.tavlo", "convert former~ former"}) {
-    const ProgramRun refused = run(line);
-    EXPECT_EQ(refused.code, 2) << line;
-    EXPECT_NE(refused.err.find("holds the data"), std::string::npos) << line << refused.err;
-  }
-  EXPECT_TRUE(folder.read("two.tavlo") == bytes);
-}
-
 // What `fit` writes and `chart` draws is the chart that `fit` draws itself; answers that are
 // added to a project leave the others, its chart and its log there.
 TEST_F(EveryFile, AFittedProjectHoldsWhatWasFitted) {
@@ -155,19 +125,6 @@ TEST_F(EveryFile, AFittedProjectHoldsWhatWasFitted) {
   EXPECT_EQ(count("q.tavlo", "\r\nE/rr\r\n"), 1);
   EXPECT_EQ(count("q.tavlo", "\r\nW/rr\r\n"), 1);
   EXPECT_EQ(count("q.tavlo", "\r\nW/MLE\r\n"), 1);
-}
-
-// Ranks that a project calls its own are those of every command, whatever --ranks says.
-TEST_F(EveryFile, OwnRanksOfAProjectStay) {
-  folder.write("d", "10\n20\n30\n40\n");
-  run("convert d d.tavlo");
-  const std::string own = replaced(folder.read("d.tavlo"), "\r\n4,0,0,0,128,", "\r\n4,0,0,0,1,");
-  folder.write("own.tavlo", replaced(own, ",10,0.1590909,", ",10,0.25,"));
-  EXPECT_EQ(rows("own.tavlo --ranks exact").at(0).at(0).at("y"), 0.25);
-  EXPECT_NE(rows("d.tavlo --ranks exact"), rows("d.tavlo"));
-  EXPECT_NE(run("fit own.tavlo").out, run("fit d.tavlo").out);
-  const ProgramRun lost = run("convert own.tavlo d.csv");
-  EXPECT_NE(lost.err.find("ranks"), std::string::npos) << lost.err;
 }
 
 // A killed conversion leaves the old file or the new one, and so does its copy; the next one

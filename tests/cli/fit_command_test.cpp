@@ -22,50 +22,6 @@ json fit_of(const ProgramRun& run, std::size_t index = 0) {
   return run.json().at(0).at("fits").at(index);
 }
 
-// Answers published with the data sets: shape, scale, and ln L where given.
-TEST_F(FitCommand, GivesThePublishedAnswers) {
-  struct Case {
-    const char* file;
-    double beta, eta, log_likelihood, units, failures, digits;
-  };
-  const Case cases[] = {{"censored-test.txt", 1.7208, 606.528, -75.1346, 20, 10, 1e-5},
-                        {"ball-bearings.txt", 2.10, 81.88, NAN, 23, 23, 2e-3},
-                        {"remission-6mp.csv", 1.354, 33.77, NAN, 21, 9, 3e-4}};
-  for (const Case& row : cases) {
-    const ProgramRun run = folder.run({"fit", example(row.file), "--method", "mle", "--json"});
-    ASSERT_EQ(run.code, 0) << run.err;
-    const json set = run.json().at(0);
-    EXPECT_EQ(set.at("units"), row.units);
-    EXPECT_EQ(set.at("failures"), row.failures);
-    EXPECT_EQ(set.at("suspensions"), row.units - row.failures);
-    const json fit = set.at("fits").at(0);
-    EXPECT_LT(relative_difference(fit.at("rows")[0].at("beta"), row.beta), row.digits);
-    EXPECT_LT(relative_difference(fit.at("rows")[0].at("eta"), row.eta), row.digits);
-    if (!std::isnan(row.log_likelihood)) {
-      EXPECT_LT(relative_difference(fit.at("log_likelihood"), row.log_likelihood), 1e-6);
-    }
-  }
-}
-
-TEST_F(FitCommand, JsonHasItsShape) {
-  folder.write("d", "5\n7\n>9\n");
-  const ProgramRun run =
-      folder.run({"fit", "d", "--method", "rr,mle", "--b-life", "10", "--at", "500", "--json"});
-  ASSERT_EQ(run.code, 0) << run.err;
-  const std::string start =
-      R"({"file":"d","set":"Data1","units":3,"failures":2,"suspensions":1,"fits":[{"model":"W2P",)"
-      R"("code":98,"method":"rr","name":"W/rr","status":1,"quality":)";
-  EXPECT_TRUE(run.out.starts_with(start)) << run.out;
-  EXPECT_TRUE(run.out.ends_with("],\"messages\":[]}\n")) << run.out;
-  const json rr = fit_of(run, 0), mle = fit_of(run, 1);
-  EXPECT_EQ(rr.at("r_squared"), rr.at("quality"));
-  EXPECT_TRUE(rr.at("log_likelihood").is_null());
-  EXPECT_EQ(mle.at("log_likelihood"), mle.at("quality"));
-  EXPECT_TRUE(mle.at("r_squared").is_null());
-  EXPECT_EQ(mle.at("b_life")[0].at("p"), 0.1);
-  EXPECT_EQ(mle.at("at")[0].at("x"), 500);
-}
-
 /// The life that the printed parameters of a fit say.
 Life printed_life(const json& fit) {
   Life life{fit.at("code").get<std::int16_t>(), {}};
@@ -141,36 +97,6 @@ TEST_F(FitCommand, AMixtureTellsItsPopulationsAndHowSureItIs) {
       << "units that still run make life longer";
 }
 
-TEST_F(FitCommand, AWeibayesHasTheSlopeThatWasGiven) {
-  const ProgramRun run = folder.run({"fit", example("censored-test.txt"), "--model", "Wb,E,R",
-                                     "--slope", "2.3456789", "--method", "mle", "--json"});
-  EXPECT_EQ(fit_of(run, 0).at("rows")[0].at("beta"), 2.3456789) << "every digit";
-  EXPECT_EQ(fit_of(run, 1).at("rows")[0].at("beta"), 1) << "the others have their own";
-  EXPECT_EQ(fit_of(run, 2).at("rows")[0].at("beta"), 2);
-}
-
-TEST_F(FitCommand, AFitByModeNamesItsModes) {
-  folder.write("d", "x,fails,mode\n10,1,wear\n20,1,wear\n35,1,wear\n50,2,burst\n60,3,\x1B[31m\n");
-  const ProgramRun run = folder.run({"fit", "d", "--model", "FM,W2P", "--method", "mle", "--json"});
-  const json modes = fit_of(run).at("rows");
-  ASSERT_EQ(modes.size(), 3U) << run.out;
-  EXPECT_EQ(modes[0].at("mode"), "wear");
-  EXPECT_EQ(modes[2].at("code"), "no-spread") << "three failures, at the last time";
-  EXPECT_TRUE(fit_of(run).at("quality").is_null()) << "each mode has its own";
-  EXPECT_EQ(fit_of(run).at("notes").back().at("text"),
-            "the answers for the life as a whole leave out failure mode \x1B[31m");
-  EXPECT_TRUE(modes[2].at("eta").is_null());
-  EXPECT_EQ(fit_of(run, 1).at("rows").size(), 1U);
-  const std::string table = folder.run({"fit", "d", "--model", "FM", "--method", "mle"}).out;
-  EXPECT_NE(table.find("no fit"), std::string::npos) << table;
-  EXPECT_EQ(table.find('\x1B'), std::string::npos) << "a name must not reach the terminal raw";
-  folder.write("d", "x,mode\n50,burst\n");
-  EXPECT_EQ(
-      folder.run({"fit", "d", "--model", "FM"}).out,
-      "d: 1 unit, 1 failure, 0 suspensions\n\n  FM/rr  no fit\n"
-      "  FM/rr: failure mode burst is not fitted: 1 failure found where it takes at least 2\n");
-}
-
 TEST_F(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
   for (const auto& row : test::case_list("refused_fits.txt")) {
     folder.write("d", row[0]);
@@ -191,16 +117,6 @@ TEST_F(FitCommand, ARefusedFitSaysWhyAndTheOthersStand) {
   EXPECT_EQ(fit_of(both, 1).at("status"), 1);
 }
 
-TEST_F(FitCommand, PeopleGetATable) {
-  folder.write("d", "50\n100\n200\n>200\n");
-  const ProgramRun run = folder.run({"fit", "d", "--method", "mle,rr", "--b-life", "10"});
-  EXPECT_EQ(run.out,
-            "d: 4 units, 3 failures, 1 suspension\n\n"
-            "  Fit          eta     beta  r squared    ln L      B10\n"
-            "  W2P/mle  175.439  1.78725             -18.09  49.8075\n"
-            "  W2P/rr   196.073  1.24749   0.984525          32.2841\n");
-}
-
 // Several files and models are at work at the same time; what is printed is in order, and
 // the same as one by one.
 TEST_F(FitCommand, ManyFilesGiveWhatEachGivesAlone) {
@@ -216,33 +132,6 @@ TEST_F(FitCommand, ManyFilesGiveWhatEachGivesAlone) {
   EXPECT_EQ(all.json().size(), 6U);
   EXPECT_EQ(all.out, alone.out);
   EXPECT_EQ(all.err, alone.err);
-}
-
-TEST_F(FitCommand, WritesTheLogInBothForms) {
-  folder.write("d", "50\n100\n");
-  for (const char* log : {"log.txt", "log.rtf"})
-    ASSERT_EQ(folder.run({"fit", "d", "d", "--log", log}).code, 0);
-  const std::string plain = folder.read("log.txt");
-  const std::size_t first = plain.find("W/rr\tN= 2 /S= 0");
-  EXPECT_NE(first, std::string::npos) << plain;
-  EXPECT_NE(plain.find("W/rr\tN= 2", first + 1), std::string::npos) << plain;
-  EXPECT_TRUE(folder.read("log.rtf").starts_with("{\\rtf1"));
-}
-
-// Two failures: exact median ranks 1 - 2^(-1/2) and 2^(-1/2), Benard's 0.7/2.4
-// and 1.7/2.4.
-TEST_F(FitCommand, RankGivesBothKindsOfRanks) {
-  folder.write("d.csv", "x,mode\n54.3,wear\n12,\n");
-  const json rows = folder.run({"rank", "d.csv", "--ranks", "exact", "--json"}).json()[0]["rows"];
-  EXPECT_NEAR(rows[0].at("y"), 1 - std::sqrt(0.5), 1e-7);
-  EXPECT_NEAR(rows[1].at("y"), std::sqrt(0.5), 1e-7);
-  EXPECT_EQ(rows[1].at("x"), 54.3);
-  EXPECT_EQ(rows[1].at("mode"), "wear");
-  EXPECT_EQ(folder.run({"rank", "d.csv"}).out,
-            "d.csv: 2 units, 2 failures, 0 suspensions\n\n"
-            "     X  Fails  Susps       Y %  Mode\n"
-            "    12      1      0  29.1667%\n"
-            "  54.3      1      0  70.8333%  wear\n");
 }
 
 }  // namespace

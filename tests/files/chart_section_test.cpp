@@ -53,30 +53,6 @@ TEST(ChartSection, FactoryChartIsTheGoldenFile) {
   EXPECT_EQ(factory_section(), golden);
 }
 
-// A type's rules beyond the fields hang on its name.
-TEST(ChartSection, AChartOfATypeIsOneWhenItIsReadBack) {
-  for (const char* const type : chart_types()) {
-    const Chart written = chart_of_type(type);
-    Chart chart;
-    EXPECT_FALSE(read(*section_of(written), chart));
-    EXPECT_EQ(chart, written) << type;
-  }
-}
-
-// Only the very last text may be cut without being missed.
-TEST(ChartSection, CutAtAnyByteIsAFaultAndChangesNothing) {
-  const std::string whole = factory_section();
-  const std::size_t last_line = whole.size() - std::string("Standard\r\n").size();
-  const Chart before = fuStandard_Chart();
-  for (std::size_t size = 0; size <= whole.size(); ++size) {
-    Chart chart = before;
-    chart.UniqueId = 77;
-    const auto fault = read(whole.substr(0, size), chart);
-    ASSERT_EQ(fault.has_value(), size <= last_line) << size;
-    ASSERT_EQ(chart.UniqueId, fault ? 77 : 0) << size;
-  }
-}
-
 TEST(ChartSection, MutatedFilesKeepTheLaw) {
   const std::string whole = factory_section();
   std::mt19937_64 random(9);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "project/fit_records.h"
 #include "support/case_list.h"
@@ -14,14 +15,9 @@
 namespace tavlo {
 namespace {
 
-using test::bytes_of;
-using test::lines_of;
 using test::random_project;
 using test::RandomNumbers;
-using test::Singles;
 using test::small_project;
-
-constexpr int projects = 60;
 
 std::string written(const Project& project) {
   ProjectBytes made;
@@ -44,122 +40,6 @@ std::string one_line(std::string text) {
   return text;
 }
 
-/// What each record is in the file.
-template <class Lines, class Records>
-std::vector<Lines> each_of(const Records& records, int from,
-                           Lines (*lines)(const decltype(records(0)))) {
-  std::vector<Lines> made;
-  for (int i = from; i <= records.bound(); ++i) made.push_back(lines(records(i)));
-  return made;
-}
-
-test::ItemLines item_lines(const ChartItem& item) {
-  Singles points;
-  for (int i = 0; i <= item.nPoints; ++i)
-    points.insert(points.end(), {item.PointsX(i), item.PointsY(i)});
-  return {
-      {item.FontBold, item.FontItalic, item.FontUnderline, item.Flag4, item.Flag5, item.Flag6},
-      item.FontSize,
-      {item.FillColor, item.LineColor, item.LineStyle, item.LineWidth, item.Color5, item.TextColor,
-       item.Value7, item.Value8, item.Value9, item.Height, item.Left, item.Top, item.Width},
-      {item.Mode, item.Fill, item.Int3, item.Int4, item.Int5},
-      points,
-      {item.FontName, one_line(item.Text1), one_line(item.Text2)}};
-}
-
-test::AxisLines axis_lines(const ChartAxis& axis) {
-  return {{axis.AutoMax, axis.AutoMin},
-          {axis.Max, axis.Min},
-          {axis.MajorColor, axis.MinorColor, axis.MajorStyle, axis.MinorStyle, axis.MajorWidth,
-           axis.MinorWidth},
-          axis.ScaleType,
-          item_lines(axis.Label)};
-}
-
-test::MarkerLines marker_lines(const ChartMarker& row) {
-  return {{row.FitNumber, row.FillColor, row.SymbolColor, row.SymbolFill, row.SymbolWidth,
-           row.FitId, row.DataId, row.LineColor, row.LineWidth, row.Color9, row.Long13, row.Long10,
-           row.SymbolStyle, row.LineStyle},
-          {row.Int1, row.Int2, row.Tied, row.Symbol, row.Size},
-          one_line(row.Label)};
-}
-
-test::ChartLines chart_lines(const Chart& chart) {
-  return {chart.Version,
-          chart.UniqueId,
-          {chart.Flag1, chart.Flag2},
-          chart.SubPopulations,
-          {chart.DataIds.begin(), chart.DataIds.end()},
-          {chart.FitIds.begin(), chart.FitIds.end()},
-          each_of(chart.Axes, 0, axis_lines),
-          each_of(chart.Boxes, 0, item_lines),
-          each_of(chart.Markers, 0, marker_lines),
-          each_of(chart.Texts, 0, item_lines),
-          {one_line(chart.Name), chart.DateFormat, chart.Profile}};
-}
-
-std::vector<test::InspectionLines> inspection_lines(const InspectionList& list) {
-  std::vector<test::InspectionLines> lines;
-  for (int i = 0; i <= list.Last; ++i)
-    lines.push_back({{list.Times(i), list.Counts(i)}, list.Flags(i)});
-  return lines;
-}
-
-test::ProfileLines profile_lines(const WarrantyProfile& profile) {
-  test::ProfileLines lines{one_line(profile.Title), profile.Spare, profile.Kind, {}};
-  const std::ptrdiff_t columns = profile.Cols + 1;
-  for (auto row = profile.Table.begin(); row != profile.Table.end(); row += columns)
-    lines.table.emplace_back(row, row + columns);
-  return lines;
-}
-
-test::PointLines point_lines(const SheetRow& row, std::int32_t number, float rank) {
-  const bool no_time = !row.has(sheet_column::x) && (row.failures > 0 || row.suspensions > 0);
-  return {{row.failures, row.suspensions},
-          {row.time, rank},
-          number,
-          {row.mode, static_cast<std::int16_t>(no_time ? row.spare | 1 : row.spare)},
-          one_line(row.text(sheet_column::comment))};
-}
-
-/// Rows, the row of sums, and times and ranks of the first and the last failure.
-void add_points(test::DataLines& lines, const DataSet& data, const DataReading& reading) {
-  const int state = data.own_ranks ? 1 : reading.ranks() == RankKind::benard ? 128 : 64;
-  lines.points.push_back({{0, 0}, {0, 0}, state, {0, data.SummarySpare}, ""});
-  std::size_t first = 0, last = 0;
-  for (std::size_t i = 1; i <= data.rows.size(); ++i) {
-    const SheetRow& row = data.rows[i - 1];
-    lines.points.push_back(point_lines(row, static_cast<std::int32_t>(i),
-                                       data.own_ranks ? row.rank : reading.rank_of(i - 1)));
-    if (!row.has(sheet_column::x)) continue;
-    lines.points[0].units[0] += row.failures;
-    lines.points[0].units[1] += row.suspensions;
-    if (row.failures <= 0) continue;
-    if (first == 0 || row.time < lines.points[first].place[0]) first = i;
-    if (last == 0 || row.time >= lines.points[last].place[0]) last = i;
-  }
-  const auto at = [&](std::size_t row, std::size_t i) {
-    return static_cast<double>(lines.points[row].place[i]);
-  };
-  lines.head = {data.Reserved, at(last, 0), at(first, 0), at(last, 1), at(first, 1)};
-}
-
-test::DataLines data_lines(const DataSet& data, bool fits_current) {
-  test::DataLines lines;
-  lines.title = one_line(data.Title);
-  lines.flags = {fits_current, data.Flag2};
-  lines.id = data.UniqueId;
-  lines.changed = data.is_read() ? 0 : 1;
-  lines.scales = {data.XScale, data.YScale};
-  lines.modes = {data.ModeNames.begin(), data.ModeNames.end()};
-  std::transform(lines.modes.begin(), lines.modes.end(), lines.modes.begin(), one_line);
-  const DataReading now(data.rows, data.reading.ranks(), data.own_ranks, data.ModeNames.bound());
-  add_points(lines, data, now);
-  lines.inspection = each_of(data.Inspection, 0, inspection_lines);
-  lines.profiles = each_of(data.Profiles, 0, profile_lines);
-  return lines;
-}
-
 bool is_finite(const FitResult& fit) {
   return std::isfinite(fit.Quality) &&
          std::all_of(fit.Rows.begin(), fit.Rows.end(), [](const FitParam& row) {
@@ -167,88 +47,153 @@ bool is_finite(const FitResult& fit) {
          });
 }
 
-/// A fit that is infinite was not calculated.
-test::FitLines fit_lines(const FitResult& fit, const DataSet& data) {
-  test::FitLines lines;
-  lines.label = fit.Label;
-  lines.ints = {fit.ModelCode, fit.Method, 0};
-  if (!is_finite(fit)) return lines;
-  lines.quality = fit.Quality;
-  lines.ints[2] = is_out_of_date(fit, data) ? 2 : 1;
-  for (int i = 1; i <= fit.nRows; ++i) {
-    const FitParam& row = fit.Rows(i);
-    lines.rows.push_back({{row.Scale, row.Fraction, row.Shape, row.T0}, row.Applies});
+/// What a file of the project has to hold, value by value. A cell that can't be read has no
+/// line of its own: in a comment that the program found for it, the text must be.
+class Expected {
+ public:
+  Expected(const Project& project, bool is_utf8, const std::vector<std::string>& found)
+      : is_utf8_(is_utf8), found_(found) {
+    add(project.charts.bound(), project.data.bound(), project.fits.bound());
+    for (const Chart& each : project.charts) chart(each);
+    for (int i = 1; i <= project.data.bound(); ++i) data(project.data(i), project.fits(i));
+    for (int i = 1; i <= project.fits.bound(); ++i) fit_set(project.fits(i), project.data(i));
+    values.push_back(project.log.rtf());
   }
-  return lines;
-}
 
-test::ProjectLines lines_of(const Project& project, bool utf8) {
-  test::ProjectLines lines;
-  lines.utf8 = utf8;
-  lines.charts = each_of(project.charts, 0, chart_lines);
-  for (int i = 1; i <= project.data.bound(); ++i) {
-    const DataSet& data = project.data(i);
-    const FitSet& from = project.fits(i);
-    test::FitSetLines fits{from.UniqueId, one_line(from.Title), {0, data.UniqueId}, {}};
-    bool current = true;
-    for (int k = 1; k <= from.nFits; ++k) {
-      fits.fits.push_back(fit_lines(from.Fits(k), data));
-      current = current && !is_out_of_date(from.Fits(k), data);
+  std::vector<std::string> values;
+
+ private:
+  template <class... Each>
+  void add(const Each&... each) {
+    (values.push_back(spelt_value(each)), ...);
+  }
+  template <class Value>
+  std::string spelt_value(const Value& value) {
+    if constexpr (std::is_convertible_v<Value, std::string_view>)
+      return test::spelt(one_line(value), is_utf8_);
+    else
+      return test::spelt(value);
+  }
+
+  void item(const ChartItem& item) {
+    add(item.FontBold, item.FontItalic, item.FontUnderline, item.Flag4, item.Flag5, item.Flag6,
+        item.FontSize, item.FillColor, item.LineColor, item.LineStyle, item.LineWidth, item.Color5,
+        item.TextColor, item.Value7, item.Value8, item.Value9, item.Height, item.Left, item.Top,
+        item.Width, item.Mode, item.Fill, item.Int3, item.Int4, item.Int5, item.nPoints);
+    for (int i = 0; i <= item.nPoints; ++i) add(item.PointsX(i), item.PointsY(i));
+    add(item.FontName, item.Text1, item.Text2);
+  }
+
+  void chart(const Chart& chart) {
+    add(chart.Version, chart.UniqueId, chart.Flag1, chart.Flag2, chart.SubPopulations,
+        chart.Axes.bound(), chart.DataIds.bound(), chart.FitIds.bound(), chart.Boxes.bound(),
+        chart.Markers.bound(), chart.Texts.bound());
+    for (const std::int32_t id : chart.DataIds) add(id);
+    for (const std::int32_t id : chart.FitIds) add(id);
+    for (const ChartAxis& axis : chart.Axes) {
+      add(axis.AutoMax, axis.AutoMin, axis.Max, axis.Min, axis.MajorColor, axis.MinorColor,
+          axis.MajorStyle, axis.MinorStyle, axis.MajorWidth, axis.MinorWidth, axis.ScaleType);
+      item(axis.Label);
     }
-    lines.data.push_back(data_lines(data, current));
-    lines.fits.push_back(fits);
+    for (const ChartItem& box : chart.Boxes) item(box);
+    for (const ChartMarker& row : chart.Markers)
+      add(row.FitNumber, row.FillColor, row.SymbolColor, row.SymbolFill, row.SymbolWidth, row.FitId,
+          row.DataId, row.LineColor, row.LineWidth, row.Color9, row.Long13, row.Long10,
+          row.SymbolStyle, row.LineStyle, row.Int1, row.Int2, row.Tied, row.Symbol, row.Size,
+          row.Label);
+    for (const ChartItem& text : chart.Texts) item(text);
+    add(chart.Name, chart.DateFormat, chart.Profile);
   }
-  lines.log = project.log.rtf();
-  return lines;
-}
 
-/// A cell that can't be read is in no line of its own: its text must be in the comment.
-void take_unreadable(test::ProjectLines& expected, const test::ProjectLines& found,
-                     const Project& project) {
-  for (int i = 1; i <= project.data.bound(); ++i)
-    for (std::size_t k = 0; k < project.data(i).rows.size(); ++k) {
-      const SheetRow& row = project.data(i).rows[k];
-      std::string& comment = expected.data[static_cast<std::size_t>(i) - 1].points[k + 1].comment;
-      const int cell = row.unreadable_column();
-      if (cell == 0) continue;
-      const std::string& told =
-          found.data.at(static_cast<std::size_t>(i) - 1).points.at(k + 1).comment;
-      EXPECT_TRUE(told.starts_with(comment)) << told;
-      EXPECT_NE(told.find(one_line(row.text(cell))), told.npos) << told;
-      comment = told;
+  /// Rows behind the row of sums, under extreme times and ranks of the first and last failure.
+  void data(const DataSet& data, const FitSet& fits) {
+    const DataReading now(data.rows, data.reading.ranks(), data.own_ranks, data.ModeNames.bound());
+    const auto rank = [&](std::size_t i) {
+      return data.own_ranks ? data.rows[i].rank : now.rank_of(i);
+    };
+    double failures = 0, suspensions = 0;
+    std::optional<std::size_t> first, last;
+    for (std::size_t i = 0; i < data.rows.size(); ++i) {
+      const SheetRow& row = data.rows[i];
+      if (!row.has(sheet_column::x)) continue;
+      failures += row.failures;
+      suspensions += row.suspensions;
+      if (row.failures <= 0) continue;
+      if (!first || row.time < data.rows[*first].time) first = i;
+      if (!last || row.time >= data.rows[*last].time) last = i;
     }
-}
-
-std::string comments_of(const test::DataLines& lines) {
-  std::string all;
-  for (const test::PointLines& point : lines.points) all += point.comment + "\n";
-  return all;
-}
-
-// What the program writes has the stated form and holds the project; read back and written
-// again it is the same, as it is by the other reader and writer.
-TEST(ProjectFile, HoldsTheProjectInTheStatedLines) {
-  for (int seed = 0; seed < projects && !testing::Test::HasFailure(); ++seed) {
-    SCOPED_TRACE(seed);
-    RandomNumbers random(static_cast<std::uint64_t>(seed));
-    const bool unsaveable = seed % 2 == 1, beyond = seed % 4 >= 2;
-    const Project project =
-        random_project(random, {.beyond_code_page = beyond, .unsaveable = unsaveable});
-    const std::string first = written(project);
-    const test::ProjectLines found = lines_of(first);
-    test::ProjectLines expected = lines_of(project, beyond);
-    take_unreadable(expected, found, project);
-    EXPECT_EQ(first, bytes_of(expected));
-    EXPECT_EQ(first, bytes_of(found));
-    const Project again = read(first);
-    const std::string second = written(again);
-    EXPECT_EQ(written(read(second)), second);
-    EXPECT_EQ(second, unsaveable ? second : first);
-    for (std::size_t i = 0; i < found.data.size(); ++i)
-      EXPECT_EQ(comments_of(lines_of(second).data[i]), comments_of(found.data[i]));
-    EXPECT_EQ(again.log.plain(), project.log.plain());
+    const auto time_at = [&](auto i) { return i ? double{data.rows[*i].time} : 0; };
+    const auto rank_at = [&](auto i) { return i ? double{rank(*i)} : 0; };
+    const bool fits_current =
+        std::none_of(fits.Fits.begin() + 1, fits.Fits.end(),
+                     [&](const FitResult& fit) { return is_out_of_date(fit, data); });
+    add(data.Title, fits_current, data.Flag2, data.Reserved, time_at(last), time_at(first),
+        rank_at(last), rank_at(first), data.UniqueId, static_cast<std::int32_t>(data.rows.size()),
+        data.is_read() ? 0 : 1, data.ModeNames.bound(), data.Inspection.bound(),
+        data.Profiles.bound(), data.XScale, data.YScale, data.ModeNames.bound());
+    if (data.ModeNames.bound() > 0)
+      for (const std::string& name : data.ModeNames) add(name);
+    add(failures, suspensions, 0.0F, 0.0F,
+        data.own_ranks                             ? 1
+        : data.reading.ranks() == RankKind::benard ? 128
+                                                   : 64,
+        0, data.SummarySpare);
+    for (std::size_t i = 0; i < data.rows.size(); ++i) {
+      const SheetRow& row = data.rows[i];
+      const bool no_time = !row.has(sheet_column::x) && (row.failures > 0 || row.suspensions > 0);
+      add(row.failures, row.suspensions, row.time, rank(i), static_cast<std::int32_t>(i + 1),
+          row.mode, no_time ? row.spare | 1 : row.spare);
+    }
+    add("");
+    for (std::size_t i = 0; i < data.rows.size(); ++i) comment(data.rows[i]);
+    lists(data);
   }
-}
+
+  void comment(const SheetRow& row) {
+    add(row.text(sheet_column::comment));
+    if (row.unreadable_column() == 0) return;
+    const std::string& told = found_.at(values.size() - 1);
+    EXPECT_TRUE(told.starts_with(values.back())) << told;
+    add(row.text(row.unreadable_column()));
+    EXPECT_NE(told.find(values.back()), told.npos) << told;
+    values.pop_back();
+    values.back() = told;
+  }
+
+  void lists(const DataSet& data) {
+    for (int i = 0; data.Inspection.bound() > 0 && i <= data.Inspection.bound(); ++i) {
+      const InspectionList& list = data.Inspection(i);
+      add(list.Last);
+      for (int k = 0; k <= list.Last; ++k) add(list.Times(k), list.Counts(k), list.Flags(k));
+    }
+    for (int i = 0; data.Profiles.bound() > 0 && i <= data.Profiles.bound(); ++i) {
+      const WarrantyProfile& profile = data.Profiles(i);
+      add(profile.Title, profile.Spare, profile.Cols, profile.Rows, profile.Kind);
+      for (const double cell : profile.Table) add(cell);
+    }
+  }
+
+  /// A fit that is infinite was not calculated.
+  void fit_set(const FitSet& fits, const DataSet& data) {
+    add(fits.UniqueId, fits.nFits, 1, fits.Title, 0, data.UniqueId);
+    for (int k = 1; k <= fits.nFits; ++k) {
+      const FitResult& fit = fits.Fits(k);
+      const bool there = is_finite(fit);
+      add(there ? fit.Quality : 0, fit.ModelCode, fit.Method,
+          !there                      ? 0
+          : is_out_of_date(fit, data) ? 2
+                                      : 1,
+          there ? fit.nRows : 0, fit.Label);
+      for (int i = 1; there && i <= fit.nRows; ++i) {
+        const FitParam& row = fit.Rows(i);
+        add(row.Scale, row.Fraction, row.Shape, row.T0, row.Applies);
+      }
+    }
+  }
+
+  bool is_utf8_;
+  const std::vector<std::string>& found_;
+};
 
 /// What a file keeps of a fit.
 auto kept(const FitResult& fit, const DataSet& data) {
@@ -257,30 +202,53 @@ auto kept(const FitResult& fit, const DataSet& data) {
                     is_out_of_date(fit, data));
 }
 
-// What was saved is there again: rows, charts, and each fit with what was asked for.
-TEST(ProjectFile, AProjectIsThereAgainWhenItIsRead) {
-  for (int seed = 0; seed < projects && !testing::Test::HasFailure(); ++seed) {
-    SCOPED_TRACE(seed);
-    RandomNumbers random(static_cast<std::uint64_t>(seed));
-    const Project before = random_project(random, {.beyond_code_page = seed % 4 >= 2});
-    const Project after = read(written(before));
-    EXPECT_EQ(after.charts, before.charts);
-    ASSERT_EQ(after.data.bound(), before.data.bound());
-    for (int i = 1; i <= before.data.bound(); ++i) {
-      EXPECT_TRUE(same_content(after.data(i), before.data(i)));
-      const FitSet &fits = before.fits(i), &found = after.fits(i);
-      EXPECT_EQ(std::tuple(found.UniqueId, found.Title, found.DataIds, found.nFits),
-                std::tuple(fits.UniqueId, fits.Title, fits.DataIds, fits.nFits));
-      for (int k = 1; k <= fits.nFits; ++k)
-        EXPECT_EQ(kept(found.Fits(k), after.data(i)), kept(fits.Fits(k), before.data(i)));
-    }
+void expect_same(const Project& found, const Project& wanted) {
+  EXPECT_EQ(found.charts, wanted.charts);
+  ASSERT_EQ(found.data.bound(), wanted.data.bound());
+  for (int i = 1; i <= wanted.data.bound(); ++i) {
+    EXPECT_TRUE(same_content(found.data(i), wanted.data(i)));
+    const FitSet &fits = wanted.fits(i), &others = found.fits(i);
+    EXPECT_EQ(std::tuple(others.UniqueId, others.Title, others.DataIds, others.nFits),
+              std::tuple(fits.UniqueId, fits.Title, fits.DataIds, fits.nFits));
+    for (int k = 1; k <= fits.nFits; ++k)
+      EXPECT_EQ(kept(others.Fits(k), found.data(i)), kept(fits.Fits(k), wanted.data(i)));
   }
 }
 
-TEST(ProjectFile, TenSavesDoNotChangeTheLog) {
-  std::string bytes = written(small_project());
-  for (int i = 0; i < 10; ++i) bytes = written(read(bytes));
-  EXPECT_EQ(bytes, written(small_project()));
+/// Only digits are lost, and a fit that is infinite.
+void expect_same_texts(const std::vector<std::string>& found,
+                       const std::vector<std::string>& wanted) {
+  ASSERT_EQ(found.size(), wanted.size());
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    const bool is_text = wanted[i].find_first_not_of("0123456789.E+-") != std::string::npos;
+    EXPECT_TRUE(!is_text || wanted[i] == "#TRUE#" || found[i] == wanted[i]) << found[i];
+  }
+}
+
+// What the program writes has the stated form and holds the project; read back it is there
+// again, rows, charts, and each fit with what was asked for, and is written as it was.
+TEST(ProjectFile, HoldsTheProjectInTheStatedLines) {
+  for (int seed = 0; seed < 90 && !testing::Test::HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
+    RandomNumbers random(static_cast<std::uint64_t>(seed));
+    const bool unsaveable = seed % 3 == 2, beyond = seed % 4 >= 2;
+    const Project project =
+        random_project(random, {.beyond_code_page = beyond, .unsaveable = unsaveable});
+    const std::string first = written(project);
+    const std::vector<std::string> found = test::values_of(first);
+    EXPECT_EQ(first.starts_with("\xEF\xBB\xBF"), beyond);
+    EXPECT_EQ(found, Expected(project, beyond, found).values);
+    const Project again = read(first);
+    const std::string second = written(again);
+    EXPECT_EQ(written(read(second)), second);
+    EXPECT_EQ(again.log.plain(), project.log.plain());
+    if (unsaveable) {
+      expect_same_texts(test::values_of(second), found);
+      continue;
+    }
+    EXPECT_EQ(second, first);
+    expect_same(again, project);
+  }
 }
 
 /// Reads it over another project, which a fault must leave as it is.

@@ -17,7 +17,7 @@ inline std::string breach_of_writing(const Project& first) {
   if (const auto fault = write_project(first, once))
     return "can't be written: " + fault->fault.what;
   try {
-    if (bytes_of(lines_of(once.bytes)) != once.bytes) return "another spelling in\n" + once.bytes;
+    values_of(once.bytes);
   } catch (const std::runtime_error& error) {
     return error.what() + ("\n" + once.bytes);
   }

@@ -3,311 +3,204 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <iterator>
 #include <stdexcept>
+#include <type_traits>
 
 namespace tavlo::test {
 namespace {
 
-constexpr std::string_view magic = "Tavlo 1.5 alpha 01 Oct 2011";
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
-/// What the bytes 0x80 to 0x9F stand for.
-constexpr char16_t upper_controls[] = {
-    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-
-std::string utf8_of(unsigned char byte) {
-  const unsigned c = byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80] : byte;
-  const auto last = static_cast<char>(c < 0x80 ? c : 0x80 | (c & 63));
-  if (c < 0x80) return {last};
-  if (c < 0x800) return {static_cast<char>(0xC0 | c >> 6), last};
-  return {static_cast<char>(0xE0 | c >> 12), static_cast<char>(0x80 | (c >> 6 & 63)), last};
+std::string decimal(const char* format, double value) {
+  char buffer[40];
+  std::snprintf(buffer, sizeof buffer, format, value == 0 ? 0 : value);
+  return buffer;
 }
 
-std::string decoded(std::string_view ansi) {
-  std::string text;
-  for (const char c : ansi) text += utf8_of(static_cast<unsigned char>(c));
-  return text;
-}
-
-std::string encoded(std::string_view text) {
-  std::string ansi;
-  while (!text.empty()) {
-    int byte = 0;
-    while (byte < 256 && !text.starts_with(utf8_of(static_cast<unsigned char>(byte)))) ++byte;
-    if (byte == 256) throw std::runtime_error("not in the code page: " + std::string(text));
-    ansi += static_cast<char>(byte);
-    text.remove_prefix(utf8_of(static_cast<unsigned char>(byte)).size());
+class Lines {
+ public:
+  explicit Lines(std::string_view bytes) : rest_(bytes) {
+    if (rest_.starts_with(byte_order_mark)) rest_.remove_prefix(byte_order_mark.size());
+    if (next() != "Tavlo 1.5 alpha 01 Oct 2011") fail("not the head line");
   }
-  return ansi;
-}
-
-struct Reader {
-  std::string_view rest = {};
-  bool utf8 = false;
-  int line_number = 0;
-  std::string_view line = {};  ///< what is left of a value line
-
-  [[noreturn]] void fail(const std::string& what) const {
-    throw std::runtime_error("line " + std::to_string(line_number) + ": " + what);
-  }
-  std::string_view next_line() {
-    const std::size_t end = rest.find("\r\n");
-    ++line_number;
-    if (end == std::string_view::npos) fail("has no end");
-    const std::string_view found = rest.substr(0, end);
-    if (found.find_first_of(std::string_view("\r\n\x1A\0", 4)) != found.npos) fail("control");
-    rest.remove_prefix(end + 2);
-    return found;
-  }
-  void text(std::string& into) { into = utf8 ? std::string(next_line()) : decoded(next_line()); }
-  std::string_view field() {
-    const std::size_t end = std::min(line.find(','), line.size());
-    const std::string_view found = line.substr(0, end);
-    line.remove_prefix(std::min(end + 1, line.size()));
-    ++taken;
-    return found;
-  }
-  void value(bool& into) {
-    const std::string_view found = field();
-    into = found == "#TRUE#";
-    if (!into && found != "#FALSE#") fail("no flag: " + std::string(found));
-  }
-  template <class Number>
-  void value(Number& into) {
-    const std::string_view found = field();
-    const auto [end, error] = std::from_chars(found.begin(), found.end(), into);
-    const bool spelt = found.find_first_not_of("0123456789.E+-") == found.npos;
-    if (error != std::errc() || end != found.end() || !spelt)
-      fail("no such number: " + std::string(found));
-  }
-  template <class T>
-  void value(std::vector<T>& into) {
-    for (auto&& each : into) {
-      T one{};
-      value(one);
-      each = one;
+  /// One line of values of these kinds: Bool, Int of 16 bits, Long, Float, Double.
+  std::vector<int> line(std::string_view kinds) {
+    std::string_view left = next();
+    std::vector<int> wholes;
+    for (const char kind : kinds) {
+      const std::size_t end = std::min(left.find(','), left.size());
+      wholes.push_back(value(kind, std::string(left.substr(0, end))));
+      const bool is_last = wholes.size() == kinds.size();
+      if (is_last != (end == left.size())) fail("not " + std::string(kinds));
+      if (!is_last) left.remove_prefix(end + 1);
     }
+    return wholes;
   }
-  /// One line with just these values.
-  template <class... Values>
-  void values(Values&... into) {
-    line = next_line();
-    const auto fields = std::count(line.begin(), line.end(), ',') + 1;
-    taken = 0;
-    (value(into), ...);
-    if (taken != fields) fail(std::to_string(fields) + " values");
+  void list(int size, char kind) {
+    fixed(size);
+    row(size, kind);
+  }
+  void row(int size, char kind) {
+    if (size < 1) fail("an empty list");
+    line(std::string(static_cast<std::size_t>(size), kind));
   }
   void fixed(int number) {
-    int found = 0;
-    values(found);
-    if (found != number) fail("not " + std::to_string(number));
+    if (next() != std::to_string(number)) fail("not " + std::to_string(number));
   }
-  template <class List>
-  void size(List& list, int wanted) {
-    if (wanted < 0) fail("a negative size");
-    list.resize(static_cast<std::size_t>(wanted));
+  void texts(int count) {
+    for (; count > 0; --count) values_.emplace_back(next());
   }
-  long taken = 0;
-};
+  std::vector<std::string> with_log() {
+    const auto length = static_cast<std::size_t>(line("L")[0]);
+    values_.pop_back();
+    if (rest_.size() != length + 2 || !rest_.ends_with("\r\n")) fail("the log is not that long");
+    values_.emplace_back(rest_.substr(0, length));
+    return values_;
+  }
+  [[noreturn]] void fail(const std::string& what) const {
+    throw std::runtime_error("line " + std::to_string(number_) + ": " + what);
+  }
 
-struct Writer {
-  std::string bytes;
-  bool utf8 = false;
-
-  void text(const std::string& from) { bytes += (utf8 ? from : encoded(from)) + "\r\n"; }
-  void value(bool from) { bytes += from ? "#TRUE#," : "#FALSE#,"; }
-  void value(std::int32_t from) { bytes += std::to_string(from) + ","; }
-  void value(std::int16_t from) { value(std::int32_t{from}); }
-  void value(float from) { decimal("%.7G,", static_cast<double>(from)); }
-  void value(double from) { decimal("%.15G,", from); }
-  void decimal(const char* format, double from) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, format, from == 0 ? 0 : from);
-    bytes += buffer;
+ private:
+  std::string_view next() {
+    const std::size_t end = rest_.find("\r\n");
+    ++number_;
+    if (end == std::string_view::npos) fail("has no end");
+    const std::string_view found = rest_.substr(0, end);
+    if (found.find_first_of(std::string_view("\r\n\x1A\0", 4)) != found.npos) fail("control");
+    rest_.remove_prefix(end + 2);
+    return found;
   }
-  template <class T>
-  void value(const std::vector<T>& from) {
-    for (const T each : from) value(each);
+  template <class Number>
+  int number(const std::string& field) {
+    Number number{};
+    std::from_chars(field.data(), field.data() + field.size(), number);
+    if (spelt(number) != field) fail("no such number: " + field);
+    return std::is_integral_v<Number> ? static_cast<int>(number) : 0;
   }
-  template <class... Values>
-  void values(const Values&... from) {
-    (value(from), ...);
-    bytes.pop_back();
-    bytes += "\r\n";
-  }
-  void fixed(int number) { values(number); }
-  template <class List>
-  void size(List&, int) {}
-};
-
-template <class List>
-std::int16_t bound(const List& list) {
-  return static_cast<std::int16_t>(static_cast<int>(list.size()) - 1);
-}
-
-template <class Io>
-void item(Io& io, ItemLines& c) {
-  io.fixed(26);
-  Ints first(c.ints.begin(), c.ints.begin() + 2), second(c.ints.begin() + 2, c.ints.end());
-  auto points = static_cast<std::int16_t>(c.points.size() / 2 - 1);
-  io.values(c.flags, c.font_size, c.longs, first);
-  io.values(second, points);
-  c.ints = first;
-  c.ints.insert(c.ints.end(), second.begin(), second.end());
-  io.fixed(2 * points + 2);
-  io.size(c.points, 2 * points + 2);
-  io.values(c.points);
-  io.fixed(3);
-  for (std::string& text : c.texts) io.text(text);
-}
-
-template <class Io>
-void chart(Io& io, ChartLines& c) {
-  std::int16_t axes = bound(c.axes), data = bound(c.data_ids), fits = bound(c.fit_ids),
-               boxes = bound(c.boxes), markers = bound(c.markers), texts = bound(c.texts);
-  io.values(c.version, c.id);
-  io.fixed(9);
-  io.values(c.flags, c.spare, axes, data, fits, boxes, markers, texts);
-  for (auto [ids, last] : {std::pair(&c.data_ids, data), std::pair(&c.fit_ids, fits)}) {
-    io.fixed(last + 1);
-    io.size(*ids, last + 1);
-    io.values(*ids);
-  }
-  io.fixed(axes + 1);
-  io.size(c.axes, axes + 1);
-  for (AxisLines& axis : c.axes) {
-    io.fixed(11);
-    io.values(axis.automatic, axis.limits, axis.longs, axis.scale);
-    item(io, axis.label);
-  }
-  io.fixed(boxes);
-  io.size(c.boxes, boxes + 1);
-  for (ItemLines& box : c.boxes) item(io, box);
-  io.fixed(markers);
-  io.size(c.markers, markers + 1);
-  for (MarkerLines& marker : c.markers) {
-    io.fixed(19);
-    io.values(marker.longs, marker.ints);
-    io.fixed(1);
-    io.text(marker.label);
-  }
-  io.fixed(texts + 1);
-  io.size(c.texts, texts + 1);
-  for (ItemLines& text : c.texts) item(io, text);
-  io.fixed(3);
-  for (std::string& name : c.names) io.text(name);
-}
-
-template <class Io>
-void profile(Io& io, ProfileLines& c) {
-  std::int32_t rows = static_cast<std::int32_t>(c.table.size()) - 1;
-  std::int32_t columns = c.table.empty() ? 0 : static_cast<std::int32_t>(c.table[0].size()) - 1;
-  io.text(c.title);
-  io.values(c.spare, columns, rows, c.kind);
-  io.size(c.table, rows + 1);
-  for (Doubles& row : c.table) {
-    io.size(row, columns + 1);
-    io.values(row);
-  }
-}
-
-template <class Io>
-void data(Io& io, DataLines& c) {
-  std::int32_t count = static_cast<std::int32_t>(c.points.size()) - 1;
-  std::int16_t modes = bound(c.modes), inspection = bound(c.inspection),
-               profiles = bound(c.profiles);
-  io.text(c.title);
-  io.fixed(15);
-  io.values(c.flags, c.head, c.id, count, c.changed);
-  io.values(modes, inspection, profiles);
-  std::int16_t modes_again = modes;
-  io.values(c.scales, modes_again);
-  if (modes != modes_again) throw std::runtime_error("two numbers of modes");
-  io.size(c.modes, modes + 1);
-  for (std::string& mode : c.modes)
-    if (modes > 0) io.text(mode);
-  io.fixed(7);
-  io.size(c.points, count + 1);
-  for (PointLines& point : c.points) io.values(point.units, point.place, point.order, point.ints);
-  for (PointLines& point : c.points) io.text(point.comment);
-  io.size(c.inspection, inspection + 1);
-  for (auto& list : c.inspection) {
-    if (inspection == 0) break;
-    std::int16_t last = bound(list);
-    io.values(last);
-    io.size(list, last + 1);
-    for (InspectionLines& each : list) io.values(each.place, each.flag);
-  }
-  io.size(c.profiles, profiles + 1);
-  for (ProfileLines& each : c.profiles)
-    if (profiles > 0) profile(io, each);
-}
-
-template <class Io>
-void fit_set(Io& io, FitSetLines& c) {
-  auto fits = static_cast<std::int16_t>(c.fits.size());
-  std::int16_t ids = bound(c.data_ids);
-  io.fixed(0);
-  io.values(c.id, fits, ids);
-  io.text(c.title);
-  io.size(c.data_ids, ids + 1);
-  for (std::int32_t& id : c.data_ids) io.values(id);
-  io.size(c.fits, fits);
-  for (FitLines& fit : c.fits) {
-    auto rows = static_cast<std::int16_t>(fit.rows.size());
-    io.values(fit.quality, fit.ints, rows);
-    io.text(fit.label);
-    io.size(fit.rows, rows);
-    for (FitRowLines& row : fit.rows) {
-      io.values(row.numbers[0], row.numbers[1]);
-      io.values(row.numbers[2]);
-      io.values(row.numbers[3]);
-      io.values(row.applies);
+  int value(char kind, const std::string& field) {
+    values_.push_back(field);
+    switch (kind) {
+      case 'B': return field == spelt(true) || field == spelt(false) ? 0 : number<int>(field + "?");
+      case 'I': return number<std::int16_t>(field);
+      case 'L': return number<std::int32_t>(field);
+      case 'F': return number<float>(field);
+      default: return number<double>(field);
     }
   }
+
+  std::string_view rest_;
+  int number_ = 0;
+  std::vector<std::string> values_;
+};
+
+void items(Lines& file, int count) {
+  for (; count > 0; --count) {
+    file.fixed(26);
+    file.line("BBBBBBFLLLLLLLLLLLLLII");
+    file.list(2 * file.line("IIII")[3] + 2, 'F');
+    file.fixed(3);
+    file.texts(3);
+  }
 }
 
-template <class Io>
-void sections(Io& io, ProjectLines& c) {
-  std::int16_t charts = bound(c.charts), sets = static_cast<std::int16_t>(c.data.size()),
-               fits = static_cast<std::int16_t>(c.fits.size());
-  io.values(charts, sets, fits);
-  io.size(c.charts, charts + 1);
-  io.size(c.data, sets);
-  io.size(c.fits, fits);
-  for (ChartLines& each : c.charts) chart(io, each);
-  for (DataLines& each : c.data) data(io, each);
-  for (FitSetLines& each : c.fits) fit_set(io, each);
+void chart(Lines& file) {
+  file.line("IL");
+  file.fixed(9);
+  const auto last = file.line("BBIIIIIII");  // from the fourth: axes, data, fits, boxes, markers
+  file.list(last[4] + 1, 'L');
+  file.list(last[5] + 1, 'L');
+  file.fixed(last[3] + 1);
+  for (int i = 0; i <= last[3]; ++i) {
+    file.fixed(11);
+    file.line("BBDDLLLLLLI");
+    items(file, 1);
+  }
+  file.fixed(last[6]);
+  items(file, last[6] + 1);
+  file.fixed(last[7]);
+  for (int i = 0; i <= last[7]; ++i) {
+    file.fixed(19);
+    file.line("LLLLLLLLLLLLLLIIIII");
+    file.fixed(1);
+    file.texts(1);
+  }
+  file.fixed(last[8] + 1);
+  items(file, last[8] + 1);
+  file.fixed(3);
+  file.texts(3);
+}
+
+void profile(Lines& file) {
+  file.texts(1);
+  const auto last = file.line("LLLI");  // the second and third: columns, rows
+  for (int i = 0; i <= last[2]; ++i) file.row(last[1] + 1, 'D');
+}
+
+void data(Lines& file) {
+  file.texts(1);
+  file.fixed(15);
+  const int rows = file.line("BBDDDDDLLI")[8];
+  const auto last = file.line("III");  // modes, inspection, profiles
+  if (file.line("III")[2] != last[0]) file.fail("two numbers of modes");
+  if (last[0] > 0) file.texts(last[0] + 1);
+  file.fixed(7);
+  for (int i = 0; i <= rows; ++i) file.line("DDFFLII");
+  file.texts(rows + 1);
+  for (int i = 0; last[1] > 0 && i <= last[1]; ++i)
+    for (int left = file.line("I")[0]; left >= 0; --left) file.line("FFI");
+  for (int i = 0; last[2] > 0 && i <= last[2]; ++i) profile(file);
+}
+
+void fit_set(Lines& file) {
+  file.fixed(0);
+  const auto head = file.line("LII");  // identity, fits, the last of the data sets
+  file.texts(1);
+  for (int i = 0; i <= head[2]; ++i) file.line("L");
+  for (int fits = head[1]; fits > 0; --fits) {
+    int rows = file.line("DIIII")[4];
+    file.texts(1);
+    for (; rows > 0; --rows)
+      for (const char* kinds : {"DD", "D", "D", "L"}) file.line(kinds);
+  }
 }
 
 }  // namespace
 
-ProjectLines lines_of(std::string_view bytes) {
-  ProjectLines lines;
-  Reader reader{bytes};
-  reader.utf8 = lines.utf8 = bytes.starts_with(byte_order_mark);
-  if (lines.utf8) reader.rest.remove_prefix(byte_order_mark.size());
-  if (reader.next_line() != magic) reader.fail("not the head line");
-  sections(reader, lines);
-  std::int32_t length = 0;
-  reader.values(length);
-  if (reader.rest.size() != static_cast<std::size_t>(length) + 2 || !reader.rest.ends_with("\r\n"))
-    reader.fail("the log is not that long: " + std::to_string(reader.rest.size()));
-  lines.log = reader.rest.substr(0, static_cast<std::size_t>(length));
-  return lines;
+std::string spelt(bool value) { return value ? "#TRUE#" : "#FALSE#"; }
+std::string spelt(std::int32_t value) { return std::to_string(value); }
+std::string spelt(float value) { return decimal("%.7G", static_cast<double>(value)); }
+std::string spelt(double value) { return decimal("%.15G", value); }
+
+std::string spelt(std::string_view text, bool is_utf8) {
+  static const std::u16string_view upper =  // what the bytes 0x80 to 0x9F stand for
+      u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8DŽ\x8F\x90‘’“”•–—˜™š›œ\x9DžŸ";
+  std::string bytes;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto at = [&](std::size_t k) { return static_cast<unsigned char>(text[i + k]); };
+    if (is_utf8 || at(0) < 0x80) {
+      bytes += text[i];
+      continue;
+    }
+    const bool is_long = at(0) >= 0xE0;
+    const auto code =
+        static_cast<char16_t>(is_long ? (at(0) & 15) << 12 | (at(1) & 63) << 6 | (at(2) & 63)
+                                      : (at(0) & 31) << 6 | (at(1) & 63));
+    const std::size_t place = upper.find(code);
+    if (place == upper.npos && (code < 0xA0 || code > 0xFF)) throw std::runtime_error("not in it");
+    bytes += static_cast<char>(place == upper.npos ? code : 0x80 + place);
+    i += is_long ? 2 : 1;
+  }
+  return bytes;
 }
 
-std::string bytes_of(ProjectLines lines) {
-  Writer writer;
-  writer.utf8 = lines.utf8;
-  if (lines.utf8) writer.bytes = byte_order_mark;
-  writer.text(std::string(magic));
-  sections(writer, lines);
-  writer.fixed(static_cast<int>(lines.log.size()));
-  return writer.bytes + lines.log + "\r\n";
+std::vector<std::string> values_of(std::string_view bytes) {
+  Lines file(bytes);
+  const auto counts = file.line("III");  // the last chart, data sets, fit sets
+  for (int i = 0; i <= counts[0]; ++i) chart(file);
+  for (int i = 0; i < counts[1]; ++i) data(file);
+  for (int i = 0; i < counts[2]; ++i) fit_set(file);
+  return file.with_log();
 }
 
 }  // namespace tavlo::test

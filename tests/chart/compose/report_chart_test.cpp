@@ -1,4 +1,4 @@
-// A chart of type Report as a whole: what it says, and what it leaves out.
+// A chart of type Report: its axes.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -7,36 +7,9 @@
 #include "chart/scales/plot_coordinates.h"
 #include "project/chart_looks.h"
 #include "project/chart_types.h"
-#include "project/plot_rows.h"
 
 namespace tavlo {
 namespace {
-
-using test::has_text;
-using test::texts;
-
-struct ReportWorld : test::ChartWorld {
-  ReportWorld() {
-    show_published();
-    session.project.data(1).Title = "Pumps";
-    apply_chart_look(chart(), report_chart_type);
-  }
-};
-
-TEST(ReportChart, SaysInPlainWordsWhatItShows) {
-  ReportWorld here;
-  const DrawingRecord drawing = here.draw();
-  for (const char* words :
-       {"Pumps", "Time to failure", "Fraction failed", "2-parameter Weibull, regression",
-        "10 failures, 10 suspensions", "η = 606.5", "β = 1.72", "20 %", "50 %", "200"})
-    EXPECT_TRUE(has_text(drawing, words)) << words;
-  for (const char* words : {"Results", "Life", "Data1", "W2P/"})
-    EXPECT_FALSE(has_text(drawing, words)) << words;
-  EXPECT_TRUE(here.world.prompts.shown().empty());
-
-  here.chart().Boxes(chart_item::main_title).Text2 = "Own words";
-  EXPECT_TRUE(has_text(here.draw(), "Own words"));
-}
 
 // Each grid line of an axis has its number, whatever the numbers' length; at the right
 // edge a long one would leave the chart.
@@ -46,7 +19,9 @@ TEST(ReportChart, EveryTickHasItsLabel) {
                           {54, 386},  {1e8, 1.001e8}, {0.12345, 0.12346}, {1e5, 1e11}};
   for (const Limits& limits : cases)
     for (const int scale : {x_scale::linear, x_scale::log}) {
-      ReportWorld here;
+      test::ChartWorld here;
+      here.show_published();
+      apply_chart_look(here.chart(), report_chart_type);
       ChartAxis& axis = here.chart().Axes(0);
       axis.AutoMin = axis.AutoMax = false;
       axis.Min = limits.low;
@@ -65,19 +40,6 @@ TEST(ReportChart, EveryTickHasItsLabel) {
       EXPECT_GE(ticks.size(), 2u);
       EXPECT_TRUE(std::ranges::includes(labels, ticks)) << limits.low << " to " << limits.high;
     }
-}
-
-TEST(ReportChart, AllThatIsWrittenLiesOnTheChart) {
-  for (const int sets : {1, 2, 9}) {
-    test::SetsWorld here(sets);
-    apply_chart_look(here.chart(), report_chart_type);
-    const DrawingRecord drawing = here.draw();
-    for (const auto& [place, words] : test::all<drawing::Text>(drawing))
-      EXPECT_TRUE(place.x >= 0 && place.x <= drawing.width && place.y >= 0 &&
-                  place.y <= drawing.height)
-          << words;
-    EXPECT_EQ(has_text(drawing, "3 failures"), sets == 1) << "several sets are named instead";
-  }
 }
 
 }  // namespace

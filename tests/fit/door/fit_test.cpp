@@ -1,8 +1,11 @@
 // Laws of all fits at the door: units, order, weights, refusals, hostile numbers.
 #include "fit/door/fit.h"
 
+#include <sstream>
+
 #include "fit/door/fits.h"
 #include "fit/parallel.h"
+#include "support/case_list.h"
 
 namespace tavlo {
 namespace {
@@ -161,53 +164,31 @@ TEST(Fit, CountsAreWeightsOfTheLikelihood) {
     }
 }
 
+/// Of "100x3 >200": failures, and units that run on.
+Rows rows_of(const std::string& text) {
+  Rows rows;
+  std::istringstream words(text);
+  for (std::string word; words >> word;) {
+    const bool runs_on = word.starts_with('>');
+    const std::size_t cross = word.find('x');
+    const double units = cross == word.npos ? 1 : std::stod(word.substr(cross + 1));
+    rows.push_back({std::stof(word.substr(runs_on)), runs_on ? 0 : units, runs_on ? units : 0});
+  }
+  return rows;
+}
+
 TEST(Fit, EveryRefusalHasItsReason) {
-  const Rows tied = test::failures_at({100, 100, 100});
-  const Rows none = {{100, 0, 1}, {120, 0, 1}};
-  const Rows zero = {{0, 0, 1}, {20, 1}, {30, 1}, {40, 1}};
-  const Rows negative = {{20, 1}, {-5, 1}, {30, 1}, {40, 1}};
-  const Rows fraction = {{1, 0.2}, {2, 1.8}, {3, 1}};
-  const Rows spike = {{1, 50}, {1000, 1}, {2000, 0, 950}};
-  const auto rr = method_code::x_on_y, mle = method_code::mle, rrs = method_code::y_on_x;
-  using enum RefusalCode;
-  using Case = std::tuple<Rows, Asked, Refusal>;
-  const Case cases[] = {
-      {tied, {model_code::weibull2, rr}, {no_spread, {}}},
-      {tied, {model_code::weibull2, mle}, {slope_without_limit, {}}},
-      {tied, {model_code::weibull3, rr}, {no_spread, {1, 3}}},
-      {tied, {model_code::by_failure_mode, rr}, {no_mode_fitted, {}}},
-      {test::failures_at({5, 5, 7, 7}), {model_code::weibull3, rr}, {no_spread, {2, 3}}},
-      {test::failures_at({1, 1, 1, 1, 1, 1.001, 100}),  // the later t0, the better
-       {model_code::weibull3, rrs},
-       {no_interior_maximum, {1}}},
-      {{{100, 0, 1}, {200, 1}}, {model_code::weibull2, mle}, {slope_without_limit, {}}},
-      {none, {model_code::weibull2, mle}, {no_failure, {}}},
-      {none, {model_code::weibull2, rr}, {too_few_failures, {0, 2}}},
-      {{}, {model_code::weibull2, mle}, {no_failure, {}}},
-      {{{5, 1}}, {model_code::weibull2, rr}, {too_few_failures, {1, 2}}},
-      {{{5, 1}, {6, 1}}, {model_code::weibull3, rr}, {too_few_failures, {2, 3}}},
-      {zero, {model_code::weibull2, rr}, {time_not_above_zero, {1, 0}}},
-      {negative, {model_code::lognormal, rr}, {time_not_above_zero, {2, -5}}},
-      {fraction, {model_code::weibull2, rr}, {rank_off_paper, {1, double((0.2F - 0.3F) / 3.4F)}}},
-      {{{5, 1e15}, {6, 1e15}}, {model_code::normal, rr}, {rank_off_paper, {2, 1}}},
-      {spike, {model_code::weibull2, rr}, {scale_beyond_numbers, {}}},
-      {{{5, 1}}, {model_code::weibayes, rr}, {slope_missing, {}}},
-      {{{5, 1}}, {model_code::weibayes, mle, HUGE_VAL}, {slope_missing, {}}},
-      {negative, {model_code::normal, mle}, {no_such_fit, {}}},
-      {test::failures_at({1, 2, 3, 4, 5}), {model_code::weibull5x, mle}, {no_such_fit, {}}},
-      {none, {model_code::weibull4, rr}, {too_few_failures, {0, 4}}},
-      {{{5, 1}, {6, 0, 3}}, {model_code::weibull5c, mle}, {too_few_failures, {1, 5}}},
-      {{{100, 30}}, {model_code::weibull7, mle}, {no_spread, {}}},
-      {zero, {model_code::weibull4, rrs}, {too_few_failures, {3, 4}}},
-      {tied, {model_code::weibull2, 3}, {no_such_fit, {}}},
-  };
-  for (const auto& [rows, asked, refusal] : cases) {
-    const FitAnswer answer = fit_rows(rows, asked);
-    ASSERT_TRUE(answer.refusal()) << asked.model;
-    EXPECT_EQ(answer.refusal()->code, refusal.code) << asked.model << " " << asked.method;
-    ASSERT_EQ(answer.refusal()->values.size(), refusal.values.size()) << asked.model;
-    for (std::size_t i = 0; i < refusal.values.size(); ++i)
-      EXPECT_NEAR(answer.refusal()->values[i], refusal.values[i], 1e-7);
+  for (const auto& row : test::case_list("fit_refusals.txt")) {
+    SCOPED_TRACE(row[0] + " by " + row[1] + " " + row[2]);
+    Asked asked{static_cast<std::int16_t>(std::stoi(row[1])),
+                static_cast<std::int16_t>(std::stoi(row[2]))};
+    if (!row[3].empty()) asked.slope = std::stod(row[3]);
+    const FitAnswer answer = fit_rows(rows_of(row[0]), asked);
+    ASSERT_TRUE(answer.refusal());
+    EXPECT_EQ(static_cast<int>(answer.refusal()->code), std::stoi(row[4]));
+    ASSERT_EQ(answer.refusal()->values.size(), row.size() - 5);
+    for (std::size_t i = 5; i < row.size(); ++i)
+      EXPECT_NEAR(answer.refusal()->values[i - 5], std::stod(row[i]), 1e-7);
   }
 }
 
