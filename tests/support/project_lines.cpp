@@ -12,8 +12,9 @@ namespace {
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 std::string decimal(const char* format, double value) {
-  char buffer[40];
+  char buffer[40] = {};
   std::snprintf(buffer, sizeof buffer, format, value == 0 ? 0 : value);
+  std::replace(buffer, buffer + sizeof buffer, ',', '.');  // of the locale at work
   return buffer;
 }
 
