@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
+#include "fit/door/data_notes.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -128,6 +130,10 @@ void tie_fits(FitSet& fits, const DataSet& data) {
     if (model && model->routine == FitRoutine::by_mode) read_modes(fit);
     // A set with changes since has no fit of its present rows; what was read before, has.
     fit.revision = data.read_revision;
+    if (fit.Status == FitStatus::calculated && fit.nRows > 0)
+      fit.notes =
+          data_notes(data.sample(), fit.request,
+                     std::span<const FitParam>(fit.Rows.begin() + 1, fit.Rows.end()), fit.modes);
   }
 }
 

@@ -86,6 +86,31 @@ TEST_F(OpenProjectTest, ComesBackAsItWasSavedWithItsFitsAndFitsNothing) {
   EXPECT_EQ(files.files["/w/pumps.tavlo~"], saved);
 }
 
+// A mixture's likelihood without its suspensions, and a regression of listed rows.
+TEST_F(OpenProjectTest, WhatAFitLeavesOutIsToldOfItFromAFileToo) {
+  std::vector<test::Point> points = test::infant_and_wear_out();
+  points.push_back({2000, 0, 5});
+  points.push_back({500, 3});
+  put(points);
+  fit(model_code::weibull4, method_code::mle);
+  fit(model_code::weibull2, method_code::x_on_y);
+  const FitSet fitted = fits();
+  ASSERT_TRUE(save_project_as(session, "/w/parts.tavlo"));
+  start_project(session);
+  end();
+  ASSERT_TRUE(open("/w/parts.tavlo"));
+  ASSERT_EQ(fits().nFits, fitted.nFits);
+  const Note left_out{NoteCode::suspensions_left_out, 0, {5}};
+  int mixtures = 0;
+  for (int slot = 1; slot <= fits().nFits; ++slot) {
+    ASSERT_FALSE(record(slot).notes.empty()) << record(slot).Label;
+    EXPECT_EQ(record(slot).notes.front(), fitted.Fits(slot).notes.front()) << record(slot).Label;
+    mixtures += record(slot).notes.front() == left_out;
+  }
+  EXPECT_GE(mixtures, 1);
+  EXPECT_LT(mixtures, fits().nFits);
+}
+
 // Only the two lines that tell of it come with each opening and saving.
 TEST_F(OpenProjectTest, TenOpeningsAndSavesAddTheirLinesAlone) {
   std::vector<std::size_t> sizes;

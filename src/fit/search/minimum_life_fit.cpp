@@ -140,8 +140,6 @@ FitAnswer fit_minimum_life_by_likelihood(const Sample& sample, const FitRequest&
     return answer;
   }
   answer.result = fit_of(sample, request, maxima, first);
-  if (!request.censored && sample.total_suspensions > 0)
-    answer.notes.push_back({NoteCode::suspensions_left_out, 0, {sample.total_suspensions}});
   return answer;
 }
 

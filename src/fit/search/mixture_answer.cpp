@@ -194,12 +194,8 @@ std::optional<Note> note_beyond(const Best& best, const MixtureRows& rows, std::
   return Note{NoteCode::better_beyond_fence, best.of_model, {gain}};
 }
 
-std::vector<Note> notes_of(const Best& best, const Task& task, const Sample& sample,
-                           const FitRequest& request) {
+std::vector<Note> notes_of(const Best& best, const Task& task, const FitRequest& request) {
   std::vector<Note> notes;
-  const bool likelihood = task.rows.is_likelihood();
-  if (likelihood && !request.censored && sample.total_suspensions > 0)
-    notes.push_back({NoteCode::suspensions_left_out, 0, {sample.total_suspensions}});
   const bool own = best.of_model == request.model;
   const bool unreached = !best.optimum.point.populations.a;
   const double gain = own ? best.contained_value - best.optimum.value : 0.0;
@@ -227,7 +223,7 @@ FitAnswer answer_of(const Best& best, const Task& task, const Sample& sample,
   fit.proof = proof_of(best, request.model);
   fit.starts = starts_of(best, task, request.model);
   if (fit.starts->runner_up) *fit.starts->runner_up -= shift;
-  return {fit, notes_of(best, task, sample, request)};
+  return {fit, notes_of(best, task, request)};
 }
 
 }  // namespace
