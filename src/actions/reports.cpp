@@ -175,8 +175,8 @@ void load_numbers(Session& session, const FitResult& fit, const DataSet& data, i
   const FitParam& from = fit.Rows(row);
   const ModeFit* mode = mode_of_row(fit, row);
   const ShownParameters shown = shown_parameters(fit.ModelCode, from);
-  if (mode && !mode->refusal)
-    grid.set_text(to, fit_column::quality, rounded(reporter, mode->quality, digits));
+  if (mode && !mode->refusal && mode->quality)  // a file keeps none of modes
+    grid.set_text(to, fit_column::quality, rounded(reporter, *mode->quality, digits));
   if (!mode && row == 1)
     grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
   grid.set_text(to, fit_column::sub_population,
