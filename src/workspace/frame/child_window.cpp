@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QMdiArea>
+#include <QScopedValueRollback>
 
 namespace tavlo {
 
@@ -27,6 +28,17 @@ void ChildWindow::bring_to_front() {
   show();
   if (mdiArea()) mdiArea()->setActiveSubWindow(this);
   if (!isAncestorOf(focusWidget())) widget()->setFocus();
+}
+
+void ChildWindow::show_behind() {
+  const QScopedValueRollback quiet(is_quiet_, true);
+  show();
+}
+
+// The base makes each window that is shown the active one: for hundreds of them that is
+// most of the time that they take.
+void ChildWindow::showEvent(QShowEvent* event) {
+  is_quiet_ ? QWidget::showEvent(event) : QMdiSubWindow::showEvent(event);
 }
 
 void ChildWindow::add_bar(QWidget* bar) {

@@ -19,6 +19,8 @@ class ChildWindow : public QMdiSubWindow {
 
   /// Shows the window, out of an icon if need be, and gives it the focus.
   void bring_to_front();
+  /// Shows the window without making it the active one.
+  void show_behind();
   /// Takes a tool bar above the content.
   void add_bar(QWidget* bar);
 
@@ -31,12 +33,14 @@ class ChildWindow : public QMdiSubWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
   QString node_key_;
   QRect geometry_at_press_;
+  bool is_quiet_ = false;
 };
 
 }  // namespace tavlo

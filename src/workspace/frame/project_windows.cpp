@@ -235,7 +235,13 @@ ChildWindow& ProjectWindows::add(QWidget* content, const QString& key, const QSt
 
 /// After all have been added: the area looks for the place of each among those it shows.
 void ProjectWindows::show_new() {
-  for (ChildWindow* each : std::exchange(new_, {})) each->show();
+  const auto shown = std::exchange(new_, {});
+  const auto places =
+      block_layout(viewport()->size(), fontMetrics().height(), {true, true, true, true});
+  for (ChildWindow* each : shown) {
+    if (in_blocks_) each->setGeometry(places[static_cast<std::size_t>(block_of(each->node_key()))]);
+    each == shown.back() ? each->show() : each->show_behind();
+  }
 }
 
 /// Once, however many windows have come into view.
