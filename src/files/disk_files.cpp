@@ -211,8 +211,10 @@ FileResult require_replaceable(const std::string& path, const struct stat& old) 
   return {};
 }
 
-constexpr std::string_view beside_name = ".tavlo-";
-constexpr std::string_view beside_end = "XXXXXX";
+/// A name that nobody types: files of this form are removed when they are left behind.
+constexpr std::string_view beside_start = ".tavlo-save-";
+constexpr std::string_view beside_letters = "XXXXXX";
+constexpr std::string_view beside_end = ".tmp~";
 
 /// Makes a file of a new name in the folder and locks it. Another program's sweep may
 /// take the file in the moment between: then the next name is tried. Without success
@@ -220,8 +222,9 @@ constexpr std::string_view beside_end = "XXXXXX";
 Descriptor make_locked(const std::string& folder, std::string& name) {
   constexpr int most_attempts = 20;
   for (int attempt = 0; attempt < most_attempts; ++attempt) {
-    name = folder + "/" + std::string(beside_name) + std::string(beside_end);
-    Descriptor file(::mkostemp(name.data(), O_CLOEXEC));
+    name = folder + "/";
+    name.append(beside_start).append(beside_letters).append(beside_end);
+    Descriptor file(::mkostemps(name.data(), static_cast<int>(beside_end.size()), O_CLOEXEC));
     if (!file) return file;
     ::flock(file.number(), LOCK_EX);
     struct stat status {};
@@ -282,13 +285,16 @@ class FileBeside {
 };
 
 bool is_beside_name(std::string_view name) {
-  return name.starts_with(beside_name) && name.size() == beside_name.size() + beside_end.size();
+  return name.starts_with(beside_start) && name.ends_with(beside_end) &&
+         name.size() == beside_start.size() + beside_letters.size() + beside_end.size();
 }
 
-/// True when no living program holds the file. Where locks are unknown, age tells.
+/// True for a file of this person that no living program holds. Where locks are unknown,
+/// age tells.
 bool is_left_behind(int file) {
   struct stat status {};
   if (::fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+  if (status.st_uid != ::geteuid()) return false;
   if (::flock(file, LOCK_EX | LOCK_NB) == 0) return true;
   constexpr std::time_t old_age = 3600;  // seconds
   return errno != EWOULDBLOCK && std::time(nullptr) - status.st_mtime > old_age;
