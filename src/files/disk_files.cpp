@@ -193,13 +193,18 @@ std::string folder_of(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// Permissions of the old file, or those that a new file gets. The mask can
-/// only be read by setting it.
-mode_t wanted_mode(const std::optional<struct stat>& old) {
-  if (old) return old->st_mode & 07777;
+/// The mask can only be read by setting it, for all threads: that is done once, at the
+/// start, where no other thread can make a file meanwhile.
+mode_t read_mask() {
   const mode_t mask = ::umask(0);
   ::umask(mask);
-  return static_cast<mode_t>(0666) & ~mask;
+  return mask;
+}
+const mode_t mask_at_start = read_mask();
+
+/// Permissions of the old file, or those that a new file gets.
+mode_t wanted_mode(const std::optional<struct stat>& old) {
+  return old ? old->st_mode & 07777 : static_cast<mode_t>(0666) & ~mask_at_start;
 }
 
 /// A rename needs leave of the folder only; a file that is itself protected is
@@ -446,7 +451,7 @@ FileResult DiskFiles::make_folder(const std::string& path) {
     end = path.find('/', end);
     const std::string part = path.substr(0, end);
     if (end != std::string::npos) ++end;
-    if (::mkdir(part.c_str(), 0777) == 0) continue;
+    if (::mkdir(part.c_str(), 0700) == 0) continue;
     const int error = errno;
     if (is_folder(part)) continue;
     return exists(part) ? not_a_folder() : system_fault("making a folder", error);

@@ -135,6 +135,7 @@ TEST_F(DiskFilesTest, EveryOperationDoesWhatItSays) {
   EXPECT_TRUE(files.back_up(path("new"))) << "nothing to keep";
   ASSERT_TRUE(files.make_folder(path("a/b//c/")));
   ASSERT_TRUE(files.make_folder(path("a")));
+  EXPECT_EQ(fs::status(path("a/b/c")).permissions(), fs::perms(0700));
   const std::string bytes("1\0\xFF\r\n", 5), many(200'000, 'x');
   ASSERT_TRUE(files.create_new(path("a/log"), bytes));
   ASSERT_TRUE(files.append(path("a/log"), "2"));
