@@ -131,6 +131,9 @@ bool is_timeless(const Point& point) {
   return point.X == 0 && (point.Fails != 0 || point.Susps != 0);
 }
 
+/// Ranks of a kind, of no rows yet.
+DataReading no_rows(RankKind ranks) { return {{}, ranks, false, 0}; }
+
 // --- reading
 
 void require_mode(ProjectReader& file, const Point& point, int modes) {
@@ -222,11 +225,11 @@ std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head
 /// The ranks that the rows have as they stand. Rows that can't be ranked have none.
 DataReading reading_of(const DataSet& data, Ranking ranking) {
   if (data.is_read()) return data.reading;
-  if (ranking == Ranking::none) return {};
+  if (ranking == Ranking::none) return no_rows(data.reading.ranks());
   try {
     return {data.rows, data.reading.ranks(), data.own_ranks, data.ModeNames.bound()};
   } catch (const RunTimeError&) {
-    return {};
+    return no_rows(data.reading.ranks());
   }
 }
 
@@ -322,6 +325,7 @@ void read_as_written(DataSet& data, RankKind ranks, bool changed) {
     DataReading reading(data.rows, ranks, data.own_ranks, data.ModeNames.bound());
     data.reading = std::move(reading);
   } catch (const RunTimeError&) {
+    data.reading = no_rows(ranks);
     if (!changed) mark_changed(data);
   }
 }

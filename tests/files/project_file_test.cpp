@@ -19,9 +19,9 @@ using test::random_project;
 using test::RandomNumbers;
 using test::small_project;
 
-std::string written(const Project& project) {
+std::string written(const Project& project, Ranking ranking = Ranking::of_changed_rows) {
   ProjectBytes made;
-  const auto fault = write_project(project, made);
+  const auto fault = write_project(project, made, ranking);
   EXPECT_FALSE(fault) << fault->fault.what;
   EXPECT_EQ(made.is_utf8, made.bytes.starts_with("\xEF\xBB\xBF"));
   return made.bytes;
@@ -207,6 +207,8 @@ void expect_same(const Project& found, const Project& wanted) {
   ASSERT_EQ(found.data.bound(), wanted.data.bound());
   for (int i = 1; i <= wanted.data.bound(); ++i) {
     EXPECT_TRUE(same_content(found.data(i), wanted.data(i)));
+    if (!wanted.data(i).own_ranks)
+      EXPECT_EQ(found.data(i).reading.ranks(), wanted.data(i).reading.ranks());
     const FitSet &fits = wanted.fits(i), &others = found.fits(i);
     EXPECT_EQ(std::tuple(others.UniqueId, others.Title, others.DataIds, others.nFits),
               std::tuple(fits.UniqueId, fits.Title, fits.DataIds, fits.nFits));
@@ -248,6 +250,7 @@ TEST(ProjectFile, HoldsTheProjectInTheStatedLines) {
     }
     EXPECT_EQ(second, first);
     expect_same(again, project);
+    expect_same(read(written(project, Ranking::none)), project);
   }
 }
 
