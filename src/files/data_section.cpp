@@ -265,14 +265,16 @@ Point summary_of(const DataSet& data, const DataReading& reading) {
   return sums;
 }
 
-/// Times and ranks of the first and the last failure.
+/// Times and ranks of the first and the last failure: those of the rows as they will be read,
+/// so that they stay when the file is opened and saved.
 void set_limits(Head& head, const DataSet& data, const DataReading& reading) {
   const Sample& sample = reading.sample();
   bool any = false;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
-    head.XMax = data.rows[static_cast<std::size_t>(sample.entry[i]) - 1].time;
-    head.YMax = sample.rank[i];
+    head.XMax =
+        ProjectWriter::as_read(data.rows[static_cast<std::size_t>(sample.entry[i]) - 1].time);
+    head.YMax = data.own_ranks ? ProjectWriter::as_read(sample.rank[i]) : sample.rank[i];
     if (!any) head.XMin = head.XMax;
     if (!any) head.YMin = head.YMax;
     any = true;

@@ -122,7 +122,9 @@ class Expected {
       if (!first || row.time < data.rows[*first].time) first = i;
       if (!last || row.time >= data.rows[*last].time) last = i;
     }
-    const auto time_at = [&](auto i) { return i ? double{data.rows[*i].time} : 0; };
+    const auto time_at = [&](auto i) {
+      return i ? double{test::to_digits(data.rows[*i].time, 7)} : 0;
+    };
     const auto rank_at = [&](auto i) { return i ? double{rank(*i)} : 0; };
     const bool fits_current =
         std::none_of(fits.Fits.begin() + 1, fits.Fits.end(),
@@ -217,16 +219,6 @@ void expect_same(const Project& found, const Project& wanted) {
   }
 }
 
-/// Only digits are lost, and a fit that is infinite.
-void expect_same_texts(const std::vector<std::string>& found,
-                       const std::vector<std::string>& wanted) {
-  ASSERT_EQ(found.size(), wanted.size());
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    const bool is_text = wanted[i].find_first_not_of("0123456789.E+-") != std::string::npos;
-    EXPECT_TRUE(!is_text || wanted[i] == "#TRUE#" || found[i] == wanted[i]) << found[i];
-  }
-}
-
 // What the program writes has the stated form and holds the project; read back it is there
 // again, rows, charts, and each fit with what was asked for, and is written as it was.
 TEST(ProjectFile, HoldsTheProjectInTheStatedLines) {
@@ -242,13 +234,9 @@ TEST(ProjectFile, HoldsTheProjectInTheStatedLines) {
     EXPECT_EQ(found, Expected(project, beyond, found).values);
     const Project again = read(first);
     const std::string second = written(again);
-    EXPECT_EQ(written(read(second)), second);
-    EXPECT_EQ(again.log.plain(), project.log.plain());
-    if (unsaveable) {
-      expect_same_texts(test::values_of(second), found);
-      continue;
-    }
     EXPECT_EQ(second, first);
+    EXPECT_EQ(again.log.plain(), project.log.plain());
+    if (unsaveable) continue;  // digits are lost, and a fit that is infinite
     expect_same(again, project);
     expect_same(read(written(project, Ranking::none)), project);
   }
