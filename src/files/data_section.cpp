@@ -131,6 +131,9 @@ bool is_timeless(const Point& point) {
   return point.X == 0 && (point.Fails != 0 || point.Susps != 0);
 }
 
+/// Ranks of a kind, of no rows yet.
+DataReading no_rows(RankKind ranks) { return {{}, ranks, false, 0}; }
+
 // --- reading
 
 void require_mode(ProjectReader& file, const Point& point, int modes) {
@@ -222,11 +225,11 @@ std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head
 /// The ranks that the rows have as they stand. Rows that can't be ranked have none.
 DataReading reading_of(const DataSet& data, Ranking ranking) {
   if (data.is_read()) return data.reading;
-  if (ranking == Ranking::none) return {};
+  if (ranking == Ranking::none) return no_rows(data.reading.ranks());
   try {
     return {data.rows, data.reading.ranks(), data.own_ranks, data.ModeNames.bound()};
   } catch (const RunTimeError&) {
-    return {};
+    return no_rows(data.reading.ranks());
   }
 }
 
@@ -262,14 +265,16 @@ Point summary_of(const DataSet& data, const DataReading& reading) {
   return sums;
 }
 
-/// Times and ranks of the first and the last failure.
+/// Times and ranks of the first and the last failure: those of the rows as they will be read,
+/// so that they stay when the file is opened and saved.
 void set_limits(Head& head, const DataSet& data, const DataReading& reading) {
   const Sample& sample = reading.sample();
   bool any = false;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
-    head.XMax = data.rows[static_cast<std::size_t>(sample.entry[i]) - 1].time;
-    head.YMax = sample.rank[i];
+    head.XMax =
+        ProjectWriter::as_read(data.rows[static_cast<std::size_t>(sample.entry[i]) - 1].time);
+    head.YMax = data.own_ranks ? ProjectWriter::as_read(sample.rank[i]) : sample.rank[i];
     if (!any) head.XMin = head.XMax;
     if (!any) head.YMin = head.YMax;
     any = true;
@@ -322,6 +327,7 @@ void read_as_written(DataSet& data, RankKind ranks, bool changed) {
     DataReading reading(data.rows, ranks, data.own_ranks, data.ModeNames.bound());
     data.reading = std::move(reading);
   } catch (const RunTimeError&) {
+    data.reading = no_rows(ranks);
     if (!changed) mark_changed(data);
   }
 }

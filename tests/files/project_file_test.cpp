@@ -19,9 +19,9 @@ using test::random_project;
 using test::RandomNumbers;
 using test::small_project;
 
-std::string written(const Project& project) {
+std::string written(const Project& project, Ranking ranking = Ranking::of_changed_rows) {
   ProjectBytes made;
-  const auto fault = write_project(project, made);
+  const auto fault = write_project(project, made, ranking);
   EXPECT_FALSE(fault) << fault->fault.what;
   EXPECT_EQ(made.is_utf8, made.bytes.starts_with("\xEF\xBB\xBF"));
   return made.bytes;
@@ -122,7 +122,9 @@ class Expected {
       if (!first || row.time < data.rows[*first].time) first = i;
       if (!last || row.time >= data.rows[*last].time) last = i;
     }
-    const auto time_at = [&](auto i) { return i ? double{data.rows[*i].time} : 0; };
+    const auto time_at = [&](auto i) {
+      return i ? double{test::to_digits(data.rows[*i].time, 7)} : 0;
+    };
     const auto rank_at = [&](auto i) { return i ? double{rank(*i)} : 0; };
     const bool fits_current =
         std::none_of(fits.Fits.begin() + 1, fits.Fits.end(),
@@ -207,21 +209,13 @@ void expect_same(const Project& found, const Project& wanted) {
   ASSERT_EQ(found.data.bound(), wanted.data.bound());
   for (int i = 1; i <= wanted.data.bound(); ++i) {
     EXPECT_TRUE(same_content(found.data(i), wanted.data(i)));
+    if (!wanted.data(i).own_ranks)
+      EXPECT_EQ(found.data(i).reading.ranks(), wanted.data(i).reading.ranks());
     const FitSet &fits = wanted.fits(i), &others = found.fits(i);
     EXPECT_EQ(std::tuple(others.UniqueId, others.Title, others.DataIds, others.nFits),
               std::tuple(fits.UniqueId, fits.Title, fits.DataIds, fits.nFits));
     for (int k = 1; k <= fits.nFits; ++k)
       EXPECT_EQ(kept(others.Fits(k), found.data(i)), kept(fits.Fits(k), wanted.data(i)));
-  }
-}
-
-/// Only digits are lost, and a fit that is infinite.
-void expect_same_texts(const std::vector<std::string>& found,
-                       const std::vector<std::string>& wanted) {
-  ASSERT_EQ(found.size(), wanted.size());
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    const bool is_text = wanted[i].find_first_not_of("0123456789.E+-") != std::string::npos;
-    EXPECT_TRUE(!is_text || wanted[i] == "#TRUE#" || found[i] == wanted[i]) << found[i];
   }
 }
 
@@ -240,14 +234,11 @@ TEST(ProjectFile, HoldsTheProjectInTheStatedLines) {
     EXPECT_EQ(found, Expected(project, beyond, found).values);
     const Project again = read(first);
     const std::string second = written(again);
-    EXPECT_EQ(written(read(second)), second);
-    EXPECT_EQ(again.log.plain(), project.log.plain());
-    if (unsaveable) {
-      expect_same_texts(test::values_of(second), found);
-      continue;
-    }
     EXPECT_EQ(second, first);
+    EXPECT_EQ(again.log.plain(), project.log.plain());
+    if (unsaveable) continue;  // digits are lost, and a fit that is infinite
     expect_same(again, project);
+    expect_same(read(written(project, Ranking::none)), project);
   }
 }
 
