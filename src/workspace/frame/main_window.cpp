@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QTimer>
 #include <QUrl>
@@ -136,7 +137,7 @@ void MainWindow::connect_views() {
 
 void MainWindow::finish_command() {
   program_.progress.start_anew();
-  announce(session_);
+  tell_changes();
   if (!windows_.is_dragging()) end_step(session_);
   // The slope entered for a Weibayes may have changed the model.
   windows_.panel(windows_.current_index()).show_choices();
@@ -158,9 +159,18 @@ void MainWindow::NewProject() {
   news_.say(tr("Ready"));
 }
 
-void MainWindow::show_work() {
+/// The state is shown once, after the views of all records have followed.
+void MainWindow::tell_changes() {
+  const QScopedValueRollback telling(is_telling_, true);
   announce(session_);
-  windows_.show_from_start();
+}
+
+void MainWindow::show_work() {
+  tell_changes();
+  {
+    const QScopedValueRollback telling(is_telling_, true);
+    windows_.show_from_start();
+  }
   hint_.say({});
   show_state();
 }
@@ -349,6 +359,7 @@ void MainWindow::choose_method(int method) {
 }
 
 void MainWindow::show_state() {
+  if (is_telling_) return;
   const FitPanel& panel = *session_.gFitForm(windows_.current_index());
   rows_panel_.setText(tr("%1 rows").arg(session_.gDataForm(panel.data_index)->last_row()));
   const Model* model = find_model(panel.nModel);

@@ -92,6 +92,7 @@ class MainWindow : public QMainWindow {
   void end_edits();
   void rename_record(const QString& key, const QString& title);
 
+  void tell_changes();
   void show_work();
   void show_set(int index);
   void show_state();
@@ -113,6 +114,7 @@ class MainWindow : public QMainWindow {
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
   bool close_wanted_ = false;
+  bool is_telling_ = false;  ///< the views are following what has changed
 };
 
 }  // namespace tavlo

@@ -1,7 +1,6 @@
 #include "workspace/frame/project_tree.h"
 
 #include <QKeyEvent>
-#include <QTreeWidgetItemIterator>
 #include <algorithm>
 #include <array>
 
@@ -97,9 +96,8 @@ void ProjectTree::show_age(const Session& session) {
 
 /// Those of the records, and no others.
 bool ProjectTree::has_nodes_of(const QList<Record>& records) const {
-  qsizetype nodes_of_records = 0;
-  for (QTreeWidgetItemIterator it(const_cast<ProjectTree*>(this)); *it; ++it)
-    nodes_of_records += is_record((*it)->data(0, key_role).toString());
+  const auto nodes_of_records = std::count_if(nodes_.keyBegin(), nodes_.keyEnd(),
+                                              [](const QString& key) { return is_record(key); });
   return nodes_of_records == records.size() &&
          std::all_of(records.begin(), records.end(),
                      [this](const Record& each) { return node(each.key()) != nullptr; });
@@ -111,6 +109,7 @@ void ProjectTree::rebuild(const QList<Record>& records) {
     for (int i = 0; i < bin->childCount(); ++i)
       binned.append(bin->child(i)->data(0, key_role).toString());
   clear();
+  nodes_.clear();
   for (const Node& each : nodes)
     add_node(to_qt(each.image), to_qt(each.text), to_qt(each.key), to_qt(each.parent));
   for (const Record& each : records)
@@ -124,6 +123,7 @@ void ProjectTree::add_node(const QString& image, const QString& text, const QStr
   auto* item = new QTreeWidgetItem({text});
   item->setIcon(0, icon(image));
   item->setData(0, key_role, key);
+  nodes_.insert(key, item);
   if (is_record(key) && key.front() != u'C') item->setFlags(item->flags() | Qt::ItemIsEditable);
   if (QTreeWidgetItem* parent = node(parent_key)) {
     parent->addChild(item);
@@ -132,11 +132,7 @@ void ProjectTree::add_node(const QString& image, const QString& text, const QStr
   }
 }
 
-QTreeWidgetItem* ProjectTree::node(const QString& key) const {
-  for (QTreeWidgetItemIterator it(const_cast<ProjectTree*>(this)); *it; ++it)
-    if ((*it)->data(0, key_role) == key) return *it;
-  return nullptr;
-}
+QTreeWidgetItem* ProjectTree::node(const QString& key) const { return nodes_.value(key); }
 
 void ProjectTree::move_below(const QString& key, const QString& parent_key) {
   QTreeWidgetItem* item = node(key);

@@ -2,6 +2,7 @@
 // stands below "Recycle" until it is brought back.
 #pragma once
 
+#include <QHash>
 #include <QTreeWidget>
 
 #include "project/session.h"
@@ -57,6 +58,8 @@ class ProjectTree : public QTreeWidget {
                 const QString& parent_key);
   void move_below(const QString& key, const QString& parent_key);
   void choose(const QTreeWidgetItem* item);
+
+  QHash<QString, QTreeWidgetItem*> nodes_;  ///< by their keys
 };
 
 }  // namespace tavlo

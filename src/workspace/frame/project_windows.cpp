@@ -106,6 +106,7 @@ void ProjectWindows::follow_records() {
   while (ssize(panels_) < project.fits.bound()) add_panel();
   while (ssize(charts_) < project.charts.bound()) add_chart();
   if (!log_) add_log();
+  show_new();
   for (int i = 1; i <= project.data.bound(); ++i)
     child(key_of('D', i))->set_title(to_qt(project.data(i).Title));
   for (int i = 1; i <= project.fits.bound(); ++i)
@@ -139,7 +140,9 @@ void ProjectWindows::show_from_start() {
   in_blocks_ = true;
   for (ChildWindow* each : children_) each->show();
   Tile_Block();
-  child(QStringLiteral("D1"))->bring_to_front();
+  // The three of the first set: the button that calculates belongs to the sheet one sees.
+  for (const auto* key : {"C1", "F1", "D1"})
+    if (ChildWindow* window = child(to_qt(key))) window->bring_to_front();
 }
 
 bool ProjectWindows::is_dragging() const {
@@ -226,8 +229,25 @@ ChildWindow& ProjectWindows::add(QWidget* content, const QString& key, const QSt
     emit child_hidden(window->node_key());
   });
   children_.push_back(window);
-  window->show();
+  new_.push_back(window);
   return *window;
+}
+
+/// After all have been added: the area looks for the place of each among those it shows.
+void ProjectWindows::show_new() {
+  for (ChildWindow* each : std::exchange(new_, {})) each->show();
+}
+
+/// Once, however many windows have come into view.
+void ProjectWindows::tile_later() {
+  if (std::exchange(will_tile_, true)) return;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        will_tile_ = false;
+        if (in_blocks_) Tile_Block();
+      },
+      Qt::QueuedConnection);
 }
 
 ChildWindow* ProjectWindows::child(const QString& node_key) const {
@@ -399,13 +419,7 @@ bool ProjectWindows::eventFilter(QObject* watched, QEvent* event) {
   auto* window = qobject_cast<ChildWindow*>(watched);
   if (window && event->type() == QEvent::ShowToParent) {
     emit child_shown(window->node_key());
-    if (in_blocks_)
-      QMetaObject::invokeMethod(
-          this,
-          [this] {
-            if (in_blocks_) Tile_Block();
-          },
-          Qt::QueuedConnection);
+    if (in_blocks_) tile_later();
   }
   return QMdiArea::eventFilter(watched, event);
 }

@@ -112,6 +112,8 @@ class ProjectWindows : public QMdiArea {
   void add_log();
   template <class View>
   void drop_behind(std::vector<View*>& views, char kind, int count);
+  void show_new();
+  void tile_later();
   ChildWindow& add(QWidget* content, const QString& key, const QString& name, const QString& image,
                    const std::string& title);
   void catch_up();
@@ -120,11 +122,13 @@ class ProjectWindows : public QMdiArea {
 
   Program& program_;
   std::vector<ChildWindow*> children_;
+  std::vector<ChildWindow*> new_;  ///< not shown yet
   std::vector<SheetView*> sheets_;
   std::vector<FitWindow*> panels_;
   std::vector<ChartWindow*> charts_;
   LogWindow* log_ = nullptr;
   bool in_blocks_ = true;
+  bool will_tile_ = false;
   QVariantMap places_;  ///< of the last run; empty once the person has moved a window
   int last_set_ = 1;
   // Identities of the records behind the views.

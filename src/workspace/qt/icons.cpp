@@ -85,9 +85,7 @@ void draw_nothing(QPainter& p) {
   p.drawLine(QPointF(4.9, 11.1), QPointF(11.1, 4.9));
 }
 
-}  // namespace
-
-QIcon icon(const QString& key) {
+QIcon drawn_icon(const QString& key) {
   static const QMap<QString, void (*)(QPainter&)> drawings = {
       {QStringLiteral("tavlo"), draw_program}, {QStringLiteral("doc"), draw_document},
       {QStringLiteral("editor"), draw_sheet},  {QStringLiteral("pc"), draw_panel},
@@ -107,6 +105,17 @@ QIcon icon(const QString& key) {
     result.addPixmap(picture);
   }
   return result;
+}
+
+}  // namespace
+
+QIcon icon(const QString& key) {
+  // Hundreds of windows and nodes share a few. Kept to the end: a picture must not go after
+  // the application.
+  static auto& drawn = *new QMap<QString, QIcon>;
+  auto found = drawn.find(key);
+  if (found == drawn.end()) found = drawn.insert(key, drawn_icon(key));
+  return *found;
 }
 
 }  // namespace tavlo
