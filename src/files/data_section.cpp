@@ -199,13 +199,31 @@ std::optional<RankKind> kind_of_state(std::int32_t state) {
   return is_stated ? std::optional(RankKind::benard) : std::nullopt;
 }
 
+std::int32_t plain_state(bool own_ranks, RankKind ranks) {
+  if (own_ranks) return rank_state::own;
+  return ranks == RankKind::benard ? rank_state::benard : rank_state::exact;
+}
+
+/// The state as it came, bits of others too, as long as it says how the rows are ranked now.
+std::int32_t state_of(const DataSet& data, RankKind ranks) {
+  const std::int32_t held = data.SummaryState;
+  const bool was_own = (held & rank_state::own_bits) != 0;
+  if (was_own == data.own_ranks && kind_of_state(held) == ranks) return held;
+  constexpr std::int32_t known = rank_state::own_bits | rank_state::exact | rank_state::benard;
+  return (held & ~known) | plain_state(data.own_ranks, ranks);
+}
+
 std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head& head) {
   file.count(point_fields);
   Point point;
   visit_point(file, point);
   const std::int32_t state = point.Order;
+  const std::optional<RankKind> ranks = kind_of_state(state);
   data.SummarySpare = point.Spare;
+  data.SummaryMode = point.Mode;
   data.own_ranks = (state & rank_state::own_bits) != 0;
+  const bool is_plain = ranks && state == plain_state(data.own_ranks, *ranks);
+  data.SummaryState = is_plain ? 0 : state;
   std::vector<std::int32_t> order(static_cast<std::size_t>(head.Count));
   data.rows.resize(order.size());
   for (std::size_t i = 0; i < order.size(); ++i) {
@@ -217,7 +235,7 @@ std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head
   read_comments(file, data.rows);
   sort_by_order(data.rows, std::move(order));
   drop_blank_end(data.rows);
-  return kind_of_state(state);
+  return ranks;
 }
 
 // --- writing
@@ -258,9 +276,8 @@ Point summary_of(const DataSet& data, const DataReading& reading) {
   constexpr double most = std::numeric_limits<double>::max();
   sums.Fails = std::clamp(sums.Fails, -most, most);
   sums.Susps = std::clamp(sums.Susps, -most, most);
-  sums.Order = data.own_ranks                        ? rank_state::own
-               : reading.ranks() == RankKind::benard ? rank_state::benard
-                                                     : rank_state::exact;
+  sums.Order = state_of(data, reading.ranks());
+  sums.Mode = data.SummaryMode;
   sums.Spare = data.SummarySpare;
   return sums;
 }

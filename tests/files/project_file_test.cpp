@@ -136,10 +136,11 @@ class Expected {
     if (data.ModeNames.bound() > 0)
       for (const std::string& name : data.ModeNames) add(name);
     add(failures, suspensions, 0.0F, 0.0F,
-        data.own_ranks                             ? 1
+        data.SummaryState != 0                     ? data.SummaryState
+        : data.own_ranks                           ? 1
         : data.reading.ranks() == RankKind::benard ? 128
                                                    : 64,
-        0, data.SummarySpare);
+        data.SummaryMode, data.SummarySpare);
     for (std::size_t i = 0; i < data.rows.size(); ++i) {
       const SheetRow& row = data.rows[i];
       const bool no_time = !row.has(sheet_column::x) && (row.failures > 0 || row.suspensions > 0);
@@ -209,14 +210,22 @@ void expect_same(const Project& found, const Project& wanted) {
   ASSERT_EQ(found.data.bound(), wanted.data.bound());
   for (int i = 1; i <= wanted.data.bound(); ++i) {
     EXPECT_TRUE(same_content(found.data(i), wanted.data(i)));
-    if (!wanted.data(i).own_ranks)
-      EXPECT_EQ(found.data(i).reading.ranks(), wanted.data(i).reading.ranks());
+    EXPECT_TRUE(wanted.data(i).own_ranks ||
+                found.data(i).reading.ranks() == wanted.data(i).reading.ranks());
     const FitSet &fits = wanted.fits(i), &others = found.fits(i);
     EXPECT_EQ(std::tuple(others.UniqueId, others.Title, others.DataIds, others.nFits),
               std::tuple(fits.UniqueId, fits.Title, fits.DataIds, fits.nFits));
     for (int k = 1; k <= fits.nFits; ++k)
       EXPECT_EQ(kept(others.Fits(k), found.data(i)), kept(fits.Fits(k), wanted.data(i)));
   }
+}
+
+/// Only a fit that is infinite is lost: it is not up to date any more.
+void expect_same_texts(const std::vector<std::string>& found,
+                       const std::vector<std::string>& wanted) {
+  ASSERT_EQ(found.size(), wanted.size());
+  for (std::size_t i = 0; i < found.size(); ++i)
+    EXPECT_TRUE(found[i] == wanted[i] || wanted[i] == "#TRUE#") << found[i] << " " << wanted[i];
 }
 
 // What the program writes has the stated form and holds the project; read back it is there
@@ -234,9 +243,13 @@ TEST(ProjectFile, HoldsTheProjectInTheStatedLines) {
     EXPECT_EQ(found, Expected(project, beyond, found).values);
     const Project again = read(first);
     const std::string second = written(again);
-    EXPECT_EQ(second, first);
+    EXPECT_EQ(written(read(second)), second);
     EXPECT_EQ(again.log.plain(), project.log.plain());
-    if (unsaveable) continue;  // digits are lost, and a fit that is infinite
+    if (unsaveable) {
+      expect_same_texts(test::values_of(second), found);
+      continue;
+    }
+    EXPECT_EQ(second, first);
     expect_same(again, project);
     expect_same(read(written(project, Ranking::none)), project);
   }
