@@ -7,6 +7,7 @@
 #include "files/column_names.h"
 #include "files/data_notation.h"
 #include "files/lost_in_export.h"
+#include "files/replace_keeping_former.h"
 #include "files/separated_writer.h"
 
 namespace tavlo {
@@ -44,9 +45,13 @@ bool is_data_file_name(const std::string& path) { return is_table(path) || ends_
 bool export_data(Session& session, int data_index, const std::string& path) {
   const DataSet& data = session.project.data(data_index);
   const std::string bytes = is_table(path) ? write_separated_text(data) : write_notation(data);
-  FileSystem& files = session.ports.file_system;
-  FileResult done = files.back_up(path);
-  if (done) done = files.write_whole(path, bytes);
+  if (!holds_rows(bytes, is_table(path))) {
+    session.ports.prompts.show({"Export to " + bare_file_name(path),
+                                "There are no rows to write.  Nothing was exported.", BoxIcon::stop,
+                                BoxButtons::ok});
+    return false;
+  }
+  const FileResult done = replace_keeping_former(session.ports.file_system, path, bytes);
   if (!done) {
     tell_fault(session, path, done);
     return false;

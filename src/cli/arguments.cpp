@@ -337,7 +337,7 @@ void add_convert_command(CLI::App& app, ConvertArguments& convert) {
       ->add_option_function<std::string>(
           "OUT", take,
           "The file to write: .txt the data notation, .csv a table, any other name a project "
-          "(.tavlo); a project that stands there is kept as OUT~")
+          "(.tavlo); what stands there is kept as OUT~")
       ->required()
       ->type_name("");
   add_reading(*command, convert.common);

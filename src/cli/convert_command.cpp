@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "cli/commands.h"
 #include "cli/file_titles.h"
 #include "cli/made_project.h"
@@ -41,10 +39,9 @@ ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
   const bool is_table = extension(out) == ".csv";
   const DataSet& data = work.data_set();
   const std::string bytes = is_table ? write_separated_text(data) : write_notation(data);
-  if (std::count(bytes.begin(), bytes.end(), '\n') < (is_table ? 2 : 1))
+  if (!holds_rows(bytes, is_table))
     return file_fault(work.subject() + ": there are no rows to write");
-  const FileResult written = SafeFiles().write_whole(out, bytes);
-  if (!written) return file_fault(out + ": " + written.message);
+  if (const auto fault = write_keeping_former(out, bytes)) return file_fault(*fault);
   tell_lost(out, (is_table ? lost_in_separated_text : lost_in_notation)(*work.origin, work.number),
             data);
   return ExitCode::done;

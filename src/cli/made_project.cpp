@@ -6,6 +6,7 @@
 #include "cli/interruption.h"
 #include "cli/output.h"
 #include "files/project_file.h"
+#include "files/replace_keeping_former.h"
 
 namespace tavlo::cli {
 
@@ -59,6 +60,13 @@ std::optional<std::string> MadeProject::write() {
   return write_project_file(path_, session().project, false);
 }
 
+std::optional<std::string> write_keeping_former(const std::string& path, std::string_view bytes) {
+  const Uninterrupted until_it_stands;
+  SafeFiles files;
+  const FileResult done = replace_keeping_former(files, path, bytes);
+  return done ? std::nullopt : std::optional(path + ": " + done.message);
+}
+
 std::optional<std::string> write_project_file(const std::string& path, const Project& project,
                                               bool was_utf8) {
   ProjectBytes written;
@@ -66,11 +74,7 @@ std::optional<std::string> write_project_file(const std::string& path, const Pro
     return path + ": " +
            (fault->fault.what.empty() ? run_time_description(fault->error_number)
                                       : fault->fault.what);
-  const Uninterrupted until_it_stands;
-  SafeFiles files;
-  FileResult done = files.back_up(path);
-  if (done) done = files.write_whole(path, written.bytes);
-  if (!done) return path + ": " + done.message;
+  if (auto fault_of_file = write_keeping_former(path, written.bytes)) return fault_of_file;
   if (written.is_utf8 && !was_utf8)
     complain(path +
              ": warning: some characters are not in Windows-1252, the usual code page of "

@@ -35,6 +35,9 @@ class MadeProject {
   bool goes_on_ = false;
 };
 
+/// Writes a file; the one that was there is kept as `path~`. What is wrong, as "PATH: what".
+std::optional<std::string> write_keeping_former(const std::string& path, std::string_view bytes);
+
 /// Writes a project; the file that was there is kept as `path~`. Tells where it needs other
 /// letters than older programs know, unless `was_utf8`. What is wrong, as "PATH: what".
 std::optional<std::string> write_project_file(const std::string& path, const Project& project,

@@ -131,6 +131,9 @@ bool is_timeless(const Point& point) {
   return point.X == 0 && (point.Fails != 0 || point.Susps != 0);
 }
 
+/// Ranks of a kind, of no rows yet.
+DataReading no_rows(RankKind ranks) { return {{}, ranks, false, 0}; }
+
 // --- reading
 
 void require_mode(ProjectReader& file, const Point& point, int modes) {
@@ -196,13 +199,31 @@ std::optional<RankKind> kind_of_state(std::int32_t state) {
   return is_stated ? std::optional(RankKind::benard) : std::nullopt;
 }
 
+std::int32_t plain_state(bool own_ranks, RankKind ranks) {
+  if (own_ranks) return rank_state::own;
+  return ranks == RankKind::benard ? rank_state::benard : rank_state::exact;
+}
+
+/// The state as it came, bits of others too, as long as it says how the rows are ranked now.
+std::int32_t state_of(const DataSet& data, RankKind ranks) {
+  const std::int32_t held = data.SummaryState;
+  const bool was_own = (held & rank_state::own_bits) != 0;
+  if (was_own == data.own_ranks && kind_of_state(held) == ranks) return held;
+  constexpr std::int32_t known = rank_state::own_bits | rank_state::exact | rank_state::benard;
+  return (held & ~known) | plain_state(data.own_ranks, ranks);
+}
+
 std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head& head) {
   file.count(point_fields);
   Point point;
   visit_point(file, point);
   const std::int32_t state = point.Order;
+  const std::optional<RankKind> ranks = kind_of_state(state);
   data.SummarySpare = point.Spare;
+  data.SummaryMode = point.Mode;
   data.own_ranks = (state & rank_state::own_bits) != 0;
+  const bool is_plain = ranks && state == plain_state(data.own_ranks, *ranks);
+  data.SummaryState = is_plain ? 0 : state;
   std::vector<std::int32_t> order(static_cast<std::size_t>(head.Count));
   data.rows.resize(order.size());
   for (std::size_t i = 0; i < order.size(); ++i) {
@@ -214,7 +235,7 @@ std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head
   read_comments(file, data.rows);
   sort_by_order(data.rows, std::move(order));
   drop_blank_end(data.rows);
-  return kind_of_state(state);
+  return ranks;
 }
 
 // --- writing
@@ -222,11 +243,11 @@ std::optional<RankKind> read_rows(ProjectReader& file, DataSet& data, const Head
 /// The ranks that the rows have as they stand. Rows that can't be ranked have none.
 DataReading reading_of(const DataSet& data, Ranking ranking) {
   if (data.is_read()) return data.reading;
-  if (ranking == Ranking::none) return {};
+  if (ranking == Ranking::none) return no_rows(data.reading.ranks());
   try {
     return {data.rows, data.reading.ranks(), data.own_ranks, data.ModeNames.bound()};
   } catch (const RunTimeError&) {
-    return {};
+    return no_rows(data.reading.ranks());
   }
 }
 
@@ -255,21 +276,22 @@ Point summary_of(const DataSet& data, const DataReading& reading) {
   constexpr double most = std::numeric_limits<double>::max();
   sums.Fails = std::clamp(sums.Fails, -most, most);
   sums.Susps = std::clamp(sums.Susps, -most, most);
-  sums.Order = data.own_ranks                        ? rank_state::own
-               : reading.ranks() == RankKind::benard ? rank_state::benard
-                                                     : rank_state::exact;
+  sums.Order = state_of(data, reading.ranks());
+  sums.Mode = data.SummaryMode;
   sums.Spare = data.SummarySpare;
   return sums;
 }
 
-/// Times and ranks of the first and the last failure.
+/// Times and ranks of the first and the last failure: those of the rows as they will be read,
+/// so that they stay when the file is opened and saved.
 void set_limits(Head& head, const DataSet& data, const DataReading& reading) {
   const Sample& sample = reading.sample();
   bool any = false;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0)) continue;
-    head.XMax = data.rows[static_cast<std::size_t>(sample.entry[i]) - 1].time;
-    head.YMax = sample.rank[i];
+    head.XMax =
+        ProjectWriter::as_read(data.rows[static_cast<std::size_t>(sample.entry[i]) - 1].time);
+    head.YMax = data.own_ranks ? ProjectWriter::as_read(sample.rank[i]) : sample.rank[i];
     if (!any) head.XMin = head.XMax;
     if (!any) head.YMin = head.YMax;
     any = true;
@@ -322,6 +344,7 @@ void read_as_written(DataSet& data, RankKind ranks, bool changed) {
     DataReading reading(data.rows, ranks, data.own_ranks, data.ModeNames.bound());
     data.reading = std::move(reading);
   } catch (const RunTimeError&) {
+    data.reading = no_rows(ranks);
     if (!changed) mark_changed(data);
   }
 }

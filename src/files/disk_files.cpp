@@ -193,13 +193,18 @@ std::string folder_of(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// Permissions of the old file, or those that a new file gets. The mask can
-/// only be read by setting it.
-mode_t wanted_mode(const std::optional<struct stat>& old) {
-  if (old) return old->st_mode & 07777;
+/// The mask can only be read by setting it, for all threads: that is done once, at the
+/// start, where no other thread can make a file meanwhile.
+mode_t read_mask() {
   const mode_t mask = ::umask(0);
   ::umask(mask);
-  return static_cast<mode_t>(0666) & ~mask;
+  return mask;
+}
+const mode_t mask_at_start = read_mask();
+
+/// Permissions of the old file, or those that a new file gets.
+mode_t wanted_mode(const std::optional<struct stat>& old) {
+  return old ? old->st_mode & 07777 : static_cast<mode_t>(0666) & ~mask_at_start;
 }
 
 /// A rename needs leave of the folder only; a file that is itself protected is
@@ -211,8 +216,10 @@ FileResult require_replaceable(const std::string& path, const struct stat& old) 
   return {};
 }
 
-constexpr std::string_view beside_name = ".tavlo-";
-constexpr std::string_view beside_end = "XXXXXX";
+/// A name that nobody types: files of this form are removed when they are left behind.
+constexpr std::string_view beside_start = ".tavlo-save-";
+constexpr std::string_view beside_letters = "XXXXXX";
+constexpr std::string_view beside_end = ".tmp~";
 
 /// Makes a file of a new name in the folder and locks it. Another program's sweep may
 /// take the file in the moment between: then the next name is tried. Without success
@@ -220,8 +227,9 @@ constexpr std::string_view beside_end = "XXXXXX";
 Descriptor make_locked(const std::string& folder, std::string& name) {
   constexpr int most_attempts = 20;
   for (int attempt = 0; attempt < most_attempts; ++attempt) {
-    name = folder + "/" + std::string(beside_name) + std::string(beside_end);
-    Descriptor file(::mkostemp(name.data(), O_CLOEXEC));
+    name = folder + "/";
+    name.append(beside_start).append(beside_letters).append(beside_end);
+    Descriptor file(::mkostemps(name.data(), static_cast<int>(beside_end.size()), O_CLOEXEC));
     if (!file) return file;
     ::flock(file.number(), LOCK_EX);
     struct stat status {};
@@ -282,13 +290,16 @@ class FileBeside {
 };
 
 bool is_beside_name(std::string_view name) {
-  return name.starts_with(beside_name) && name.size() == beside_name.size() + beside_end.size();
+  return name.starts_with(beside_start) && name.ends_with(beside_end) &&
+         name.size() == beside_start.size() + beside_letters.size() + beside_end.size();
 }
 
-/// True when no living program holds the file. Where locks are unknown, age tells.
+/// True for a file of this person that no living program holds. Where locks are unknown,
+/// age tells.
 bool is_left_behind(int file) {
   struct stat status {};
   if (::fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+  if (status.st_uid != ::geteuid()) return false;
   if (::flock(file, LOCK_EX | LOCK_NB) == 0) return true;
   constexpr std::time_t old_age = 3600;  // seconds
   return errno != EWOULDBLOCK && std::time(nullptr) - status.st_mtime > old_age;
@@ -440,7 +451,7 @@ FileResult DiskFiles::make_folder(const std::string& path) {
     end = path.find('/', end);
     const std::string part = path.substr(0, end);
     if (end != std::string::npos) ++end;
-    if (::mkdir(part.c_str(), 0777) == 0) continue;
+    if (::mkdir(part.c_str(), 0700) == 0) continue;
     const int error = errno;
     if (is_folder(part)) continue;
     return exists(part) ? not_a_folder() : system_fault("making a folder", error);

@@ -1,5 +1,6 @@
 #include "files/lost_in_export.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "files/point_list.h"
@@ -78,6 +79,10 @@ std::vector<std::string> lost_in_notation(const Project& project, int set) {
   lost.add(count_rows(data, has_comment), "comment");
   add_everywhere(project, set, lost);
   return lost.take();
+}
+
+bool holds_rows(std::string_view bytes, bool is_separated_text) {
+  return std::count(bytes.begin(), bytes.end(), '\n') > (is_separated_text ? 1 : 0);
 }
 
 }  // namespace tavlo

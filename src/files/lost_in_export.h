@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "project/project.h"
@@ -15,5 +16,9 @@ std::vector<std::string> lost_in_notation(const Project& project, int set = 1);
 
 /// The same in separated text.
 std::vector<std::string> lost_in_separated_text(const Project& project, int set = 1);
+
+/// Whether there is any row in what was made for export: one without any could only take the
+/// place of an old file that has some.
+bool holds_rows(std::string_view bytes, bool is_separated_text);
 
 }  // namespace tavlo

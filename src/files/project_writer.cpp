@@ -58,6 +58,15 @@ void ProjectWriter::put_number(double number, int digits) {
   put({text, static_cast<std::size_t>(end.ptr - text)});
 }
 
+float ProjectWriter::as_read(float number) {
+  char text[40];
+  const auto end = std::to_chars(text, text + sizeof text, static_cast<double>(number),
+                                 std::chars_format::general, single_digits);
+  double read = 0;
+  std::from_chars(text, end.ptr, read);
+  return static_cast<float>(read);
+}
+
 void ProjectWriter::value(bool flag) { put(flag ? "#TRUE#" : "#FALSE#"); }
 void ProjectWriter::value(std::int16_t whole) { value(std::int32_t{whole}); }
 

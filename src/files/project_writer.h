@@ -29,6 +29,9 @@ class ProjectWriter : public ProjectText {
   /// Gives the bytes away.
   std::string take() { return std::move(bytes_); }
 
+  /// What a reader gets back of a number of 32 bits.
+  static float as_read(float number);
+
   /// The characters that the code page lacks, as UTF-8; "?" stands for each.
   const std::string& lost() const { return lost_; }
 

@@ -65,7 +65,8 @@ class FileSystem {
   /// Nothing happens when there is no such file yet. On any failure both are as they were.
   virtual FileResult back_up(const std::string& path) = 0;
 
-  /// Makes the folder and those above it; all is well when it stands already.
+  /// Makes the folder and those above it, for this person alone: the program keeps copies
+  /// of projects in them. All is well when it stands already, and it stays as it is.
   virtual FileResult make_folder(const std::string& path) = 0;
 
   /// The names of the files and folders in a folder, in ascending order.

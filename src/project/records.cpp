@@ -25,7 +25,8 @@ bool same_content(const DataSet& a, const DataSet& b) {
   return a.UniqueId == b.UniqueId && a.Title == b.Title && a.rows == b.rows &&
          a.ModeNames == b.ModeNames && a.own_ranks == b.own_ranks && a.XScale == b.XScale &&
          a.YScale == b.YScale && a.Flag2 == b.Flag2 && a.Reserved == b.Reserved &&
-         a.SummarySpare == b.SummarySpare && a.Inspection == b.Inspection &&
+         a.SummarySpare == b.SummarySpare && a.SummaryMode == b.SummaryMode &&
+         a.SummaryState == b.SummaryState && a.Inspection == b.Inspection &&
          a.Profiles == b.Profiles;
 }
 

@@ -56,6 +56,8 @@ struct DataSet {
   bool Flag2 = false;
   double Reserved = 0;
   std::int16_t SummarySpare = 0;
+  std::int16_t SummaryMode = 0;
+  std::int32_t SummaryState = 0;  ///< of the ranks, where it says more than this program would
   Slots<InspectionList> Inspection;
   Slots<WarrantyProfile> Profiles;
 

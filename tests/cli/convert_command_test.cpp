@@ -95,6 +95,11 @@ TEST_F(EveryFile, KeepsItsRowsThereAndBack) {
       }
   run("convert table.csv a.csv; $CLI convert a.csv b.tavlo; $CLI convert b.tavlo b.csv");
   EXPECT_EQ(folder.read("a.csv"), folder.read("b.csv")) << "comments and modes too";
+  for (const std::string& form : forms) {
+    const std::string former = folder.read("b." + form);
+    EXPECT_EQ(run("convert utf16.csv b." + form).code, 0);
+    EXPECT_EQ(folder.read("b." + form + "~"), former) << form;
+  }
   const ProgramRun lost = run("convert two.tavlo a.txt --set 1");
   EXPECT_EQ(lost.code, 0);
   for (const char* words : {"a.txt: warning", "2 failure modes", "3 comments", "2 fits"})

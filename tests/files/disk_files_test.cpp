@@ -70,15 +70,18 @@ TEST_F(DiskFilesTest, RefusesLargeFilesBeforeReadingThem) {
 // What a killed program left goes with the next save; a file that a living one still
 // writes, and whatever has only a similar name, stays.
 TEST_F(DiskFilesTest, ASaveSweepsWhatAKilledOneLeft) {
-  for (const char* name : {".tavlo-abcdef", ".tavlo-inwork", ".tavlo-longer-name", ".tavlo"})
+  const std::string in_work_name = ".tavlo-save-inwork.tmp~";
+  for (const char* name : {".tavlo-save-abcdef.tmp~", in_work_name.c_str(), ".tavlo-backup",
+                           ".tavlo-save-longer-name.tmp~"})
     std::ofstream(path(name)) << "half";
-  const int in_work = ::open(path(".tavlo-inwork").c_str(), O_RDWR);
+  const std::string stays = ".tavlo-backup=half ", also = ".tavlo-save-longer-name.tmp~=half ";
+  const int in_work = ::open(path(in_work_name).c_str(), O_RDWR);
   ASSERT_EQ(::flock(in_work, LOCK_EX), 0);
   ASSERT_TRUE(files.write_whole(path("file"), "new"));
-  EXPECT_EQ(content(), ".tavlo=half .tavlo-inwork=half .tavlo-longer-name=half file=new ");
+  EXPECT_EQ(content(), stays + in_work_name + "=half " + also + "file=new ");
   ::close(in_work);
   ASSERT_TRUE(files.write_whole(path("file"), "new"));
-  EXPECT_EQ(content(), ".tavlo=half .tavlo-longer-name=half file=new ");
+  EXPECT_EQ(content(), stays + also + "file=new ");
 }
 
 TEST_F(DiskFilesTest, SavesAtTheSameTimeDoNotSweepEachOther) {
@@ -132,6 +135,7 @@ TEST_F(DiskFilesTest, EveryOperationDoesWhatItSays) {
   EXPECT_TRUE(files.back_up(path("new"))) << "nothing to keep";
   ASSERT_TRUE(files.make_folder(path("a/b//c/")));
   ASSERT_TRUE(files.make_folder(path("a")));
+  EXPECT_EQ(fs::status(path("a/b/c")).permissions(), fs::perms(0700));
   const std::string bytes("1\0\xFF\r\n", 5), many(200'000, 'x');
   ASSERT_TRUE(files.create_new(path("a/log"), bytes));
   ASSERT_TRUE(files.append(path("a/log"), "2"));
@@ -151,7 +155,7 @@ TEST_F(DiskFilesTest, EveryOperationDoesWhatItSays) {
   ASSERT_TRUE(files.write_whole(path("a/log"), ""));
   for (const char* name : {"a/log", "a/log~"})
     EXPECT_EQ(fs::status(path(name)).permissions(), fs::perms(0640));
-  std::ofstream(path("a/.tavlo-inwork")) << "half";
+  std::ofstream(path("a/.tavlo-save-inwork.tmp~")) << "half";
   std::vector<std::string> names;
   ASSERT_TRUE(files.list_folder(path("a"), names));
   EXPECT_EQ(names, (std::vector<std::string>{"b", "log", "log~", "other"}));
@@ -159,7 +163,7 @@ TEST_F(DiskFilesTest, EveryOperationDoesWhatItSays) {
   EXPECT_TRUE(facts.is_folder && files.exists(path("a/b")));
   ASSERT_TRUE(files.remove(path("a/other")));
   EXPECT_FALSE(files.exists(path("a/other")));
-  EXPECT_EQ(content(), "a a/.tavlo-inwork=half a/b a/b/c a/log= a/log~=" + many + " ");
+  EXPECT_EQ(content(), "a a/.tavlo-save-inwork.tmp~=half a/b a/b/c a/log= a/log~=" + many + " ");
 }
 
 using Path = const std::string&;

@@ -91,6 +91,10 @@ class Maker {
     UnheardReports unheard;
     if (random.chance(0.7)) Make_Ranks(unheard.errors, random.chance(0.5), made);
     if (made.reading.rows().size() != made.rows.size() || random.chance(0.2)) mark_changed(made);
+    made.SummaryMode = small();
+    const bool exact = made.reading.ranks() == RankKind::exact;
+    if (random.chance(0.3))
+      made.SummaryState = 256 + (exact ? 64 : 128) + (made.own_ranks ? random.whole(1, 63) : 0);
     return made;
   }
 

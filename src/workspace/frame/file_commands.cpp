@@ -44,9 +44,9 @@ void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
 }
 
 void FileCommands::begin_work(std::function<bool()> act) {
-  QTimer::singleShot(0, &frame_, program_.commands.slot([this, act = std::move(act)] {
+  program_.commands.run_later([this, act = std::move(act)] {
     if (act()) views_.show_work();
-  }));
+  });
 }
 
 void FileCommands::new_project() {

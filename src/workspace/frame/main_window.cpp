@@ -79,6 +79,7 @@ MainWindow::MainWindow(Program& program)
 // A window that ends makes another one active and may end an edit: nobody may ask then what
 // can be done by members that have gone already.
 MainWindow::~MainWindow() {
+  program_.commands.drop_later();
   disconnect(&program_.commands, nullptr, this, nullptr);
   disconnect(&program_.views, nullptr, this, nullptr);
   disconnect(&windows_, nullptr, this, nullptr);
@@ -236,15 +237,15 @@ void MainWindow::add_chart() {
 
 // Windows may go with their records, and may not do so inside an event of their own.
 void MainWindow::undo() {
-  QTimer::singleShot(0, this, program_.commands.slot([this] {
+  program_.commands.run_later([this] {
     if (!windows_.is_dragging()) tavlo::undo(session_);
-  }));
+  });
 }
 
 void MainWindow::redo() {
-  QTimer::singleShot(0, this, program_.commands.slot([this] {
+  program_.commands.run_later([this] {
     if (!windows_.is_dragging()) tavlo::redo(session_);
-  }));
+  });
 }
 
 void MainWindow::select_all() {

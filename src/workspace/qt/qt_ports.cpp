@@ -4,12 +4,15 @@
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QRegularExpression>
 
 #include "numerics/decimal_separators.h"
 #include "workspace/qt/qt_text.h"
@@ -66,6 +69,31 @@ QString extension_of(const QString& filter) {
   const QString first = filter.section(QStringLiteral("*."), 1).section(u' ', 0, 0).remove(u')');
   return first == QStringLiteral("*") ? QString() : first;
 }
+
+/// The toolkit completes only names without a full stop: "pumps 1.5" has no extension either.
+/// A name is complete that ends in an extension of any kind of file that is offered.
+QString completed_name(const QString& name, const QFileDialog& dialog) {
+  const QString own = extension_of(dialog.selectedNameFilter());
+  const bool is_left = own.isEmpty() || !name.section(u'/', -1).contains(u'.');
+  if (is_left || QFileInfo(dialog.directory(), name).isDir()) return name;
+  static const QRegularExpression any_extension(QStringLiteral("\\*(\\.[^ ;)*]+)"));
+  for (const QString& filter : dialog.nameFilters())
+    for (auto each = any_extension.globalMatch(filter); each.hasNext();)
+      if (name.endsWith(each.next().captured(1), Qt::CaseInsensitive)) return name;
+  return name + (name.endsWith(u'.') ? own : u'.' + own);
+}
+
+/// Completes the name that was typed before the dialog asks whether to replace an old file.
+class NameDialog : public QFileDialog {
+ public:
+  using QFileDialog::QFileDialog;
+
+  void accept() override {
+    auto* const typed = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (typed && acceptMode() == AcceptSave) typed->setText(completed_name(typed->text(), *this));
+    QFileDialog::accept();
+  }
+};
 
 /// A name without an extension gets that of the chosen kind of file: here, before
 /// the dialog asks whether to replace an old one.
@@ -143,7 +171,7 @@ std::optional<std::string> QtPrompts::ask_line(const std::string& title, const s
 }
 
 std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
-  QFileDialog dialog(owner(), to_qt(request.title));
+  NameDialog dialog(owner(), to_qt(request.title));
   const QStringList filters = filters_of(request.filter);
   dialog.setNameFilters(filters);
   dialog.selectNameFilter(filters.value(request.filter_index - 1));

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <deque>
 #include <functional>
 
 #include "workspace/qt/qt_ports.h"
@@ -24,6 +25,13 @@ class UserCommands : public QObject {
   /// too, but it is no command, and the windows don't catch up.
   void run_aside(const std::function<void()>& action) { attempt(action); }
 
+  /// Runs the action as a command when the one at work is over, and the event that began it:
+  /// windows may go in it. An open dialog of a command is waited for.
+  void run_later(std::function<void()> action);
+
+  /// Nothing of what waits is run any more.
+  void drop_later() { later_.clear(); }
+
   bool running() const { return depth_ > 0; }
 
   /// The same as a slot: connect(button, &QAbstractButton::clicked, this,
@@ -37,8 +45,10 @@ class UserCommands : public QObject {
 
  private:
   void attempt(const std::function<void()>& action);
+  void run_next();
 
   QtPrompts& prompts_;
+  std::deque<std::function<void()>> later_;
   int depth_ = 0;
 };
 
