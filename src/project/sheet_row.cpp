@@ -32,7 +32,8 @@ int SheetRow::unreadable_column() const {
 bool operator==(const SheetRow& a, const SheetRow& b) {
   const bool same_texts = a.texts == b.texts || (a.texts && b.texts && *a.texts == *b.texts);
   return same_texts && a.failures == b.failures && a.suspensions == b.suspensions &&
-         a.time == b.time && a.rank == b.rank && a.mode == b.mode && a.given == b.given && a.spare == b.spare;
+         a.time == b.time && a.rank == b.rank && a.mode == b.mode && a.given == b.given &&
+         a.spare == b.spare;
 }
 
 }  // namespace tavlo

@@ -10,7 +10,7 @@
 namespace tavlo {
 namespace {
 
-constexpr const char* path = "/work/pumps.tavlo";
+constexpr const char* path = "/data/pumps.tavlo";
 
 /// A project with a fit that is not saved, a copy of it, and an older file of its name.
 struct SaveWorld : test::FitWorld {
