@@ -15,7 +15,7 @@ bool leaves_suspensions_out(const Sample& sample, const FitRequest& request, con
 bool ranks_depend_on_listing(const Sample& sample, std::span<const ModeFit> modes) {
   const auto by_regression = [&](std::size_t row) {
     if (modes.empty()) return true;
-    const auto mode = static_cast<std::size_t>(sample.mode[row]);
+    const auto mode = sample.mode.empty() ? 0 : static_cast<std::size_t>(sample.mode[row]);
     return mode >= 1 && mode <= modes.size() && !modes[mode - 1].refusal &&
            modes[mode - 1].method != method_code::mle;
   };
