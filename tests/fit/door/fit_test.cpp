@@ -1,6 +1,7 @@
 // Laws of all fits at the door: units, order, weights, refusals, hostile numbers.
 #include "fit/door/fit.h"
 
+#include <charconv>
 #include <sstream>
 
 #include "fit/door/fits.h"
@@ -164,6 +165,13 @@ TEST(Fit, CountsAreWeightsOfTheLikelihood) {
     }
 }
 
+/// The number with which the text begins, with a full stop in every locale.
+double number_of(std::string_view text) {
+  double number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
 /// Of "100x3 >200": failures, and units that run on.
 Rows rows_of(const std::string& text) {
   Rows rows;
@@ -171,8 +179,9 @@ Rows rows_of(const std::string& text) {
   for (std::string word; words >> word;) {
     const bool runs_on = word.starts_with('>');
     const std::size_t cross = word.find('x');
-    const double units = cross == word.npos ? 1 : std::stod(word.substr(cross + 1));
-    rows.push_back({std::stof(word.substr(runs_on)), runs_on ? 0 : units, runs_on ? units : 0});
+    const double units = cross == word.npos ? 1 : number_of(word.substr(cross + 1));
+    rows.push_back({static_cast<float>(number_of(word.substr(runs_on))), runs_on ? 0 : units,
+                    runs_on ? units : 0});
   }
   return rows;
 }
@@ -182,13 +191,13 @@ TEST(Fit, EveryRefusalHasItsReason) {
     SCOPED_TRACE(row[0] + " by " + row[1] + " " + row[2]);
     Asked asked{static_cast<std::int16_t>(std::stoi(row[1])),
                 static_cast<std::int16_t>(std::stoi(row[2]))};
-    if (!row[3].empty()) asked.slope = std::stod(row[3]);
+    if (!row[3].empty()) asked.slope = number_of(row[3]);
     const FitAnswer answer = fit_rows(rows_of(row[0]), asked);
     ASSERT_TRUE(answer.refusal());
     EXPECT_EQ(static_cast<int>(answer.refusal()->code), std::stoi(row[4]));
     ASSERT_EQ(answer.refusal()->values.size(), row.size() - 5);
     for (std::size_t i = 5; i < row.size(); ++i)
-      EXPECT_NEAR(answer.refusal()->values[i - 5], std::stod(row[i]), 1e-7);
+      EXPECT_NEAR(answer.refusal()->values[i - 5], number_of(row[i]), 1e-7);
   }
 }
 
