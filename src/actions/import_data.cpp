@@ -75,11 +75,6 @@ void count(const DataRows& data, ImportPreview& preview) {
   for (std::size_t i = 0; i < shown; ++i) preview.points.push_back(point_text(data.rows[i]));
 }
 
-std::string title_of(const std::string& path) {
-  const std::string name = bare_file_name(path);
-  return name.substr(0, name.find_last_of('.'));
-}
-
 /// The index of a set without rows: the first one, or a new one; 0 when none can be made.
 int empty_set(Session& session) {
   if (session.project.data(1).rows.empty()) return 1;
@@ -148,7 +143,7 @@ int import_data(Session& session, const ImportFile& file, const ImportChoices& c
   const int index = empty_set(session);
   if (index == 0) return 0;
   fill_data_set(std::move(data), session.project.data(index));
-  rename_data(session, index, title_of(file.path()));
+  rename_data(session, index, file_title(file.path()));
   session.gDataForm(index)->follow_rows();
   bool clean = true;
   CheckDirtyData(session, index, clean);

@@ -137,8 +137,7 @@ void ask_about_changed_sets(Session& session) {
 
 /// Data of others are ranked here, and what they bring of fits is fitted anew.
 void take_in_data(Session& session, const Opening& opening) {
-  const std::string file = bare_file_name(opening.path);
-  const std::string name = file.substr(0, file.find_last_of('.'));
+  const std::string name = file_title(opening.path);
   session.works[session.project.work].name = name;
   if (opening.type == FileType::unknown) session.project.data(1).Title = name;
   bool clean = true;

@@ -40,6 +40,11 @@ std::string bare_file_name(const std::string& path) {
   return mark == std::string::npos ? path : path.substr(mark + 1);
 }
 
+std::string file_title(const std::string& path) {
+  const std::string name = bare_file_name(path);
+  return name.substr(0, name.find_last_of('.'));
+}
+
 std::string short_file_name(const std::string& path) {
   const std::string name = bare_file_name(path);
   const std::string_view folder = std::string_view(path).substr(0, path.size() - name.size());

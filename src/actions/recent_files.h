@@ -17,4 +17,7 @@ std::string short_file_name(const std::string& path);
 /// The name of a file without its folder.
 std::string bare_file_name(const std::string& path);
 
+/// The same without its ending: what data from it are called.
+std::string file_title(const std::string& path);
+
 }  // namespace tavlo

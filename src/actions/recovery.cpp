@@ -1,7 +1,6 @@
 #include "actions/recovery.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <exception>
 #include <optional>
