@@ -107,7 +107,7 @@ TEST_F(CarelessUser, GetsAProjectBackThatANewOneReplaced) {
   ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == 1; }));
   person.press({"ctrl+n"});
   ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == 0; }));
-  EXPECT_EQ(window.windows().children().size(), 4u);
+  EXPECT_EQ(window.windows().count(), 4);
   ASSERT_TRUE(wait_until([&] { return window.windows().sheet(1).hasFocus(); }));
   person.type("7\n");
   EXPECT_TRUE(wait_until([&] { return sheet().text(1, sheet_column::x) == "7"; }));
