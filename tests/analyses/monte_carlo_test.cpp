@@ -1,0 +1,202 @@
+#include "analyses/monte_carlo.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "fit/door/fit.h"
+#include "fit/parallel.h"
+#include "support/random_samples.h"
+
+namespace tavlo {
+namespace {
+
+struct NoChance : Entropy {
+  std::uint32_t next() override { return 12345; }
+};
+
+Life life(std::int16_t model, std::vector<FitParam> rows) { return {model, std::move(rows)}; }
+FitParam row(double scale, double shape, double share = 1, int applies = 1, double t0 = 0) {
+  return {scale, share, shape, t0, applies};
+}
+
+struct Sampled {
+  const char* name;
+  Life life;
+  double miss;  ///< of r squared from 1, by four digits of the times
+};
+
+const std::vector<Sampled>& lives() {
+  using namespace model_code;
+  static const std::vector<Sampled> all = {
+      {"W2P", life(weibull2, {row(1 / 1000.0, 2)}), 1e-6},
+      {"W2P steep", life(weibull2, {row(1 / 1000.0, 5)}), 1e-6},
+      {"W3T", life(weibull3, {row(1 / 1000.0, 1.5, 1, 1, 100)}), 1e-5},
+      {"N", life(normal, {row(100, 0.1)}), 5e-6},
+      {"LN", life(lognormal, {row(100, 1 / std::log(3.0))}), 1e-6},
+      {"G-", life(gumbel_lower, {row(0.01, 10)}), 1e-5},
+      {"G+", life(gumbel_upper, {row(0.01, 10)}), 1e-5},
+      {"W4P", life(weibull4, {row(1 / 5000.0, 0.5), row(1 / 1000.0, 3, 0)}), 1e-5},
+      {"W5C", life(weibull5c, {row(0.01, 3, 0.2), row(0.001, 3, 0.8, 3)}), 1e-5},
+      {"W7P",
+       life(weibull7, {row(0.01, 4, 0.15), row(1 / 5000.0, 1, 0.85, 3), row(0.001, 3, 0, 3)}),
+       1e-5}};
+  return all;
+}
+
+DrawnPoints drawn(const SamplePlan& plan, WichmannHill random = WichmannHill({1, 2, 3, 4})) {
+  NoChance chance;
+  return draw_points(plan, random, chance);
+}
+
+// A precise point stands at the quantile of its median rank; a random sample of a life
+// passes the test of Kolmogorov and Smirnov against it.
+TEST(MonteCarlo, PointsAreThoseOfTheLife) {
+  for (const Sampled& each : lives()) {
+    SCOPED_TRACE(each.name);
+    SamplePlan plan{each.life, 40, true};
+    ASSERT_FALSE(fault_of(plan));
+    const DrawnPoints precise = drawn(plan);
+    EXPECT_EQ(precise.unreached, 0);
+    for (int i = 1; i <= 40; ++i) {
+      const double y = (i - 0.3) / 40.4;
+      EXPECT_NEAR(fraction_failed(each.life, precise.times[static_cast<std::size_t>(i) - 1]), y,
+                  1e-6);
+    }
+    plan.is_precise = false;
+    plan.size = 20000;
+    const DrawnPoints random = drawn(plan);
+    double distance = 0;
+    for (std::size_t i = 0; i < random.times.size(); ++i)
+      distance = std::max(distance, std::abs(fraction_failed(each.life, random.times[i]) -
+                                             (static_cast<double>(i) + 0.5) / 20000));
+    EXPECT_LT(distance, 1.95 / std::sqrt(20000)) << "0.1 % of true samples are further away";
+    set_threads(1);
+    EXPECT_EQ(drawn(plan).times, random.times);
+    set_threads(0);
+  }
+}
+
+TEST(MonteCarlo, ARegressionFindsTheLineOfAPreciseSample) {
+  for (const Sampled& each : lives()) {
+    if (each.life.rows.size() > 1) continue;
+    SCOPED_TRACE(each.name);
+    std::vector<SampleRow> rows = drawn({each.life, 50, true}).rows();
+    for (SampleRow& point : rows) {
+      const double unit = std::pow(10, std::floor(std::log10(point.time)) - 3);
+      point.time = static_cast<float>(std::round(point.time / unit) * unit);
+    }
+    FitRequest request;
+    request.model = each.life.model;
+    Companion nobody;
+    const FitAnswer answer = fit(make_sample(rows, request.ranks), request, nobody);
+    ASSERT_TRUE(answer.fit());
+    EXPECT_GT(answer.fit()->quality, 1 - each.miss);
+    EXPECT_NEAR(answer.fit()->life.rows[0].Shape / each.life.rows[0].Shape, 1, 0.01);
+    EXPECT_NEAR(answer.fit()->life.rows[0].Scale / each.life.rows[0].Scale, 1, 0.01);
+  }
+}
+
+TEST(MonteCarlo, SevenParametersAreReadAsTheBoxesGiveThem) {
+  const Life& w7 = lives().back().life;
+  EXPECT_NEAR(*quantile(w7, 0.01), 36.62, 0.01);
+  EXPECT_NEAR(*quantile(w7, 0.5), 727.6, 0.1);
+}
+
+TEST(MonteCarlo, RefusesWhatIsNoLife) {
+  using enum PlanFault;
+  using namespace model_code;
+  const struct {
+    Life life;
+    int size;
+    PlanFault fault;
+  } cases[] = {
+      {life(weibull2, {row(0.001, 0)}), 5, slope},
+      {life(weibull2, {row(0.001, -2)}), 5, slope},
+      {life(weibull2, {row(1 / 0.0, 2)}), 5, number},
+      {life(weibull2, {row(-0.001, 2)}), 5, scale},
+      {life(normal, {row(100, 1 / 0.0)}), 5, number},
+      {life(normal, {row(100, -1)}), 5, scale},
+      {life(lognormal, {row(-3, 1)}), 5, scale},
+      {life(weibull5c, {row(0.01, 3, 0.2), row(0.001, 3, 0.2, 3)}), 5, shares},
+      {life(weibull5c, {row(0.01, 3, -0.2), row(0.001, 3, 1.2, 3)}), 5, shares},
+      {life(weibull7, {row(0.01, 3, 0.2), row(0.001, 3, 0.8, 3)}), 5, model},
+      {life(weibull4, {row(0.01, 3), row(0.001, 3, 1)}), 5, shares},
+      {life(weibull5x, {row(0.01, 3, 0.2), row(0.001, 3, 0.8, 3)}), 5, model},
+      {life(weibull2, {row(0.001, 2)}), 0, size},
+  };
+  for (const auto& each : cases)
+    EXPECT_EQ(fault_of(SamplePlan{each.life, each.size}), each.fault) << each.life.model;
+  EXPECT_THROW(drawn({life(weibull2, {row(1e-37, 0.1)}), 100}), RunTimeError);
+}
+
+struct Suspending {
+  int size;
+  SuspensionPlan plan;
+  bool by_likelihood;
+  const char* expected;  ///< F or S a point
+  int count;             ///< of suspensions
+  int collapsed = 0;
+};
+
+TEST(SuspensionPlan, TakesPointsInItsOrderAndWithinItsLimits) {
+  const Suspending cases[] = {
+      {5, {}, false, "FFFFF", 0},
+      {5, {.left = 3}, false, "SSSFF", 3},
+      {5, {.left = 4}, true, "FFFFF", 0},
+      {5, {.left = -1, .right = -2}, false, "FFFFF", 0},
+      {5, {.points = {2, 9, 4, 0, -3}}, false, "FSFSF", 2},
+      {5, {.points = {3, 3, 3}}, false, "FFSFF", 3},
+      {5, {.points = {1, 2, 3, 4, 5}}, false, "SSSSS", 5},
+      {5, {.left = 3, .points = {5}}, false, "SSSFF", 3},
+      {5, {.left = 3, .points = {4}}, true, "SSSFF", 3},
+      {5, {.left = 3, .points = {2, 5}}, true, "SSSFF", 4},
+      {5, {.right = 3}, false, "FFSSS", 3},
+      {5, {.right = 4}, false, "FFFFF", 0},
+      {5, {.right = 4}, true, "FSSSS", 4},
+      {5, {.right = 5}, true, "FFFFF", 0},
+      {5, {.right = 7}, true, "FFFFF", 0},
+      {10, {.left = 5, .right = 7}, true, "SSSSSFFFFF", 5},
+      {5, {.right = 3, .right_at_last_failure = true}, false, "FFS", 3, 3},
+      {5, {.points = {4}, .right = 2, .right_at_last_failure = true}, false, "FFFS", 3, 2},
+      {5, {.points = {1, 2, 3, 4, 5}, .random = 1}, false, "SSSSS", 5},
+  };
+  NoChance chance;
+  const WichmannHill random({1, 2, 3, 4});
+  for (const Suspending& each : cases) {
+    const auto made = suspend(each.size, each.plan, each.by_likelihood, random, chance);
+    std::string points;
+    for (const bool is_suspended : made.is_suspended) points += is_suspended ? 'S' : 'F';
+    EXPECT_EQ(points, each.expected);
+    EXPECT_EQ(made.count, each.count) << points;
+    EXPECT_EQ(made.collapsed, each.collapsed) << points;
+  }
+}
+
+// By any seeds: random suspensions are as many as asked for, while failures stay.
+TEST(SuspensionPlan, DrawsRandomSuspensions) {
+  NoChance chance;
+  test::RandomNumbers seeds(4);
+  for (int run = 0; run < 300; ++run) {
+    const WichmannHill random(
+        {seeds.whole(1, 1 << 30), seeds.whole(1, 1 << 30), seeds.whole(1, 1 << 30), 1});
+    const int size = seeds.whole(2, 30), wanted = seeds.whole(0, size + 3);
+    const bool by_likelihood = seeds.chance(0.5);
+    const SuspensionPlan plan{.right = seeds.whole(0, 2), .random = wanted};
+    const auto made = suspend(size, plan, by_likelihood, random, chance);
+    const auto marked = std::count(made.is_suspended.begin(), made.is_suspended.end(), true);
+    EXPECT_GE(size - marked, by_likelihood ? 1 : std::min(size, 2));
+    const auto tail =
+        plan.right < size && (by_likelihood || size - plan.right >= 2) ? plan.right : 0;
+    if (size - tail - wanted >= 2) {
+      EXPECT_EQ(marked, tail + wanted);
+    }
+    if (by_likelihood && wanted >= size - 1 && tail == 0) {
+      EXPECT_EQ(size - marked, 1);
+    }
+    EXPECT_EQ(suspend(size, plan, by_likelihood, random, chance).is_suspended, made.is_suspended);
+  }
+}
+
+}  // namespace
+}  // namespace tavlo
