@@ -1,0 +1,70 @@
+// PlannedRuns: a test planned before it is made: the sample that a plan draws, drawn and
+// fitted many times, and how far the answers spread.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "analyses/inspections.h"
+#include "analyses/monte_carlo.h"
+#include "fit/answer.h"
+
+namespace tavlo {
+
+inline constexpr std::int32_t most_runs = 100000;
+
+struct RunPlan {
+  SamplePlan sample;
+  std::int32_t runs = 1;  ///< 1 to most_runs
+  Inspections inspections;
+  std::vector<FitRequest> fits;  ///< made of each sample; their kind of ranks is the sample's
+};
+
+/// Of the numbers that a parameter took.
+struct Spread {
+  double mean = 0;
+  double sd = 0;  ///< 0 for one number
+  double p5 = 0, p50 = 0, p95 = 0;
+
+  friend bool operator==(const Spread&, const Spread&) = default;
+};
+
+/// Percentiles by linear interpolation between the numbers in order (Hyndman and Fan, "Sample
+/// quantiles in statistical packages", 1996, definition 7). Nothing for no numbers.
+std::optional<Spread> spread_of(std::vector<double> numbers);
+
+struct ParameterSpread {
+  const char* name = "";       ///< as in machine-read output
+  int population = 0;          ///< from 1, in the order of eta (of the location)
+  std::vector<double> values;  ///< one a run that was fitted, in their order
+  std::optional<Spread> spread;
+};
+
+struct BLifeSpread {
+  double percent = 0;            ///< failed
+  std::optional<Spread> spread;  ///< in the unit of the times
+};
+
+/// What one request gave.
+struct RunsOfFit {
+  FitRequest request;
+  std::int32_t fitted = 0;
+  std::int32_t refused = 0;  ///< left out of all numbers
+  std::vector<ParameterSpread> parameters;
+  std::vector<BLifeSpread> b_lives;  ///< 1, 10 and 50 %
+  std::optional<Spread> r_squared;   ///< of regressions
+};
+
+struct RunsReport {
+  std::int32_t runs = 0;  ///< made
+  std::vector<RunsOfFit> fits;
+};
+
+/// Makes the runs of a plan whose sample has no fault; the seeds of a run are the states behind
+/// the one before. `go_on` is asked between parts with the number of runs made; once it says no
+/// the report is of those. Any number of threads gives the same.
+RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
+                     const std::function<bool(std::int32_t)>& go_on);
+
+}  // namespace tavlo
