@@ -110,7 +110,8 @@ std::optional<Spread> spread_of(std::vector<double> numbers) {
 
 RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
                      const std::function<bool(std::int32_t)>& go_on) {
-  constexpr std::int32_t part = 64;
+  constexpr std::int32_t points_at_once = 1 << 20;
+  const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 64);
   std::vector<std::vector<Numbers>> of_fits(plan.fits.size());
   RunsReport report;
   while (report.runs < plan.runs && go_on(report.runs)) {

@@ -368,9 +368,9 @@ void require_command(const CLI::App& app, int argc, const char* const* argv) {
   const std::string first = argc > 1 ? argv[1] : "";
   const auto is_first = [&first](const CLI::App* command) { return command->get_name() == first; };
   if (first.starts_with('-') || !app.get_subcommands(is_first).empty()) return;
-  throw CLI::ValidationError(first.empty()
-                                 ? "a command is required (fit, rank, chart, convert, batch)"
-                                 : "there is no command '" + first + "'");
+  throw CLI::ValidationError(
+      first.empty() ? "a command is required (fit, rank, chart, convert, sample, batch)"
+                    : "there is no command '" + first + "'");
 }
 
 ExitCode report(const CLI::App& app, const CLI::ParseError& error) {
@@ -402,6 +402,9 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   ConvertArguments convert;
   add_convert_command(app, convert);
   add_batch_command(app, batch);
+  SampleArguments sample;
+  SampleOptions sample_options;
+  add_sample_command(app, sample, sample_options);
   try {
     require_command(app, argc, argv);
     app.parse(argc, argv);
@@ -412,6 +415,7 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   if (app.got_subcommand("rank")) return Command(rank);
   if (app.got_subcommand("convert")) return Command(convert);
   if (app.got_subcommand("batch")) return Command(batch);
+  if (app.got_subcommand("sample")) return Command(sample);
   return Command(chart);
 }
 

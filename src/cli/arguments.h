@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/exit_code.h"
+#include "cli/sample_arguments.h"
 #include "files/read_options.h"
 #include "fit/sample.h"
 #include "life/models.h"
@@ -81,8 +82,8 @@ struct BatchArguments {
   int jobs = 0;  ///< lines at work at the same time; 0 is one for each core
 };
 
-using Command =
-    std::variant<FitArguments, RankArguments, ChartArguments, ConvertArguments, BatchArguments>;
+using Command = std::variant<FitArguments, RankArguments, ChartArguments, ConvertArguments,
+                             BatchArguments, SampleArguments>;
 
 /// The command; or, when help was given or the usage was wrong, which has been
 /// said already, the code to end with.

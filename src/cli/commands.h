@@ -12,5 +12,6 @@ ExitCode run(const RankArguments& arguments);
 ExitCode run(const ChartArguments& arguments);
 ExitCode run(const ConvertArguments& arguments);
 ExitCode run(const BatchArguments& arguments);
+ExitCode run(const SampleArguments& arguments);
 
 }  // namespace tavlo::cli
