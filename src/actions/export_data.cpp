@@ -7,7 +7,6 @@
 #include "files/column_names.h"
 #include "files/data_notation.h"
 #include "files/lost_in_export.h"
-#include "files/replace_keeping_former.h"
 #include "files/separated_writer.h"
 
 namespace tavlo {
@@ -51,7 +50,7 @@ bool export_data(Session& session, int data_index, const std::string& path) {
                                 BoxButtons::ok});
     return false;
   }
-  const FileResult done = replace_keeping_former(session.ports.file_system, path, bytes);
+  const FileResult done = session.ports.file_system.write_keeping_former(path, bytes);
   if (!done) {
     tell_fault(session, path, done);
     return false;

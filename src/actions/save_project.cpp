@@ -10,7 +10,6 @@
 #include "actions/undo.h"
 #include "actions/work.h"
 #include "files/project_file.h"
-#include "files/replace_keeping_former.h"
 #include "numerics/date_text.h"
 
 namespace tavlo {
@@ -68,7 +67,7 @@ Project as_saved(Session& session, const std::string& path) {
 }
 
 bool write(Session& session, const std::string& path, const ProjectBytes& bytes) {
-  const FileResult done = replace_keeping_former(session.ports.file_system, path, bytes.bytes);
+  const FileResult done = session.ports.file_system.write_keeping_former(path, bytes.bytes);
   if (!done) tell_fault(session, path, done);
   return static_cast<bool>(done);
 }

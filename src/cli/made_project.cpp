@@ -3,10 +3,8 @@
 #include "actions/new_project.h"
 #include "actions/shown_fits.h"
 #include "actions/work.h"
-#include "cli/interruption.h"
 #include "cli/output.h"
 #include "files/project_file.h"
-#include "files/replace_keeping_former.h"
 
 namespace tavlo::cli {
 
@@ -61,9 +59,7 @@ std::optional<std::string> MadeProject::write() {
 }
 
 std::optional<std::string> write_keeping_former(const std::string& path, std::string_view bytes) {
-  const Uninterrupted until_it_stands;
-  SafeFiles files;
-  const FileResult done = replace_keeping_former(files, path, bytes);
+  const FileResult done = SafeFiles().write_keeping_former(path, bytes);
   return done ? std::nullopt : std::optional(path + ": " + done.message);
 }
 
