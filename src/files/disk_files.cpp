@@ -163,8 +163,13 @@ FileResult write_all(int file, std::string_view bytes) {
   return {};
 }
 
+/// True as well where the file system knows no flushing: nothing failed to be written.
+bool flush(int file) {
+  return ::fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS;
+}
+
 FileResult flush_and_close(Descriptor& file) {
-  if (::fsync(file.number()) != 0 || !file.close_now()) return system_fault("writing", errno);
+  if (!flush(file.number()) || !file.close_now()) return system_fault("writing", errno);
   return {};
 }
 
@@ -317,9 +322,10 @@ class FileBeside {
   }
 
  private:
+  /// A file system without permissions refuses them; the file is this person's alone until then.
   FileResult open_for(mode_t mode) {
     if (!file_) return system_fault("writing in this folder", error_);
-    if (::fchmod(file_.number(), mode) != 0) return system_fault("writing", errno);
+    ::fchmod(file_.number(), mode);
     return {};
   }
 
