@@ -52,18 +52,9 @@ Numbers read_head(ProjectReader& file) {
   return numbers;
 }
 
-/// Where the head counts less records than there are, the next one's first line passes for the
-/// length of the log: the records behind it would be lost without a word.
-void require_end(ProjectReader& file, std::string_view log) {
-  file.skip_empty_lines();
-  if (file.rest().empty() || log.starts_with("{\\rtf")) return;
-  file.refuse(run_time::type_mismatch,
-              "this is no length of a log with which the file ends: more follows than the numbers "
-              "of records say");
-}
-
-/// True where the group with which the text begins ends in it.
+/// True where the group of rich text with which the text begins ends in it.
 bool has_whole_group(std::string_view rtf) {
+  if (!rtf.starts_with("{\\rtf")) return false;
   int depth = 0;
   for (std::size_t i = 0; i < rtf.size(); ++i) {
     if (rtf[i] == '\\')
@@ -76,15 +67,26 @@ bool has_whole_group(std::string_view rtf) {
   return false;
 }
 
-/// A program that shortens line ends on the file's way leaves the log with less bytes than it
-/// had; its last brace shows that nothing else is missing.
+/// Where the head counts less records than there are, the next one's first line passes for the
+/// length of the log: the records behind it would be lost without a word.
+void require_end(ProjectReader& file, std::string_view log) {
+  file.skip_empty_lines();
+  if (file.rest().empty() || has_whole_group(log)) return;
+  file.refuse(run_time::type_mismatch,
+              "this is no length of a log with which the file ends: more follows than the numbers "
+              "of records say");
+}
+
+/// A program that changes line ends or letters on the file's way leaves the log with other bytes
+/// than were counted. Its last brace shows that it is all that is left.
 std::string_view read_log_text(ProjectReader& file, std::int64_t length) {
   if (length == 0) return {};
   const std::string_view rest = file.rest();
   const auto left = static_cast<std::int64_t>(rest.size());
-  const bool lost_line_ends =
-      length > left && length - left <= std::count(rest.begin(), rest.end(), '\n');
-  return file.raw(lost_line_ends && has_whole_group(rest) ? left : length);
+  const bool is_miscounted =
+      length > left ? length - left <= std::count(rest.begin(), rest.end(), '\n')
+                    : !has_whole_group(rest.substr(0, static_cast<std::size_t>(length)));
+  return file.raw(is_miscounted && has_whole_group(rest) ? left : length);
 }
 
 void read_log(ProjectReader& file, RichText& log) {
