@@ -9,6 +9,7 @@
 #include "chart/scales/chart_view.h"
 #include "files/chart_section.h"
 #include "files/column_names.h"
+#include "files/disk_files.h"
 #include "files/fit_section.h"
 #include "project/fit_records.h"
 
@@ -209,6 +210,12 @@ void write_log(ProjectWriter& file, const RichText& log) {
   file.raw(text);
 }
 
+/// What can't be opened again must not take the place of what can.
+void require_readable(ProjectWriter& file) {
+  if (file.bytes().size() > largest_project_file)
+    file.refuse(run_time::overflow, too_large(largest_project_file).message);
+}
+
 void write_sections(ProjectWriter& file, const Project& project, Ranking ranking) {
   const ProjectText::AtWork at_work(file, file_place);
   file.raw(magic_line);
@@ -223,6 +230,7 @@ void write_sections(ProjectWriter& file, const Project& project, Ranking ranking
   for (int i = 1; i <= project.fits.bound(); ++i)
     RW_Fit(file, project.fits(i), data_of(project, i));
   write_log(file, project.log);
+  require_readable(file);
 }
 
 ProjectFault fault_of(const ProjectText& file, int error_number) {
