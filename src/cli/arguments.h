@@ -27,7 +27,7 @@ struct CommonArguments {
   std::vector<std::string> files;  ///< "-" is standard input
   int set = 0;                     ///< the data set of each file, from 1; 0 is all of them
   ReadOptions reading = {.comments = false};
-  RankKind ranks = RankKind::benard;
+  std::optional<RankKind> ranks;  ///< that were asked for; without, those of each project
   bool json = false;
 };
 

@@ -48,7 +48,7 @@ ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
 }
 
 /// Fits that another program made are made anew, as the window does when it opens its file.
-void fit_anew(SetWork& work, RankKind ranks) {
+void fit_anew(SetWork& work) {
   if (work.kind != InputFile::Kind::foreign) return;
   const FitSet& fits = work.origin->fits(work.number);
   for (int slot = 1; slot <= fits.nFits; ++slot) {
@@ -56,7 +56,7 @@ void fit_anew(SetWork& work, RankKind ranks) {
     FitQuestions question;
     question.choices = {{find_model(fit.ModelCode), find_method(fit.request.method)}};
     question.slope = fit.request.slope;
-    question.ranks = ranks;
+    question.ranks = work.ranks;
     if (!question.choices.front().model || !question.choices.front().method) continue;
     for (FitOutcome& outcome : fit_all(work.sample, question))
       work.outcomes.push_back(std::move(outcome));
@@ -66,11 +66,11 @@ void fit_anew(SetWork& work, RankKind ranks) {
 
 ExitCode write_sets(const ConvertArguments& arguments, std::vector<SetWork> works) {
   const CommonArguments& common = arguments.common;
-  MadeProject made(arguments.out, false, common.ranks);
+  MadeProject made(arguments.out, false);
   for (SetWork& work : works) {
-    work.rank(common.ranks, true);
+    work.rank(true);
     if (work.fault) return file_fault(*work.fault);
-    fit_anew(work, common.ranks);
+    fit_anew(work);
     made.add(work, set_name(work, file_titles(common.files)));
   }
   if (const auto fault = made.write()) return file_fault(*fault);

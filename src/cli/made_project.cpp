@@ -8,8 +8,8 @@
 
 namespace tavlo::cli {
 
-MadeProject::MadeProject(const std::string& path, bool strict, RankKind ranks)
-    : path_(path), answered_(path, strict, ranks) {
+MadeProject::MadeProject(const std::string& path, bool strict)
+    : path_(path), answered_(path, strict) {
   session().project = begun_project(session());
   follow_records(session());
 }
@@ -30,7 +30,7 @@ void MadeProject::add(SetWork& work, const std::string& name) {
   }
   // A set that nothing is asked of stays as it was saved.
   if (work.kind != InputFile::Kind::project || !work.outcomes.empty())
-    answered_.add_answers(work.outcomes, set);
+    answered_.add_answers(work, set);
   const int last = session().project.fits(set).nFits;
   if (last > 0 && !(goes_on_ && work.outcomes.empty())) pick_fit(session(), set, last);
 }
