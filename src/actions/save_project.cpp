@@ -77,11 +77,7 @@ void tell_encoding(Session& session, bool is_utf8) {
   Work& work = session.works[session.project.work];
   if (is_utf8 && !work.is_utf8)
     session.ports.prompts.show(
-        {"Characters in the file",
-         "The project holds characters that the usual code page of project files (Windows-1252) "
-         "lacks, so the file was saved in UTF-8.  Tavlo opens it; older programs may show some "
-         "of its texts wrongly.",
-         BoxIcon::information, BoxButtons::ok});
+        {"Characters in the file", utf8_words, BoxIcon::information, BoxButtons::ok});
   work.is_utf8 = is_utf8;
 }
 

@@ -413,11 +413,6 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   return Command(chart);
 }
 
-bool is_data_name(const std::string& path) {
-  const std::string type = extension(path);
-  return type == ".txt" || type == ".csv";
-}
-
 std::string command_name(const Model& model) {
   return *model.command_name ? model.command_name : std::to_string(model.code);
 }

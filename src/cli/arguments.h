@@ -91,9 +91,6 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
 /// The name of a model on the command line; its code where it has no name.
 std::string command_name(const Model& model);
 
-/// True for the name of a text with one data set, .txt or .csv; any other is a project's.
-bool is_data_name(const std::string& path);
-
 /// Extension of a file name in lower case, with its full stop; may be empty.
 std::string extension(const std::string& path);
 

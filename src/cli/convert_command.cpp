@@ -1,3 +1,4 @@
+#include "actions/export_data.h"
 #include "cli/commands.h"
 #include "cli/file_titles.h"
 #include "cli/made_project.h"
@@ -36,7 +37,7 @@ void tell_lost(const std::string& out, const std::vector<std::string>& lost, con
 
 ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
   const std::string& out = arguments.out;
-  const bool is_table = extension(out) == ".csv";
+  const bool is_table = is_table_file_name(out);
   const DataSet& data = work.data_set();
   const std::string bytes = is_table ? write_separated_text(data) : write_notation(data);
   if (!holds_rows(bytes, is_table))
@@ -91,7 +92,7 @@ ExitCode run(const ConvertArguments& arguments) {
   const CommonArguments& common = arguments.common;
   InputFile input;
   if (const auto fault = read_file(common, common.files.front(), input)) return file_fault(*fault);
-  const bool is_data = is_data_name(arguments.out);
+  const bool is_data = is_data_file_name(arguments.out);
   if (is_data && input.sets() > 1 && common.set == 0) {
     complain(common.files.front() + " holds " + std::to_string(input.sets()) + " data sets, and '" +
              arguments.out + "' can have one: say which with --set N");
