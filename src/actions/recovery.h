@@ -28,6 +28,17 @@ void keep_copy(Session& session, CopyReason reason);
 /// Takes in a copy that has been written. It stands for the former one of its work.
 void finish_copies(Session& session, bool wait);
 
+/// What the program does every two minutes: takes in, keeps a copy of the present work where
+/// it needs one, else of a former one that has none yet.
+void tend_copies(Session& session);
+
+/// Says on the status bar why a copy could not be written, once. Behind what a command has
+/// said: only then does it stay there.
+void tell_missing_copy(Session& session);
+
+/// Former works that hold what is neither saved nor copied, after one more try to copy them.
+std::vector<std::int64_t> uncopied_works(Session& session);
+
 /// The present work is saved, or the person has let it go: its copy is needed no more. Those
 /// of works that undo brings back stay.
 void drop_copy(Session& session);

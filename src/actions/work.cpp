@@ -48,11 +48,12 @@ const Work& present_work(const Session& session) {
   return work == session.works.end() ? none : work->second;
 }
 
-std::string project_title(const Session& session) {
-  const Work& work = present_work(session);
+std::string title_of(const Work& work) {
   if (!work.path.empty()) return bare_file_name(work.path);
   return work.name.empty() ? "Untitled" : work.name;
 }
+
+std::string project_title(const Session& session) { return title_of(present_work(session)); }
 
 void show_file_name(Project& project, const std::string& old_path, const std::string& path) {
   for (Chart& chart : project.charts) {

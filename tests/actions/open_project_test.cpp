@@ -187,6 +187,28 @@ TEST_F(OpenProjectTest, ACopyOutlivesTheRunAndTheReplacedProject) {
   EXPECT_EQ(next.files.files.size(), 1u) << "what is saved needs no copy";
 }
 
+TEST_F(OpenProjectTest, WhatIsReplacedWithoutACopyIsToldOfLastAndAskedForOnLeaving) {
+  const Project pumps = session.project;
+  files.files = {{"/w/motors.txt", "10\n20\n"}, {"/settings/Recovery", "no folder"}};
+  ASSERT_TRUE(open("/w/motors.txt"));
+  EXPECT_EQ(views.said.back(), "status No recovery copy of Untitled: this is a file");
+  session.history.restart(session.project);
+  end();
+  ASSERT_EQ(uncopied_works(session), std::vector{pumps.work});
+  return_to_work(session, pumps.work);
+  end();
+  EXPECT_TRUE(session.project == pumps && is_unsaved(session));
+  files.files.erase("/settings/Recovery");
+  files.fail_at(3);  // the file is read, the folder made, and the copy written
+  ASSERT_TRUE(open("/w/motors.txt"));
+  finish_copies(session, true);
+  tend_copies(session);
+  EXPECT_NE(views.said.back().find("No recovery copy of Untitled: fault"), std::string::npos);
+  finish_copies(session, true);
+  EXPECT_EQ(files.files.size(), 2u) << "it is tried again";
+  EXPECT_TRUE(uncopied_works(session).empty());
+}
+
 TEST_F(OpenProjectTest, WhatIsReplacedUnsavedIsKeptAndTenCopiesStay) {
   for (int i = 10; i < 25; ++i)
     files.files["/settings/Recovery/202611" + std::to_string(i) + "-140000 r p17 n4 old.tavlo"] =
