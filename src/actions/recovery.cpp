@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "actions/file_faults.h"
+#include "actions/recent_files.h"
 #include "actions/undo.h"
 #include "actions/work.h"
 #include "files/disk_files.h"
@@ -157,9 +158,11 @@ void take_in(Session& session, const PendingCopy& copy, const FileResult& writte
   drop_oldest(session);
 }
 
+/// One that was made when the project was replaced is not offered after a crash.
 bool stands_already(const Session& session) {
   const Work& work = present_work(session);
-  return !work.copy.empty() && work.copied && *work.copied == session.project;
+  const auto copy = copy_of_name(session.recovery_folder, bare_file_name(work.copy));
+  return copy && copy->copy.after_crash && work.copied && *work.copied == session.project;
 }
 
 void start_copy(Session& session, std::shared_ptr<const Project> state, CopyReason reason) {

@@ -183,6 +183,11 @@ TEST_F(OpenProjectTest, ACopyOutlivesTheRunAndTheReplacedProject) {
   finish_copies(next.session, true);
   EXPECT_EQ(next.files.files.size(), 1u) << "undo has left it, but may come back to it";
   ASSERT_TRUE(redo(next.session));
+  keep_copy(next.session, CopyReason::current);
+  finish_copies(next.session, true);
+  ASSERT_EQ(next.files.files.size(), 1u);
+  EXPECT_NE(next.files.files.begin()->first.find(" c p"), std::string::npos)
+      << "a crash has to be told of again";
   ASSERT_TRUE(save_project_as(next.session, "/w/saved.tavlo"));
   EXPECT_EQ(next.files.files.size(), 1u) << "what is saved needs no copy";
 }
