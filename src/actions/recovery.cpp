@@ -49,8 +49,9 @@ std::string copied_title(const Session& session, const Project& state) {
 
 std::string copy_name(Session& session, const Project& state, CopyReason reason) {
   return stamp_of(session.ports.clock.now()) + (reason == CopyReason::current ? " c p" : " r p") +
-         std::to_string(session.ports.host.process_id()) + " n" + std::to_string(points_of(state)) +
-         " " + harmless(copied_title(session, state)) + std::string(suffix);
+         std::to_string(session.ports.host.process_id()) + " w" + std::to_string(state.work) +
+         " n" + std::to_string(points_of(state)) + " " + harmless(copied_title(session, state)) +
+         std::string(suffix);
 }
 
 FileResult write_copy(FileSystem& files, const std::string& path, const Project& state) {
@@ -101,8 +102,9 @@ std::optional<NamedCopy> copy_of_name(const std::string& folder, const std::stri
   const std::string stamp(take_word(rest));
   const std::string_view kind = take_word(rest);
   const auto process = number_behind('p', take_word(rest));
+  const auto work = number_behind('w', take_word(rest));
   const auto points = number_behind('n', take_word(rest));
-  if (stamp.size() != stamp_size || !process || !points || (kind != "c" && kind != "r"))
+  if (stamp.size() != stamp_size || !process || !work || !points || (kind != "c" && kind != "r"))
     return std::nullopt;
   const std::string time = stamp.substr(0, 4) + "-" + stamp.substr(4, 2) + "-" +
                            stamp.substr(6, 2) + " " + stamp.substr(9, 2) + ":" +

@@ -4,8 +4,8 @@
 // own: nobody waits for it, and nothing of the project changes.
 //
 // The name of a copy says all that a list needs, so that none is opened for it:
-// "20261122-114005 c p4711 n1234 pumps.tavlo" is the current work (r: one that was replaced)
-// of process 4711, with 1234 points.
+// "20261122-114005 c p4711 w2 n1234 pumps.tavlo" is the current work (r: one that was replaced)
+// of process 4711, its second one, with 1234 points.
 #pragma once
 
 #include <cstdint>

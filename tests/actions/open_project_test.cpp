@@ -162,7 +162,7 @@ TEST_F(OpenProjectTest, ACopyOutlivesTheRunAndTheReplacedProject) {
   EXPECT_TRUE(recovery_copies(session).empty()) << "this process runs";
 
   test::TestWorld next;
-  next.files.files["/settings/Recovery/20261121-140000 c p17 n4 Untitled.tavlo"] = bytes;
+  next.files.files["/settings/Recovery/20261121-140000 c p17 w1 n4 Untitled.tavlo"] = bytes;
   begin_recovery(next.session, "/settings/Recovery");
   const auto copies = recovery_copies(next.session);
   ASSERT_EQ(copies.size(), 1u);
@@ -216,13 +216,20 @@ TEST_F(OpenProjectTest, WhatIsReplacedWithoutACopyIsToldOfLastAndAskedForOnLeavi
 
 TEST_F(OpenProjectTest, WhatIsReplacedUnsavedIsKeptAndTenCopiesStay) {
   for (int i = 10; i < 25; ++i)
-    files.files["/settings/Recovery/202611" + std::to_string(i) + "-140000 r p17 n4 old.tavlo"] =
+    files.files["/settings/Recovery/202611" + std::to_string(i) + "-140000 r p17 w1 n4 old.tavlo"] =
         "";
   files.files["/settings/Recovery/a person's own file"] = "";
   start_project(session);
   finish_copies(session, true);
   EXPECT_EQ(files.files.size(), 11u);
   EXPECT_EQ(recovery_copies(session).size(), 9u);
+  for (const char* const time : {"1", "2"}) {
+    session.gDataForm(1)->enter(1, sheet_column::x, time);
+    start_project(session);
+    finish_copies(session, true);
+  }
+  EXPECT_EQ(files.files.size(), 11u);
+  EXPECT_EQ(recovery_copies(session).size(), 7u) << "two of one name, size and second stand beside";
   EXPECT_TRUE(prompts.shown().empty()) << boxes();
 }
 
