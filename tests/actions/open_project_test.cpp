@@ -111,6 +111,14 @@ TEST_F(OpenProjectTest, WhatAFitLeavesOutIsToldOfItFromAFileToo) {
   EXPECT_LT(mixtures, fits().nFits);
 }
 
+TEST_F(OpenProjectTest, AFileMayHaveMoreRowsThanAPasteAndEachCanBeTypedInto) {
+  for (int row = 0; row <= most_pasted_rows; ++row) files.files["/w/fleet.txt"] += "1234\n";
+  ASSERT_TRUE(open("/w/fleet.txt"));
+  session.gDataForm(1)->enter(most_pasted_rows + 1, sheet_column::x, "5");
+  EXPECT_EQ(data().rows.size(), most_pasted_rows + 1u);
+  EXPECT_EQ(data().rows[most_pasted_rows].time, 5);
+}
+
 // Only the two lines that tell of it come with each opening and saving.
 TEST_F(OpenProjectTest, TenOpeningsAndSavesAddTheirLinesAlone) {
   std::vector<std::size_t> sizes;
