@@ -34,6 +34,7 @@ std::string name_to_save(Session& session) {
                                                        .filter = save_filter,
                                                        .saving = true,
                                                        .ask_before_replacing = false,
+                                                       .own_suffix = "tavlo",
                                                        .suggestion = suggested_path(session)});
   if (!name || name->empty()) return {};
   if (!session.ports.file_system.exists(*name)) return *name;
