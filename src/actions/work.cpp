@@ -51,7 +51,7 @@ const Work& present_work(const Session& session) {
 std::string project_title(const Session& session) {
   const Work& work = present_work(session);
   if (!work.path.empty()) return bare_file_name(work.path);
-  return work.name.empty() ? "Untitled" : work.name;
+  return session.project.name.empty() ? "Untitled" : session.project.name;
 }
 
 void show_file_name(Project& project, const std::string& old_path, const std::string& path) {

@@ -121,6 +121,16 @@ TEST_F(DialogsByKeys, AForeignTableIsImportedByChoosingItsColumnsAndTakenBack) {
   close_with("Return", "frm_Import");
   EXPECT_EQ(session().project.data(1).Title, "Pumpen");
   EXPECT_EQ(sheet().text(1, sheet_column::x) + sheet().text(2, sheet_column::susps), "1000.51");
+  // Its project is offered its name, and what is saved as a project is one.
+  const QString saved = folder.filePath(QStringLiteral("Pumpen.txt.tavlo"));
+  answer<QFileDialog>([&](QFileDialog& save) {
+    auto* name = save.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    name->setText(
+        folder.filePath(name->text().replace(QStringLiteral(".tavlo"), QStringLiteral(".txt"))));
+    QMetaObject::invokeMethod(&save, "accept");
+  });
+  person.press({"ctrl+s"});
+  EXPECT_TRUE(wait_until([&] { return QFile::exists(saved); }));
   person.press({"ctrl+z"});
   ASSERT_TRUE(wait_until([&] { return sheet().last_row() == 0; }));
   EXPECT_EQ(session().project.data(1).Title, "Data1");
