@@ -19,11 +19,12 @@ void offer_last_fit(FitChoices& choices, const FitSet& fits) {
   if (fits.nFits < 1) return;
   const FitResult& last = fits.Fits(fits.nFits);
   const Model* model = find_model(last.ModelCode);
-  if (!model || !find_method(last.Method)) return;
+  const Model* shown = model ? model_of_panel(*model) : nullptr;
+  if (!shown || !find_method(last.Method)) return;
   choices.nModel = model->code;
   choices.nMethod = last.Method;
   choices.censored = last.request.censored;
-  choices.txt_Custom = model->panel_formula;
+  choices.txt_Custom = shown->panel_formula;
 }
 
 }  // namespace
