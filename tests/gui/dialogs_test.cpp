@@ -88,10 +88,14 @@ TEST_F(DialogsByKeys, OptionsActAtOnceAndCancelChangesNothing) {
   toggle("alt+i", "chk_Opt_0");
   toggle("alt+a", "chk_Opt_2");
   toggle("alt+b", "chk_Fit_0");
+  dialog("frm_Options")->resize(250, 150);  // as on a small screen
   person.press({"alt+n", "End"});
   ASSERT_TRUE(wait_until([&] {
     return widget("cbo_Language").property("currentText") == QStringLiteral("7: vkl07 Deutsch");
   }));
+  for (const char* each : {"cbo_Language", "cmd_OK"})
+    EXPECT_TRUE(wait_until([&] { return !widget(each).visibleRegion().isEmpty(); })) << each;
+  EXPECT_LT(dialog("frm_Options")->height(), 200);
   close_with("Return", "frm_Options");
   EXPECT_EQ(session().settings.Language, 7);
   EXPECT_TRUE(widget("dock_Project").isVisible() && window.statusBar()->isVisible());
