@@ -208,7 +208,7 @@ class Monkey : public ::testing::Test {
       window_->windows().sheet(i).leave_edit();
     const Project last = session().project;
     EXPECT_TRUE(last == session().history.now()) << "a change that is no step";
-    EXPECT_EQ(ssize(window_->windows().children()),
+    EXPECT_EQ(window_->windows().count(),
               last.data.bound() + last.fits.bound() + last.charts.bound() + 1);
     int steps = 0;
     for (; session().history.can_undo() && !HasFatalFailure(); ++steps) take(undo_command);

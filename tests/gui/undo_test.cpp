@@ -26,7 +26,7 @@ class UndoByKeys : public test::WindowWorld {
     for (int steps = 0; session().history.can_undo() && steps < 100; ++steps) take_step(command);
   }
   std::string log_shown() { return from_qt(window.windows().log().toPlainText()); }
-  std::size_t windows_shown() { return window.windows().children().size(); }
+  int windows_shown() { return window.windows().count(); }
 };
 
 TEST_F(UndoByKeys, EverythingDoneIsTakenBackAndDoneAgain) {
@@ -53,7 +53,7 @@ TEST_F(UndoByKeys, EverythingDoneIsTakenBackAndDoneAgain) {
 }
 
 TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindowsAndNames) {
-  ASSERT_EQ(windows_shown(), 4u);
+  ASSERT_EQ(windows_shown(), 4);
   window.DoCommand(2);
   ASSERT_TRUE(wait_until([&] { return windows_shown() == 6 && is_at_rest(); }));
   EXPECT_EQ(window.windows().child(QStringLiteral("D2"))->windowTitle(), QStringLiteral("Data2"));

@@ -18,13 +18,17 @@ QMenu& ChartCommands::attach(ChartWindow& chart) {
   return looks->menu();
 }
 
+void ChartCommands::bring_to_front() {
+  windows_.bring_to_front(WindowKey{Block::chart, chart().index()}.text());
+}
+
 void ChartCommands::toggle_zoom() {
-  windows_.bring_to_front(chart());
+  bring_to_front();
   chart().set_zooming(chart().tool() != ChartTool::zoom);
 }
 
 void ChartCommands::toggle_precise_reading() {
-  windows_.bring_to_front(chart());
+  bring_to_front();
   chart().set_precise(!chart().is_precise());
 }
 
@@ -56,17 +60,18 @@ PrintJob ChartCommands::job() {
   const QMdiSubWindow* active = windows_.activeSubWindow();
   const QString title = active ? active->windowTitle() : QString();
   const int index = windows_.current_index();
-  switch (windows_.active_kind().toLatin1()) {
-    case 'D':
+  switch (windows_.active_block()) {
+    case Block::sheet:
       return table_job({title, windows_.sheet(index).model(),
                         program_.session.gDataForm(index)->last_row(), true});
-    case 'F': {
+    case Block::panel: {
       const QAbstractItemModel* fits = windows_.panel(index).grid().model();
       return table_job({title, fits, fits->rowCount(), false});
     }
-    case 'L': return text_job(title, to_qt(program_.session.project.log.plain()));
-    default: return chart_job(title, chart().drawing());
+    case Block::log: return text_job(title, to_qt(program_.session.project.log.plain()));
+    case Block::chart: break;
   }
+  return chart_job(title, chart().drawing());
 }
 
 void ChartCommands::print() {

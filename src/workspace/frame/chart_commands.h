@@ -40,6 +40,7 @@ class ChartCommands : public QObject {
   void set_up_printer();
 
  private:
+  void bring_to_front();
   PrintJob job();
 
   Program& program_;

@@ -4,15 +4,32 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QScopedValueRollback>
+#include <array>
+
+#include "workspace/qt/icons.h"
+#include "workspace/qt/qt_text.h"
 
 namespace tavlo {
 
-ChildWindow::ChildWindow(QWidget* content, const QString& node_key, const QString& title,
-                         const QIcon& icon)
-    : node_key_(node_key) {
+namespace {
+
+struct Kind {
+  const char* name;
+  const char* image;
+};
+
+/// In the order of the blocks.
+constexpr std::array<Kind, block_count> kinds = {
+    {{"frm_data", "editor"}, {"frm_Log", "doc"}, {"frm_Chart", "graph"}, {"frm_Fit", "pc"}}};
+
+}  // namespace
+
+ChildWindow::ChildWindow(QWidget* content, WindowKey key, const QString& title) : key_(key) {
+  const Kind& kind = kinds[static_cast<std::size_t>(key.block)];
+  setObjectName(to_qt(kind.name));
+  setWindowIcon(icon(to_qt(kind.image)));
   setWidget(content);
   set_title(title);
-  setWindowIcon(icon);
   setFocusProxy(content);
   // Tab goes round the controls of the content; the frame itself is no stop.
   setFocusPolicy(Qt::ClickFocus);

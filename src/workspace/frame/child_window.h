@@ -4,16 +4,19 @@
 
 #include <QMdiSubWindow>
 
+#include "workspace/frame/window_key.h"
+
 namespace tavlo {
 
 class ChildWindow : public QMdiSubWindow {
   Q_OBJECT
 
  public:
-  /// `node_key` names the window in the project tree: "D1", "F1", "C1", "L1".
-  ChildWindow(QWidget* content, const QString& node_key, const QString& title, const QIcon& icon);
+  ChildWindow(QWidget* content, WindowKey key, const QString& title);
 
-  const QString& node_key() const { return node_key_; }
+  Block block() const { return key_.block; }
+  int index() const { return key_.index; }
+  QString node_key() const { return key_.text(); }
 
   void set_title(const QString& title);
 
@@ -38,7 +41,7 @@ class ChildWindow : public QMdiSubWindow {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  QString node_key_;
+  WindowKey key_;
   QRect geometry_at_press_;
   bool is_quiet_ = false;
 };

@@ -57,8 +57,8 @@ Rows file_commands(MainWindow& frame) {
 
 // Whether there is something to cut is not asked: that would walk the sheet at each key.
 Rows edit_commands(MainWindow& frame) {
-  const auto sheet = [&] { return frame.windows().active_kind() == u'D'; };
-  const auto text = [&, sheet] { return sheet() || frame.windows().active_kind() == u'L'; };
+  const auto sheet = [&] { return frame.windows().active_block() == Block::sheet; };
+  const auto text = [&, sheet] { return sheet() || frame.windows().active_block() == Block::log; };
   return {
       {{13, edit, "Select &All", "Ctrl+A"}, {.run = [&] { frame.select_all(); }, .enabled = text}},
       {{14, edit, "Cu&t", "Ctrl+X"}, {.run = [&] { frame.cut(); }, .enabled = sheet}},
@@ -225,7 +225,7 @@ Rows analysis_commands(MainWindow& frame) {
 }
 
 Rows layout_commands(ProjectWindows& windows) {
-  const auto any_shown = [&] { return windows.any(true); };
+  const auto any_shown = [&] { return windows.any(); };
   return {
       {{36, window, "&Cascade"}, {.run = [&] { windows.cascade(); }, .enabled = any_shown}},
       {{37, window, "Tile &Horizontal"},
@@ -251,10 +251,9 @@ Rows window_commands(MainWindow& frame) {
   };
   return {
       {{0, window}},
-      {{130, window, "&Next Window", "F6; Ctrl+Tab"},
-       {.run = [&] { windows.activateNextSubWindow(); }}},
+      {{130, window, "&Next Window", "F6; Ctrl+Tab"}, {.run = [&] { windows.go_round(true); }}},
       {{131, window, "Previous &Window", "Shift+F6; Ctrl+Shift+Tab"},
-       {.run = [&] { windows.activatePreviousSubWindow(); }}},
+       {.run = [&] { windows.go_round(false); }}},
       {{0, window}},
       {{132, window, "&Data", "Ctrl+1", "editor"}, {.run = opens_of_set(u'D')}},
       {{133, window, "&Fit", "Ctrl+2", "pc"}, {.run = opens_of_set(u'F')}},

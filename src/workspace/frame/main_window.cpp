@@ -131,6 +131,7 @@ void MainWindow::connect_views() {
   connect(&windows_, &ProjectWindows::content_changed, this, &MainWindow::show_state);
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
   connect(&windows_, &ProjectWindows::child_shown, &tree_, &ProjectTree::restore);
+  connect(&windows_, &ProjectWindows::made, this, &MainWindow::set_up_pop_up_menu);
   connect(&windows_, &QMdiArea::subWindowActivated, this, &MainWindow::show_state);
   connect(&program_.commands, &UserCommands::finished, this, &MainWindow::finish_command);
 }
@@ -140,7 +141,7 @@ void MainWindow::finish_command() {
   tell_changes();
   if (!windows_.is_dragging()) end_step(session_);
   // The slope entered for a Weibayes may have changed the model.
-  windows_.panel(windows_.current_index()).show_choices();
+  windows_.follow_choices();
   show_state();
   if (close_wanted_) QTimer::singleShot(0, this, &QWidget::close);
 }
@@ -149,7 +150,6 @@ void MainWindow::finish_command() {
 void MainWindow::follow_records() {
   windows_.follow_records();
   tree_.show_records(session_.project);
-  set_up_pop_up_menus();
   show_state();
 }
 
@@ -175,34 +175,29 @@ void MainWindow::show_work() {
   show_state();
 }
 
-/// Once for each place.
 void MainWindow::give_commands(QWidget& place, std::span<const int> ids) {
-  if (place.contextMenuPolicy() == Qt::ActionsContextMenu) return;
   commands_->fill(place, ids);
   place.setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
-void MainWindow::set_up_pop_up_menus() {
-  for (int i = 1; i <= session_.project.data.bound(); ++i)
-    give_commands(windows_.sheet(i), sheet_pop_up());
-  for (int i = 1; i <= session_.project.fits.bound(); ++i)
-    give_commands(windows_.panel(i).grid(), fits_pop_up());
-  give_commands(windows_.log(), log_pop_up());
-  for (int i = 1; i <= session_.project.charts.bound(); ++i) {
-    ChartWindow& chart = windows_.chart(i);
-    constexpr const char* mark = "has_commands";
-    if (chart.property(mark).toBool()) continue;
-    chart.setProperty(mark, true);
-    QMenu& looks = charts_.attach(chart);
-    commands_->give_keys(chart, CommandReach::chart);
-    connect(&chart, &ChartWindow::state_changed, this, [this] { commands_->refresh(); });
-    connect(&chart, &ChartWindow::menu_wanted, this, [this, &looks](const QPoint& at) {
-      if (chart_looks_) chart_menu_.removeAction(chart_looks_);
-      chart_looks_ = looks.menuAction();
-      chart_menu_.insertAction(chart_menu_.actions().value(1), chart_looks_);
-      chart_menu_.popup(at);
-    });
+/// A view that was made gets its commands.
+void MainWindow::set_up_pop_up_menu(Block block, int index) {
+  switch (block) {
+    case Block::sheet: return give_commands(windows_.sheet(index), sheet_pop_up());
+    case Block::panel: return give_commands(windows_.panel(index).grid(), fits_pop_up());
+    case Block::log: return give_commands(windows_.log(), log_pop_up());
+    case Block::chart: break;
   }
+  ChartWindow& chart = windows_.chart(index);
+  QMenu& looks = charts_.attach(chart);
+  commands_->give_keys(chart, CommandReach::chart);
+  connect(&chart, &ChartWindow::state_changed, this, [this] { commands_->refresh(); });
+  connect(&chart, &ChartWindow::menu_wanted, this, [this, &looks](const QPoint& at) {
+    if (chart_looks_) chart_menu_.removeAction(chart_looks_);
+    chart_looks_ = looks.menuAction();
+    chart_menu_.insertAction(chart_menu_.actions().value(1), chart_looks_);
+    chart_menu_.popup(at);
+  });
 }
 
 /// What stands in a cell that is still being typed counts: it is a step of its own.
@@ -226,6 +221,7 @@ void MainWindow::add_data_and_fit() {
 
 void MainWindow::show_set(int index) {
   announce(session_);
+  open_child(QStringLiteral("F%1").arg(index));
   open_child(QStringLiteral("D%1").arg(index));
 }
 
@@ -324,11 +320,11 @@ void MainWindow::show_tree() {
 }
 
 void MainWindow::toggle_report() {
-  ChildWindow* chart = windows_.child(QStringLiteral("C1"));
-  ChildWindow* log = windows_.child(QStringLiteral("L1"));
-  const bool to_chart =
-      chart->isMinimized() || (!log->isMinimized() && windows_.activeSubWindow() == log);
-  (to_chart ? chart : log)->bring_to_front();
+  const ChildWindow* chart = windows_.child(QStringLiteral("C1"));
+  const ChildWindow* log = windows_.child(QStringLiteral("L1"));
+  const bool log_is_read = log && !log->isMinimized() && windows_.activeSubWindow() == log;
+  const bool to_chart = !chart || chart->isMinimized() || log_is_read;
+  open_child(to_chart ? QStringLiteral("C1") : QStringLiteral("L1"));
 }
 
 void MainWindow::show_about() {
@@ -346,9 +342,7 @@ void MainWindow::show_options() {
       session_, program_.commands, [this] { show_bars(); }, this);
 }
 
-void MainWindow::open_child(const QString& node_key) {
-  if (ChildWindow* child = windows_.child(node_key)) child->bring_to_front();
-}
+void MainWindow::open_child(const QString& node_key) { windows_.bring_to_front(node_key); }
 
 void MainWindow::choose_model(int option) {
   opt_Model_Click(session_, windows_.current_index(), option);

@@ -83,7 +83,7 @@ class MainWindow : public QMainWindow {
   void set_up_tree();
   void set_up_status_bar();
   void give_commands(QWidget& place, std::span<const int> ids);
-  void set_up_pop_up_menus();
+  void set_up_pop_up_menu(Block block, int index);
   void connect_views();
   void follow_records();
   void finish_command();

@@ -1,18 +1,16 @@
 // ProjectWindows: the child windows of the project in their area of the frame:
-// one sheet, panel and chart a record and one log. They are hidden, not
-// destroyed, when closed, and live as long as the project.
+// one sheet, panel and chart a record and one log. Each is made when it is first
+// looked at, so that hundreds of records open at once; closing one puts it into
+// the bin, and it lives as long as its record.
 #pragma once
 
 #include <QMdiArea>
-#include <QVariantMap>
+#include <array>
 #include <vector>
 
-#include "workspace/chart/chart_window.h"
-#include "workspace/data/sheet_view.h"
-#include "workspace/fit/fit_window.h"
 #include "workspace/frame/child_window.h"
-#include "workspace/frame/log_window.h"
-#include "workspace/frame/program.h"
+#include "workspace/frame/view_maker.h"
+#include "workspace/frame/window_layout.h"
 
 namespace tavlo {
 
@@ -26,22 +24,31 @@ class ProjectWindows : public QMdiArea {
   /// Ends all windows; after this the records may go.
   void end_all();
 
-  /// Each record of the session has a window, and shows what it holds now.
+  /// Each record of the session has a window, and those that are made show what it holds now.
   void follow_records();
 
-  /// All windows in blocks, the first sheet in front.
+  /// The choices of the panel that a choice is made for may have changed.
+  void follow_choices();
+
+  /// All windows in blocks, out of the bin, the first sheet in front.
   void show_from_start();
 
   /// True while the mouse moves or draws on a chart.
   bool is_dragging() const;
 
-  // Views by the index of their record, from 1.
-  SheetView& sheet(int index) { return *sheets_.at(slot(index)); }
-  FitWindow& panel(int index) { return *panels_.at(slot(index)); }
-  ChartWindow& chart(int index) { return *charts_.at(slot(index)); }
-  LogWindow& log() { return *log_; }
+  // Views by the index of their record, from 1; made when they are first asked for.
+  SheetView& sheet(int index) { return view<SheetView>(Block::sheet, index); }
+  FitWindow& panel(int index) { return view<FitWindow>(Block::panel, index); }
+  ChartWindow& chart(int index) { return view<ChartWindow>(Block::chart, index); }
+  LogWindow& log() { return view<LogWindow>(Block::log, 1); }
 
-  const std::vector<ChildWindow*>& children() const { return children_; }
+  /// How many windows the project has, made or not.
+  int count() const;
+
+  /// Those that are made.
+  std::vector<ChildWindow*> children() const;
+
+  /// The window of that key in the tree; null for none and for one that is not made.
   ChildWindow* child(const QString& node_key) const;
 
   /// The index of the sheet or panel that has the keyboard; 0 when none has.
@@ -54,17 +61,20 @@ class ProjectWindows : public QMdiArea {
   /// The index of the chart whose window is active, else 1; 0 without charts.
   int current_chart() const;
 
-  /// D, F, C or L, as the keys of the tree begin; C when no window is active.
-  QChar active_kind() const;
+  /// The kind of the active window; a chart when none is.
+  Block active_block() const;
 
-  /// True when any window is shown, or any is hidden.
-  bool any(bool shown) const;
+  /// True when any window is not in the bin.
+  bool any() const;
 
-  /// Shows the window around a view and gives it the focus.
-  void bring_to_front(const QWidget& view);
+  /// Shows the window of that key and gives it the focus; nothing happens without its record.
+  void bring_to_front(const QString& node_key);
 
-  /// Puts a tool bar above a view, in the window around it.
-  void add_bar(const QWidget& view, QWidget* bar);
+  /// Gives the focus to the next window in the order of the sets, or to the one before.
+  void go_round(bool forward);
+
+  /// Puts a tool bar above a chart, in the window around it.
+  void add_bar(const ChartWindow& chart, QWidget* bar);
 
   /// The record index of the sheet or panel that had the focus last.
   int current_index() const;
@@ -75,15 +85,11 @@ class ProjectWindows : public QMdiArea {
   void tile(bool side_by_side);
   void cascade();
 
-  /// The windows that the person has placed by hand, each by its key, as shares of the
-  /// area; none while they stand in blocks.
-  QVariantMap places() const;
-
-  /// Places windows so, and again whenever the frame changes its size, until the person
-  /// moves one. What is no place inside the area is passed over.
+  /// The places of the last run, for the next one.
+  QVariantMap places() const { return layout_.places(shown()); }
   void take_places(const QVariantMap& places);
 
-  /// Hides every window, or shows every hidden one.
+  /// Puts every window into the bin, or takes all out of it.
   void hide_all();
   void restore_all();
 
@@ -93,48 +99,65 @@ class ProjectWindows : public QMdiArea {
   void hint_wanted(const QString& hint);
   void rows_pasted();
   void content_changed();
+  /// The view of a record was made.
+  void made(Block block, int index);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// Where the window of a record belongs.
+  struct Seat {
+    ChildWindow* window = nullptr;  ///< null until it is first looked at
+    bool is_binned = false;
+
+    bool is_shown() const { return window && !window->isHidden(); }
+  };
+  using Seats = std::vector<Seat>;
+  using Ids = std::vector<std::int32_t>;
+
   static std::size_t slot(int index) { return static_cast<std::size_t>(index) - 1; }
-  void connect_views();
-  void move_up(char kind, const std::vector<std::int32_t>& ids, std::vector<std::int32_t>& shown);
-  void take_place(ChildWindow& window, const ChildWindow& of);
-  void note_chart(int index);
-  void note_active(const QMdiSubWindow* active);
-  void add_sheet();
-  void connect_drops(SheetView& view, int index);
-  void add_panel();
-  void add_chart();
-  void add_log();
+  Seats& seats(Block block) { return seats_[static_cast<std::size_t>(block)]; }
+  const Seats& seats(Block block) const { return seats_[static_cast<std::size_t>(block)]; }
+  bool has(WindowKey key) const { return key.index >= 1 && key.index <= ssize(seats(key.block)); }
+  Seat& seat(WindowKey key) { return seats(key.block).at(slot(key.index)); }
+  ChildWindow& window(WindowKey key);
   template <class View>
-  void drop_behind(std::vector<View*>& views, char kind, int count);
-  void show_new();
-  void tile_later();
-  ChildWindow& add(QWidget* content, const QString& key, const QString& name, const QString& image,
-                   const std::string& title);
+  View& view(Block block, int index) {
+    return static_cast<View&>(*window({block, index}).widget());
+  }
+  /// The view of an index if it is made, else null; and all that are.
+  template <class View>
+  View* made_view(Block block, int index) const;
+  template <class View, class Act>
+  void for_each_made(Block block, const Act& act) const;
+  template <class Act>
+  void for_each_seat(const Act& act);
+
+  void connect_views();
   void catch_up();
-  void place_again();
-  void leave_layout();
+  void follow(Block block, const Ids& ids);
+  void take_place_of_next(WindowKey key);
+  void set_count(Block block, int count);
+  void make(WindowKey key);
+  void show_front();
+  void show_all();
+  void set_binned(WindowKey key, bool is_binned);
+  void close_up(WindowKey key);
+  std::vector<ChildWindow*> shown() const;
+  const ChildWindow* active() const;
+  void note_chart(int index);
+  void note_active();
+  void place_later();
 
   Program& program_;
-  std::vector<ChildWindow*> children_;
-  std::vector<ChildWindow*> new_;  ///< not shown yet
-  std::vector<SheetView*> sheets_;
-  std::vector<FitWindow*> panels_;
-  std::vector<ChartWindow*> charts_;
-  LogWindow* log_ = nullptr;
-  bool in_blocks_ = true;
-  bool will_tile_ = false;
-  QVariantMap places_;  ///< of the last run; empty once the person has moved a window
+  ViewMaker views_;
+  WindowLayout layout_{*this};
+  std::array<Seats, block_count> seats_;
+  std::array<Ids, block_count> ids_;  ///< identities of the records behind the windows
+  bool will_place_ = false;
   int last_set_ = 1;
-  // Identities of the records behind the views.
-  std::vector<std::int32_t> data_ids_;
-  std::vector<std::int32_t> fit_ids_;
-  std::vector<std::int32_t> chart_ids_;
 };
 
 }  // namespace tavlo
