@@ -275,10 +275,9 @@ bool recover(Session& session, const RecoveryCopy& copy) {
     tell_fault(session, copy.path, *fault);
     return false;
   }
+  project.name = copy.name;
   replace_project(session, std::move(project), {});
-  Work& work = session.works[session.project.work];
-  work.name = copy.name;
-  work.copy = copy.path;  // until it has one of this run
+  session.works[session.project.work].copy = copy.path;  // until it has one of this run
   session.step = "Recover";
   session.ports.views.status("Recovered: " + copy.name + ", not saved yet");
   keep_copy(session, CopyReason::current);

@@ -19,11 +19,12 @@ void offer_last_fit(FitChoices& choices, const FitSet& fits) {
   if (fits.nFits < 1) return;
   const FitResult& last = fits.Fits(fits.nFits);
   const Model* model = find_model(last.ModelCode);
-  if (!model || !find_method(last.Method)) return;
+  const Model* shown = model ? model_of_panel(*model) : nullptr;
+  if (!shown || !find_method(last.Method)) return;
   choices.nModel = model->code;
   choices.nMethod = last.Method;
   choices.censored = last.request.censored;
-  choices.txt_Custom = model->panel_formula;
+  choices.txt_Custom = shown->panel_formula;
 }
 
 }  // namespace
@@ -50,7 +51,7 @@ const Work& present_work(const Session& session) {
 
 std::string title_of(const Work& work) {
   if (!work.path.empty()) return bare_file_name(work.path);
-  return work.name.empty() ? "Untitled" : work.name;
+  return session.project.name.empty() ? "Untitled" : session.project.name;
 }
 
 std::string project_title(const Session& session) { return title_of(present_work(session)); }
