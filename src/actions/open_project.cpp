@@ -139,7 +139,7 @@ void ask_about_changed_sets(Session& session) {
 /// Data of others are ranked here, and what they bring of fits is fitted anew.
 void take_in_data(Session& session, const Opening& opening) {
   const std::string name = file_title(opening.path);
-  session.works[session.project.work].name = name;
+  session.project.name = name;
   if (opening.type == FileType::unknown) session.project.data(1).Title = name;
   bool clean = true;
   CheckDirtyData(session, 1, clean);

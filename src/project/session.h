@@ -37,7 +37,6 @@ struct FitDialogue {
 /// made before a save does not unmake the save.
 struct Work {
   std::string path;      ///< its file; empty for none yet
-  std::string name;      ///< that a file of its own may get: of the data that it began with
   Project saved;         ///< as it was last saved or begun, see is_unsaved in actions/undo
   bool is_utf8 = false;  ///< the file has left the code page, and the person knows
   std::string copy;      ///< that would outlive a crash, see actions/recovery; empty for none

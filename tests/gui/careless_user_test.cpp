@@ -1,6 +1,7 @@
 // Somebody who types rubbish, closes what is needed and clicks twice.
 #include <QPrinterInfo>
 
+#include "actions/new_project.h"
 #include "actions/recovery.h"
 #include "gui/window_world.h"
 
@@ -48,6 +49,39 @@ TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
   person.press({"F6", "ctrl+w"});
   ASSERT_TRUE(wait_until([&] { return window.windows().child(QStringLiteral("F1"))->isHidden(); }))
       << "F6 goes to the next window";
+}
+
+// Those that nobody has looked at are not made: closing what covers them, going round and
+// layouts find them all the same.
+TEST_F(CarelessUser, MeetsEveryWindowOfManySets) {
+  program.commands.run([this] {
+    for (int i = 0; i < 2; ++i) add_data_set(session());
+  });
+  ProjectWindows& windows = window.windows();
+  EXPECT_EQ(windows.count(), 8);
+  EXPECT_EQ(windows.children().size(), 4u);
+  person.press({"ctrl+w"});
+  const auto shows = [&](const char* key) {
+    const ChildWindow* child = windows.child(QString::fromUtf8(key));
+    return child && child->isVisible();
+  };
+  ASSERT_TRUE(wait_until([&] { return shows("D2"); }));
+  EXPECT_FALSE(shows("D1"));
+  for (const auto* key : {"F2", "D3", "F3", "C1", "L1", "F1", "D2"}) {
+    if (key == std::string("F2")) windows.bring_to_front(QStringLiteral("D2"));
+    person.press({"F6"});
+    ASSERT_TRUE(wait_until([&] {
+      return shows(key) && windows.activeSubWindow() == windows.child(QString::fromUtf8(key));
+    })) << key;
+  }
+  windows.hide_all();
+  EXPECT_FALSE(windows.any());
+  EXPECT_EQ(window.tree().node(QStringLiteral("D3"))->parent()->text(0), QStringLiteral("Recycle"));
+  person.press({"ctrl+u"});
+  ASSERT_TRUE(wait_until([&] { return windows.any() && shows("D1"); }));
+  EXPECT_EQ(window.tree().node(QStringLiteral("D3"))->parent()->text(0), QStringLiteral("Data"));
+  windows.tile(true);
+  EXPECT_EQ(windows.children().size(), 8u);
 }
 
 TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
