@@ -42,15 +42,10 @@ std::int64_t points_of(const Project& project) {
 
 std::string stamp_of(const DateTime& moment) { return format_date(moment, "yyyymmdd-hhnnss"); }
 
-std::string copied_title(const Session& session, const Project& state) {
-  const auto work = session.works.find(state.work);
-  return title_of(work == session.works.end() ? Work() : work->second);
-}
-
 std::string copy_name(Session& session, const Project& state, CopyReason reason) {
   return stamp_of(session.ports.clock.now()) + (reason == CopyReason::current ? " c p" : " r p") +
          std::to_string(session.ports.host.process_id()) + " w" + std::to_string(state.work) +
-         " n" + std::to_string(points_of(state)) + " " + harmless(copied_title(session, state)) +
+         " n" + std::to_string(points_of(state)) + " " + harmless(title_of(session, state)) +
          std::string(suffix);
 }
 
@@ -144,7 +139,7 @@ void drop_oldest(Session& session) {
 
 /// The person works on; the next copy may find room.
 void note_missing_copy(Session& session, const Project& state, const std::string& why) {
-  session.missing_copy = "No recovery copy of " + copied_title(session, state) + ": " + why;
+  session.missing_copy = "No recovery copy of " + title_of(session, state) + ": " + why;
 }
 
 /// A copy of the same work stands for the one before it.

@@ -27,6 +27,12 @@ void offer_last_fit(FitChoices& choices, const FitSet& fits) {
   choices.txt_Custom = shown->panel_formula;
 }
 
+const Work& work_of(const Session& session, const Project& state) {
+  static const Work none;
+  const auto work = session.works.find(state.work);
+  return work == session.works.end() ? none : work->second;
+}
+
 }  // namespace
 
 void replace_project(Session& session, Project project, const std::string& path) {
@@ -43,18 +49,15 @@ void replace_project(Session& session, Project project, const std::string& path)
   }
 }
 
-const Work& present_work(const Session& session) {
-  static const Work none;
-  const auto work = session.works.find(session.project.work);
-  return work == session.works.end() ? none : work->second;
+const Work& present_work(const Session& session) { return work_of(session, session.project); }
+
+std::string title_of(const Session& session, const Project& state) {
+  const std::string& path = work_of(session, state).path;
+  if (!path.empty()) return bare_file_name(path);
+  return state.name.empty() ? "Untitled" : state.name;
 }
 
-std::string title_of(const Work& work) {
-  if (!work.path.empty()) return bare_file_name(work.path);
-  return session.project.name.empty() ? "Untitled" : session.project.name;
-}
-
-std::string project_title(const Session& session) { return title_of(present_work(session)); }
+std::string project_title(const Session& session) { return title_of(session, session.project); }
 
 void show_file_name(Project& project, const std::string& old_path, const std::string& path) {
   for (Chart& chart : project.charts) {

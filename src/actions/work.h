@@ -18,7 +18,7 @@ const Work& present_work(const Session& session);
 
 /// What the person calls a project: the name of its file, or of what it began with;
 /// "Untitled" without either.
-std::string title_of(const Work& work);
+std::string title_of(const Session& session, const Project& state);
 std::string project_title(const Session& session);
 
 /// The project is what the file holds from now on: it is saved, the charts show the file's
