@@ -78,7 +78,8 @@ std::optional<ProjectFault> read_quelplot_set(Session& session, Opening& opening
 /// Whatever else is text may hold data.
 std::optional<ProjectFault> read_text(Session& session, Opening& opening) {
   DataRows rows;
-  const auto fault = read_pasted_rows(opening.bytes, session, rows, opening.cancelled);
+  const auto fault =
+      read_pasted_rows(opening.bytes, session, most_data_rows, rows, opening.cancelled);
   if (fault && !opening.cancelled)
     return ProjectFault{
         run_time::type_mismatch, {fault->line, "neither a project nor data: " + fault->what}, {}};
@@ -138,7 +139,7 @@ void ask_about_changed_sets(Session& session) {
 /// Data of others are ranked here, and what they bring of fits is fitted anew.
 void take_in_data(Session& session, const Opening& opening) {
   const std::string name = file_title(opening.path);
-  session.works[session.project.work].name = name;
+  session.project.name = name;
   if (opening.type == FileType::unknown) session.project.data(1).Title = name;
   bool clean = true;
   CheckDirtyData(session, 1, clean);

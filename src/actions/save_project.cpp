@@ -21,9 +21,8 @@ constexpr const char* save_filter =
     "Data notation (*.txt)|*.txt|All (*.*)|*.*";
 
 std::string suggested_path(const Session& session) {
-  const Work& work = present_work(session);
-  if (!work.path.empty()) return work.path;
-  return (work.name.empty() ? project_title(session) : work.name) + ".tavlo";
+  const std::string& path = present_work(session).path;
+  return path.empty() ? project_title(session) + ".tavlo" : path;
 }
 
 /// Kept on purpose: No to the question saves all the same, as those who wrote scripts and
@@ -33,6 +32,7 @@ std::string name_to_save(Session& session) {
                                                        .filter = save_filter,
                                                        .saving = true,
                                                        .ask_before_replacing = false,
+                                                       .own_suffix = "tavlo",
                                                        .suggestion = suggested_path(session)});
   if (!name || name->empty()) return {};
   if (!session.ports.file_system.exists(*name)) return *name;

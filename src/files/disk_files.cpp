@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -117,10 +118,13 @@ FileResult read_start(int file, std::string& bytes) {
   }
 }
 
+/// So that the byte that shows a file to be too large still has a number.
+constexpr std::uint64_t longest_text = std::numeric_limits<std::ptrdiff_t>::max() / 2;
+
 /// Reads to the end behind what `bytes` holds, at most `limit` bytes in all. `expected` makes
 /// room at the start.
 FileResult read_to_end(int file, std::size_t expected, std::uint64_t limit, std::string& bytes) {
-  const std::size_t most = static_cast<std::size_t>(limit) + 1;
+  const std::size_t most = static_cast<std::size_t>(std::min(limit, longest_text)) + 1;
   std::size_t filled = bytes.size();
   if (filled > limit) return too_large(limit);
   bytes.resize(std::min(std::max(expected, filled) + 1, most));  // one more shows the end
@@ -136,19 +140,27 @@ FileResult read_to_end(int file, std::size_t expected, std::uint64_t limit, std:
   return {};
 }
 
+/// A pipe that never ends would be read for as long as a project may be.
+FileResult require_source_of(const StreamLimit& limit, const struct stat& status) {
+  FileResult result = limit.is_project ? require_regular(status) : FileResult();
+  if (!result) result.message = "a project is read from a file only; " + result.message;
+  return result;
+}
+
 /// The part of a read that does not depend on the path.
-FileResult read_open_file(int file, const StreamLimit& limit_of, std::string& bytes) {
+FileResult read_open_file(int file, const LimitOfStream& limit_of, std::string& bytes) {
   bytes.clear();
   struct stat status {};
   if (::fstat(file, &status) != 0) return system_fault("reading", errno);
   if (S_ISDIR(status.st_mode)) return {FileFault::not_a_regular_file, kind_words(status.st_mode)};
   FileResult result = read_start(file, bytes);
-  const std::uint64_t limit = limit_of(bytes);
+  const StreamLimit limit = limit_of(bytes);
+  if (result) result = require_source_of(limit, status);
   const bool sized = S_ISREG(status.st_mode);
   constexpr std::size_t step = std::size_t{1} << 16;
   const std::size_t expected = sized ? static_cast<std::size_t>(status.st_size) : step;
-  if (result && sized && expected > limit) result = too_large(limit);
-  if (result) result = read_to_end(file, expected, limit, bytes);
+  if (result && sized && expected > limit.bytes) result = too_large(limit.bytes);
+  if (result) result = read_to_end(file, expected, limit.bytes, bytes);
   if (!result) std::string().swap(bytes);
   return result;
 }
@@ -473,15 +485,15 @@ std::string name_of_former(const std::string& path) {
 FileResult DiskFiles::read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
   FileResult opened;
   const Descriptor file = open_regular(path, opened);
-  const auto same = [limit](std::string_view) { return limit; };
+  const auto same = [limit](std::string_view) { return StreamLimit{limit}; };
   return opened ? read_open_file(file.number(), same, bytes) : opened;
 }
 
-FileResult read_stream(int descriptor, const StreamLimit& limit, std::string& bytes) {
+FileResult read_stream(int descriptor, const LimitOfStream& limit, std::string& bytes) {
   return read_open_file(descriptor, limit, bytes);
 }
 
-FileResult read_stream(const std::string& path, const StreamLimit& limit, std::string& bytes) {
+FileResult read_stream(const std::string& path, const LimitOfStream& limit, std::string& bytes) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
   return file ? read_stream(file.number(), limit, bytes) : system_fault("reading", errno);
 }

@@ -52,15 +52,21 @@ class DiskFiles : public FileSystem {
   bool exists(const std::string& path) override;
 };
 
-/// The most bytes that are read of a stream whose first few thousand are `start`.
-using StreamLimit = std::function<std::uint64_t(std::string_view start)>;
+/// What is read of a stream.
+struct StreamLimit {
+  std::uint64_t bytes = 0;  ///< at the most
+  bool is_project = false;  ///< which is read from a regular file only
+};
+
+/// The limit of a stream whose first few thousand bytes are `start`.
+using LimitOfStream = std::function<StreamLimit(std::string_view start)>;
 
 /// Reads what a path names, if it only gives bytes: a file, a pipe, /dev/stdin.
 /// Waits for a pipe's writer. A signal ends it with a fault.
-FileResult read_stream(const std::string& path, const StreamLimit& limit, std::string& bytes);
+FileResult read_stream(const std::string& path, const LimitOfStream& limit, std::string& bytes);
 
 /// The same of an open file, as standard input.
-FileResult read_stream(int descriptor, const StreamLimit& limit, std::string& bytes);
+FileResult read_stream(int descriptor, const LimitOfStream& limit, std::string& bytes);
 
 /// Where the former file is kept when this one is replaced: beside the file behind all links.
 std::string name_of_former(const std::string& path);

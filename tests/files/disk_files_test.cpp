@@ -99,6 +99,7 @@ TEST_F(DiskFilesTest, RefusesLargeFilesBeforeReadingThem) {
   std::string bytes;
   ASSERT_TRUE(files.write_whole(path("four"), "1234"));
   EXPECT_TRUE(files.read_whole(path("four"), 4, bytes));
+  EXPECT_TRUE(files.read_whole(path("four"), ~std::uint64_t{0}, bytes) && bytes == "1234");
   EXPECT_EQ(files.read_whole(path("four"), 3, bytes).fault, FileFault::too_large);
   EXPECT_EQ(bytes, "");
 }

@@ -210,8 +210,6 @@ void expect_same(const Project& found, const Project& wanted) {
   ASSERT_EQ(found.data.bound(), wanted.data.bound());
   for (int i = 1; i <= wanted.data.bound(); ++i) {
     EXPECT_TRUE(same_content(found.data(i), wanted.data(i)));
-    EXPECT_TRUE(wanted.data(i).own_ranks ||
-                found.data(i).reading.ranks() == wanted.data(i).reading.ranks());
     const FitSet &fits = wanted.fits(i), &others = found.fits(i);
     EXPECT_EQ(std::tuple(others.UniqueId, others.Title, others.DataIds, others.nFits),
               std::tuple(fits.UniqueId, fits.Title, fits.DataIds, fits.nFits));
