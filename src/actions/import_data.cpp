@@ -26,7 +26,6 @@ constexpr std::size_t shown_rows = 20;
 ReadOptions options_of(const Session& session, const ImportChoices& choices) {
   return {.negative_is_value = !session.settings.NegativeSuspension,
           .decimal = choices.decimal,
-          .most_rows = DataSheet::most_rows,
           .separator = choices.separator,
           .head_line = choices.head_line,
           .failed = choices.failed};

@@ -78,7 +78,8 @@ std::optional<ProjectFault> read_quelplot_set(Session& session, Opening& opening
 /// Whatever else is text may hold data.
 std::optional<ProjectFault> read_text(Session& session, Opening& opening) {
   DataRows rows;
-  const auto fault = read_pasted_rows(opening.bytes, session, rows, opening.cancelled);
+  const auto fault =
+      read_pasted_rows(opening.bytes, session, most_data_rows, rows, opening.cancelled);
   if (fault && !opening.cancelled)
     return ProjectFault{
         run_time::type_mismatch, {fault->line, "neither a project nor data: " + fault->what}, {}};

@@ -49,11 +49,14 @@ const Work& present_work(const Session& session) {
   return work == session.works.end() ? none : work->second;
 }
 
-std::string project_title(const Session& session) {
-  const Work& work = present_work(session);
-  if (!work.path.empty()) return bare_file_name(work.path);
-  return session.project.name.empty() ? "Untitled" : session.project.name;
+std::string title_of(const Session& session, const Project& state) {
+  const auto work = session.works.find(state.work);
+  if (work != session.works.end() && !work->second.path.empty())
+    return bare_file_name(work->second.path);
+  return state.name.empty() ? "Untitled" : state.name;
 }
+
+std::string project_title(const Session& session) { return title_of(session, session.project); }
 
 void show_file_name(Project& project, const std::string& old_path, const std::string& path) {
   for (Chart& chart : project.charts) {

@@ -21,17 +21,9 @@ std::string joined(const std::vector<std::string>& words) {
   return text;
 }
 
-bool has_negative_time(const DataSet& data) {
-  for (std::size_t i = 0; i < data.rows.size(); ++i)
-    if (data.rows[i].time < 0) return true;
-  return false;
-}
-
 /// What the file that was written can't say.
-void tell_lost(const std::string& out, const std::vector<std::string>& lost, const DataSet& data) {
+void tell_lost(const std::string& out, const std::vector<std::string>& lost) {
   if (!lost.empty()) complain(out + ": warning: it can't hold " + joined(lost));
-  if (has_negative_time(data))
-    complain(out + ": warning: it has negative times; read it with --negative-is-value");
 }
 
 ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
@@ -42,8 +34,7 @@ ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
   if (!holds_rows(bytes, is_table))
     return file_fault(work.subject() + ": there are no rows to write");
   if (const auto fault = write_keeping_former(out, bytes)) return file_fault(*fault);
-  tell_lost(out, (is_table ? lost_in_separated_text : lost_in_notation)(*work.origin, work.number),
-            data);
+  tell_lost(out, (is_table ? lost_in_separated_text : lost_in_notation)(*work.origin, work.number));
   return ExitCode::done;
 }
 
