@@ -378,11 +378,12 @@ FileResult too_large(std::uint64_t limit) {
           "the file is too large (at most " + std::to_string(limit >> 20) + " MiB)"};
 }
 
-FileResult DiskFiles::read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
+FileResult DiskFiles::read_whole(const std::string& path, const SizeLimit& limit,
+                                 std::string& bytes) {
   FileResult opened;
   const Descriptor file = open_regular(path, opened);
-  const auto same = [limit](std::string_view) { return StreamLimit{limit}; };
-  return opened ? read_open_file(file.number(), same, bytes) : opened;
+  const auto limit_of = [&limit](std::string_view start) { return StreamLimit{limit(start)}; };
+  return opened ? read_open_file(file.number(), limit_of, bytes) : opened;
 }
 
 FileResult read_stream(int descriptor, const LimitOfStream& limit, std::string& bytes) {
