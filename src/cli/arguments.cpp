@@ -12,6 +12,7 @@
 
 #include "cli/argument_values.h"
 #include "cli/output.h"
+#include "files/disk_files.h"
 
 namespace tavlo::cli {
 
@@ -142,10 +143,10 @@ void require_other_file(const std::string& out, const std::vector<std::string>& 
   }
 }
 
-/// The file that was there is kept beside a project.
-void require_other_project(const std::string& out, const std::vector<std::string>& files) {
+/// The same, where what stood there is kept: that is written over another file too.
+void require_other_files(const std::string& out, const std::vector<std::string>& files) {
   require_other_file(out, files);
-  if (!out.empty() && file_behind(out)) require_other_file(out + "~", files);
+  if (!out.empty() && file_behind(out)) require_other_file(name_of_former(out), files);
 }
 
 /// The second reading would find nothing.
@@ -227,7 +228,7 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
       throw CLI::ValidationError("--chart takes one FILE at a time");
     require_slope_of_weibayes(fit.questions);
     require_other_file(fit.log, fit.common.files);
-    require_other_project(fit.project, fit.common.files);
+    require_other_files(fit.project, fit.common.files);
     if (!fit.log.empty() && fit.log == fit.project)
       throw CLI::ValidationError("--log and --project name the same file");
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
@@ -345,8 +346,7 @@ void add_convert_command(CLI::App& app, ConvertArguments& convert) {
   command->footer("What OUT can't hold is named on standard error.");
   command->final_callback([&convert] {
     convert.common.reading.comments = true;
-    const bool is_data = is_data_name(convert.out);
-    (is_data ? require_other_file : require_other_project)(convert.out, convert.common.files);
+    require_other_files(convert.out, convert.common.files);
   });
 }
 

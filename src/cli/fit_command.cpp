@@ -24,14 +24,13 @@ class FitRun {
     run_in_order(in_flight, {.read = [this](std::size_t place) { return read(works_[place]); },
                              .work = [this](std::size_t place) { answer(works_[place]); },
                              .write = [this](std::size_t place) { tell(works_[place]); }});
-    write_log();
-    write_charts();
-    write_project();
+    is_whole_ ? write_files() : tell_unwritten();
     return code_;
   }
 
  private:
-  bool read(SetWork& work) { return output_stands() && sets_.next(work); }
+  /// A reader of the results who goes away ends the run only where nobody else waits for them.
+  bool read(SetWork& work) { return (wants_session() || output_stands()) && sets_.next(work); }
 
   void answer(SetWork& work) const {
     work.rank(arguments_.common.ranks, wants_session());
@@ -56,6 +55,7 @@ class FitRun {
   void tell(SetWork& work) {
     if (printed_ && !arguments_.common.json) print("\n");
     printed_ = true;
+    if (work.fault) is_whole_ = false;
     code_ =
         worse(code_, work.fault ? tell_fault(work, arguments_.common.json) : tell_answers(work));
     work = {};
@@ -125,6 +125,21 @@ class FitRun {
              arguments_.project);
   }
 
+  void write_files() {
+    write_log();
+    write_charts();
+    write_project();
+  }
+
+  /// A part of what was asked for must not take the place of a file that holds more.
+  void tell_unwritten() const {
+    std::vector<std::string> files = arguments_.charts;
+    for (const std::string& file : {arguments_.log, arguments_.project})
+      if (!file.empty()) files.push_back(file);
+    for (const std::string& file : files)
+      complain(file + ": not written, as some of the data can't be had");
+  }
+
   void write_log() {
     const std::string& path = arguments_.log;
     if (path.empty()) return;
@@ -162,6 +177,7 @@ class FitRun {
   SetQueue sets_{arguments_.common};
   SetWork works_[in_flight_];
   bool printed_ = false;
+  bool is_whole_ = true;  ///< all data sets could be had
   RichText log_;
   std::optional<AnsweredSession> charted_;
   std::vector<std::string> charted_names_;

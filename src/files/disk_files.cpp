@@ -378,6 +378,8 @@ FileResult too_large(std::uint64_t limit) {
           "the file is too large (at most " + std::to_string(limit >> 20) + " MiB)"};
 }
 
+std::string name_of_former(const std::string& path) { return behind_links(path) + "~"; }
+
 FileResult DiskFiles::read_whole(const std::string& path, const SizeLimit& limit,
                                  std::string& bytes) {
   FileResult opened;
@@ -409,7 +411,7 @@ FileResult DiskFiles::back_up(const std::string& path) {
   struct stat status {};
   if (from && ::fstat(from.number(), &status) != 0) result = system_fault("reading", errno);
   if (result)
-    result = replace(target + "~", [&](FileBeside& beside, const auto&) {
+    result = replace(name_of_former(path), [&](FileBeside& beside, const auto&) {
       return beside.fill_from(from.number(), status);
     });
   if (!result)

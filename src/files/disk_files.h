@@ -64,6 +64,9 @@ FileResult read_stream(const std::string& path, const LimitOfStream& limit, std:
 /// The same of an open file, as standard input.
 FileResult read_stream(int descriptor, const LimitOfStream& limit, std::string& bytes);
 
+/// Where the former file is kept when this one is replaced: beside the file behind all links.
+std::string name_of_former(const std::string& path);
+
 /// The words for "more than `limit` bytes".
 FileResult too_large(std::uint64_t limit);
 
