@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "ports/file_system.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
