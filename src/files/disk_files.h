@@ -27,6 +27,10 @@ class DiskFiles : public FileSystem {
   /// folder in mid-write are cleared away.
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
 
+  /// The former file keeps permissions and time. That of a link stands beside the file that it
+  /// names.
+  FileResult write_keeping_former(const std::string& path, std::string_view bytes) override;
+
   FileResult create_new(const std::string& path, std::string_view bytes) override;
 
   FileResult try_out(const std::string& path, std::string_view bytes) override;
@@ -35,10 +39,6 @@ class DiskFiles : public FileSystem {
   FileResult append(const std::string& path, std::string_view bytes) override;
 
   FileResult remove(const std::string& path) override;
-
-  /// Permissions and time of the file are kept as well. A link's copy stands beside
-  /// the file that it names.
-  FileResult back_up(const std::string& path) override;
 
   FileResult make_folder(const std::string& path) override;
 

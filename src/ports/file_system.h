@@ -57,6 +57,10 @@ class FileSystem {
   /// file is whole.
   virtual FileResult write_whole(const std::string& path, std::string_view bytes) = 0;
 
+  /// The same for files of the person's; what the file held until then is kept as `path~`, in
+  /// place of what was kept there before. On any failure both are as they were.
+  virtual FileResult write_keeping_former(const std::string& path, std::string_view bytes) = 0;
+
   /// Writes a file that must not exist yet. On any other failure there is none afterwards.
   virtual FileResult create_new(const std::string& path, std::string_view bytes) = 0;
 
@@ -70,10 +74,6 @@ class FileSystem {
 
   /// Removes a file; a folder is refused.
   virtual FileResult remove(const std::string& path) = 0;
-
-  /// Keeps what the file holds now as `path~`, in place of what was kept there before.
-  /// Nothing happens when there is no such file yet. On any failure both are as they were.
-  virtual FileResult back_up(const std::string& path) = 0;
 
   /// Makes the folder and those above it, for this person alone: the program keeps copies
   /// of projects in them. All is well when it stands already, and it stays as it is.

@@ -124,9 +124,10 @@ FileResult MemoryFiles::remove(const std::string& path) {
   return {};
 }
 
-FileResult MemoryFiles::back_up(const std::string& path) {
+FileResult MemoryFiles::write_keeping_former(const std::string& path, std::string_view bytes) {
   if (const FileResult started = start(path, false); !started) return started;
   if (files.contains(path)) files[path + "~"] = files[path];
+  files[path] = bytes;
   return {};
 }
 

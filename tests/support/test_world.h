@@ -121,7 +121,7 @@ class MemoryFiles : public FileSystem {
   FileResult try_out(const std::string& path, std::string_view bytes) override;
   FileResult append(const std::string& path, std::string_view bytes) override;
   FileResult remove(const std::string& path) override;
-  FileResult back_up(const std::string& path) override;
+  FileResult write_keeping_former(const std::string& path, std::string_view bytes) override;
   FileResult make_folder(const std::string& path) override;
   FileResult list_folder(const std::string& path, std::vector<std::string>& names) override;
   FileResult look_up(const std::string& path, FileFacts& facts) override;
