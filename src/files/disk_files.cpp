@@ -482,11 +482,12 @@ std::string name_of_former(const std::string& path) {
   return target.path + "~";
 }
 
-FileResult DiskFiles::read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
+FileResult DiskFiles::read_whole(const std::string& path, const SizeLimit& limit,
+                                 std::string& bytes) {
   FileResult opened;
   const Descriptor file = open_regular(path, opened);
-  const auto same = [limit](std::string_view) { return StreamLimit{limit}; };
-  return opened ? read_open_file(file.number(), same, bytes) : opened;
+  const auto limit_of = [&limit](std::string_view start) { return StreamLimit{limit(start)}; };
+  return opened ? read_open_file(file.number(), limit_of, bytes) : opened;
 }
 
 FileResult read_stream(int descriptor, const LimitOfStream& limit, std::string& bytes) {

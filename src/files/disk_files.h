@@ -11,18 +11,15 @@
 #include <vector>
 
 #include "ports/file_system.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
-/// The largest file that is read as data.
-inline constexpr std::uint64_t largest_data_file = std::uint64_t{256} << 20;
-
-/// The largest project: its parts are counted in 32 bits.
-inline constexpr std::uint64_t largest_project_file = std::uint64_t{2} << 30;
-
 class DiskFiles : public FileSystem {
  public:
-  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
+  using FileSystem::read_whole;
+  FileResult read_whole(const std::string& path, const SizeLimit& limit,
+                        std::string& bytes) override;
 
   /// Writes a new file in the target's folder, flushes it to the disk and gives
   /// it the target's name. Permissions of an old file are kept; a link stays and

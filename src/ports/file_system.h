@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,13 +36,22 @@ struct FileFacts {
   bool is_read_only = false;  ///< may not be written by that person
 };
 
+/// The most bytes that are read of a file whose first few thousand are `start`.
+using SizeLimit = std::function<std::uint64_t(std::string_view start)>;
+
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// Reads a regular file whole into `bytes`, at most `limit` bytes.
-  virtual FileResult read_whole(const std::string& path, std::uint64_t limit,
+  /// Reads a regular file whole into `bytes`, where it is no larger than such a file may be.
+  virtual FileResult read_whole(const std::string& path, const SizeLimit& limit,
                                 std::string& bytes) = 0;
+
+  /// The same, at most `limit` bytes whatever stands in it.
+  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
+    return read_whole(
+        path, [limit](std::string_view) { return limit; }, bytes);
+  }
 
   /// Writes beside the target, flushes and renames: on any failure the old
   /// file is whole.

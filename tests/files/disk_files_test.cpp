@@ -17,6 +17,7 @@
 #include <map>
 #include <thread>
 
+#include "project/size_limits.h"
 #include "support/case_list.h"
 #include "support/test_world.h"
 

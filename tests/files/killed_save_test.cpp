@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "files/disk_files.h"
+#include "project/size_limits.h"
 #include "support/random_samples.h"
 
 namespace tavlo {

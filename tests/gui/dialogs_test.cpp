@@ -126,11 +126,13 @@ TEST_F(DialogsByKeys, AForeignTableIsImportedByChoosingItsColumnsAndTakenBack) {
   EXPECT_EQ(session().project.data(1).Title, "Pumpen");
   EXPECT_EQ(sheet().text(1, sheet_column::x) + sheet().text(2, sheet_column::susps), "1000.51");
   // Its project is offered its name, and what is saved as a project is one.
-  const QString saved = folder.filePath(QStringLiteral("Pumpen.txt.tavlo"));
+  const QString saved = folder.filePath(QStringLiteral("a.txt.tavlo"));
   answer<QFileDialog>([&](QFileDialog& save) {
     auto* name = save.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    name->setText(
-        folder.filePath(name->text().replace(QStringLiteral(".tavlo"), QStringLiteral(".txt"))));
+    save.selectNameFilter(save.nameFilters().last());
+    EXPECT_EQ(name->text(), QStringLiteral("Pumpen.tavlo"));
+    save.selectNameFilter(save.nameFilters().first());
+    name->setText(folder.filePath(QStringLiteral("a.txt")));
     QMetaObject::invokeMethod(&save, "accept");
   });
   person.press({"ctrl+s"});

@@ -113,7 +113,9 @@ class MemoryFiles : public FileSystem {
   void fail_at(int operation, FileFault fault = FileFault::disk_full);
   int operations() const { return operations_; }
 
-  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
+  using FileSystem::read_whole;
+  FileResult read_whole(const std::string& path, const SizeLimit& limit,
+                        std::string& bytes) override;
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
   FileResult create_new(const std::string& path, std::string_view bytes) override;
   FileResult try_out(const std::string& path, std::string_view bytes) override;

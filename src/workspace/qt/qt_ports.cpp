@@ -53,10 +53,12 @@ BoxAnswer answer_of(int button) {
   }
 }
 
-/// "All (*.*)|*.*|Text (*.txt)|*.txt" as a list of Qt's filters.
+/// "All (*.*)|*.*|Text (*.txt)|*.txt" as a list of Qt's filters. Qt would take the "*" behind
+/// the full stop for an extension, give it to the name, and hide files without a full stop.
 QStringList filters_of(const std::string& filter) {
   QStringList filters;
-  const QStringList parts = to_qt(filter).split(u'|');
+  QStringList parts = to_qt(filter).split(u'|');
+  parts.replaceInStrings(QStringLiteral("*.*"), QStringLiteral("*"));
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
     const QString name = parts[i].section(u'(', 0, 0).trimmed();
     filters << QStringLiteral("%1 (%2)").arg(name, QString(parts[i + 1]).replace(u';', u' '));
