@@ -27,6 +27,12 @@ void offer_last_fit(FitChoices& choices, const FitSet& fits) {
   choices.txt_Custom = shown->panel_formula;
 }
 
+const Work& work_of(const Session& session, const Project& state) {
+  static const Work none;
+  const auto work = session.works.find(state.work);
+  return work == session.works.end() ? none : work->second;
+}
+
 }  // namespace
 
 void replace_project(Session& session, Project project, const std::string& path) {
@@ -43,16 +49,11 @@ void replace_project(Session& session, Project project, const std::string& path)
   }
 }
 
-const Work& present_work(const Session& session) {
-  static const Work none;
-  const auto work = session.works.find(session.project.work);
-  return work == session.works.end() ? none : work->second;
-}
+const Work& present_work(const Session& session) { return work_of(session, session.project); }
 
 std::string title_of(const Session& session, const Project& state) {
-  const auto work = session.works.find(state.work);
-  if (work != session.works.end() && !work->second.path.empty())
-    return bare_file_name(work->second.path);
+  const std::string& path = work_of(session, state).path;
+  if (!path.empty()) return bare_file_name(path);
   return state.name.empty() ? "Untitled" : state.name;
 }
 
