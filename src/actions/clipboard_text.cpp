@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "actions/pasted_rows.h"
-#include "files/disk_files.h"
 #include "files/field_number.h"
 #include "files/text_lines.h"
 #include "numerics/number_text.h"
 #include "project/code_page.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 

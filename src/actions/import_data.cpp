@@ -11,10 +11,10 @@
 #include "actions/recent_files.h"
 #include "actions/records.h"
 #include "files/data_text.h"
-#include "files/disk_files.h"
 #include "files/foreign_type.h"
 #include "files/shortest_number.h"
 #include "files/text_encoding.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 

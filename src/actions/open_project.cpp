@@ -12,7 +12,6 @@
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "actions/work.h"
-#include "files/disk_files.h"
 #include "files/foreign_old_data.h"
 #include "files/foreign_quelplot.h"
 #include "files/foreign_type.h"
@@ -171,8 +170,8 @@ bool open_project(Session& session, std::string path) {
   Opening opening;
   opening.path = path;
   opening.unstated_ranks.kind = session.settings.Benard ? RankKind::benard : RankKind::exact;
-  const FileResult read =
-      session.ports.file_system.read_whole(path, largest_project_file, opening.bytes);
+  const auto limit = [&](std::string_view start) { return largest_file(file_type(start, path)); };
+  const FileResult read = session.ports.file_system.read_whole(path, limit, opening.bytes);
   if (!read) {
     tell_fault(session, path, read);
     return false;

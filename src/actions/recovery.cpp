@@ -10,10 +10,10 @@
 #include "actions/recent_files.h"
 #include "actions/undo.h"
 #include "actions/work.h"
-#include "files/disk_files.h"
 #include "files/project_file.h"
 #include "numerics/date_text.h"
 #include "project/code_page.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 

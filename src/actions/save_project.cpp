@@ -10,7 +10,6 @@
 #include "actions/undo.h"
 #include "actions/work.h"
 #include "files/project_file.h"
-#include "files/replace_keeping_former.h"
 #include "numerics/date_text.h"
 
 namespace tavlo {
@@ -68,7 +67,7 @@ Project as_saved(Session& session, const std::string& path) {
 }
 
 bool write(Session& session, const std::string& path, const ProjectBytes& bytes) {
-  const FileResult done = replace_keeping_former(session.ports.file_system, path, bytes.bytes);
+  const FileResult done = session.ports.file_system.write_keeping_former(path, bytes.bytes);
   if (!done) tell_fault(session, path, done);
   return static_cast<bool>(done);
 }
@@ -78,11 +77,7 @@ void tell_encoding(Session& session, bool is_utf8) {
   Work& work = session.works[session.project.work];
   if (is_utf8 && !work.is_utf8)
     session.ports.prompts.show(
-        {"Characters in the file",
-         "The project holds characters that the usual code page of project files (Windows-1252) "
-         "lacks, so the file was saved in UTF-8.  Tavlo opens it; older programs may show some "
-         "of its texts wrongly.",
-         BoxIcon::information, BoxButtons::ok});
+        {"Characters in the file", utf8_words, BoxIcon::information, BoxButtons::ok});
   work.is_utf8 = is_utf8;
 }
 

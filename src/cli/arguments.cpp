@@ -64,8 +64,8 @@ void add_reading(CLI::App& app, CommonArguments& common) {
 void add_ranks(CLI::App& app, CommonArguments& common) {
   add_text(
       app, "--ranks", [&common](const std::string& text) { common.ranks = parse_rank_kind(text); },
-      "Median ranks: benard, the usual approximation (default), or exact; a data set of a project "
-      "that has ranks of its own keeps them",
+      "Median ranks: benard, the usual approximation, or exact (as a project has them, otherwise "
+      "benard); a data set of a project that has ranks of its own keeps them",
       "KIND");
 }
 
@@ -221,7 +221,6 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
   add_json(*command, fit.common);
   command->final_callback([&fit, &lists] {
     fit.questions.choices = all_pairs(lists);
-    fit.questions.ranks = fit.common.ranks;
     require_one_standard_input(fit.common);
     fit.common.reading.comments = !fit.project.empty();
     if (!fit.charts.empty() && fit.common.files.size() > 1)
@@ -312,7 +311,6 @@ void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
   add_ranks(*command, chart.common);
   add_doubts(*command, fits.each);
   command->final_callback([&chart, &fits] {
-    fits.each.ranks = chart.common.ranks;
     chart.questions = questions_of(fits, chart.common.files.size());
     require_slope(fits);
     require_one_standard_input(chart.common);
@@ -413,11 +411,6 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   if (app.got_subcommand("convert")) return Command(convert);
   if (app.got_subcommand("batch")) return Command(batch);
   return Command(chart);
-}
-
-bool is_data_name(const std::string& path) {
-  const std::string type = extension(path);
-  return type == ".txt" || type == ".csv";
 }
 
 std::string command_name(const Model& model) {

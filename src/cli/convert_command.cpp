@@ -1,3 +1,4 @@
+#include "actions/export_data.h"
 #include "cli/commands.h"
 #include "cli/file_titles.h"
 #include "cli/made_project.h"
@@ -28,7 +29,7 @@ void tell_lost(const std::string& out, const std::vector<std::string>& lost) {
 
 ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
   const std::string& out = arguments.out;
-  const bool is_table = extension(out) == ".csv";
+  const bool is_table = is_table_file_name(out);
   const DataSet& data = work.data_set();
   const std::string bytes = is_table ? write_separated_text(data) : write_notation(data);
   if (!holds_rows(bytes, is_table))
@@ -39,7 +40,7 @@ ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
 }
 
 /// Fits that another program made are made anew, as the window does when it opens its file.
-void fit_anew(SetWork& work, RankKind ranks) {
+void fit_anew(SetWork& work) {
   if (work.kind != InputFile::Kind::foreign) return;
   const FitSet& fits = work.origin->fits(work.number);
   for (int slot = 1; slot <= fits.nFits; ++slot) {
@@ -47,7 +48,7 @@ void fit_anew(SetWork& work, RankKind ranks) {
     FitQuestions question;
     question.choices = {{find_model(fit.ModelCode), find_method(fit.request.method)}};
     question.slope = fit.request.slope;
-    question.ranks = ranks;
+    question.ranks = work.ranks;
     if (!question.choices.front().model || !question.choices.front().method) continue;
     for (FitOutcome& outcome : fit_all(work.sample, question))
       work.outcomes.push_back(std::move(outcome));
@@ -57,11 +58,11 @@ void fit_anew(SetWork& work, RankKind ranks) {
 
 ExitCode write_sets(const ConvertArguments& arguments, std::vector<SetWork> works) {
   const CommonArguments& common = arguments.common;
-  MadeProject made(arguments.out, false, common.ranks);
+  MadeProject made(arguments.out, false);
   for (SetWork& work : works) {
-    work.rank(common.ranks, true);
+    work.rank(true);
     if (work.fault) return file_fault(*work.fault);
-    fit_anew(work, common.ranks);
+    fit_anew(work);
     made.add(work, set_name(work, file_titles(common.files)));
   }
   if (const auto fault = made.write()) return file_fault(*fault);
@@ -82,7 +83,7 @@ ExitCode run(const ConvertArguments& arguments) {
   const CommonArguments& common = arguments.common;
   InputFile input;
   if (const auto fault = read_file(common, common.files.front(), input)) return file_fault(*fault);
-  const bool is_data = is_data_name(arguments.out);
+  const bool is_data = is_data_file_name(arguments.out);
   if (is_data && input.sets() > 1 && common.set == 0) {
     complain(common.files.front() + " holds " + std::to_string(input.sets()) + " data sets, and '" +
              arguments.out + "' can have one: say which with --set N");

@@ -33,7 +33,7 @@ class FitRun {
   bool read(SetWork& work) { return (wants_session() || output_stands()) && sets_.next(work); }
 
   void answer(SetWork& work) const {
-    work.rank(arguments_.common.ranks, wants_session());
+    work.rank(wants_session());
     tell_suspensions(work);
     work.answer(arguments_.questions);
   }
@@ -91,8 +91,7 @@ class FitRun {
   }
 
   void add_to_log(SetWork& work) {
-    AnsweredSession answered(work.subject(), arguments_.questions.strict,
-                             arguments_.questions.ranks);
+    AnsweredSession answered(work.subject(), arguments_.questions.strict);
     Session& session = answered.session();
     session.project.log = std::move(log_);
     answered.add(work);
@@ -100,15 +99,14 @@ class FitRun {
   }
 
   void add_to_chart(SetWork& work) {
-    if (!charted_)
-      charted_.emplace(work.file, arguments_.questions.strict, arguments_.questions.ranks);
+    if (!charted_) charted_.emplace(work.file, arguments_.questions.strict);
     charted_->add(work);
     charted_names_.push_back(set_name(work, titles_));
   }
 
   void add_to_project(SetWork& work) {
     if (!made_) {
-      made_.emplace(arguments_.project, arguments_.questions.strict, arguments_.questions.ranks);
+      made_.emplace(arguments_.project, arguments_.questions.strict);
       const bool is_whole =
           arguments_.common.files.size() == 1 && (arguments_.common.set == 0 || work.sets() == 1);
       if (is_whole && work.kind == InputFile::Kind::project) made_->go_on_with(*work.origin);

@@ -20,8 +20,8 @@ namespace {
 FileType type_of(std::string_view bytes) { return file_type(bytes, ""); }
 
 StreamLimit limit_of(std::string_view start) {
-  const bool is_project = type_of(start) == FileType::project;
-  return {is_project ? largest_project_file : largest_data_file, is_project};
+  const FileType type = type_of(start);
+  return {largest_file(type), type == FileType::project};
 }
 
 std::string words_of(const std::string& file, int error_number, const ReadFault& fault) {

@@ -11,24 +11,25 @@
 #include <vector>
 
 #include "ports/file_system.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
-/// The largest file that is read as data.
-inline constexpr std::uint64_t largest_data_file = std::uint64_t{256} << 20;
-
-/// The largest project: its parts are counted in 32 bits.
-inline constexpr std::uint64_t largest_project_file = std::uint64_t{2} << 30;
-
 class DiskFiles : public FileSystem {
  public:
-  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
+  using FileSystem::read_whole;
+  FileResult read_whole(const std::string& path, const SizeLimit& limit,
+                        std::string& bytes) override;
 
   /// Writes a new file in the target's folder, flushes it to the disk and gives
   /// it the target's name. Permissions of an old file are kept; a link stays and
   /// the file that it names is replaced. Files that an ended program left in the
   /// folder in mid-write are cleared away.
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
+
+  /// The former file keeps permissions and time. That of a link stands beside the file that it
+  /// names.
+  FileResult write_keeping_former(const std::string& path, std::string_view bytes) override;
 
   FileResult create_new(const std::string& path, std::string_view bytes) override;
 
@@ -38,10 +39,6 @@ class DiskFiles : public FileSystem {
   FileResult append(const std::string& path, std::string_view bytes) override;
 
   FileResult remove(const std::string& path) override;
-
-  /// Permissions and time of the file are kept as well. A link's copy stands beside
-  /// the file that it names.
-  FileResult back_up(const std::string& path) override;
 
   FileResult make_folder(const std::string& path) override;
 

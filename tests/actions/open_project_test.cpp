@@ -54,8 +54,10 @@ TEST_F(OpenProjectTest, AFileThatCanNotBeReadChangesNothing) {
   const std::string whole = files.files["/w/pumps.tavlo"];
   files.files["/w/cut.tavlo"] = whole.substr(0, whole.size() / 2);
   files.files["/w/words.txt"] = "these are words\nand no data\n";
+  files.files["/w/huge.bin"] = std::string(largest_data_file + 1, '\0');
   const Project before = session.project;
-  for (const char* const path : {"/w/cut.tavlo", "/w/words.txt", "/w/missing.tavlo"}) {
+  for (const char* const path :
+       {"/w/cut.tavlo", "/w/words.txt", "/w/missing.tavlo", "/w/huge.bin"}) {
     const std::size_t told = prompts.shown().size();
     EXPECT_FALSE(open(path));
     EXPECT_EQ(prompts.shown().size(), told + 1) << boxes();
@@ -63,6 +65,7 @@ TEST_F(OpenProjectTest, AFileThatCanNotBeReadChangesNothing) {
     EXPECT_TRUE(session.project == before) << path;
     EXPECT_FALSE(is_unsaved(session));
   }
+  EXPECT_NE(prompts.shown().back().text.find("too large"), std::string::npos) << boxes();
 }
 
 TEST_F(OpenProjectTest, ComesBackAsItWasSavedWithItsFitsAndFitsNothing) {
