@@ -210,7 +210,7 @@ TEST_F(OpenProjectTest, WhatIsReplacedWithoutACopyIsToldOfLastAndAskedForOnLeavi
   EXPECT_EQ(views.said.back(), "status No recovery copy of Untitled: this is a file");
   session.history.restart(session.project);
   end();
-  ASSERT_EQ(uncopied_works(session), std::vector{pumps.work});
+  ASSERT_EQ(uncopied_work(session, {}), pumps.work);
   return_to_work(session, pumps.work);
   end();
   EXPECT_TRUE(session.project == pumps && is_unsaved(session));
@@ -222,7 +222,7 @@ TEST_F(OpenProjectTest, WhatIsReplacedWithoutACopyIsToldOfLastAndAskedForOnLeavi
   EXPECT_NE(views.said.back().find("No recovery copy of Untitled: fault"), std::string::npos);
   finish_copies(session, true);
   EXPECT_EQ(files.files.size(), 2u) << "it is tried again";
-  EXPECT_TRUE(uncopied_works(session).empty());
+  EXPECT_FALSE(uncopied_work(session, {}));
 }
 
 TEST_F(OpenProjectTest, WhatIsReplacedUnsavedIsKeptAndTenCopiesStay) {
