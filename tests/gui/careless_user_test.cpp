@@ -2,6 +2,7 @@
 #include <QPrinterInfo>
 
 #include "actions/new_project.h"
+#include "actions/records.h"
 #include "actions/recovery.h"
 #include "gui/window_world.h"
 
@@ -84,6 +85,13 @@ TEST_F(CarelessUser, MeetsEveryWindowOfManySets) {
   EXPECT_EQ(window.tree().node(QStringLiteral("D3"))->parent()->text(0), QStringLiteral("Data"));
   windows.tile(true);
   EXPECT_EQ(windows.children().size(), 8u);
+  program.commands.run([this] { add_data_set(session()); });
+  windows.bring_to_front({Block::sheet, 4});
+  EXPECT_GT(windows.child({Block::sheet, 4})->height(), windows.height() / 2) << "not a scrap";
+  program.commands.run([this] { delete_set(session(), 1); });
+  windows.hide_all();
+  for (const ChildWindow* each : windows.children())
+    EXPECT_TRUE(each->isHidden()) << each->node_key().toStdString();
 }
 
 TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {
