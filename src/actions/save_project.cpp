@@ -10,7 +10,6 @@
 #include "actions/undo.h"
 #include "actions/work.h"
 #include "files/project_file.h"
-#include "files/replace_keeping_former.h"
 #include "numerics/date_text.h"
 
 namespace tavlo {
@@ -22,19 +21,32 @@ constexpr const char* save_filter =
     "Data notation (*.txt)|*.txt|All (*.*)|*.*";
 
 std::string suggested_path(const Session& session) {
-  const Work& work = present_work(session);
-  if (!work.path.empty()) return work.path;
-  return (work.name.empty() ? project_title(session) : work.name) + ".tavlo";
+  const std::string& path = present_work(session).path;
+  return path.empty() ? project_title(session) + ".tavlo" : path;
+}
+
+/// The project's own file keeps its name, whatever that ends in.
+bool is_own_file(const Session& session, const std::string& path) {
+  return !path.empty() && path == present_work(session).path;
+}
+
+/// The dialog completes names by the first kind of file; the last leaves them alone.
+int filter_of(const std::string& suggestion) {
+  constexpr int project = 1, all = 4;
+  return suggestion.ends_with(".tavlo") ? project : all;
 }
 
 /// Kept on purpose: No to the question saves all the same, as those who wrote scripts and
 /// handbooks for it know. The file that was there is kept as `name~`.
 std::string name_to_save(Session& session) {
+  const std::string suggestion = suggested_path(session);
   const auto name = session.ports.prompts.choose_file({.title = "Save Project",
                                                        .filter = save_filter,
+                                                       .filter_index = filter_of(suggestion),
                                                        .saving = true,
                                                        .ask_before_replacing = false,
-                                                       .suggestion = suggested_path(session)});
+                                                       .own_suffix = "tavlo",
+                                                       .suggestion = suggestion});
   if (!name || name->empty()) return {};
   if (!session.ports.file_system.exists(*name)) return *name;
   const Box question = {"Overwrite File?", *name + " exists.  Do you want to overwrite the file?",
@@ -68,7 +80,7 @@ Project as_saved(Session& session, const std::string& path) {
 }
 
 bool write(Session& session, const std::string& path, const ProjectBytes& bytes) {
-  const FileResult done = replace_keeping_former(session.ports.file_system, path, bytes.bytes);
+  const FileResult done = session.ports.file_system.write_keeping_former(path, bytes.bytes);
   if (!done) tell_fault(session, path, done);
   return static_cast<bool>(done);
 }
@@ -78,11 +90,7 @@ void tell_encoding(Session& session, bool is_utf8) {
   Work& work = session.works[session.project.work];
   if (is_utf8 && !work.is_utf8)
     session.ports.prompts.show(
-        {"Characters in the file",
-         "The project holds characters that the usual code page of project files (Windows-1252) "
-         "lacks, so the file was saved in UTF-8.  Tavlo opens it; older programs may show some "
-         "of its texts wrongly.",
-         BoxIcon::information, BoxButtons::ok});
+        {"Characters in the file", utf8_words, BoxIcon::information, BoxButtons::ok});
   work.is_utf8 = is_utf8;
 }
 
@@ -115,7 +123,7 @@ bool save_project_as(Session& session, const std::string& path) {
 bool save_project(Session& session, int data_index) {
   const std::string path = name_to_save(session);
   if (path.empty()) return false;
-  if (!is_data_file_name(path)) return save_project_as(session, path);
+  if (!is_data_file_name(path) || is_own_file(session, path)) return save_project_as(session, path);
   export_data(session, data_index, path);
   return !is_unsaved(session);
 }

@@ -31,10 +31,8 @@ FileCommands::FileCommands(Program& program, QWidget& frame, FileViews views)
       session_(program.session),
       frame_(frame),
       views_(std::move(views)),
-      copies_(program.timer.every(milliseconds_between_copies, [this] {
-        finish_copies(session_, false);
-        if (!session_.copy) keep_copy(session_, CopyReason::current);
-      })) {}
+      copies_(program.timer.every(milliseconds_between_copies, [this] { tend_copies(session_); })) {
+}
 
 void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
   QObject::connect(&file, &QMenu::aboutToShow, &frame_, [this, &recent, &recovery] {
@@ -124,12 +122,28 @@ void FileCommands::fill_recovery(QMenu& menu) {
 }
 
 bool FileCommands::may_leave() {
+  std::vector<std::int64_t> asked = {session_.project.work};
+  if (!may_leave_project("")) return false;
+  while (const auto former = uncopied_work(session_, asked)) {
+    asked.push_back(*former);
+    program_.commands.run([&] {
+      return_to_work(session_, *former);
+      views_.show_work();
+    });
+    if (!may_leave_project(", which another project has replaced and of which there is no copy,"))
+      return false;
+  }
+  return true;
+}
+
+bool FileCommands::may_leave_project(const std::string& what_of_it) {
   if (!is_unsaved(session_)) {
     drop_copy(session_);
     return true;
   }
   const BoxAnswer answer = session_.ports.prompts.show(
-      {"Tavlo", "Save the changes of " + project_title(session_) + " before you leave?",
+      {"Tavlo",
+       "Save the changes of " + project_title(session_) + what_of_it + " before you leave?",
        BoxIcon::question, BoxButtons::yes_no_cancel});
   if (answer == BoxAnswer::yes) return save_project(session_, views_.current_set());
   if (answer != BoxAnswer::no) return false;
