@@ -40,6 +40,13 @@ std::optional<CriticalRSquared> straightness(const Model& model, double failures
   return fd_Ccc2(kind, failures, three, r_squared);
 }
 
+/// ln of what a chance lacks to 1 where x is so large that it reads 1: among such chances too
+/// the greatest is to be found. The incomplete gamma function's asymptotic series.
+double ln_missing(double x, int df) {
+  const double a = 0.5 * df, y = 0.5 * x;
+  return (a - 1) * std::log(y) - y - std::lgamma(a) + std::log1p((a - 1) / y * (1 + (a - 2) / y));
+}
+
 class FitComparison {
  public:
   FitComparison(const Sample& sample, std::span<const ComparedFit> fits)
@@ -88,10 +95,15 @@ class FitComparison {
 
   void add_test(const Model& model, std::optional<double> ln_likelihood, ComparedRow& row) {
     if (!base_ || !ln_likelihood) return;
+    const double x = 2.0 * (*ln_likelihood - *base_);
     row.test = RatioTest::tested;
     row.df = model.free_parameters - find_model(base_code)->free_parameters;
-    row.chance = fd_ChiSq(2.0 * (*ln_likelihood - *base_), static_cast<std::int16_t>(row.df));
-    if (row.chance > best_) best_ = row.chance, best_row_ = this_row();
+    row.chance = fd_ChiSq(x, static_cast<std::int16_t>(row.df));
+    const double missing = row.chance == 1 ? ln_missing(x, row.df) : 0;
+    if (row.chance < best_ || (row.chance == best_ && !(missing < missing_))) return;
+    best_ = row.chance;
+    missing_ = missing;
+    best_row_ = this_row();
   }
 
   void choose_winner() {
@@ -126,6 +138,7 @@ class FitComparison {
   std::span<const ComparedFit> fits_;
   std::optional<double> base_;  ///< ln L
   double best_ = 0;
+  double missing_ = 0;  ///< ln of 1 - best_, where this reads 0
   std::size_t best_row_ = 0;
   Comparison comparison_;
 };

@@ -94,22 +94,31 @@ TEST(Comparison, OnlyATestedRowWinsAndOnlyAboveOneHalf) {
   const auto c = [](std::int16_t model, double quality) {
     return compared(model, quality, 1, true);
   };
-  for (const auto& [fits, suspensions, winner, tests] :
-       std::vector<Race>{{{compared(98, 0.0), compared(290, half)}, 0, 0, {base, tested}},
-                         {{compared(290, half + 1e-9), compared(98, 0.0)}, 0, 0, {tested, base}},
-                         {{compared(98, -9.0)}, 0, 0, {base}},
-                         {{compared(98, -9.0), compared(162, -9.1)}, 0, 0, {base, tested}},
-                         {{compared(98, -9.0), compared(290, -1.0)}, 3, 0, {base, incommensurate}},
-                         {{compared(98, -9.0), compared(290, -1.0), c(290, -4.0)},
-                          3,
-                          2,
-                          {base, incommensurate, tested}},
-                         {{compared(98, -9.0), compared(418, -1.0)}, 3, 0, {base, incommensurate}},
-                         {{compared(98, -9.0), compared(418, -1.0)}, 0, 0, {base, none}},
-                         {{compared(290, 8.0), compared(98, {})}, 0, {}, {none, none}},
-                         {{compared(290, 8.0)}, 0, {}, {none}},
-                         {{compared(98, 0.9, 0), compared(162, 0.99, 0)}, 0, {}, {none, none}},
-                         {{}, 0, {}, {}}}) {
+  for (const auto& [fits, suspensions, winner, tests] : std::vector<Race>{
+           {{compared(98, 0.0), compared(290, half)}, 0, 0, {base, tested}},
+           {{compared(290, half + 1e-9), compared(98, 0.0)}, 0, 0, {tested, base}},
+           {{compared(98, 0.0), compared(162, 60.0), compared(354, 310.0), compared(482, 311.0)},
+            0,
+            2,
+            {base, tested, tested, tested}},
+           {{compared(98, 0.0), compared(354, 3000.0), compared(482, 3015.0),
+             compared(290, 2990.0)},
+            0,
+            2,
+            {base, tested, tested, tested}},
+           {{compared(98, -9.0)}, 0, 0, {base}},
+           {{compared(98, -9.0), compared(162, -9.1)}, 0, 0, {base, tested}},
+           {{compared(98, -9.0), compared(290, -1.0)}, 3, 0, {base, incommensurate}},
+           {{compared(98, -9.0), compared(290, -1.0), c(290, -4.0)},
+            3,
+            2,
+            {base, incommensurate, tested}},
+           {{compared(98, -9.0), compared(418, -1.0)}, 3, 0, {base, incommensurate}},
+           {{compared(98, -9.0), compared(418, -1.0)}, 0, 0, {base, none}},
+           {{compared(290, 8.0), compared(98, {})}, 0, {}, {none, none}},
+           {{compared(290, 8.0)}, 0, {}, {none}},
+           {{compared(98, 0.9, 0), compared(162, 0.99, 0)}, 0, {}, {none, none}},
+           {{}, 0, {}, {}}}) {
     const Comparison comparison = compare(sample_of(9, suspensions), fits);
     EXPECT_EQ(comparison.winner.has_value(), winner.has_value());
     if (!winner || !comparison.winner) continue;
