@@ -223,6 +223,10 @@ void analyse(Session& session, int index, std::int16_t method_code,
   log_other_criteria(session, index);
 }
 
+auto words_of_faults() {
+  return error_words("Distribution_Analysis Setup: ", "Dist_Analysis routine:");
+}
+
 }  // namespace
 
 std::span<const ComparedModel> compared_models() { return models_in_boxes; }
@@ -235,16 +239,18 @@ void Dist_Analysis(Session& session, int data_index, std::int16_t method_code,
   if (!known || session.gFitForm(data_index)->busy) return;
   const BusyPanel busy(session, data_index);
   session.step = "Distribution Analysis";
-  guarded(session.errors, error_words("Distribution_Analysis Setup: ", "Dist_Analysis routine:"),
+  guarded(session.errors, words_of_faults(),
           [&] { analyse(session, data_index, method_code, models); });
 }
 
 void Dist_Summary(Session& session, int index, bool lr_test) {
-  const FitTable table(session, index);
-  log_table(session, stated_rows(table, lr_test));
-  if (!lr_test) return;
-  log_untested(session, table);
-  log_winner(session, table);
+  guarded(session.errors, words_of_faults(), [&] {
+    const FitTable table(session, index);
+    log_table(session, stated_rows(table, lr_test));
+    if (!lr_test) return;
+    log_untested(session, table);
+    log_winner(session, table);
+  });
 }
 
 std::string significance_text(double chance) {

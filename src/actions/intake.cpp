@@ -4,6 +4,7 @@
 #include <string>
 
 #include "actions/busy_panel.h"
+#include "actions/compare.h"
 #include "actions/dispatch.h"
 #include "actions/read_rows.h"
 #include "actions/reports.h"
@@ -83,7 +84,9 @@ void CheckAndFit(Session& session, int fit_index) {
     show_again(session, panel.data_index, fit_index, slot);
     return PostFitLog(session, slot, panel.data_index, fit_index);
   }
+  const int fits_before = session.project.fits(fit_index).nFits;
   Fit_Distribution(session, panel.data_index, fit_index, panel.nModel, panel.nMethod, true, true);
+  if (session.project.fits(fit_index).nFits > fits_before) Dist_Summary(session, fit_index, false);
 }
 
 }  // namespace tavlo

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "actions/fit_world.h"
+#include "actions/intake.h"
 #include "actions/undo.h"
 #include "support/case_list.h"
 
@@ -93,6 +94,17 @@ TEST(Compare, OldFitsAndThoseWithoutRowsAreNotJudged) {
   world.put({{10}, {20}, {50}});
   Dist_Summary(world.session, 1, false);
   EXPECT_EQ(world.log().find('%', world.log().rfind("PVE")), std::string::npos) << world.log();
+}
+
+TEST(Compare, EachNewFitOfThePanelIsSetBesideTheOthers) {
+  CompareWorld world;
+  world.panel().nModel = 98;
+  world.panel().nMethod = 0;
+  for (int i = 0; i < 2; ++i) {
+    CheckAndFit(world.session, 1);
+    EXPECT_NE(world.log().find("PVE\n1\t0.966072\tW/rr\t"), std::string::npos) << world.log();
+    EXPECT_EQ(world.log().find("PVE"), world.log().rfind("PVE")) << "a fit that stands is not new";
+  }
 }
 
 TEST(Compare, SignificanceKeepsItsNinesAndOneDigitMore) {
