@@ -7,17 +7,16 @@
 #include <vector>
 
 #include "actions/pasted_rows.h"
-#include "files/disk_files.h"
 #include "files/field_number.h"
 #include "files/text_lines.h"
 #include "numerics/number_text.h"
 #include "project/code_page.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
 namespace {
 
-constexpr int most_rows = DataSheet::most_rows;
 constexpr const char* paste_title = "Tavlo undetermined Quellmarch Weibull Paste.";
 
 using Cells = std::vector<std::string>;
@@ -112,15 +111,16 @@ struct PastedText {
   std::string_view line_end;
   std::optional<char> separator;
   std::vector<int> columns;  ///< of the sheet, see target_columns
+  int most_rows;             ///< that there is room for
 };
 
-PastedText shape_of(std::string_view text, int first_column, char decimal_point) {
+PastedText shape_of(std::string_view text, int first_column, int most_rows, char decimal_point) {
   const std::string_view line_end = line_separator(text);
   const std::vector<int> columns = target_columns(first_column);
   const bool into_numbers = columns.front() < sheet_column::mode;
   return {text, line_end,
           column_separator(text, text.substr(0, text.find(line_end)), into_numbers, decimal_point),
-          columns};
+          columns, most_rows};
 }
 
 /// Takes the next line off the front of `text`.
@@ -145,10 +145,6 @@ void for_each_line(const PastedText& pasted, Act act) {
   }
 }
 
-std::string words_of_most_rows() {
-  return "A sheet takes " + std::to_string(most_rows) + " rows at the most.";
-}
-
 /// A line of any length would become as many cells as it has marks, or one endless cell.
 std::string fault_of_long_line(const PastedText& pasted) {
   std::string_view text = pasted.text;
@@ -159,15 +155,15 @@ std::string fault_of_long_line(const PastedText& pasted) {
 }
 
 /// What the sheet can't take of the text; empty when it can take all.
-std::string fault_of(const PastedText& pasted, int first_row) {
+std::string fault_of(const PastedText& pasted) {
   std::string fault = fault_of_long_line(pasted);
   if (!fault.empty()) return fault;
-  int row = first_row;
+  int rows = 0;
   for_each_line(pasted, [&](long number, const Cells& cells) {
     if (const auto bad = unexpected_cell(cells, pasted.columns)) {
       fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
-    } else if (row++ > most_rows) {
-      fault = words_of_most_rows();
+    } else if (++rows > pasted.most_rows) {
+      fault = "There are more than " + std::to_string(pasted.most_rows) + " rows.";
     }
     return fault.empty();
   });
@@ -175,8 +171,8 @@ std::string fault_of(const PastedText& pasted, int first_row) {
 }
 
 /// True when a sheet can take every cell.
-bool is_sheet_text(const PastedText& pasted, int first_row) {
-  return pasted.text.find('\0') == std::string_view::npos && fault_of(pasted, first_row).empty();
+bool is_sheet_text(const PastedText& pasted) {
+  return pasted.text.find('\0') == std::string_view::npos && fault_of(pasted).empty();
 }
 
 void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector<int>& columns) {
@@ -205,7 +201,7 @@ struct PasteEnd {
 
 /// Cells as they stand, into whichever columns.
 PasteEnd paste_cells(DataSheet& sheet, int row, const PastedText& pasted) {
-  if (std::string fault = fault_of(pasted, row); !fault.empty()) return {row, std::move(fault)};
+  if (std::string fault = fault_of(pasted); !fault.empty()) return {row, std::move(fault)};
   for_each_line(pasted, [&](long, const Cells& cells) {
     enter_line(sheet, row++, cells, pasted.columns);
     return true;
@@ -215,31 +211,32 @@ PasteEnd paste_cells(DataSheet& sheet, int row, const PastedText& pasted) {
 
 /// A text for the X column goes through the reader of all data texts; what only a sheet
 /// takes, as 1.5k and empty counts, is then entered cell by cell.
-PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_view text) {
+PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_view text,
+                    int most_rows) {
+  most_rows = std::min(most_rows, sheet.farthest_row() - row + 1);
   const PastedText pasted =
-      shape_of(text, sheet.column(), session.settings.punctuation.DecimalPoint);
+      shape_of(text, sheet.column(), most_rows, session.settings.punctuation.DecimalPoint);
   if (pasted.columns.front() != sheet_column::x || without_blanks(text).empty())
     return paste_cells(sheet, row, pasted);
   DataRows rows;
   bool cancelled = false;
-  const auto fault = read_pasted_rows(text, session, rows, cancelled);
+  const auto fault = read_pasted_rows(text, session, most_rows, rows, cancelled);
   if (fault && fault->stopped) session.ports.views.status("Stopped; nothing was entered.");
   if (cancelled || (fault && fault->stopped)) return {row, {}};
-  if (fault && is_sheet_text(pasted, row)) return paste_cells(sheet, row, pasted);
+  if (fault && is_sheet_text(pasted)) return paste_cells(sheet, row, pasted);
   if (fault) return {row, "Line " + std::to_string(fault->line) + ": " + fault->what + "."};
-  if (rows.rows.size() + static_cast<std::size_t>(row) > std::size_t{most_rows} + 1)
-    return {row, words_of_most_rows()};
   enter_rows(sheet, row, rows);
   return {row + static_cast<int>(rows.rows.size()), {}};
 }
 
-/// Enters a text as the step of that name; `source` stands before what is wrong with it.
-void enter_text(Session& session, int data_index, std::string_view text, const char* step,
-                const std::string& source) {
+/// Enters a text of at most so many rows as the step of that name; `source` stands before what
+/// is wrong with it.
+void enter_text(Session& session, int data_index, std::string_view text, int most_rows,
+                const char* step, const std::string& source) {
   DataSheet& sheet = *session.gDataForm(data_index);
   sheet.end_edit();
   const int first = std::max(sheet.row(), 1);
-  const PasteEnd end = paste_text(session, sheet, first, text);
+  const PasteEnd end = paste_text(session, sheet, first, text, most_rows);
   if (!end.fault.empty())
     session.ports.prompts.show(
         {paste_title, source + end.fault, BoxIcon::exclamation, BoxButtons::ok});
@@ -255,7 +252,7 @@ void PasteClip(Session& session, int data_index) {
   guarded(session.errors, error_words("Paste error: ", "PasteClip routine:"), [&] {
     Clipboard& clipboard = session.ports.clipboard;
     const std::string text = clipboard.text();
-    if (!text.empty()) return enter_text(session, data_index, text, "Paste", {});
+    if (!text.empty()) return enter_text(session, data_index, text, most_pasted_rows, "Paste", {});
     session.ports.views.status(clipboard.holds_only_picture()
                                    ? "The clipboard holds a picture; copy the rows as text."
                                    : "There is no text on the clipboard.");
@@ -264,14 +261,14 @@ void PasteClip(Session& session, int data_index) {
 
 void drop_text(Session& session, int data_index, const std::string& text) {
   guarded(session.errors, error_words("Drop error: ", "drop_text routine:"),
-          [&] { enter_text(session, data_index, text, "Drop", {}); });
+          [&] { enter_text(session, data_index, text, most_pasted_rows, "Drop", {}); });
 }
 
 void drop_file(Session& session, int data_index, const std::string& path) {
   guarded(session.errors, error_words("Drop error: ", "drop_file routine:"), [&] {
     std::string bytes;
     const FileResult read = session.ports.file_system.read_whole(path, largest_data_file, bytes);
-    if (read) return enter_text(session, data_index, bytes, "Drop", path + "\n");
+    if (read) return enter_text(session, data_index, bytes, most_data_rows, "Drop", path + "\n");
     session.ports.prompts.show(
         {paste_title, path + "\n" + read.message, BoxIcon::exclamation, BoxButtons::ok});
   });

@@ -7,7 +7,6 @@
 #include "files/column_names.h"
 #include "files/data_notation.h"
 #include "files/lost_in_export.h"
-#include "files/replace_keeping_former.h"
 #include "files/separated_writer.h"
 
 namespace tavlo {
@@ -19,10 +18,9 @@ bool ends_in(const std::string& path, std::string_view ending) {
          equal_in_any_case(std::string_view(path).substr(path.size() - ending.size()), ending);
 }
 
-bool is_table(const std::string& path) { return ends_in(path, ".csv"); }
-
 std::vector<std::string> lost(const Project& project, int data_index, const std::string& path) {
-  auto words = (is_table(path) ? lost_in_separated_text : lost_in_notation)(project, data_index);
+  auto words =
+      (is_table_file_name(path) ? lost_in_separated_text : lost_in_notation)(project, data_index);
   if (const int others = project.data.bound() - 1; others > 0)
     words.push_back(others == 1 ? "the other data set"
                                 : "the " + std::to_string(others) + " other data sets");
@@ -40,18 +38,23 @@ void tell_lost(Session& session, const std::string& path, const std::vector<std:
 
 }  // namespace
 
-bool is_data_file_name(const std::string& path) { return is_table(path) || ends_in(path, ".txt"); }
+bool is_table_file_name(const std::string& path) { return ends_in(path, ".csv"); }
+
+bool is_data_file_name(const std::string& path) {
+  return is_table_file_name(path) || ends_in(path, ".txt");
+}
 
 bool export_data(Session& session, int data_index, const std::string& path) {
   const DataSet& data = session.project.data(data_index);
-  const std::string bytes = is_table(path) ? write_separated_text(data) : write_notation(data);
-  if (!holds_rows(bytes, is_table(path))) {
+  const std::string bytes =
+      is_table_file_name(path) ? write_separated_text(data) : write_notation(data);
+  if (!holds_rows(bytes, is_table_file_name(path))) {
     session.ports.prompts.show({"Export to " + bare_file_name(path),
                                 "There are no rows to write.  Nothing was exported.", BoxIcon::stop,
                                 BoxButtons::ok});
     return false;
   }
-  const FileResult done = replace_keeping_former(session.ports.file_system, path, bytes);
+  const FileResult done = session.ports.file_system.write_keeping_former(path, bytes);
   if (!done) {
     tell_fault(session, path, done);
     return false;

@@ -11,10 +11,10 @@
 #include "actions/recent_files.h"
 #include "actions/records.h"
 #include "files/data_text.h"
-#include "files/disk_files.h"
 #include "files/foreign_type.h"
 #include "files/shortest_number.h"
 #include "files/text_encoding.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
@@ -26,7 +26,6 @@ constexpr std::size_t shown_rows = 20;
 ReadOptions options_of(const Session& session, const ImportChoices& choices) {
   return {.negative_is_value = !session.settings.NegativeSuspension,
           .decimal = choices.decimal,
-          .most_rows = DataSheet::most_rows,
           .separator = choices.separator,
           .head_line = choices.head_line,
           .failed = choices.failed};
@@ -143,7 +142,9 @@ int import_data(Session& session, const ImportFile& file, const ImportChoices& c
   const int index = empty_set(session);
   if (index == 0) return 0;
   fill_data_set(std::move(data), session.project.data(index));
-  rename_data(session, index, file_title(file.path()));
+  const std::string title = file_title(file.path());
+  rename_data(session, index, title);
+  if (index == 1 || session.project.name.empty()) session.project.name = title;
   session.gDataForm(index)->follow_rows();
   bool clean = true;
   CheckDirtyData(session, index, clean);

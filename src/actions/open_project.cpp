@@ -12,7 +12,6 @@
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "actions/work.h"
-#include "files/disk_files.h"
 #include "files/foreign_old_data.h"
 #include "files/foreign_quelplot.h"
 #include "files/foreign_type.h"
@@ -78,7 +77,8 @@ std::optional<ProjectFault> read_quelplot_set(Session& session, Opening& opening
 /// Whatever else is text may hold data.
 std::optional<ProjectFault> read_text(Session& session, Opening& opening) {
   DataRows rows;
-  const auto fault = read_pasted_rows(opening.bytes, session, rows, opening.cancelled);
+  const auto fault =
+      read_pasted_rows(opening.bytes, session, most_data_rows, rows, opening.cancelled);
   if (fault && !opening.cancelled)
     return ProjectFault{
         run_time::type_mismatch, {fault->line, "neither a project nor data: " + fault->what}, {}};
@@ -138,7 +138,7 @@ void ask_about_changed_sets(Session& session) {
 /// Data of others are ranked here, and what they bring of fits is fitted anew.
 void take_in_data(Session& session, const Opening& opening) {
   const std::string name = file_title(opening.path);
-  session.works[session.project.work].name = name;
+  session.project.name = name;
   if (opening.type == FileType::unknown) session.project.data(1).Title = name;
   bool clean = true;
   CheckDirtyData(session, 1, clean);
@@ -170,8 +170,8 @@ bool open_project(Session& session, std::string path) {
   Opening opening;
   opening.path = path;
   opening.unstated_ranks.kind = session.settings.Benard ? RankKind::benard : RankKind::exact;
-  const FileResult read =
-      session.ports.file_system.read_whole(path, largest_project_file, opening.bytes);
+  const auto limit = [&](std::string_view start) { return largest_file(file_type(start, path)); };
+  const FileResult read = session.ports.file_system.read_whole(path, limit, opening.bytes);
   if (!read) {
     tell_fault(session, path, read);
     return false;

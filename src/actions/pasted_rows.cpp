@@ -32,11 +32,11 @@ std::optional<ReadFault> read_busily(std::string_view text, Session& session,
 
 }  // namespace
 
-std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& session, DataRows& rows,
-                                          bool& cancelled) {
+std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& session, int most_rows,
+                                          DataRows& rows, bool& cancelled) {
   const Settings& settings = session.settings;
   ReadOptions options{.negative_is_value = !settings.NegativeSuspension,
-                      .most_rows = DataSheet::most_rows};
+                      .most_rows = static_cast<std::size_t>(most_rows)};
   auto fault = read_busily(text, session, options, rows);
   if (!fault || !fault->comma_in_doubt) return fault;
   options.decimal = DecimalSign::comma;

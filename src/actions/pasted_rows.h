@@ -13,11 +13,11 @@
 
 namespace tavlo {
 
-/// Reads a pasted text into `rows`, at most as many as a sheet takes. Where a comma may
+/// Reads a text into `rows`, of which it may have `most_rows`. Where a comma may
 /// mean two things and the settings don't tell, the person is asked once; `cancelled` is
 /// then set by Cancel.
-std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& session, DataRows& rows,
-                                          bool& cancelled);
+std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& session, int most_rows,
+                                          DataRows& rows, bool& cancelled);
 
 /// Puts the rows into the sheet from `row` on. A row with a mode or a comment replaces
 /// those that stood there.

@@ -7,12 +7,13 @@
 #include <utility>
 
 #include "actions/file_faults.h"
+#include "actions/recent_files.h"
 #include "actions/undo.h"
 #include "actions/work.h"
-#include "files/disk_files.h"
 #include "files/project_file.h"
 #include "numerics/date_text.h"
 #include "project/code_page.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
@@ -41,10 +42,10 @@ std::int64_t points_of(const Project& project) {
 
 std::string stamp_of(const DateTime& moment) { return format_date(moment, "yyyymmdd-hhnnss"); }
 
-std::string copy_name(Session& session, CopyReason reason) {
+std::string copy_name(Session& session, const Project& state, CopyReason reason) {
   return stamp_of(session.ports.clock.now()) + (reason == CopyReason::current ? " c p" : " r p") +
-         std::to_string(session.ports.host.process_id()) + " n" +
-         std::to_string(points_of(session.project)) + " " + harmless(project_title(session)) +
+         std::to_string(session.ports.host.process_id()) + " w" + std::to_string(state.work) +
+         " n" + std::to_string(points_of(state)) + " " + harmless(title_of(session, state)) +
          std::string(suffix);
 }
 
@@ -96,8 +97,9 @@ std::optional<NamedCopy> copy_of_name(const std::string& folder, const std::stri
   const std::string stamp(take_word(rest));
   const std::string_view kind = take_word(rest);
   const auto process = number_behind('p', take_word(rest));
+  const auto work = number_behind('w', take_word(rest));
   const auto points = number_behind('n', take_word(rest));
-  if (stamp.size() != stamp_size || !process || !points || (kind != "c" && kind != "r"))
+  if (stamp.size() != stamp_size || !process || !work || !points || (kind != "c" && kind != "r"))
     return std::nullopt;
   const std::string time = stamp.substr(0, 4) + "-" + stamp.substr(4, 2) + "-" +
                            stamp.substr(6, 2) + " " + stamp.substr(9, 2) + ":" +
@@ -136,35 +138,55 @@ void drop_oldest(Session& session) {
 }
 
 /// The person works on; the next copy may find room.
-void tell_missing_copy(Session& session, const std::string& why) {
-  session.ports.views.status("No recovery copy: " + why);
+void note_missing_copy(Session& session, const Project& state, const std::string& why) {
+  session.missing_copy = "No recovery copy of " + title_of(session, state) + ": " + why;
 }
 
 /// A copy of the same work stands for the one before it.
 void take_in(Session& session, const PendingCopy& copy, const FileResult& written) {
-  if (!written) return tell_missing_copy(session, written.message);
   forget_samples(*copy.state);
+  if (!written) return note_missing_copy(session, *copy.state, written.message);
   const auto work = session.works.find(copy.state->work);
   if (work == session.works.end()) return;
   const std::string former = std::exchange(work->second.copy, copy.path);
   work->second.copied = copy.state;
+  work->second.uncopied.reset();
   if (!former.empty() && former != copy.path) session.ports.file_system.remove(former);
   drop_oldest(session);
 }
 
+/// One that was made when the project was replaced is not offered after a crash.
 bool stands_already(const Session& session) {
   const Work& work = present_work(session);
-  return !work.copy.empty() && work.copied && *work.copied == session.project;
+  const auto copy = copy_of_name(session.recovery_folder, bare_file_name(work.copy));
+  return copy && copy->copy.after_crash && work.copied && *work.copied == session.project;
 }
 
-void start_copy(Session& session, CopyReason reason) {
+void start_copy(Session& session, std::shared_ptr<const Project> state, CopyReason reason) {
   PendingCopy copy;
-  copy.path = session.recovery_folder + "/" + copy_name(session, reason);
-  copy.state = std::make_shared<const Project>(session.project);
+  copy.path = session.recovery_folder + "/" + copy_name(session, *state, reason);
+  copy.state = std::move(state);
   copy.written = std::async(std::launch::async,
                             [&files = session.ports.file_system, path = copy.path,
                              state = copy.state.get()] { return write_copy(files, path, *state); });
   session.copy = std::move(copy);
+}
+
+void try_copy(Session& session, const std::shared_ptr<const Project>& state, CopyReason reason) {
+  const FileResult made = session.ports.file_system.make_folder(session.recovery_folder);
+  if (!made) return note_missing_copy(session, *state, made.message);
+  try {
+    start_copy(session, state, reason);
+  } catch (const std::exception&) {
+    note_missing_copy(session, *state, "the system has no room for it now");
+  }
+}
+
+std::vector<std::int64_t> works_to_copy(const Session& session) {
+  std::vector<std::int64_t> works;
+  for (const auto& [id, work] : session.works)
+    if (work.uncopied && id != session.project.work) works.push_back(id);
+  return works;
 }
 
 }  // namespace
@@ -174,13 +196,9 @@ void keep_copy(Session& session, CopyReason reason) {
   if (session.recovery_folder.empty()) return;
   if (!is_unsaved(session)) return drop_copy(session);
   if (reason == CopyReason::current && stands_already(session)) return;
-  const FileResult made = session.ports.file_system.make_folder(session.recovery_folder);
-  if (!made) return tell_missing_copy(session, made.message);
-  try {
-    start_copy(session, reason);
-  } catch (const std::exception&) {
-    tell_missing_copy(session, "the system has no room for it now");
-  }
+  const auto state = std::make_shared<const Project>(session.project);
+  if (reason == CopyReason::replaced) session.works[state->work].uncopied = state;
+  try_copy(session, state, reason);
 }
 
 void finish_copies(Session& session, bool wait) {
@@ -191,6 +209,30 @@ void finish_copies(Session& session, bool wait) {
   const FileResult written = session.copy->written.get();
   const PendingCopy copy = *std::exchange(session.copy, std::nullopt);
   take_in(session, copy, written);
+}
+
+void tend_copies(Session& session) {
+  finish_copies(session, false);
+  if (!session.copy) keep_copy(session, CopyReason::current);
+  const std::vector<std::int64_t> formers = works_to_copy(session);
+  if (!session.copy && !formers.empty())
+    try_copy(session, session.works[formers.front()].uncopied, CopyReason::replaced);
+  tell_missing_copy(session);
+}
+
+void tell_missing_copy(Session& session) {
+  finish_copies(session, false);
+  const std::string missing = std::exchange(session.missing_copy, {});
+  if (!missing.empty()) session.ports.views.status(missing);
+}
+
+std::vector<std::int64_t> uncopied_works(Session& session) {
+  finish_copies(session, true);
+  for (const std::int64_t former : works_to_copy(session)) {
+    try_copy(session, session.works[former].uncopied, CopyReason::replaced);
+    finish_copies(session, true);
+  }
+  return works_to_copy(session);
 }
 
 void begin_recovery(Session& session, const std::string& folder) {
@@ -204,6 +246,7 @@ void drop_copy(Session& session) {
   if (!work.copy.empty()) session.ports.file_system.remove(work.copy);
   work.copy.clear();
   work.copied.reset();
+  work.uncopied.reset();
 }
 
 std::vector<RecoveryCopy> recovery_copies(Session& session) {
@@ -227,10 +270,9 @@ bool recover(Session& session, const RecoveryCopy& copy) {
     tell_fault(session, copy.path, *fault);
     return false;
   }
+  project.name = copy.name;
   replace_project(session, std::move(project), {});
-  Work& work = session.works[session.project.work];
-  work.name = copy.name;
-  work.copy = copy.path;  // until it has one of this run
+  session.works[session.project.work].copy = copy.path;  // until it has one of this run
   session.step = "Recover";
   session.ports.views.status("Recovered: " + copy.name + ", not saved yet");
   keep_copy(session, CopyReason::current);

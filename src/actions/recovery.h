@@ -4,8 +4,8 @@
 // own: nobody waits for it, and nothing of the project changes.
 //
 // The name of a copy says all that a list needs, so that none is opened for it:
-// "20261122-114005 c p4711 n1234 pumps.tavlo" is the current work (r: one that was replaced)
-// of process 4711, with 1234 points.
+// "20261122-114005 c p4711 w2 n1234 pumps.tavlo" is the current work (r: one that was replaced)
+// of process 4711, its second one, with 1234 points.
 #pragma once
 
 #include <cstdint>
@@ -27,6 +27,17 @@ void keep_copy(Session& session, CopyReason reason);
 
 /// Takes in a copy that has been written. It stands for the former one of its work.
 void finish_copies(Session& session, bool wait);
+
+/// What the program does every two minutes: takes in, keeps a copy of the present work where
+/// it needs one, else of a former one that has none yet.
+void tend_copies(Session& session);
+
+/// Says on the status bar why a copy could not be written, once. Behind what a command has
+/// said: only then does it stay there.
+void tell_missing_copy(Session& session);
+
+/// Former works that hold what is neither saved nor copied, after one more try to copy them.
+std::vector<std::int64_t> uncopied_works(Session& session);
 
 /// The present work is saved, or the person has let it go: its copy is needed no more. Those
 /// of works that undo brings back stay.

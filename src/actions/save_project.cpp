@@ -10,7 +10,6 @@
 #include "actions/undo.h"
 #include "actions/work.h"
 #include "files/project_file.h"
-#include "files/replace_keeping_former.h"
 #include "numerics/date_text.h"
 
 namespace tavlo {
@@ -22,9 +21,8 @@ constexpr const char* save_filter =
     "Data notation (*.txt)|*.txt|All (*.*)|*.*";
 
 std::string suggested_path(const Session& session) {
-  const Work& work = present_work(session);
-  if (!work.path.empty()) return work.path;
-  return (work.name.empty() ? project_title(session) : work.name) + ".tavlo";
+  const std::string& path = present_work(session).path;
+  return path.empty() ? project_title(session) + ".tavlo" : path;
 }
 
 /// Kept on purpose: No to the question saves all the same, as those who wrote scripts and
@@ -34,6 +32,7 @@ std::string name_to_save(Session& session) {
                                                        .filter = save_filter,
                                                        .saving = true,
                                                        .ask_before_replacing = false,
+                                                       .own_suffix = "tavlo",
                                                        .suggestion = suggested_path(session)});
   if (!name || name->empty()) return {};
   if (!session.ports.file_system.exists(*name)) return *name;
@@ -68,7 +67,7 @@ Project as_saved(Session& session, const std::string& path) {
 }
 
 bool write(Session& session, const std::string& path, const ProjectBytes& bytes) {
-  const FileResult done = replace_keeping_former(session.ports.file_system, path, bytes.bytes);
+  const FileResult done = session.ports.file_system.write_keeping_former(path, bytes.bytes);
   if (!done) tell_fault(session, path, done);
   return static_cast<bool>(done);
 }
@@ -78,11 +77,7 @@ void tell_encoding(Session& session, bool is_utf8) {
   Work& work = session.works[session.project.work];
   if (is_utf8 && !work.is_utf8)
     session.ports.prompts.show(
-        {"Characters in the file",
-         "The project holds characters that the usual code page of project files (Windows-1252) "
-         "lacks, so the file was saved in UTF-8.  Tavlo opens it; older programs may show some "
-         "of its texts wrongly.",
-         BoxIcon::information, BoxButtons::ok});
+        {"Characters in the file", utf8_words, BoxIcon::information, BoxButtons::ok});
   work.is_utf8 = is_utf8;
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "actions/recovery.h"
+#include "actions/work.h"
 #include "chart/scales/chart_view.h"
 
 namespace tavlo {
@@ -50,10 +51,11 @@ void bring_back(Session& session, const Project& state) {
   follow_records(session);
 }
 
-/// Works that no undo brings back.
+/// Works that no undo brings back, and that no question has to.
 void forget_ended_works(Session& session) {
   std::erase_if(session.works, [&](const auto& work) {
-    return work.first != session.project.work && !session.history.holds_work(work.first);
+    return work.first != session.project.work && !work.second.uncopied &&
+           !session.history.holds_work(work.first);
   });
 }
 
@@ -66,6 +68,7 @@ bool differ_in_view_only(const Project& a, const Project& b) {
 
 void end_step(Session& session) {
   const std::string name = std::exchange(session.step, {});
+  tell_missing_copy(session);
   if (session.project == session.history.now()) return;
   if (differ_in_view_only(session.history.now(), session.project))
     session.history.note_view(session.project);
@@ -88,6 +91,13 @@ bool redo(Session& session) {
   bring_back(session, session.history.redo());
   session.ports.views.status("Done again: " + name);
   return true;
+}
+
+void return_to_work(Session& session, std::int64_t work) {
+  const auto state = session.works.at(work).uncopied;
+  if (!state) return;
+  bring_back(session, *state);
+  session.step = "Return to " + project_title(session);
 }
 
 void mark_saved(Session& session) {

@@ -18,6 +18,9 @@ void end_step(Session& session);
 bool undo(Session& session);
 bool redo(Session& session);
 
+/// Shows a former work again as it was left, see Work::uncopied. It is a step of its own.
+void return_to_work(Session& session, std::int64_t work);
+
 /// Takes the project as it stands for one that can be had again.
 void mark_saved(Session& session);
 

@@ -19,11 +19,18 @@ void offer_last_fit(FitChoices& choices, const FitSet& fits) {
   if (fits.nFits < 1) return;
   const FitResult& last = fits.Fits(fits.nFits);
   const Model* model = find_model(last.ModelCode);
-  if (!model || !find_method(last.Method)) return;
+  const Model* shown = model ? model_of_panel(*model) : nullptr;
+  if (!shown || !find_method(last.Method)) return;
   choices.nModel = model->code;
   choices.nMethod = last.Method;
   choices.censored = last.request.censored;
-  choices.txt_Custom = model->panel_formula;
+  choices.txt_Custom = shown->panel_formula;
+}
+
+const Work& work_of(const Session& session, const Project& state) {
+  static const Work none;
+  const auto work = session.works.find(state.work);
+  return work == session.works.end() ? none : work->second;
 }
 
 }  // namespace
@@ -42,17 +49,15 @@ void replace_project(Session& session, Project project, const std::string& path)
   }
 }
 
-const Work& present_work(const Session& session) {
-  static const Work none;
-  const auto work = session.works.find(session.project.work);
-  return work == session.works.end() ? none : work->second;
+const Work& present_work(const Session& session) { return work_of(session, session.project); }
+
+std::string title_of(const Session& session, const Project& state) {
+  const std::string& path = work_of(session, state).path;
+  if (!path.empty()) return bare_file_name(path);
+  return state.name.empty() ? "Untitled" : state.name;
 }
 
-std::string project_title(const Session& session) {
-  const Work& work = present_work(session);
-  if (!work.path.empty()) return bare_file_name(work.path);
-  return work.name.empty() ? "Untitled" : work.name;
-}
+std::string project_title(const Session& session) { return title_of(session, session.project); }
 
 void show_file_name(Project& project, const std::string& old_path, const std::string& path) {
   for (Chart& chart : project.charts) {

@@ -16,8 +16,9 @@ void replace_project(Session& session, Project project, const std::string& path)
 /// The work that the project is a state of.
 const Work& present_work(const Session& session);
 
-/// What the person calls the project: the name of its file, or of what it began with;
+/// What the person calls a project: the name of its file, or of what it began with;
 /// "Untitled" without either.
+std::string title_of(const Session& session, const Project& state);
 std::string project_title(const Session& session);
 
 /// The project is what the file holds from now on: it is saved, the charts show the file's

@@ -8,10 +8,19 @@
 
 namespace tavlo::cli {
 
-AnsweredSession::AnsweredSession(const std::string& subject, bool strict, RankKind ranks)
-    : world_(strict, subject), session_(world_.ports()) {
-  session_.settings.Benard = ranks == RankKind::benard;
+namespace {
+
+/// Other ranks make the fits that are there out of date.
+void rank(DataSet& data, RankKind ranks) {
+  if (data.is_read() && !data.own_ranks && data.reading.ranks() != ranks) mark_changed(data);
+  data.reading = DataReading(data.rows, ranks, data.own_ranks, data.ModeNames.bound());
+  data.read_revision = data.revision;
 }
+
+}  // namespace
+
+AnsweredSession::AnsweredSession(const std::string& subject, bool strict)
+    : world_(strict, subject), session_(world_.ports()) {}
 
 int AnsweredSession::add_data(SetWork& work) {
   if (++sets_ > session_.project.data.bound()) {
@@ -26,20 +35,13 @@ int AnsweredSession::add_data(SetWork& work) {
   return sets_;
 }
 
-void AnsweredSession::add_answers(const std::vector<FitOutcome>& outcomes, int set) {
-  rank(session_.project.data(set));
+void AnsweredSession::add_answers(const SetWork& work, int set) {
+  rank(session_.project.data(set), work.ranks);
+  const std::vector<FitOutcome>& outcomes = work.outcomes;
   for (auto outcome = outcomes.begin(); outcome != outcomes.end(); ++outcome) {
     const auto is_same = [&](const FitOutcome& other) { return other.request == outcome->request; };
     if (std::none_of(outcomes.begin(), outcome, is_same)) keep(*outcome, set);
   }
-}
-
-/// Other ranks make the fits that are there out of date.
-void AnsweredSession::rank(DataSet& data) {
-  const RankKind ranks = session_.settings.Benard ? RankKind::benard : RankKind::exact;
-  if (data.is_read() && !data.own_ranks && data.reading.ranks() != ranks) mark_changed(data);
-  data.reading = DataReading(data.rows, ranks, data.own_ranks, data.ModeNames.bound());
-  data.read_revision = data.revision;
 }
 
 void AnsweredSession::keep(const FitOutcome& outcome, int set) {

@@ -10,24 +10,23 @@ namespace tavlo::cli {
 
 class AnsweredSession {
  public:
-  /// `subject` is what the boxes are about, `ranks` those of the plotted points.
-  AnsweredSession(const std::string& subject, bool strict, RankKind ranks);
+  /// `subject` is what the boxes are about.
+  AnsweredSession(const std::string& subject, bool strict);
 
   /// The data become the next data set, from 1, and every fit that was made one of the fit set
   /// of the same index.
-  void add(SetWork& work) { add_answers(work.outcomes, add_data(work)); }
+  void add(SetWork& work) { add_answers(work, add_data(work)); }
 
   /// Adds the data alone; the index of their set.
   int add_data(SetWork& work);
 
   /// The fits become those of a set that the session has already, in place of those that
-  /// answered the same. The set is ranked. The log goes on with an entry for each.
-  void add_answers(const std::vector<FitOutcome>& outcomes, int set);
+  /// answered the same. The set is ranked as the work is. The log goes on with an entry for each.
+  void add_answers(const SetWork& work, int set);
 
   Session& session() { return session_; }
 
  private:
-  void rank(DataSet& data);
   void keep(const FitOutcome& outcome, int set);
 
   CliWorld world_;

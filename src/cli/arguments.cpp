@@ -12,6 +12,7 @@
 
 #include "cli/argument_values.h"
 #include "cli/output.h"
+#include "files/disk_files.h"
 
 namespace tavlo::cli {
 
@@ -63,8 +64,8 @@ void add_reading(CLI::App& app, CommonArguments& common) {
 void add_ranks(CLI::App& app, CommonArguments& common) {
   add_text(
       app, "--ranks", [&common](const std::string& text) { common.ranks = parse_rank_kind(text); },
-      "Median ranks: benard, the usual approximation (default), or exact; a data set of a project "
-      "that has ranks of its own keeps them",
+      "Median ranks: benard, the usual approximation, or exact (as a project has them, otherwise "
+      "benard); a data set of a project that has ranks of its own keeps them",
       "KIND");
 }
 
@@ -142,10 +143,10 @@ void require_other_file(const std::string& out, const std::vector<std::string>& 
   }
 }
 
-/// The file that was there is kept beside a project.
-void require_other_project(const std::string& out, const std::vector<std::string>& files) {
+/// The same, where what stood there is kept: that is written over another file too.
+void require_other_files(const std::string& out, const std::vector<std::string>& files) {
   require_other_file(out, files);
-  if (!out.empty() && file_behind(out)) require_other_file(out + "~", files);
+  if (!out.empty() && file_behind(out)) require_other_file(name_of_former(out), files);
 }
 
 /// The second reading would find nothing.
@@ -220,14 +221,13 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
   add_json(*command, fit.common);
   command->final_callback([&fit, &lists] {
     fit.questions.choices = all_pairs(lists);
-    fit.questions.ranks = fit.common.ranks;
     require_one_standard_input(fit.common);
     fit.common.reading.comments = !fit.project.empty();
     if (!fit.charts.empty() && fit.common.files.size() > 1)
       throw CLI::ValidationError("--chart takes one FILE at a time");
     require_slope_of_weibayes(fit.questions);
     require_other_file(fit.log, fit.common.files);
-    require_other_project(fit.project, fit.common.files);
+    require_other_files(fit.project, fit.common.files);
     if (!fit.log.empty() && fit.log == fit.project)
       throw CLI::ValidationError("--log and --project name the same file");
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
@@ -375,7 +375,6 @@ void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
   add_ranks(*command, chart.common);
   add_doubts(*command, fits.each);
   command->final_callback([&chart, &fits] {
-    fits.each.ranks = chart.common.ranks;
     chart.questions = questions_of(fits, chart.common.files.size());
     require_slope(fits);
     require_one_standard_input(chart.common);
@@ -409,8 +408,7 @@ void add_convert_command(CLI::App& app, ConvertArguments& convert) {
   command->footer("What OUT can't hold is named on standard error.");
   command->final_callback([&convert] {
     convert.common.reading.comments = true;
-    const bool is_data = is_data_name(convert.out);
-    (is_data ? require_other_file : require_other_project)(convert.out, convert.common.files);
+    require_other_files(convert.out, convert.common.files);
   });
 }
 
@@ -481,11 +479,6 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   if (app.got_subcommand("convert")) return Command(convert);
   if (app.got_subcommand("batch")) return Command(batch);
   return Command(chart);
-}
-
-bool is_data_name(const std::string& path) {
-  const std::string type = extension(path);
-  return type == ".txt" || type == ".csv";
 }
 
 std::string command_name(const Model& model) {

@@ -27,7 +27,7 @@ struct CommonArguments {
   std::vector<std::string> files;  ///< "-" is standard input
   int set = 0;                     ///< the data set of each file, from 1; 0 is all of them
   ReadOptions reading = {.comments = false};
-  RankKind ranks = RankKind::benard;
+  std::optional<RankKind> ranks;  ///< that were asked for; without, those of each project
   bool json = false;
 };
 
@@ -96,9 +96,6 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
 
 /// The name of a model on the command line; its code where it has no name.
 std::string command_name(const Model& model);
-
-/// True for the name of a text with one data set, .txt or .csv; any other is a project's.
-bool is_data_name(const std::string& path);
 
 /// Extension of a file name in lower case, with its full stop; may be empty.
 std::string extension(const std::string& path);

@@ -40,7 +40,7 @@ ExitCode fault_of(const std::optional<std::string>& words) {
 /// The rows of every data set, ranked; a fault is told of each that has one.
 void rank_all(const ChartArguments& arguments, std::vector<SetWork>& works) {
   for (SetWork& work : works) {
-    work.rank(arguments.common.ranks, true);
+    work.rank(true);
     if (work.fault) tell_fault(work, arguments.common.json);
   }
 }
@@ -63,8 +63,7 @@ ExitCode draw_sets(const ChartArguments& arguments, std::vector<SetWork> works) 
   rank_all(arguments, works);
   if (!std::all_of(works.begin(), works.end(), is_sound)) return ExitCode::file_fault;
   const bool all_answered = answer_all(works, arguments.questions);
-  AnsweredSession answered(arguments.out, arguments.questions.front().strict,
-                           arguments.common.ranks);
+  AnsweredSession answered(arguments.out, arguments.questions.front().strict);
   Session& session = answered.session();
   if (const auto fault = dress_chart(session, arguments)) return fault_of(fault);
   const std::vector<std::string> titles = file_titles(arguments.common.files);
@@ -89,8 +88,7 @@ PixelSize size_of(const Chart& chart, PixelSize size) {
 
 /// The first chart of a project as it was saved.
 ExitCode draw_saved_chart(const ChartArguments& arguments, Project project) {
-  AnsweredSession answered(arguments.out, arguments.questions.front().strict,
-                           arguments.common.ranks);
+  AnsweredSession answered(arguments.out, arguments.questions.front().strict);
   Session& session = answered.session();
   session.project = std::move(project);
   follow_records(session);

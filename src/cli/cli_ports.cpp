@@ -45,4 +45,9 @@ FileResult SafeFiles::write_whole(const std::string& path, std::string_view byte
   return DiskFiles::write_whole(path, bytes);
 }
 
+FileResult SafeFiles::write_keeping_former(const std::string& path, std::string_view bytes) {
+  const Uninterrupted until_it_stands;
+  return DiskFiles::write_keeping_former(path, bytes);
+}
+
 }  // namespace tavlo::cli

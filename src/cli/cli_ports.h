@@ -35,6 +35,7 @@ class CliPrompts : public Prompts {
 class SafeFiles : public DiskFiles {
  public:
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
+  FileResult write_keeping_former(const std::string& path, std::string_view bytes) override;
 };
 
 class IdleEventLoop : public EventLoop {

@@ -1,3 +1,4 @@
+#include "actions/export_data.h"
 #include "cli/commands.h"
 #include "cli/file_titles.h"
 #include "cli/made_project.h"
@@ -21,34 +22,25 @@ std::string joined(const std::vector<std::string>& words) {
   return text;
 }
 
-bool has_negative_time(const DataSet& data) {
-  for (std::size_t i = 0; i < data.rows.size(); ++i)
-    if (data.rows[i].time < 0) return true;
-  return false;
-}
-
 /// What the file that was written can't say.
-void tell_lost(const std::string& out, const std::vector<std::string>& lost, const DataSet& data) {
+void tell_lost(const std::string& out, const std::vector<std::string>& lost) {
   if (!lost.empty()) complain(out + ": warning: it can't hold " + joined(lost));
-  if (has_negative_time(data))
-    complain(out + ": warning: it has negative times; read it with --negative-is-value");
 }
 
 ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
   const std::string& out = arguments.out;
-  const bool is_table = extension(out) == ".csv";
+  const bool is_table = is_table_file_name(out);
   const DataSet& data = work.data_set();
   const std::string bytes = is_table ? write_separated_text(data) : write_notation(data);
   if (!holds_rows(bytes, is_table))
     return file_fault(work.subject() + ": there are no rows to write");
   if (const auto fault = write_keeping_former(out, bytes)) return file_fault(*fault);
-  tell_lost(out, (is_table ? lost_in_separated_text : lost_in_notation)(*work.origin, work.number),
-            data);
+  tell_lost(out, (is_table ? lost_in_separated_text : lost_in_notation)(*work.origin, work.number));
   return ExitCode::done;
 }
 
 /// Fits that another program made are made anew, as the window does when it opens its file.
-void fit_anew(SetWork& work, RankKind ranks) {
+void fit_anew(SetWork& work) {
   if (work.kind != InputFile::Kind::foreign) return;
   const FitSet& fits = work.origin->fits(work.number);
   for (int slot = 1; slot <= fits.nFits; ++slot) {
@@ -56,7 +48,7 @@ void fit_anew(SetWork& work, RankKind ranks) {
     FitQuestions question;
     question.choices = {{find_model(fit.ModelCode), find_method(fit.request.method)}};
     question.slope = fit.request.slope;
-    question.ranks = ranks;
+    question.ranks = work.ranks;
     if (!question.choices.front().model || !question.choices.front().method) continue;
     for (FitOutcome& outcome : fit_all(work.sample, question))
       work.outcomes.push_back(std::move(outcome));
@@ -66,11 +58,11 @@ void fit_anew(SetWork& work, RankKind ranks) {
 
 ExitCode write_sets(const ConvertArguments& arguments, std::vector<SetWork> works) {
   const CommonArguments& common = arguments.common;
-  MadeProject made(arguments.out, false, common.ranks);
+  MadeProject made(arguments.out, false);
   for (SetWork& work : works) {
-    work.rank(common.ranks, true);
+    work.rank(true);
     if (work.fault) return file_fault(*work.fault);
-    fit_anew(work, common.ranks);
+    fit_anew(work);
     made.add(work, set_name(work, file_titles(common.files)));
   }
   if (const auto fault = made.write()) return file_fault(*fault);
@@ -91,7 +83,7 @@ ExitCode run(const ConvertArguments& arguments) {
   const CommonArguments& common = arguments.common;
   InputFile input;
   if (const auto fault = read_file(common, common.files.front(), input)) return file_fault(*fault);
-  const bool is_data = is_data_name(arguments.out);
+  const bool is_data = is_data_file_name(arguments.out);
   if (is_data && input.sets() > 1 && common.set == 0) {
     complain(common.files.front() + " holds " + std::to_string(input.sets()) + " data sets, and '" +
              arguments.out + "' can have one: say which with --set N");

@@ -24,17 +24,16 @@ class FitRun {
     run_in_order(in_flight, {.read = [this](std::size_t place) { return read(works_[place]); },
                              .work = [this](std::size_t place) { answer(works_[place]); },
                              .write = [this](std::size_t place) { tell(works_[place]); }});
-    write_log();
-    write_charts();
-    write_project();
+    is_whole_ ? write_files() : tell_unwritten();
     return code_;
   }
 
  private:
-  bool read(SetWork& work) { return output_stands() && sets_.next(work); }
+  /// A reader of the results who goes away ends the run only where nobody else waits for them.
+  bool read(SetWork& work) { return (wants_session() || output_stands()) && sets_.next(work); }
 
   void answer(SetWork& work) const {
-    work.rank(arguments_.common.ranks, wants_session());
+    work.rank(wants_session());
     tell_suspensions(work);
     work.answer(arguments_.questions);
   }
@@ -51,6 +50,7 @@ class FitRun {
   void tell(SetWork& work) {
     if (printed_ && !arguments_.common.json) print("\n");
     printed_ = true;
+    if (work.fault) is_whole_ = false;
     code_ =
         worse(code_, work.fault ? tell_fault(work, arguments_.common.json) : tell_answers(work));
     work = {};
@@ -86,8 +86,7 @@ class FitRun {
   }
 
   void add_to_log(SetWork& work) {
-    AnsweredSession answered(work.subject(), arguments_.questions.strict,
-                             arguments_.questions.ranks);
+    AnsweredSession answered(work.subject(), arguments_.questions.strict);
     Session& session = answered.session();
     session.project.log = std::move(log_);
     answered.add(work);
@@ -95,15 +94,14 @@ class FitRun {
   }
 
   void add_to_chart(SetWork& work) {
-    if (!charted_)
-      charted_.emplace(work.file, arguments_.questions.strict, arguments_.questions.ranks);
+    if (!charted_) charted_.emplace(work.file, arguments_.questions.strict);
     charted_->add(work);
     charted_names_.push_back(set_name(work, titles_));
   }
 
   void add_to_project(SetWork& work) {
     if (!made_) {
-      made_.emplace(arguments_.project, arguments_.questions.strict, arguments_.questions.ranks);
+      made_.emplace(arguments_.project, arguments_.questions.strict);
       const bool is_whole =
           arguments_.common.files.size() == 1 && (arguments_.common.set == 0 || work.sets() == 1);
       if (is_whole && work.kind == InputFile::Kind::project) made_->go_on_with(*work.origin);
@@ -118,6 +116,21 @@ class FitRun {
     left_behind_ = work.file_number + 1;
     complain(work.file + ": warning: its charts and its log are not taken into " +
              arguments_.project);
+  }
+
+  void write_files() {
+    write_log();
+    write_charts();
+    write_project();
+  }
+
+  /// A part of what was asked for must not take the place of a file that holds more.
+  void tell_unwritten() const {
+    std::vector<std::string> files = arguments_.charts;
+    for (const std::string& file : {arguments_.log, arguments_.project})
+      if (!file.empty()) files.push_back(file);
+    for (const std::string& file : files)
+      complain(file + ": not written, as some of the data can't be had");
   }
 
   void write_log() {
@@ -157,6 +170,7 @@ class FitRun {
   SetQueue sets_{arguments_.common};
   SetWork works_[in_flight_];
   bool printed_ = false;
+  bool is_whole_ = true;  ///< all data sets could be had
   RichText log_;
   std::optional<AnsweredSession> charted_;
   std::vector<std::string> charted_names_;

@@ -19,8 +19,9 @@ namespace {
 /// The name of a file doesn't tell what it is.
 FileType type_of(std::string_view bytes) { return file_type(bytes, ""); }
 
-std::uint64_t largest(std::string_view start) {
-  return type_of(start) == FileType::project ? largest_project_file : largest_data_file;
+StreamLimit limit_of(std::string_view start) {
+  const FileType type = type_of(start);
+  return {largest_file(type), type == FileType::project};
 }
 
 std::string words_of(const std::string& file, int error_number, const ReadFault& fault) {
@@ -90,7 +91,7 @@ std::optional<std::string> read_file(const CommonArguments& common, const std::s
   input = {};
   std::string bytes;
   const FileResult read =
-      file == "-" ? read_stream(STDIN_FILENO, largest, bytes) : read_stream(file, largest, bytes);
+      file == "-" ? read_stream(STDIN_FILENO, limit_of, bytes) : read_stream(file, limit_of, bytes);
   if (!read) return file + ": " + read.message;
   input.is_utf8 = bytes.starts_with("\xEF\xBB\xBF");
   if (auto fault = read_bytes(common, file, bytes, input)) return fault;

@@ -3,15 +3,13 @@
 #include "actions/new_project.h"
 #include "actions/shown_fits.h"
 #include "actions/work.h"
-#include "cli/interruption.h"
 #include "cli/output.h"
 #include "files/project_file.h"
-#include "files/replace_keeping_former.h"
 
 namespace tavlo::cli {
 
-MadeProject::MadeProject(const std::string& path, bool strict, RankKind ranks)
-    : path_(path), answered_(path, strict, ranks) {
+MadeProject::MadeProject(const std::string& path, bool strict)
+    : path_(path), answered_(path, strict) {
   session().project = begun_project(session());
   follow_records(session());
 }
@@ -32,7 +30,7 @@ void MadeProject::add(SetWork& work, const std::string& name) {
   }
   // A set that nothing is asked of stays as it was saved.
   if (work.kind != InputFile::Kind::project || !work.outcomes.empty())
-    answered_.add_answers(work.outcomes, set);
+    answered_.add_answers(work, set);
   const int last = session().project.fits(set).nFits;
   if (last > 0 && !(goes_on_ && work.outcomes.empty())) pick_fit(session(), set, last);
 }
@@ -61,9 +59,7 @@ std::optional<std::string> MadeProject::write() {
 }
 
 std::optional<std::string> write_keeping_former(const std::string& path, std::string_view bytes) {
-  const Uninterrupted until_it_stands;
-  SafeFiles files;
-  const FileResult done = replace_keeping_former(files, path, bytes);
+  const FileResult done = SafeFiles().write_keeping_former(path, bytes);
   return done ? std::nullopt : std::optional(path + ": " + done.message);
 }
 
@@ -75,10 +71,7 @@ std::optional<std::string> write_project_file(const std::string& path, const Pro
            (fault->fault.what.empty() ? run_time_description(fault->error_number)
                                       : fault->fault.what);
   if (auto fault_of_file = write_keeping_former(path, written.bytes)) return fault_of_file;
-  if (written.is_utf8 && !was_utf8)
-    complain(path +
-             ": warning: some characters are not in Windows-1252, the usual code page of "
-             "projects; the file is in UTF-8, which older programs may show wrongly");
+  if (written.is_utf8 && !was_utf8) complain(path + ": warning: " + utf8_words);
   return std::nullopt;
 }
 

@@ -12,7 +12,7 @@ namespace tavlo::cli {
 
 class MadeProject {
  public:
-  MadeProject(const std::string& path, bool strict, RankKind ranks);
+  MadeProject(const std::string& path, bool strict);
 
   /// Begins with a project instead: it is kept whole, and answers are added to its sets.
   void go_on_with(const Project& project);

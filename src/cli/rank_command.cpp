@@ -8,7 +8,7 @@ namespace tavlo::cli {
 namespace {
 
 ExitCode rank_set(const CommonArguments& common, SetWork& work) {
-  work.rank(common.ranks, true);
+  work.rank(true);
   if (work.fault) return tell_fault(work, common.json);
   const RankedRows ranked{work.sample, work.data};
   if (common.json)

@@ -26,6 +26,12 @@ void take_rows(const DataSet& from, SetWork& work) {
   work.data.mode_names.assign(from.ModeNames.begin() + 1, from.ModeNames.end());
 }
 
+RankKind ranks_of(const CommonArguments& common, const SetWork& work) {
+  const bool is_project = work.kind == InputFile::Kind::project;
+  return common.ranks.value_or(is_project ? work.origin->data(work.number).reading.ranks()
+                                          : RankKind::benard);
+}
+
 void keep_own_ranks(const std::vector<float>& ranks, Sample& sample) {
   for (std::size_t i = 0; i < sample.size() && !ranks.empty(); ++i)
     sample.rank[i] = ranks[static_cast<std::size_t>(sample.entry[i]) - 1];
@@ -38,7 +44,7 @@ std::string SetWork::title() const {
                                           : "Data" + std::to_string(number);
 }
 
-void SetWork::rank(RankKind ranks, bool keep_rows) {
+void SetWork::rank(bool keep_rows) {
   if (fault) return;
   try {
     sample = make_sample(data.rows, ranks, static_cast<int>(data.mode_names.size()));
@@ -52,7 +58,10 @@ void SetWork::rank(RankKind ranks, bool keep_rows) {
 }
 
 void SetWork::answer(const FitQuestions& questions) {
-  if (!fault) outcomes = fit_all(sample, questions);
+  if (fault) return;
+  FitQuestions of_set = questions;
+  of_set.ranks = ranks;
+  outcomes = fit_all(sample, of_set);
 }
 
 const DataSet& SetWork::data_set() {
@@ -91,6 +100,7 @@ std::vector<SetWork> works_of(const CommonArguments& common, std::size_t file_nu
     each.number = i;
     SetWork& work = works.emplace_back(i == sets ? std::move(each) : each);
     if (work.origin) take_rows(work.origin->data(i), work);
+    work.ranks = ranks_of(common, work);
   }
   return works;
 }

@@ -20,7 +20,8 @@ struct SetWork {
   std::shared_ptr<const Project> origin;  ///< what the file holds, see data_set for a text
   int number = 1;                         ///< of the data set in its file
   DataRows data;
-  std::vector<float> own_ranks;  ///< one a row, or none where the ranks are to be made
+  RankKind ranks = RankKind::benard;  ///< as asked for, or else as in its project
+  std::vector<float> own_ranks;       ///< one a row, or none where the ranks are to be made
   Sample sample;
   std::vector<FitOutcome> outcomes;
   std::optional<std::string> fault;  ///< why there are no answers, in the user's words
@@ -35,7 +36,7 @@ struct SetWork {
   std::string subject() const { return sets() > 1 ? file + ": " + title() : file; }
 
   /// Ranks the rows. Those are freed unless they are kept, as a sample has all of them.
-  void rank(RankKind ranks, bool keep_rows);
+  void rank(bool keep_rows);
 
   /// Fits the sample; does not throw.
   void answer(const FitQuestions& questions);

@@ -129,7 +129,8 @@ std::optional<ReadFault> read_notation(TextLines lines, const ReadOptions& optio
 
 std::string write_notation(const DataSet& data) {
   std::string text;
-  for (std::size_t i = 0; i < data.rows.size(); ++i) {
+  const std::size_t end = export_end(data);
+  for (std::size_t i = 0; i < end; ++i) {
     const SheetRow& row = data.rows[i];
     if (!can_be_exported(row)) continue;
     if (row.failures > 0.0) append_line(text, "", row.time, row.failures);

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -117,10 +118,13 @@ FileResult read_start(int file, std::string& bytes) {
   }
 }
 
+/// So that the byte that shows a file to be too large still has a number.
+constexpr std::uint64_t longest_text = std::numeric_limits<std::ptrdiff_t>::max() / 2;
+
 /// Reads to the end behind what `bytes` holds, at most `limit` bytes in all. `expected` makes
 /// room at the start.
 FileResult read_to_end(int file, std::size_t expected, std::uint64_t limit, std::string& bytes) {
-  const std::size_t most = static_cast<std::size_t>(limit) + 1;
+  const std::size_t most = static_cast<std::size_t>(std::min(limit, longest_text)) + 1;
   std::size_t filled = bytes.size();
   if (filled > limit) return too_large(limit);
   bytes.resize(std::min(std::max(expected, filled) + 1, most));  // one more shows the end
@@ -136,19 +140,27 @@ FileResult read_to_end(int file, std::size_t expected, std::uint64_t limit, std:
   return {};
 }
 
+/// A pipe that never ends would be read for as long as a project may be.
+FileResult require_source_of(const StreamLimit& limit, const struct stat& status) {
+  FileResult result = limit.is_project ? require_regular(status) : FileResult();
+  if (!result) result.message = "a project is read from a file only; " + result.message;
+  return result;
+}
+
 /// The part of a read that does not depend on the path.
-FileResult read_open_file(int file, const StreamLimit& limit_of, std::string& bytes) {
+FileResult read_open_file(int file, const LimitOfStream& limit_of, std::string& bytes) {
   bytes.clear();
   struct stat status {};
   if (::fstat(file, &status) != 0) return system_fault("reading", errno);
   if (S_ISDIR(status.st_mode)) return {FileFault::not_a_regular_file, kind_words(status.st_mode)};
   FileResult result = read_start(file, bytes);
-  const std::uint64_t limit = limit_of(bytes);
+  const StreamLimit limit = limit_of(bytes);
+  if (result) result = require_source_of(limit, status);
   const bool sized = S_ISREG(status.st_mode);
   constexpr std::size_t step = std::size_t{1} << 16;
   const std::size_t expected = sized ? static_cast<std::size_t>(status.st_size) : step;
-  if (result && sized && expected > limit) result = too_large(limit);
-  if (result) result = read_to_end(file, expected, limit, bytes);
+  if (result && sized && expected > limit.bytes) result = too_large(limit.bytes);
+  if (result) result = read_to_end(file, expected, limit.bytes, bytes);
   if (!result) std::string().swap(bytes);
   return result;
 }
@@ -163,8 +175,13 @@ FileResult write_all(int file, std::string_view bytes) {
   return {};
 }
 
+/// True as well where the file system knows no flushing: nothing failed to be written.
+bool flush(int file) {
+  return ::fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS;
+}
+
 FileResult flush_and_close(Descriptor& file) {
-  if (::fsync(file.number()) != 0 || !file.close_now()) return system_fault("writing", errno);
+  if (!flush(file.number()) || !file.close_now()) return system_fault("writing", errno);
   return {};
 }
 
@@ -180,17 +197,36 @@ FileResult copy_all(int from, int to) {
   }
 }
 
-/// Where the bytes finally go: behind links, if the path is one.
-std::string behind_links(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
-                                                         &std::free);
-  return real ? std::string(real.get()) : path;
-}
-
 std::string folder_of(const std::string& path) {
   const std::size_t slash = path.rfind('/');
   if (slash == std::string::npos) return ".";
   return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+using Status = struct stat;
+
+/// A file to be written, behind all links.
+struct Target {
+  std::string path;
+  bool is_dangling = false;   ///< a link names it, and it is not there
+  std::optional<Status> old;  ///< of the file that is there
+};
+
+/// The place behind links, also where the last one names what is not there: a link stays one.
+FileResult go_behind_links(Target& target) {
+  for (;;) {  // a ring of links is a fault of realpath
+    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(target.path.c_str(), nullptr),
+                                                           &std::free);
+    if (real) target.path = real.get();
+    if (real) return {};
+    if (errno != ENOENT) return system_fault("writing", errno);
+    std::string next(PATH_MAX, '\0');
+    const ssize_t size = ::readlink(target.path.c_str(), next.data(), next.size());
+    if (size < 0) return {};
+    next.resize(static_cast<std::size_t>(size));
+    target.path = next.starts_with('/') ? next : folder_of(target.path) + "/" + next;
+    target.is_dangling = true;
+  }
 }
 
 /// The mask can only be read by setting it, for all threads: that is done once, at the
@@ -214,6 +250,16 @@ FileResult require_replaceable(const std::string& path, const struct stat& old) 
   if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
     return system_fault("writing", errno);
   return {};
+}
+
+/// Where a path leads to, if what stands there may be replaced.
+FileResult find(Target& target) {
+  if (FileResult found = go_behind_links(target); !found) return found;
+  Status status{};
+  if (::stat(target.path.c_str(), &status) != 0)
+    return errno == ENOENT ? FileResult() : system_fault("writing", errno);
+  target.old = status;
+  return require_replaceable(target.path, status);
 }
 
 /// A name that nobody types: files of this form are removed when they are left behind.
@@ -260,7 +306,9 @@ class FileBeside {
   }
 
   /// The bytes of another file, with its permissions and time.
-  FileResult fill_from(int from, const struct stat& status) {
+  FileResult fill_from(int from) {
+    Status status{};
+    if (::fstat(from, &status) != 0) return system_fault("reading", errno);
     FileResult result = open_for(status.st_mode & 07777);
     if (result) result = copy_all(from, file_.number());
     if (!result) return result;
@@ -269,16 +317,27 @@ class FileBeside {
     return flush_and_close(file_);
   }
 
+  /// Becomes another name of a file that stands. Not every folder can.
+  bool become_name_of(const std::string& path) {
+    if (exists_) ::unlink(name_.c_str());
+    exists_ = exists_ && ::link(path.c_str(), name_.c_str()) == 0;
+    return exists_;
+  }
+
+  bool exists() const { return exists_; }
+
+  /// Where the target is the same file by another name already, both names stay: this one goes
+  /// with the object.
   FileResult rename_to(const std::string& target) {
     if (std::rename(name_.c_str(), target.c_str()) != 0) return system_fault("writing", errno);
-    exists_ = false;
     return {};
   }
 
  private:
+  /// A file system without permissions refuses them; the file is this person's alone until then.
   FileResult open_for(mode_t mode) {
     if (!file_) return system_fault("writing in this folder", error_);
-    if (::fchmod(file_.number(), mode) != 0) return system_fault("writing", errno);
+    ::fchmod(file_.number(), mode);
     return {};
   }
 
@@ -333,23 +392,74 @@ void flush_folder(const std::string& folder) {
   if (directory) ::fsync(directory.number());
 }
 
-using Status = struct stat;
+/// What a file holds, kept under its name and "~" while another one takes its place. What was
+/// kept there before stays until that is done.
+class Former {
+ public:
+  explicit Former(const std::string& target) : target_(target), earlier_(folder_of(target)) {}
 
-/// Fills a file beside the target by `fill(beside, status of the old file)`, and gives
-/// it the target's name.
-template <class Fill>
-FileResult replace(const std::string& target, Fill fill) {
-  std::optional<Status> old(std::in_place);
-  if (::stat(target.c_str(), &*old) != 0) old.reset();
-  if (old)
-    if (FileResult fine = require_replaceable(target, *old); !fine) return fine;
-  const std::string folder = folder_of(target);
-  sweep(folder);
-  FileBeside beside(folder);
-  if (FileResult filled = fill(beside, old); !filled) return filled;
-  if (FileResult renamed = beside.rename_to(target); !renamed) return renamed;
-  flush_folder(folder);
-  return {};
+  FileResult keep() {
+    FileResult result = copy();
+    if (result) result = replace_earlier();
+    if (!result)
+      result.message = "the former file can't be kept as " + name_ + ": " + result.message;
+    return result;
+  }
+
+  /// As if nothing had been kept.
+  void take_back() {
+    if (earlier_.exists())
+      earlier_.rename_to(name_);
+    else if (!had_earlier_)
+      ::unlink(name_.c_str());
+  }
+
+ private:
+  /// A second name of the file, as that needs no room; where there can be none, a second file.
+  FileResult copy() {
+    FileResult result;
+    from_ = open_regular(target_, result);
+    if (!result) return result;
+    ::flock(from_.number(), LOCK_EX | LOCK_NB);  // for its second name
+    copy_.emplace(folder_of(target_));
+    if (copy_->become_name_of(target_)) return result;
+    copy_.emplace(folder_of(target_));
+    return copy_->fill_from(from_.number());
+  }
+
+  FileResult replace_earlier() {
+    Status earlier{};
+    had_earlier_ = ::lstat(name_.c_str(), &earlier) == 0;
+    if (had_earlier_ && ::stat(name_.c_str(), &earlier) == 0)
+      if (FileResult fine = require_replaceable(name_, earlier); !fine) return fine;
+    earlier_.become_name_of(name_);
+    return copy_->rename_to(name_);
+  }
+
+  std::string target_;
+  std::string name_ = target_ + "~";
+  Descriptor from_{-1};
+  std::optional<FileBeside> copy_;
+  FileBeside earlier_;
+  bool had_earlier_ = false;
+};
+
+/// Fills a file beside what the path names, which `put` is to give its name.
+template <class Put>
+FileResult replace(const std::string& path, std::string_view bytes, Put put) {
+  Target target{path, false, {}};
+  FileResult result = find(target);
+  if (result) {
+    const std::string folder = folder_of(target.path);
+    sweep(folder);
+    FileBeside next(folder);
+    result = next.fill(bytes, wanted_mode(target.old));
+    if (result) result = put(next, target);
+    if (result) flush_folder(folder);
+  }
+  if (!result && target.is_dangling)
+    result.message = "this is a link to " + target.path + ": " + result.message;
+  return result;
 }
 
 bool is_folder(const std::string& path) {
@@ -366,42 +476,45 @@ FileResult too_large(std::uint64_t limit) {
           "the file is too large (at most " + std::to_string(limit >> 20) + " MiB)"};
 }
 
-FileResult DiskFiles::read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
-  FileResult opened;
-  const Descriptor file = open_regular(path, opened);
-  const auto same = [limit](std::string_view) { return limit; };
-  return opened ? read_open_file(file.number(), same, bytes) : opened;
+std::string name_of_former(const std::string& path) {
+  Target target{path, false, {}};
+  go_behind_links(target);
+  return target.path + "~";
 }
 
-FileResult read_stream(int descriptor, const StreamLimit& limit, std::string& bytes) {
+FileResult DiskFiles::read_whole(const std::string& path, const SizeLimit& limit,
+                                 std::string& bytes) {
+  FileResult opened;
+  const Descriptor file = open_regular(path, opened);
+  const auto limit_of = [&limit](std::string_view start) { return StreamLimit{limit(start)}; };
+  return opened ? read_open_file(file.number(), limit_of, bytes) : opened;
+}
+
+FileResult read_stream(int descriptor, const LimitOfStream& limit, std::string& bytes) {
   return read_open_file(descriptor, limit, bytes);
 }
 
-FileResult read_stream(const std::string& path, const StreamLimit& limit, std::string& bytes) {
+FileResult read_stream(const std::string& path, const LimitOfStream& limit, std::string& bytes) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
   return file ? read_stream(file.number(), limit, bytes) : system_fault("reading", errno);
 }
 
 FileResult DiskFiles::write_whole(const std::string& path, std::string_view bytes) {
-  return replace(behind_links(path), [bytes](FileBeside& beside, const auto& old) {
-    return beside.fill(bytes, wanted_mode(old));
+  return replace(path, bytes, [](FileBeside& next, const Target& target) {
+    return next.rename_to(target.path);
   });
 }
 
-FileResult DiskFiles::back_up(const std::string& path) {
-  const std::string target = behind_links(path);
-  if (!exists(target)) return {};
-  FileResult result;
-  const Descriptor from = open_regular(target, result);
-  struct stat status {};
-  if (from && ::fstat(from.number(), &status) != 0) result = system_fault("reading", errno);
-  if (result)
-    result = replace(target + "~", [&](FileBeside& beside, const auto&) {
-      return beside.fill_from(from.number(), status);
-    });
-  if (!result)
-    result.message = "the former file can't be kept as " + target + "~: " + result.message;
-  return result;
+FileResult DiskFiles::write_keeping_former(const std::string& path, std::string_view bytes) {
+  return replace(path, bytes, [](FileBeside& next, const Target& target) {
+    if (!target.old) return next.rename_to(target.path);
+    Former former(target.path);
+    FileResult result = former.keep();
+    if (!result) return result;
+    result = next.rename_to(target.path);
+    if (!result) former.take_back();
+    return result;
+  });
 }
 
 FileResult DiskFiles::create_new(const std::string& path, std::string_view bytes) {

@@ -11,24 +11,25 @@
 #include <vector>
 
 #include "ports/file_system.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
-/// The largest file that is read as data.
-inline constexpr std::uint64_t largest_data_file = std::uint64_t{256} << 20;
-
-/// The largest project: its parts are counted in 32 bits.
-inline constexpr std::uint64_t largest_project_file = std::uint64_t{2} << 30;
-
 class DiskFiles : public FileSystem {
  public:
-  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
+  using FileSystem::read_whole;
+  FileResult read_whole(const std::string& path, const SizeLimit& limit,
+                        std::string& bytes) override;
 
   /// Writes a new file in the target's folder, flushes it to the disk and gives
   /// it the target's name. Permissions of an old file are kept; a link stays and
   /// the file that it names is replaced. Files that an ended program left in the
   /// folder in mid-write are cleared away.
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
+
+  /// The former file keeps permissions and time. That of a link stands beside the file that it
+  /// names.
+  FileResult write_keeping_former(const std::string& path, std::string_view bytes) override;
 
   FileResult create_new(const std::string& path, std::string_view bytes) override;
 
@@ -39,10 +40,6 @@ class DiskFiles : public FileSystem {
 
   FileResult remove(const std::string& path) override;
 
-  /// Permissions and time of the file are kept as well. A link's copy stands beside
-  /// the file that it names.
-  FileResult back_up(const std::string& path) override;
-
   FileResult make_folder(const std::string& path) override;
 
   /// Without the files that a save is writing at the moment.
@@ -52,15 +49,24 @@ class DiskFiles : public FileSystem {
   bool exists(const std::string& path) override;
 };
 
-/// The most bytes that are read of a stream whose first few thousand are `start`.
-using StreamLimit = std::function<std::uint64_t(std::string_view start)>;
+/// What is read of a stream.
+struct StreamLimit {
+  std::uint64_t bytes = 0;  ///< at the most
+  bool is_project = false;  ///< which is read from a regular file only
+};
+
+/// The limit of a stream whose first few thousand bytes are `start`.
+using LimitOfStream = std::function<StreamLimit(std::string_view start)>;
 
 /// Reads what a path names, if it only gives bytes: a file, a pipe, /dev/stdin.
 /// Waits for a pipe's writer. A signal ends it with a fault.
-FileResult read_stream(const std::string& path, const StreamLimit& limit, std::string& bytes);
+FileResult read_stream(const std::string& path, const LimitOfStream& limit, std::string& bytes);
 
 /// The same of an open file, as standard input.
-FileResult read_stream(int descriptor, const StreamLimit& limit, std::string& bytes);
+FileResult read_stream(int descriptor, const LimitOfStream& limit, std::string& bytes);
+
+/// Where the former file is kept when this one is replaced: beside the file behind all links.
+std::string name_of_former(const std::string& path);
 
 /// The words for "more than `limit` bytes".
 FileResult too_large(std::uint64_t limit);

@@ -3,6 +3,7 @@
 #include "files/column_names.h"
 #include "files/text_encoding.h"
 #include "files/text_lines.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
@@ -41,6 +42,10 @@ FileType file_type(std::string_view bytes, const std::string& path) {
   if (starts_with_words(line, "quelplot_data2")) return FileType::quelplot;
   if (starts_with_words(line, "<html>")) return type_of_page(lines);
   return ends_with_words(path, ".vkm") ? FileType::macro : FileType::unknown;
+}
+
+std::uint64_t largest_file(FileType type) {
+  return type == FileType::project ? largest_project_file : largest_data_file;
 }
 
 }  // namespace tavlo

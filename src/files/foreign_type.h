@@ -2,6 +2,7 @@
 // tell; only where they say nothing does the ending of its name.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,5 +20,8 @@ enum class FileType {
 /// The type of a file; its content goes before the ending of `path`. Empty lines in front
 /// don't count, nor does the case of letters.
 FileType file_type(std::string_view bytes, const std::string& path);
+
+/// The most bytes of a file of that type.
+std::uint64_t largest_file(FileType type);
 
 }  // namespace tavlo

@@ -6,13 +6,13 @@
 #include "files/text_lines.h"
 #include "project/code_page.h"
 #include "project/language_texts.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
 namespace {
 
 constexpr std::size_t head_lines = 3;
-constexpr std::uint64_t largest_file = std::uint64_t{1} << 20;
 constexpr std::size_t longest_caption = 200;
 
 bool is_language_file(const std::string& name, std::int32_t language) {
@@ -46,7 +46,7 @@ std::vector<std::string> LoadLanguage(FileSystem& files, const std::string& fold
   const auto name = file_of(names, language);
   if (name == names.end()) return captions;
   std::string bytes;
-  if (!files.read_whole(folder + "/" + *name, largest_file, bytes)) return captions;
+  if (!files.read_whole(folder + "/" + *name, largest_language_file, bytes)) return captions;
   const auto lines = plain_lines(bytes, head_lines + captions.size() - 1);
   for (std::size_t i = head_lines; i < lines.size(); ++i)
     captions[i - head_lines + 1] = caption(lines[i]);

@@ -42,6 +42,19 @@ bool can_be_exported(const SheetRow& row) {
          std::min(row.failures, row.suspensions) >= 0.0 && units > 0.0 && units <= most_units;
 }
 
+// A sum of two lines is not rounded as that of one.
+std::size_t export_end(const DataSet& data) {
+  double units = 0;
+  for (std::size_t i = 0; i < data.rows.size(); ++i) {
+    const SheetRow& row = data.rows[i];
+    if (!can_be_exported(row)) continue;
+    units =
+        std::max(units + (row.failures + row.suspensions), units + row.failures + row.suspensions);
+    if (units > most_units) return i;
+  }
+  return data.rows.size();
+}
+
 void PointList::reserve(std::size_t rows) {
   data_.rows.reserve(std::min(rows, most_rows_));
   prefer_large_pages(data_.rows.data(), data_.rows.capacity() * sizeof(SampleRow));

@@ -34,6 +34,10 @@ SheetRow entered(const SampleRow& from);
 /// there may be 1e15 at the most.
 bool can_be_exported(const SheetRow& row);
 
+/// The number of rows, from the first, that a data file can hold: there may be 1e15 units in
+/// all too.
+std::size_t export_end(const DataSet& data);
+
 class PointList {
  public:
   /// Takes no more than `most_rows`.

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "files/chart_section.h"
-#include "files/disk_files.h"
 #include "project/chart_looks.h"
 #include "project/code_page.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 

@@ -9,6 +9,7 @@
 #include "files/path_test.h"
 #include "files/plain_lines.h"
 #include "numerics/date_text.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
@@ -124,11 +125,11 @@ class PlaceSearch {
   /// Reads the list of the folder's paths file; false when there is none.
   bool read_list(const std::string& folder) {
     if (folder.empty()) return false;
-    constexpr std::uint64_t largest = 64 * 1024;
     FileFacts facts;
     if (!ports_.file_system.look_up(paths_file_in(folder), facts)) return false;
     std::string bytes;
-    const FileResult read = ports_.file_system.read_whole(paths_file_in(folder), largest, bytes);
+    const FileResult read =
+        ports_.file_system.read_whole(paths_file_in(folder), largest_paths_file, bytes);
     // What can't be read is somebody's, and is not written over.
     keeps_list_ = keeps_list_ || facts.is_read_only || !read;
     list_ = plain_lines(bytes, 4);

@@ -9,6 +9,7 @@
 #include "chart/scales/chart_view.h"
 #include "files/chart_section.h"
 #include "files/column_names.h"
+#include "files/disk_files.h"
 #include "files/fit_section.h"
 #include "project/fit_records.h"
 
@@ -52,18 +53,9 @@ Numbers read_head(ProjectReader& file) {
   return numbers;
 }
 
-/// Where the head counts less records than there are, the next one's first line passes for the
-/// length of the log: the records behind it would be lost without a word.
-void require_end(ProjectReader& file, std::string_view log) {
-  file.skip_empty_lines();
-  if (file.rest().empty() || log.starts_with("{\\rtf")) return;
-  file.refuse(run_time::type_mismatch,
-              "this is no length of a log with which the file ends: more follows than the numbers "
-              "of records say");
-}
-
-/// True where the group with which the text begins ends in it.
+/// True where the group of rich text with which the text begins ends in it.
 bool has_whole_group(std::string_view rtf) {
+  if (!rtf.starts_with("{\\rtf")) return false;
   int depth = 0;
   for (std::size_t i = 0; i < rtf.size(); ++i) {
     if (rtf[i] == '\\')
@@ -76,15 +68,26 @@ bool has_whole_group(std::string_view rtf) {
   return false;
 }
 
-/// A program that shortens line ends on the file's way leaves the log with less bytes than it
-/// had; its last brace shows that nothing else is missing.
+/// Where the head counts less records than there are, the next one's first line passes for the
+/// length of the log: the records behind it would be lost without a word.
+void require_end(ProjectReader& file, std::string_view log) {
+  file.skip_empty_lines();
+  if (file.rest().empty() || has_whole_group(log)) return;
+  file.refuse(run_time::type_mismatch,
+              "this is no length of a log with which the file ends: more follows than the numbers "
+              "of records say");
+}
+
+/// A program that changes line ends or letters on the file's way leaves the log with other bytes
+/// than were counted. Its last brace shows that it is all that is left.
 std::string_view read_log_text(ProjectReader& file, std::int64_t length) {
   if (length == 0) return {};
   const std::string_view rest = file.rest();
   const auto left = static_cast<std::int64_t>(rest.size());
-  const bool lost_line_ends =
-      length > left && length - left <= std::count(rest.begin(), rest.end(), '\n');
-  return file.raw(lost_line_ends && has_whole_group(rest) ? left : length);
+  const bool is_miscounted =
+      length > left ? length - left <= std::count(rest.begin(), rest.end(), '\n')
+                    : !has_whole_group(rest.substr(0, static_cast<std::size_t>(length)));
+  return file.raw(is_miscounted && has_whole_group(rest) ? left : length);
 }
 
 void read_log(ProjectReader& file, RichText& log) {
@@ -207,6 +210,12 @@ void write_log(ProjectWriter& file, const RichText& log) {
   file.raw(text);
 }
 
+/// What can't be opened again must not take the place of what can.
+void require_readable(ProjectWriter& file) {
+  if (file.bytes().size() > largest_project_file)
+    file.refuse(run_time::overflow, too_large(largest_project_file).message);
+}
+
 void write_sections(ProjectWriter& file, const Project& project, Ranking ranking) {
   const ProjectText::AtWork at_work(file, file_place);
   file.raw(magic_line);
@@ -221,6 +230,7 @@ void write_sections(ProjectWriter& file, const Project& project, Ranking ranking
   for (int i = 1; i <= project.fits.bound(); ++i)
     RW_Fit(file, project.fits(i), data_of(project, i));
   write_log(file, project.log);
+  require_readable(file);
 }
 
 ProjectFault fault_of(const ProjectText& file, int error_number) {

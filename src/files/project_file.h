@@ -38,6 +38,12 @@ struct ProjectBytes {
   bool is_utf8 = false;  ///< some text is in no code page of the format's own
 };
 
+/// What the person hears of such a project.
+inline constexpr const char* utf8_words =
+    "The project holds characters that the usual code page of project files (Windows-1252) lacks, "
+    "so the file was saved in UTF-8. Tavlo opens it; older programs may show some of its texts "
+    "wrongly.";
+
 /// The bytes of a project. Charts are written as they are seen without zoom.
 std::optional<ProjectFault> write_project(const Project& project, ProjectBytes& written,
                                           Ranking ranking = Ranking::of_changed_rows);

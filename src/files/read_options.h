@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "files/column_names.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
@@ -24,9 +25,6 @@ struct ColumnChoice {
   DataColumn column = DataColumn::x;
   std::string name;
 };
-
-/// The most rows of one data set.
-inline constexpr std::size_t most_data_rows = 10'000'000;
 
 struct ReadOptions {
   bool negative_is_value = false;  ///< a negative time is one, not a suspension

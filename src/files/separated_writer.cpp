@@ -4,6 +4,7 @@
 
 #include "files/point_list.h"
 #include "files/shortest_number.h"
+#include "files/text_lines.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -64,15 +65,27 @@ std::vector<ExportColumn> used_columns(const DataSet& data) {
   return used;
 }
 
-void append_row(std::string& text, const std::vector<ExportColumn>& columns, const SheetRow& row,
+/// False where a field was too long and was left out.
+bool append_row(std::string& text, const std::vector<ExportColumn>& columns, const SheetRow& row,
                 const DataSet& data) {
-  const char* separator = "";
+  const std::size_t start = text.size();
+  bool is_whole = true;
   for (const ExportColumn& column : columns) {
-    text += separator;
+    if (text.size() > start) text += ',';
+    const std::size_t field = text.size();
     if (column.holds(row)) column.append(text, row, data);
-    separator = ",";
+    if (text.size() - start < longest_line) continue;  // another comma may follow
+    text.resize(field);
+    is_whole = false;
   }
   text += '\n';
+  return is_whole;
+}
+
+/// Marks take room too.
+bool may_be_too_long(const DataSet& data, const SheetRow& row) {
+  return row.text(sheet_column::comment).size() + mode_name(data, row.mode).size() >
+         longest_line / 3;
 }
 
 }  // namespace
@@ -83,9 +96,22 @@ std::string write_separated_text(const DataSet& data) {
   for (const ExportColumn& column : columns)
     text += (text.empty() ? "" : ",") + std::string(column.heading);
   text += '\n';
-  for (std::size_t i = 0; i < data.rows.size(); ++i)
+  const std::size_t end = export_end(data);
+  for (std::size_t i = 0; i < end; ++i)
     if (can_be_exported(data.rows[i])) append_row(text, columns, data.rows[i], data);
   return text;
+}
+
+std::size_t rows_too_long(const DataSet& data) {
+  const std::vector<ExportColumn> columns = used_columns(data);
+  const std::size_t end = export_end(data);
+  std::size_t number = 0;
+  for (std::size_t i = 0; i < end; ++i) {
+    std::string text;
+    if (can_be_exported(data.rows[i]) && may_be_too_long(data, data.rows[i]))
+      number += append_row(text, columns, data.rows[i], data) ? 0 : 1;
+  }
+  return number;
 }
 
 }  // namespace tavlo

@@ -12,6 +12,10 @@ namespace tavlo {
 /// and comment; but for the time only those that a row has something for. Each number is in the
 /// shortest form that reads back equal. Rows that a data file can't hold are left out.
 /// Negative times read back as values only with the option.
+/// A comment or mode that would make a row longer than a line may be is left out of it.
 std::string write_separated_text(const DataSet& data);
+
+/// How many rows lose their comment or mode so.
+std::size_t rows_too_long(const DataSet& data);
 
 }  // namespace tavlo

@@ -2,13 +2,13 @@
 
 #include "files/plain_lines.h"
 #include "files/settings_values.h"
+#include "project/size_limits.h"
 #include "project/version_words.h"
 
 namespace tavlo {
 
 namespace {
 
-constexpr std::uint64_t largest_settings_file = std::uint64_t{4} << 20;
 constexpr std::size_t fewest_kept_lines = 41;
 
 FileResult read_lines(FileSystem& files, const std::string& path, IniLines& lines) {

@@ -102,6 +102,11 @@ const Model* find_model(int code) {
   return found == table.end() ? nullptr : &*found;
 }
 
+const Model* model_of_panel(const Model& model) {
+  if (model.panel_row >= 0) return &model;
+  return model.fixes_slope() ? find_model(model_code::weibayes) : nullptr;
+}
+
 const Model* find_model_by_name(const std::string& name) {
   if (name.empty()) return nullptr;
   const auto found = std::find_if(table.begin(), table.end(), [&name](const Model& model) {

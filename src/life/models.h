@@ -116,6 +116,10 @@ std::span<const Model> models();
 /// The model of a code (its low 11 bits), or null.
 const Model* find_model(int code);
 
+/// The model whose option of the panel stands for a model: the model itself; the Weibayes for
+/// a given slope without an option; null where there is none.
+const Model* model_of_panel(const Model& model);
+
 /// The model of a command-line name (any case), or null.
 const Model* find_model_by_name(const std::string& name);
 

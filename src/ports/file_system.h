@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,17 +36,30 @@ struct FileFacts {
   bool is_read_only = false;  ///< may not be written by that person
 };
 
+/// The most bytes that are read of a file whose first few thousand are `start`.
+using SizeLimit = std::function<std::uint64_t(std::string_view start)>;
+
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// Reads a regular file whole into `bytes`, at most `limit` bytes.
-  virtual FileResult read_whole(const std::string& path, std::uint64_t limit,
+  /// Reads a regular file whole into `bytes`, where it is no larger than such a file may be.
+  virtual FileResult read_whole(const std::string& path, const SizeLimit& limit,
                                 std::string& bytes) = 0;
+
+  /// The same, at most `limit` bytes whatever stands in it.
+  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) {
+    return read_whole(
+        path, [limit](std::string_view) { return limit; }, bytes);
+  }
 
   /// Writes beside the target, flushes and renames: on any failure the old
   /// file is whole.
   virtual FileResult write_whole(const std::string& path, std::string_view bytes) = 0;
+
+  /// The same for files of the person's; what the file held until then is kept as `path~`, in
+  /// place of what was kept there before. On any failure both are as they were.
+  virtual FileResult write_keeping_former(const std::string& path, std::string_view bytes) = 0;
 
   /// Writes a file that must not exist yet. On any other failure there is none afterwards.
   virtual FileResult create_new(const std::string& path, std::string_view bytes) = 0;
@@ -60,10 +74,6 @@ class FileSystem {
 
   /// Removes a file; a folder is refused.
   virtual FileResult remove(const std::string& path) = 0;
-
-  /// Keeps what the file holds now as `path~`, in place of what was kept there before.
-  /// Nothing happens when there is no such file yet. On any failure both are as they were.
-  virtual FileResult back_up(const std::string& path) = 0;
 
   /// Makes the folder and those above it, for this person alone: the program keeps copies
   /// of projects in them. All is well when it stands already, and it stays as it is.

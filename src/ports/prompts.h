@@ -32,6 +32,9 @@ struct FileRequest {
   /// chosen has none of its own; nothing when it is empty. It is added before a name that
   /// is taken is asked about.
   std::string default_suffix = {};
+  /// The extension, as "tavlo", of a kind of file that gives it to every name: under the other
+  /// kinds a name is complete with the extension of any kind that is offered.
+  std::string own_suffix = {};
   /// The path that is chosen where the person says nothing else; empty for none.
   std::string suggestion = {};
 };

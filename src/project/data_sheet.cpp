@@ -193,7 +193,7 @@ void DataSheet::finish_edit(EditDirection direction) {
 
 void DataSheet::go_down() {
   if (row() == shown_rows_) {
-    if (row() == most_rows) return;
+    if (row() >= farthest_row()) return;
     ++shown_rows_;
   } else if (text(row(), column()).empty() && edit_text_.empty()) {
     return;
@@ -202,7 +202,7 @@ void DataSheet::go_down() {
 }
 
 void DataSheet::enter(int row, int column, const std::string& typed) {
-  if (row < 1 || row > most_rows) throw RunTimeError(run_time::subscript);
+  if (row < 1 || row > farthest_row()) throw RunTimeError(run_time::subscript);
   shown_rows_ = std::max(shown_rows_, row);
   const std::string wanted = trimmed(typed);
   if (wanted == text(row, column)) return;
@@ -240,7 +240,7 @@ void DataSheet::clear_cell(SheetRow& row, int column) {
 }
 
 void DataSheet::replace_row(int row, SheetRow with) {
-  if (row < 1 || row > most_rows) throw RunTimeError(run_time::subscript);
+  if (row < 1 || row > farthest_row()) throw RunTimeError(run_time::subscript);
   shown_rows_ = std::max(shown_rows_, row);
   put(row, with);
 }

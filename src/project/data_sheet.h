@@ -3,6 +3,7 @@
 // The rows belong to the data set.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -10,6 +11,7 @@
 #include "project/cell_table.h"
 #include "project/project.h"
 #include "project/settings.h"
+#include "project/size_limits.h"
 
 namespace tavlo {
 
@@ -24,8 +26,6 @@ class DataSheet : public CellTable {
 
   /// The sheet never shows fewer rows than this.
   static constexpr int least_rows = 30;
-  /// A data set takes no more rows than this.
-  static constexpr int most_rows = 1'000'000;
 
   std::int32_t data_id() const { return data_id_; }
   DataSet& data();
@@ -37,6 +37,9 @@ class DataSheet : public CellTable {
 
   /// The highest row that holds anything.
   int last_row() const { return static_cast<int>(data().rows.size()); }
+  /// The last row that can be typed into. A data set that was read may have more than the
+  /// usual number of rows, and then those that it has.
+  int farthest_row() const { return std::max(most_data_rows, last_row()); }
   bool is_unreadable(int row, int column) const;
 
   bool editing() const { return editing_; }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "numerics/slots.h"
 #include "project/chart_records.h"
@@ -15,6 +16,7 @@ struct Project {
   /// Which work of this run it is a state of: a new project begins one, and each file that is
   /// opened. See Session::works.
   std::int64_t work = 0;
+  std::string name;  ///< that its file may get: of the data that it began with; no file keeps it
   // Records from 1 on; slot 0 is the factory default.
   Slots<DataSet> data{0, fuStandardData()};
   Slots<FitSet> fits{0, fuStandard_Fit()};

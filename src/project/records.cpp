@@ -27,7 +27,8 @@ bool same_content(const DataSet& a, const DataSet& b) {
          a.YScale == b.YScale && a.Flag2 == b.Flag2 && a.Reserved == b.Reserved &&
          a.SummarySpare == b.SummarySpare && a.SummaryMode == b.SummaryMode &&
          a.SummaryState == b.SummaryState && a.Inspection == b.Inspection &&
-         a.Profiles == b.Profiles;
+         a.Profiles == b.Profiles && a.is_read() == b.is_read() &&
+         (a.own_ranks || a.reading.ranks() == b.reading.ranks());
 }
 
 }  // namespace tavlo

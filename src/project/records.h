@@ -68,7 +68,8 @@ struct DataSet {
   friend bool operator==(const DataSet&, const DataSet&) = default;
 };
 
-/// Whether two sets hold the same, however often they were changed until then.
+/// Whether two sets are the same in a file, however often they were changed until then: their
+/// rows, how these are ranked, and whether they are to be read again.
 bool same_content(const DataSet& a, const DataSet& b);
 
 enum class FitStatus : std::int16_t { not_calculated = 0, calculated = 1, stale = 2 };

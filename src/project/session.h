@@ -37,11 +37,12 @@ struct FitDialogue {
 /// made before a save does not unmake the save.
 struct Work {
   std::string path;      ///< its file; empty for none yet
-  std::string name;      ///< that a file of its own may get: of the data that it began with
   Project saved;         ///< as it was last saved or begun, see is_unsaved in actions/undo
   bool is_utf8 = false;  ///< the file has left the code page, and the person knows
   std::string copy;      ///< that would outlive a crash, see actions/recovery; empty for none
   std::shared_ptr<const Project> copied;  ///< what it holds
+  /// As another project took its place, unsaved, until a copy has been written.
+  std::shared_ptr<const Project> uncopied;
 };
 
 /// A copy that another thread writes. The state is this one's: it ends here, since rows that
@@ -86,6 +87,7 @@ struct Session {
   std::string recovery_folder;      ///< empty for none
   std::string begun;                ///< the moment from which on copies are of this run
   std::optional<PendingCopy> copy;  ///< that is being written
+  std::string missing_copy;         ///< why one could not be written, not told yet
 
   Project told;  ///< what the windows were told last, see actions/announce
   History history;

@@ -6,6 +6,7 @@
 #include "actions/fit_world.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/undo.h"
 
 namespace tavlo {
 namespace {
@@ -54,9 +55,11 @@ TEST(ChangeOptions, AnotherKindOfRanksMakesOldWhatItChanges) {
   for (const double suspended : {0.0, 2.0}) {
     FitWorld world({{100}, {200}, {300, 1, suspended}});
     world.fit();
+    mark_saved(world.session);
     Settings chosen = world.session.settings;
     chosen.Benard = false;
     change_options(world.session, chosen);
+    EXPECT_EQ(is_unsaved(world.session), suspended == 0) << "a file keeps that fits are old";
     EXPECT_EQ(is_out_of_date(world.record(1), world.data()), suspended == 0);
     const double before = world.record(1).Quality;
     choose_standard_fit(world.panel());

@@ -82,7 +82,7 @@ TEST(Paste, APictureIsSaidAndATextBesideItTaken) {
   EXPECT_EQ(shown(world), "7|1|");
 }
 
-TEST(Paste, MoreRowsThanASheetTakesAreRefusedBeforeAllAreRead) {
+TEST(Paste, MoreRowsThanAPasteTakesAreRefusedBeforeAllAreRead) {
   std::string many;
   while (many.size() < 20'000'000) many += "1234\n";
   TestWorld world;

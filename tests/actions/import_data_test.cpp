@@ -7,6 +7,7 @@
 
 #include "actions/announce.h"
 #include "actions/undo.h"
+#include "actions/work.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -68,6 +69,7 @@ TEST(ImportData, TheSetIsOneStepAndFillsTheFirstWhereThatIsEmpty) {
   const Project empty = world.session.project;
   EXPECT_EQ(world.import(), 1);
   EXPECT_EQ(world.data().Title, "Pumpen.v2");
+  EXPECT_EQ(project_title(world.session), "Pumpen.v2") << "what Save proposes";
   EXPECT_TRUE(world.data().is_read());
   const Project first = world.session.project;
   EXPECT_EQ(world.import(), 2);
@@ -78,6 +80,7 @@ TEST(ImportData, TheSetIsOneStepAndFillsTheFirstWhereThatIsEmpty) {
   EXPECT_EQ(world.session.project, first);
   EXPECT_TRUE(undo(world.session));
   EXPECT_EQ(world.session.project, empty);
+  EXPECT_EQ(project_title(world.session), "Untitled");
   EXPECT_FALSE(undo(world.session));
 }
 

@@ -54,8 +54,10 @@ TEST_F(OpenProjectTest, AFileThatCanNotBeReadChangesNothing) {
   const std::string whole = files.files["/w/pumps.tavlo"];
   files.files["/w/cut.tavlo"] = whole.substr(0, whole.size() / 2);
   files.files["/w/words.txt"] = "these are words\nand no data\n";
+  files.files["/w/huge.bin"] = std::string(largest_data_file + 1, '\0');
   const Project before = session.project;
-  for (const char* const path : {"/w/cut.tavlo", "/w/words.txt", "/w/missing.tavlo"}) {
+  for (const char* const path :
+       {"/w/cut.tavlo", "/w/words.txt", "/w/missing.tavlo", "/w/huge.bin"}) {
     const std::size_t told = prompts.shown().size();
     EXPECT_FALSE(open(path));
     EXPECT_EQ(prompts.shown().size(), told + 1) << boxes();
@@ -63,6 +65,7 @@ TEST_F(OpenProjectTest, AFileThatCanNotBeReadChangesNothing) {
     EXPECT_TRUE(session.project == before) << path;
     EXPECT_FALSE(is_unsaved(session));
   }
+  EXPECT_NE(prompts.shown().back().text.find("too large"), std::string::npos) << boxes();
 }
 
 TEST_F(OpenProjectTest, ComesBackAsItWasSavedWithItsFitsAndFitsNothing) {
@@ -109,6 +112,14 @@ TEST_F(OpenProjectTest, WhatAFitLeavesOutIsToldOfItFromAFileToo) {
   }
   EXPECT_GE(mixtures, 1);
   EXPECT_LT(mixtures, fits().nFits);
+}
+
+TEST_F(OpenProjectTest, AFileMayHaveMoreRowsThanAPasteAndEachCanBeTypedInto) {
+  for (int row = 0; row <= most_pasted_rows; ++row) files.files["/w/fleet.txt"] += "1234\n";
+  ASSERT_TRUE(open("/w/fleet.txt"));
+  session.gDataForm(1)->enter(most_pasted_rows + 1, sheet_column::x, "5");
+  EXPECT_EQ(data().rows.size(), most_pasted_rows + 1u);
+  EXPECT_EQ(data().rows[most_pasted_rows].time, 5);
 }
 
 // Only the two lines that tell of it come with each opening and saving.
@@ -162,7 +173,7 @@ TEST_F(OpenProjectTest, ACopyOutlivesTheRunAndTheReplacedProject) {
   EXPECT_TRUE(recovery_copies(session).empty()) << "this process runs";
 
   test::TestWorld next;
-  next.files.files["/settings/Recovery/20261121-140000 c p17 n4 Untitled.tavlo"] = bytes;
+  next.files.files["/settings/Recovery/20261121-140000 c p17 w1 n4 Untitled.tavlo"] = bytes;
   begin_recovery(next.session, "/settings/Recovery");
   const auto copies = recovery_copies(next.session);
   ASSERT_EQ(copies.size(), 1u);
@@ -183,19 +194,53 @@ TEST_F(OpenProjectTest, ACopyOutlivesTheRunAndTheReplacedProject) {
   finish_copies(next.session, true);
   EXPECT_EQ(next.files.files.size(), 1u) << "undo has left it, but may come back to it";
   ASSERT_TRUE(redo(next.session));
+  keep_copy(next.session, CopyReason::current);
+  finish_copies(next.session, true);
+  ASSERT_EQ(next.files.files.size(), 1u);
+  EXPECT_NE(next.files.files.begin()->first.find(" c p"), std::string::npos)
+      << "a crash has to be told of again";
   ASSERT_TRUE(save_project_as(next.session, "/w/saved.tavlo"));
   EXPECT_EQ(next.files.files.size(), 1u) << "what is saved needs no copy";
 }
 
+TEST_F(OpenProjectTest, WhatIsReplacedWithoutACopyIsToldOfLastAndAskedForOnLeaving) {
+  const Project pumps = session.project;
+  files.files = {{"/w/motors.txt", "10\n20\n"}, {"/settings/Recovery", "no folder"}};
+  ASSERT_TRUE(open("/w/motors.txt"));
+  EXPECT_EQ(views.said.back(), "status No recovery copy of Untitled: this is a file");
+  session.history.restart(session.project);
+  end();
+  ASSERT_EQ(uncopied_works(session), std::vector{pumps.work});
+  return_to_work(session, pumps.work);
+  end();
+  EXPECT_TRUE(session.project == pumps && is_unsaved(session));
+  files.files.erase("/settings/Recovery");
+  files.fail_at(3);  // the file is read, the folder made, and the copy written
+  ASSERT_TRUE(open("/w/motors.txt"));
+  finish_copies(session, true);
+  tend_copies(session);
+  EXPECT_NE(views.said.back().find("No recovery copy of Untitled: fault"), std::string::npos);
+  finish_copies(session, true);
+  EXPECT_EQ(files.files.size(), 2u) << "it is tried again";
+  EXPECT_TRUE(uncopied_works(session).empty());
+}
+
 TEST_F(OpenProjectTest, WhatIsReplacedUnsavedIsKeptAndTenCopiesStay) {
   for (int i = 10; i < 25; ++i)
-    files.files["/settings/Recovery/202611" + std::to_string(i) + "-140000 r p17 n4 old.tavlo"] =
+    files.files["/settings/Recovery/202611" + std::to_string(i) + "-140000 r p17 w1 n4 old.tavlo"] =
         "";
   files.files["/settings/Recovery/a person's own file"] = "";
   start_project(session);
   finish_copies(session, true);
   EXPECT_EQ(files.files.size(), 11u);
   EXPECT_EQ(recovery_copies(session).size(), 9u);
+  for (const char* const time : {"1", "2"}) {
+    session.gDataForm(1)->enter(1, sheet_column::x, time);
+    start_project(session);
+    finish_copies(session, true);
+  }
+  EXPECT_EQ(files.files.size(), 11u);
+  EXPECT_EQ(recovery_copies(session).size(), 7u) << "two of one name, size and second stand beside";
   EXPECT_TRUE(prompts.shown().empty()) << boxes();
 }
 

@@ -14,6 +14,9 @@ void fill(const test::CliFolder& folder) {
   const std::string profile = folder.read(TAVLO_TEST_DATA "/factory_chart.vpr");
   const std::pair<const char*, std::string> files[] = {
       {"d", "5\n7\n9\n"},
+      {"d~", "5\n7\n"},
+      {"d.csv", "x\n5\n"},
+      {"d.csv~", "x\n7\n"},
       {"bad.txt", "5\n7 weeks ago\n"},
       {"doubt.txt", "1071,8\n1069,3\n"},
       {"empty", ""},
@@ -27,6 +30,7 @@ void fill(const test::CliFolder& folder) {
       {"half.vpr", profile.substr(0, profile.size() / 2)},
       {"word.vpr", std::string(profile).replace(profile.find("1000"), 4, "many")}};
   for (const auto& [name, bytes] : files) folder.write(name, bytes);
+  std::filesystem::create_symlink("d", folder.path("link"));
   std::filesystem::resize_file(folder.path("zeros"), std::uintmax_t{1} << 30);
 }
 

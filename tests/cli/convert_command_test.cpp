@@ -130,6 +130,11 @@ TEST_F(EveryFile, AFittedProjectHoldsWhatWasFitted) {
   EXPECT_EQ(count("q.tavlo", "\r\nE/rr\r\n"), 1);
   EXPECT_EQ(count("q.tavlo", "\r\nW/rr\r\n"), 1);
   EXPECT_EQ(count("q.tavlo", "\r\nW/MLE\r\n"), 1);
+  run("fit utf16.csv --ranks exact --project e.tavlo; $CLI fit e.tavlo --model E --project "
+      "f.tavlo");
+  EXPECT_NE(rows("utf16.csv"), rows("utf16.csv --ranks exact"));
+  EXPECT_EQ(rows("f.tavlo"), rows("utf16.csv --ranks exact"));
+  EXPECT_EQ(rows("f.tavlo --ranks benard"), rows("utf16.csv"));
 }
 
 // A killed conversion leaves the old file or the new one, and so does its copy; the next one

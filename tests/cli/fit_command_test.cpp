@@ -132,6 +132,16 @@ TEST_F(FitCommand, ManyFilesGiveWhatEachGivesAlone) {
   EXPECT_EQ(all.json().size(), 6U);
   EXPECT_EQ(all.out, alone.out);
   EXPECT_EQ(all.err, alone.err);
+  // What is written is made of all of them or not at all, whoever reads the results.
+  folder.shell("$CLI fit d[012] --project p.tavlo --log p.txt; cp p.tavlo q.tavlo; cp p.txt q.txt");
+  const ProgramRun part = folder.shell("$CLI fit d? --project p.tavlo --log p.txt --json");
+  EXPECT_EQ(part.json().size(), 6U);
+  EXPECT_NE(part.err.find("p.tavlo: not written"), std::string::npos) << part.err;
+  EXPECT_EQ(folder.shell("cmp p.tavlo q.tavlo && cmp p.txt q.txt && ls p.tavlo~").code, 2);
+  const ProgramRun unread =
+      folder.shell("$CLI fit d[0-245] --project p.tavlo" + options + " > /dev/full");
+  EXPECT_EQ(unread.code, 3);
+  EXPECT_EQ(folder.run({"rank", "p.tavlo", "--json"}).json().size(), 5U);
 }
 
 }  // namespace

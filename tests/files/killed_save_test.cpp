@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "files/disk_files.h"
+#include "project/size_limits.h"
 #include "support/random_samples.h"
 
 namespace tavlo {
@@ -23,10 +24,8 @@ using Texts = std::string[2];
 [[noreturn]] void save_for_ever(const std::string& path, const Texts& texts, unsigned first,
                                 int steps) {
   DiskFiles files;
-  for (unsigned i = first;; ++i) {
-    const bool kept = static_cast<bool>(files.back_up(path)) && ::write(steps, "k", 1) == 1;
-    if (!kept || !files.write_whole(path, texts[i % 2]) || ::write(steps, "s", 1) != 1) ::_exit(1);
-  }
+  for (unsigned i = first;; ++i)
+    if (!files.write_keeping_former(path, texts[i % 2]) || ::write(steps, "s", 1) != 1) ::_exit(1);
 }
 
 /// A child that saves, killed a moment after so many steps; false if it ended by itself.
@@ -60,7 +59,7 @@ TEST(KilledSave, LeavesTheOldOrTheNewFileWhole) {
   const std::string path = folder + "/project.tavlo";
   const Texts texts = {std::string(30'000, 'a'), std::string(20'000, 'b')};
   ASSERT_TRUE(DiskFiles().write_whole(path, texts[1]));
-  ASSERT_TRUE(DiskFiles().back_up(path));
+  ASSERT_TRUE(DiskFiles().write_keeping_former(path, texts[1]));
   test::RandomNumbers random(500);
   int seen[2] = {0, 0};
   for (unsigned kills = 0; kills < 200; ++kills) {

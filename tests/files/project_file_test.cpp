@@ -210,8 +210,6 @@ void expect_same(const Project& found, const Project& wanted) {
   ASSERT_EQ(found.data.bound(), wanted.data.bound());
   for (int i = 1; i <= wanted.data.bound(); ++i) {
     EXPECT_TRUE(same_content(found.data(i), wanted.data(i)));
-    EXPECT_TRUE(wanted.data(i).own_ranks ||
-                found.data(i).reading.ranks() == wanted.data(i).reading.ranks());
     const FitSet &fits = wanted.fits(i), &others = found.fits(i);
     EXPECT_EQ(std::tuple(others.UniqueId, others.Title, others.DataIds, others.nFits),
               std::tuple(fits.UniqueId, fits.Title, fits.DataIds, fits.nFits));
@@ -351,8 +349,10 @@ TEST(ProjectFile, OtherFormsOfTheSameValuesAreRead) {
       {"#TRUE#", "True"}, {"#FALSE#", "0"}, {"#TRUE#,", "-1\r\n"}, {"300,", " +3.0d+2 ,"}};
   for (const auto& [what, by] : forms) EXPECT_EQ(written(read(replaced(what, by))), whole) << by;
   EXPECT_EQ(written(read("\r\n\r\n" + whole)), whole);
+  const std::size_t log = whole.find("\r\n{\\rtf"), length = whole.rfind('\n', log) + 1;
+  const std::string miscounted = std::string(whole).replace(length, log - length, "40");
   for (const std::string& bytes :
-       {with_line_feeds(whole), "\xEF\xBB\xBF" + whole, whole + "\r\n\n"})
+       {with_line_feeds(whole), "\xEF\xBB\xBF" + whole, whole + "\r\n\n", miscounted})
     EXPECT_EQ(written(read(bytes)), whole);
 }
 

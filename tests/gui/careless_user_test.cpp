@@ -2,6 +2,7 @@
 #include <QPrinterInfo>
 
 #include "actions/new_project.h"
+#include "actions/recovery.h"
 #include "gui/window_world.h"
 
 namespace tavlo {
@@ -125,6 +126,19 @@ TEST_F(CarelessUser, SetsUpAPrinterThatIsNotThere) {
   window.DoCommand(9);
   ASSERT_EQ(boxes.texts().size(), 1);
   EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("no printer")));
+}
+
+TEST_F(CarelessUser, IsAskedForAReplacedProjectThatNoDiskHasTaken) {
+  begin_recovery(session(), "/dev/null/Recovery");
+  person.type("100\n");
+  person.press({"ctrl+n"});
+  ASSERT_TRUE(wait_until([&] { return session().gDataForm(1)->last_row() == 0; }));
+  boxes.press_on_boxes("Escape");
+  window.close();
+  EXPECT_TRUE(window.isVisible());
+  ASSERT_EQ(boxes.texts().size(), 1);
+  EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("Save the changes of Untitled")));
+  EXPECT_EQ(sheet().text(1, sheet_column::x), "100");
 }
 
 TEST_F(CarelessUser, GetsAProjectBackThatANewOneReplaced) {

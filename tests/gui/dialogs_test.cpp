@@ -88,10 +88,14 @@ TEST_F(DialogsByKeys, OptionsActAtOnceAndCancelChangesNothing) {
   toggle("alt+i", "chk_Opt_0");
   toggle("alt+a", "chk_Opt_2");
   toggle("alt+b", "chk_Fit_0");
+  dialog("frm_Options")->resize(250, 150);  // as on a small screen
   person.press({"alt+n", "End"});
   ASSERT_TRUE(wait_until([&] {
     return widget("cbo_Language").property("currentText") == QStringLiteral("7: vkl07 Deutsch");
   }));
+  for (const char* each : {"cbo_Language", "cmd_OK"})
+    EXPECT_TRUE(wait_until([&] { return !widget(each).visibleRegion().isEmpty(); })) << each;
+  EXPECT_LT(dialog("frm_Options")->height(), 200);
   close_with("Return", "frm_Options");
   EXPECT_EQ(session().settings.Language, 7);
   EXPECT_TRUE(widget("dock_Project").isVisible() && window.statusBar()->isVisible());
@@ -138,6 +142,18 @@ TEST_F(DialogsByKeys, AForeignTableIsImportedByChoosingItsColumnsAndTakenBack) {
   close_with("Return", "frm_Import");
   EXPECT_EQ(session().project.data(1).Title, "Pumpen");
   EXPECT_EQ(sheet().text(1, sheet_column::x) + sheet().text(2, sheet_column::susps), "1000.51");
+  // Its project is offered its name, and what is saved as a project is one.
+  const QString saved = folder.filePath(QStringLiteral("a.txt.tavlo"));
+  answer<QFileDialog>([&](QFileDialog& save) {
+    auto* name = save.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    save.selectNameFilter(save.nameFilters().last());
+    EXPECT_EQ(name->text(), QStringLiteral("Pumpen.tavlo"));
+    save.selectNameFilter(save.nameFilters().first());
+    name->setText(folder.filePath(QStringLiteral("a.txt")));
+    QMetaObject::invokeMethod(&save, "accept");
+  });
+  person.press({"ctrl+s"});
+  EXPECT_TRUE(wait_until([&] { return QFile::exists(saved); }));
   person.press({"ctrl+z"});
   ASSERT_TRUE(wait_until([&] { return sheet().last_row() == 0; }));
   EXPECT_EQ(session().project.data(1).Title, "Data1");

@@ -10,6 +10,7 @@
 #include <QTableView>
 #include <QTemporaryDir>
 
+#include "actions/save_project.h"
 #include "gui/window_world.h"
 #include "numerics/number_text.h"
 
@@ -214,6 +215,16 @@ TEST_F(MainJob, EveryClassicalModelByAClick) {
   person.click(widget("opt_Model_14"), {8, 8});
   ASSERT_TRUE(wait_until([&] { return session().gFitForm(1)->nModel == model_code::exponential; }));
   EXPECT_TRUE(dynamic_cast<const QAbstractButton&>(widget("opt_Model_12")).isChecked());
+  // A slope without an option of its own is that of the Weibayes, from a file too.
+  boxes.answer_questions({"2"});
+  person.click(widget("opt_Model_14"), {8, 8});
+  ASSERT_TRUE(wait_until([&] { return session().gFitForm(1)->nModel == model_code::rayleigh; }));
+  const QTemporaryDir folder;
+  const std::string path = folder.filePath(QStringLiteral("r.tavlo")).toStdString();
+  ASSERT_TRUE(save_project_as(session(), path));
+  window.NewProject();
+  window.files().open_path(path);
+  EXPECT_TRUE(wait_until([&] { return widget("opt_Model_14").property("checked").toBool(); }));
   EXPECT_EQ(fits().text(0, fit_column::scale), "mu, Med, Xi, eta");
 }
 

@@ -42,12 +42,14 @@ TEST_F(DesktopPorts, FileDialogsCompleteNamesAndAskBeforeReplacing) {
   QFile file(folder.filePath(QStringLiteral("chart.wmf")));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   boxes.press_on_boxes("alt+y");
+  const char* const kinds = "All (*.*)|*.*|PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg";
   for (const auto& [name, filter, asks, wanted, asked] : {std::tuple{"new", 1, true, "new.wmf", 0},
                                                           {"new", 2, true, "new.png", 0},
+                                                          {"new.svg", 2, true, "new.svg", 0},
+                                                          {"new.png", 3, true, "new.png.svg", 0},
                                                           {"chart", 1, true, "chart.wmf", 1},
                                                           {"chart", 1, false, "chart.wmf", 1}}) {
-    const FileRequest request{"Save", "All (*.*)|*.*|PNG picture (*.png)|*.png", filter, true, asks,
-                              "wmf"};
+    const FileRequest request{"Save", kinds, filter, true, asks, "wmf", "svg"};
     answer_files_with(folder.filePath(QString::fromUtf8(name)));
     EXPECT_EQ(program.prompts.choose_file(request),
               from_qt(folder.filePath(QString::fromUtf8(wanted))));

@@ -82,10 +82,11 @@ FileResult MemoryFiles::start_folder(const std::string& path) {
   return {};
 }
 
-FileResult MemoryFiles::read_whole(const std::string& path, std::uint64_t limit,
+FileResult MemoryFiles::read_whole(const std::string& path, const SizeLimit& limit,
                                    std::string& bytes) {
   if (const FileResult started = start(path, true); !started) return started;
-  if (files[path].size() > limit) return {FileFault::too_large, "the file is too large"};
+  if (files[path].size() > limit(files[path]))
+    return {FileFault::too_large, "the file is too large"};
   bytes = files[path];
   return {};
 }
@@ -123,9 +124,10 @@ FileResult MemoryFiles::remove(const std::string& path) {
   return {};
 }
 
-FileResult MemoryFiles::back_up(const std::string& path) {
+FileResult MemoryFiles::write_keeping_former(const std::string& path, std::string_view bytes) {
   if (const FileResult started = start(path, false); !started) return started;
   if (files.contains(path)) files[path + "~"] = files[path];
+  files[path] = bytes;
   return {};
 }
 

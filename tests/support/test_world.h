@@ -113,13 +113,15 @@ class MemoryFiles : public FileSystem {
   void fail_at(int operation, FileFault fault = FileFault::disk_full);
   int operations() const { return operations_; }
 
-  FileResult read_whole(const std::string& path, std::uint64_t limit, std::string& bytes) override;
+  using FileSystem::read_whole;
+  FileResult read_whole(const std::string& path, const SizeLimit& limit,
+                        std::string& bytes) override;
   FileResult write_whole(const std::string& path, std::string_view bytes) override;
   FileResult create_new(const std::string& path, std::string_view bytes) override;
   FileResult try_out(const std::string& path, std::string_view bytes) override;
   FileResult append(const std::string& path, std::string_view bytes) override;
   FileResult remove(const std::string& path) override;
-  FileResult back_up(const std::string& path) override;
+  FileResult write_keeping_former(const std::string& path, std::string_view bytes) override;
   FileResult make_folder(const std::string& path) override;
   FileResult list_folder(const std::string& path, std::vector<std::string>& names) override;
   FileResult look_up(const std::string& path, FileFacts& facts) override;

@@ -62,6 +62,12 @@ const Model* model_of_option(int index) {
   return found == all.end() ? nullptr : &*found;
 }
 
+int option_of(const FitChoices& panel) {
+  const Model* model = find_model(panel.nModel);
+  const Model* shown = model ? model_of_panel(*model) : nullptr;
+  return shown ? shown->panel_row : -1;
+}
+
 void choose_model(Session& session, int fit_index, int option) {
   FitPanel& panel = *session.gFitForm(fit_index);
   const Model* model = model_of_option(option);

@@ -23,6 +23,9 @@ std::span<const ModelOption> model_options();
 /// The model behind an option, or null: option 13 only asks for help.
 const Model* model_of_option(int index);
 
+/// The option that stands for the model that a panel has chosen; -1 for none.
+int option_of(const FitChoices& panel);
+
 /// Chooses the model of an option and shows its formula, as an arrow key does.
 void choose_model(Session& session, int fit_index, int option);
 

@@ -264,10 +264,7 @@ void FitWindow::show_row(const QModelIndex& index) {
 
 void FitWindow::show_choices() {
   const FitPanel& panel = *session_.gFitForm(index_);
-  for (const ModelOption& option : model_options()) {
-    const Model* model = model_of_option(option.index);
-    if (model && model->code == panel.nModel) opt_Model_.button(option.index)->setChecked(true);
-  }
+  if (QAbstractButton* model = opt_Model_.button(option_of(panel))) model->setChecked(true);
   if (QAbstractButton* method = opt_Method_.button(panel.nMethod)) method->setChecked(true);
   chk_Censored_->setChecked(panel.censored);
   chk_Censored_->setEnabled(panel.nMethod == method_code::mle);

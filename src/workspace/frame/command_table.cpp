@@ -198,9 +198,9 @@ Rows choice_commands(MainWindow& frame) {
   for (const ModelOption& option : model_options()) {
     Command row{{command::first_model + option.index, "&Analysis|M&odel", option.label,
                  mnemonic_key(option.caption)}};
-    if (const Model* model = model_of_option(option.index)) {
+    if (model_of_option(option.index)) {
       row.run = [&frame, index = option.index] { frame.choose_model(index); };
-      row.checked = [&frame, code = model->code] { return frame.panel().nModel == code; };
+      row.checked = [&frame, index = option.index] { return option_of(frame.panel()) == index; };
     }
     if (!row.caption.empty()) rows.push_back(row);
   }

@@ -31,10 +31,8 @@ FileCommands::FileCommands(Program& program, QWidget& frame, FileViews views)
       session_(program.session),
       frame_(frame),
       views_(std::move(views)),
-      copies_(program.timer.every(milliseconds_between_copies, [this] {
-        finish_copies(session_, false);
-        if (!session_.copy) keep_copy(session_, CopyReason::current);
-      })) {}
+      copies_(program.timer.every(milliseconds_between_copies, [this] { tend_copies(session_); })) {
+}
 
 void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
   QObject::connect(&file, &QMenu::aboutToShow, &frame_, [this, &recent, &recovery] {
@@ -124,6 +122,19 @@ void FileCommands::fill_recovery(QMenu& menu) {
 }
 
 bool FileCommands::may_leave() {
+  const std::vector<std::int64_t> formers = uncopied_works(session_);
+  if (!may_leave_project()) return false;
+  for (const std::int64_t former : formers) {
+    program_.commands.run([&] {
+      return_to_work(session_, former);
+      views_.show_work();
+    });
+    if (!may_leave_project()) return false;
+  }
+  return true;
+}
+
+bool FileCommands::may_leave_project() {
   if (!is_unsaved(session_)) {
     drop_copy(session_);
     return true;

@@ -36,7 +36,8 @@ class FileCommands {
   /// A file that was dropped: projects are opened, other data imported.
   void take_file(const std::string& path);
 
-  /// Before the program ends: asks about unsaved changes. False to stay.
+  /// Before the program ends: asks about unsaved changes of the project, and of each former
+  /// one that nothing but undo would bring back. False to stay.
   bool may_leave();
 
   /// Tells on the status bar of a copy that a crash has left.
@@ -45,6 +46,7 @@ class FileCommands {
  private:
   /// Later, since windows may not end inside an event of their own.
   void begin_work(std::function<bool()> act);
+  bool may_leave_project();
   void preview_import(const std::string& path, bool may_open);
   void fill_recent(QMenu& menu);
   void fill_recovery(QMenu& menu);

@@ -1,15 +1,17 @@
 #include "workspace/frame/options_dialog.h"
 
-#include <QDialogButtonBox>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QFormLayout>
 #include <QGridLayout>
+#include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "actions/change_options.h"
 #include "files/language_file.h"
+#include "workspace/format/format_fields.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -52,6 +54,8 @@ constexpr std::array<BarSwitch, 4> bar_switches = {{
     {{"St&atus Bar", &Settings::StatusBar}, true},
     {{"Toolba&r (QM format)", &Settings::RibbonToolbar}, false},
 }};
+
+constexpr double most_of_screen = 0.94;
 
 constexpr const char* idle_hint = "Hold Mouse over item for information.";
 
@@ -159,13 +163,14 @@ QWidget* OptionsDialog::make_language() {
   auto* whole = new QWidget;
   auto* row = new QHBoxLayout(whole);
   row->setContentsMargins(0, 0, 0, 0);
+  cbo_Language_ = make_list(false);
   auto* caption = new QLabel(tr("Choose la&nguage for titles and buttons"));
-  caption->setBuddy(&cbo_Language_);
-  cbo_Language_.setObjectName(QStringLiteral("cbo_Language"));
-  cbo_Language_.setToolTip(tr("Menus and buttons have it from the next start on."));
+  caption->setBuddy(cbo_Language_);
+  cbo_Language_->setObjectName(QStringLiteral("cbo_Language"));
+  cbo_Language_->setToolTip(tr("Menus and buttons have it from the next start on."));
   fill_languages();
   row->addWidget(caption);
-  row->addWidget(&cbo_Language_, 1);
+  row->addWidget(cbo_Language_, 1);
   return whole;
 }
 
@@ -178,12 +183,14 @@ void OptionsDialog::fill_languages() {
   for (const Language& each :
        find_languages(session_.ports.file_system, session_.places.ProgramPath))
     names[each.number] = QStringLiteral("%1: %2").arg(each.number).arg(to_qt(each.file));
-  for (const auto& [number, name] : names) cbo_Language_.addItem(name, number);
-  cbo_Language_.setCurrentIndex(cbo_Language_.findData(session_.settings.Language));
+  for (const auto& [number, name] : names) cbo_Language_->addItem(name, number);
+  cbo_Language_->setCurrentIndex(cbo_Language_->findData(session_.settings.Language));
 }
 
-void OptionsDialog::lay_out() {
-  auto* grid = new QGridLayout(this);
+QWidget* OptionsDialog::make_content() {
+  auto* content = new QWidget;
+  auto* grid = new QGridLayout(content);
+  grid->setContentsMargins(0, 0, 0, 0);
   grid->addWidget(make_fit_options(), 0, 0);
   grid->addWidget(make_digits(), 0, 1);
   grid->addWidget(make_bars(), 1, 0, 1, 2);
@@ -194,17 +201,42 @@ void OptionsDialog::lay_out() {
   lbl_Options_.setFrameShape(QFrame::StyledPanel);
   lbl_Options_.setMargin(fontMetrics().height() / 2);
   grid->addWidget(&lbl_Options_, 3, 0, 1, 2);
+  return content;
+}
+
+QDialogButtonBox* OptionsDialog::make_buttons() {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmd_OK"));
   buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmd_Cancel"));
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  grid->addWidget(buttons, 4, 0, 1, 2);
-  // The longest hint has its room from the start, so that nothing jumps.
-  const int width = fontMetrics().averageCharWidth() * 74;
-  setFixedWidth(width);
+  return buttons;
+}
+
+// Where the screen is too small for all, the options scroll and the buttons stay.
+void OptionsDialog::lay_out() {
+  scroller_.setFrameShape(QFrame::NoFrame);
+  scroller_.setFocusPolicy(Qt::NoFocus);
+  scroller_.setWidgetResizable(true);
+  scroller_.setWidget(make_content());
+  auto* rows = new QVBoxLayout(this);
+  rows->addWidget(&scroller_, 1);
+  QWidget* buttons = make_buttons();
+  rows->addWidget(buttons);
+  const QSize room = screen()->availableSize() * most_of_screen;
+  const QMargins rim = rows->contentsMargins();
+  const int width = std::min(fontMetrics().averageCharWidth() * 74, room.width());
+  const int inner = width - rim.left() - rim.right();
+  keep_room_for_hints(inner - style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  const int rest = rim.top() + rim.bottom() + rows->spacing() + buttons->sizeHint().height();
+  const int height = scroller_.widget()->layout()->totalHeightForWidth(inner) + rest;
+  resize(width, std::min(height, room.height()));
+}
+
+/// The longest hint has its room from the start, so that nothing jumps.
+void OptionsDialog::keep_room_for_hints(int width) {
   lbl_Options_.setText(tr(fit_hint));
-  lbl_Options_.setMinimumHeight(lbl_Options_.heightForWidth(width - 3 * fontMetrics().height()));
+  lbl_Options_.setMinimumHeight(lbl_Options_.heightForWidth(width));
   show_hint(nullptr);
 }
 
@@ -221,7 +253,10 @@ bool OptionsDialog::eventFilter(QObject* watched, QEvent* event) {
   if (is_frame && event->type() == QEvent::Leave) show_hint(nullptr);
   if (event->type() == QEvent::FocusIn) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-    if (reason != Qt::MouseFocusReason && reason != Qt::ActiveWindowFocusReason) show_hint(watched);
+    if (reason != Qt::MouseFocusReason && reason != Qt::ActiveWindowFocusReason) {
+      show_hint(watched);
+      scroller_.ensureWidgetVisible(static_cast<QWidget*>(watched));
+    }
   }
   return QDialog::eventFilter(watched, event);
 }
@@ -235,7 +270,7 @@ Settings OptionsDialog::chosen() const {
   for (std::size_t i = 0; i < digits_boxes.size(); ++i)
     settings.*digits_boxes[i].setting =
         digits_of(from_qt(txt_Digits_[i]->text()), settings.punctuation);
-  settings.Language = cbo_Language_.currentData().toInt();
+  settings.Language = cbo_Language_->currentData().toInt();
   return settings;
 }
 

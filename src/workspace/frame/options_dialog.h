@@ -6,9 +6,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <array>
 #include <functional>
 #include <map>
@@ -44,7 +46,10 @@ class OptionsDialog : public QDialog {
   QWidget* make_language();
   QGroupBox* add_frame(const QString& title, const QString& hint);
   void fill_languages();
+  QWidget* make_content();
+  QDialogButtonBox* make_buttons();
   void lay_out();
+  void keep_room_for_hints(int width);
   void show_hint(const QObject* at);
   Settings chosen() const;
 
@@ -54,7 +59,8 @@ class OptionsDialog : public QDialog {
   std::array<QCheckBox*, 5> chk_Fit_{};
   std::array<QLineEdit*, 4> txt_Digits_{};
   std::array<QCheckBox*, 4> chk_Opt_{};
-  QComboBox cbo_Language_;
+  QComboBox* cbo_Language_ = nullptr;
+  QScrollArea scroller_;
   QLabel lbl_Options_;
   std::map<const QObject*, QString> hints_;  ///< of each frame
 };

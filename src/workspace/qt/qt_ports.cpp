@@ -53,10 +53,12 @@ BoxAnswer answer_of(int button) {
   }
 }
 
-/// "All (*.*)|*.*|Text (*.txt)|*.txt" as a list of Qt's filters.
+/// "All (*.*)|*.*|Text (*.txt)|*.txt" as a list of Qt's filters. Qt would take the "*" behind
+/// the full stop for an extension, give it to the name, and hide files without a full stop.
 QStringList filters_of(const std::string& filter) {
   QStringList filters;
-  const QStringList parts = to_qt(filter).split(u'|');
+  QStringList parts = to_qt(filter).split(u'|');
+  parts.replaceInStrings(QStringLiteral("*.*"), QStringLiteral("*"));
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
     const QString name = parts[i].section(u'(', 0, 0).trimmed();
     filters << QStringLiteral("%1 (%2)").arg(name, QString(parts[i + 1]).replace(u';', u' '));
@@ -71,13 +73,16 @@ QString extension_of(const QString& filter) {
 }
 
 /// The toolkit completes only names without a full stop: "pumps 1.5" has no extension either.
-/// A name is complete that ends in an extension of any kind of file that is offered.
-QString completed_name(const QString& name, const QFileDialog& dialog) {
-  const QString own = extension_of(dialog.selectedNameFilter());
+/// A name is complete that ends in an extension of any kind of file that is offered; of the
+/// kind that has `own_suffix`, only with that.
+QString completed_name(const QString& name, const QFileDialog& dialog, const QString& own_suffix) {
+  const QString chosen = dialog.selectedNameFilter();
+  const QString own = extension_of(chosen);
+  const QStringList kinds = own == own_suffix ? QStringList(chosen) : dialog.nameFilters();
   const bool is_left = own.isEmpty() || !name.section(u'/', -1).contains(u'.');
   if (is_left || QFileInfo(dialog.directory(), name).isDir()) return name;
   static const QRegularExpression any_extension(QStringLiteral("\\*(\\.[^ ;)*]+)"));
-  for (const QString& filter : dialog.nameFilters())
+  for (const QString& filter : kinds)
     for (auto each = any_extension.globalMatch(filter); each.hasNext();)
       if (name.endsWith(each.next().captured(1), Qt::CaseInsensitive)) return name;
   return name + (name.endsWith(u'.') ? own : u'.' + own);
@@ -86,19 +91,26 @@ QString completed_name(const QString& name, const QFileDialog& dialog) {
 /// Completes the name that was typed before the dialog asks whether to replace an old file.
 class NameDialog : public QFileDialog {
  public:
-  using QFileDialog::QFileDialog;
+  NameDialog(QWidget* parent, const FileRequest& request)
+      : QFileDialog(parent, to_qt(request.title)), own_suffix_(to_qt(request.own_suffix)) {}
 
   void accept() override {
     auto* const typed = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    if (typed && acceptMode() == AcceptSave) typed->setText(completed_name(typed->text(), *this));
+    if (typed && acceptMode() == AcceptSave)
+      typed->setText(completed_name(typed->text(), *this, own_suffix_));
     QFileDialog::accept();
   }
+
+ private:
+  QString own_suffix_;
 };
 
 /// A name without an extension gets that of the chosen kind of file: here, before
-/// the dialog asks whether to replace an old one.
+/// the dialog asks whether to replace an old one. A desktop's own dialog would not: what
+/// is saved, and in which form, must not depend on the desktop.
 void prepare_saving(QFileDialog& dialog, const FileRequest& request) {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.ask_before_replacing);
   const QString otherwise = to_qt(request.default_suffix);
   const auto complete = [&dialog, otherwise](const QString& filter) {
@@ -171,7 +183,7 @@ std::optional<std::string> QtPrompts::ask_line(const std::string& title, const s
 }
 
 std::optional<std::string> QtPrompts::choose_file(const FileRequest& request) {
-  NameDialog dialog(owner(), to_qt(request.title));
+  NameDialog dialog(owner(), request);
   const QStringList filters = filters_of(request.filter);
   dialog.setNameFilters(filters);
   dialog.selectNameFilter(filters.value(request.filter_index - 1));
