@@ -300,7 +300,6 @@ void add_compare_command(CLI::App& app, CompareArguments& compare, CompareLists&
   add_doubts(*command, compare.questions);
   add_json(*command, compare.common);
   command->final_callback([&compare, &lists] {
-    compare.questions.ranks = compare.common.ranks;
     compare.questions.choices = compared_choices(lists, compare.questions.slope.has_value());
     require_one_standard_input(compare.common);
     require_slope_of_weibayes(compare.questions);

@@ -17,7 +17,7 @@ std::string json_line(const SetWork& work, const FitReport& report, const Compar
 }
 
 ExitCode compare_set(const CompareArguments& arguments, SetWork& work) {
-  work.rank(arguments.common.ranks, false);
+  work.rank(false);
   if (work.fault) return tell_fault(work, arguments.common.json);
   tell_suspensions_left_out(work.subject(), work.sample, arguments.questions);
   work.answer(arguments.questions);
