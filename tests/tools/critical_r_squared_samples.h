@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "analyses/critical_r_squared.h"
+
 namespace tavlo::test {
 
 struct SimulatedNode {
@@ -15,13 +17,14 @@ struct SimulatedNode {
 };
 
 /// r squared of so many samples, ascending.
-std::vector<double> simulated_r_squared(const SimulatedNode& node, int samples, std::uint64_t seed);
+std::vector<double> simulated_r_squared(const SimulatedNode& node, std::size_t samples,
+                                        std::uint64_t seed);
 
-/// How far samples agree with fd_Ccc2, in standard errors of the simulation.
-struct Agreement {
-  double critical = 0;    ///< of the share below the critical value, of 10 %
-  double percentile = 0;  ///< largest of the share up to a percentile, of that percentile
-};
-Agreement agreement(const SimulatedNode& node, const std::vector<double>& r_squared);
+/// The program's answer for a sample of the node.
+CriticalRSquared table_value(const SimulatedNode& node, double r_squared);
+
+/// By how many standard errors of the simulation the share of samples up to a percentile of the
+/// program differs from it at most, over percentiles from 1 to 99 %.
+double largest_difference(const SimulatedNode& node, const std::vector<double>& r_squared);
 
 }  // namespace tavlo::test
