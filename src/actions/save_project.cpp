@@ -25,15 +25,28 @@ std::string suggested_path(const Session& session) {
   return path.empty() ? project_title(session) + ".tavlo" : path;
 }
 
+/// The project's own file keeps its name, whatever that ends in.
+bool is_own_file(const Session& session, const std::string& path) {
+  return !path.empty() && path == present_work(session).path;
+}
+
+/// The dialog completes names by the first kind of file; the last leaves them alone.
+int filter_of(const std::string& suggestion) {
+  constexpr int project = 1, all = 4;
+  return suggestion.ends_with(".tavlo") ? project : all;
+}
+
 /// Kept on purpose: No to the question saves all the same, as those who wrote scripts and
 /// handbooks for it know. The file that was there is kept as `name~`.
 std::string name_to_save(Session& session) {
+  const std::string suggestion = suggested_path(session);
   const auto name = session.ports.prompts.choose_file({.title = "Save Project",
                                                        .filter = save_filter,
+                                                       .filter_index = filter_of(suggestion),
                                                        .saving = true,
                                                        .ask_before_replacing = false,
                                                        .own_suffix = "tavlo",
-                                                       .suggestion = suggested_path(session)});
+                                                       .suggestion = suggestion});
   if (!name || name->empty()) return {};
   if (!session.ports.file_system.exists(*name)) return *name;
   const Box question = {"Overwrite File?", *name + " exists.  Do you want to overwrite the file?",
@@ -110,7 +123,7 @@ bool save_project_as(Session& session, const std::string& path) {
 bool save_project(Session& session, int data_index) {
   const std::string path = name_to_save(session);
   if (path.empty()) return false;
-  if (!is_data_file_name(path)) return save_project_as(session, path);
+  if (!is_data_file_name(path) || is_own_file(session, path)) return save_project_as(session, path);
   export_data(session, data_index, path);
   return !is_unsaved(session);
 }

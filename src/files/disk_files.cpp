@@ -64,6 +64,7 @@ FileFault fault_of(int error) {
 }
 
 FileResult system_fault(const char* prefix, int error) {
+  if (error == ELOOP) return {FileFault::device_error, "this link leads back to itself"};
   switch (fault_of(error)) {
     case FileFault::not_found: return {FileFault::not_found, "there is no such file or folder"};
     case FileFault::no_permission:

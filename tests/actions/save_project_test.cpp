@@ -56,5 +56,30 @@ TEST(SaveProject, AnyFileOperationMayFail) {
   EXPECT_EQ(failed, 1);  // the one that replaces the file and keeps it
 }
 
+// A file says of each set of which kind its ranks are: a line through others is out of date there.
+TEST(SaveProject, AFileHoldsNoFitOfTheOtherKindOfRanks) {
+  SaveWorld world;
+  FitResult& fit = world.session.project.fits(1).Fits(1);
+  for (const RankKind kind : {RankKind::exact, RankKind::benard}) {
+    fit.request.ranks = kind;
+    ProjectBytes bytes;
+    Project read;
+    ASSERT_FALSE(write_project(world.session.project, bytes));
+    ASSERT_FALSE(read_project(bytes.bytes, read));
+    EXPECT_EQ(read.fits(1).Fits(1).Status == FitStatus::calculated,
+              kind == world.session.project.data(1).reading.ranks());
+  }
+}
+
+// Whatever the project's own file is called, it is saved there as a project.
+TEST(SaveProject, AProjectKeepsTheNameOfItsFile) {
+  SaveWorld world;
+  ASSERT_TRUE(save_project_as(world.session, "/data/pumps.txt"));
+  world.prompts.expect_file("Save Project", "/data/pumps.txt");
+  ASSERT_TRUE(save_project(world.session, 1));
+  Project read;
+  EXPECT_FALSE(read_project(world.files.files.at("/data/pumps.txt"), read));
+}
+
 }  // namespace
 }  // namespace tavlo

@@ -120,6 +120,7 @@ class Maker {
     FitRequest request;
     request.model = model.code;
     request.method = static_cast<std::int16_t>(random.whole(0, 2));
+    request.ranks = data.reading.ranks();
     request.censored = has_censored_choice(request.model, request.method) && random.chance(0.5);
     Fit made;
     made.life.model = model.code;
