@@ -263,10 +263,12 @@ std::vector<FitRequest> requests_with(Desk& desk, std::span<const std::int16_t> 
   return requests;
 }
 
-/// Answers the requests, one after another; the slot of the last that has a fit, or 0.
+/// Answers the requests, one after another; the slot of the last that has a fit, or 0. Escape
+/// ends them all.
 int answer_requests(Desk& desk, std::span<const FitRequest> requests) {
   int last = 0;
   for (const FitRequest& request : requests) {
+    if (desk.session.ports.progress.stop_wanted()) break;
     desk.panel().remark.clear();
     if (const int slot = answer_request(desk, request).slot) last = slot;
   }
