@@ -37,6 +37,7 @@ INNER["chart"]["metafile"] = {"record", "metafile"}  # beside the composition: a
 OUTSIDE = {
     "fit": ["oneapi/tbb/"],
     "files": ["csv.h"],
+    "analyses": ["boost/math/"],
     "painter": ["Q"],
     "cli": ["CLI/", "nlohmann/", "simdjson.h", "oneapi/tbb/"],
     "workspace": ["Q"],

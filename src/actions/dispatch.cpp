@@ -193,6 +193,12 @@ FitRequest request_for(const Session& session, int fit_index, const Model& model
   return request;
 }
 
+bool tell_missing_data(Session& session, int data_index) {
+  if (has_data(session, data_index)) return false;
+  AppendLog(session, "Please enter data for set # " + std::to_string(data_index) + "\n", false);
+  return true;
+}
+
 struct Wish {
   int data_index;
   int fit_index;
@@ -209,9 +215,7 @@ void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
     desk.prompts().show(unknown_model_box(model_code));
     return;
   }
-  if (!has_data(session, wish.data_index))
-    return AppendLog(
-        session, "Please enter data for set # " + std::to_string(wish.data_index) + "\n", false);
+  if (tell_missing_data(session, wish.data_index)) return;
   FitRequest request = request_for(session, wish.fit_index, *model, wish.method_code);
   if (model->fixes_slope() && !complete_with_slope(desk, *model, request)) return;
   model_code = request.model;
@@ -220,6 +224,55 @@ void fit_data(Session& session, const Wish& wish, std::int16_t& model_code) {
   if (wish.draw) follow_on_charts(session, wish.fit_index, outcome.slot);
   if (wish.report && outcome.calculated)
     PostFitLog(session, outcome.slot, wish.data_index, wish.fit_index);
+}
+
+/// The model's request as the settings are now; nothing without a slope. One that the set holds
+/// keeps its slope.
+std::optional<FitRequest> request_of_model(Desk& desk, const Model& model,
+                                           std::int16_t method_code) {
+  FitRequest request = request_for(desk.session, desk.fit_index, model, method_code);
+  if (!model.fixes_slope()) return request;
+  const int slot = find_slot(desk.fits(), request);
+  if (slot > 0) request.slope = desk.fits().Fits(slot).request.slope;
+  if (model.fixed_slope > 0) request.slope = model.fixed_slope;
+  if (!request.slope && !complete_with_slope(desk, model, request)) return std::nullopt;
+  return request;
+}
+
+bool asks_for_the_same_fit(const FitRequest& a, const FitRequest& b) {
+  return a.model == b.model && a.method == b.method && a.censored == b.censored;
+}
+
+/// What the set holds, and what is asked for in its place or behind it.
+std::vector<FitRequest> requests_with(Desk& desk, std::span<const std::int16_t> models,
+                                      std::int16_t method_code) {
+  std::vector<FitRequest> requests;
+  for (int k = 1; k <= desk.fits().nFits; ++k) requests.push_back(desk.fits().Fits(k).request);
+  for (const std::int16_t code : models) {
+    const Model* const model = find_model(code);
+    const auto wanted = model ? request_of_model(desk, *model, method_code) : std::nullopt;
+    if (!wanted) continue;
+    const auto same = std::find_if(
+        requests.begin(), requests.end(),
+        [&](const FitRequest& request) { return asks_for_the_same_fit(request, *wanted); });
+    if (same == requests.end())
+      requests.push_back(*wanted);
+    else
+      *same = *wanted;
+  }
+  return requests;
+}
+
+/// Answers the requests, one after another; the slot of the last that has a fit, or 0. Escape
+/// ends them all.
+int answer_requests(Desk& desk, std::span<const FitRequest> requests) {
+  int last = 0;
+  for (const FitRequest& request : requests) {
+    if (desk.session.ports.progress.stop_wanted()) break;
+    desk.panel().remark.clear();
+    if (const int slot = answer_request(desk, request).slot) last = slot;
+  }
+  return last;
 }
 
 constexpr const char* place = "Fit_Distribution routine:";
@@ -237,11 +290,17 @@ void Fit_Distribution(Session& session, int data_index, int fit_index, std::int1
 void refit_all(Session& session, int data_index, int fit_index) {
   guarded(session.errors, error_words(prefix, place), [&] {
     Desk desk(session, data_index, fit_index);
-    for (int k = 1; k <= desk.fits().nFits; ++k) {
-      desk.panel().remark.clear();
-      const FitRequest request = desk.fits().Fits(k).request;
-      answer_request(desk, request);
-    }
+    answer_requests(desk, requests_with(desk, {}, method_code::x_on_y));
+  });
+}
+
+void fit_models(Session& session, int data_index, int fit_index,
+                std::span<const std::int16_t> models, std::int16_t method_code) {
+  guarded(session.errors, error_words(prefix, place), [&] {
+    Desk desk(session, data_index, fit_index);
+    if (tell_missing_data(session, data_index)) return;
+    const int last = answer_requests(desk, requests_with(desk, models, method_code));
+    if (last > 0) follow_on_charts(session, fit_index, last);
   });
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "project/session.h"
 
@@ -20,6 +21,12 @@ void Fit_Distribution(Session& session, int data_index, int fit_index, std::int1
 /// nothing that a request says, and writes no log. A fit that is refused stays as it was,
 /// out of date.
 void refit_all(Session& session, int data_index, int fit_index);
+
+/// Fits the models by one method, with the settings as they are now, and answers the requests
+/// of all other fits of the set. Asks for the slope of a Weibayes that the set does not hold. The
+/// charts follow the last fit; no log is written. A model without data is told in the log.
+void fit_models(Session& session, int data_index, int fit_index,
+                std::span<const std::int16_t> models, std::int16_t method_code);
 
 /// Shows a fit that stands, with what there is to know of it, as the answer to the panel.
 void show_again(Session& session, int data_index, int fit_index, int slot);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "actions/busy_panel.h"
+#include "actions/compare.h"
 #include "actions/dispatch.h"
 #include "actions/read_rows.h"
 #include "actions/reports.h"
@@ -32,33 +34,6 @@ void list_short_set(Session& session, const DataSet& data) {
   if (line.size() >= 2) line.resize(line.size() - 2);
   AppendLog(session, data.Title + "\n" + line + "\n", false);
 }
-
-/// The busy flag and the caption of the button, for as long as it lives.
-class BusyPanel {
- public:
-  BusyPanel(Session& session, int fit_index) : session_(session), index_(fit_index) {
-    session_.fitting.told.emplace();
-    session_.gFitForm(index_)->busy = true;
-    show_caption(language_text::working);
-  }
-  ~BusyPanel() {
-    session_.fitting.told.reset();
-    session_.gFitForm(index_)->busy = false;
-    show_caption(language_text::calculate);
-    const std::string& remark = session_.gFitForm(index_)->remark;
-    session_.ports.views.status(remark.empty() ? "Ready" : "Ready.  " + remark);
-  }
-  BusyPanel(const BusyPanel&) = delete;
-  BusyPanel& operator=(const BusyPanel&) = delete;
-
- private:
-  void show_caption(std::size_t text) {
-    session_.ports.views.fit_button_caption(index_, button_caption(session_.LanguageText, text));
-  }
-
-  Session& session_;
-  int index_;
-};
 
 /// The slot that answers what the panel asks for, whatever its slope; 0 when none does.
 int answering_slot(const Session& session, const FitPanel& panel) {
@@ -109,7 +84,9 @@ void CheckAndFit(Session& session, int fit_index) {
     show_again(session, panel.data_index, fit_index, slot);
     return PostFitLog(session, slot, panel.data_index, fit_index);
   }
+  const int fits_before = session.project.fits(fit_index).nFits;
   Fit_Distribution(session, panel.data_index, fit_index, panel.nModel, panel.nMethod, true, true);
+  if (session.project.fits(fit_index).nFits > fits_before) Dist_Summary(session, fit_index, false);
 }
 
 }  // namespace tavlo

@@ -12,8 +12,9 @@ namespace tavlo {
 /// nothing to calculate from then.
 bool CheckDirtyData(Session& session, int data_index, bool& clean);
 
-/// The action of the panel's button: intake, fit, report. Does nothing while
-/// busy; without a model it asks for one in the log.
+/// The action of the panel's button: intake, fit, report, and of a fit that is new to its set
+/// the table of all of them. Does nothing while busy; without a model it asks for one in the
+/// log.
 void CheckAndFit(Session& session, int fit_index);
 
 }  // namespace tavlo

@@ -230,17 +230,19 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
   });
 }
 
+void fill_fit_grid(Session& session, int fit_index, Grid& grid) {
+  const FitSet& fits = session.project.fits(fit_index);
+  const DataSet& data = data_of(session, fit_index);
+  grid.set_rows(1);
+  load_headings(fits, grid);
+  for (int k = 1; k <= fits.nFits; ++k)
+    for (int row = 1; row <= last_row(fits.Fits(k)); ++row)
+      load_row(session, fits, data, k, row, grid);
+}
+
 void Load_Fit(Session& session, int fit_index) {
-  guarded(session.errors, error_words("Display fit error: ", "Load_Fit routine:"), [&] {
-    const FitSet& fits = session.project.fits(fit_index);
-    const DataSet& data = data_of(session, fit_index);
-    Grid& grid = session.gFitForm(fit_index)->grd_Fit;
-    grid.set_rows(1);
-    load_headings(fits, grid);
-    for (int k = 1; k <= fits.nFits; ++k)
-      for (int row = 1; row <= last_row(fits.Fits(k)); ++row)
-        load_row(session, fits, data, k, row, grid);
-  });
+  guarded(session.errors, error_words("Display fit error: ", "Load_Fit routine:"),
+          [&] { fill_fit_grid(session, fit_index, session.gFitForm(fit_index)->grd_Fit); });
   session.ports.views.fit_grid_changed(fit_index);
 }
 

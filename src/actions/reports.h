@@ -11,6 +11,9 @@ namespace tavlo {
 /// Writes the log entry of a fit; a slot below 1 means the last one.
 void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index);
 
+/// Fills a grid with the fits of gFit(fit_index), as a person reads them.
+void fill_fit_grid(Session& session, int fit_index, Grid& grid);
+
 /// Builds the fit grid of gFitForm(fit_index) anew and tells the views.
 void Load_Fit(Session& session, int fit_index);
 

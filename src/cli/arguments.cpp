@@ -243,6 +243,69 @@ void add_rank_command(CLI::App& app, RankArguments& rank) {
   command->final_callback([&rank] { require_one_standard_input(rank.common); });
 }
 
+/// What `compare` is asked for while the options come in any order.
+struct CompareLists {
+  std::vector<const Model*> models;  ///< empty: all that have a routine
+  const Method* method = find_method(method_code::x_on_y);
+};
+
+/// All models that a method has a routine for; a Weibayes where its slope is given.
+std::vector<const Model*> comparable_models(const Method& method, bool slope_given) {
+  const bool likelihood = method.code == method_code::mle;
+  const std::string names =
+      likelihood ? "W2P,W3T,W4P,W5C,W7P,E,R" : "W2P,W3T,W4P,W5C,W7P,E,R,N,LN,G-,G+";
+  return parse_models(names + (slope_given ? ",Wb" : ""));
+}
+
+/// Each model once, and with likelihoods the base of their test ahead of the others.
+std::vector<FitChoice> compared_choices(const CompareLists& lists, bool slope_given) {
+  std::vector<const Model*> wanted =
+      lists.models.empty() ? comparable_models(*lists.method, slope_given) : lists.models;
+  const Model* const base = find_model(model_code::weibull2);
+  const bool base_is_missing = std::find(wanted.begin(), wanted.end(), base) == wanted.end();
+  if (lists.method->code == method_code::mle && base_is_missing)
+    wanted.insert(wanted.begin(), base);
+  std::vector<FitChoice> choices;
+  for (auto model = wanted.begin(); model != wanted.end(); ++model)
+    if (std::find(wanted.begin(), model, *model) == model)
+      choices.push_back({*model, lists.method});
+  return choices;
+}
+
+void add_compare_choices(CLI::App& app, CompareLists& lists) {
+  const auto take_method = [&lists](const std::string& text) {
+    const std::vector<const Method*> methods = parse_methods(text);
+    if (methods.size() > 1) throw CLI::ValidationError("--method takes one method");
+    lists.method = methods.front();
+  };
+  add_text(app, "--method", take_method,
+           "rr regression X on Y (default), mle maximum likelihood, rrs regression Y on X", "M");
+  add_text(
+      app, "--models,--model",
+      [&lists](const std::string& text) { lists.models = parse_models(text); },
+      "Models, by name (W2P) or code (all that the method fits; Wb where --slope is given)",
+      "M,...");
+}
+
+void add_compare_command(CLI::App& app, CompareArguments& compare, CompareLists& lists) {
+  CLI::App* const command =
+      app.add_subcommand("compare", "Fit many models by one method, and tell the best");
+  command->footer(
+      "By mle each richer Weibull is tested against W2P, which is always among the models.");
+  add_files(*command, compare.common);
+  add_compare_choices(*command, lists);
+  add_slope(*command, compare.questions);
+  add_reading(*command, compare.common);
+  add_ranks(*command, compare.common);
+  add_doubts(*command, compare.questions);
+  add_json(*command, compare.common);
+  command->final_callback([&compare, &lists] {
+    compare.questions.choices = compared_choices(lists, compare.questions.slope.has_value());
+    require_one_standard_input(compare.common);
+    require_slope_of_weibayes(compare.questions);
+  });
+}
+
 /// The fits of `chart` while the options come in any order.
 struct ChartFits {
   FitQuestions each;  ///< what is asked of every file
@@ -367,7 +430,7 @@ void require_command(const CLI::App& app, int argc, const char* const* argv) {
   const auto is_first = [&first](const CLI::App* command) { return command->get_name() == first; };
   if (first.starts_with('-') || !app.get_subcommands(is_first).empty()) return;
   throw CLI::ValidationError(
-      first.empty() ? "a command is required (fit, rank, chart, convert, sample, batch)"
+      first.empty() ? "a command is required (fit, rank, compare, chart, convert, sample, batch)"
                     : "there is no command '" + first + "'");
 }
 
@@ -391,10 +454,13 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   FitArguments fit;
   FitLists lists;
   RankArguments rank;
+  CompareArguments compare;
+  CompareLists compare_lists;
   ChartArguments chart;
   ChartFits chart_fits;
   add_fit_command(app, fit, lists);
   add_rank_command(app, rank);
+  add_compare_command(app, compare, compare_lists);
   BatchArguments batch;
   add_chart_command(app, chart, chart_fits);
   ConvertArguments convert;
@@ -411,6 +477,7 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   }
   if (app.got_subcommand("fit")) return Command(fit);
   if (app.got_subcommand("rank")) return Command(rank);
+  if (app.got_subcommand("compare")) return Command(compare);
   if (app.got_subcommand("convert")) return Command(convert);
   if (app.got_subcommand("batch")) return Command(batch);
   if (app.got_subcommand("sample")) return Command(sample);

@@ -58,6 +58,12 @@ struct FitArguments {
   PixelSize size;
 };
 
+/// One method for all models; the base of the likelihood-ratio test is among them.
+struct CompareArguments {
+  CommonArguments common;
+  FitQuestions questions;
+};
+
 struct RankArguments {
   CommonArguments common;
 };
@@ -82,8 +88,8 @@ struct BatchArguments {
   int jobs = 0;  ///< lines at work at the same time; 0 is one for each core
 };
 
-using Command = std::variant<FitArguments, RankArguments, ChartArguments, ConvertArguments,
-                             BatchArguments, SampleArguments>;
+using Command = std::variant<FitArguments, RankArguments, CompareArguments, ChartArguments,
+                             ConvertArguments, BatchArguments, SampleArguments>;
 
 /// The command; or, when help was given or the usage was wrong, which has been
 /// said already, the code to end with.

@@ -9,6 +9,7 @@ namespace tavlo::cli {
 
 ExitCode run(const FitArguments& arguments);
 ExitCode run(const RankArguments& arguments);
+ExitCode run(const CompareArguments& arguments);
 ExitCode run(const ChartArguments& arguments);
 ExitCode run(const ConvertArguments& arguments);
 ExitCode run(const BatchArguments& arguments);

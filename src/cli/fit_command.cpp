@@ -44,12 +44,7 @@ class FitRun {
   }
 
   void tell_suspensions_left_out(const SetWork& work) const {
-    for (const FitChoice& choice : arguments_.questions.choices) {
-      const FitRequest request = request_of(choice, arguments_.questions);
-      if (!leaves_suspensions_out(work.sample, request)) continue;
-      return complain(work.subject() + ": warning: suspensions are left out of the likelihood of " +
-                      command_name(*choice.model) + " (--censored takes them in)");
-    }
+    cli::tell_suspensions_left_out(work.subject(), work.sample, arguments_.questions);
   }
 
   void tell(SetWork& work) {

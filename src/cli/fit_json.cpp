@@ -2,7 +2,6 @@
 
 #include "cli/fit_report.h"
 #include "cli/output.h"
-#include "cli/words.h"
 #include "life/parameter_names.h"
 #include "life/shown_parameters.h"
 #include "project/fit_records.h"
@@ -13,14 +12,6 @@ namespace {
 
 WordContext context_of(const FitReport& report, const FitOutcome& outcome) {
   return {*outcome.choice.model, report.mode_names, report.sample.total_failures};
-}
-
-void add_optional(JsonText& json, const char* key, const std::optional<double>& value) {
-  json.key(key);
-  if (value)
-    json.number(*value);
-  else
-    json.null();
 }
 
 void add_refusal(JsonText& json, const FitWords& words) {
@@ -96,35 +87,16 @@ bool add_answers(JsonText& json, const FitQuestions& questions, const Life& life
   return all_reached;
 }
 
-void add_note(JsonText& json, const FitWords& words) {
-  json.open('{').key("code").string(words.code).key("text").string(words.text).close('}');
-}
-
-void add_notes(JsonText& json, const FitReport& report, const FitOutcome& outcome,
-               bool all_reached) {
-  const std::vector<Note>& notes = outcome.answer.notes;
-  if (notes.empty() && all_reached) return;
-  json.key("notes").open('[');
-  for (const Note& note : notes) add_note(json, words_of(note, context_of(report, outcome)));
-  if (!all_reached) add_note(json, words_of_unreached());
-  json.close(']');
-}
-
 void add_fit(JsonText& json, const FitReport& report, const FitOutcome& outcome, const Fit& fit) {
-  // By failure mode each mode has a quality of its own, and the whole has none.
-  const bool one_kind = outcome.choice.model->family != Family::none;
-  const bool likelihood = outcome.request.method == method_code::mle;
-  const std::optional<double> quality = fit.quality;
-  const std::optional<double> none;
   json.key("status").integer(1);
-  add_optional(json, "quality", one_kind ? quality : none);
-  add_optional(json, "r_squared", one_kind && !likelihood ? quality : none);
-  add_optional(json, "log_likelihood", one_kind && likelihood ? quality : none);
+  add_quality(json, outcome);
   if (fit.starts) add_starts(json, *fit.starts);
   if (fit.proof) add_proof(json, *fit.proof);
   add_rows(json, report, outcome, fit);
   const bool all_reached = add_answers(json, report.questions, fit.life);
-  add_notes(json, report, outcome, all_reached);
+  std::vector<FitWords> notes = notes_of(report, outcome);
+  if (!all_reached) notes.push_back(words_of_unreached());
+  add_notes(json, notes);
 }
 
 void add_outcome(JsonText& json, const FitReport& report, const FitOutcome& outcome) {
@@ -137,10 +109,41 @@ void add_outcome(JsonText& json, const FitReport& report, const FitOutcome& outc
   if (const Fit* const fit = outcome.answer.fit()) {
     add_fit(json, report, outcome, *fit);
   } else {
-    add_refusal(json, words_of(*outcome.answer.refusal(), context_of(report, outcome)));
-    add_notes(json, report, outcome, true);
+    add_refusal(json, report, outcome);
+    add_notes(json, notes_of(report, outcome));
   }
   json.close('}');
+}
+
+}  // namespace
+
+void add_optional(JsonText& json, const char* key, const std::optional<double>& value) {
+  json.key(key);
+  if (value)
+    json.number(*value);
+  else
+    json.null();
+}
+
+void add_quality(JsonText& json, const FitOutcome& outcome) {
+  const bool likelihood = outcome.request.method == method_code::mle;
+  const std::optional<double> quality = quality_of(outcome);
+  const std::optional<double> none;
+  add_optional(json, "quality", quality);
+  add_optional(json, "r_squared", likelihood ? none : quality);
+  add_optional(json, "log_likelihood", likelihood ? quality : none);
+}
+
+void add_refusal(JsonText& json, const FitReport& report, const FitOutcome& outcome) {
+  add_refusal(json, words_of(*outcome.answer.refusal(), context_of(report, outcome)));
+}
+
+void add_notes(JsonText& json, const std::vector<FitWords>& notes) {
+  if (notes.empty()) return;
+  json.key("notes").open('[');
+  for (const FitWords& words : notes)
+    json.open('{').key("code").string(words.code).key("text").string(words.text).close('}');
+  json.close(']');
 }
 
 void add_messages(JsonText& json, const FitReport& report) {
@@ -155,7 +158,12 @@ void add_messages(JsonText& json, const FitReport& report) {
   json.close(']');
 }
 
-}  // namespace
+std::vector<FitWords> notes_of(const FitReport& report, const FitOutcome& outcome) {
+  std::vector<FitWords> notes;
+  for (const Note& note : outcome.answer.notes)
+    notes.push_back(words_of(note, context_of(report, outcome)));
+  return notes;
+}
 
 void add_totals(JsonText& json, const Sample& sample) {
   json.key("units").number(sample.total_failures + sample.total_suspensions);
@@ -169,6 +177,15 @@ void add_fits(JsonText& json, const FitReport& report) {
   for (const FitOutcome& outcome : report.outcomes) add_outcome(json, report, outcome);
   json.close(']');
   add_messages(json, report);
+}
+
+void tell_suspensions_left_out(const std::string& subject, const Sample& sample,
+                               const FitQuestions& questions) {
+  for (const FitChoice& choice : questions.choices) {
+    if (!leaves_suspensions_out(sample, request_of(choice, questions))) continue;
+    return complain(subject + ": warning: suspensions are left out of the likelihood of " +
+                    command_name(*choice.model) + " (--censored takes them in)");
+  }
 }
 
 void tell_messages(const std::string& subject, const FitReport& report) {

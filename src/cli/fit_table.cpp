@@ -5,7 +5,6 @@
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/totals_line.h"
-#include "cli/words.h"
 #include "life/parameter_names.h"
 #include "life/shown_parameters.h"
 #include "numerics/number_text.h"
@@ -117,13 +116,12 @@ void add_fit(TextTable& table, std::size_t columns, const FitReport& report,
 std::string remarks(const FitReport& report, const FitOutcome& outcome) {
   const std::string start = "  " + fit_name(outcome) + ": ";
   const Fit* const fit = outcome.answer.fit();
-  const WordContext context{*outcome.choice.model, report.mode_names, report.sample.total_failures};
-  std::string lines;
   const bool likelihood = outcome.request.method == method_code::mle;
+  std::string lines;
   if (fit && fit->starts)
     lines += start + starts_words(*fit->starts, fit->proof, likelihood) + "\n";
-  for (const Note& note : outcome.answer.notes)
-    lines += start + shown_text(words_of(note, context).text) + "\n";
+  for (const FitWords& note : notes_of(report, outcome))
+    lines += start + shown_text(note.text) + "\n";
   return lines;
 }
 

@@ -74,6 +74,12 @@ bool leaves_suspensions_out(const Sample& sample, const FitRequest& request) {
          has_censored_choice(request.model, request.method);
 }
 
+std::optional<double> quality_of(const FitOutcome& outcome) {
+  const Fit* const fit = outcome.answer.fit();
+  if (!fit || outcome.choice.model->family == Family::none) return std::nullopt;
+  return fit->quality;
+}
+
 bool all_made(const std::vector<FitOutcome>& outcomes) {
   return std::all_of(outcomes.begin(), outcomes.end(),
                      [](const FitOutcome& outcome) { return outcome.answer.fit() != nullptr; });

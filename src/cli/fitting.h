@@ -1,6 +1,7 @@
 // Fitting: the answers to what is asked of one set of data, all its fits at the same time.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,10 @@ std::vector<FitOutcome> fit_all(const Sample& sample, const FitQuestions& questi
 
 /// True for a likelihood that has left the sample's suspensions out.
 bool leaves_suspensions_out(const Sample& sample, const FitRequest& request);
+
+/// r squared or ln L of the fit; nothing where it was refused, and by failure mode, where each
+/// mode has a quality of its own.
+std::optional<double> quality_of(const FitOutcome& outcome);
 
 /// True when every fit was made.
 bool all_made(const std::vector<FitOutcome>& outcomes);

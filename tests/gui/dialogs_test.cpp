@@ -102,6 +102,23 @@ TEST_F(DialogsByKeys, OptionsActAtOnceAndCancelChangesNothing) {
   EXPECT_TRUE(wait_until([&] { return !session().project.data(1).is_read(); })) << "other ranks";
 }
 
+TEST_F(DialogsByKeys, ModelsAreComparedInTheLogAndTakenBack) {
+  type_handbook_example();
+  const std::string before = log();
+  ask_for({"alt+a", "d"}, "frm_Dist");
+  EXPECT_TRUE(widget("opt_Meth_0").property("checked").toBool());
+  toggle("alt+m", "opt_Meth_1");
+  EXPECT_FALSE(widget("chk_Model_7").isEnabled()) << "the base";
+  toggle("alt+t", "chk_Model_8");
+  toggle("alt+4", "chk_Model_10");
+  close_with("Return", "frm_Dist");
+  ASSERT_TRUE(wait_until([&] { return log().find("LR Test") != std::string::npos; }));
+  EXPECT_TRUE(wait_until([&] { return window.windows().active_block() == Block::log; }));
+  person.press({"ctrl+z"});
+  EXPECT_TRUE(wait_until([&] { return log() == before; })) << log();
+  EXPECT_EQ(session().project.fits(1).nFits, 0);
+}
+
 TEST_F(DialogsByKeys, AForeignTableIsImportedByChoosingItsColumnsAndTakenBack) {
   const QTemporaryDir folder;
   const std::string path = write(folder, "Pumpen.csv",

@@ -217,7 +217,7 @@ Rows analysis_commands(MainWindow& frame) {
   return {
       {{101, analysis, "&Calculate Fit", "Alt+C"},
        {.name = "Calculate", .run = [&] { frame.calculate(); }}},
-      {{34, analysis, "&Distribution Analysis"}},
+      {{34, analysis, "&Distribution Analysis"}, {.run = [&] { frame.compare_models(); }}},
       {{49, analysis, "&3 Parameter"}},
       {{50, analysis, "&Weibayes"}},
       {{35, "&Tools", "&Fit Wizard"}},

@@ -22,6 +22,7 @@
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
 #include "painter/clipboard_forms.h"
+#include "workspace/fit/comparison_dialog.h"
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
@@ -283,6 +284,12 @@ void MainWindow::paste() {
 void MainWindow::leave() { QTimer::singleShot(0, this, &QWidget::close); }
 
 void MainWindow::calculate() { CheckAndFit(session_, windows_.current_index()); }
+
+void MainWindow::compare_models() {
+  ComparisonDialog::run(
+      session_, program_.commands, windows_.current_index(),
+      [this] { windows_.bring_to_front(QStringLiteral("L1")); }, this);
+}
 
 void MainWindow::delete_fit() {
   const int panel = windows_.focused_panel();

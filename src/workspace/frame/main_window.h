@@ -63,6 +63,7 @@ class MainWindow : public QMainWindow {
   void copy();
   void paste();
   void calculate();
+  void compare_models();
   void delete_fit();
   void delete_record();
   std::string deletable_record();

@@ -1,0 +1,265 @@
+#include "actions/compare.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "actions/busy_panel.h"
+#include "actions/dispatch.h"
+#include "actions/intake.h"
+#include "actions/reports.h"
+#include "analyses/comparison.h"
+#include "numerics/number_text.h"
+#include "project/fit_records.h"
+#include "project/rtf_table.h"
+#include "project/rtf_writer.h"
+
+namespace tavlo {
+
+namespace {
+
+constexpr const char* line_end = "\\par ";
+
+constexpr std::array<ComparedModel, 15> models_in_boxes = {{
+    {"&Normal", model_code::normal},
+    {"&Log Normal", model_code::lognormal},
+    {"&Gumbel -", model_code::gumbel_lower},
+    {"Gumbel +", model_code::gumbel_upper},
+    {"Rayleigh", model_code::rayleigh},
+    {"Exponential", model_code::exponential},
+    {"Weibayes", model_code::weibayes},
+    {"&2 Par Weibull", model_code::weibull2},
+    {"3&T Weibull ", model_code::weibull3},
+    {"3&B Batch Mixture", model_code::weibull_batch},
+    {"&4 Competing Risk", model_code::weibull4},
+    {"5&C Competing Risk Mixture", model_code::weibull5c},
+    {"5&X Exclusive Or Mixture", model_code::weibull5x},
+    {"&7 Par Weibull Bathtub Mixture", model_code::weibull7},
+    {"By &Failure Mode", model_code::by_failure_mode},
+}};
+
+/// A record of a file need not say in its request what it holds.
+FitRequest request_of(const FitResult& fit) {
+  FitRequest request = fit.request;
+  request.model = fit.ModelCode;
+  request.method = fit.Method;
+  return request;
+}
+
+/// The fits of a set, compared by what its grid shows of them.
+class FitTable {
+ public:
+  FitTable(Session& session, int index)
+      : fits_(session.project.fits(index)),
+        data_(session.project.data(data_of_fits(session.project, index))),
+        first_rows_(static_cast<std::size_t>(fits_.nFits) + 1) {
+    fill_fit_grid(session, index, grid_);
+    for (int row = 1; row < grid_.rows(); ++row)
+      if (const GridFit at = fit_at(session, index, row); at.is_first_row)
+        first_rows_[static_cast<std::size_t>(at.slot)] = row;
+    std::vector<ComparedFit> compared;
+    for (int slot = 1; slot <= fits_.nFits; ++slot)
+      compared.push_back({request_of(fits_.Fits(slot)), quality(slot)});
+    comparison_ = compare(data_.sample(), compared);
+  }
+
+  const Grid& grid() const { return grid_; }
+  const std::optional<Winner>& winner() const { return comparison_.winner; }
+  std::string label(int slot) const { return short_label(request_of(fits_.Fits(slot))); }
+
+  /// Calls `take(slot, row of the grid or 0, what was found)` for each fit.
+  template <class Take>
+  void for_each_fit(Take take) const {
+    for (int slot = 1; slot <= fits_.nFits; ++slot)
+      take(slot, first_row(slot), comparison_.rows[static_cast<std::size_t>(slot) - 1]);
+  }
+
+ private:
+  int first_row(int slot) const { return first_rows_[static_cast<std::size_t>(slot)]; }
+
+  /// A likelihood counts with all its digits, r squared as the grid shows it.
+  std::optional<double> quality(int slot) const {
+    const FitResult& fit = fits_.Fits(slot);
+    if (!is_current(fit, data_) || first_row(slot) == 0) return std::nullopt;
+    if (fit.Method == method_code::mle) return fit.Quality;
+    return parse_number(grid_.text(first_row(slot), fit_column::quality));
+  }
+
+  const FitSet& fits_;
+  const DataSet& data_;
+  Grid grid_{1, fit_column::count};
+  std::vector<int> first_rows_;  ///< by slot; 0 for a record without rows
+  Comparison comparison_;
+};
+
+std::string percent(double chance) { return format_number(chance, "00.00%"); }
+
+std::string test_cell(const ComparedRow& row) {
+  switch (row.test) {
+    case RatioTest::base: return "Base";
+    case RatioTest::contained: return "  ? ";
+    case RatioTest::tested: return percent(row.chance);
+    case RatioTest::none:
+    case RatioTest::incommensurate: break;
+  }
+  return "  - ";
+}
+
+std::vector<std::string> added_cells(const ComparedRow& row, bool lr_test) {
+  if (lr_test) return {test_cell(row)};
+  if (!row.straightness) return {"", ""};
+  return {format_number(row.straightness->critical, "0.0000"), percent(row.straightness->pve)};
+}
+
+/// The grid with one or two columns more, filled on the first row of each fit.
+TableRows stated_rows(const FitTable& table, bool lr_test) {
+  TableRows rows;
+  for (int row = 0; row < table.grid().rows(); ++row) {
+    std::vector<std::string>& cells = rows.emplace_back();
+    for (int column = 0; column < table.grid().columns(); ++column)
+      cells.push_back(table.grid().text(row, column));
+  }
+  const auto add = [&rows](int row, const std::vector<std::string>& more) {
+    auto& cells = rows[static_cast<std::size_t>(row)];
+    cells.insert(cells.end(), more.begin(), more.end());
+  };
+  using Cells = std::vector<std::string>;
+  add(0, lr_test ? Cells{"LR Test"} : Cells{"ccc^2", "PVE"});
+  table.for_each_fit([&](int, int row, const ComparedRow& found) {
+    if (row > 0) add(row, added_cells(found, lr_test));
+  });
+  return rows;
+}
+
+/// As wide as the widest text of each column, and the gaps of a cell.
+std::vector<int> column_widths(TextMeasure& measure, const TableRows& rows) {
+  constexpr double twips_a_point = 20;
+  constexpr int gaps = 2 * 108;
+  std::vector<int> widths(rows.front().size(), gaps);
+  for (const std::vector<std::string>& row : rows)
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      const double points = measure.measure(row[i], FontChoice{}).width;
+      widths[i] = std::max(widths[i], gaps + static_cast<int>(std::ceil(twips_a_point * points)));
+    }
+  return widths;
+}
+
+void log_table(Session& session, const TableRows& rows) {
+  const std::vector<int> widths = column_widths(session.ports.text_measure, rows);
+  AppendLog(session, RTF_Table(rows, widths, RowAlignment::left), true);
+}
+
+/// Why rows have no test that a person expects one of, and how they get it.
+void log_untested(Session& session, const FitTable& table) {
+  std::string names;
+  table.for_each_fit([&](int slot, int, const ComparedRow& found) {
+    if (found.test == RatioTest::incommensurate)
+      names += (names.empty() ? "" : ", ") + table.label(slot);
+  });
+  if (names.empty()) return;
+  AppendLog(session,
+            rtf_text(names) +
+                ": no test, as the suspensions are left out of the likelihood, which " +
+                "the base takes in.  With the choice Censored there is one." + line_end,
+            true);
+}
+
+void log_winner(Session& session, const FitTable& table) {
+  const auto& winner = table.winner();
+  if (!winner) return;
+  if (winner->is_base)
+    return AppendLog(session,
+                     std::string("Two Parameter Weibull is the best choice from Likelihood Ratio "
+                                 "Test") +
+                         line_end,
+                     true);
+  const std::string label = table.label(static_cast<int>(winner->row) + 1);
+  AppendLog(session,
+            "\\par   " + rtf_text(label) + " is the optimum:       " +
+                significance_text(winner->significance) + "% Significance \\par ",
+            true);
+}
+
+/// What the stated table does not say of the likelihoods.
+void log_other_criteria(Session& session, int index) {
+  const FitTable table(session, index);
+  TableRows rows = {{"Model", "AIC", "BIC"}};
+  table.for_each_fit([&](int slot, int, const ComparedRow& found) {
+    if (found.aic && found.bic)
+      rows.push_back({table.label(slot), format_number(*found.aic, "0.00"),
+                      format_number(*found.bic, "0.00")});
+  });
+  if (rows.size() == 1) return;
+  AppendLog(session, std::string("Other criteria: the smaller the better.") + line_end, true);
+  log_table(session, rows);
+}
+
+constexpr const char* guide =
+    "For Likelihood Ratio test, find the row with the highest percentage in the "
+    "\\par 'LR Test' column.  Two Parameter Weibull MLE is the base.  If the number \\par is <50% "
+    "then the base (W 2P) is better fit. \\par \\par ";
+
+/// By maximum likelihood the base of the test comes first.
+std::vector<std::int16_t> with_base(std::span<const std::int16_t> models, bool lr_test) {
+  std::vector<std::int16_t> all(models.begin(), models.end());
+  const bool has_base = std::find(all.begin(), all.end(), model_code::weibull2) != all.end();
+  if (lr_test && !has_base) all.insert(all.begin(), model_code::weibull2);
+  return all;
+}
+
+void analyse(Session& session, int index, std::int16_t method_code,
+             std::span<const std::int16_t> models) {
+  const bool lr_test = method_code == method_code::mle;
+  bool clean = true;
+  if (!CheckDirtyData(session, index, clean)) return;
+  fit_models(session, index, index, with_base(models, lr_test), method_code);
+  AppendLog(
+      session,
+      "\\par Distribution Analysis for: " + rtf_text(session.project.data(index).Title) + line_end,
+      true);
+  Dist_Summary(session, index, lr_test);
+  if (!lr_test) return;
+  AppendLog(session, guide, true);
+  log_other_criteria(session, index);
+}
+
+auto words_of_faults() {
+  return error_words("Distribution_Analysis Setup: ", "Dist_Analysis routine:");
+}
+
+}  // namespace
+
+std::span<const ComparedModel> compared_models() { return models_in_boxes; }
+
+void Dist_Analysis(Session& session, int data_index, std::int16_t method_code,
+                   std::span<const std::int16_t> models) {
+  const Project& project = session.project;
+  const bool known =
+      data_index >= 1 && data_index <= std::min(project.data.bound(), project.fits.bound());
+  if (!known || session.gFitForm(data_index)->busy) return;
+  const BusyPanel busy(session, data_index);
+  session.step = "Distribution Analysis";
+  guarded(session.errors, words_of_faults(),
+          [&] { analyse(session, data_index, method_code, models); });
+}
+
+void Dist_Summary(Session& session, int index, bool lr_test) {
+  guarded(session.errors, words_of_faults(), [&] {
+    const FitTable table(session, index);
+    log_table(session, stated_rows(table, lr_test));
+    if (!lr_test) return;
+    log_untested(session, table);
+    log_winner(session, table);
+  });
+}
+
+std::string significance_text(double chance) {
+  constexpr std::size_t most = 16;
+  const std::string text = number_text(100.0 * chance);
+  const std::size_t point = text.find('.');
+  if (point == std::string::npos) return text;
+  const std::size_t digit = text.find_first_not_of('9', point + 1);
+  return text.substr(0, std::min({digit == std::string::npos ? most : digit + 1, most}));
+}
+
+}  // namespace tavlo
