@@ -174,12 +174,16 @@ void start_copy(Session& session, std::shared_ptr<const Project> state, CopyReas
 
 void try_copy(Session& session, const std::shared_ptr<const Project>& state, CopyReason reason) {
   const FileResult made = session.ports.file_system.make_folder(session.recovery_folder);
-  if (!made) return note_missing_copy(session, *state, made.message);
-  try {
-    start_copy(session, state, reason);
-  } catch (const std::exception&) {
-    note_missing_copy(session, *state, "the system has no room for it now");
+  std::string why = made.message;
+  if (made) {
+    try {
+      return start_copy(session, state, reason);
+    } catch (const std::exception&) {
+      why = "the system has no room for it now";
+    }
   }
+  forget_samples(*state);
+  note_missing_copy(session, *state, why);
 }
 
 std::vector<std::int64_t> works_to_copy(const Session& session) {
@@ -211,12 +215,19 @@ void finish_copies(Session& session, bool wait) {
   take_in(session, copy, written);
 }
 
+// In turn: neither a work that changes all the time nor one that no disk takes keeps the other
+// from its copy.
 void tend_copies(Session& session) {
+  const bool was_present = session.copy && session.copy->state->work == session.project.work;
   finish_copies(session, false);
+  const auto copy_former = [&session] {
+    const std::vector<std::int64_t> formers = works_to_copy(session);
+    if (!session.copy && !formers.empty())
+      try_copy(session, session.works[formers.front()].uncopied, CopyReason::replaced);
+  };
+  if (was_present) copy_former();
   if (!session.copy) keep_copy(session, CopyReason::current);
-  const std::vector<std::int64_t> formers = works_to_copy(session);
-  if (!session.copy && !formers.empty())
-    try_copy(session, session.works[formers.front()].uncopied, CopyReason::replaced);
+  copy_former();
   tell_missing_copy(session);
 }
 
@@ -226,13 +237,16 @@ void tell_missing_copy(Session& session) {
   if (!missing.empty()) session.ports.views.status(missing);
 }
 
-std::vector<std::int64_t> uncopied_works(Session& session) {
+std::optional<std::int64_t> uncopied_work(Session& session, const std::vector<std::int64_t>& but) {
   finish_copies(session, true);
   for (const std::int64_t former : works_to_copy(session)) {
+    if (std::find(but.begin(), but.end(), former) != but.end()) continue;
     try_copy(session, session.works[former].uncopied, CopyReason::replaced);
     finish_copies(session, true);
+    const auto work = session.works.find(former);
+    if (work != session.works.end() && work->second.uncopied) return former;
   }
-  return works_to_copy(session);
+  return std::nullopt;
 }
 
 void begin_recovery(Session& session, const std::string& folder) {

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,8 +37,9 @@ void tend_copies(Session& session);
 /// said: only then does it stay there.
 void tell_missing_copy(Session& session);
 
-/// Former works that hold what is neither saved nor copied, after one more try to copy them.
-std::vector<std::int64_t> uncopied_works(Session& session);
+/// A former work, other than those `but`, that holds what is neither saved nor copied, after one
+/// more try to copy it.
+std::optional<std::int64_t> uncopied_work(Session& session, const std::vector<std::int64_t>& but);
 
 /// The present work is saved, or the person has let it go: its copy is needed no more. Those
 /// of works that undo brings back stay.

@@ -94,7 +94,8 @@ bool redo(Session& session) {
 }
 
 void return_to_work(Session& session, std::int64_t work) {
-  const auto state = session.works.at(work).uncopied;
+  const auto former = session.works.find(work);
+  const auto state = former == session.works.end() ? nullptr : former->second.uncopied;
   if (!state) return;
   bring_back(session, *state);
   session.step = "Return to " + project_title(session);

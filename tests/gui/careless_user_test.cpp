@@ -2,6 +2,7 @@
 #include <QPrinterInfo>
 
 #include "actions/new_project.h"
+#include "actions/records.h"
 #include "actions/recovery.h"
 #include "gui/window_world.h"
 
@@ -32,7 +33,7 @@ TEST_F(CarelessUser, TypesOnAfterAnErrorBoxInACell) {
 
 TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
   person.type("100\n");
-  ChildWindow& child = *window.windows().child(QStringLiteral("D1"));
+  ChildWindow& child = *window.windows().child({Block::sheet, 1});
   person.press({"ctrl+w"});
   ASSERT_TRUE(wait_until([&] { return child.isHidden(); }));
   const QTreeWidgetItem* node = window.tree().node(QStringLiteral("D1"));
@@ -47,8 +48,9 @@ TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
 
   person.click(window.windows().sheet(1), {60, 60});
   person.press({"F6", "ctrl+w"});
-  ASSERT_TRUE(wait_until([&] { return window.windows().child(QStringLiteral("F1"))->isHidden(); }))
-      << "F6 goes to the next window";
+  ASSERT_TRUE(wait_until([&] {
+    return window.windows().child({Block::panel, 1})->isHidden();
+  })) << "F6 goes to the next window";
 }
 
 // Those that nobody has looked at are not made: closing what covers them, going round and
@@ -62,16 +64,17 @@ TEST_F(CarelessUser, MeetsEveryWindowOfManySets) {
   EXPECT_EQ(windows.children().size(), 4u);
   person.press({"ctrl+w"});
   const auto shows = [&](const char* key) {
-    const ChildWindow* child = windows.child(QString::fromUtf8(key));
+    const ChildWindow* child = windows.child(WindowKey::of(QString::fromUtf8(key)));
     return child && child->isVisible();
   };
   ASSERT_TRUE(wait_until([&] { return shows("D2"); }));
   EXPECT_FALSE(shows("D1"));
   for (const auto* key : {"F2", "D3", "F3", "C1", "L1", "F1", "D2"}) {
-    if (key == std::string("F2")) windows.bring_to_front(QStringLiteral("D2"));
+    if (key == std::string("F2")) windows.bring_to_front({Block::sheet, 2});
     person.press({"F6"});
     ASSERT_TRUE(wait_until([&] {
-      return shows(key) && windows.activeSubWindow() == windows.child(QString::fromUtf8(key));
+      return shows(key) &&
+             windows.activeSubWindow() == windows.child(WindowKey::of(QString::fromUtf8(key)));
     })) << key;
   }
   windows.hide_all();
@@ -82,6 +85,13 @@ TEST_F(CarelessUser, MeetsEveryWindowOfManySets) {
   EXPECT_EQ(window.tree().node(QStringLiteral("D3"))->parent()->text(0), QStringLiteral("Data"));
   windows.tile(true);
   EXPECT_EQ(windows.children().size(), 8u);
+  program.commands.run([this] { add_data_set(session()); });
+  windows.bring_to_front({Block::sheet, 4});
+  EXPECT_GT(windows.child({Block::sheet, 4})->height(), windows.height() / 2) << "not a scrap";
+  program.commands.run([this] { delete_set(session(), 1); });
+  windows.hide_all();
+  for (const ChildWindow* each : windows.children())
+    EXPECT_TRUE(each->isHidden()) << each->node_key().toStdString();
 }
 
 TEST_F(CarelessUser, ClosesTheProgramDuringAFit) {

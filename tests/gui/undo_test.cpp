@@ -56,7 +56,7 @@ TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindowsAndNames) {
   ASSERT_EQ(windows_shown(), 4);
   window.DoCommand(2);
   ASSERT_TRUE(wait_until([&] { return windows_shown() == 6 && is_at_rest(); }));
-  EXPECT_EQ(window.windows().child(QStringLiteral("D2"))->windowTitle(), QStringLiteral("Data2"));
+  EXPECT_EQ(window.windows().child({Block::sheet, 2})->windowTitle(), QStringLiteral("Data2"));
   EXPECT_NE(window.tree().node(QStringLiteral("F2")), nullptr);
   ASSERT_TRUE(wait_until([&] { return window.windows().sheet(2).hasFocus(); }));
   person.type("150\n250\n350\n");
@@ -71,7 +71,7 @@ TEST_F(UndoByKeys, NewDataAndChartsComeAndGoWithTheirWindowsAndNames) {
   press_and_rest({"F2", "ctrl+a"});
   person.type("Pumps\n");
   ASSERT_TRUE(wait_until([&] { return session().project.data(1).Title == "Pumps"; }));
-  EXPECT_EQ(window.windows().child(QStringLiteral("D1"))->windowTitle(), QStringLiteral("Pumps"));
+  EXPECT_EQ(window.windows().child({Block::sheet, 1})->windowTitle(), QStringLiteral("Pumps"));
   window.tree().setCurrentItem(window.tree().node(QStringLiteral("D2")));
   press_and_rest({"Delete"});
   ASSERT_TRUE(wait_until([&] { return windows_shown() == 5; }));

@@ -18,9 +18,7 @@ QMenu& ChartCommands::attach(ChartWindow& chart) {
   return looks->menu();
 }
 
-void ChartCommands::bring_to_front() {
-  windows_.bring_to_front(WindowKey{Block::chart, chart().index()}.text());
-}
+void ChartCommands::bring_to_front() { windows_.bring_to_front({Block::chart, chart().index()}); }
 
 void ChartCommands::toggle_zoom() {
   bring_to_front();

@@ -241,13 +241,9 @@ Rows layout_commands(ProjectWindows& windows) {
 
 Rows window_commands(MainWindow& frame) {
   ProjectWindows& windows = frame.windows();
-  const auto opens = [&](const char* key) {
-    return [&frame, key] { frame.open_child(QString::fromUtf8(key)); };
-  };
-  const auto opens_of_set = [&](QChar kind) {
-    return [&frame, kind] {
-      frame.open_child(kind + QString::number(frame.windows().current_index()));
-    };
+  const auto opens = [&](Block block) { return [&frame, block] { frame.open_child({block, 1}); }; };
+  const auto opens_of_set = [&](Block block) {
+    return [&frame, block] { frame.open_child({block, frame.windows().current_index()}); };
   };
   return {
       {{0, window}},
@@ -255,10 +251,10 @@ Rows window_commands(MainWindow& frame) {
       {{131, window, "Previous &Window", "Shift+F6; Ctrl+Shift+Tab"},
        {.run = [&] { windows.go_round(false); }}},
       {{0, window}},
-      {{132, window, "&Data", "Ctrl+1", "editor"}, {.run = opens_of_set(u'D')}},
-      {{133, window, "&Fit", "Ctrl+2", "pc"}, {.run = opens_of_set(u'F')}},
-      {{134, window, "Char&t", "Ctrl+3", "graph"}, {.run = opens("C1")}},
-      {{135, window, "L&og", "Ctrl+4", "doc"}, {.run = opens("L1")}},
+      {{132, window, "&Data", "Ctrl+1", "editor"}, {.run = opens_of_set(Block::sheet)}},
+      {{133, window, "&Fit", "Ctrl+2", "pc"}, {.run = opens_of_set(Block::panel)}},
+      {{134, window, "Char&t", "Ctrl+3", "graph"}, {.run = opens(Block::chart)}},
+      {{135, window, "L&og", "Ctrl+4", "doc"}, {.run = opens(Block::log)}},
       {{136, window, "&Project Tree", "Ctrl+0", "tavlo"}, {.run = [&] { frame.show_tree(); }}},
   };
 }

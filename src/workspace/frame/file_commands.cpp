@@ -122,25 +122,28 @@ void FileCommands::fill_recovery(QMenu& menu) {
 }
 
 bool FileCommands::may_leave() {
-  const std::vector<std::int64_t> formers = uncopied_works(session_);
-  if (!may_leave_project()) return false;
-  for (const std::int64_t former : formers) {
+  std::vector<std::int64_t> asked = {session_.project.work};
+  if (!may_leave_project("")) return false;
+  while (const auto former = uncopied_work(session_, asked)) {
+    asked.push_back(*former);
     program_.commands.run([&] {
-      return_to_work(session_, former);
+      return_to_work(session_, *former);
       views_.show_work();
     });
-    if (!may_leave_project()) return false;
+    if (!may_leave_project(", which another project has replaced and of which there is no copy,"))
+      return false;
   }
   return true;
 }
 
-bool FileCommands::may_leave_project() {
+bool FileCommands::may_leave_project(const std::string& what_of_it) {
   if (!is_unsaved(session_)) {
     drop_copy(session_);
     return true;
   }
   const BoxAnswer answer = session_.ports.prompts.show(
-      {"Tavlo", "Save the changes of " + project_title(session_) + " before you leave?",
+      {"Tavlo",
+       "Save the changes of " + project_title(session_) + what_of_it + " before you leave?",
        BoxIcon::question, BoxButtons::yes_no_cancel});
   if (answer == BoxAnswer::yes) return save_project(session_, views_.current_set());
   if (answer != BoxAnswer::no) return false;

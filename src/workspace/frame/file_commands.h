@@ -46,7 +46,7 @@ class FileCommands {
  private:
   /// Later, since windows may not end inside an event of their own.
   void begin_work(std::function<bool()> act);
-  bool may_leave_project();
+  bool may_leave_project(const std::string& what_of_it);
   void preview_import(const std::string& path, bool may_open);
   void fill_recent(QMenu& menu);
   void fill_recovery(QMenu& menu);

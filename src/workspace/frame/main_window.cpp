@@ -99,8 +99,9 @@ void MainWindow::set_up_tree() {
         program_.commands.run([&] { rename_record(key, title); });
       },
       Qt::QueuedConnection);
-  connect(&tree_, &ProjectTree::chosen, this,
-          [this](const QString& key) { program_.commands.run([&] { open_child(key); }); });
+  connect(&tree_, &ProjectTree::chosen, this, [this](const QString& key) {
+    program_.commands.run([&] { open_child(WindowKey::of(key)); });
+  });
 }
 
 void MainWindow::set_up_status_bar() {
@@ -221,14 +222,14 @@ void MainWindow::add_data_and_fit() {
 
 void MainWindow::show_set(int index) {
   announce(session_);
-  open_child(QStringLiteral("F%1").arg(index));
-  open_child(QStringLiteral("D%1").arg(index));
+  open_child({Block::panel, index});
+  open_child({Block::sheet, index});
 }
 
 void MainWindow::add_chart() {
   tavlo::add_chart(session_);
   announce(session_);
-  open_child(QStringLiteral("C%1").arg(session_.project.charts.bound()));
+  open_child({Block::chart, session_.project.charts.bound()});
 }
 
 // Windows may go with their records, and may not do so inside an event of their own.
@@ -320,11 +321,11 @@ void MainWindow::show_tree() {
 }
 
 void MainWindow::toggle_report() {
-  const ChildWindow* chart = windows_.child(QStringLiteral("C1"));
-  const ChildWindow* log = windows_.child(QStringLiteral("L1"));
+  const ChildWindow* chart = windows_.child({Block::chart, 1});
+  const ChildWindow* log = windows_.child({Block::log, 1});
   const bool log_is_read = log && !log->isMinimized() && windows_.activeSubWindow() == log;
   const bool to_chart = !chart || chart->isMinimized() || log_is_read;
-  open_child(to_chart ? QStringLiteral("C1") : QStringLiteral("L1"));
+  open_child({to_chart ? Block::chart : Block::log, 1});
 }
 
 void MainWindow::show_about() {
@@ -342,7 +343,7 @@ void MainWindow::show_options() {
       session_, program_.commands, [this] { show_bars(); }, this);
 }
 
-void MainWindow::open_child(const QString& node_key) { windows_.bring_to_front(node_key); }
+void MainWindow::open_child(WindowKey key) { windows_.bring_to_front(key); }
 
 void MainWindow::choose_model(int option) {
   opt_Model_Click(session_, windows_.current_index(), option);

@@ -69,7 +69,7 @@ class MainWindow : public QMainWindow {
   void choose_model(int option);
   void choose_method(int method);
   void toggle_report();
-  void open_child(const QString& node_key);
+  void open_child(WindowKey key);
   void show_tree();
   void show_about();
   void show_options();

@@ -124,7 +124,8 @@ void ProjectWindows::take_place_of_next(WindowKey key) {
   const Seat next = seat({key.block, key.index + 1});
   if (next.window) window(key).setGeometry(next.window->geometry());
   set_binned(key, next.is_binned);
-  if (ChildWindow* window = seat(key).window) window->setVisible(next.is_shown());
+  if (ChildWindow* window = seat(key).window)
+    window->setVisible(next.window ? next.is_shown() : !next.is_binned);
 }
 
 void ProjectWindows::set_count(Block block, int count) {
@@ -180,7 +181,7 @@ void ProjectWindows::show_from_start() {
   show_front();
   Tile_Block();
   // The three of the first set: the button that calculates belongs to the sheet one sees.
-  for (const auto* key : {u"C1", u"F1", u"D1"}) bring_to_front(QString::fromUtf16(key));
+  for (const Block block : {Block::chart, Block::panel, Block::sheet}) bring_to_front({block, 1});
 }
 
 void ProjectWindows::set_binned(WindowKey key, bool is_binned) {
@@ -235,8 +236,7 @@ std::vector<ChildWindow*> ProjectWindows::shown() const {
   return found;
 }
 
-ChildWindow* ProjectWindows::child(const QString& node_key) const {
-  const WindowKey key = WindowKey::of(node_key);
+ChildWindow* ProjectWindows::child(WindowKey key) const {
   return has(key) ? seats(key.block)[slot(key.index)].window : nullptr;
 }
 
@@ -310,8 +310,8 @@ int ProjectWindows::current_chart() const {
   return is_chart ? window->index() : std::min(count, 1);
 }
 
-void ProjectWindows::bring_to_front(const QString& node_key) {
-  if (const WindowKey key = WindowKey::of(node_key); has(key)) window(key).bring_to_front();
+void ProjectWindows::bring_to_front(WindowKey key) {
+  if (has(key)) window(key).bring_to_front();
 }
 
 // One that is an icon stays one.
@@ -353,10 +353,10 @@ void ProjectWindows::take_places(const QVariantMap& places) {
   layout_.take_places(places, shown());
 }
 
-// Those that are not made go first, so that none comes up behind one that goes.
+// Those that nobody sees go first, so that none comes up behind one that goes.
 void ProjectWindows::hide_all() {
   for_each_seat([this](WindowKey key, const Seat& seat) {
-    if (!seat.window) set_binned(key, true);
+    if (!seat.is_shown()) set_binned(key, true);
   });
   for (ChildWindow* each : shown()) each->close();
 }

@@ -48,8 +48,8 @@ class ProjectWindows : public QMdiArea {
   /// Those that are made.
   std::vector<ChildWindow*> children() const;
 
-  /// The window of that key in the tree; null for none and for one that is not made.
-  ChildWindow* child(const QString& node_key) const;
+  /// The window of that key; null for none and for one that is not made.
+  ChildWindow* child(WindowKey key) const;
 
   /// The index of the sheet or panel that has the keyboard; 0 when none has.
   int focused_sheet() const;
@@ -68,7 +68,7 @@ class ProjectWindows : public QMdiArea {
   bool any() const;
 
   /// Shows the window of that key and gives it the focus; nothing happens without its record.
-  void bring_to_front(const QString& node_key);
+  void bring_to_front(WindowKey key);
 
   /// Gives the focus to the next window in the order of the sets, or to the one before.
   void go_round(bool forward);

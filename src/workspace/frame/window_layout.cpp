@@ -15,6 +15,8 @@ std::size_t at(const ChildWindow& window) { return static_cast<std::size_t>(wind
 void WindowLayout::start_blocks(const Windows& shown) {
   in_blocks_ = true;
   places_.clear();
+  for (ChildWindow* each : shown)
+    if (each->isMaximized() || each->isMinimized()) each->showNormal();
   follow_blocks(shown);
 }
 
@@ -23,11 +25,11 @@ void WindowLayout::leave() {
   places_.clear();
 }
 
-// Where all four stand; which of them are shown, the layout follows later.
+// Where all four stand, also when the person has moved others: it is where one looks for it.
 void WindowLayout::place_new(ChildWindow& window) const {
   const auto blocks = block_layout(area_.viewport()->size(), area_.fontMetrics().height(),
                                    {true, true, true, true});
-  if (in_blocks_) window.setGeometry(blocks[at(window)]);
+  window.setGeometry(blocks[at(window)]);
 }
 
 void WindowLayout::follow(const Windows& shown) const {
@@ -40,8 +42,7 @@ void WindowLayout::follow_blocks(const Windows& shown) const {
   for (const ChildWindow* each : shown) visible[at(*each)] = true;
   const auto blocks = block_layout(area_.viewport()->size(), area_.fontMetrics().height(), visible);
   for (ChildWindow* each : shown) {
-    if (each->isMaximized() || each->isMinimized()) each->showNormal();
-    each->setGeometry(blocks[at(*each)]);
+    if (!each->isMaximized() && !each->isMinimized()) each->setGeometry(blocks[at(*each)]);
   }
 }
 
