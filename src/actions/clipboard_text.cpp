@@ -111,16 +111,21 @@ struct PastedText {
   std::string_view line_end;
   std::optional<char> separator;
   std::vector<int> columns;  ///< of the sheet, see target_columns
-  int most_rows;             ///< that there is room for
+  int most_rows;             ///< that are taken
+  bool fills_sheet;          ///< these are all that there is room for
 };
 
-PastedText shape_of(std::string_view text, int first_column, int most_rows, char decimal_point) {
+PastedText shape_of(std::string_view text, int first_column, int most_rows, bool fills_sheet,
+                    char decimal_point) {
   const std::string_view line_end = line_separator(text);
   const std::vector<int> columns = target_columns(first_column);
   const bool into_numbers = columns.front() < sheet_column::mode;
-  return {text, line_end,
+  return {text,
+          line_end,
           column_separator(text, text.substr(0, text.find(line_end)), into_numbers, decimal_point),
-          columns, most_rows};
+          columns,
+          most_rows,
+          fills_sheet};
 }
 
 /// Takes the next line off the front of `text`.
@@ -154,6 +159,13 @@ std::string fault_of_long_line(const PastedText& pasted) {
   return {};
 }
 
+std::string words_of_most_rows(const PastedText& pasted) {
+  const std::string rows =
+      std::to_string(pasted.most_rows) + (pasted.most_rows == 1 ? " row" : " rows");
+  return pasted.fills_sheet ? "There is room for " + rows + " here."
+                            : "There are more than " + rows + ".";
+}
+
 /// What the sheet can't take of the text; empty when it can take all.
 std::string fault_of(const PastedText& pasted) {
   std::string fault = fault_of_long_line(pasted);
@@ -163,7 +175,7 @@ std::string fault_of(const PastedText& pasted) {
     if (const auto bad = unexpected_cell(cells, pasted.columns)) {
       fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
     } else if (++rows > pasted.most_rows) {
-      fault = "There are more than " + std::to_string(pasted.most_rows) + " rows.";
+      fault = words_of_most_rows(pasted);
     }
     return fault.empty();
   });
@@ -213,9 +225,11 @@ PasteEnd paste_cells(DataSheet& sheet, int row, const PastedText& pasted) {
 /// takes, as 1.5k and empty counts, is then entered cell by cell.
 PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_view text,
                     int most_rows) {
-  most_rows = std::min(most_rows, sheet.farthest_row() - row + 1);
-  const PastedText pasted =
-      shape_of(text, sheet.column(), most_rows, session.settings.punctuation.DecimalPoint);
+  const int room = sheet.farthest_row() - row + 1;
+  const bool fills_sheet = room < most_rows;
+  most_rows = std::min(most_rows, room);
+  const PastedText pasted = shape_of(text, sheet.column(), most_rows, fills_sheet,
+                                     session.settings.punctuation.DecimalPoint);
   if (pasted.columns.front() != sheet_column::x || without_blanks(text).empty())
     return paste_cells(sheet, row, pasted);
   DataRows rows;
@@ -224,6 +238,8 @@ PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_vie
   if (fault && fault->stopped) session.ports.views.status("Stopped; nothing was entered.");
   if (cancelled || (fault && fault->stopped)) return {row, {}};
   if (fault && is_sheet_text(pasted)) return paste_cells(sheet, row, pasted);
+  if (fault && fills_sheet && fault->what == words_of_too_many(static_cast<std::size_t>(most_rows)))
+    return {row, words_of_most_rows(pasted)};
   if (fault) return {row, "Line " + std::to_string(fault->line) + ": " + fault->what + "."};
   enter_rows(sheet, row, rows);
   return {row + static_cast<int>(rows.rows.size()), {}};

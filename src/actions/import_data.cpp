@@ -14,7 +14,6 @@
 #include "files/foreign_type.h"
 #include "files/shortest_number.h"
 #include "files/text_encoding.h"
-#include "project/size_limits.h"
 
 namespace tavlo {
 
@@ -87,12 +86,18 @@ int empty_set(Session& session) {
 
 bool ImportFile::load(Session& session, const std::string& path) {
   path_ = path;
-  const FileResult read = session.ports.file_system.read_whole(path, largest_data_file, bytes_);
+  // A project without the ending of one is seen to be one only here.
+  const auto limit = [&](std::string_view start) { return largest_file(file_type(start, path)); };
+  const FileResult read = session.ports.file_system.read_whole(path, limit, bytes_);
   if (!read) {
     tell_fault(session, path, read);
     return false;
   }
   is_to_be_opened_ = file_type(bytes_, path) != FileType::unknown;
+  if (is_to_be_opened_) {
+    std::string().swap(bytes_);  // it is read again
+    return true;
+  }
   text_ = bytes_;
   // What is no text is told by the preview.
   if (!decode_text(text_, converted_))

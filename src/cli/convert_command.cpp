@@ -73,6 +73,9 @@ ExitCode write_sets(const ConvertArguments& arguments, std::vector<SetWork> work
 }
 
 ExitCode write_whole_project(const ConvertArguments& arguments, const InputFile& input) {
+  if (asks_for_other_ranks(arguments.common, input.project))
+    complain(arguments.common.files.front() +
+             ": warning: --ranks is not applied: the project is written as it was saved");
   const auto fault = write_project_file(arguments.out, input.project, input.is_utf8);
   return fault ? file_fault(*fault) : ExitCode::done;
 }

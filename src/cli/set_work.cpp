@@ -1,5 +1,6 @@
 #include "cli/set_work.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -38,6 +39,13 @@ void keep_own_ranks(const std::vector<float>& ranks, Sample& sample) {
 }
 
 }  // namespace
+
+bool asks_for_other_ranks(const CommonArguments& common, const Project& project) {
+  const auto is_other = [&common](const DataSet& data) {
+    return !data.rows.empty() && !data.own_ranks && data.reading.ranks() != *common.ranks;
+  };
+  return common.ranks && std::any_of(project.data.begin() + 1, project.data.end(), is_other);
+}
 
 std::string SetWork::title() const {
   return kind == InputFile::Kind::project ? origin->data(number).Title

@@ -53,6 +53,9 @@ struct SetWork {
 /// each on the command line), and by its own name or its number where this holds several.
 std::string set_name(const SetWork& work, const std::vector<std::string>& titles);
 
+/// True where a data set of a project would have other ranks by --ranks than it was saved with.
+bool asks_for_other_ranks(const CommonArguments& common, const Project& project);
+
 /// The data sets that are asked for of an input, in order.
 std::vector<SetWork> works_of(const CommonArguments& common, std::size_t file_number,
                               InputFile input);

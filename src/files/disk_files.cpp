@@ -325,8 +325,6 @@ class FileBeside {
     return exists_;
   }
 
-  bool exists() const { return exists_; }
-
   /// Where the target is the same file by another name already, both names stay: this one goes
   /// with the object.
   FileResult rename_to(const std::string& target) {
@@ -393,55 +391,73 @@ void flush_folder(const std::string& folder) {
   if (directory) ::fsync(directory.number());
 }
 
+/// In a folder with the sticky bit nobody can remove a name of another person's file.
+bool can_remove_names_of(const std::string& path) {
+  Status file{}, folder{};
+  if (::lstat(path.c_str(), &file) != 0) return false;
+  if (::stat(folder_of(path).c_str(), &folder) != 0) return false;
+  return file.st_uid == ::geteuid() || (folder.st_mode & S_ISVTX) == 0;
+}
+
+/// What a file holds, kept beside it: by a second name of the file, as that needs no room;
+/// where there can be none, or none that could be removed again, in a second file.
+class Kept {
+ public:
+  FileResult keep(const std::string& path) {
+    FileResult result;
+    from_ = open_regular(path, result);
+    if (from_) ::flock(from_.number(), LOCK_EX | LOCK_NB);  // for its second name
+    beside_.emplace(folder_of(path));
+    if (can_remove_names_of(path) && beside_->become_name_of(path)) return {};
+    if (!result) return result;
+    beside_.emplace(folder_of(path));
+    return beside_->fill_from(from_.number());
+  }
+
+  FileResult rename_to(const std::string& path) { return beside_->rename_to(path); }
+
+ private:
+  Descriptor from_{-1};
+  std::optional<FileBeside> beside_;
+};
+
 /// What a file holds, kept under its name and "~" while another one takes its place. What was
 /// kept there before stays until that is done.
 class Former {
  public:
-  explicit Former(const std::string& target) : target_(target), earlier_(folder_of(target)) {}
+  explicit Former(const std::string& target) : target_(target) {}
 
   FileResult keep() {
-    FileResult result = copy();
+    FileResult result = copy_.keep(target_);
     if (result) result = replace_earlier();
     if (!result)
       result.message = "the former file can't be kept as " + name_ + ": " + result.message;
     return result;
   }
 
-  /// As if nothing had been kept.
-  void take_back() {
-    if (earlier_.exists())
-      earlier_.rename_to(name_);
-    else if (!had_earlier_)
-      ::unlink(name_.c_str());
+  /// As if nothing had been kept. False where what was kept before can't be had back.
+  bool take_back() {
+    if (had_earlier_) return static_cast<bool>(earlier_.rename_to(name_));
+    return ::unlink(name_.c_str()) == 0;
   }
+
+  const std::string& name() const { return name_; }
 
  private:
-  /// A second name of the file, as that needs no room; where there can be none, a second file.
-  FileResult copy() {
-    FileResult result;
-    from_ = open_regular(target_, result);
-    if (!result) return result;
-    ::flock(from_.number(), LOCK_EX | LOCK_NB);  // for its second name
-    copy_.emplace(folder_of(target_));
-    if (copy_->become_name_of(target_)) return result;
-    copy_.emplace(folder_of(target_));
-    return copy_->fill_from(from_.number());
-  }
-
   FileResult replace_earlier() {
     Status earlier{};
     had_earlier_ = ::lstat(name_.c_str(), &earlier) == 0;
     if (had_earlier_ && ::stat(name_.c_str(), &earlier) == 0)
       if (FileResult fine = require_replaceable(name_, earlier); !fine) return fine;
-    earlier_.become_name_of(name_);
-    return copy_->rename_to(name_);
+    if (had_earlier_)
+      if (FileResult kept = earlier_.keep(name_); !kept) return kept;
+    return copy_.rename_to(name_);
   }
 
   std::string target_;
   std::string name_ = target_ + "~";
-  Descriptor from_{-1};
-  std::optional<FileBeside> copy_;
-  FileBeside earlier_;
+  Kept copy_;
+  Kept earlier_;
   bool had_earlier_ = false;
 };
 
@@ -513,7 +529,8 @@ FileResult DiskFiles::write_keeping_former(const std::string& path, std::string_
     FileResult result = former.keep();
     if (!result) return result;
     result = next.rename_to(target.path);
-    if (!result) former.take_back();
+    if (!result && !former.take_back())
+      result.message += "; " + former.name() + " now holds the same as the file";
     return result;
   });
 }

@@ -55,6 +55,10 @@ std::size_t export_end(const DataSet& data) {
   return data.rows.size();
 }
 
+std::string words_of_too_many(std::size_t most_rows) {
+  return "there are more than " + std::to_string(most_rows) + " rows";
+}
+
 void PointList::reserve(std::size_t rows) {
   data_.rows.reserve(std::min(rows, most_rows_));
   prefer_large_pages(data_.rows.data(), data_.rows.capacity() * sizeof(SampleRow));
@@ -63,7 +67,7 @@ void PointList::reserve(std::size_t rows) {
 FieldFault PointList::why_not_added(double units) const {
   if (units <= 0.0) return "there are neither failures nor suspensions";
   if (units_ > most_units) return "there are more than 1e15 units up to here";
-  return "there are more than " + std::to_string(most_rows_) + " rows";
+  return words_of_too_many(most_rows_);
 }
 
 FieldFault PointList::set_mode(std::string_view name) {

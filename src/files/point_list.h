@@ -38,6 +38,9 @@ bool can_be_exported(const SheetRow& row);
 /// all too.
 std::size_t export_end(const DataSet& data);
 
+/// What is wrong with a text that has more rows than that.
+std::string words_of_too_many(std::size_t most_rows);
+
 class PointList {
  public:
   /// Takes no more than `most_rows`.

@@ -97,6 +97,21 @@ TEST(Paste, MoreRowsThanAPasteTakesAreRefusedBeforeAllAreRead) {
   EXPECT_EQ(world.views.count("busy"), world.views.count("ready"));
 }
 
+TEST(Paste, NearTheEndOfTheSheetTheRoomThatIsLeftIsTold) {
+  for (const int column : {sheet_column::x, sheet_column::comment})
+    for (const auto& [left, words] :
+         {std::pair(5, "There is room for 5 rows here."), {1, "There is room for 1 row here."}}) {
+      TestWorld world;
+      const int row = most_data_rows - left + 1;
+      sheet_of(world).enter(row, column, "");  // shows it
+      sheet_of(world).go_to(row, column);
+      world.prompts.expect_box(paste_title, words);
+      paste(world, "1\n2\n3\n4\n5\n6\n");
+      world.prompts.verify();
+      EXPECT_EQ(sheet_of(world).last_row(), 0);
+    }
+}
+
 TEST(Paste, ALineWithoutEndIsRefusedInAnyColumn) {
   for (const int column : {sheet_column::x, sheet_column::fails, sheet_column::comment})
     for (const std::string part : {"1", "1\t", "1 "}) {

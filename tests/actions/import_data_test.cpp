@@ -110,7 +110,14 @@ TEST(ImportData, TheDataNotationAndWhatIsNoTextAreToldSo) {
   EXPECT_EQ(ImportWorld("a\n").words().substr(0, 22), "Line 1: no column is c");
   EXPECT_EQ(ImportWorld("").words().substr(0, 8), "Line 1: ");
   EXPECT_NE(ImportWorld(std::string("x\n1\0\n", 5)).words().find("NUL"), std::string::npos);
-  EXPECT_TRUE(ImportWorld("TAVLO 1.5 alpha\n").file.is_to_be_opened());
+}
+
+// Whatever it is called, a project may be as large as File > Open takes it.
+TEST(ImportData, AProjectIsSeenToBeOneUpToItsOwnLimit) {
+  std::string bytes = "TAVLO 1.5 alpha\n";
+  EXPECT_TRUE(ImportWorld(bytes).file.is_to_be_opened());
+  bytes.resize(largest_data_file + 1, '\n');
+  EXPECT_TRUE(ImportWorld(bytes).file.is_to_be_opened());
 }
 
 // A quoted comment runs over the end of what is looked at.

@@ -135,6 +135,13 @@ TEST_F(EveryFile, AFittedProjectHoldsWhatWasFitted) {
   EXPECT_NE(rows("utf16.csv"), rows("utf16.csv --ranks exact"));
   EXPECT_EQ(rows("f.tavlo"), rows("utf16.csv --ranks exact"));
   EXPECT_EQ(rows("f.tavlo --ranks benard"), rows("utf16.csv"));
+  for (const char* words : {"chart e.tavlo e.svg", "convert e.tavlo g.tavlo"}) {
+    EXPECT_EQ(run(words + std::string(" --ranks exact")).err, "") << words;
+    const ProgramRun left = run(words + std::string(" --ranks benard"));
+    EXPECT_NE(left.err.find("e.tavlo: warning: --ranks is not applied"), std::string::npos);
+    EXPECT_EQ(left.code, 0) << words;
+  }
+  EXPECT_TRUE(folder.read("e.tavlo") == folder.read("g.tavlo"));
 }
 
 // A killed conversion leaves the old file or the new one, and so does its copy; the next one

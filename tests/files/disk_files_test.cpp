@@ -29,6 +29,7 @@ struct FailingCall {
   int seen = 0;
 };
 static FailingCall failing;
+static bool has_hard_links = true;
 
 static bool is_refused(const char* call) {
   if (failing.call != call || (++failing.seen != failing.nth && failing.nth != 0)) return false;
@@ -46,6 +47,7 @@ extern "C" {
 int fsync(int file) { return call_system("fsync", SYS_fsync, file); }
 int fchmod(int file, mode_t mode) noexcept { return call_system("fchmod", SYS_fchmod, file, mode); }
 int link(const char* from, const char* to) noexcept {
+  if (!has_hard_links) return errno = EPERM, -1;
   return call_system("link", SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0);
 }
 int rename(const char* from, const char* to) noexcept {
@@ -172,11 +174,16 @@ TEST_F(DiskFilesTest, AnyCallOfTheSystemMayFailInASave) {
     EXPECT_EQ(content(), saved ? "p=new p~=old " : "p=old p~=older ") << wanted.call << wanted.nth;
     return saved;
   };
-  int failed = 0;
-  for (const char* call : {"fchmod", "fsync", "link", "rename", "write"})
-    for (int nth = 1; nth == 1 || failing.seen >= nth - 1; ++nth)
-      failed += save_with({call, EIO, nth}) ? 0 : 1;
-  EXPECT_EQ(failed, 4);  // to write and flush the file, to name it and the one before it
+  // To write and flush the file, to name it and the one before it; both may be copies.
+  for (const auto& [links, faults] : {std::pair(true, 4), {false, 8}}) {
+    int failed = 0;
+    has_hard_links = links;
+    for (const char* call : {"fchmod", "fsync", "link", "rename", "write"})
+      for (int nth = 1; nth == 1 || failing.seen >= nth - 1; ++nth)
+        failed += save_with({call, EIO, nth}) ? 0 : 1;
+    EXPECT_EQ(failed, faults);
+  }
+  has_hard_links = true;
   for (const auto& [call, error] :
        {std::pair("fchmod", EPERM), {"link", EPERM}, {"fsync", EINVAL}, {"fsync", ENOTSUP}})
     EXPECT_TRUE(save_with({call, error, 0})) << call;
@@ -257,6 +264,23 @@ TEST_F(DiskFilesTest, HostilePlacesAreToldAndUntouched) {
   EXPECT_EQ(files.create_new(path(std::string(300, 'n')), "x").message,
             std::string("writing failed: ") + std::strerror(ENAMETOOLONG));
   fs::permissions(path("locked"), fs::perms(0755));
+}
+
+// Where nobody may rename or remove what is another's, be it the file or the one before it.
+TEST_F(DiskFilesTest, ARefusedSaveInASharedFolderLeavesNothing) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only the superuser can play two people";
+  ::chmod(folder.c_str(), 01777);
+  for (const char* name : {"theirs", "mine", "mine~", "both", "both~"}) {
+    ASSERT_TRUE(files.write_whole(path(name), name));
+    ::chmod(path(name).c_str(), 0666);
+  }
+  for (const char* name : {"mine", "both~"}) ASSERT_EQ(::chown(path(name).c_str(), 65534, 0), 0);
+  const std::string before = content();
+  const OrdinaryUser user(true);
+  for (const char* name : {"theirs", "mine", "both"}) {
+    EXPECT_EQ(files.write_keeping_former(path(name), "x").fault, FileFault::no_permission) << name;
+    EXPECT_EQ(content(), before) << name;
+  }
 }
 
 TEST_F(DiskFilesTest, LinksAreFollowedButNeverRemovedThrough) {
