@@ -26,7 +26,7 @@ ComparedFit fit_of(const std::string& text) {
   fit.request.model = static_cast<std::int16_t>(std::stoi(text));
   fit.request.method = regression ? method_code::x_on_y : method_code::mle;
   fit.request.censored = text.find('c') != std::string::npos;
-  if (quality != "-") fit.quality = std::stod(quality.substr(regression ? 2 : 0));
+  if (quality != "-") fit.quality = test::number_in(quality.substr(regression ? 2 : 0));
   return fit;
 }
 
@@ -46,7 +46,7 @@ TEST(Comparison, TestsEachFitAndNamesTheWinner) {
     for (std::size_t i = 1; i < texts.size(); ++i) fits.push_back(fit_of(texts[i]));
     Sample sample;
     sample.total_failures = 20;
-    sample.total_suspensions = std::stod(texts[0]);
+    sample.total_suspensions = test::number_in(texts[0]);
     const auto [rows, winner] = compare(sample, fits);
     ASSERT_EQ(rows.size(), results.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -54,11 +54,12 @@ TEST(Comparison, TestsEachFitAndNamesTheWinner) {
       const std::size_t slash = results[i].find('/');
       EXPECT_EQ(word, results[i].substr(0, slash)) << i;
       const bool has_number = slash != std::string::npos;
-      EXPECT_NEAR(number, has_number ? std::stod(results[i].substr(slash + 1)) : 0, 1e-5) << i;
+      EXPECT_NEAR(number, has_number ? test::number_in(results[i].substr(slash + 1)) : 0, 1e-5)
+          << i;
     }
     EXPECT_EQ(winner ? std::to_string(winner->row) : "none", words(row[2])[0]);
     if (!winner) continue;
-    EXPECT_NEAR(winner->significance, std::stod(words(row[2])[1]), 1e-5);
+    EXPECT_NEAR(winner->significance, test::number_in(words(row[2])[1]), 1e-5);
     EXPECT_EQ(winner->is_base, fits[winner->row].request.model == model_code::weibull2);
   }
 }

@@ -7,6 +7,7 @@
 
 #include "analyses/comparison.h"
 #include "fit/door/fit.h"
+#include "numerics/number_text.h"
 #include "support/case_list.h"
 #include "support/error_number.h"
 #include "support/random_samples.h"
@@ -23,7 +24,7 @@ TEST(CriticalRSquared, HasThePublishedValues) {
     words >> paper >> parameters >> n;
     const PaperKind kind = paper == "W" ? PaperKind::weibull : PaperKind::lognormal;
     const double critical = fd_Ccc2(kind, n, parameters == 3, 0.5).critical;
-    EXPECT_NEAR(critical, std::stod(row[1]), std::stod(row[2])) << row[0];
+    EXPECT_NEAR(critical, parse_number(row[1]).value(), parse_number(row[2]).value()) << row[0];
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <cmath>
 #include <fstream>
 #include <sstream>
 
@@ -43,6 +45,12 @@ std::vector<std::vector<std::string>> case_list(const std::string& name) {
   }
   EXPECT_FALSE(cases.empty()) << name;
   return cases;
+}
+
+double number_in(const std::string& field) {
+  double number = NAN;
+  std::from_chars(field.data(), field.data() + field.size(), number);
+  return number;
 }
 
 std::vector<FitParam> fit_rows(const std::string& text) {

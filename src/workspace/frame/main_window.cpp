@@ -288,7 +288,10 @@ void MainWindow::calculate() { CheckAndFit(session_, windows_.current_index()); 
 void MainWindow::compare_models() {
   ComparisonDialog::run(
       session_, program_.commands, windows_.current_index(),
-      [this] { windows_.bring_to_front({Block::log, 1}); }, this);
+      [this] {
+        windows_.bring_to_front({Block::log, 1});
+      },
+      this);
 }
 
 void MainWindow::delete_fit() {
