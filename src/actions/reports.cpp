@@ -262,7 +262,8 @@ std::string notes_at(const Session& session, int fit_index, int grid_row) {
   const DataSet& data = data_of(session, fit_index);
   const int slot = fit_at(session, fit_index, grid_row).slot;
   if (slot == 0) return "";
-  if (is_out_of_date_at(session, fit_index, grid_row)) return "out of date: the data have changed";
+  if (is_out_of_date_at(session, fit_index, grid_row))
+    return "out of date: the data or their ranks have changed";
   std::string text;
   for (const Note& note : fits.Fits(slot).notes)
     text += (text.empty() ? "" : "\n") + note_sentence(note, data);

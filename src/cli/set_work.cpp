@@ -8,6 +8,7 @@
 #include "cli/output.h"
 #include "cli/shown_text.h"
 #include "numerics/run_time_error.h"
+#include "project/fit_records.h"
 
 namespace tavlo::cli {
 
@@ -42,7 +43,7 @@ void keep_own_ranks(const std::vector<float>& ranks, Sample& sample) {
 
 bool asks_for_other_ranks(const CommonArguments& common, const Project& project) {
   const auto is_other = [&common](const DataSet& data) {
-    return !data.rows.empty() && !data.own_ranks && data.reading.ranks() != *common.ranks;
+    return !data.rows.empty() && has_kinds_of_ranks(data) && data.reading.ranks() != *common.ranks;
   };
   return common.ranks && std::any_of(project.data.begin() + 1, project.data.end(), is_other);
 }

@@ -95,13 +95,6 @@ FitResult without_numbers(FitResult fit) {
   return fit;
 }
 
-/// A file has one kind of ranks for a set: a line through those of the other kind would come
-/// back as one through these.
-bool has_other_ranks(const FitResult& fit, const DataSet& data) {
-  return fit.Method != method_code::mle && fit.request.ranks != data.reading.ranks() &&
-         !data.own_ranks && data.sample().total_suspensions < 1;
-}
-
 FitStatus status_of(const FitResult& fit, const DataSet& data) {
   if (fit.Status == FitStatus::not_calculated) return fit.Status;
   return is_out_of_date(fit, data) || has_other_ranks(fit, data) ? FitStatus::stale

@@ -198,7 +198,8 @@ bool are_fits_current(const Project& project, int data_index) {
   if (data_index > project.fits.bound()) return true;
   const FitSet& fits = project.fits(data_index);
   return std::none_of(fits.Fits.begin() + 1, fits.Fits.end(), [&](const FitResult& fit) {
-    return is_out_of_date(fit, project.data(data_index));
+    const DataSet& data = project.data(data_index);
+    return is_out_of_date(fit, data) || has_other_ranks(fit, data);
   });
 }
 

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "fit/ranks/median_ranks.h"
+#include "numerics/rounding.h"
+
 namespace tavlo {
 
 FitResult record_of(const FitRequest& request, const Fit& fit, std::vector<Note> notes,
@@ -36,6 +39,17 @@ bool is_current(const FitResult& fit, const DataSet& data) {
 
 bool is_out_of_date(const FitResult& fit, const DataSet& data) {
   return !is_current(fit, data) || !data.is_read();
+}
+
+bool has_kinds_of_ranks(const DataSet& data) {
+  const Sample& sample = data.sample();
+  return !data.own_ranks && sample.total_suspensions < 1 &&
+         round_half_even(sample.total_failures + sample.total_suspensions) <= largest_exact_count;
+}
+
+bool has_other_ranks(const FitResult& fit, const DataSet& data) {
+  return fit.Method != method_code::mle && fit.request.ranks != data.reading.ranks() &&
+         has_kinds_of_ranks(data);
 }
 
 bool has_censored_choice(int model_code, int method_code) {

@@ -24,6 +24,14 @@ bool is_current(const FitResult& fit, const DataSet& data);
 /// True when the person has changed the data since: the numbers hold for others.
 bool is_out_of_date(const FitResult& fit, const DataSet& data);
 
+/// Whether Benard's and exact ranks of the data differ: without suspensions, and up to the
+/// largest count that has exact ones.
+bool has_kinds_of_ranks(const DataSet& data);
+
+/// True when a line was drawn through ranks of the other kind than the data have now. A file
+/// has one kind for a set: there the fit would come back as one of that kind.
+bool has_other_ranks(const FitResult& fit, const DataSet& data);
+
 /// Whether the likelihood may take suspensions in or leave them out: a mixture's.
 bool has_censored_choice(int model_code, int method_code);
 

@@ -135,7 +135,7 @@ TEST_F(EveryFile, AFittedProjectHoldsWhatWasFitted) {
   EXPECT_NE(rows("utf16.csv"), rows("utf16.csv --ranks exact"));
   EXPECT_EQ(rows("f.tavlo"), rows("utf16.csv --ranks exact"));
   EXPECT_EQ(rows("f.tavlo --ranks benard"), rows("utf16.csv"));
-  for (const char* words : {"chart e.tavlo e.svg", "convert e.tavlo g.tavlo"}) {
+  for (const char* words : {"chart e.tavlo e.wmf", "convert e.tavlo g.tavlo"}) {
     EXPECT_EQ(run(words + std::string(" --ranks exact")).err, "") << words;
     const ProgramRun left = run(words + std::string(" --ranks benard"));
     EXPECT_NE(left.err.find("e.tavlo: warning: --ranks is not applied"), std::string::npos);

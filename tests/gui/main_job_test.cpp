@@ -127,7 +127,9 @@ TEST_F(MainJob, MouseAlone) {
   EXPECT_EQ(tip(), "");
   person.press({"ctrl+1"});
   person.type("7\n");
-  EXPECT_TRUE(wait_until([&] { return tip() == "out of date: the data have changed"; })) << tip();
+  EXPECT_TRUE(wait_until([&] {
+    return tip() == "out of date: the data or their ranks have changed";
+  })) << tip();
   person.click(widget("btn_Fit"));
   EXPECT_TRUE(wait_until([&] { return tip().empty() && !program.commands.running(); }));
 }
