@@ -1,44 +1,18 @@
 #include "analyses/sample_text.h"
 
-#include <charconv>
+#include "numerics/decimal.h"
 
 namespace tavlo {
 
-namespace {
-
-constexpr std::size_t most_digits = 14;  // behind the first, as many as a double holds for sure
-constexpr std::size_t shown_digits = 3;
-
-/// "d.dddddddddddddde+xx" to three digits behind the point: the carry may run out in front.
-std::string rounded(std::string_view whole) {
-  std::string digits(1, whole[0]);
-  digits += whole.substr(2, shown_digits);
-  int exponent = 0;
-  const char* power = whole.data() + whole.find('e') + 1;
-  std::from_chars(power + (*power == '+' ? 1 : 0), whole.data() + whole.size(), exponent);
-  if (whole[2 + shown_digits] >= '5') {
-    std::size_t i = digits.size();
-    while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
-    if (i > 0) {
-      ++digits[i - 1];
-    } else {
-      digits = "1" + digits.substr(0, shown_digits);
-      ++exponent;
-    }
-  }
-  const std::string power_digits = std::to_string(exponent < 0 ? -exponent : exponent);
-  return digits.substr(0, 1) + "." + digits.substr(1) + (exponent < 0 ? "E-" : "E+") +
-         (power_digits.size() < 2 ? "0" : "") + power_digits;
-}
-
-}  // namespace
-
 void append_time(std::string& text, double time) {
-  char buffer[40];
-  const auto written = std::to_chars(buffer, buffer + sizeof buffer, time < 0 ? -time : time,
-                                     std::chars_format::scientific, most_digits);
-  if (time < 0) text += '-';
-  text += rounded({buffer, static_cast<std::size_t>(written.ptr - buffer)});
+  constexpr int shown = 4;
+  Decimal decimal = decimal_of(time, 15);
+  round_half_away(decimal, shown - decimal.point);
+  const int exponent = decimal.exponent(), size = exponent < 0 ? -exponent : exponent;
+  decimal.digits.resize(shown, '0');
+  if (decimal.negative) text += '-';
+  text.append(decimal.digits, 0, 1).append(".").append(decimal.digits, 1);
+  text.append(exponent < 0 ? "E-" : "E+").append(size < 10 ? "0" : "").append(std::to_string(size));
 }
 
 namespace {

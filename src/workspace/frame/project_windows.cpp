@@ -372,8 +372,7 @@ void ProjectWindows::restore_all() {
 
 void ProjectWindows::resizeEvent(QResizeEvent* event) {
   QMdiArea::resizeEvent(event);
-  const auto* window = activeSubWindow();
-  if (!(layout_.is_in_blocks() && window && window->isMaximized())) layout_.follow(shown());
+  layout_.follow(shown());
 }
 
 bool ProjectWindows::eventFilter(QObject* watched, QEvent* event) {
