@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <cmath>
+#include <future>
+#include <limits>
 #include <numeric>
+#include <utility>
 
 #include "fit/door/fit.h"
 #include "fit/parallel.h"
@@ -39,29 +44,38 @@ std::vector<ParameterSpread> columns_of(const Model& model) {
   const NamePair& names = parameter_names(model.family).key;
   std::vector<ParameterSpread> columns;
   for (int i = 1; i <= model.rows(); ++i) {
-    columns.push_back({names.first, i, {}, {}});
-    columns.push_back({names.second, i, {}, {}});
+    columns.push_back({ParameterKind::first, names.first, i, {}, {}, {}});
+    columns.push_back({ParameterKind::second, names.second, i, {}, {}, {}});
   }
-  if (has_share(model)) columns.push_back({"share", 1, {}, {}});
-  if (has_minimum_life(model)) columns.push_back({"t0", 1, {}, {}});
+  if (has_share(model)) columns.push_back({ParameterKind::share, "share", 1, {}, {}, {}});
+  if (has_minimum_life(model))
+    columns.push_back({ParameterKind::minimum_life, "t0", 1, {}, {}, {}});
   return columns;
+}
+
+Numbers parameters_of(const Model& model, const Life& life) {
+  Numbers numbers;
+  for (const ShownParameters& row : in_order(life)) {
+    numbers.push_back(row.first.value_or(NAN));
+    numbers.push_back(row.second.value_or(NAN));
+  }
+  if (has_share(model)) numbers.push_back(life.rows[0].Fraction);
+  if (has_minimum_life(model)) numbers.push_back(life.rows[0].T0);
+  return numbers;
+}
+
+/// A data set can hold the number. A mean with a larger one says nothing either.
+bool is_held(double number) {
+  return std::fabs(number) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
 /// Parameters, B-lives, quality. Nothing of a fit of which a number is not determined.
 Numbers numbers_of(const Model& model, const Fit& fit) {
-  Numbers numbers;
-  for (const ShownParameters& row : in_order(fit.life)) {
-    numbers.push_back(row.first.value_or(NAN));
-    numbers.push_back(row.second.value_or(NAN));
-  }
-  if (has_share(model)) numbers.push_back(fit.life.rows[0].Fraction);
-  if (has_minimum_life(model)) numbers.push_back(fit.life.rows[0].T0);
+  Numbers numbers = parameters_of(model, fit.life);
   for (const double percent : b_percents)
     numbers.push_back(quantile(fit.life, percent / 100).value_or(NAN));
   numbers.push_back(fit.quality);
-  const bool is_whole = std::all_of(numbers.begin(), numbers.end(),
-                                    [](double number) { return std::isfinite(number); });
-  return is_whole ? numbers : Numbers{};
+  return std::all_of(numbers.begin(), numbers.end(), is_held) ? numbers : Numbers{};
 }
 
 /// The numbers of one place in all runs that have any.
@@ -72,7 +86,17 @@ std::vector<double> column(const std::vector<Numbers>& runs, std::size_t at) {
   return values;
 }
 
-RunsOfFit report_of(const FitRequest& request, const std::vector<Numbers>& runs) {
+/// What the life that is sampled has itself.
+void add_truth(const Life& life, RunsOfFit& report) {
+  for (BLifeSpread& each : report.b_lives) each.truth = quantile(life, each.percent / 100);
+  if (life.model != report.request.model) return;
+  const Numbers numbers = parameters_of(*find_model(life.model), life);
+  for (std::size_t i = 0; i < report.parameters.size(); ++i)
+    report.parameters[i].truth = numbers[i];
+}
+
+RunsOfFit report_of(const RunPlan& plan, const FitRequest& request,
+                    const std::vector<Numbers>& runs) {
   const Model& model = *find_model(request.model);
   RunsOfFit report{request, 0, 0, columns_of(model), {}, {}};
   report.refused = static_cast<std::int32_t>(
@@ -84,9 +108,69 @@ RunsOfFit report_of(const FitRequest& request, const std::vector<Numbers>& runs)
     each.spread = spread_of(each.values);
   }
   for (const double percent : b_percents)
-    report.b_lives.push_back({percent, spread_of(column(runs, at++))});
+    report.b_lives.push_back({percent, {}, spread_of(column(runs, at++))});
   if (request.method != method_code::mle) report.r_squared = spread_of(column(runs, at));
+  add_truth(plan.sample.life, report);
   return report;
+}
+
+struct Run {
+  Sample sample;
+  WichmannHill behind;             ///< the generator after it
+  std::vector<Numbers> of_fits{};  ///< by the requests of the plan
+  std::atomic<bool> is_made = false;
+};
+
+/// Ends a fit that nobody waits for any more.
+class Stoppable : public Companion {
+ public:
+  explicit Stoppable(const std::atomic<bool>& stop) : stop_(stop) {}
+  bool stop_wanted() override { return stop_; }
+
+ private:
+  const std::atomic<bool>& stop_;
+};
+
+void fit_all(const RunPlan& plan, Run& run, const std::atomic<bool>& stop) {
+  for (FitRequest request : plan.fits) {
+    if (stop) return;
+    request.ranks = plan.sample.ranks;
+    Stoppable companion(stop);
+    const FitAnswer answer = fit(run.sample, request, companion);
+    run.of_fits.push_back(answer.fit() ? numbers_of(*find_model(request.model), *answer.fit())
+                                       : Numbers{});
+  }
+  run.sample = {};
+  run.is_made = !stop;  // a fit that was ended is no refusal
+}
+
+void make_part(const RunPlan& plan, WichmannHill random, Entropy& chance, std::vector<Run>& runs,
+               const std::atomic<bool>& stop) {
+  for (Run& run : runs) {
+    if (stop) return;
+    std::vector<SampleRow> rows = draw_points(plan.sample, random, chance).rows();
+    find_at(plan.inspections, rows);
+    run.sample = make_sample(rows, plan.sample.ranks);
+    run.behind = random;
+  }
+  for_each_index(runs.size(), [&](std::size_t i) { fit_all(plan, runs[i], stop); });
+}
+
+/// The first ones up to one that is not made.
+std::int32_t made_of(const std::vector<Run>& runs) {
+  const auto end =
+      std::find_if(runs.begin(), runs.end(), [](const Run& run) { return !run.is_made; });
+  return static_cast<std::int32_t>(end - runs.begin());
+}
+
+/// Does the work on another thread, so that one long fit keeps nobody waiting for `go_on`.
+void make_while(const std::function<void()>& work, const std::function<bool()>& go_on,
+                std::atomic<bool>& stop) {
+  constexpr std::chrono::milliseconds between_questions(20);
+  std::future<void> done = std::async(std::launch::async, work);
+  while (done.wait_for(between_questions) != std::future_status::ready)
+    if (!stop && !go_on()) stop = true;
+  done.get();
 }
 
 }  // namespace
@@ -111,33 +195,25 @@ std::optional<Spread> spread_of(std::vector<double> numbers) {
 RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
                      const std::function<bool(std::int32_t)>& go_on) {
   constexpr std::int32_t points_at_once = 1 << 20;
-  const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 64);
+  const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 256);
   std::vector<std::vector<Numbers>> of_fits(plan.fits.size());
   RunsReport report;
-  while (report.runs < plan.runs && go_on(report.runs)) {
-    const std::int32_t count = std::min(part, plan.runs - report.runs);
-    std::vector<Sample> samples;
-    for (std::int32_t i = 0; i < count; ++i) {
-      std::vector<SampleRow> rows = draw_points(plan.sample, random, chance).rows();
-      find_at(plan.inspections, rows);
-      samples.push_back(make_sample(rows, plan.sample.ranks));
+  std::atomic<bool> stop = false;
+  while (!stop && report.runs < plan.runs && go_on(report.runs)) {
+    std::vector<Run> runs(static_cast<std::size_t>(std::min(part, plan.runs - report.runs)));
+    make_while([&] { make_part(plan, random, chance, runs, stop); },
+               [&] { return go_on(report.runs + made_of(runs)); }, stop);
+    const std::int32_t made = made_of(runs);
+    for (std::int32_t i = 0; i < made; ++i) {
+      Run& run = runs[static_cast<std::size_t>(i)];
+      for (std::size_t k = 0; k < of_fits.size(); ++k)
+        of_fits[k].push_back(std::move(run.of_fits[k]));
+      random = run.behind;
     }
-    for (std::size_t k = 0; k < plan.fits.size(); ++k) {
-      FitRequest request = plan.fits[k];
-      request.ranks = plan.sample.ranks;
-      const Model& model = *find_model(request.model);
-      std::vector<Numbers>& runs = of_fits[k];
-      runs.resize(runs.size() + samples.size());
-      for_each_index(samples.size(), [&](std::size_t i) {
-        Companion nobody;
-        const FitAnswer answer = fit(samples[i], request, nobody);
-        if (answer.fit()) runs[runs.size() - samples.size() + i] = numbers_of(model, *answer.fit());
-      });
-    }
-    report.runs += count;
+    report.runs += made;
   }
   for (std::size_t k = 0; k < plan.fits.size(); ++k)
-    report.fits.push_back(report_of(plan.fits[k], of_fits[k]));
+    report.fits.push_back(report_of(plan, plan.fits[k], std::exchange(of_fits[k], {})));
   return report;
 }
 
