@@ -98,7 +98,9 @@ void add_truth(const Life& life, RunsOfFit& report) {
 RunsOfFit report_of(const RunPlan& plan, const FitRequest& request,
                     const std::vector<Numbers>& runs) {
   const Model& model = *find_model(request.model);
-  RunsOfFit report{request, 0, 0, columns_of(model), {}, {}};
+  RunsOfFit report;
+  report.request = request;
+  report.parameters = columns_of(model);
   report.refused = static_cast<std::int32_t>(
       std::count_if(runs.begin(), runs.end(), [](const Numbers& run) { return run.empty(); }));
   report.fitted = static_cast<std::int32_t>(runs.size()) - report.refused;
@@ -118,6 +120,7 @@ struct Run {
   Sample sample;
   WichmannHill behind;             ///< the generator after it
   std::vector<Numbers> of_fits{};  ///< by the requests of the plan
+  std::vector<std::optional<Refusal>> refusals{};
   std::atomic<bool> is_made = false;
 };
 
@@ -137,8 +140,10 @@ void fit_all(const RunPlan& plan, Run& run, const std::atomic<bool>& stop) {
     request.ranks = plan.sample.ranks;
     Stoppable companion(stop);
     const FitAnswer answer = fit(run.sample, request, companion);
-    run.of_fits.push_back(answer.fit() ? numbers_of(*find_model(request.model), *answer.fit())
-                                       : Numbers{});
+    const Refusal* refusal = answer.refusal();
+    run.refusals.push_back(refusal ? std::optional(*refusal) : std::nullopt);
+    run.of_fits.push_back(refusal ? Numbers{}
+                                  : numbers_of(*find_model(request.model), *answer.fit()));
   }
   run.sample = {};
   run.is_made = !stop;  // a fit that was ended is no refusal
@@ -197,6 +202,7 @@ RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
   constexpr std::int32_t points_at_once = 1 << 20;
   const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 256);
   std::vector<std::vector<Numbers>> of_fits(plan.fits.size());
+  std::vector<std::optional<Refusal>> first_refusals(plan.fits.size());
   RunsReport report;
   std::atomic<bool> stop = false;
   while (!stop && report.runs < plan.runs && go_on(report.runs)) {
@@ -204,6 +210,7 @@ RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
     make_while([&] { make_part(plan, random, chance, runs, stop); },
                [&] { return go_on(report.runs + made_of(runs)); }, stop);
     const std::int32_t made = made_of(runs);
+    if (report.runs == 0 && made > 0) first_refusals = runs.front().refusals;
     for (std::int32_t i = 0; i < made; ++i) {
       Run& run = runs[static_cast<std::size_t>(i)];
       for (std::size_t k = 0; k < of_fits.size(); ++k)
@@ -212,8 +219,10 @@ RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
     }
     report.runs += made;
   }
-  for (std::size_t k = 0; k < plan.fits.size(); ++k)
+  for (std::size_t k = 0; k < plan.fits.size(); ++k) {
     report.fits.push_back(report_of(plan, plan.fits[k], std::exchange(of_fits[k], {})));
+    report.fits.back().first_refusal = first_refusals[k];
+  }
   return report;
 }
 

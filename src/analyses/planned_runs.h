@@ -58,6 +58,7 @@ struct RunsOfFit {
   std::int32_t fitted = 0;
   /// Left out of all numbers: also a fit of which one is not determined, or beyond 3.4e38.
   std::int32_t refused = 0;
+  std::optional<Refusal> first_refusal;  ///< of the first run
   std::vector<ParameterSpread> parameters;
   std::vector<BLifeSpread> b_lives;  ///< 1, 10 and 50 %
   std::optional<Spread> r_squared;   ///< of regressions
