@@ -79,7 +79,7 @@ class FitTable {
   /// A likelihood counts with all its digits, r squared as the grid shows it.
   std::optional<double> quality(int slot) const {
     const FitResult& fit = fits_.Fits(slot);
-    if (!is_current(fit, data_) || first_row(slot) == 0) return std::nullopt;
+    if (!is_current(fit, data_) || fit.is_given || first_row(slot) == 0) return std::nullopt;
     if (fit.Method == method_code::mle) return fit.Quality;
     return parse_number(grid_.text(first_row(slot), fit_column::quality));
   }

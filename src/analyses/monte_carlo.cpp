@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 #include "fit/parallel.h"
 #include "fit/ranks/adjusted_rank.h"
@@ -144,7 +145,10 @@ DrawnPoints draw_points(const SamplePlan& plan, WichmannHill& random, Entropy& c
   DrawnPoints drawn;
   drawn.times = plan.is_precise ? precise_chances(plan.size, plan.ranks)
                                 : random_chances(plan.size, random, chance);
-  drawn.unreached = invert(plan.life, drawn.times);
+  if (plan.life.rows.empty())
+    std::iota(drawn.times.begin(), drawn.times.end(), 1.0f);
+  else
+    drawn.unreached = invert(plan.life, drawn.times);
   const bool by_likelihood = plan.method == method_code::mle;
   drawn.suspended = suspend(plan.size, plan.suspensions, by_likelihood, random, chance);
   if (drawn.suspended.collapsed > 0) {

@@ -14,7 +14,7 @@
 namespace tavlo {
 
 struct SamplePlan {
-  Life life;
+  Life life;              ///< without rows the points are just numbered
   std::int32_t size = 0;  ///< points, at least 1
   bool is_precise = false;
   RankKind ranks = RankKind::benard;  ///< of the points of a precise sample

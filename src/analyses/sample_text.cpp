@@ -1,5 +1,8 @@
 #include "analyses/sample_text.h"
 
+#include <charconv>
+
+#include "files/shortest_number.h"
 #include "numerics/decimal.h"
 
 namespace tavlo {
@@ -13,6 +16,14 @@ void append_time(std::string& text, double time) {
   if (decimal.negative) text += '-';
   text.append(decimal.digits, 0, 1).append(".").append(decimal.digits, 1);
   text.append(exponent < 0 ? "E-" : "E+").append(size < 10 ? "0" : "").append(std::to_string(size));
+}
+
+float written_time(float time) {
+  std::string text;
+  append_time(text, time);
+  float written = time;  // as it is where rounding takes it beyond all numbers
+  std::from_chars(text.data(), text.data() + text.size(), written);
+  return written;
 }
 
 namespace {
@@ -36,15 +47,21 @@ void append_count(std::string& text, double count) {
   if (count > 1) text.append("x").append(std::to_string(static_cast<std::int64_t>(count)));
 }
 
+void append_units(std::string& text, std::string_view mark, const SampleRow& row, double count) {
+  text += mark;
+  append_shortest(text, row.time);
+  append_count(text, count);
+}
+
 }  // namespace
 
 void write_rows(const std::vector<SampleRow>& rows, std::string_view mark,
                 std::string_view line_end, const std::function<bool(std::string_view)>& write) {
   const auto line = [&](std::string& text, std::size_t i) {
     const SampleRow& row = rows[i];
-    if (row.failures == 0) text += mark;
-    append_time(text, row.time);
-    append_count(text, row.failures == 0 ? row.suspensions : row.failures);
+    if (row.failures > 0) append_units(text, {}, row, row.failures);
+    if (row.failures > 0 && row.suspensions > 0) text += line_end;
+    if (row.suspensions > 0) append_units(text, mark, row, row.suspensions);
   };
   write_lines(rows.size(), line_end, line, write);
 }
