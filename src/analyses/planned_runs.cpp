@@ -10,6 +10,7 @@
 #include <numeric>
 #include <utility>
 
+#include "analyses/sample_text.h"
 #include "fit/door/fit.h"
 #include "fit/parallel.h"
 #include "life/parameter_names.h"
@@ -149,13 +150,20 @@ void fit_all(const RunPlan& plan, Run& run, const std::atomic<bool>& stop) {
   run.is_made = !stop;  // a fit that was ended is no refusal
 }
 
+/// As a sample that is written is read back.
+std::vector<SampleRow> rows_of(const RunPlan& plan, WichmannHill& random, Entropy& chance) {
+  std::vector<SampleRow> rows = draw_points(plan.sample, random, chance).rows();
+  find_at(plan.inspections, rows);
+  if (plan.inspections.is_none())
+    for (SampleRow& row : rows) row.time = written_time(row.time);
+  return rows;
+}
+
 void make_part(const RunPlan& plan, WichmannHill random, Entropy& chance, std::vector<Run>& runs,
                const std::atomic<bool>& stop) {
   for (Run& run : runs) {
     if (stop) return;
-    std::vector<SampleRow> rows = draw_points(plan.sample, random, chance).rows();
-    find_at(plan.inspections, rows);
-    run.sample = make_sample(rows, plan.sample.ranks);
+    run.sample = make_sample(rows_of(plan, random, chance), plan.sample.ranks);
     run.behind = random;
   }
   for_each_index(runs.size(), [&](std::size_t i) { fit_all(plan, runs[i], stop); });
