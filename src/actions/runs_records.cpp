@@ -9,6 +9,7 @@
 #include "chart/parts/legend.h"
 #include "chart/scales/chart_view.h"
 #include "files/point_list.h"
+#include "files/project_writer.h"
 #include "project/plot_rows.h"
 
 namespace tavlo {
@@ -30,9 +31,11 @@ std::string unused_title(const Project& project, const std::string& title) {
   return name;
 }
 
+/// One failure each, with the digits that a file keeps of a time.
 DataRows rows_of(const std::vector<double>& values) {
   DataRows rows;
-  for (const double value : values) rows.rows.push_back({static_cast<float>(value), 1, 0});
+  for (const double value : values)
+    rows.rows.push_back({ProjectWriter::as_read(static_cast<float>(value)), 1, 0});
   return rows;
 }
 
