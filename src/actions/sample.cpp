@@ -11,6 +11,7 @@
 #include "actions/new_project.h"
 #include "actions/pasted_rows.h"
 #include "actions/reports.h"
+#include "actions/sample_words.h"
 #include "actions/shown_fits.h"
 #include "actions/work.h"
 #include "analyses/sample_text.h"
@@ -39,18 +40,16 @@ struct Drawn {
   std::int64_t negative = 0;  ///< failures that the notation makes suspensions
 };
 
-/// The rows as their text reads back. A negative time has no form of its own where a minus
-/// marks a suspension.
-void take_as_written(Drawn& drawn, bool minus_suspends) {
+/// A negative time has no form of its own where a minus marks a suspension.
+void suspend_negative(Drawn& drawn) {
   for (SampleRow& row : drawn.rows) {
-    row.time = written_time(row.time);
-    if (!minus_suspends || !(row.time < 0)) continue;
+    if (!(row.time < 0)) continue;
     drawn.negative += row.failures > 0;
     row = {-row.time, 0, row.failures + row.suspensions};
   }
 }
 
-/// Error 6 for a time beyond single precision.
+/// Error 6 for a time that data can't hold.
 Drawn draw(Session& session, const RunPlan& plan, WichmannHill& random) {
   const bool minus_suspends = session.settings.NegativeSuspension;
   const char* const mark = minus_suspends ? "-" : ">";
@@ -67,12 +66,24 @@ Drawn draw(Session& session, const RunPlan& plan, WichmannHill& random) {
   drawn.rows = points.rows();
   if (plan.inspections.is_none()) {
     write_points(points, mark, line_end, add);
-    take_as_written(drawn, minus_suspends);
+    for (SampleRow& row : drawn.rows) row.time = written_time(row.time);
   } else {
     find_at(plan.inspections, drawn.rows);
     write_rows(drawn.rows, mark, line_end, add);
   }
+  if (minus_suspends) suspend_negative(drawn);
   return drawn;
+}
+
+/// Nothing, after a box, for a sample with a time that data can't hold.
+std::optional<Drawn> guarded_draw(Session& session, const RunPlan& plan, WichmannHill& random) {
+  try {
+    return draw(session, plan, random);
+  } catch (const RunTimeError& fault) {
+    if (fault.number() != run_time::overflow) throw;
+    refuse_sample(session, std::string(words_of_time_out_of_range) + ".");
+    return std::nullopt;
+  }
 }
 
 /// The sample in a project of its own; a panel without a fit offers the method of the one before.
@@ -134,14 +145,16 @@ void make(Session& session, SampleForm& form, const RunPlan& plan) {
   const BusyPointer busy(session.ports.views);
   WichmannHill random(session.random_states);
   enter_seeds(session, form.seeds, random);
-  const Drawn drawn = draw(session, plan, random);
+  if (random.is_at_rest()) random.seed({-1, -1, -1, -1}, session.ports.entropy);
+  const auto drawn = guarded_draw(session, plan, random);
+  if (!drawn) return;
   session.random_states = random.states();
-  put_in_place(session, form, drawn);
+  put_in_place(session, form, *drawn);
   show_life(session, plan.sample);
-  log_sample(session, form, drawn, plan.sample.size);
+  log_sample(session, form, *drawn, plan.sample.size);
   session.step = "Sample";
   fit_sample(session, plan.fits);
-  tell(session, drawn);
+  tell(session, *drawn);
 }
 
 }  // namespace

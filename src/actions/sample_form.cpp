@@ -112,7 +112,7 @@ class FormReader {
   }
 
   bool refuse(const std::string& why) const {
-    session_.ports.prompts.show({"Monte Carlo", why, BoxIcon::exclamation, BoxButtons::ok});
+    refuse_sample(session_, why);
     return false;
   }
 
@@ -154,16 +154,24 @@ class FormReader {
     return true;
   }
 
-  Life life() const {
-    const Model& model = *find_model(form_.model);
-    if (!is_sampled(model.code)) return {model.code, {}};
-    std::vector<StatedRow> rows(static_cast<std::size_t>(model.rows()));
+  /// Of a model that is sampled.
+  std::vector<StatedRow> stated_rows() const {
+    std::vector<StatedRow> rows(static_cast<std::size_t>(find_model(form_.model)->rows()));
     for (std::size_t k = 0; k < rows.size(); ++k) {
       const auto at = [&](int box) { return stated(parameter_text(box, k)); };
       rows[k] = {at(share_box), at(first_box), at(second_box)};
     }
-    const bool has_minimum_life = model.code == model_code::weibull3;
-    return stated_life(model, rows, has_minimum_life ? number(form_.parameters[0]) : 0);
+    return rows;
+  }
+
+  double minimum_life() const {
+    return form_.model == model_code::weibull3 ? number(form_.parameters[0]) : 0;
+  }
+
+  Life life() const {
+    const Model& model = *find_model(form_.model);
+    if (!is_sampled(model.code)) return {model.code, {}};
+    return stated_life(model, stated_rows(), minimum_life());
   }
 
   std::optional<double> stated(const std::string& text) const {
@@ -201,16 +209,15 @@ class FormReader {
   bool can_be_sampled(RunPlan& plan) const {
     const Model& model = *find_model(form_.model);
     if (!is_sampled(model.code)) {
-      if (plan.runs > 1) return refuse(words_of(PlanFault::model, model) + ".");
+      if (plan.runs > 1) return refuse(words_of(LifeFault::model, model) + ".");
       if (sampled_model(model.code).boxes.empty())
         session_.ports.prompts.show({"", "sample not programmed in cmd_sample.click"});
       return true;
     }
-    SamplePlan sample = plan.sample;
-    sample.size = std::max(sample.size, 1);
-    if (const auto fault = fault_of(sample)) return refuse(words_of(*fault, model) + ".");
+    if (const auto fault = fault_of(model, stated_rows(), minimum_life()))
+      return refuse(words_of(*fault, model) + ".");
     if (plan.runs == 1) return true;
-    if (plan.sample.size < 1) return refuse(words_of(PlanFault::size, model) + ".");
+    if (plan.sample.size < 1) return refuse("The sample of a run has at least 1 point.");
     if (plan.fits.empty()) plan.fits.push_back(usual_fit(model));
     return true;
   }
@@ -230,6 +237,10 @@ class FormReader {
 }  // namespace
 
 std::span<const SampledModel> sampled_models() { return models_in_options; }
+
+void refuse_sample(Session& session, const std::string& why) {
+  session.ports.prompts.show({"Monte Carlo", why, BoxIcon::exclamation, BoxButtons::ok});
+}
 
 std::optional<RunPlan> plan_of(Session& session, const SampleForm& form) {
   return FormReader(session, form).plan();

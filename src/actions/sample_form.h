@@ -53,6 +53,9 @@ struct SampleForm {
 /// shown and not sampled gives a life without rows.
 std::optional<RunPlan> plan_of(Session& session, const SampleForm& form);
 
+/// Tells in a box why no sample is made.
+void refuse_sample(Session& session, const std::string& why);
+
 /// Enters the seeds into the generator. The texts become the numbers that were read.
 void enter_seeds(Session& session, std::array<std::string, WichmannHill::streams>& seeds,
                  WichmannHill& random);

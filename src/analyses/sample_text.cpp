@@ -1,8 +1,10 @@
 #include "analyses/sample_text.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "files/shortest_number.h"
+#include "fit/parallel.h"
 #include "numerics/decimal.h"
 
 namespace tavlo {
@@ -28,18 +30,23 @@ float written_time(float time) {
 
 namespace {
 
-/// Lines of so many points, handed on in parts.
+/// Lines of so many points, made in parts on all cores and handed on in their order.
 template <class Line>
 void write_lines(std::size_t count, std::string_view line_end, Line line,
                  const std::function<bool(std::string_view)>& write) {
-  constexpr std::size_t part = 1 << 16;
-  std::string text;
-  for (std::size_t i = 0; i < count; ++i) {
-    line(text, i);
-    text += line_end;
-    if (i + 1 < count && text.size() < part) continue;
-    if (!write(text)) return;
-    text.clear();
+  constexpr std::size_t part = 8192;
+  std::vector<std::string> texts(16);
+  for (std::size_t start = 0; start < count; start += part * texts.size()) {
+    for_each_index(texts.size(), [&](std::size_t k) {
+      texts[k].clear();
+      const std::size_t first = start + k * part;
+      for (std::size_t i = first; i < std::min(count, first + part); ++i) {
+        line(texts[k], i);
+        texts[k] += line_end;
+      }
+    });
+    for (const std::string& text : texts)
+      if (!text.empty() && !write(text)) return;
   }
 }
 

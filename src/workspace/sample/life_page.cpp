@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "actions/sample.h"
+#include "analyses/stated_life.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
