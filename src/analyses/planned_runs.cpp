@@ -118,7 +118,7 @@ RunsOfFit report_of(const RunPlan& plan, const FitRequest& request,
 }
 
 struct Run {
-  Sample sample;
+  std::vector<SampleRow> rows{};
   WichmannHill behind;             ///< the generator after it
   std::vector<Numbers> of_fits{};  ///< by the requests of the plan
   std::vector<std::optional<Refusal>> refusals{};
@@ -135,38 +135,40 @@ class Stoppable : public Companion {
   const std::atomic<bool>& stop_;
 };
 
-void fit_all(const RunPlan& plan, Run& run, const std::atomic<bool>& stop) {
+/// As a sample that is written is read back. What inspections find is written with all digits.
+Sample sample_of(const RunPlan& plan, std::vector<SampleRow> rows) {
+  if (plan.inspections.is_none())
+    for (SampleRow& row : rows) row.time = written_time(row.time);
+  return make_sample(rows, plan.sample.ranks);
+}
+
+void make(const RunPlan& plan, Run& run, const std::atomic<bool>& stop) {
+  if (stop) return;
+  const Sample sample = sample_of(plan, std::exchange(run.rows, {}));
   for (FitRequest request : plan.fits) {
     if (stop) return;
     request.ranks = plan.sample.ranks;
     Stoppable companion(stop);
-    const FitAnswer answer = fit(run.sample, request, companion);
+    const FitAnswer answer = fit(sample, request, companion);
     const Refusal* refusal = answer.refusal();
     run.refusals.push_back(refusal ? std::optional(*refusal) : std::nullopt);
     run.of_fits.push_back(refusal ? Numbers{}
                                   : numbers_of(*find_model(request.model), *answer.fit()));
   }
-  run.sample = {};
   run.is_made = !stop;  // a fit that was ended is no refusal
 }
 
-/// As a sample that is written is read back.
-std::vector<SampleRow> rows_of(const RunPlan& plan, WichmannHill& random, Entropy& chance) {
-  std::vector<SampleRow> rows = draw_points(plan.sample, random, chance).rows();
-  find_at(plan.inspections, rows);
-  if (plan.inspections.is_none())
-    for (SampleRow& row : rows) row.time = written_time(row.time);
-  return rows;
-}
-
+/// Runs are taken up in their order, so that one that is not made ends as few as can be.
 void make_part(const RunPlan& plan, WichmannHill random, Entropy& chance, std::vector<Run>& runs,
                const std::atomic<bool>& stop) {
   for (Run& run : runs) {
     if (stop) return;
-    run.sample = make_sample(rows_of(plan, random, chance), plan.sample.ranks);
+    run.rows = draw_points(plan.sample, random, chance).rows();
+    find_at(plan.inspections, run.rows);
     run.behind = random;
   }
-  for_each_index(runs.size(), [&](std::size_t i) { fit_all(plan, runs[i], stop); });
+  std::atomic<std::size_t> next = 0;
+  for_each_index(runs.size(), [&](std::size_t) { make(plan, runs[next++], stop); });
 }
 
 /// The first ones up to one that is not made.
