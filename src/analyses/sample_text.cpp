@@ -2,22 +2,33 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
 
 #include "files/shortest_number.h"
 #include "fit/parallel.h"
-#include "numerics/decimal.h"
 
 namespace tavlo {
 
+// Reads "-d.dddddddddddddde+xx", the digits that a person would round.
 void append_time(std::string& text, double time) {
-  constexpr int shown = 4;
-  Decimal decimal = decimal_of(time, 15);
-  round_half_away(decimal, shown - decimal.point);
-  const int exponent = decimal.exponent(), size = exponent < 0 ? -exponent : exponent;
-  decimal.digits.resize(shown, '0');
-  if (decimal.negative) text += '-';
-  text.append(decimal.digits, 0, 1).append(".").append(decimal.digits, 1);
-  text.append(exponent < 0 ? "E-" : "E+").append(size < 10 ? "0" : "").append(std::to_string(size));
+  char written[32];
+  char* const end =
+      std::to_chars(written, written + sizeof written, time, std::chars_format::scientific, 14).ptr;
+  const bool is_negative = *written == '-';
+  const char* const first = written + (is_negative ? 1 : 0);
+  const char* const power = first + 17;
+  int exponent = 0, digits = 0;
+  std::from_chars(*power == '+' ? power + 1 : power, end, exponent);
+  for (const int place : {0, 2, 3, 4}) digits = 10 * digits + (first[place] - '0');
+  if (first[5] >= '5') ++digits;
+  if (digits == 10000) digits = 1000, ++exponent;
+  char shown[] = "d.dddE+";
+  for (const int place : {4, 3, 2, 0})
+    shown[place] = static_cast<char>('0' + digits % 10), digits /= 10;
+  if (exponent < 0) shown[6] = '-';
+  const int size = std::abs(exponent);
+  if (is_negative) text += '-';
+  text.append(shown).append(size < 10 ? "0" : "").append(std::to_string(size));
 }
 
 float written_time(float time) {
