@@ -15,6 +15,7 @@
 #include "fit/parallel.h"
 #include "life/parameter_names.h"
 #include "life/shown_parameters.h"
+#include "numerics/run_time_error.h"
 
 namespace tavlo {
 
@@ -118,57 +119,73 @@ RunsOfFit report_of(const RunPlan& plan, const FitRequest& request,
 }
 
 struct Run {
-  std::vector<SampleRow> rows{};
-  WichmannHill behind;             ///< the generator after it
+  std::vector<float> chances{};
+  WichmannHill behind;             ///< the generator after them
   std::vector<Numbers> of_fits{};  ///< by the requests of the plan
   std::vector<std::optional<Refusal>> refusals{};
   std::atomic<bool> is_made = false;
 };
 
+/// What tasks tell one another.
+struct State {
+  std::atomic<bool> stop = false;
+  std::atomic<bool> overflow = false;  ///< a time is beyond single precision
+};
+
 /// Ends a fit that nobody waits for any more.
 class Stoppable : public Companion {
  public:
-  explicit Stoppable(const std::atomic<bool>& stop) : stop_(stop) {}
-  bool stop_wanted() override { return stop_; }
+  explicit Stoppable(const State& state) : state_(state) {}
+  bool stop_wanted() override { return state_.stop; }
 
  private:
-  const std::atomic<bool>& stop_;
+  const State& state_;
 };
 
 /// As a sample that is written is read back. What inspections find is written with all digits.
-Sample sample_of(const RunPlan& plan, std::vector<SampleRow> rows) {
+Sample sample_of(const RunPlan& plan, Run& run, Entropy& chance) {
+  std::vector<SampleRow> rows =
+      points_of(plan.sample, std::exchange(run.chances, {}), run.behind, chance).rows();
+  find_at(plan.inspections, rows);
   if (plan.inspections.is_none())
     for (SampleRow& row : rows) row.time = written_time(row.time);
   return make_sample(rows, plan.sample.ranks);
 }
 
-void make(const RunPlan& plan, Run& run, const std::atomic<bool>& stop) {
-  if (stop) return;
-  const Sample sample = sample_of(plan, std::exchange(run.rows, {}));
+void fit_all(const RunPlan& plan, const Sample& sample, Run& run, const State& state) {
   for (FitRequest request : plan.fits) {
-    if (stop) return;
+    if (state.stop) return;
     request.ranks = plan.sample.ranks;
-    Stoppable companion(stop);
+    Stoppable companion(state);
     const FitAnswer answer = fit(sample, request, companion);
     const Refusal* refusal = answer.refusal();
     run.refusals.push_back(refusal ? std::optional(*refusal) : std::nullopt);
     run.of_fits.push_back(refusal ? Numbers{}
                                   : numbers_of(*find_model(request.model), *answer.fit()));
   }
-  run.is_made = !stop;  // a fit that was ended is no refusal
+  run.is_made = !state.stop;  // a fit that was ended is no refusal
+}
+
+/// A task: it must not throw. Chance is asked by generators at rest alone, which none is here.
+void make(const RunPlan& plan, Run& run, Entropy& chance, State& state) {
+  if (state.stop) return;
+  try {
+    fit_all(plan, sample_of(plan, run, chance), run, state);
+  } catch (const RunTimeError&) {
+    state.overflow = state.stop = true;
+  }
 }
 
 /// Runs are taken up in their order, so that one that is not made ends as few as can be.
 void make_part(const RunPlan& plan, WichmannHill random, Entropy& chance, std::vector<Run>& runs,
-               const std::atomic<bool>& stop) {
+               State& state) {
   for (Run& run : runs) {
-    if (stop) return;
-    run.rows = draw_points(plan.sample, random, chance).rows();
-    find_at(plan.inspections, run.rows);
+    run.chances = draw_chances(plan.sample, random, chance);
     run.behind = random;
   }
   std::atomic<std::size_t> next = 0;
-  for_each_index(runs.size(), [&](std::size_t) { make(plan, runs[next++], stop); });
+  for_each_index(runs.size(), [&](std::size_t) { make(plan, runs[next++], chance, state); });
+  if (state.overflow) throw RunTimeError(run_time::overflow);
 }
 
 /// The first ones up to one that is not made.
@@ -180,11 +197,11 @@ std::int32_t made_of(const std::vector<Run>& runs) {
 
 /// Does the work on another thread, so that one long fit keeps nobody waiting for `go_on`.
 void make_while(const std::function<void()>& work, const std::function<bool()>& go_on,
-                std::atomic<bool>& stop) {
+                State& state) {
   constexpr std::chrono::milliseconds between_questions(20);
   std::future<void> done = std::async(std::launch::async, work);
   while (done.wait_for(between_questions) != std::future_status::ready)
-    if (!stop && !go_on()) stop = true;
+    if (!state.stop && !go_on()) state.stop = true;
   done.get();
 }
 
@@ -214,11 +231,11 @@ RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
   std::vector<std::vector<Numbers>> of_fits(plan.fits.size());
   std::vector<std::optional<Refusal>> first_refusals(plan.fits.size());
   RunsReport report;
-  std::atomic<bool> stop = false;
-  while (!stop && report.runs < plan.runs && go_on(report.runs)) {
+  State state;
+  while (!state.stop && report.runs < plan.runs && go_on(report.runs)) {
     std::vector<Run> runs(static_cast<std::size_t>(std::min(part, plan.runs - report.runs)));
-    make_while([&] { make_part(plan, random, chance, runs, stop); },
-               [&] { return go_on(report.runs + made_of(runs)); }, stop);
+    make_while([&] { make_part(plan, random, chance, runs, state); },
+               [&] { return go_on(report.runs + made_of(runs)); }, state);
     const std::int32_t made = made_of(runs);
     if (report.runs == 0 && made > 0) first_refusals = runs.front().refusals;
     for (std::int32_t i = 0; i < made; ++i) {
