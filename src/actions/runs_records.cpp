@@ -101,6 +101,15 @@ int add_chart(Session& session, const RunChart& wanted, const RunAxis& axis,
   return index;
 }
 
+/// Where a person finds the charts, by their names in the tree.
+void log_places(Session& session, const std::vector<RunChart>& charts,
+                const std::vector<int>& indexes) {
+  std::string places;
+  for (std::size_t i = 0; i < charts.size(); ++i)
+    places += (i == 0 ? "" : ", ") + charts[i].word + " on Chart" + std::to_string(indexes[i]);
+  if (!places.empty()) AppendLog(session, "Charts of the runs: " + places + "\n", false);
+}
+
 }  // namespace
 
 void add_run_records(Session& session, const RunPlan& plan, const RunsReport& report,
@@ -112,15 +121,17 @@ void add_run_records(Session& session, const RunPlan& plan, const RunsReport& re
   std::string sub_title = plan_words(plan);
   if (const auto most = thin_to(most_rows, charts)) {
     sub_title = thinning_words(*most, report.runs);
-    AppendLog(session, "Data sets and charts of the runs: " + sub_title + "\n", false);
+    AppendLog(session, "In data sets and charts stand " + sub_title + "\n", false);
   }
   const std::string of_runs = " of " + grouped(report.runs) + " runs";
   std::vector<int> indexes;  // charts stand first, so that no set begins on one of another word
   for (std::size_t i = 0; i < charts.size(); ++i)
     indexes.push_back(add_chart(session, charts[i], axes[i], charts[i].word + of_runs, sub_title));
+  if (std::find(indexes.begin(), indexes.end(), 0) != indexes.end()) return;  // which was told
+  log_places(session, charts, indexes);
   for (std::size_t i = 0; i < charts.size(); ++i)
     for (const RunSet& set : charts[i].sets)
-      if (indexes[i] == 0 || !add_set(session, set, indexes[i], axes[i].is_log)) return;
+      if (!add_set(session, set, indexes[i], axes[i].is_log)) return;
 }
 
 }  // namespace tavlo

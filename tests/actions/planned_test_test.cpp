@@ -127,6 +127,8 @@ TEST(PlannedTest, LogSetsAndChartsTellTheSame) {
     }
     EXPECT_EQ(shown, 1) << title;
   }
+  EXPECT_NE(world.log().find(": eta on Chart2, beta on Chart3, u % on Chart4\n"),
+            std::string::npos);
   Companion nobody;
   const FitAnswer first = fit(world.data().sample(), w2p_rr, nobody);
   const ShownParameters numbers = shown_parameters(98, first.fit()->life.rows[0]);
