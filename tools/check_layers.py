@@ -29,7 +29,7 @@ INNER = {
     "fit": each_knows_those_before(
         ["", "ranks", "line", "likelihood", "minimiser", "mixture", "starts", "search", "door"]),
     "chart": each_knows_those_before(["record", "scales", "parts", "compose"]),
-    "workspace": each_knows_those_before(["qt", "format", "chart", "fit", "data", "frame"]),
+    "workspace": each_knows_those_before(["qt", "format", "chart", "fit", "sample", "data", "frame"]),
 }
 INNER["chart"]["metafile"] = {"record", "metafile"}  # beside the composition: a player
 

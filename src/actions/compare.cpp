@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 #include "actions/busy_panel.h"
 #include "actions/dispatch.h"
 #include "actions/intake.h"
+#include "actions/log_table.h"
 #include "actions/reports.h"
 #include "analyses/comparison.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
-#include "project/rtf_table.h"
 #include "project/rtf_writer.h"
 
 namespace tavlo {
@@ -80,7 +79,7 @@ class FitTable {
   /// A likelihood counts with all its digits, r squared as the grid shows it.
   std::optional<double> quality(int slot) const {
     const FitResult& fit = fits_.Fits(slot);
-    if (!is_current(fit, data_) || first_row(slot) == 0) return std::nullopt;
+    if (!is_current(fit, data_) || fit.is_given || first_row(slot) == 0) return std::nullopt;
     if (fit.Method == method_code::mle) return fit.Quality;
     return parse_number(grid_.text(first_row(slot), fit_column::quality));
   }
@@ -129,27 +128,6 @@ TableRows stated_rows(const FitTable& table, bool lr_test) {
     if (row > 0) add(row, added_cells(found, lr_test));
   });
   return rows;
-}
-
-/// As wide as the widest text of each column and the gaps of a cell, and a little wider, as
-/// letters are not drawn alike everywhere. The first column's edge is not the page's.
-std::vector<int> column_widths(TextMeasure& measure, const TableRows& rows) {
-  constexpr double twips_a_point = 20;
-  constexpr int left_of_tables = 36;
-  constexpr int gaps = 2 * 108 + 20;
-  std::vector<int> widths(rows.front().size(), gaps);
-  for (const std::vector<std::string>& row : rows)
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      const double points = measure.measure(row[i], FontChoice{}).width;
-      widths[i] = std::max(widths[i], gaps + static_cast<int>(std::ceil(twips_a_point * points)));
-    }
-  widths.front() += left_of_tables;
-  return widths;
-}
-
-void log_table(Session& session, const TableRows& rows) {
-  const std::vector<int> widths = column_widths(session.ports.text_measure, rows);
-  AppendLog(session, RTF_Table(rows, widths, RowAlignment::left), true);
 }
 
 /// Why rows have no test that a person expects one of, and how they get it.

@@ -133,7 +133,7 @@ void remark_fit(const Desk& desk, const FitRequest& request, int slot) {
 Outcome answer_request(Desk& desk, const FitRequest& request) {
   const int slot = find_slot(desk.fits(), request);
   if (slot > 0 && is_current(desk.fits().Fits(slot), desk.data) &&
-      desk.fits().Fits(slot).request == request) {
+      !desk.fits().Fits(slot).is_given && desk.fits().Fits(slot).request == request) {
     remark_fit(desk, request, slot);
     return {slot, false};
   }

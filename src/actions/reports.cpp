@@ -178,7 +178,8 @@ void load_numbers(Session& session, const FitResult& fit, const DataSet& data, i
   if (mode && !mode->refusal && mode->quality)  // a file keeps none of modes
     grid.set_text(to, fit_column::quality, rounded(reporter, *mode->quality, digits));
   if (!mode && row == 1)
-    grid.set_text(to, fit_column::quality, rounded(reporter, fit.Quality, digits));
+    grid.set_text(to, fit_column::quality,
+                  fit.is_given ? "given" : rounded(reporter, fit.Quality, digits));
   grid.set_text(to, fit_column::sub_population,
                 mode ? mode_name(data, mode->mode) : fs_BitList(from.Applies));
   grid.set_text(to, fit_column::scale, rounded(reporter, shown.first, digits));
@@ -264,6 +265,7 @@ std::string notes_at(const Session& session, int fit_index, int grid_row) {
   if (slot == 0) return "";
   if (is_out_of_date_at(session, fit_index, grid_row))
     return "out of date: the data or their ranks have changed";
+  if (fits.Fits(slot).is_given) return "the life that the sample was drawn from, not a fit to it";
   std::string text;
   for (const Note& note : fits.Fits(slot).notes)
     text += (text.empty() ? "" : "\n") + note_sentence(note, data);

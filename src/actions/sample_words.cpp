@@ -13,23 +13,34 @@ std::string scale_words(const Model& model) {
   }
 }
 
+std::string missing_words(const Model& model) {
+  switch (model.family) {
+    case Family::normal: return "mu or sigma is missing";
+    case Family::lognormal: return "the median or the sigma factor is missing";
+    case Family::gumbel: return "Xi or Del is missing";
+    default:
+      return states_share(model, 1) ? "u, eta or beta of a population is missing"
+                                    : "eta or beta is missing";
+  }
+}
+
 }  // namespace
 
-std::string words_of(PlanFault fault, const Model& model) {
+std::string words_of(LifeFault fault, const Model& model) {
   switch (fault) {
-    case PlanFault::model:
+    case LifeFault::model:
       return std::string("samples are not drawn from ") + model.plain_name +
              ", or not with so many populations";
-    case PlanFault::number: return "a parameter is missing, 0 or beyond all numbers";
-    case PlanFault::scale: return scale_words(model);
-    case PlanFault::slope:
+    case LifeFault::missing: return missing_words(model);
+    case LifeFault::number: break;
+    case LifeFault::scale: return scale_words(model);
+    case LifeFault::slope:
       return model.family == Family::lognormal ? "the sigma factor must be above 1"
                                                : "beta must be above 0";
-    case PlanFault::shares:
+    case LifeFault::shares:
       return "the percents of the populations must be 0 or more and add up to 100";
-    case PlanFault::size: break;
   }
-  return "the sample must have at least 1 point";
+  return "a parameter is beyond all numbers";
 }
 
 }  // namespace tavlo

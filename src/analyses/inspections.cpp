@@ -16,7 +16,8 @@ std::optional<double> next_look(const Inspections& inspections, double time) {
   // A time that single precision has put beside a multiple is that multiple.
   constexpr double rounding = 1e-6;
   if (inspections.interval > 0)
-    return std::max(1.0, std::ceil(time / inspections.interval - rounding)) * inspections.interval;
+    return std::max(1.0, std::ceil(time / inspections.interval * (1 - rounding))) *
+           inspections.interval;
   const auto found =
       std::lower_bound(inspections.times.begin(), inspections.times.end(), time * (1 - rounding));
   return found == inspections.times.end() ? std::nullopt : std::optional(*found);
@@ -26,7 +27,8 @@ std::optional<double> next_look(const Inspections& inspections, double time) {
 
 Inspections inspections_of(std::vector<double> numbers) {
   for (const double each : numbers)
-    if (!std::isfinite(each) || !(each > 0)) throw RunTimeError(run_time::invalid_argument);
+    if (!std::isnormal(static_cast<float>(each)) || !(each > 0))
+      throw RunTimeError(run_time::invalid_argument);
   if (numbers.size() == 1) return {numbers[0], {}};
   std::sort(numbers.begin(), numbers.end());
   return {0, std::move(numbers)};
@@ -42,6 +44,7 @@ void find_at(const Inspections& inspections, std::vector<SampleRow>& rows) {
     } else if (row.failures > 0) {
       row.time = static_cast<float>(*look);
     }
+    if (!std::isfinite(row.time)) throw RunTimeError(run_time::overflow);
   }
 }
 

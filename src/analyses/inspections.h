@@ -16,12 +16,13 @@ struct Inspections {
   friend bool operator==(const Inspections&, const Inspections&) = default;
 };
 
-/// One number is an interval, several are times in any order. Error 5 for one that is not
-/// finite or not above 0.
+/// One number is an interval, several are times in any order. Error 5 for one that is no time
+/// above 0 that data can hold.
 Inspections inspections_of(std::vector<double> numbers);
 
 /// Rounds times of failures up to the next inspection. What has not failed at the last one is
 /// suspended there; a suspension before it keeps its time, at which the unit was taken out.
+/// Error 6 for an inspection beyond what data can hold.
 void find_at(const Inspections& inspections, std::vector<SampleRow>& rows);
 
 }  // namespace tavlo

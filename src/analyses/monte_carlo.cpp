@@ -1,10 +1,10 @@
 #include "analyses/monte_carlo.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 #include "fit/parallel.h"
 #include "fit/ranks/adjusted_rank.h"
@@ -72,79 +72,54 @@ std::vector<float> precise_chances(std::int32_t size, RankKind ranks) {
 std::vector<float> random_chances(std::int32_t size, WichmannHill& random, Entropy& chance) {
   std::vector<float> chances(static_cast<std::size_t>(size));
   for (float& each : chances) each = single_chance(random.next(chance));
-  std::sort(chances.begin(), chances.end());
+  sort_values(chances);
   return chances;
 }
 
+/// Whether data can hold the times of a life: 0 is none where all are above it.
+class TimeRange {
+ public:
+  explicit TimeRange(const Life& life) {
+    const Family family = find_model(life.model)->family;
+    const bool is_above_zero =
+        (family == Family::weibull || family == Family::lognormal) && life.rows.front().T0 >= 0;
+    if (is_above_zero) least_ = std::numeric_limits<float>::min();
+  }
+  bool holds(double time) const { return time >= least_ && time <= most; }
+
+ private:
+  static constexpr double most = 3.4e38;  // as it reads when it is rounded to four digits
+  double least_ = -most;
+};
+
 /// Turns chances into times, in parts of one size so that any number of threads gives the same.
-/// Gives the number of points not found, which keep the time before them.
-std::int64_t invert(const Life& life, std::vector<float>& points) {
+void invert(const Life& life, std::vector<float>& points) {
   constexpr std::size_t part = 8192;
-  std::atomic<std::int64_t> unreached = 0;
-  std::atomic<bool> is_too_large = false;
+  const TimeRange range(life);
+  std::atomic<bool> is_held = true;
   for_each_index((points.size() + part - 1) / part, [&](std::size_t k) {
     Inverse inverse(life);
-    double last = 0;
-    for (std::size_t i = k * part; i < std::min(points.size(), (k + 1) * part); ++i) {
+    for (std::size_t i = k * part; i < std::min(points.size(), (k + 1) * part) && is_held; ++i) {
       const auto time = inverse(points[i]);
-      if (!time) ++unreached;
-      last = time.value_or(last);
-      if (std::abs(last) > std::numeric_limits<float>::max()) is_too_large = true;
-      points[i] = is_too_large ? 0.0f : static_cast<float>(last);
+      if (time && range.holds(*time))
+        points[i] = static_cast<float>(*time);
+      else
+        is_held = false;
     }
   });
-  if (is_too_large) throw RunTimeError(run_time::overflow);
-  return unreached;
-}
-
-/// The shares of the populations make up all units; a row that is a risk alone has none.
-bool are_shares(const std::vector<FitParam>& rows) {
-  constexpr double rounding = 1e-6;  // of percents as typed
-  double sum = 0;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    const auto acts = [i](const FitParam& risk) { return (risk.Applies >> i & 1) != 0; };
-    const double share = rows[i].Fraction;
-    if (share < 0 || (share > 0 && std::none_of(rows.begin(), rows.end(), acts))) return false;
-    sum += share;
-  }
-  return std::abs(sum - 1) <= rounding;
-}
-
-std::optional<PlanFault> fault_of(const Model& model, const FitParam& row) {
-  for (const double number : {row.Scale, row.Shape, row.T0, row.Fraction})
-    if (!std::isfinite(number)) return PlanFault::number;
-  const bool is_anywhere = model.family == Family::normal || model.family == Family::gumbel;
-  if (is_anywhere ? model.family == Family::gumbel && row.Scale == 0 : !(row.Scale > 0))
-    return PlanFault::scale;
-  if (row.Shape > 0) return std::nullopt;
-  return is_anywhere ? PlanFault::scale : PlanFault::slope;
+  if (!is_held) throw RunTimeError(run_time::overflow);
 }
 
 }  // namespace
-
-bool is_sampled(std::int16_t model) {
-  constexpr std::array sampled = {
-      model_code::weibull2,  model_code::weibull3,     model_code::weibull4,
-      model_code::weibull5c, model_code::weibull7,     model_code::normal,
-      model_code::lognormal, model_code::gumbel_lower, model_code::gumbel_upper};
-  return std::find(sampled.begin(), sampled.end(), model) != sampled.end();
-}
-
-std::optional<PlanFault> fault_of(const SamplePlan& plan) {
-  if (plan.size < 1) return PlanFault::size;
-  const std::int16_t code = plan.life.model;
-  const Model* model = find_model(code);
-  if (!is_sampled(code) || ssize(plan.life.rows) != model->rows()) return PlanFault::model;
-  for (const FitParam& row : plan.life.rows)
-    if (const auto fault = fault_of(*model, row)) return fault;
-  return are_shares(plan.life.rows) ? std::nullopt : std::optional(PlanFault::shares);
-}
 
 DrawnPoints draw_points(const SamplePlan& plan, WichmannHill& random, Entropy& chance) {
   DrawnPoints drawn;
   drawn.times = plan.is_precise ? precise_chances(plan.size, plan.ranks)
                                 : random_chances(plan.size, random, chance);
-  drawn.unreached = invert(plan.life, drawn.times);
+  if (plan.life.rows.empty())
+    std::iota(drawn.times.begin(), drawn.times.end(), 1.0f);
+  else
+    invert(plan.life, drawn.times);
   const bool by_likelihood = plan.method == method_code::mle;
   drawn.suspended = suspend(plan.size, plan.suspensions, by_likelihood, random, chance);
   if (drawn.suspended.collapsed > 0) {

@@ -12,7 +12,10 @@ namespace tavlo {
 /// A time as "0.000E+00", rounded half away from zero on its 15 decimal digits.
 void append_time(std::string& text, double time);
 
-/// Rows of a sheet, each with failures or suspensions, as lines; see below.
+/// The time that "0.000E+00" leaves of one.
+float written_time(float time);
+
+/// Rows of a sheet as lines, times in as few digits as tell them; see below.
 void write_rows(const std::vector<SampleRow>& rows, std::string_view mark,
                 std::string_view line_end, const std::function<bool(std::string_view)>& write);
 

@@ -21,9 +21,6 @@ constexpr std::array<Stream, WichmannHill::streams> steps = {
 constexpr std::array<double, WichmannHill::streams> weights = {
     4.656613022697298E-10, 4.65661310075986E-10, 4.656613360968421E-10, 4.656614011489952E-10};
 
-/// A sum that is not above this is that of streams which have all come to rest.
-constexpr double at_rest = weights[0];
-
 constexpr double largest_seed = 2147483647;
 constexpr double entered_below = 2147483646;
 
@@ -59,7 +56,7 @@ void WichmannHill::seed(Seeds seeds, Entropy& chance) {
     for (std::size_t i = 1; i < seeds.size(); ++i)
       seeds[i] = std::max(1.0, std::fmod(moduli[i] - seeds[0], moduli[i]));
   for (std::size_t i = 0; i < seeds.size(); ++i) {
-    // The last stream is drawn from the range of the first, as its published seeds were.
+    // Kept on purpose: the last stream is drawn from the range of the first.
     const double range = (i == 3 ? moduli[0] : moduli[i]) - 2.0;
     states_[i] = seeds[i] < 1 ? static_cast<std::int32_t>(by_chance(chance) * range) + 1
                               : static_cast<std::int32_t>(std::fmod(seeds[i], moduli[i]));

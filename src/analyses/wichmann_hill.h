@@ -36,10 +36,16 @@ class WichmannHill {
   /// others.
   void seed(Seeds seeds, Entropy& chance);
 
+  /// True when the next number would seed all streams anew by chance.
+  bool is_at_rest() const { return WichmannHill(*this).step() <= at_rest; }
+
   /// Sets a stream to |n| modulo its modulus for 0 < |n| < 2147483646; else it stays.
   void enter(int stream, double n);
 
  private:
+  /// A sum of a step that is not above this is that of streams which have all come to rest.
+  static constexpr double at_rest = 4.656613022697298E-10;
+
   double step();
 
   States states_{};

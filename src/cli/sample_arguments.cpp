@@ -116,6 +116,7 @@ Life parse_life(const SampleOptions& options) {
   std::vector<StatedRow> rows;
   for (int i = 1; i <= given; ++i)
     rows.push_back(parse_row(model, i, options.rows[static_cast<std::size_t>(i) - 1]));
+  if (const auto fault = fault_of(model, rows, options.t0)) refuse(words_of(*fault, model));
   return stated_life(model, rows, options.t0);
 }
 
@@ -144,7 +145,6 @@ void take_whole(SampleArguments& sample, const SampleOptions& options) {
   if (plan.size < 1) refuse("--size is required");
   plan.life = parse_life(options);
   if (options.method) plan.method = options.method->code;
-  if (const auto fault = fault_of(plan)) refuse(words_of(*fault, *options.model));
   sample.plan.fits = parse_requests(options);
   if (sample.is_planned && sample.plan.fits.empty()) refuse("--runs needs a --fit M/METHOD");
   if (!sample.is_planned && !sample.plan.fits.empty()) refuse("--fit is for --runs N");

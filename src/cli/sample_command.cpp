@@ -1,3 +1,6 @@
+#include <algorithm>
+
+#include "actions/sample_words.h"
 #include "analyses/sample_text.h"
 #include "cli/commands.h"
 #include "cli/output.h"
@@ -20,17 +23,27 @@ WichmannHill seeded(const SampleArguments& arguments, Entropy& chance) {
   random.seed({-1, -1, -1, -1}, chance);
   for (int i = 0; arguments.seeds && i < WichmannHill::streams; ++i)
     random.enter(i, (*arguments.seeds)[static_cast<std::size_t>(i)]);
+  const bool is_at_rest = random.is_at_rest();
+  if (is_at_rest) random.seed({-1, -1, -1, -1}, chance);
   const SamplePlan& plan = arguments.plan.sample;
   const bool is_by_chance = !plan.is_precise || plan.suspensions.random > 0;
-  if (!arguments.seeds && is_by_chance) complain("--seeds " + text_of(random.states()));
+  if ((!arguments.seeds || is_at_rest) && is_by_chance)
+    complain("--seeds " + text_of(random.states()));
   return random;
 }
 
+/// Where a minus may mark a suspension, other commands read them so.
+void warn_of_negative(const DrawnPoints& points) {
+  const auto negative =
+      std::count_if(points.times.begin(), points.times.end(), [](float time) { return time < 0; });
+  if (negative > 0)
+    complain("warning: " + std::to_string(negative) +
+             " times are negative; --negative-is-value reads them so");
+}
+
 ExitCode print_sample(const RunPlan& plan, WichmannHill& random, Entropy& chance) {
-  DrawnPoints points = draw_points(plan.sample, random, chance);
-  if (points.unreached > 0)
-    complain("warning: " + std::to_string(points.unreached) +
-             " points are beyond the reach of the life and stand at the time before them");
+  const DrawnPoints points = draw_points(plan.sample, random, chance);
+  warn_of_negative(points);
   if (plan.inspections.is_none()) {
     write_points(points, ">", "\n", print);
     return ExitCode::done;
@@ -54,7 +67,7 @@ ExitCode run(const SampleArguments& arguments) {
                    : print_runs_table(arguments.plan, report);
     return ExitCode::done;
   } catch (const RunTimeError&) {
-    complain("a time of this sample is beyond 3.4e38, the largest that data hold");
+    complain(words_of_time_out_of_range);
     return ExitCode::fit_refused;
   }
 }

@@ -128,10 +128,12 @@ void tie_fits(FitSet& fits, const DataSet& data) {
       fit.Status = FitStatus::stale;
     read_request(fit, data.reading.ranks());
     const Model* model = find_model(fit.ModelCode);
-    if (model && model->routine == FitRoutine::by_mode) read_modes(fit);
+    const bool is_by_mode = model && model->routine == FitRoutine::by_mode;
+    if (is_by_mode) read_modes(fit);
+    fit.is_given = fit.Quality == 0 && fit.nRows > 0 && !is_by_mode;
     // A set with changes since has no fit of its present rows; what was read before, has.
     fit.revision = data.read_revision;
-    if (fit.Status == FitStatus::calculated && fit.nRows > 0)
+    if (fit.Status == FitStatus::calculated && fit.nRows > 0 && !fit.is_given)
       fit.notes =
           data_notes(data.sample(), fit.request,
                      std::span<const FitParam>(fit.Rows.begin() + 1, fit.Rows.end()), fit.modes);

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <atomic>
 #include <thread>
-#include <vector>
 
 namespace tavlo {
 namespace {
@@ -33,6 +32,8 @@ void for_each_index(std::size_t count, const std::function<void(std::size_t)>& t
   for (std::thread& other : others) other.join();
 }
 
+void sort_values(std::vector<float>& values) { std::sort(values.begin(), values.end()); }
+
 void set_threads(int count) { wanted = count; }
 
 }  // namespace tavlo
@@ -42,6 +43,7 @@ void set_threads(int count) { wanted = count; }
 #include <oneapi/tbb/blocked_range.h>
 #include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/parallel_for.h>
+#include <oneapi/tbb/parallel_sort.h>
 #include <oneapi/tbb/task_arena.h>
 
 #include <memory>
@@ -57,6 +59,10 @@ void for_each_index(std::size_t count, const std::function<void(std::size_t)>& t
       for (std::size_t i = range.begin(); i != range.end(); ++i) task(i);
     });
   });
+}
+
+void sort_values(std::vector<float>& values) {
+  tbb::this_task_arena::isolate([&] { tbb::parallel_sort(values.begin(), values.end()); });
 }
 
 void set_threads(int count) {

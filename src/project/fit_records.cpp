@@ -26,6 +26,15 @@ FitResult record_of(const FitRequest& request, const Fit& fit, std::vector<Note>
   return record;
 }
 
+FitResult given_record(const FitRequest& request, const Life& life, std::int64_t revision) {
+  Fit given;
+  given.life = life;
+  FitResult record = record_of(request, given, {}, revision);
+  record.Label = short_label(request);
+  record.is_given = true;
+  return record;
+}
+
 Life life_of(const FitResult& fit) {
   const int last = std::min(fit.nRows, fit.Rows.bound());
   Life life{fit.ModelCode, {}};

@@ -18,6 +18,9 @@ FitResult record_of(const FitRequest& request, const Fit& fit, std::vector<Note>
 /// The life that a record holds.
 Life life_of(const FitResult& fit);
 
+/// The record of a life that was given, not fitted.
+FitResult given_record(const FitRequest& request, const Life& life, std::int64_t revision);
+
 /// True when the record holds numbers, and they belong to the data as they were last read.
 bool is_current(const FitResult& fit, const DataSet& data);
 

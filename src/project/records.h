@@ -91,6 +91,9 @@ struct FitResult {
   std::optional<Proof> proof;          ///< of a searched fit
   std::optional<StartsReport> starts;  ///< of a searched fit
   std::vector<ModeFit> modes;          ///< of a fit by failure mode: row i belongs to entry i - 1
+  /// The life as it was given, as that of a sample: the data were not asked, and it answers no
+  /// request. In a file its quality of 0 says so.
+  bool is_given = false;
 
   friend bool operator==(const FitResult&, const FitResult&) = default;
 };

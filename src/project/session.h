@@ -2,6 +2,7 @@
 // test makes as many sessions as it likes, the window program makes one.
 #pragma once
 
+#include <array>
 #include <future>
 #include <map>
 #include <memory>
@@ -65,6 +66,8 @@ struct Session {
   std::vector<std::string> LanguageText = std::vector<std::string>(language_texts);
   std::int32_t RunMode = 1;  ///< 2 from the moment a command line is seen; stored only
   UniqueIds ids;
+  /// States of the generator of samples, see WichmannHill; all 0 until it is seeded.
+  std::array<std::int32_t, 4> random_states{};
 
   Project project;
   Chart gChartNow;  ///< working copy of the chart being drawn

@@ -96,7 +96,8 @@ TEST(Inspections, FindFailuresAtTheNextLook) {
                {{100, 200, 400}, 101, 200, true},
                {{100, 200, 400}, 401, 400, false},
                {{}, 7, 7, true},
-               {{0.1}, 0.3f, 0.3f, true}};
+               {{0.1}, 0.3f, 0.3f, true},
+               {{0.1}, 8.3f, 8.3f, true}};
   for (const auto& each : cases) {
     std::vector<SampleRow> rows = {{each.time, 1, 0}, {each.time, 0, 2}};
     find_at(inspections_of(each.numbers), rows);
@@ -106,7 +107,7 @@ TEST(Inspections, FindFailuresAtTheNextLook) {
     EXPECT_EQ(rows[1].suspensions, 2);
     EXPECT_LE(rows[1].time, each.time) << "nobody knows that a unit taken out lived longer";
   }
-  for (const double wrong : {0.0, -5.0, double{NAN}, double{INFINITY}})
+  for (const double wrong : {0.0, -5.0, 1e39, 5e-324, double{NAN}, double{INFINITY}})
     EXPECT_THROW(inspections_of({wrong}), RunTimeError);
 }
 

@@ -67,7 +67,9 @@ void add_rows(std::vector<TableLine>& lines, const FitResult& fit, const Model& 
     if (mode < fit.modes.size())
       name_mode(lines.back(), fit.modes[mode], data, digits);
     else if (i == 1)
-      lines.back().quality = quality_text(fit.Method, fit.request.censored, fit.Quality, digits);
+      lines.back().quality =
+          fit.is_given ? "given"
+                       : quality_text(fit.Method, fit.request.censored, fit.Quality, digits);
   }
 }
 

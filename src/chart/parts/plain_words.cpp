@@ -88,7 +88,9 @@ std::string plain_quality(int method, double quality) {
   return "r\u00B2 = " + text_beside(quality, 1, life_digits);
 }
 
-std::string plain_quality(const FitResult& fit) { return plain_quality(fit.Method, fit.Quality); }
+std::string plain_quality(const FitResult& fit) {
+  return fit.is_given ? "as given" : plain_quality(fit.Method, fit.Quality);
+}
 
 std::string plain_totals(const Sample& sample) {
   const std::string failures = counted(sample.total_failures, "failure", "failures");

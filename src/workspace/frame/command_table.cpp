@@ -94,7 +94,7 @@ Rows option_commands(MainWindow& frame) {
   const auto shows_parts = of_chart(
       charts, [](ChartWindow& chart) { return chart.stage().chart().SubPopulations != 0; });
   return {
-      {{28, options, "&Sample"}},
+      {{28, options, "&Sample"}, {.run = [&] { frame.draw_samples(); }}},
       {{29, options, "&Calculator"}},
       {{30, options, "&Precise Reading"},
        {.run = [&] { charts.toggle_precise_reading(); }, .enabled = any, .checked = precise}},

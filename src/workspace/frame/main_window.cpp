@@ -27,6 +27,7 @@
 #include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
 #include "workspace/frame/options_dialog.h"
+#include "workspace/frame/sample_dialog.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/own_store.h"
 #include "workspace/qt/qt_text.h"
@@ -292,6 +293,13 @@ void MainWindow::compare_models() {
         windows_.bring_to_front({Block::log, 1});
       },
       this);
+}
+
+void MainWindow::draw_samples() {
+  if (!sample_dialog_)
+    sample_dialog_ = new SampleDialog(
+        program_, [this] { show_work(); }, this);
+  sample_dialog_->open_for(panel().nMethod);
 }
 
 void MainWindow::delete_fit() {

@@ -19,6 +19,8 @@
 
 namespace tavlo {
 
+class SampleDialog;
+
 class MainWindow : public QMainWindow {
   Q_OBJECT
 
@@ -64,6 +66,7 @@ class MainWindow : public QMainWindow {
   void paste();
   void calculate();
   void compare_models();
+  void draw_samples();
   void delete_fit();
   void delete_record();
   std::string deletable_record();
@@ -114,6 +117,7 @@ class MainWindow : public QMainWindow {
   QMenu chart_menu_;
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
+  SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child
   bool close_wanted_ = false;
   bool is_telling_ = false;  ///< the views are following what has changed
 };
