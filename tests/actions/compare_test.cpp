@@ -6,8 +6,10 @@
 
 #include "actions/fit_world.h"
 #include "actions/intake.h"
+#include "actions/log_table.h"
 #include "actions/undo.h"
 #include "support/case_list.h"
+#include "support/shown_rich_text.h"
 
 namespace tavlo {
 namespace {
@@ -98,6 +100,15 @@ TEST(Compare, OldFitsAndThoseWithoutRowsAreNotJudged) {
   world.put({{10}, {20}, {50}});
   Dist_Summary(world.session, 1, false);
   EXPECT_EQ(world.log().find('%', world.log().rfind("PVE")), std::string::npos) << world.log();
+}
+
+TEST(Compare, TablesAreNoWiderThanPaper) {
+  CompareWorld world;
+  std::string words;
+  for (int i = 0; i < 99; ++i) words += "word ";
+  log_table(world.session, {{"#", words, "Model"}, {"1", "x", std::string(999, 'w')}});
+  const std::string table = test::shown(world.session.project.log);
+  EXPECT_NE(table.find(",10914: "), std::string::npos) << table;
 }
 
 TEST(Compare, EachNewFitOfThePanelIsSetBesideTheOthers) {
