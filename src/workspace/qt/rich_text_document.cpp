@@ -27,12 +27,12 @@ bool is_blank_line(const QTextBlock& block) {
   return block.isValid() && block.length() == 1 && !QTextCursor(block).currentTable();
 }
 
+/// Also what stands for a number that there is not: "-" or "?".
 bool is_number(const QString& text) {
   constexpr auto is_sign_of_numbers = [](QChar c) {
-    return c.isDigit() || c.isSpace() || QStringLiteral(".,+-eE%").contains(c);
+    return c.isDigit() || c.isSpace() || QStringLiteral(".,+-eE%?").contains(c);
   };
-  return std::ranges::all_of(text, is_sign_of_numbers) &&
-         std::ranges::any_of(text, [](QChar c) { return c.isDigit(); });
+  return std::ranges::all_of(text, is_sign_of_numbers) && !text.trimmed().isEmpty();
 }
 
 /// Adds what it is shown at a document's end.
@@ -60,8 +60,9 @@ class DocumentAppender : public RichTextVisitor {
   QTextCharFormat format_of(const TextStyle& style, const std::string& font) const;
   QTextTableFormat table_format() const;
   QTextTableCellFormat cell_format(bool is_heading) const;
-  static bool holds_numbers(const Rows& rows, std::size_t column);
   void fill(QTextTable& table, const Rows& rows) const;
+  void fill(QTextTableCell cell, const Cell& from, bool at_right) const;
+  static QString text_of(const Cell& cell);
   void close_up();
   void add(const QString& text, const QTextCharFormat& format);
 
@@ -154,29 +155,31 @@ void DocumentAppender::close_up() {
   QTextCursor(blank).setBlockFormat(flat);
 }
 
-/// Below its heading.
-bool DocumentAppender::holds_numbers(const Rows& rows, std::size_t column) {
-  return std::any_of(rows.begin() + 1, rows.end(), [&](const std::vector<Cell>& row) {
-    QString text;
-    for (const Piece& piece : row[column]) text += piece.text;
-    return is_number(text);
-  });
-}
-
+/// Numbers, and a heading above numbers, stand at the right.
 void DocumentAppender::fill(QTextTable& table, const Rows& rows) const {
   for (int column = 0; column < table.columns(); ++column) {
-    QTextBlockFormat format;
-    if (holds_numbers(rows, static_cast<std::size_t>(column))) format.setAlignment(Qt::AlignRight);
-    for (int row = 0; row < table.rows(); ++row) {
-      QTextTableCell cell = table.cellAt(row, column);
-      cell.setFormat(cell_format(row == 0 && table.rows() > 1));
-      QTextCursor at = cell.firstCursorPosition();
-      at.setBlockFormat(format);
-      for (const Piece& piece :
-           rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)])
-        at.insertText(piece.text, piece.format);
+    bool has_numbers = false;
+    for (int row = table.rows() - 1; row >= 0; --row) {
+      const Cell& from = rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+      has_numbers = has_numbers || is_number(text_of(from));
+      fill(table.cellAt(row, column), from, row == 0 ? has_numbers : is_number(text_of(from)));
     }
   }
+}
+
+void DocumentAppender::fill(QTextTableCell cell, const Cell& from, bool at_right) const {
+  cell.setFormat(cell_format(cell.row() == 0));
+  QTextBlockFormat format;
+  if (at_right) format.setAlignment(Qt::AlignRight);
+  QTextCursor at = cell.firstCursorPosition();
+  at.setBlockFormat(format);
+  for (const Piece& piece : from) at.insertText(piece.text, piece.format);
+}
+
+QString DocumentAppender::text_of(const Cell& cell) {
+  QString text;
+  for (const Piece& piece : cell) text += piece.text;
+  return text;
 }
 
 QTextTableFormat DocumentAppender::table_format() const {
