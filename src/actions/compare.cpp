@@ -198,6 +198,10 @@ void analyse(Session& session, int index, std::int16_t method_code,
       session,
       "\\par Distribution Analysis for: " + rtf_text(session.project.data(index).Title) + line_end,
       true);
+  if (session.ports.progress.stop_wanted())
+    AppendLog(session, std::string("Stopped before all models were fitted.") + line_end, true);
+  if (session.project.fits(index).nFits == 0)
+    return AppendLog(session, std::string("No model was fitted.") + line_end + line_end, true);
   Dist_Summary(session, index, lr_test);
   if (!lr_test) return;
   AppendLog(session, guide, true);

@@ -10,6 +10,9 @@ namespace {
 
 constexpr int left_of_tables = 36;  // twips
 
+/// Half an inch beside the text, so that the widest table of a comparison stays on the page.
+constexpr const char* margins = "\\margl720\\margr720";
+
 constexpr auto needs_no_escape = [](char c) {
   return c >= ' ' && c < '\x7F' && c != '\\' && c != '{' && c != '}';
 };
@@ -148,6 +151,7 @@ std::string RtfWriter::document() const {
            std::to_string(colours_[i] >> 8 & 0xFF) + "\\blue" + std::to_string(colours_[i] & 0xFF) +
            ";";
   if (colours_.size() > 1) rtf += "}";
+  rtf += margins;
   rtf += "\r\n\\f0\\fs20 ";
   rtf.reserve(rtf.size() + body_.size() + 20);
   rtf += body_;

@@ -6,8 +6,10 @@
 
 #include "actions/fit_world.h"
 #include "actions/intake.h"
+#include "actions/log_table.h"
 #include "actions/undo.h"
 #include "support/case_list.h"
+#include "support/shown_rich_text.h"
 
 namespace tavlo {
 namespace {
@@ -77,8 +79,9 @@ TEST(Compare, IsOneStepAndHoldsEachFitOnce) {
   EXPECT_EQ(world.session.project.log, before.log);
   EXPECT_FALSE(undo(world.session));
   world.progress.stop = true;
-  world.compared(0, Codes{98, 857});
-  EXPECT_EQ(world.fits().nFits, before.fits(1).nFits) << "Escape ends all that is to come";
+  EXPECT_EQ(world.compared(0, Codes{98, 857}),
+            "\nDistribution Analysis for: Data1\nStopped before all models were fitted.\n"
+            "No model was fitted.\n\n");
   for (const int index : {-1, 0, 2}) Dist_Analysis(world.session, index, 0, Codes{98});
   world.panel().busy = true;
   EXPECT_EQ(world.compared(0, Codes{98}), "") << "without a set, and while its panel is busy";
@@ -97,6 +100,15 @@ TEST(Compare, OldFitsAndThoseWithoutRowsAreNotJudged) {
   world.put({{10}, {20}, {50}});
   Dist_Summary(world.session, 1, false);
   EXPECT_EQ(world.log().find('%', world.log().rfind("PVE")), std::string::npos) << world.log();
+}
+
+TEST(Compare, TablesAreNoWiderThanPaper) {
+  CompareWorld world;
+  std::string words;
+  for (int i = 0; i < 99; ++i) words += "word ";
+  log_table(world.session, {{"#", words, "Model"}, {"1", "x", std::string(999, 'w')}});
+  const std::string table = test::shown(world.session.project.log);
+  EXPECT_NE(table.find(",10914: "), std::string::npos) << table;
 }
 
 TEST(Compare, EachNewFitOfThePanelIsSetBesideTheOthers) {

@@ -1,5 +1,7 @@
 // The log as a document: what is shown is the core's, and so is what is copied.
+#include <QAbstractTextDocumentLayout>
 #include <QTest>
+#include <QTextBlock>
 #include <random>
 
 #include "actions/reports.h"
@@ -41,7 +43,27 @@ TEST(LogWindow, ShowsEveryStateOfTheLog) {
     window.refresh();
     QTest::keyClick(&window, Qt::Key_Shift);
     ASSERT_EQ(shown_in(window), test::shown(log));
+    for (QTextBlock line = window.document()->begin(); line.isValid(); line = line.next())
+      ASSERT_TRUE(line.length() == 1 || line.blockFormat().lineHeightType() == 0) << i;
   }
+}
+
+TEST(LogWindow, ATableStandsBehindOneBlankLineWithItsNumbersAtTheRight) {
+  RichText log;
+  log.append_rtf(std::string("text\\par\\par") + table);
+  LogWindow window(log);
+  window.show();
+  window.refresh();
+  const auto line = [&](const char* text) { return window.document()->find(to_qt(text)).block(); };
+  const auto place = [&](const char* text) {
+    return window.document()->documentLayout()->blockBoundingRect(line(text));
+  };
+  const double height = place("text").height();
+  EXPECT_GT(height, 0);
+  EXPECT_NEAR(place("Model").top() - place("text").top(), 2 * height, 0.3 * height);
+  EXPECT_GT(place("0.98").left(), place("Model").right());
+  EXPECT_EQ(line("0.98").blockFormat().alignment(), Qt::AlignRight);
+  EXPECT_NE(line("Model").blockFormat().alignment(), Qt::AlignRight);
 }
 
 class LogByKeys : public test::WindowWorld {

@@ -55,6 +55,7 @@ void LogWindow::drop_what_is_gone() {
   end.setPosition(shown_.back().end);
   end.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
   end.removeSelectedText();
+  end.setBlockFormat({});
 }
 
 ClipboardText LogWindow::selected() const {

@@ -1,5 +1,6 @@
 #include "workspace/qt/rich_text_document.h"
 
+#include <QFontMetricsF>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QTextTable>
@@ -20,6 +21,19 @@ constexpr int edges_property = QTextFormat::UserProperty + 2;
 
 constexpr std::size_t most_cells = 20'000;
 constexpr double own_half_points = TextStyle{}.half_points;
+constexpr double twips_of_a_digit = 111.2;  // in Arial of the log's own size
+
+bool is_blank_line(const QTextBlock& block) {
+  return block.isValid() && block.length() == 1 && !QTextCursor(block).currentTable();
+}
+
+/// Also what stands for a number that there is not: "-" or "?".
+bool is_number(const QString& text) {
+  constexpr auto is_sign_of_numbers = [](QChar c) {
+    return c.isDigit() || c.isSpace() || QStringLiteral(".,+-eE%?").contains(c);
+  };
+  return std::ranges::all_of(text, is_sign_of_numbers) && !text.trimmed().isEmpty();
+}
 
 /// Adds what it is shown at a document's end.
 class DocumentAppender : public RichTextVisitor {
@@ -41,22 +55,32 @@ class DocumentAppender : public RichTextVisitor {
     QTextCharFormat format;
   };
   using Cell = std::vector<Piece>;
+  using Rows = std::vector<std::vector<Cell>>;
 
   QTextCharFormat format_of(const TextStyle& style, const std::string& font) const;
   QTextTableFormat table_format() const;
+  QTextTableCellFormat cell_format(bool is_heading) const;
+  void fill(QTextTable& table, const Rows& rows) const;
+  void fill(QTextTableCell cell, const Cell& from, bool at_right) const;
+  static QString text_of(const Cell& cell);
+  void close_up();
   void add(const QString& text, const QTextCharFormat& format);
 
   QTextCursor end_;
-  double own_size_;                      ///< points of the log's own style
-  std::vector<int> edges_;               ///< of the table at work
-  std::vector<std::vector<Cell>> rows_;  ///< the last may be begun
+  double own_size_;          ///< points of the log's own style
+  double pixels_of_a_twip_;  ///< in widths that are for letters of that style
+  std::vector<int> edges_;   ///< of the table at work
+  Rows rows_;                ///< the last may be begun
   bool in_row_ = false;
   bool in_line_ = false;  ///< in a row that is shown as a line
   std::size_t cells_ = 0;
 };
 
 DocumentAppender::DocumentAppender(QTextDocument& document)
-    : end_(&document), own_size_(document.defaultFont().pointSizeF()) {
+    : end_(&document),
+      own_size_(document.defaultFont().pointSizeF()),
+      pixels_of_a_twip_(QFontMetricsF(document.defaultFont()).horizontalAdvance(QLatin1Char('0')) /
+                        twips_of_a_digit) {
   end_.movePosition(QTextCursor::End);
 }
 
@@ -113,29 +137,58 @@ void DocumentAppender::end_row() {
 }
 
 void DocumentAppender::end_table() {
-  const auto rows = std::exchange(rows_, {});
+  const Rows rows = std::exchange(rows_, {});
   if (rows.empty()) return;
+  close_up();
   QTextTable* const table = end_.insertTable(static_cast<int>(rows.size()),
                                              static_cast<int>(edges_.size()), table_format());
-  for (int row = 0; row < table->rows(); ++row)
-    for (int column = 0; column < table->columns(); ++column) {
-      QTextCursor cell = table->cellAt(row, column).firstCursorPosition();
-      for (const Piece& piece :
-           rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)])
-        cell.insertText(piece.text, piece.format);
-    }
+  fill(*table, rows);
   end_.movePosition(QTextCursor::End);
 }
 
+/// A table begins with a blank line, and what stands in front may end with one: shown is one.
+void DocumentAppender::close_up() {
+  const QTextBlock blank = end_.block().previous();
+  if (!is_blank_line(blank) || !is_blank_line(blank.previous())) return;
+  QTextBlockFormat flat;
+  flat.setLineHeight(0, QTextBlockFormat::FixedHeight);
+  QTextCursor(blank).setBlockFormat(flat);
+}
+
+/// Numbers, and a heading above numbers, stand at the right.
+void DocumentAppender::fill(QTextTable& table, const Rows& rows) const {
+  for (int column = 0; column < table.columns(); ++column) {
+    bool has_numbers = false;
+    for (int row = table.rows() - 1; row >= 0; --row) {
+      const Cell& from = rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+      has_numbers = has_numbers || is_number(text_of(from));
+      fill(table.cellAt(row, column), from, row == 0 ? has_numbers : is_number(text_of(from)));
+    }
+  }
+}
+
+void DocumentAppender::fill(QTextTableCell cell, const Cell& from, bool at_right) const {
+  cell.setFormat(cell_format(cell.row() == 0));
+  QTextBlockFormat format;
+  if (at_right) format.setAlignment(Qt::AlignRight);
+  QTextCursor at = cell.firstCursorPosition();
+  at.setBlockFormat(format);
+  for (const Piece& piece : from) at.insertText(piece.text, piece.format);
+}
+
+QString DocumentAppender::text_of(const Cell& cell) {
+  QString text;
+  for (const Piece& piece : cell) text += piece.text;
+  return text;
+}
+
 QTextTableFormat DocumentAppender::table_format() const {
-  // On a screen of the usual 96 dots an inch, with letters of the log's own size.
-  const double pixels_of_a_twip = 96.0 / 1440.0 * 2 * own_size_ / own_half_points;
   QTextTableFormat format;
   QList<QTextLength> widths;
   QVariantList edges;
   int left = 0;
   for (const int edge : edges_) {
-    widths.append(QTextLength(QTextLength::FixedLength, (edge - left) * pixels_of_a_twip));
+    widths.append(QTextLength(QTextLength::FixedLength, (edge - left) * pixels_of_a_twip_));
     edges.append(edge);
     left = edge;
   }
@@ -143,6 +196,20 @@ QTextTableFormat DocumentAppender::table_format() const {
   format.setProperty(edges_property, edges);
   format.setCellSpacing(0);
   format.setBorder(0);
+  format.setBottomMargin(QFontMetricsF(end_.document()->defaultFont()).lineSpacing() / 2);
+  return format;
+}
+
+/// Gaps beside the text, and a line under the headings.
+QTextTableCellFormat DocumentAppender::cell_format(bool is_heading) const {
+  constexpr int gap = 72;  // twips
+  QTextTableCellFormat format;
+  format.setLeftPadding(gap * pixels_of_a_twip_);
+  format.setRightPadding(gap * pixels_of_a_twip_);
+  if (!is_heading) return format;
+  format.setBottomBorder(1);
+  format.setBottomBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+  format.setBottomBorderBrush(Qt::gray);
   return format;
 }
 
