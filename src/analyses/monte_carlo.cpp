@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 #include "fit/parallel.h"
 #include "fit/ranks/adjusted_rank.h"
@@ -112,21 +113,31 @@ void invert(const Life& life, std::vector<float>& points) {
 
 }  // namespace
 
-DrawnPoints draw_points(const SamplePlan& plan, WichmannHill& random, Entropy& chance) {
+std::vector<float> draw_chances(const SamplePlan& plan, WichmannHill& random, Entropy& chance) {
+  return plan.is_precise ? precise_chances(plan.size, plan.ranks)
+                         : random_chances(plan.size, random, chance);
+}
+
+DrawnPoints points_of(const SamplePlan& plan, std::vector<float> chances,
+                      const WichmannHill& behind, Entropy& chance) {
   DrawnPoints drawn;
-  drawn.times = plan.is_precise ? precise_chances(plan.size, plan.ranks)
-                                : random_chances(plan.size, random, chance);
+  drawn.times = std::move(chances);
   if (plan.life.rows.empty())
     std::iota(drawn.times.begin(), drawn.times.end(), 1.0f);
   else
     invert(plan.life, drawn.times);
   const bool by_likelihood = plan.method == method_code::mle;
-  drawn.suspended = suspend(plan.size, plan.suspensions, by_likelihood, random, chance);
+  drawn.suspended = suspend(plan.size, plan.suspensions, by_likelihood, behind, chance);
   if (drawn.suspended.collapsed > 0) {
     drawn.times.resize(drawn.suspended.is_suspended.size());
     drawn.times.back() = drawn.times[drawn.times.size() - 2];
   }
   return drawn;
+}
+
+DrawnPoints draw_points(const SamplePlan& plan, WichmannHill& random, Entropy& chance) {
+  std::vector<float> chances = draw_chances(plan, random, chance);
+  return points_of(plan, std::move(chances), random, chance);
 }
 
 std::vector<SampleRow> DrawnPoints::rows() const {

@@ -37,4 +37,10 @@ struct DrawnPoints {
 /// or below 1.2e-38 in a life above 0.
 DrawnPoints draw_points(const SamplePlan& plan, WichmannHill& random, Entropy& chance);
 
+/// The same in two steps: the chances that the points stand for, ascending, which is all that
+/// a sample takes of `random`, and the points, made with the states `behind` them.
+std::vector<float> draw_chances(const SamplePlan& plan, WichmannHill& random, Entropy& chance);
+DrawnPoints points_of(const SamplePlan& plan, std::vector<float> chances,
+                      const WichmannHill& behind, Entropy& chance);
+
 }  // namespace tavlo

@@ -2,13 +2,20 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <cmath>
+#include <future>
+#include <limits>
 #include <numeric>
+#include <utility>
 
+#include "analyses/sample_text.h"
 #include "fit/door/fit.h"
 #include "fit/parallel.h"
 #include "life/parameter_names.h"
 #include "life/shown_parameters.h"
+#include "numerics/run_time_error.h"
 
 namespace tavlo {
 
@@ -39,29 +46,38 @@ std::vector<ParameterSpread> columns_of(const Model& model) {
   const NamePair& names = parameter_names(model.family).key;
   std::vector<ParameterSpread> columns;
   for (int i = 1; i <= model.rows(); ++i) {
-    columns.push_back({names.first, i, {}, {}});
-    columns.push_back({names.second, i, {}, {}});
+    columns.push_back({ParameterKind::first, names.first, i, {}, {}, {}});
+    columns.push_back({ParameterKind::second, names.second, i, {}, {}, {}});
   }
-  if (has_share(model)) columns.push_back({"share", 1, {}, {}});
-  if (has_minimum_life(model)) columns.push_back({"t0", 1, {}, {}});
+  if (has_share(model)) columns.push_back({ParameterKind::share, "share", 1, {}, {}, {}});
+  if (has_minimum_life(model))
+    columns.push_back({ParameterKind::minimum_life, "t0", 1, {}, {}, {}});
   return columns;
+}
+
+Numbers parameters_of(const Model& model, const Life& life) {
+  Numbers numbers;
+  for (const ShownParameters& row : in_order(life)) {
+    numbers.push_back(row.first.value_or(NAN));
+    numbers.push_back(row.second.value_or(NAN));
+  }
+  if (has_share(model)) numbers.push_back(life.rows[0].Fraction);
+  if (has_minimum_life(model)) numbers.push_back(life.rows[0].T0);
+  return numbers;
+}
+
+/// A data set can hold the number. A mean with a larger one says nothing either.
+bool is_held(double number) {
+  return std::fabs(number) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
 /// Parameters, B-lives, quality. Nothing of a fit of which a number is not determined.
 Numbers numbers_of(const Model& model, const Fit& fit) {
-  Numbers numbers;
-  for (const ShownParameters& row : in_order(fit.life)) {
-    numbers.push_back(row.first.value_or(NAN));
-    numbers.push_back(row.second.value_or(NAN));
-  }
-  if (has_share(model)) numbers.push_back(fit.life.rows[0].Fraction);
-  if (has_minimum_life(model)) numbers.push_back(fit.life.rows[0].T0);
+  Numbers numbers = parameters_of(model, fit.life);
   for (const double percent : b_percents)
     numbers.push_back(quantile(fit.life, percent / 100).value_or(NAN));
   numbers.push_back(fit.quality);
-  const bool is_whole = std::all_of(numbers.begin(), numbers.end(),
-                                    [](double number) { return std::isfinite(number); });
-  return is_whole ? numbers : Numbers{};
+  return std::all_of(numbers.begin(), numbers.end(), is_held) ? numbers : Numbers{};
 }
 
 /// The numbers of one place in all runs that have any.
@@ -72,9 +88,21 @@ std::vector<double> column(const std::vector<Numbers>& runs, std::size_t at) {
   return values;
 }
 
-RunsOfFit report_of(const FitRequest& request, const std::vector<Numbers>& runs) {
+/// What the life that is sampled has itself.
+void add_truth(const Life& life, RunsOfFit& report) {
+  for (BLifeSpread& each : report.b_lives) each.truth = quantile(life, each.percent / 100);
+  if (life.model != report.request.model) return;
+  const Numbers numbers = parameters_of(*find_model(life.model), life);
+  for (std::size_t i = 0; i < report.parameters.size(); ++i)
+    report.parameters[i].truth = numbers[i];
+}
+
+RunsOfFit report_of(const RunPlan& plan, const FitRequest& request,
+                    const std::vector<Numbers>& runs) {
   const Model& model = *find_model(request.model);
-  RunsOfFit report{request, 0, 0, columns_of(model), {}, {}};
+  RunsOfFit report;
+  report.request = request;
+  report.parameters = columns_of(model);
   report.refused = static_cast<std::int32_t>(
       std::count_if(runs.begin(), runs.end(), [](const Numbers& run) { return run.empty(); }));
   report.fitted = static_cast<std::int32_t>(runs.size()) - report.refused;
@@ -84,9 +112,97 @@ RunsOfFit report_of(const FitRequest& request, const std::vector<Numbers>& runs)
     each.spread = spread_of(each.values);
   }
   for (const double percent : b_percents)
-    report.b_lives.push_back({percent, spread_of(column(runs, at++))});
+    report.b_lives.push_back({percent, {}, spread_of(column(runs, at++))});
   if (request.method != method_code::mle) report.r_squared = spread_of(column(runs, at));
+  add_truth(plan.sample.life, report);
   return report;
+}
+
+struct Run {
+  std::vector<float> chances{};
+  WichmannHill behind;             ///< the generator after them
+  std::vector<Numbers> of_fits{};  ///< by the requests of the plan
+  std::vector<std::optional<Refusal>> refusals{};
+  std::atomic<bool> is_made = false;
+};
+
+/// What tasks tell one another.
+struct State {
+  std::atomic<bool> stop = false;
+  std::atomic<bool> overflow = false;  ///< a time is beyond single precision
+};
+
+/// Ends a fit that nobody waits for any more.
+class Stoppable : public Companion {
+ public:
+  explicit Stoppable(const State& state) : state_(state) {}
+  bool stop_wanted() override { return state_.stop; }
+
+ private:
+  const State& state_;
+};
+
+/// As a sample that is written is read back. What inspections find is written with all digits.
+Sample sample_of(const RunPlan& plan, Run& run, Entropy& chance) {
+  std::vector<SampleRow> rows =
+      points_of(plan.sample, std::exchange(run.chances, {}), run.behind, chance).rows();
+  find_at(plan.inspections, rows);
+  if (plan.inspections.is_none())
+    for (SampleRow& row : rows) row.time = written_time(row.time);
+  return make_sample(rows, plan.sample.ranks);
+}
+
+void fit_all(const RunPlan& plan, const Sample& sample, Run& run, const State& state) {
+  for (FitRequest request : plan.fits) {
+    if (state.stop) return;
+    request.ranks = plan.sample.ranks;
+    Stoppable companion(state);
+    const FitAnswer answer = fit(sample, request, companion);
+    const Refusal* refusal = answer.refusal();
+    run.refusals.push_back(refusal ? std::optional(*refusal) : std::nullopt);
+    run.of_fits.push_back(refusal ? Numbers{}
+                                  : numbers_of(*find_model(request.model), *answer.fit()));
+  }
+  run.is_made = !state.stop;  // a fit that was ended is no refusal
+}
+
+/// A task: it must not throw. Chance is asked by generators at rest alone, which none is here.
+void make(const RunPlan& plan, Run& run, Entropy& chance, State& state) {
+  if (state.stop) return;
+  try {
+    fit_all(plan, sample_of(plan, run, chance), run, state);
+  } catch (const RunTimeError&) {
+    state.overflow = state.stop = true;
+  }
+}
+
+/// Runs are taken up in their order, so that one that is not made ends as few as can be.
+void make_part(const RunPlan& plan, WichmannHill random, Entropy& chance, std::vector<Run>& runs,
+               State& state) {
+  for (Run& run : runs) {
+    run.chances = draw_chances(plan.sample, random, chance);
+    run.behind = random;
+  }
+  std::atomic<std::size_t> next = 0;
+  for_each_index(runs.size(), [&](std::size_t) { make(plan, runs[next++], chance, state); });
+  if (state.overflow) throw RunTimeError(run_time::overflow);
+}
+
+/// The first ones up to one that is not made.
+std::int32_t made_of(const std::vector<Run>& runs) {
+  const auto end =
+      std::find_if(runs.begin(), runs.end(), [](const Run& run) { return !run.is_made; });
+  return static_cast<std::int32_t>(end - runs.begin());
+}
+
+/// Does the work on another thread, so that one long fit keeps nobody waiting for `go_on`.
+void make_while(const std::function<void()>& work, const std::function<bool()>& go_on,
+                State& state) {
+  constexpr std::chrono::milliseconds between_questions(20);
+  std::future<void> done = std::async(std::launch::async, work);
+  while (done.wait_for(between_questions) != std::future_status::ready)
+    if (!state.stop && !go_on()) state.stop = true;
+  done.get();
 }
 
 }  // namespace
@@ -111,33 +227,29 @@ std::optional<Spread> spread_of(std::vector<double> numbers) {
 RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
                      const std::function<bool(std::int32_t)>& go_on) {
   constexpr std::int32_t points_at_once = 1 << 20;
-  const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 64);
+  const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 256);
   std::vector<std::vector<Numbers>> of_fits(plan.fits.size());
+  std::vector<std::optional<Refusal>> first_refusals(plan.fits.size());
   RunsReport report;
-  while (report.runs < plan.runs && go_on(report.runs)) {
-    const std::int32_t count = std::min(part, plan.runs - report.runs);
-    std::vector<Sample> samples;
-    for (std::int32_t i = 0; i < count; ++i) {
-      std::vector<SampleRow> rows = draw_points(plan.sample, random, chance).rows();
-      find_at(plan.inspections, rows);
-      samples.push_back(make_sample(rows, plan.sample.ranks));
+  State state;
+  while (!state.stop && report.runs < plan.runs && go_on(report.runs)) {
+    std::vector<Run> runs(static_cast<std::size_t>(std::min(part, plan.runs - report.runs)));
+    make_while([&] { make_part(plan, random, chance, runs, state); },
+               [&] { return go_on(report.runs + made_of(runs)); }, state);
+    const std::int32_t made = made_of(runs);
+    if (report.runs == 0 && made > 0) first_refusals = runs.front().refusals;
+    for (std::int32_t i = 0; i < made; ++i) {
+      Run& run = runs[static_cast<std::size_t>(i)];
+      for (std::size_t k = 0; k < of_fits.size(); ++k)
+        of_fits[k].push_back(std::move(run.of_fits[k]));
+      random = run.behind;
     }
-    for (std::size_t k = 0; k < plan.fits.size(); ++k) {
-      FitRequest request = plan.fits[k];
-      request.ranks = plan.sample.ranks;
-      const Model& model = *find_model(request.model);
-      std::vector<Numbers>& runs = of_fits[k];
-      runs.resize(runs.size() + samples.size());
-      for_each_index(samples.size(), [&](std::size_t i) {
-        Companion nobody;
-        const FitAnswer answer = fit(samples[i], request, nobody);
-        if (answer.fit()) runs[runs.size() - samples.size() + i] = numbers_of(model, *answer.fit());
-      });
-    }
-    report.runs += count;
+    report.runs += made;
   }
-  for (std::size_t k = 0; k < plan.fits.size(); ++k)
-    report.fits.push_back(report_of(plan.fits[k], of_fits[k]));
+  for (std::size_t k = 0; k < plan.fits.size(); ++k) {
+    report.fits.push_back(report_of(plan, plan.fits[k], std::exchange(of_fits[k], {})));
+    report.fits.back().first_refusal = first_refusals[k];
+  }
   return report;
 }
 

@@ -34,15 +34,21 @@ struct Spread {
 /// quantiles in statistical packages", 1996, definition 7). Nothing for no numbers.
 std::optional<Spread> spread_of(std::vector<double> numbers);
 
+/// Which number of a fit, see ShownParameters.
+enum class ParameterKind { first, second, share, minimum_life };
+
 struct ParameterSpread {
-  const char* name = "";       ///< as in machine-read output
-  int population = 0;          ///< from 1, in the order of eta (of the location)
-  std::vector<double> values;  ///< one a run that was fitted, in their order
+  ParameterKind kind{};
+  const char* name = "";        ///< as in machine-read output
+  int population = 0;           ///< from 1, in the order of eta (of the location)
+  std::optional<double> truth;  ///< of the life that is sampled, where the fit is of its model
+  std::vector<double> values;   ///< one a run that was fitted, in their order
   std::optional<Spread> spread;
 };
 
 struct BLifeSpread {
   double percent = 0;            ///< failed
+  std::optional<double> truth;   ///< of the life that is sampled
   std::optional<Spread> spread;  ///< in the unit of the times
 };
 
@@ -50,7 +56,9 @@ struct BLifeSpread {
 struct RunsOfFit {
   FitRequest request;
   std::int32_t fitted = 0;
-  std::int32_t refused = 0;  ///< left out of all numbers
+  /// Left out of all numbers: also a fit of which one is not determined, or beyond 3.4e38.
+  std::int32_t refused = 0;
+  std::optional<Refusal> first_refusal;  ///< of the first run
   std::vector<ParameterSpread> parameters;
   std::vector<BLifeSpread> b_lives;  ///< 1, 10 and 50 %
   std::optional<Spread> r_squared;   ///< of regressions
@@ -61,9 +69,11 @@ struct RunsReport {
   std::vector<RunsOfFit> fits;
 };
 
-/// Makes the runs of a plan whose sample has no fault; the seeds of a run are the states behind
-/// the one before. `go_on` is asked between parts with the number of runs made; once it says no
-/// the report is of those. Any number of threads gives the same.
+/// Makes the runs of a plan whose sample has no fault, each of a sample as it is written; the seeds
+/// of a run are the states behind the one before. `go_on` is asked again and again, on the thread
+/// that calls, with the number of runs made; once it says no the runs at work are given up, the
+/// report is of those made, and `random` stands behind the last of them. Any number of threads
+/// gives the same. Error 6 for a time beyond single precision.
 RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
                      const std::function<bool(std::int32_t)>& go_on);
 

@@ -251,10 +251,14 @@ struct CompareLists {
 
 /// All models that a method has a routine for; a Weibayes where its slope is given.
 std::vector<const Model*> comparable_models(const Method& method, bool slope_given) {
-  const bool likelihood = method.code == method_code::mle;
-  const std::string names =
-      likelihood ? "W2P,W3T,W4P,W5C,W7P,E,R" : "W2P,W3T,W4P,W5C,W7P,E,R,N,LN,G-,G+";
-  return parse_models(names + (slope_given ? ",Wb" : ""));
+  std::vector<const Model*> found;
+  for (const Model& model : models()) {
+    const bool has_slope = model.fixed_slope != 0 || slope_given;
+    const bool is_one_life = model.family != Family::none;
+    if (*model.command_name != '\0' && is_one_life && has_slope && model.is_fitted_by(method.code))
+      found.push_back(&model);
+  }
+  return found;
 }
 
 /// Each model once, and with likelihoods the base of their test ahead of the others.

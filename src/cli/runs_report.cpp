@@ -1,5 +1,7 @@
 #include "cli/runs_report.h"
 
+#include <algorithm>
+
 #include "cli/arguments.h"
 #include "cli/json_text.h"
 #include "cli/output.h"
@@ -80,7 +82,9 @@ void print_runs_table(const RunPlan& plan, const RunsReport& report) {
         " points from " + command_name(*find_model(plan.sample.life.model)) + "\n");
   for (const RunsOfFit& fit : report.fits) {
     TextTable table({name_of(fit.request), "mean", "sd", "5 %", "50 %", "95 %"});
-    const bool is_numbered = fit.parameters.back().population > 1;
+    const bool is_numbered =
+        std::any_of(fit.parameters.begin(), fit.parameters.end(),
+                    [](const ParameterSpread& each) { return each.population > 1; });
     for (const ParameterSpread& each : fit.parameters)
       table.add(cells(each.name + (is_numbered ? " " + std::to_string(each.population) : ""),
                       each.spread));

@@ -127,8 +127,9 @@ std::vector<FitRequest> parse_requests(const SampleOptions& options) {
     if (fit.file != 0) refuse("'" + text + "' is no fit such as W2P/mle");
     if (fit.choice.model->code == model_code::weibayes)
       refuse("--fit takes no Wb: it has no slope of its own");
-    if (fit.choice.model->family == Family::none)
-      refuse("--fit takes no " + command_name(*fit.choice.model));
+    const bool is_fitted = fit.choice.model->family != Family::none &&
+                           fit.choice.model->is_fitted_by(fit.choice.method->code);
+    if (!is_fitted) refuse("--fit takes no '" + text + "': there is no such fit");
     FitRequest request;
     request.model = fit.choice.model->code;
     request.method = fit.choice.method->code;

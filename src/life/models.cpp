@@ -107,6 +107,19 @@ const Model* model_of_panel(const Model& model) {
   return model.fixes_slope() ? find_model(model_code::weibayes) : nullptr;
 }
 
+bool Model::is_fitted_by(int method) const {
+  switch (routine) {
+    case FitRoutine::weibull:
+    case FitRoutine::by_mode: return true;
+    case FitRoutine::mixture: return solver_parameters > 0;
+    case FitRoutine::normal:
+    case FitRoutine::gumbel: return method != method_code::mle;
+    case FitRoutine::lognormal3:
+    case FitRoutine::custom: break;
+  }
+  return false;
+}
+
 const Model* find_model_by_name(const std::string& name) {
   if (name.empty()) return nullptr;
   const auto found = std::find_if(table.begin(), table.end(), [&name](const Model& model) {

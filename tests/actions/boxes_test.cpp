@@ -50,6 +50,7 @@ void expect_gate(const Gate& gate, std::int16_t code, std::int16_t method, doubl
                std::to_string(failures));
   FitWorld world(points_of(failures));
   const std::string words = unavailable(code, method);
+  EXPECT_EQ(find_model(code)->is_fitted_by(method), words.empty()) << code << " " << method;
   const bool one_is_enough = names(gate.codes, 98) && method == 1;
   bool goes_on = failures > gate.stopped || one_is_enough;
   if (!goes_on && !gate.stop_title.empty())

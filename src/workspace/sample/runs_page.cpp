@@ -14,11 +14,11 @@ namespace tavlo {
 
 namespace {
 
-/// Those that need nothing else to be fitted.
+/// Those of one life that need nothing else to be fitted.
 bool can_be_added(const Model& model) {
   const bool asks_for_slope = model.fixed_slope == 0;
-  return model.family != Family::none && model.routine != FitRoutine::by_mode &&
-         *model.command_name != '\0' && !asks_for_slope;
+  return model.family != Family::none && *model.command_name != '\0' && !asks_for_slope &&
+         model.is_fitted_by(method_code::x_on_y);
 }
 
 QPushButton* make_button(const QString& caption, const char* name) {
@@ -72,12 +72,12 @@ QWidget* RunsPage::make_fits() {
   chk_Censored_ = new QCheckBox(tr("&Censored"));
   chk_Censored_->setObjectName(QStringLiteral("chk_Censored"));
   chk_Censored_->setToolTip(tr("Suspensions take part in the likelihood of a mixture."));
-  auto* add = make_button(tr("Add F&it"), "cmd_Fit_0");
+  cmd_Add_ = make_button(tr("Add F&it"), "cmd_Fit_0");
   cmd_Delete_ = make_button(tr("D&elete Fit"), "cmd_Fit_1");
   cbo_FitNum_ = new QListWidget;
   cbo_FitNum_->setObjectName(QStringLiteral("cbo_FitNum"));
   cbo_FitNum_->setAccessibleName(tr("Fits of each sample"));
-  connect(add, &QPushButton::clicked, this, &RunsPage::add_fit);
+  connect(cmd_Add_, &QPushButton::clicked, this, &RunsPage::add_fit);
   connect(cmd_Delete_, &QPushButton::clicked, this, &RunsPage::delete_fit);
   connect(cbo_Model_, &QComboBox::currentIndexChanged, this, &RunsPage::follow_choice);
   connect(cbo_Method_, &QComboBox::currentIndexChanged, this, &RunsPage::follow_choice);
@@ -85,7 +85,7 @@ QWidget* RunsPage::make_fits() {
   grid->addWidget(cbo_Model_, 0, 0);
   grid->addWidget(cbo_Method_, 0, 1);
   grid->addWidget(chk_Censored_, 0, 2);
-  grid->addWidget(add, 0, 3);
+  grid->addWidget(cmd_Add_, 0, 3);
   grid->addWidget(cbo_FitNum_, 1, 0, 1, 3);
   grid->addWidget(cmd_Delete_, 1, 3, Qt::AlignTop);
   auto* note = new QLabel(
@@ -128,8 +128,12 @@ void RunsPage::delete_fit() {
 }
 
 void RunsPage::follow_choice() {
-  chk_Censored_->setEnabled(
-      has_censored_choice(cbo_Model_->currentData().toInt(), cbo_Method_->currentData().toInt()));
+  const int model = cbo_Model_->currentData().toInt();
+  const int method = cbo_Method_->currentData().toInt();
+  chk_Censored_->setEnabled(has_censored_choice(model, method));
+  const bool is_fitted = find_model(model)->is_fitted_by(method);
+  cmd_Add_->setEnabled(is_fitted);
+  cmd_Add_->setToolTip(is_fitted ? QString() : tr("There is no fit of this model by this method."));
   cmd_Delete_->setEnabled(cbo_FitNum_->currentRow() >= 0);
 }
 

@@ -36,6 +36,7 @@ class RunsPage : public QWidget {
   QComboBox* cbo_Model_ = nullptr;
   QComboBox* cbo_Method_ = nullptr;
   QCheckBox* chk_Censored_ = nullptr;
+  QPushButton* cmd_Add_ = nullptr;
   QPushButton* cmd_Delete_ = nullptr;
   std::vector<FitRequest> fits_;  ///< as the list shows them
 };
