@@ -69,13 +69,8 @@ bool has_data(const Session& session, int data_index) {
   return sheet.data().is_read() || sheet.last_row() >= 2;
 }
 
-bool leaves_suspensions_out(const Desk& desk, const FitRequest& request) {
-  return has_censored_choice(request.model, request.method) && !request.censored &&
-         desk.data.sample().total_suspensions > 0;
-}
-
 FitAnswer answer_to(Desk& desk, const FitRequest& request) {
-  if (leaves_suspensions_out(desk, request))
+  if (leaves_suspensions_out(desk.data.sample(), request))
     desk.session.ports.views.status(left_out_sentence(desk.data.sample().total_suspensions));
   const BusyPointer busy(desk.session.ports.views);
   FittingCompanion companion(desk.session, *find_model(request.model));
@@ -126,7 +121,7 @@ void remark_fit(const Desk& desk, const FitRequest& request, int slot) {
   const FitResult& fit = desk.fits().Fits(slot);
   if (fit.starts)
     desk.remark(sentence(starts_words(*fit.starts, fit.proof, fit.Method == method_code::mle)));
-  if (leaves_suspensions_out(desk, request))
+  if (leaves_suspensions_out(desk.data.sample(), request))
     desk.remark(left_out_sentence(desk.data.sample().total_suspensions));
 }
 

@@ -17,20 +17,21 @@ std::string cell(std::optional<double> number, double factor) {
 }
 
 std::vector<std::string> row_of(const std::string& name, std::optional<double> truth,
-                                const Spread& spread, double factor = 1) {
+                                const std::optional<Spread>& spread, double factor = 1) {
   std::vector<std::string> row = {name, cell(truth, factor)};
-  for (const double number : {spread.mean, spread.sd, spread.p5, spread.p50, spread.p95})
-    row.push_back(cell(number, factor));
+  if (spread)
+    for (const double number : {spread->mean, spread->sd, spread->p5, spread->p50, spread->p95})
+      row.push_back(cell(number, factor));
   return row;
 }
 
 TableRows table_of(const RunsOfFit& fit) {
   TableRows rows = {{short_label(fit.request), "true", "mean", "sd", "5 %", "50 %", "95 %"}};
   for (const ParameterSpread& each : fit.parameters)
-    rows.push_back(row_of(parameter_name(fit, each), each.truth, *each.spread, shown_factor(each)));
+    rows.push_back(row_of(parameter_name(fit, each), each.truth, each.spread, shown_factor(each)));
   for (const BLifeSpread& each : fit.b_lives)
-    rows.push_back(row_of("B" + number_text(each.percent), each.truth, *each.spread));
-  if (fit.r_squared) rows.push_back(row_of("r²", std::nullopt, *fit.r_squared));
+    rows.push_back(row_of("B" + number_text(each.percent), each.truth, each.spread));
+  if (fit.r_squared) rows.push_back(row_of("r²", std::nullopt, fit.r_squared));
   return rows;
 }
 
@@ -64,7 +65,9 @@ void log_runs(Session& session, const RunPlan& plan, const RunsReport& report) {
   for (const RunsOfFit& fit : report.fits) {
     if (report.runs == 0) break;
     AppendLog(session, full_label(fit.request) + ": " + counts(session, fit) + "\n", false);
-    if (fit.fitted > 0) log_table(session, table_of(fit));
+    if (fit.fitted == 0) continue;
+    log_table(session, table_of(fit));
+    for (const std::string& note : runs_notes(fit)) AppendLog(session, note + "\n", false);
   }
 }
 

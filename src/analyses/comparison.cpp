@@ -12,12 +12,6 @@ namespace {
 
 constexpr std::int16_t base_code = model_code::weibull2;
 
-/// The base takes all units in; a mixture's likelihood only where it is asked to.
-bool leaves_suspensions_out(const Sample& sample, const FitRequest& request) {
-  return sample.total_suspensions > 0 && !request.censored &&
-         has_censored_choice(request.model, request.method);
-}
-
 bool has_routine_of_likelihood(const Model& model) {
   return std::ranges::find(model.contains, base_code) != model.contains.end();
 }

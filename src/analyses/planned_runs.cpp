@@ -23,17 +23,24 @@ namespace {
 
 constexpr std::array b_percents = {1.0, 10.0, 50.0};
 
-/// Numbers of one fit, in the order of the columns of a report; none of a refusal.
+/// Numbers of one fit, in the order of the columns of a report, NaN where it does not determine
+/// one; none of a refusal.
 using Numbers = std::vector<double>;
 
+struct Population {
+  ShownParameters shown;
+  double share;
+};
+
 /// Populations in the order of their place on the axis of time.
-std::vector<ShownParameters> in_order(const Life& life) {
-  std::vector<ShownParameters> shown;
-  for (const FitParam& row : life.rows) shown.push_back(shown_parameters(life.model, row));
-  std::stable_sort(shown.begin(), shown.end(), [](const auto& a, const auto& b) {
-    return a.first.value_or(INFINITY) < b.first.value_or(INFINITY);
+std::vector<Population> in_order(const Life& life) {
+  std::vector<Population> all;
+  for (const FitParam& row : life.rows)
+    all.push_back({shown_parameters(life.model, row), row.Fraction});
+  std::stable_sort(all.begin(), all.end(), [](const Population& a, const Population& b) {
+    return a.shown.first.value_or(INFINITY) < b.shown.first.value_or(INFINITY);
   });
-  return shown;
+  return all;
 }
 
 bool has_share(const Model& model) { return model.rows() > 1 && model.free_parameters % 2 == 1; }
@@ -49,7 +56,8 @@ std::vector<ParameterSpread> columns_of(const Model& model) {
     columns.push_back({ParameterKind::first, names.first, i, {}, {}, {}});
     columns.push_back({ParameterKind::second, names.second, i, {}, {}, {}});
   }
-  if (has_share(model)) columns.push_back({ParameterKind::share, "share", 1, {}, {}, {}});
+  for (int i = 1; has_share(model) && i <= model.rows(); ++i)
+    columns.push_back({ParameterKind::share, "share", i, {}, {}, {}});
   if (has_minimum_life(model))
     columns.push_back({ParameterKind::minimum_life, "t0", 1, {}, {}, {}});
   return columns;
@@ -57,11 +65,13 @@ std::vector<ParameterSpread> columns_of(const Model& model) {
 
 Numbers parameters_of(const Model& model, const Life& life) {
   Numbers numbers;
-  for (const ShownParameters& row : in_order(life)) {
-    numbers.push_back(row.first.value_or(NAN));
-    numbers.push_back(row.second.value_or(NAN));
+  const std::vector<Population> populations = in_order(life);
+  for (const auto& [shown, share] : populations) {
+    numbers.push_back(shown.first.value_or(NAN));
+    numbers.push_back(shown.second.value_or(NAN));
   }
-  if (has_share(model)) numbers.push_back(life.rows[0].Fraction);
+  if (has_share(model))
+    for (const Population& each : populations) numbers.push_back(each.share);
   if (has_minimum_life(model)) numbers.push_back(life.rows[0].T0);
   return numbers;
 }
@@ -71,20 +81,22 @@ bool is_held(double number) {
   return std::fabs(number) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
-/// Parameters, B-lives, quality. Nothing of a fit of which a number is not determined.
+/// Parameters, B-lives, quality.
 Numbers numbers_of(const Model& model, const Fit& fit) {
   Numbers numbers = parameters_of(model, fit.life);
   for (const double percent : b_percents)
     numbers.push_back(quantile(fit.life, percent / 100).value_or(NAN));
   numbers.push_back(fit.quality);
-  return std::all_of(numbers.begin(), numbers.end(), is_held) ? numbers : Numbers{};
+  for (double& each : numbers)
+    if (!is_held(each)) each = NAN;
+  return numbers;
 }
 
-/// The numbers of one place in all runs that have any.
+/// The numbers of one place in all runs that determine it.
 std::vector<double> column(const std::vector<Numbers>& runs, std::size_t at) {
   std::vector<double> values;
   for (const Numbers& run : runs)
-    if (!run.empty()) values.push_back(run[at]);
+    if (!run.empty() && !std::isnan(run[at])) values.push_back(run[at]);
   return values;
 }
 
@@ -111,8 +123,11 @@ RunsOfFit report_of(const RunPlan& plan, const FitRequest& request,
     each.values = column(runs, at++);
     each.spread = spread_of(each.values);
   }
-  for (const double percent : b_percents)
-    report.b_lives.push_back({percent, {}, spread_of(column(runs, at++))});
+  for (const double percent : b_percents) {
+    const std::vector<double> values = column(runs, at++);
+    report.b_lives.push_back(
+        {percent, {}, static_cast<std::int32_t>(values.size()), spread_of(values)});
+  }
   if (request.method != method_code::mle) report.r_squared = spread_of(column(runs, at));
   add_truth(plan.sample.life, report);
   return report;
@@ -123,6 +138,7 @@ struct Run {
   WichmannHill behind;             ///< the generator after them
   std::vector<Numbers> of_fits{};  ///< by the requests of the plan
   std::vector<std::optional<Refusal>> refusals{};
+  bool has_suspensions = false;
   std::atomic<bool> is_made = false;
 };
 
@@ -153,6 +169,7 @@ Sample sample_of(const RunPlan& plan, Run& run, Entropy& chance) {
 }
 
 void fit_all(const RunPlan& plan, const Sample& sample, Run& run, const State& state) {
+  run.has_suspensions = sample.total_suspensions > 0;
   for (FitRequest request : plan.fits) {
     if (state.stop) return;
     request.ranks = plan.sample.ranks;
@@ -230,6 +247,7 @@ RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
   const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 256);
   std::vector<std::vector<Numbers>> of_fits(plan.fits.size());
   std::vector<std::optional<Refusal>> first_refusals(plan.fits.size());
+  bool has_suspensions = false;
   RunsReport report;
   State state;
   while (!state.stop && report.runs < plan.runs && go_on(report.runs)) {
@@ -242,6 +260,7 @@ RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
       Run& run = runs[static_cast<std::size_t>(i)];
       for (std::size_t k = 0; k < of_fits.size(); ++k)
         of_fits[k].push_back(std::move(run.of_fits[k]));
+      has_suspensions = has_suspensions || run.has_suspensions;
       random = run.behind;
     }
     report.runs += made;
@@ -249,6 +268,9 @@ RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
   for (std::size_t k = 0; k < plan.fits.size(); ++k) {
     report.fits.push_back(report_of(plan, plan.fits[k], std::exchange(of_fits[k], {})));
     report.fits.back().first_refusal = first_refusals[k];
+    report.fits.back().leaves_suspensions_out =
+        has_suspensions && !plan.fits[k].censored &&
+        has_censored_choice(plan.fits[k].model, plan.fits[k].method);
   }
   return report;
 }

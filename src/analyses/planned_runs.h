@@ -42,13 +42,16 @@ struct ParameterSpread {
   const char* name = "";        ///< as in machine-read output
   int population = 0;           ///< from 1, in the order of eta (of the location)
   std::optional<double> truth;  ///< of the life that is sampled, where the fit is of its model
-  std::vector<double> values;   ///< one a run that was fitted, in their order
+  /// In the order of the runs; of a fit that does not determine it, or beyond 3.4e38, there is
+  /// none.
+  std::vector<double> values;
   std::optional<Spread> spread;
 };
 
 struct BLifeSpread {
   double percent = 0;            ///< failed
   std::optional<double> truth;   ///< of the life that is sampled
+  std::int32_t determined = 0;   ///< by so many fits
   std::optional<Spread> spread;  ///< in the unit of the times
 };
 
@@ -56,9 +59,9 @@ struct BLifeSpread {
 struct RunsOfFit {
   FitRequest request;
   std::int32_t fitted = 0;
-  /// Left out of all numbers: also a fit of which one is not determined, or beyond 3.4e38.
-  std::int32_t refused = 0;
+  std::int32_t refused = 0;              ///< left out of all numbers
   std::optional<Refusal> first_refusal;  ///< of the first run
+  bool leaves_suspensions_out = false;   ///< of any sample
   std::vector<ParameterSpread> parameters;
   std::vector<BLifeSpread> b_lives;  ///< 1, 10 and 50 %
   std::optional<Spread> r_squared;   ///< of regressions

@@ -69,11 +69,6 @@ std::vector<FitOutcome> fit_all(const Sample& sample, const FitQuestions& questi
   return outcomes;
 }
 
-bool leaves_suspensions_out(const Sample& sample, const FitRequest& request) {
-  return sample.total_suspensions > 0 && !request.censored &&
-         has_censored_choice(request.model, request.method);
-}
-
 std::optional<double> quality_of(const FitOutcome& outcome) {
   const Fit* const fit = outcome.answer.fit();
   if (!fit || outcome.choice.model->family == Family::none) return std::nullopt;

@@ -27,9 +27,6 @@ FitRequest request_of(const FitChoice& choice, const FitQuestions& questions);
 /// gives the same answers.
 std::vector<FitOutcome> fit_all(const Sample& sample, const FitQuestions& questions);
 
-/// True for a likelihood that has left the sample's suspensions out.
-bool leaves_suspensions_out(const Sample& sample, const FitRequest& request);
-
 /// r squared or ln L of the fit; nothing where it was refused, and by failure mode, where each
 /// mode has a quality of its own.
 std::optional<double> quality_of(const FitOutcome& outcome);

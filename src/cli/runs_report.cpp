@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "actions/runs_words.h"
 #include "cli/arguments.h"
 #include "cli/json_text.h"
 #include "cli/output.h"
@@ -37,13 +38,13 @@ void add_fit(JsonText& json, const RunsOfFit& fit) {
   for (const ParameterSpread& each : fit.parameters) {
     json.open('{').key("name").string(each.name).key("population").integer(each.population);
     add_spread(json, each.spread);
-    json.close('}');
+    json.key("determined").integer(ssize(each.values)).close('}');
   }
   json.close(']').key("b_life").open('[');
   for (const BLifeSpread& each : fit.b_lives) {
     json.open('{').key("p").number(each.percent);
     add_spread(json, each.spread);
-    json.close('}');
+    json.key("determined").integer(each.determined).close('}');
   }
   json.close(']').key("r_squared");
   if (fit.r_squared) {
@@ -78,8 +79,7 @@ void print_runs_json(const RunPlan& plan, const RunsReport& report) {
 }
 
 void print_runs_table(const RunPlan& plan, const RunsReport& report) {
-  print(std::to_string(report.runs) + " runs of " + std::to_string(plan.sample.size) +
-        " points from " + command_name(*find_model(plan.sample.life.model)) + "\n");
+  print("Runs: " + std::to_string(report.runs) + ", " + plan_words(plan) + "\n");
   for (const RunsOfFit& fit : report.fits) {
     TextTable table({name_of(fit.request), "mean", "sd", "5 %", "50 %", "95 %"});
     const bool is_numbered =
@@ -93,7 +93,9 @@ void print_runs_table(const RunPlan& plan, const RunsReport& report) {
     if (fit.r_squared) table.add(cells("r squared", fit.r_squared));
     print("\n" + table.text(1));
     if (fit.refused > 0)
-      print("  " + std::to_string(fit.refused) + " runs were refused and are left out\n");
+      print("  refused and left out: " + std::to_string(fit.refused) + " of " +
+            std::to_string(report.runs) + "\n");
+    for (const std::string& note : runs_notes(fit)) print("  " + note + "\n");
   }
 }
 

@@ -29,4 +29,10 @@ struct FitRequest {
   friend bool operator==(const FitRequest&, const FitRequest&) = default;
 };
 
+/// Whether the likelihood may take suspensions in or leave them out: a mixture's.
+bool has_censored_choice(int model_code, int method_code);
+
+/// True where the likelihood that answers the request leaves suspensions of the sample out.
+bool leaves_suspensions_out(const Sample& sample, const FitRequest& request);
+
 }  // namespace tavlo

@@ -61,11 +61,6 @@ bool has_other_ranks(const FitResult& fit, const DataSet& data) {
          has_kinds_of_ranks(data);
 }
 
-bool has_censored_choice(int model_code, int method_code) {
-  const Model* model = find_model(model_code);
-  return model && model->routine == FitRoutine::mixture && method_code == method_code::mle;
-}
-
 std::string short_label(const FitRequest& request) {
   const bool censored = request.censored && has_censored_choice(request.model, request.method);
   return fs_ModelNames(request.model, request.method).short_name + (censored ? "c" : "");

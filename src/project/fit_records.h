@@ -35,9 +35,6 @@ bool has_kinds_of_ranks(const DataSet& data);
 /// has one kind for a set: there the fit would come back as one of that kind.
 bool has_other_ranks(const FitResult& fit, const DataSet& data);
 
-/// Whether the likelihood may take suspensions in or leave them out: a mixture's.
-bool has_censored_choice(int model_code, int method_code);
-
 /// "W4P/MLEc": model and method, and whether suspensions take part in the likelihood.
 std::string short_label(const FitRequest& request);
 

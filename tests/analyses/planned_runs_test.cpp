@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "analyses/sample_text.h"
+#include "fit/door/fit.h"
 #include "fit/parallel.h"
 #include "numerics/run_time_error.h"
 
@@ -67,20 +69,57 @@ TEST(PlannedRuns, AreTheSameByAnyThreadsAndUpToAStop) {
   }
 }
 
-TEST(PlannedRuns, CountWhatIsRefusedAndOrderPopulations) {
+TEST(PlannedRuns, CountWhatIsRefused) {
   RunPlan plan = weibulls(2, 50);
   plan.sample.suspensions.right = 1;
   plan.sample.method = method_code::mle;
   const RunsOfFit refused = runs(plan).fits[0];
   EXPECT_EQ(refused.refused, 50) << "one failure has no line";
   EXPECT_FALSE(refused.parameters[0].spread);
-  plan = weibulls(40, 6);
-  plan.sample.life = {model_code::weibull4, {{0.001, 1, 3, 0, 1}, {1 / 600.0, 0, 0.8, 0, 1}}};
-  plan.fits = {{model_code::weibull4, method_code::mle, {}, RankKind::benard, false, {}}};
-  const RunsOfFit fit = runs(plan).fits[0];
-  EXPECT_EQ(fit.fitted + fit.refused, 6);
-  for (std::size_t i = 0; i < fit.parameters[0].values.size(); ++i)
-    EXPECT_LE(fit.parameters[0].values[i], fit.parameters[2].values[i]);
+}
+
+// Sample after sample as it is written, each fitted by itself: every answer counts, by its
+// populations in the order of eta, whatever else it leaves undetermined.
+TEST(PlannedRuns, AreTheSamplesOneAfterTheOther) {
+  for (const bool censored : {false, true}) {
+    RunPlan plan = weibulls(24, 40);
+    plan.sample.life = {model_code::weibull5c, {{0.002, 0.3, 3, 0, 1}, {0.001, 0.7, 2, 0, 3}}};
+    plan.sample.suspensions.random = 3;
+    plan.fits.clear();
+    for (const std::int16_t model : {model_code::weibull5c, model_code::weibull4})
+      plan.fits.push_back({model, method_code::mle, {}, RankKind::benard, censored, {}});
+    const RunsReport report = runs(plan);
+    NoChance chance;
+    WichmannHill random({1, 2, 3, 4});
+    std::vector<std::vector<std::vector<double>>> wanted(2, std::vector<std::vector<double>>(7));
+    for (int run = 0; run < plan.runs; ++run) {
+      std::vector<SampleRow> rows = draw_points(plan.sample, random, chance).rows();
+      for (SampleRow& row : rows) row.time = written_time(row.time);
+      for (std::size_t k = 0; k < 2; ++k) {
+        Companion nobody;
+        const FitAnswer answer = fit(make_sample(rows, RankKind::benard), plan.fits[k], nobody);
+        std::vector<FitParam> populations = answer.fit()->life.rows;
+        if (populations[0].Scale < populations[1].Scale) std::swap(populations[0], populations[1]);
+        std::vector<double> numbers;
+        for (const FitParam& each : populations)
+          for (const double number : {1 / each.Scale, each.Shape})
+            numbers.push_back(is_unreached(each) ? NAN : number);
+        for (const FitParam& each : populations) numbers.push_back(each.Fraction);
+        numbers.push_back(*quantile(answer.fit()->life, 0.1));
+        for (std::size_t i = 0; i < 7; ++i)
+          if (!std::isnan(numbers[i])) wanted[k][i].push_back(numbers[i]);
+      }
+    }
+    for (std::size_t k = 0; k < 2; ++k) {
+      const RunsOfFit& fit = report.fits[k];
+      EXPECT_EQ(fit.fitted, plan.runs);
+      EXPECT_EQ(fit.leaves_suspensions_out, !censored);
+      for (std::size_t i = 0; i < fit.parameters.size(); ++i)
+        EXPECT_EQ(fit.parameters[i].values, wanted[k][i]) << k << " " << i;
+      EXPECT_EQ(*fit.b_lives[1].spread, *spread_of(wanted[k][6]));
+    }
+    EXPECT_LT(wanted[1][2].size(), wanted[1][0].size()) << "some have one population only";
+  }
 }
 
 TEST(Inspections, FindFailuresAtTheNextLook) {

@@ -6,11 +6,6 @@
 namespace tavlo {
 namespace {
 
-bool leaves_suspensions_out(const Sample& sample, const FitRequest& request, const Model& model) {
-  return model.routine == FitRoutine::mixture && request.method == method_code::mle &&
-         !request.censored && sample.total_suspensions > 0;
-}
-
 /// A counted row in a regression has the rank of its last unit; listed, each unit has its own.
 bool ranks_depend_on_listing(const Sample& sample, std::span<const ModeFit> modes) {
   const auto by_regression = [&](std::size_t row) {
@@ -46,7 +41,7 @@ std::vector<Note> data_notes(const Sample& sample, const FitRequest& request,
   const bool regression = request.method != method_code::mle;
   if (is_doubtful(sample, *model))
     notes.push_back({NoteCode::few_failures, 0, {sample.total_failures, model->gate->doubt_below}});
-  if (leaves_suspensions_out(sample, request, *model))
+  if (leaves_suspensions_out(sample, request))
     notes.push_back({NoteCode::suspensions_left_out, 0, {sample.total_suspensions}});
   if (regression && ranks_depend_on_listing(sample, modes))
     notes.push_back({NoteCode::counted_rows, 0, {}});
