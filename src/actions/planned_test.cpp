@@ -7,6 +7,7 @@
 #include "actions/runs_log.h"
 #include "actions/runs_records.h"
 #include "actions/runs_words.h"
+#include "actions/sample_words.h"
 
 namespace tavlo {
 
@@ -31,8 +32,7 @@ std::optional<RunsReport> runs_or_words(Session& session, const RunPlan& plan,
   } catch (const RunTimeError& error) {
     if (error.number() != run_time::overflow) throw;
     AppendLog(session,
-              "Monte Carlo Runs: given up, as a sample has a time beyond 3.4E+38, the largest "
-              "that data hold\n",
+              std::string("Monte Carlo Runs: given up, as ") + words_of_time_out_of_range + "\n",
               false);
     return std::nullopt;
   }

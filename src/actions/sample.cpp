@@ -10,6 +10,7 @@
 #include "actions/log_table.h"
 #include "actions/new_project.h"
 #include "actions/pasted_rows.h"
+#include "actions/planned_test.h"
 #include "actions/reports.h"
 #include "actions/sample_words.h"
 #include "actions/shown_fits.h"
@@ -122,7 +123,7 @@ void log_sample(Session& session, const SampleForm& form, const Drawn& drawn, st
   log_table(session, table_of(session, form));
 }
 
-/// Fits of one method after another, as the panel would make them.
+/// As the panel would make them; the chart shows them beside the life that was given.
 void fit_sample(Session& session, const std::vector<FitRequest>& fits) {
   const BusyPanel busy(session, 1);
   FitPanel& panel = *session.gFitForm(1);
@@ -131,6 +132,8 @@ void fit_sample(Session& session, const std::vector<FitRequest>& fits) {
     panel.censored = wanted.censored;
     Fit_Distribution(session, 1, 1, model, wanted.method, true, true);
   }
+  const FitSet& made = session.project.fits(1);
+  if (made.nFits > 1 && made.Fits(1).is_given) set_shown(session, 1, 1, true);
 }
 
 void tell(Session& session, const Drawn& drawn) {
@@ -146,14 +149,19 @@ void make(Session& session, SampleForm& form, const RunPlan& plan) {
   WichmannHill random(session.random_states);
   enter_seeds(session, form.seeds, random);
   if (random.is_at_rest()) random.seed({-1, -1, -1, -1}, session.ports.entropy);
+  WichmannHill of_runs = random;
   const auto drawn = guarded_draw(session, plan, random);
   if (!drawn) return;
   session.random_states = random.states();
   put_in_place(session, form, *drawn);
   show_life(session, plan.sample);
   log_sample(session, form, *drawn, plan.sample.size);
+  fit_sample(session, form.fits);
   session.step = "Sample";
-  fit_sample(session, plan.fits);
+  if (plan.runs > 1) {
+    make_planned_test(session, plan, of_runs);
+    session.random_states = of_runs.states();
+  }
   tell(session, *drawn);
 }
 

@@ -119,6 +119,27 @@ TEST_F(DialogsByKeys, ModelsAreComparedInTheLogAndTakenBack) {
   EXPECT_EQ(session().project.fits(1).nFits, 0);
 }
 
+TEST_F(DialogsByKeys, ASampleIsDrawnFittedAndRunAndTakenBack) {
+  type_handbook_example();
+  const int rows = sheet().last_row();
+  ask_for({"alt+o", "s"}, "frm_MC");
+  person.press({"alt+f", "alt+n", "ctrl+a"});
+  person.type("50");
+  person.press({"alt+i", "alt+s"});
+  ASSERT_TRUE(wait_until([&] { return session().project.charts.bound() == 3; }));
+  EXPECT_TRUE(wait_until([&] { return widget("cmd_Sample").isEnabled(); }));
+  EXPECT_EQ(sheet().last_row(), 30);
+  EXPECT_EQ(fits().text(1, fit_column::quality), "given");
+  EXPECT_NE(log().find("Monte Carlo Runs: 50 runs"), std::string::npos) << log();
+  person.press({"Escape"});
+  ASSERT_TRUE(wait_until([&] { return window.isActiveWindow(); }));
+  window.open_child({Block::chart, 3});
+  EXPECT_GT(window.windows().chart(3).drawing().records.size(), 100U) << "a row a run";
+  person.press({"ctrl+z"});
+  EXPECT_TRUE(wait_until([&] { return sheet().last_row() == rows; }));
+  EXPECT_EQ(session().project.charts.bound(), 1);
+}
+
 TEST_F(DialogsByKeys, AForeignTableIsImportedByChoosingItsColumnsAndTakenBack) {
   const QTemporaryDir folder;
   const std::string path = write(folder, "Pumpen.csv",

@@ -64,7 +64,7 @@ FitWindow* ViewMaker::make_panel(int index) {
 ChartWindow* ViewMaker::make_chart(int index) {
   auto* chart = new ChartWindow(program_.session, program_.commands, index);
   connect(chart, &ChartWindow::hint_wanted, this, &ViewMaker::hint_wanted);
-  chart->compose();  // what changed before it was made was told to nobody
+  chart->compose();  // what has been announced before it was there
   return chart;
 }
 
