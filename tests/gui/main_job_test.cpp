@@ -176,7 +176,7 @@ TEST_F(MainJob, PrintsAllRowsAsText) {
   EXPECT_TRUE(log_text.contains(QRegularExpression(QStringLiteral("eta:.*beta: *[0-9]"))))
       << "columns stand side by side\n"
       << from_qt(log_text);
-  for (const char* part : {"Tavlo Fit", "Page 1 of 1"})
+  for (const char* part : {"Tavlo Fit", "PVE", "Page 1 of 1"})
     EXPECT_TRUE(log_text.contains(QString::fromUtf8(part))) << from_qt(log_text);
 
   QFile chart(file_of("ctrl+3"));

@@ -66,7 +66,7 @@ PrintJob ChartCommands::job() {
       const QAbstractItemModel* fits = windows_.panel(index).grid().model();
       return table_job({title, fits, fits->rowCount(), false});
     }
-    case Block::log: return text_job(title, to_qt(program_.session.project.log.plain()));
+    case Block::log: return text_job(title, program_.session.project.log);
     case Block::chart: break;
   }
   return chart_job(title, chart().drawing());

@@ -39,7 +39,7 @@ PrintJob table_job(const PrintedTable& table) {
           }};
 }
 
-PrintJob text_job(const QString& title, const QString& text) {
+PrintJob text_job(const QString& title, const RichText& text) {
   return {title, false, [title, text](QPrinter& printer, int most_pages) {
             return print_text(printer, title, text, most_pages);
           }};

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "chart/record/drawing_record.h"
+#include "project/rich_text.h"
 #include "workspace/frame/table_printing.h"
 
 namespace tavlo {
@@ -26,8 +27,8 @@ PrintJob chart_job(const QString& title, const DrawingRecord& drawing);
 /// All rows of a table, as text.
 PrintJob table_job(const PrintedTable& table);
 
-/// All lines of a text.
-PrintJob text_job(const QString& title, const QString& text);
+/// All lines and tables of a text.
+PrintJob text_job(const QString& title, const RichText& text);
 
 /// The printer that the user has set up, and its dialogs. Each returns when the
 /// user is done with it.

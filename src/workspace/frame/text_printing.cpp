@@ -5,6 +5,7 @@
 #include <QTextDocument>
 
 #include "workspace/frame/printed_pages.h"
+#include "workspace/qt/rich_text_document.h"
 
 namespace tavlo {
 
@@ -26,13 +27,14 @@ void lay_out(QTextDocument& document, QPrinter& printer, const QSizeF& page) {
 
 }  // namespace
 
-bool print_text(QPrinter& printer, const QString& title, const QString& text, int most_pages) {
+bool print_text(QPrinter& printer, const QString& title, const RichText& text, int most_pages) {
   QPainter painter;
   if (!painter.begin(&printer)) return false;
   const double head = head_height(printer);
   const QSizeF page = printed_page(printer).size() - QSizeF(0, head);
-  QTextDocument document(text);
+  QTextDocument document;
   lay_out(document, printer, page);
+  append_rich_text(document, text);
   const auto content = [&](QPainter& on, int number) {
     const QRectF part(QPointF(0, number * page.height()), page);
     on.save();
