@@ -8,21 +8,17 @@
 #include <map>
 #include <sstream>
 
-#include "actions/announce.h"
-#include "actions/read_rows.h"
+#include "actions/fit_world.h"
 #include "actions/runs_records.h"
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "analyses/sample_text.h"
-#include "files/point_list.h"
 #include "files/project_file.h"
 #include "fit/door/fit.h"
 #include "life/shown_parameters.h"
 #include "numerics/number_text.h"
-#include "project/fit_records.h"
 #include "project/plot_rows.h"
 #include "support/case_list.h"
-#include "support/test_world.h"
 
 namespace tavlo {
 namespace {
@@ -45,15 +41,14 @@ const Life early_and_late{model_code::weibull5c, {{0.01, 0.3, 4, 0, 1}, {0.001, 
 const Life guaranteed{model_code::weibull3, {{0.001, 1, 2, 500, 1}}};
 
 /// A project that holds the sample of a plan, in the middle of the command that drew it.
-struct PlanWorld : test::TestWorld {
-  explicit PlanWorld(const RunPlan& the_plan) : plan(the_plan) {
-    announce(session);
+struct PlanWorld : test::FitWorld {
+  explicit PlanWorld(const RunPlan& the_plan) : FitWorld({}), plan(the_plan) {
     session.history.restart(session.project);
     WichmannHill first = random;
-    std::vector<SampleRow> rows = draw_points(plan.sample, first, entropy).rows();
-    for (SampleRow& row : rows) row.time = written_time(row.time);
-    fill_data_set({std::move(rows), {}, {}}, data());
-    read_rows(session, 1);
+    std::vector<test::Point> points;
+    for (const float time : draw_points(plan.sample, first, entropy).times)
+      points.push_back({written_time(time)});
+    put(points);
     session.step = "Sample";
   }
 
@@ -107,7 +102,6 @@ TEST(PlannedTest, LogSetsAndChartsTellTheSame) {
   const auto tables = world.tables();
   for (int i = 2; i <= project.data.bound(); ++i) {
     const std::string& title = project.data(i).Title;
-    ASSERT_TRUE(tables.contains(title)) << title << "\n" << world.log();
     std::vector<double> all = world.values(i);
     double sum = 0, squares = 0;
     for (const double each : all) sum += each;
@@ -149,7 +143,7 @@ TEST(PlannedTest, IsPartOfOneStepAndComesBackFromAFile) {
   Project read;
   ASSERT_FALSE(read_project(world.files.files.at("/data/plan.tavlo"), read));
   ASSERT_EQ(read.data.bound(), now.data.bound());
-  for (int i = 1; i <= now.data.bound(); ++i)
+  for (int i = 2; i <= now.data.bound(); ++i)
     EXPECT_TRUE(same_content(read.data(i), now.data(i))) << i;
   EXPECT_EQ(read.charts, now.charts);
   EXPECT_EQ(read.log.plain(), now.log.plain());
@@ -213,7 +207,7 @@ TEST(PlannedTest, WhatCantBeFittedOrHeldIsTold) {
   EXPECT_EQ(refused.session.project.data.bound(), 1);
   PlanWorld beyond(plan_of({model_code::weibull2, {{1e-36, 1, 0.1, 0, 1}}}, 1, 500, {{98, 0}}));
   beyond.make();
-  EXPECT_NE(beyond.log().find("beyond what data hold"), std::string::npos) << beyond.log();
+  EXPECT_NE(beyond.log().find("given up, as a time of"), std::string::npos) << beyond.log();
   EXPECT_EQ(beyond.session.project.charts.bound(), 1);
 }
 

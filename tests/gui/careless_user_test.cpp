@@ -4,6 +4,7 @@
 #include "actions/new_project.h"
 #include "actions/records.h"
 #include "actions/recovery.h"
+#include "chart/compose/make_chart.h"
 #include "gui/window_world.h"
 
 namespace tavlo {
@@ -89,6 +90,8 @@ TEST_F(CarelessUser, MeetsEveryWindowOfManySets) {
   windows.bring_to_front({Block::sheet, 4});
   EXPECT_GT(windows.child({Block::sheet, 4})->height(), windows.height() / 2) << "not a scrap";
   program.commands.run([this] { delete_set(session(), 1); });
+  program.commands.run([this] { add_chart(session()); });
+  EXPECT_TRUE(windows.chart(2).drawing() == fl_Make_WMF(session(), 2)) << "drawn before it is told";
   windows.hide_all();
   for (const ChildWindow* each : windows.children())
     EXPECT_TRUE(each->isHidden()) << each->node_key().toStdString();
