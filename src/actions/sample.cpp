@@ -159,8 +159,10 @@ void make(Session& session, SampleForm& form, const RunPlan& plan) {
   fit_sample(session, form.fits);
   session.step = "Sample";
   if (plan.runs > 1) {
+    const WichmannHill before = of_runs;
     make_planned_test(session, plan, of_runs);
-    session.random_states = of_runs.states();
+    // Runs that were stopped at once leave the states behind the sample.
+    if (of_runs.states() != before.states()) session.random_states = of_runs.states();
   }
   tell(session, *drawn);
 }

@@ -145,10 +145,7 @@ class FormReader {
   bool read_group(Inspections& inspections) const {
     std::vector<double> times;
     for (const std::string& token : tokens(form_.group)) times.push_back(number(token));
-    const auto is_time = [](double time) {
-      return time > 0 && std::isnormal(static_cast<float>(time));
-    };
-    if (!std::all_of(times.begin(), times.end(), is_time))
+    if (!std::all_of(times.begin(), times.end(), is_inspection))
       return refuse(
           "Inspections are times above 0: one as an interval, or several, as "
           "\"100 200 400\".");

@@ -25,10 +25,11 @@ std::optional<double> next_look(const Inspections& inspections, double time) {
 
 }  // namespace
 
+bool is_inspection(double time) { return time > 0 && std::isnormal(static_cast<float>(time)); }
+
 Inspections inspections_of(std::vector<double> numbers) {
-  for (const double each : numbers)
-    if (!std::isnormal(static_cast<float>(each)) || !(each > 0))
-      throw RunTimeError(run_time::invalid_argument);
+  if (!std::all_of(numbers.begin(), numbers.end(), is_inspection))
+    throw RunTimeError(run_time::invalid_argument);
   if (numbers.size() == 1) return {numbers[0], {}};
   std::sort(numbers.begin(), numbers.end());
   return {0, std::move(numbers)};

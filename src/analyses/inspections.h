@@ -16,8 +16,11 @@ struct Inspections {
   friend bool operator==(const Inspections&, const Inspections&) = default;
 };
 
-/// One number is an interval, several are times in any order. Error 5 for one that is no time
-/// above 0 that data can hold.
+/// True for a time above 0 that data can hold.
+bool is_inspection(double time);
+
+/// One number is an interval, several are times in any order. Error 5 for what is no
+/// inspection.
 Inspections inspections_of(std::vector<double> numbers);
 
 /// Rounds times of failures up to the next inspection. What has not failed at the last one is

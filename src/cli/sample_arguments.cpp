@@ -28,16 +28,16 @@ std::int32_t parse_count(const std::string& text, double least, double most) {
   return static_cast<std::int32_t>(numbers[0]);
 }
 
-/// Numbers between blanks.
-std::vector<double> parse_blank_list(std::string text) {
+/// Numbers between blanks; none in an empty text.
+std::vector<double> parse_blank_list(const std::string& text) {
   std::string list;
   for (const char c : text)
-    if (c != ' ')
+    if (c != ' ' && c != '\t')
       list += c;
     else if (!list.empty() && list.back() != ',')
       list += ',';
   if (list.ends_with(',')) list.pop_back();
-  return parse_numbers(list);
+  return list.empty() ? std::vector<double>() : parse_numbers(list);
 }
 
 std::vector<std::int32_t> parse_points(const std::string& text) {
@@ -64,7 +64,7 @@ WichmannHill::Seeds parse_seeds(const std::string& text) {
 
 Inspections parse_inspections(const std::string& text) {
   const std::vector<double> numbers = parse_blank_list(text);
-  if (std::any_of(numbers.begin(), numbers.end(), [](double number) { return !(number > 0); }))
+  if (!std::all_of(numbers.begin(), numbers.end(), is_inspection))
     refuse("'" + text + "' are no times of inspections above 0, as 250 or '100 200 400'");
   return inspections_of(numbers);
 }
@@ -123,8 +123,9 @@ Life parse_life(const SampleOptions& options) {
 std::vector<FitRequest> parse_requests(const SampleOptions& options) {
   std::vector<FitRequest> requests;
   for (const std::string& text : options.fits) {
+    if (text.find('/') == text.npos || text.find(':') != text.npos)
+      refuse("'" + text + "' is no fit such as W2P/mle");
     const FileFit fit = parse_file_fit(text);
-    if (fit.file != 0) refuse("'" + text + "' is no fit such as W2P/mle");
     if (fit.choice.model->code == model_code::weibayes)
       refuse("--fit takes no Wb: it has no slope of its own");
     const bool is_fitted = fit.choice.model->family != Family::none &&
@@ -150,6 +151,7 @@ void take_whole(SampleArguments& sample, const SampleOptions& options) {
   if (sample.is_planned && sample.plan.fits.empty()) refuse("--runs needs a --fit M/METHOD");
   if (!sample.is_planned && !sample.plan.fits.empty()) refuse("--fit is for --runs N");
   if (!sample.is_planned && sample.json) refuse("--json is for --runs N");
+  if (!sample.is_planned && options.censored) refuse("--censored is for --runs N");
   if (sample.is_planned && plan.size > most_points_of_runs)
     refuse("--runs takes samples of at most 1000000 points");
 }

@@ -168,6 +168,7 @@ TEST(SuspensionPlan, TakesPointsInItsOrderAndWithinItsLimits) {
       {5, {.right = 3, .right_at_last_failure = true}, false, "FFS", 3, 3},
       {5, {.points = {4}, .right = 2, .right_at_last_failure = true}, false, "FFFS", 3, 2},
       {5, {.points = {1, 2, 3, 4, 5}, .random = 1}, false, "SSSSS", 5},
+      {2, {.random = 1}, false, "FF", 0},
   };
   NoChance chance;
   const WichmannHill random({1, 2, 3, 4});
@@ -201,8 +202,17 @@ TEST(SuspensionPlan, DrawsRandomSuspensions) {
     }
     if (by_likelihood && wanted >= size - 1 && tail == 0) {
       EXPECT_EQ(size - marked, 1);
+      EXPECT_NEAR(static_cast<double>(made.count), size - 1.5, 0.5) << "the last may not count";
     }
     EXPECT_EQ(suspend(size, plan, by_likelihood, random, chance).is_suspended, made.is_suspended);
+    if (tail > 0 || size - wanted < 2) continue;
+    const auto& s = random.states();
+    WichmannHill own({s[1] / 2 + 1, s[2] / 2 + 1, s[3] / 2 + 1, s[0] / 2 + 1});
+    std::vector<bool> by_hand(static_cast<std::size_t>(size));
+    while (std::count(by_hand.begin(), by_hand.end(), true) < wanted)
+      by_hand[static_cast<std::size_t>(
+          std::clamp(std::nearbyint(own.next(chance) * size), 1.0, double(size)) - 1)] = true;
+    EXPECT_EQ(made.is_suspended, by_hand) << size << " " << wanted;
   }
 }
 
