@@ -145,12 +145,14 @@ std::string winner_line(const FitReport& report, const Comparison& comparison) {
 
 std::string other_criteria(const FitReport& report, const Comparison& comparison) {
   TextTable table({"Other criteria", "AIC", "BIC"});
+  bool any = false;
   for_each_row(report, comparison, [&](const FitOutcome& outcome, const ComparedRow& row) {
-    if (row.aic && row.bic)
-      table.add(
-          {fit_name(outcome), format_number(*row.aic, "0.00"), format_number(*row.bic, "0.00")});
+    if (!row.aic || !row.bic) return;
+    any = true;
+    table.add(
+        {fit_name(outcome), format_number(*row.aic, "0.00"), format_number(*row.bic, "0.00")});
   });
-  return "\n" + table.text(1);
+  return any ? "\n" + table.text(1) : "";
 }
 
 }  // namespace
