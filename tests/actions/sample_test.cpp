@@ -136,6 +136,10 @@ TEST(Sample, NumbersThePointsOfModelsThatAreNotSampled) {
 
 TEST(Sample, SeedsAreThoseOfTheBoxes) {
   SampleWorld world;
+  world.make(world.form("98 3=1000 4=2", "5"));
+  EXPECT_EQ(world.clipboard.plain,
+            "1.195E+01\r\n2.765E+02\r\n1.195E+03\r\n1.479E+03\r\n1.549E+03\r\n")
+      << "as the command line draws it";
   SampleForm form = world.form("98 3=1000 4=2", "3");
   form.seeds = {"-7", "3e9", "2,147,483,645", "0"};
   make_sample_project(world.session, form);
