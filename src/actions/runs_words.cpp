@@ -62,7 +62,7 @@ double shown_factor(const ParameterSpread& parameter) {
   return parameter.kind == ParameterKind::share ? 100 : 1;
 }
 
-std::vector<std::string> runs_notes(const RunsOfFit& fit) {
+std::vector<std::string> undetermined_words(const RunsOfFit& fit) {
   std::vector<std::string> notes;
   const auto note = [&](const std::string& name, std::int64_t determined) {
     if (determined < fit.fitted)
@@ -73,9 +73,6 @@ std::vector<std::string> runs_notes(const RunsOfFit& fit) {
     note(parameter_name(fit, each), static_cast<std::int64_t>(each.values.size()));
   for (const BLifeSpread& each : fit.b_lives)
     note("B" + number_text(each.percent), each.determined);
-  if (fit.leaves_suspensions_out)
-    notes.push_back(
-        "the suspensions are left out of this likelihood; with the choice Censored they take part");
   return notes;
 }
 

@@ -217,6 +217,8 @@ class FormReader {
       return refuse(words_of(*fault, model) + ".");
     if (plan.runs == 1) return true;
     if (plan.sample.size < 1) return refuse("The sample of a run has at least 1 point.");
+    if (form_.is_precise)
+      return refuse("Runs are made of samples by chance: precise ones are all the same.");
     if (plan.fits.empty()) plan.fits.push_back(usual_fit(model));
     return true;
   }

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "analyses/chi_square.h"
-#include "project/fit_records.h"
 
 namespace tavlo {
 

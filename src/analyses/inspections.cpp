@@ -14,7 +14,7 @@ namespace {
 /// The first inspection at or after a time; nothing behind the last.
 std::optional<double> next_look(const Inspections& inspections, double time) {
   // A time that single precision has put beside a multiple is that multiple.
-  constexpr double rounding = 1e-6;
+  constexpr double rounding = 0x1p-23;
   if (inspections.interval > 0)
     return std::max(1.0, std::ceil(time / inspections.interval * (1 - rounding))) *
            inspections.interval;

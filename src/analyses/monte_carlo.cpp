@@ -84,12 +84,14 @@ class TimeRange {
     const Family family = find_model(life.model)->family;
     const bool is_above_zero =
         (family == Family::weibull || family == Family::lognormal) && life.rows.front().T0 >= 0;
-    if (is_above_zero) least_ = std::numeric_limits<float>::min();
+    if (is_above_zero) least_ = least;
   }
   bool holds(double time) const { return time >= least_ && time <= most; }
 
  private:
-  static constexpr double most = 3.4e38;  // as it reads when it is rounded to four digits
+  // Which are numbers of single precision still when they are rounded to four digits.
+  static constexpr double least = 1.1755e-38;
+  static constexpr double most = 3.4e38;
   double least_ = -most;
 };
 

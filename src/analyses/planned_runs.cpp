@@ -15,19 +15,24 @@ namespace tavlo {
 
 namespace {
 
+/// What one request gave in one run.
+struct RunFit {
+  RunNumbers numbers{};
+  std::optional<Refusal> refusal{};
+  bool leaves_suspensions_out = false;
+};
+
 struct Run {
   std::vector<float> chances{};
-  WichmannHill behind;                ///< the generator after them
-  std::vector<RunNumbers> of_fits{};  ///< by the requests of the plan
-  std::vector<std::optional<Refusal>> refusals{};
-  bool has_suspensions = false;
+  WichmannHill behind;         ///< the generator after them
+  std::vector<RunFit> fits{};  ///< by the requests of the plan
   std::atomic<bool> is_made = false;
 };
 
 /// What tasks tell one another.
 struct State {
   std::atomic<bool> stop = false;
-  std::atomic<bool> overflow = false;  ///< a time is beyond single precision
+  std::atomic<int> fault = 0;  ///< error number of a sample that could not be made
 };
 
 /// Ends a fit that nobody waits for any more.
@@ -51,16 +56,17 @@ Sample sample_of(const RunPlan& plan, Run& run, Entropy& chance) {
 }
 
 void fit_all(const RunPlan& plan, const Sample& sample, Run& run, const State& state) {
-  run.has_suspensions = sample.total_suspensions > 0;
   for (FitRequest request : plan.fits) {
     if (state.stop) return;
     request.ranks = plan.sample.ranks;
     Stoppable companion(state);
     const FitAnswer answer = fit(sample, request, companion);
-    const Refusal* refusal = answer.refusal();
-    run.refusals.push_back(refusal ? std::optional(*refusal) : std::nullopt);
-    run.of_fits.push_back(refusal ? RunNumbers{}
-                                  : numbers_of(*find_model(request.model), *answer.fit()));
+    RunFit& made = run.fits.emplace_back();
+    made.leaves_suspensions_out = leaves_suspensions_out(sample, request);
+    if (const Refusal* refusal = answer.refusal())
+      made.refusal = *refusal;
+    else
+      made.numbers = numbers_of(*find_model(request.model), *answer.fit());
   }
   run.is_made = !state.stop;  // a fit that was ended is no refusal
 }
@@ -70,8 +76,9 @@ void make(const RunPlan& plan, Run& run, Entropy& chance, State& state) {
   if (state.stop) return;
   try {
     fit_all(plan, sample_of(plan, run, chance), run, state);
-  } catch (const RunTimeError&) {
-    state.overflow = state.stop = true;
+  } catch (const RunTimeError& error) {
+    state.fault = error.number();
+    state.stop = true;
   }
 }
 
@@ -84,7 +91,7 @@ void make_part(const RunPlan& plan, WichmannHill random, Entropy& chance, std::v
   }
   std::atomic<std::size_t> next = 0;
   for_each_index(runs.size(), [&](std::size_t) { make(plan, runs[next++], chance, state); });
-  if (state.overflow) throw RunTimeError(run_time::overflow);
+  if (state.fault != 0) throw RunTimeError(state.fault);
 }
 
 /// The first ones up to one that is not made.
@@ -99,8 +106,13 @@ void make_while(const std::function<void()>& work, const std::function<bool()>& 
                 State& state) {
   constexpr std::chrono::milliseconds between_questions(20);
   std::future<void> done = std::async(std::launch::async, work);
-  while (done.wait_for(between_questions) != std::future_status::ready)
-    if (!state.stop && !go_on()) state.stop = true;
+  try {
+    while (done.wait_for(between_questions) != std::future_status::ready)
+      if (!state.stop && !go_on()) state.stop = true;
+  } catch (...) {
+    state.stop = true;
+    throw;
+  }
   done.get();
 }
 
@@ -109,35 +121,30 @@ void make_while(const std::function<void()>& work, const std::function<bool()>& 
 RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
                      const std::function<bool(std::int32_t)>& go_on) {
   constexpr std::int32_t points_at_once = 1 << 20;
-  const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 1, 256);
-  std::vector<std::vector<RunNumbers>> of_fits(plan.fits.size());
-  std::vector<std::optional<Refusal>> first_refusals(plan.fits.size());
-  bool has_suspensions = false;
+  const std::int32_t part = std::clamp(points_at_once / plan.sample.size, 2, 256);
+  std::vector<std::vector<RunNumbers>> numbers(plan.fits.size());
   RunsReport report;
+  report.fits.resize(plan.fits.size());
   State state;
   while (!state.stop && report.runs < plan.runs && go_on(report.runs)) {
     std::vector<Run> runs(static_cast<std::size_t>(std::min(part, plan.runs - report.runs)));
     make_while([&] { make_part(plan, random, chance, runs, state); },
                [&] { return go_on(report.runs + made_of(runs)); }, state);
     const std::int32_t made = made_of(runs);
-    if (report.runs == 0 && made > 0) first_refusals = runs.front().refusals;
     for (std::int32_t i = 0; i < made; ++i) {
       Run& run = runs[static_cast<std::size_t>(i)];
-      for (std::size_t k = 0; k < of_fits.size(); ++k)
-        of_fits[k].push_back(std::move(run.of_fits[k]));
-      has_suspensions = has_suspensions || run.has_suspensions;
+      for (std::size_t k = 0; k < numbers.size(); ++k) {
+        RunFit& fit = run.fits[k];
+        numbers[k].push_back(std::move(fit.numbers));
+        if (!report.fits[k].first_refusal) report.fits[k].first_refusal = fit.refusal;
+        report.fits[k].leaves_suspensions_out |= fit.leaves_suspensions_out;
+      }
       random = run.behind;
     }
     report.runs += made;
   }
-  for (std::size_t k = 0; k < plan.fits.size(); ++k) {
-    report.fits.push_back(
-        spreads_of(plan.sample.life, plan.fits[k], std::exchange(of_fits[k], {})));
-    report.fits.back().first_refusal = first_refusals[k];
-    report.fits.back().leaves_suspensions_out =
-        has_suspensions && !plan.fits[k].censored &&
-        has_censored_choice(plan.fits[k].model, plan.fits[k].method);
-  }
+  for (std::size_t k = 0; k < plan.fits.size(); ++k)
+    add_spreads(plan.sample.life, plan.fits[k], std::exchange(numbers[k], {}), report.fits[k]);
   return report;
 }
 

@@ -29,7 +29,7 @@ struct RunsReport {
 /// of a run are the states behind the one before. `go_on` is asked again and again, on the thread
 /// that calls, with the number of runs made; once it says no the runs at work are given up, the
 /// report is of those made, and `random` stands behind the last of them. Any number of threads
-/// gives the same. Error 6 for a time beyond single precision.
+/// gives the same. Error 6 for a time that data can't hold.
 RunsReport make_runs(const RunPlan& plan, WichmannHill& random, Entropy& chance,
                      const std::function<bool(std::int32_t)>& go_on);
 

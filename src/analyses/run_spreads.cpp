@@ -31,7 +31,6 @@ std::vector<Population> in_order(const Life& life) {
   return all;
 }
 
-bool has_share(const Model& model) { return model.rows() > 1 && model.free_parameters % 2 == 1; }
 bool has_minimum_life(const Model& model) {
   return model.rows() == 1 && model.free_parameters % 2 == 1 && !model.fixes_slope();
 }
@@ -44,7 +43,7 @@ std::vector<ParameterSpread> columns_of(const Model& model) {
     columns.push_back({ParameterKind::first, names.first, i, {}, {}, {}});
     columns.push_back({ParameterKind::second, names.second, i, {}, {}, {}});
   }
-  for (int i = 1; has_share(model) && i <= model.rows(); ++i)
+  for (int i = 1; model.has_shares() && i <= model.rows(); ++i)
     columns.push_back({ParameterKind::share, "share", i, {}, {}, {}});
   if (has_minimum_life(model))
     columns.push_back({ParameterKind::minimum_life, "t0", 1, {}, {}, {}});
@@ -58,7 +57,7 @@ RunNumbers parameters_of(const Model& model, const Life& life) {
     numbers.push_back(shown.first.value_or(NAN));
     numbers.push_back(shown.second.value_or(NAN));
   }
-  if (has_share(model))
+  if (model.has_shares())
     for (const Population& each : populations) numbers.push_back(each.share);
   if (has_minimum_life(model)) numbers.push_back(life.rows[0].T0);
   return numbers;
@@ -115,10 +114,9 @@ RunNumbers numbers_of(const Model& model, const Fit& fit) {
   return numbers;
 }
 
-RunsOfFit spreads_of(const Life& life, const FitRequest& request,
-                     const std::vector<RunNumbers>& runs) {
+void add_spreads(const Life& life, const FitRequest& request, const std::vector<RunNumbers>& runs,
+                 RunsOfFit& report) {
   const Model& model = *find_model(request.model);
-  RunsOfFit report;
   report.request = request;
   report.parameters = columns_of(model);
   report.refused = static_cast<std::int32_t>(
@@ -136,7 +134,6 @@ RunsOfFit spreads_of(const Life& life, const FitRequest& request,
   }
   if (request.method != method_code::mle) report.r_squared = spread_of(column(runs, at));
   add_truth(life, report);
-  return report;
 }
 
 }  // namespace tavlo

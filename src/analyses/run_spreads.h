@@ -50,7 +50,7 @@ struct RunsOfFit {
   FitRequest request;
   std::int32_t fitted = 0;
   std::int32_t refused = 0;              ///< left out of all numbers
-  std::optional<Refusal> first_refusal;  ///< of the first run
+  std::optional<Refusal> first_refusal;  ///< of the first run that was refused
   bool leaves_suspensions_out = false;   ///< of any sample
   std::vector<ParameterSpread> parameters;
   std::vector<BLifeSpread> b_lives;  ///< 1, 10 and 50 %
@@ -62,8 +62,9 @@ struct RunsOfFit {
 using RunNumbers = std::vector<double>;
 RunNumbers numbers_of(const Model& model, const Fit& fit);
 
-/// What the answers to a request have in common, of samples of a life.
-RunsOfFit spreads_of(const Life& life, const FitRequest& request,
-                     const std::vector<RunNumbers>& runs);
+/// What the answers to a request have in common, of samples of a life: all of the report but what
+/// is told of refusals and suspensions.
+void add_spreads(const Life& life, const FitRequest& request, const std::vector<RunNumbers>& runs,
+                 RunsOfFit& report);
 
 }  // namespace tavlo

@@ -15,7 +15,8 @@ void append_time(std::string& text, double time);
 /// The time that "0.000E+00" leaves of one.
 float written_time(float time);
 
-/// Rows of a sheet as lines, times in as few digits as tell them; see below.
+/// Rows of a sheet as lines, times in as few digits as tell them; for the rest see
+/// `write_points`.
 void write_rows(const std::vector<SampleRow>& rows, std::string_view mark,
                 std::string_view line_end, const std::function<bool(std::string_view)>& write);
 

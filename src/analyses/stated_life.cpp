@@ -62,8 +62,7 @@ bool is_sampled(std::int16_t model) {
 }
 
 bool states_share(const Model& model, int population) {
-  const bool is_mixture = model.rows() > 1 && model.free_parameters % 2 == 1;
-  return is_mixture && population <= 2;
+  return model.has_shares() && population <= 2;
 }
 
 std::optional<LifeFault> fault_of(const Model& model, const std::vector<StatedRow>& rows,

@@ -140,6 +140,9 @@ std::string winner_line(const FitReport& report, const Comparison& comparison) {
   const auto& [row, significance, is_base] = *comparison.winner;
   const std::string name = fit_name(report.outcomes[row]);
   if (!is_base) return "\n  Best: " + name + ", significance " + percent(significance) + "\n";
+  const bool any_tested = std::ranges::any_of(
+      comparison.rows, [](const ComparedRow& each) { return each.test == RatioTest::tested; });
+  if (!any_tested) return "\n  No other model could be tested against " + name + "\n";
   return "\n  Best: " + name + ", as no tested model is better with a chance above 50 %\n";
 }
 

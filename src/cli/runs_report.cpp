@@ -1,12 +1,12 @@
 #include "cli/runs_report.h"
 
-#include <algorithm>
-
 #include "actions/runs_words.h"
 #include "cli/arguments.h"
 #include "cli/json_text.h"
 #include "cli/output.h"
+#include "cli/shown_text.h"
 #include "cli/text_table.h"
+#include "cli/words.h"
 #include "numerics/number_text.h"
 
 namespace tavlo::cli {
@@ -28,6 +28,22 @@ void add_spread(JsonText& json, const std::optional<Spread>& spread) {
   }
   json.key("mean").number(spread->mean).key("sd").number(spread->sd);
   add_percentiles(json, *spread);
+}
+
+/// Why a run was refused: of the first one.
+std::optional<FitWords> refusal_words(const RunsOfFit& fit) {
+  if (!fit.first_refusal) return std::nullopt;
+  return words_of(*fit.first_refusal, {*find_model(fit.request.model), {}});
+}
+
+FitWords left_out_words() {
+  return {"suspensions-left-out",
+          "the suspensions are left out of this likelihood; --censored takes them in"};
+}
+
+void add_words(JsonText& json, const std::optional<FitWords>& words) {
+  if (!words) return void(json.null());
+  json.open('{').key("code").string(words->code).key("text").string(words->text).close('}');
 }
 
 void add_fit(JsonText& json, const RunsOfFit& fit) {
@@ -54,15 +70,33 @@ void add_fit(JsonText& json, const RunsOfFit& fit) {
   } else {
     json.null();
   }
-  json.close('}');
+  add_words(json.key("refusal"), refusal_words(fit));
+  json.key("notes").open('[');
+  if (fit.leaves_suspensions_out) add_words(json, left_out_words());
+  json.close(']').close('}');
 }
 
-std::vector<std::string> cells(const std::string& name, const std::optional<Spread>& spread) {
-  std::vector<std::string> row = {name};
-  if (!spread) return {name, "", "", "", "", ""};
+std::string cell(std::optional<double> number, double factor) {
+  return number ? number_text(*number * factor, 6) : "";
+}
+
+std::vector<std::string> cells(const std::string& name, std::optional<double> truth,
+                               const std::optional<Spread>& spread, double factor = 1) {
+  if (!spread) return {name, cell(truth, factor), "", "", "", "", ""};
+  std::vector<std::string> row = {name, cell(truth, factor)};
   for (const double number : {spread->mean, spread->sd, spread->p5, spread->p50, spread->p95})
-    row.push_back(number_text(number, 6));
+    row.push_back(cell(number, factor));
   return row;
+}
+
+TextTable table_of(const RunsOfFit& fit) {
+  TextTable table({name_of(fit.request), "true", "mean", "sd", "5 %", "50 %", "95 %"});
+  for (const ParameterSpread& each : fit.parameters)
+    table.add(cells(parameter_name(fit, each), each.truth, each.spread, shown_factor(each)));
+  for (const BLifeSpread& each : fit.b_lives)
+    table.add(cells("B" + number_text(each.percent), each.truth, each.spread));
+  if (fit.r_squared) table.add(cells("r squared", std::nullopt, fit.r_squared));
+  return table;
 }
 
 }  // namespace
@@ -81,21 +115,12 @@ void print_runs_json(const RunPlan& plan, const RunsReport& report) {
 void print_runs_table(const RunPlan& plan, const RunsReport& report) {
   print("Runs: " + std::to_string(report.runs) + ", " + plan_words(plan) + "\n");
   for (const RunsOfFit& fit : report.fits) {
-    TextTable table({name_of(fit.request), "mean", "sd", "5 %", "50 %", "95 %"});
-    const bool is_numbered =
-        std::any_of(fit.parameters.begin(), fit.parameters.end(),
-                    [](const ParameterSpread& each) { return each.population > 1; });
-    for (const ParameterSpread& each : fit.parameters)
-      table.add(cells(each.name + (is_numbered ? " " + std::to_string(each.population) : ""),
-                      each.spread));
-    for (const BLifeSpread& each : fit.b_lives)
-      table.add(cells("B" + number_text(each.percent), each.spread));
-    if (fit.r_squared) table.add(cells("r squared", fit.r_squared));
-    print("\n" + table.text(1));
-    if (fit.refused > 0)
+    print("\n" + (fit.fitted > 0 ? table_of(fit).text(1) : " " + name_of(fit.request) + "\n"));
+    if (const auto why = refusal_words(fit))
       print("  refused and left out: " + std::to_string(fit.refused) + " of " +
-            std::to_string(report.runs) + "\n");
-    for (const std::string& note : runs_notes(fit)) print("  " + note + "\n");
+            std::to_string(report.runs) + ", the first as " + shown_text(why->text) + "\n");
+    for (const std::string& note : undetermined_words(fit)) print("  " + note + "\n");
+    if (fit.leaves_suspensions_out) print("  " + left_out_words().text + "\n");
   }
 }
 

@@ -14,6 +14,7 @@ namespace {
 
 constexpr double most_points = 1e8;
 constexpr std::int32_t most_points_of_runs = 1000000;
+constexpr std::int32_t most_points_of_groups = 10000000;  // they stand as rows meanwhile
 constexpr double seeds_below = 2147483646;
 
 [[noreturn]] void refuse(const std::string& what) { throw CLI::ValidationError(what); }
@@ -152,6 +153,10 @@ void take_whole(SampleArguments& sample, const SampleOptions& options) {
   if (!sample.is_planned && !sample.plan.fits.empty()) refuse("--fit is for --runs N");
   if (!sample.is_planned && sample.json) refuse("--json is for --runs N");
   if (!sample.is_planned && options.censored) refuse("--censored is for --runs N");
+  if (sample.is_planned && plan.is_precise)
+    refuse("--runs is for samples by chance: precise ones are all the same");
+  if (!sample.plan.inspections.is_none() && plan.size > most_points_of_groups)
+    refuse("--group takes samples of at most 10000000 points");
   if (sample.is_planned && plan.size > most_points_of_runs)
     refuse("--runs takes samples of at most 1000000 points");
 }
@@ -191,8 +196,9 @@ void add_drawing(CLI::App& command, SampleArguments& sample) {
   command.add_flag("--precise", plan.is_precise, "Points on the line of the life, not by chance");
   const auto take_ranks = [&plan](const std::string& text) { plan.ranks = parse_rank_kind(text); };
   command
-      .add_option_function<std::string>("--ranks", take_ranks,
-                                        "Median ranks of a precise sample: benard or exact")
+      .add_option_function<std::string>(
+          "--ranks", take_ranks,
+          "Median ranks of a precise sample and of the fits of --runs: benard or exact")
       ->type_name("KIND");
   const auto take_seeds = [&sample](const std::string& text) { sample.seeds = parse_seeds(text); };
   command

@@ -33,23 +33,21 @@ WichmannHill seeded(const SampleArguments& arguments, Entropy& chance) {
 }
 
 /// Where a minus may mark a suspension, other commands read them so.
-void warn_of_negative(const DrawnPoints& points) {
-  const auto negative =
-      std::count_if(points.times.begin(), points.times.end(), [](float time) { return time < 0; });
-  if (negative > 0)
-    complain("warning: " + std::to_string(negative) +
-             " times are negative; --negative-is-value reads them so");
+void warn_of_negative(bool any) {
+  if (any) complain("warning: there are negative times; --negative-is-value reads them so");
 }
 
 ExitCode print_sample(const RunPlan& plan, WichmannHill& random, Entropy& chance) {
   const DrawnPoints points = draw_points(plan.sample, random, chance);
-  warn_of_negative(points);
   if (plan.inspections.is_none()) {
+    warn_of_negative(points.times.front() < 0);
     write_points(points, ">", "\n", print);
     return ExitCode::done;
   }
   std::vector<SampleRow> rows = points.rows();
   find_at(plan.inspections, rows);
+  warn_of_negative(
+      std::any_of(rows.begin(), rows.end(), [](const SampleRow& row) { return row.time < 0; }));
   write_rows(rows, ">", "\n", print);
   return ExitCode::done;
 }
@@ -62,11 +60,14 @@ ExitCode run(const SampleArguments& arguments) {
   try {
     if (!arguments.is_planned) return print_sample(arguments.plan, random, chance);
     const RunsReport report =
-        make_runs(arguments.plan, random, chance, [](std::int32_t) { return output_stands(); });
+        make_runs(arguments.plan, random, chance, [](std::int32_t) { return true; });
     arguments.json ? print_runs_json(arguments.plan, report)
                    : print_runs_table(arguments.plan, report);
-    return ExitCode::done;
-  } catch (const RunTimeError&) {
+    const bool all_fitted = std::all_of(report.fits.begin(), report.fits.end(),
+                                        [](const RunsOfFit& fit) { return fit.fitted > 0; });
+    return all_fitted ? ExitCode::done : ExitCode::fit_refused;
+  } catch (const RunTimeError& error) {
+    if (error.number() != run_time::overflow) throw;
     complain(words_of_time_out_of_range);
     return ExitCode::fit_refused;
   }

@@ -105,6 +105,8 @@ struct Model {
   int x_scale() const { return code & x_scale_mask; }
   int y_scale() const { return code & y_scale_mask; }
   bool fixes_slope() const { return fixed_slope >= 0; }
+  /// True for a mixture: its populations share all units.
+  bool has_shares() const { return rows() > 1 && free_parameters % 2 == 1; }
   /// True where the model has a routine for the method.
   bool is_fitted_by(int method) const;
   /// Populations: each takes a scale and a slope; a share or a minimum life is the odd one of

@@ -136,7 +136,8 @@ TEST(Inspections, FindFailuresAtTheNextLook) {
                {{100, 200, 400}, 401, 400, false},
                {{}, 7, 7, true},
                {{0.1}, 0.3f, 0.3f, true},
-               {{0.1}, 8.3f, 8.3f, true}};
+               {{0.1}, 8.3f, 8.3f, true},
+               {{1}, 829390.75f, 829391, true}};
   for (const auto& each : cases) {
     std::vector<SampleRow> rows = {{each.time, 1, 0}, {each.time, 0, 2}};
     find_at(inspections_of(each.numbers), rows);
