@@ -67,7 +67,7 @@ void log_runs(Session& session, const RunPlan& plan, const RunsReport& report) {
     AppendLog(session, full_label(fit.request) + ": " + counts(session, fit) + "\n", false);
     if (fit.fitted == 0) continue;
     log_table(session, table_of(fit));
-    for (const std::string& note : undetermined_words(fit)) AppendLog(session, note + "\n", false);
+    for (const std::string& note : reading_words(fit)) AppendLog(session, note + "\n", false);
     if (fit.leaves_suspensions_out)
       AppendLog(session,
                 "The suspensions are left out of this likelihood; with the choice Censored they "

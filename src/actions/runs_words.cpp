@@ -20,6 +20,11 @@ NamePair meanings(Family family) {
   return {"Characteristic life eta", "Slope beta"};
 }
 
+bool has_several(const RunsOfFit& fit) {
+  return std::any_of(fit.parameters.begin(), fit.parameters.end(),
+                     [](const ParameterSpread& each) { return each.population > 1; });
+}
+
 Family family_of(const RunsOfFit& fit) { return find_model(fit.request.model)->family; }
 
 }  // namespace
@@ -40,10 +45,7 @@ std::string parameter_word(const RunsOfFit& fit, const ParameterSpread& paramete
 }
 
 std::string parameter_name(const RunsOfFit& fit, const ParameterSpread& parameter) {
-  const bool has_several =
-      std::any_of(fit.parameters.begin(), fit.parameters.end(),
-                  [](const ParameterSpread& each) { return each.population > 1; });
-  const std::string number = has_several ? " " + std::to_string(parameter.population) : "";
+  const std::string number = has_several(fit) ? " " + std::to_string(parameter.population) : "";
   return parameter_word(fit, parameter) + number;
 }
 
@@ -62,18 +64,23 @@ double shown_factor(const ParameterSpread& parameter) {
   return parameter.kind == ParameterKind::share ? 100 : 1;
 }
 
-std::vector<std::string> undetermined_words(const RunsOfFit& fit) {
-  std::vector<std::string> notes;
-  const auto note = [&](const std::string& name, std::int64_t determined) {
+std::vector<std::string> reading_words(const RunsOfFit& fit) {
+  std::vector<std::string> lines;
+  if (has_several(fit))
+    lines.push_back("Populations are numbered by eta, the smallest first.");
+  const auto add = [&](const std::string& name, std::int64_t determined,
+                       const std::optional<Spread>& spread) {
     if (determined < fit.fitted)
-      notes.push_back(name + ": determined by " + grouped(determined) + " of " +
+      lines.push_back(name + ": determined by " + grouped(determined) + " of " +
                       grouped(fit.fitted) + " fits");
+    if (spread && !(spread->mean >= spread->p5 && spread->mean <= spread->p95))
+      lines.push_back(name + ": a few fits far off rule mean and sd; read the percentiles");
   };
   for (const ParameterSpread& each : fit.parameters)
-    note(parameter_name(fit, each), static_cast<std::int64_t>(each.values.size()));
+    add(parameter_name(fit, each), static_cast<std::int64_t>(each.values.size()), each.spread);
   for (const BLifeSpread& each : fit.b_lives)
-    note("B" + number_text(each.percent), each.determined);
-  return notes;
+    add("B" + number_text(each.percent), each.determined, each.spread);
+  return lines;
 }
 
 std::string plan_words(const RunPlan& plan) {

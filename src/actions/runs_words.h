@@ -26,8 +26,8 @@ std::string parameter_meaning(const RunsOfFit& fit, const ParameterSpread& param
 /// What its numbers are shown times.
 double shown_factor(const ParameterSpread& parameter);
 
-/// Lines on what not every fit determines: "eta 2: determined by 20 of 60 fits".
-std::vector<std::string> undetermined_words(const RunsOfFit& fit);
+/// Lines on how the numbers of a table are to be read: "eta 2: determined by 20 of 60 fits".
+std::vector<std::string> reading_words(const RunsOfFit& fit);
 
 /// "samples of 30 from the 2-parameter Weibull".
 std::string plan_words(const RunPlan& plan);

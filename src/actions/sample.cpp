@@ -1,8 +1,5 @@
 #include "actions/sample.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "actions/busy_panel.h"
 #include "actions/busy_pointer.h"
 #include "actions/dispatch.h"
@@ -17,7 +14,6 @@
 #include "actions/work.h"
 #include "analyses/sample_text.h"
 #include "files/point_list.h"
-#include "numerics/number_text.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -149,7 +145,7 @@ void make(Session& session, SampleForm& form, const RunPlan& plan) {
   WichmannHill random(session.random_states);
   enter_seeds(session, form.seeds, random);
   if (random.is_at_rest()) random.seed({-1, -1, -1, -1}, session.ports.entropy);
-  WichmannHill of_runs = random;
+  WichmannHill of_runs = random;  // the first of them is the sample
   const auto drawn = guarded_draw(session, plan, random);
   if (!drawn) return;
   session.random_states = random.states();

@@ -116,16 +116,21 @@ class FormReader {
     return false;
   }
 
-  /// A text that is no number at all would be read as 0.
+  static bool is_blank(const std::string& text) {
+    return text.find_first_not_of(' ') == std::string::npos;
+  }
+
+  /// What isn't would be read as far as it is one, or as 0.
   static bool is_number(const std::string& text) {
-    const bool is_blank = text.find_first_not_of(' ') == std::string::npos;
-    return is_blank || text.find_first_of("0123456789") != std::string::npos;
+    return text.find_first_of("0123456789") != std::string::npos &&
+           text.find_first_not_of("0123456789+-., eEkKmMgGtTpP%") == std::string::npos;
   }
 
   /// Below 1 is a size too: the sample is empty.
   bool read_size(std::int32_t& size) const {
     const double points = round_half_even(std::abs(number(form_.size)));
-    if (!is_number(form_.size)) return refuse("\"" + form_.size + "\" is no sample size.");
+    if (!is_blank(form_.size) && !is_number(form_.size))
+      return refuse("\"" + form_.size + "\" is no sample size.");
     if (!(points <= too_large)) return refuse("Sample Size must be less than 2.0E09");
     if (points > most_points)
       return refuse("A sample has at most 1,000,000 points here.  tavlo-cli sample writes more.");
@@ -134,7 +139,7 @@ class FormReader {
   }
 
   bool read_runs(std::int32_t& runs) const {
-    if (form_.runs.find_first_not_of(' ') == std::string::npos) return true;
+    if (is_blank(form_.runs)) return true;
     const double count = number(form_.runs);
     if (!is_number(form_.runs) || count != std::floor(count) || count < 1 || count > most_runs)
       return refuse("The number of runs is a whole number from 1 to 100,000.");
@@ -174,8 +179,7 @@ class FormReader {
   }
 
   std::optional<double> stated(const std::string& text) const {
-    if (text.find_first_of("0123456789") == std::string::npos) return std::nullopt;
-    return number(text);
+    return is_number(text) ? std::optional(number(text)) : std::nullopt;
   }
 
   SuspensionPlan suspensions() const {
@@ -204,6 +208,14 @@ class FormReader {
     return found;
   }
 
+  bool are_numbers() const {
+    for (const ParameterBox& box : sampled_model(form_.model).boxes) {
+      const std::string& text = form_.parameters[static_cast<std::size_t>(box.index)];
+      if (!is_blank(text) && !is_number(text)) return refuse("\"" + text + "\" is no number.");
+    }
+    return true;
+  }
+
   /// Kept as people know it: a model that is not sampled gives the points 1 to N.
   bool can_be_sampled(RunPlan& plan) const {
     const Model& model = *find_model(form_.model);
@@ -213,6 +225,7 @@ class FormReader {
         session_.ports.prompts.show({"", "sample not programmed in cmd_sample.click"});
       return true;
     }
+    if (!are_numbers()) return false;
     if (const auto fault = fault_of(model, stated_rows(), minimum_life()))
       return refuse(words_of(*fault, model) + ".");
     if (plan.runs == 1) return true;

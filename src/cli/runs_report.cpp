@@ -119,7 +119,7 @@ void print_runs_table(const RunPlan& plan, const RunsReport& report) {
     if (const auto why = refusal_words(fit))
       print("  refused and left out: " + std::to_string(fit.refused) + " of " +
             std::to_string(report.runs) + ", the first as " + shown_text(why->text) + "\n");
-    for (const std::string& note : undetermined_words(fit)) print("  " + note + "\n");
+    for (const std::string& note : reading_words(fit)) print("  " + note + "\n");
     if (fit.leaves_suspensions_out) print("  " + left_out_words().text + "\n");
   }
 }

@@ -125,7 +125,7 @@ TEST_F(DialogsByKeys, ASampleIsDrawnFittedAndRunAndTakenBack) {
   ask_for({"alt+o", "s"}, "frm_MC");
   person.press({"alt+f", "alt+n", "ctrl+a"});
   person.type("50");
-  person.press({"alt+i", "alt+s"});
+  person.press({"alt+i", "alt+n", "Return"});
   ASSERT_TRUE(wait_until([&] { return session().project.charts.bound() == 3; }));
   EXPECT_TRUE(wait_until([&] { return widget("cmd_Sample").isEnabled(); }));
   EXPECT_EQ(sheet().last_row(), 30);
@@ -133,6 +133,7 @@ TEST_F(DialogsByKeys, ASampleIsDrawnFittedAndRunAndTakenBack) {
   EXPECT_NE(log().find("Monte Carlo Runs: 50 runs"), std::string::npos) << log();
   person.press({"Escape"});
   ASSERT_TRUE(wait_until([&] { return window.isActiveWindow(); }));
+  EXPECT_EQ(window.windows().active_block(), Block::chart);
   window.open_child({Block::chart, 3});
   EXPECT_GT(window.windows().chart(3).drawing().records.size(), 100U) << "a row a run";
   person.press({"ctrl+z"});

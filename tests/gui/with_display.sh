@@ -17,7 +17,8 @@ trap clean_up EXIT
 trap 'exit 143' INT TERM
 
 mkfifo "$room/number"
-Xvfb -displayfd 3 -screen 0 "${TAVLO_SCREEN:-1280x800x24}" -nolisten tcp 3>"$room/number" \
+# A key whose release comes late on a busy machine is not pressed again: no auto-repeat.
+Xvfb -r -displayfd 3 -screen 0 "${TAVLO_SCREEN:-1280x800x24}" -nolisten tcp 3>"$room/number" \
   >"$room/server.log" 2>&1 &
 server=$!
 if ! read -r -t 20 number <"$room/number"; then

@@ -295,10 +295,16 @@ void MainWindow::compare_models() {
       this);
 }
 
+/// The charts of planned runs stand behind that of the sample.
+void MainWindow::show_sample() {
+  show_work();
+  if (session_.project.charts.bound() > 1) open_child({Block::chart, 2});
+}
+
 void MainWindow::draw_samples() {
   if (!sample_dialog_)
     sample_dialog_ = new SampleDialog(
-        program_, [this] { show_work(); }, this);
+        program_, [this] { show_sample(); }, this);
   sample_dialog_->open_for(panel().nMethod);
 }
 

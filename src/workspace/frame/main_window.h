@@ -98,6 +98,7 @@ class MainWindow : public QMainWindow {
 
   void tell_changes();
   void show_work();
+  void show_sample();
   void show_set(int index);
   void show_state();
 

@@ -23,6 +23,7 @@ SampleDialog::SampleDialog(Program& program, std::function<void()> drawn, QWidge
   tabs->addTab(&runs_, tr("Runs and &Fits"));
   column->addWidget(tabs, 1);
   column->addWidget(make_buttons());
+  cmd_Sample_->setDefault(true);  // of a dialog that it stands in
 }
 
 QWidget* SampleDialog::make_buttons() {
@@ -34,7 +35,6 @@ QWidget* SampleDialog::make_buttons() {
   connect(&program_.views, &ViewSignals::status_text, &lbl_Status_, &QLabel::setText);
   cmd_Sample_ = new QPushButton(tr("&Sample"));
   cmd_Sample_->setObjectName(QStringLiteral("cmd_Sample"));
-  cmd_Sample_->setDefault(true);
   cmd_Close_ = new QPushButton;
   cmd_Close_->setObjectName(QStringLiteral("cmd_Close"));
   cmd_Close_->setAutoDefault(false);

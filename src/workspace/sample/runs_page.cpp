@@ -109,21 +109,23 @@ void RunsPage::add_fit() {
   const FitRequest wanted = request();
   const auto same = std::find(fits_.begin(), fits_.end(), wanted);
   const auto row = static_cast<int>(same - fits_.begin());
-  if (same == fits_.end()) {
-    fits_.push_back(wanted);
-    cbo_FitNum_->addItem(QStringLiteral("%1  %2").arg(row + 1).arg(to_qt(full_label(wanted))));
-  }
-  cbo_FitNum_->setCurrentRow(row);
+  if (same == fits_.end()) fits_.push_back(wanted);
+  show_fits(row);
 }
 
 void RunsPage::delete_fit() {
   const int row = cbo_FitNum_->currentRow();
   if (row < 0) return;
   fits_.erase(fits_.begin() + row);
-  delete cbo_FitNum_->takeItem(row);
-  for (int i = row; i < cbo_FitNum_->count(); ++i)
-    cbo_FitNum_->item(i)->setText(QStringLiteral("%1  %2").arg(i + 1).arg(
-        to_qt(full_label(fits_[static_cast<std::size_t>(i)]))));
+  show_fits(std::min(row, static_cast<int>(fits_.size()) - 1));
+}
+
+void RunsPage::show_fits(int row) {
+  cbo_FitNum_->clear();
+  for (const FitRequest& fit : fits_)
+    cbo_FitNum_->addItem(
+        QStringLiteral("%1  %2").arg(cbo_FitNum_->count() + 1).arg(to_qt(full_label(fit))));
+  cbo_FitNum_->setCurrentRow(row);
   follow_choice();
 }
 

@@ -28,6 +28,7 @@ class RunsPage : public QWidget {
   FitRequest request() const;
   void add_fit();
   void delete_fit();
+  void show_fits(int row);
   void follow_choice();
 
   QLineEdit* txt_Runs_ = nullptr;
