@@ -82,7 +82,7 @@ TEST(PlannedRuns, CountWhatIsRefused) {
 // populations in the order of eta, whatever else it leaves undetermined.
 TEST(PlannedRuns, AreTheSamplesOneAfterTheOther) {
   for (const bool censored : {false, true}) {
-    RunPlan plan = weibulls(24, 40);
+    RunPlan plan = weibulls(24, 20);
     plan.sample.life = {model_code::weibull5c, {{0.002, 0.3, 3, 0, 1}, {0.001, 0.7, 2, 0, 3}}};
     plan.sample.suspensions.random = 3;
     plan.fits.clear();
