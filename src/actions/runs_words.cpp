@@ -66,8 +66,7 @@ double shown_factor(const ParameterSpread& parameter) {
 
 std::vector<std::string> reading_words(const RunsOfFit& fit) {
   std::vector<std::string> lines;
-  if (has_several(fit))
-    lines.push_back("Populations are numbered by eta, the smallest first.");
+  if (has_several(fit)) lines.push_back("Populations are numbered by eta, the smallest first.");
   const auto add = [&](const std::string& name, std::int64_t determined,
                        const std::optional<Spread>& spread) {
     if (determined < fit.fitted)
