@@ -103,6 +103,27 @@ TEST(Sample, TheGivenLifeAnswersNoRequest) {
   }
 }
 
+// A regression finds the life again that the boxes begin with.
+TEST(Sample, EveryModelIsSampledFromTheNumbersThatItBeginsWith) {
+  for (const SampledModel& model : sampled_models()) {
+    if (model.log_name[0] == '\0') continue;
+    SampleWorld world;
+    world.prompts.accept_all();
+    SampleForm form = world.form(std::to_string(model.code), "60");
+    form.is_precise = true;
+    for (const ParameterBox& box : model.boxes)
+      form.parameters[static_cast<std::size_t>(box.index)] = box.value;
+    world.make(form);
+    ASSERT_EQ(world.rows().size(), 60U) << model.caption;
+    const Life given = life_of(world.record(1));
+    world.fit(model.code, method_code::x_on_y);
+    const Life found = life_of(world.record(1));
+    EXPECT_GT(world.record(1).Quality, 0.9999) << model.caption;
+    for (const double p : {0.1, 0.5, 0.9})
+      EXPECT_NEAR(*quantile(found, p) / *quantile(given, p), 1, 0.01) << model.caption;
+  }
+}
+
 TEST(Sample, TellsWhatTheNotationCannotSay) {
   SampleWorld world;
   world.make(world.form("857 3=10 4=20", "30"));
