@@ -21,10 +21,10 @@ struct SearchOptions {
 struct FitRequest {
   std::int16_t model = model_code::weibull2;
   std::int16_t method = method_code::x_on_y;
-  std::optional<double> slope;  ///< of a model with a given slope, at full precision
+  std::optional<double> slope{};  ///< of a model with a given slope, at full precision
   RankKind ranks = RankKind::benard;
   bool censored = false;  ///< suspensions take part in the likelihood of a mixture
-  SearchOptions search;
+  SearchOptions search{};
 
   friend bool operator==(const FitRequest&, const FitRequest&) = default;
 };
