@@ -14,11 +14,28 @@ QString action_name(const Command& command) {
          (command.name.empty() ? QString::number(command.id) : to_qt(command.name));
 }
 
-bool is_ready(const Command& command) {
-  return command.run && (!command.enabled || command.enabled());
+/// An entry that can be used needs no tool tip beside its caption.
+void show_reason(QAction& action, const std::string& reason) {
+  action.setToolTip(to_qt(reason));
+  action.setStatusTip(to_qt(reason));
+}
+
+std::string refusal_of(const Command& command) {
+  std::string reason = command.refusal ? command.refusal() : std::string();
+  return reason.empty() && !command.run ? "The program can't do this yet." : reason;
 }
 
 }  // namespace
+
+Reason unless(std::function<bool()> holds, std::string reason) {
+  return [holds = std::move(holds), reason = std::move(reason)] {
+    return holds() ? std::string() : reason;
+  };
+}
+
+Reason always(std::string reason) {
+  return [reason = std::move(reason)] { return reason; };
+}
 
 CommandRegistry::CommandRegistry(QMenuBar& bar, std::vector<Command> commands,
                                  const std::function<void(int)>& perform,
@@ -44,6 +61,7 @@ void CommandRegistry::add(const Command& command, const std::function<void(int)>
   if (!command.icon.empty()) action->setIcon(icon(to_qt(command.icon)));
   action->setCheckable(static_cast<bool>(command.checked));
   action->setEnabled(static_cast<bool>(command.run));
+  if (!command.run) show_reason(*action, refusal_of(command));
   QObject::connect(action, &QAction::triggered, [perform, id = command.id] { perform(id); });
   if (!command.menu.empty()) menu(to_qt(command.menu)).addAction(action);
   actions_[command.id] = action;
@@ -52,7 +70,7 @@ void CommandRegistry::add(const Command& command, const std::function<void(int)>
 const Command* CommandRegistry::ready(int id) const {
   const auto found = std::find_if(commands_.begin(), commands_.end(),
                                   [id](const Command& each) { return each.id == id; });
-  return id == 0 || found == commands_.end() || !is_ready(*found) ? nullptr : &*found;
+  return id == 0 || found == commands_.end() || !refusal_of(*found).empty() ? nullptr : &*found;
 }
 
 QMenu& CommandRegistry::menu(const QString& path) {
@@ -61,6 +79,7 @@ QMenu& CommandRegistry::menu(const QString& path) {
   const auto cut = path.lastIndexOf(u'|');
   const QString title = menu_title_(path);
   found = cut < 0 ? bar_.addMenu(title) : menu(path.left(cut)).addMenu(title);
+  found->setToolTipsVisible(true);
   return *found;
 }
 
@@ -78,14 +97,18 @@ void CommandRegistry::give_keys(QWidget& widget, CommandReach reach) const {
 }
 
 void CommandRegistry::refresh() {
-  for (const Command& command : commands_) {
-    if (command.id == 0) continue;
-    QAction& entry = action(command.id);
-    entry.setEnabled(is_ready(command));
-    if (command.checked) entry.setChecked(command.checked());
-    if (command.object)
-      entry.setText(to_qt(command.caption + (entry.isEnabled() ? " " + command.object() : "")));
-  }
+  for (const Command& command : commands_)
+    if (command.id != 0) refresh_entry(command);
+}
+
+void CommandRegistry::refresh_entry(const Command& command) {
+  QAction& entry = action(command.id);
+  const std::string reason = refusal_of(command);
+  entry.setEnabled(reason.empty());
+  show_reason(entry, reason);
+  if (command.checked) entry.setChecked(command.checked());
+  if (command.object)
+    entry.setText(to_qt(command.caption + (entry.isEnabled() ? " " + command.object() : "")));
 }
 
 // A submenu that leads nowhere would only waste a step of the keyboard.
@@ -94,7 +117,9 @@ void CommandRegistry::disable_dead_menus() {
     const auto entries = each->actions();
     const bool alive = std::any_of(entries.begin(), entries.end(),
                                    [](const QAction* entry) { return entry->isEnabled(); });
-    if (path.contains(u'|')) each->menuAction()->setEnabled(alive);
+    if (alive || !path.contains(u'|')) continue;
+    each->menuAction()->setEnabled(false);
+    if (!entries.isEmpty()) each->menuAction()->setToolTip(entries.first()->toolTip());
   }
 }
 

@@ -1,6 +1,6 @@
 // CommandRegistry: all that a person can ask the program for, once. Menus, pop-ups, tool bars
-// and the keyboard show and run the same entry; what it may do and whether it bears a check
-// mark is asked of the entry, never set from elsewhere.
+// and the keyboard show and run the same entry; why it can't be done now and whether it bears
+// a check mark is asked of the entry, never set from elsewhere.
 #pragma once
 
 #include <QAction>
@@ -25,10 +25,19 @@ struct CommandEntry {
   std::string icon = {};
 };
 
+/// Why a command can't be done now, as a sentence for the person; empty when it can.
+using Reason = std::function<std::string()>;
+
+/// Refuses for that reason unless the test holds.
+Reason unless(std::function<bool()> holds, std::string reason);
+
+/// Refuses always: what the program has not got yet.
+Reason always(std::string reason);
+
 struct CommandEffect {
   std::string name = {};                     ///< of the action, behind "mnu_"; empty: its number
-  std::function<void()> run = {};            ///< empty: not there yet, and shown so
-  std::function<bool()> enabled = {};        ///< empty: always
+  std::function<void()> run = {};            ///< empty: not there yet, and refused
+  Reason refusal = {};                       ///< empty: it can always be done
   std::function<bool()> checked = {};        ///< empty: bears no mark
   std::function<std::string()> object = {};  ///< stands behind the caption: "Undo Paste"
   CommandReach reach = CommandReach::frame;
@@ -63,11 +72,13 @@ class CommandRegistry {
   /// Lets the widget hear the keys of that reach.
   void give_keys(QWidget& widget, CommandReach reach) const;
 
-  /// Asks every command anew whether it is enabled and checked.
+  /// Asks every command anew whether it can be done and is checked. One that can't is grey,
+  /// and its tool tip and status text say why.
   void refresh();
 
  private:
   void add(const Command& command, const std::function<void(int)>& perform);
+  void refresh_entry(const Command& command);
   void disable_dead_menus();
 
   QMenuBar& bar_;

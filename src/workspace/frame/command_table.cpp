@@ -27,8 +27,8 @@ auto of_chart(ChartCommands& charts, bool (*holds)(ChartWindow&)) {
   return [&charts, holds] { return charts.any() && holds(charts.chart()); };
 }
 
-auto any_chart(ChartCommands& charts) {
-  return [&charts] { return charts.any(); };
+Reason without_chart(ChartCommands& charts) {
+  return unless([&charts] { return charts.any(); }, "The project has no chart.");
 }
 
 Rows file_commands(MainWindow& frame) {
@@ -49,7 +49,8 @@ Rows file_commands(MainWindow& frame) {
       {{9, file, "Print Set&up"}, {.run = [&] { charts.set_up_printer(); }}},
       {{0, file}},
       {{10, file, "Setup/&Language"}, {.run = [&] { frame.show_options(); }}},
-      {{11, file, "Li&brary"}},
+      {{11, file, "Li&brary"},
+       {.refusal = always("The library of typical parameters comes with the next version.")}},
       {{0, file}},
       {{12, file, "E&xit", "Ctrl+Q"}, {.run = [&] { frame.leave(); }}},
   };
@@ -59,19 +60,22 @@ Rows file_commands(MainWindow& frame) {
 Rows edit_commands(MainWindow& frame) {
   const auto sheet = [&] { return frame.windows().active_block() == Block::sheet; };
   const auto text = [&, sheet] { return sheet() || frame.windows().active_block() == Block::log; };
+  const Reason without_sheet = unless(sheet, "Bring a data sheet to the front first.");
+  const Reason without_text = unless(text, "Bring a data sheet or the log to the front first.");
   return {
-      {{13, edit, "Select &All", "Ctrl+A"}, {.run = [&] { frame.select_all(); }, .enabled = text}},
-      {{14, edit, "Cu&t", "Ctrl+X"}, {.run = [&] { frame.cut(); }, .enabled = sheet}},
+      {{13, edit, "Select &All", "Ctrl+A"},
+       {.run = [&] { frame.select_all(); }, .refusal = without_text}},
+      {{14, edit, "Cu&t", "Ctrl+X"}, {.run = [&] { frame.cut(); }, .refusal = without_sheet}},
       {{15, edit, "&Copy", "Ctrl+C"}, {.run = [&] { frame.copy(); }}},
-      {{16, edit, "&Paste", "Ctrl+V"}, {.run = [&] { frame.paste(); }, .enabled = sheet}},
+      {{16, edit, "&Paste", "Ctrl+V"}, {.run = [&] { frame.paste(); }, .refusal = without_sheet}},
       {{0, edit}},
       {{18, edit, "&Undo", "Ctrl+Z"},
        {.run = [&] { frame.undo(); },
-        .enabled = [&] { return frame.history().can_undo(); },
+        .refusal = unless([&] { return frame.history().can_undo(); }, "There is nothing to undo."),
         .object = [&] { return frame.history().undo_name(); }}},
       {{19, edit, "&Redo", "Ctrl+Y; Ctrl+Shift+Z"},
        {.run = [&] { frame.redo(); },
-        .enabled = [&] { return frame.history().can_redo(); },
+        .refusal = unless([&] { return frame.history().can_redo(); }, "There is nothing to redo."),
         .object = [&] { return frame.history().redo_name(); }}},
       {{0, edit}},
       {{20, edit, "D&escription"}},
@@ -87,7 +91,7 @@ Rows edit_commands(MainWindow& frame) {
 
 Rows option_commands(MainWindow& frame) {
   ChartCommands& charts = frame.charts();
-  const auto any = any_chart(charts);
+  const Reason no_chart = without_chart(charts);
   const auto precise = of_chart(charts, [](ChartWindow& chart) { return chart.is_precise(); });
   const auto zooms =
       of_chart(charts, [](ChartWindow& chart) { return chart.tool() == ChartTool::zoom; });
@@ -97,15 +101,15 @@ Rows option_commands(MainWindow& frame) {
       {{28, options, "&Sample"}, {.run = [&] { frame.draw_samples(); }}},
       {{29, options, "&Calculator"}},
       {{30, options, "&Precise Reading"},
-       {.run = [&] { charts.toggle_precise_reading(); }, .enabled = any, .checked = precise}},
+       {.run = [&] { charts.toggle_precise_reading(); }, .refusal = no_chart, .checked = precise}},
       {{31, options, "&Report", "Ctrl+R"}, {.run = [&] { frame.toggle_report(); }}},
-      {{32, options, "&Label/Style"}, {.run = [&] { charts.format(); }, .enabled = any}},
+      {{32, options, "&Label/Style"}, {.run = [&] { charts.format(); }, .refusal = no_chart}},
       {{33, options, "&Zoom"},
-       {.run = [&] { charts.toggle_zoom(); }, .enabled = any, .checked = zooms}},
+       {.run = [&] { charts.toggle_zoom(); }, .refusal = no_chart, .checked = zooms}},
       {{102, options, "S&ub-Populations"},
        {.name = "SubPopulations",
         .run = [&] { charts.toggle_sub_populations(); },
-        .enabled = any,
+        .refusal = no_chart,
         .checked = shows_parts}},
   };
 }
@@ -114,7 +118,7 @@ Rows mark_commands(ChartCommands& charts) {
   const auto adds = [&charts](const char* name, MarkKind kind) {
     return CommandEffect{.name = name,
                          .run = [&charts, kind] { charts.chart().add_mark(kind); },
-                         .enabled = any_chart(charts)};
+                         .refusal = without_chart(charts)};
   };
   return {
       {{114, marks, "&Text"}, adds("AddText", MarkKind::text)},
@@ -126,42 +130,44 @@ Rows mark_commands(ChartCommands& charts) {
 
 /// Those of the pop-up alone, with keys that the chart hears while it has the keyboard.
 Rows chart_commands(ChartCommands& charts) {
-  using Test = std::function<bool()>;
-  const auto act = [&charts](const char* name, void (*run)(ChartWindow&), const Test& enabled) {
+  const auto act = [&charts](const char* name, void (*run)(ChartWindow&), const Reason& refusal) {
     return CommandEffect{.name = name,
                          .run = [&charts, run] { run(charts.chart()); },
-                         .enabled = enabled,
+                         .refusal = refusal,
                          .reach = CommandReach::chart};
   };
-  const auto any = any_chart(charts);
+  const Reason no_chart = without_chart(charts);
   const auto zoomed =
       of_chart(charts, [](ChartWindow& chart) { return zoom_depth(chart.stage().chart()) > 0; });
   const auto on_mark =
       of_chart(charts, [](ChartWindow& chart) { return chart.selected().is_mark(); });
   const auto moved = of_chart(charts, [](ChartWindow& chart) { return chart.can_free_selected(); });
+  const Reason unzoomed = unless(zoomed, "The chart is not zoomed.");
+  const Reason without_mark = unless(on_mark, "Click a mark of the chart first.");
+  const Reason unmoved = unless(moved, "Click a box that was moved by hand first.");
   return {
       {{110, "", "&Format..."},
-       {.name = "FormatChart", .run = [&] { charts.format_at_menu(); }, .enabled = any}},
+       {.name = "FormatChart", .run = [&] { charts.format_at_menu(); }, .refusal = no_chart}},
       {{111, "", "Zoom &In", "+"},
        act(
-           "ZoomIn", [](ChartWindow& chart) { chart.zoom_in(); }, any)},
+           "ZoomIn", [](ChartWindow& chart) { chart.zoom_in(); }, no_chart)},
       {{112, "", "Zoom &Back", "Backspace; -"},
        act(
-           "ZoomBack", [](ChartWindow& chart) { chart.zoom_back(); }, zoomed)},
+           "ZoomBack", [](ChartWindow& chart) { chart.zoom_back(); }, unzoomed)},
       {{113, "", "&Automatic Limits", "Home"},
        act(
-           "ZoomAutomatic", [](ChartWindow& chart) { chart.zoom_to_automatic(); }, any)},
+           "ZoomAutomatic", [](ChartWindow& chart) { chart.zoom_to_automatic(); }, no_chart)},
       {{118, "", "&Edit Mark..."},
        act(
-           "EditMark", [](ChartWindow& chart) { chart.edit_selected(); }, on_mark)},
+           "EditMark", [](ChartWindow& chart) { chart.edit_selected(); }, without_mark)},
       {{119, "", "&Delete Mark", "Del"},
        act(
-           "DeleteMark", [](ChartWindow& chart) { chart.delete_selected(); }, on_mark)},
+           "DeleteMark", [](ChartWindow& chart) { chart.delete_selected(); }, without_mark)},
       {{120, "", "Find Its &Own Place"},
        act(
-           "FreeBox", [](ChartWindow& chart) { chart.free_selected(); }, moved)},
+           "FreeBox", [](ChartWindow& chart) { chart.free_selected(); }, unmoved)},
       {{121, "", "&Save As..."},
-       {.name = "SaveChart", .run = [&] { charts.save(); }, .enabled = any}},
+       {.name = "SaveChart", .run = [&] { charts.save(); }, .refusal = no_chart}},
   };
 }
 
@@ -175,12 +181,13 @@ Rows record_commands(MainWindow& frame) {
       {{123, "", "Re&name", "F2"},
        {.name = "Rename",
         .run = [&] { frame.tree().rename(); },
-        .enabled = can_rename,
+        .refusal = unless(can_rename, "Choose a data set or its fits in the project tree first."),
         .reach = CommandReach::tree}},
       {{124, "", "&Delete", "Del"},
        {.name = "DeleteRecord",
         .run = [&] { frame.delete_record(); },
-        .enabled = can_delete,
+        .refusal = unless(can_delete,
+                          "Choose a data set or a chart in the project tree; the first one stays."),
         .object = [&] { return frame.deletable_record(); },
         .reach = CommandReach::tree}},
   };
@@ -220,20 +227,21 @@ Rows analysis_commands(MainWindow& frame) {
       {{34, analysis, "&Distribution Analysis"}, {.run = [&] { frame.compare_models(); }}},
       {{49, analysis, "&3 Parameter"}},
       {{50, analysis, "&Weibayes"}},
-      {{35, "&Tools", "&Fit Wizard"}},
+      {{35, "&Tools", "&Fit Wizard"},
+       {.refusal = always("The fit wizard comes with the next version.")}},
   };
 }
 
 Rows layout_commands(ProjectWindows& windows) {
-  const auto any_shown = [&] { return windows.any(); };
+  const Reason none_shown = unless([&] { return windows.any(); }, "All windows are closed.");
   return {
-      {{36, window, "&Cascade"}, {.run = [&] { windows.cascade(); }, .enabled = any_shown}},
+      {{36, window, "&Cascade"}, {.run = [&] { windows.cascade(); }, .refusal = none_shown}},
       {{37, window, "Tile &Horizontal"},
-       {.run = [&] { windows.tile(false); }, .enabled = any_shown}},
-      {{38, window, "Tile &Vertical"}, {.run = [&] { windows.tile(true); }, .enabled = any_shown}},
+       {.run = [&] { windows.tile(false); }, .refusal = none_shown}},
+      {{38, window, "Tile &Vertical"}, {.run = [&] { windows.tile(true); }, .refusal = none_shown}},
       {{39, window, "Tile &Block", "Ctrl+B"}, {.run = [&] { windows.Tile_Block(); }}},
       {{40, window, "&Arrange Icons"}},
-      {{41, window, "C&lose All"}, {.run = [&] { windows.hide_all(); }, .enabled = any_shown}},
+      {{41, window, "C&lose All"}, {.run = [&] { windows.hide_all(); }, .refusal = none_shown}},
       {{43, "&Window|&RestoreForm", "&Undelete", "Ctrl+U"},
        {.run = [&] { windows.restore_all(); }}},
   };

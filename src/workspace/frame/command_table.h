@@ -1,6 +1,6 @@
 // Command table: every command of the program on one row: its number, menu, caption, keys,
-// when it can be used, when it bears a check mark, and what it does. A command that does
-// nothing yet is shown disabled.
+// why it can't be done now, when it bears a check mark, and what it does. A command that does
+// nothing yet is shown grey.
 #pragma once
 
 #include <span>
@@ -46,8 +46,8 @@ inline constexpr int delete_fit = 122;
 inline constexpr int rename = 123;
 inline constexpr int delete_record = 124;
 inline constexpr int first_window = 130;
-inline constexpr int first_method = 140;
-inline constexpr int first_model = 150;
+inline constexpr int first_method = 300;
+inline constexpr int first_model = 310;
 }  // namespace command
 
 /// All commands in their order in the menus.
