@@ -10,10 +10,12 @@ namespace tavlo {
 
 namespace {
 
-/// The first row, from 0, with a cell that can't be read; the size when there is none.
+/// The first row of the analysis, from 0, with a cell that can't be read; the size when there
+/// is none.
 std::size_t unreadable_row(const SharedRows<SheetRow>& rows) {
   std::size_t row = 0;
-  while (row < rows.size() && rows[row].unreadable_column() == 0) ++row;
+  while (row < rows.size() && (rows[row].is_left_out() || rows[row].unreadable_column() == 0))
+    ++row;
   return row;
 }
 
@@ -105,7 +107,7 @@ void name_rows_without_time(Session& session, const DataSet& data) {
   int named = 0;
   std::string numbers;
   for (std::size_t i = 0; i < data.rows.size(); ++i) {
-    if (data.rows[i].has(sheet_column::x)) continue;
+    if (data.rows[i].has(sheet_column::x) || data.rows[i].is_left_out()) continue;
     if (++named <= most) numbers += (named > 1 ? ", " : "") + std::to_string(i + 1);
   }
   if (named == 0) return;

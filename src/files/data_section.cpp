@@ -33,9 +33,14 @@ constexpr std::int32_t exact = 64;
 constexpr std::int32_t benard = 128;
 }  // namespace rank_state
 
-/// Bit of the spare number of a row with units and without a time: its 0 is none. Rows in
-/// memory have no need of it.
+/// The last two bits of the spare number of a row with units whose time is 0. Bit 0 marks a
+/// row that is left out; here alone it says that there is no time. Rows in memory have no need
+/// of the second bit, which says that the 0 is a time.
+namespace timeless {
 constexpr std::int16_t has_no_time = 1;
+constexpr std::int16_t zero_is_time = 2;
+constexpr std::int16_t bits = 3;
+}  // namespace timeless
 
 /// What a file says of a set before its rows.
 struct Head {
@@ -149,8 +154,9 @@ SheetRow row_of(const Point& point, bool own_ranks) {
   row.suspensions = point.Susps;
   row.time = point.X;
   row.mode = point.Mode;
-  const bool is_marked = is_timeless(point) && (point.Spare & has_no_time) != 0;
-  row.spare = is_marked ? static_cast<std::int16_t>(point.Spare & ~has_no_time) : point.Spare;
+  const bool is_marked =
+      is_timeless(point) && (point.Spare & timeless::bits) == timeless::has_no_time;
+  row.spare = is_marked ? static_cast<std::int16_t>(point.Spare & ~timeless::bits) : point.Spare;
   const bool has_time = point.X != 0 || (is_timeless(point) && !is_marked);
   row.set_given(sheet_column::x, has_time);
   row.set_given(sheet_column::fails, point.Fails != 0);
@@ -251,6 +257,13 @@ DataReading reading_of(const DataSet& data, Ranking ranking) {
   }
 }
 
+std::int16_t spare_of_timeless(const SheetRow& row) {
+  const int spare = row.spare;
+  if (!row.has(sheet_column::x))
+    return static_cast<std::int16_t>((spare & ~timeless::bits) | timeless::has_no_time);
+  return static_cast<std::int16_t>(row.is_left_out() ? spare | timeless::zero_is_time : spare);
+}
+
 Point point_of(const SheetRow& row, std::size_t index, const DataReading& reading) {
   Point point;
   point.Fails = row.failures;
@@ -260,16 +273,14 @@ Point point_of(const SheetRow& row, std::size_t index, const DataReading& readin
   point.Order = static_cast<std::int32_t>(index) + 1;
   point.Mode = row.mode;
   point.Spare = row.spare;
-  if (is_timeless(point))
-    point.Spare = static_cast<std::int16_t>(row.has(sheet_column::x) ? row.spare & ~has_no_time
-                                                                     : row.spare | has_no_time);
+  if (is_timeless(point)) point.Spare = spare_of_timeless(row);
   return point;
 }
 
 Point summary_of(const DataSet& data, const DataReading& reading) {
   Point sums;
   for (std::size_t i = 0; i < data.rows.size(); ++i) {
-    if (!data.rows[i].has(sheet_column::x)) continue;
+    if (!data.rows[i].has_point()) continue;
     sums.Fails += data.rows[i].failures;
     sums.Susps += data.rows[i].suspensions;
   }

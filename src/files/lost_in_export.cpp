@@ -63,14 +63,16 @@ std::size_t fits_of(const Project& project, int set) {
 /// What no data file holds.
 void add_everywhere(const Project& project, int set, LostThings& lost) {
   const DataSet& data = project.data(set);
-  const auto is_left_out = [](const SheetRow& row) {
-    return !row.is_blank() && !can_be_exported(row);
+  const auto is_left_out = [](const SheetRow& row) { return row.is_left_out(); };
+  const auto is_no_point = [](const SheetRow& row) {
+    return !row.is_blank() && !row.is_left_out() && !can_be_exported(row);
   };
   const auto is_negative = [](const SheetRow& row) {
     return row.time < 0.0F && can_be_exported(row);
   };
   const auto is_unreadable = [](const SheetRow& row) { return row.unreadable_column() != 0; };
-  lost.add(count_rows(data, is_left_out), "row", " without a time or units");
+  lost.add(count_rows(data, is_left_out), "row", " left out of the analysis");
+  lost.add(count_rows(data, is_no_point), "row", " without a time or units");
   lost.add(count_rows(data, can_be_exported, export_end(data)), "row",
            " behind the first 1e15 units");
   lost.add(count_rows(data, is_unreadable), "row", " with a cell that can't be read");

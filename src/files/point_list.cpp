@@ -38,7 +38,7 @@ SheetRow entered(const SampleRow& from) {
 
 bool can_be_exported(const SheetRow& row) {
   const double units = row.failures + row.suspensions;
-  return row.has(sheet_column::x) && std::isnormal(row.time) &&
+  return row.has_point() && std::isnormal(row.time) &&
          std::min(row.failures, row.suspensions) >= 0.0 && units > 0.0 && units <= most_units;
 }
 

@@ -16,7 +16,7 @@ Sample DataReading::sample_with(RankKind ranks) const {
   numbers.reserve(rows_.size());
   for (std::size_t i = 0; i < rows_.size(); ++i) {
     const SheetRow& row = rows_[i];
-    if (!row.has(sheet_column::x)) continue;
+    if (!row.has_point()) continue;
     const bool has_mode = row.mode >= 1 && row.mode <= modes_;
     rows.push_back(
         {row.time, row.failures, row.suspensions, has_mode ? row.mode : std::int16_t{0}});

@@ -17,8 +17,8 @@ class DataReading {
  public:
   DataReading() = default;
 
-  /// With `own_ranks` the rows keep the ranks that they bring. Rows without a time have no
-  /// part in it. Throws as make_sample does.
+  /// With `own_ranks` the rows keep the ranks that they bring. Rows without a time, and
+  /// those that are left out, have no part in it. Throws as make_sample does.
   DataReading(SharedRows<SheetRow> rows, RankKind ranks, bool own_ranks, int modes);
 
   const SharedRows<SheetRow>& rows() const { return rows_; }

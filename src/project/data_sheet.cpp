@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "numerics/number_reading.h"
 #include "numerics/number_text.h"
@@ -136,7 +137,9 @@ std::string DataSheet::text(int row, int column) const {
 std::string DataSheet::number_cell(const SheetRow& row, int index, int column) const {
   if (const std::string& unreadable = row.text(column); !unreadable.empty()) return unreadable;
   if (column == sheet_column::y && !row.has(column)) {
-    const float rank = data().reading.rank_of(static_cast<std::size_t>(index));
+    // A rank of another row, which has stood there before, would mislead.
+    const auto place = static_cast<std::size_t>(index);
+    const float rank = has_rank_at_hand(data(), place) ? data().reading.rank_of(place) : 0.0F;
     return rank == 0.0F ? std::string() : format_number(rank, rank_pattern(settings_));
   }
   if (!row.has(column)) return {};
@@ -151,6 +154,40 @@ std::string DataSheet::number_cell(const SheetRow& row, int index, int column) c
 bool DataSheet::is_unreadable(int row, int column) const {
   if (row < 1 || row > last_row() || !is_numeric(column)) return false;
   return !data().rows[static_cast<std::size_t>(row) - 1].text(column).empty();
+}
+
+bool DataSheet::is_left_out(int row) const {
+  return row >= 1 && row <= last_row() &&
+         data().rows[static_cast<std::size_t>(row) - 1].is_left_out();
+}
+
+bool DataSheet::is_empty(int row, int column) const {
+  if (row < 1 || row > last_row()) return true;
+  const SheetRow& held = data().rows[static_cast<std::size_t>(row) - 1];
+  const bool has_mode = column == sheet_column::mode && held.mode != 0;
+  return !held.has(column) && !has_mode && held.text(column).empty();
+}
+
+bool DataSheet::is_left_out(const GridBlock& block) const {
+  bool any = false;
+  for (int row = std::max(block.first_row, 1); row <= std::min(block.last_row, last_row()); ++row) {
+    const SheetRow& held = data().rows[static_cast<std::size_t>(row) - 1];
+    if (held.is_blank()) continue;
+    if (!held.is_left_out()) return false;
+    any = true;
+  }
+  return any;
+}
+
+// The status line asks at each key: the rows are walked once for each state of them. Their
+// revision doesn't tell states apart, since what was undone gives its number to the next change.
+int DataSheet::left_out_rows() const {
+  const SharedRows<SheetRow>& rows = data().rows;
+  if (counted_ == rows) return left_out_;
+  counted_ = rows;
+  left_out_ = 0;
+  for (std::size_t i = 0; i < rows.size(); ++i) left_out_ += rows[i].is_left_out() ? 1 : 0;
+  return left_out_;
 }
 
 // --- editing
@@ -216,7 +253,7 @@ void DataSheet::enter(int row, int column, const std::string& typed) {
     changed.mode = mode_number(wanted);
   else if (column == sheet_column::comment)
     changed.set_text(column, wanted);
-  put(row, changed);
+  put(row, std::move(changed));
 }
 
 void DataSheet::clear(const GridBlock& block) {
@@ -232,6 +269,64 @@ void DataSheet::clear(const GridBlock& block) {
   }
 }
 
+void DataSheet::leave_out(const GridBlock& block, bool is_out) {
+  const int last = std::min(block.last_row, last_row());
+  for (int row = std::max(block.first_row, 1); row <= last; ++row) {
+    SheetRow changed = data().rows[static_cast<std::size_t>(row) - 1];
+    if (changed.is_blank()) continue;
+    changed.set_left_out(is_out);
+    put(row, changed);
+  }
+}
+
+bool DataSheet::insert_rows(const GridBlock& block) {
+  const int first = std::max(block.first_row, 1);
+  const int count = block.last_row - first + 1;
+  if (count < 1 || count > most_data_rows - last_row()) return false;
+  if (first <= last_row())
+    take_rows(with_blank_rows(data().rows, static_cast<std::size_t>(first) - 1,
+                              static_cast<std::size_t>(count)));
+  return true;
+}
+
+void DataSheet::delete_rows(const GridBlock& block) {
+  const int first = std::max(block.first_row, 1);
+  const int last = std::min(block.last_row, last_row());
+  if (first <= last)
+    take_rows(without_rows(data().rows, static_cast<std::size_t>(first) - 1,
+                           static_cast<std::size_t>(last)));
+}
+
+void DataSheet::sort_by(int column, SortOrder order) {
+  take_rows(sorted_rows(data(), column, order));
+}
+
+void DataSheet::take_rows(SheetRows rows) {
+  if (rows == data().rows) return;
+  data().rows = std::move(rows);
+  drop_blank_end();
+  mark_changed(data());
+  shown_rows_ = std::max({shown_rows_, least_rows, last_row()});
+}
+
+void DataSheet::fill_down(const GridBlock& block) {
+  const bool is_one_row = block.first_row == block.last_row;
+  const int source = std::max(block.first_row, 1) - (is_one_row ? 1 : 0);
+  if (source < 1) return;
+  const SheetRow from =
+      source <= last_row() ? data().rows[static_cast<std::size_t>(source) - 1] : SheetRow{};
+  for (int row = source + 1; row <= block.last_row; ++row) {
+    SheetRow to = row <= last_row() ? data().rows[static_cast<std::size_t>(row) - 1] : SheetRow{};
+    const bool lacks_counts = !to.has(sheet_column::fails) && !to.has(sheet_column::susps);
+    for (int column = block.first_column; column <= block.last_column; ++column)
+      copy_cell(from, to, column);
+    if (block.first_column <= sheet_column::x && from.has(sheet_column::x) && lacks_counts)
+      for (const int column : {sheet_column::fails, sheet_column::susps})
+        copy_cell(from, to, column);
+    put(row, std::move(to));
+  }
+}
+
 void DataSheet::clear_cell(SheetRow& row, int column) {
   if (column == sheet_column::mode) row.mode = 0;
   if (is_numeric(column)) set_number(row, column, 0);
@@ -242,10 +337,11 @@ void DataSheet::clear_cell(SheetRow& row, int column) {
 void DataSheet::replace_row(int row, SheetRow with) {
   if (row < 1 || row > farthest_row()) throw RunTimeError(run_time::subscript);
   shown_rows_ = std::max(shown_rows_, row);
-  put(row, with);
+  put(row, std::move(with));
 }
 
-void DataSheet::put(int row, const SheetRow& changed) {
+void DataSheet::put(int row, SheetRow changed) {
+  if (changed.is_blank()) changed.set_left_out(false);  // there is nothing to leave out
   DataSet& set = data();
   const auto index = static_cast<std::size_t>(row) - 1;
   if (index >= set.rows.size()) {
@@ -254,7 +350,7 @@ void DataSheet::put(int row, const SheetRow& changed) {
   } else if (set.rows[index] == changed) {
     return;
   }
-  set.rows.edit(index) = changed;
+  set.rows.edit(index) = std::move(changed);
   drop_blank_end();
   mark_changed(set);
 }

@@ -10,6 +10,7 @@
 #include "numerics/error_reporter.h"
 #include "project/cell_table.h"
 #include "project/project.h"
+#include "project/row_moves.h"
 #include "project/settings.h"
 #include "project/size_limits.h"
 
@@ -41,6 +42,13 @@ class DataSheet : public CellTable {
   /// usual number of rows, and then those that it has.
   int farthest_row() const { return std::max(most_data_rows, last_row()); }
   bool is_unreadable(int row, int column) const;
+  bool is_left_out(int row) const;
+  /// True for a cell that shows nothing, but for a rank.
+  bool is_empty(int row, int column) const;
+  /// True when each row of the block that holds anything is left out, and one does.
+  bool is_left_out(const GridBlock& block) const;
+  /// How many rows are left out of the analysis.
+  int left_out_rows() const;
 
   bool editing() const { return editing_; }
   void set_edit_text(std::string text) { edit_text_ = std::move(text); }
@@ -66,6 +74,21 @@ class DataSheet : public CellTable {
   /// Empties the cells of the block.
   void clear(const GridBlock& block);
 
+  /// Leaves the rows of the block that hold anything out of the analysis, or takes them in again.
+  void leave_out(const GridBlock& block, bool is_out);
+
+  // Of blocks of rows. What was selected is so still, where it lies inside the sheet.
+
+  /// Puts as many blank rows before the block as it has. False, and nothing, where the sheet
+  /// would become longer than it can be.
+  bool insert_rows(const GridBlock& block);
+  void delete_rows(const GridBlock& block);
+  /// Fills the columns of the block with what stands in its first row; a block of one row, with
+  /// what stands above it. A time comes with its counts into a row that has none.
+  void fill_down(const GridBlock& block);
+  /// Puts all rows in the order of a column, see sorted_rows.
+  void sort_by(int column, SortOrder order);
+
   /// Puts a whole row in the place of the one that stands there.
   void replace_row(int row, SheetRow with);
 
@@ -88,7 +111,8 @@ class DataSheet : public CellTable {
   void enter_number(SheetRow& row, int column, const std::string& typed);
   static void set_number(SheetRow& row, int column, double number);
   bool read(const std::string& typed, double& number) const;
-  void put(int row, const SheetRow& changed);
+  void put(int row, SheetRow changed);
+  void take_rows(SheetRows rows);
   void drop_blank_end();
   void go_down();
 
@@ -99,6 +123,8 @@ class DataSheet : public CellTable {
   int shown_rows_ = least_rows;  // without the headings
   bool editing_ = false;
   std::string edit_text_;
+  mutable SharedRows<SheetRow> counted_;  ///< the rows that `left_out_` was counted in
+  mutable int left_out_ = 0;
 };
 
 }  // namespace tavlo

@@ -14,7 +14,7 @@ template <class HasFault, class Words>
 void add_first(ErrorReporter& reporter, const DataSet& data, HasFault has_fault, Words words) {
   for (std::size_t i = 0; i < data.rows.size(); ++i) {
     const SheetRow& row = data.rows[i];
-    if (!row.has(sheet_column::x) || !has_fault(row)) continue;
+    if (!row.has_point() || !has_fault(row)) continue;
     reporter.add_lines({"Row " + std::to_string(i + 1) + ": " + words(row)});
     return;
   }

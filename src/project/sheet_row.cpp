@@ -9,6 +9,10 @@ void SheetRow::set_given(int column, bool is_given) {
   given = static_cast<std::uint8_t>(is_given ? given | bit : given & ~bit);
 }
 
+void SheetRow::set_left_out(bool is_out) {
+  spare = static_cast<std::int16_t>(is_out ? spare | 1 : spare & ~1);
+}
+
 const std::string& SheetRow::text(int column) const {
   static const std::string nothing;
   return texts ? (*texts)[static_cast<std::size_t>(column)] : nothing;

@@ -31,7 +31,7 @@ struct SheetRow {
   float rank = 0;          ///< cumulative fraction failed, where the set has ranks of its own
   std::int16_t mode = 0;   ///< failure mode from 1; 0 is none
   std::uint8_t given = 0;  ///< bit c: the cell of column c holds a number
-  std::int16_t spare = 0;  ///< held and saved
+  std::int16_t spare = 0;  ///< held and saved; bit 0: left out of the analysis
   std::shared_ptr<const RowTexts> texts;  ///< null for a row without any
 
   bool has(int column) const { return (given >> column & 1) != 0; }
@@ -40,6 +40,12 @@ struct SheetRow {
   /// Empty where the cell has no text.
   const std::string& text(int column) const;
   void set_text(int column, const std::string& text);
+
+  /// A row that is left out keeps its cells, and has no part in ranks, fits, charts and totals.
+  bool is_left_out() const { return (spare & 1) != 0; }
+  void set_left_out(bool is_out);
+  /// Whether the row is read for its point.
+  bool has_point() const { return has(sheet_column::x) && !is_left_out(); }
 
   bool is_blank() const { return given == 0 && mode == 0 && !texts; }
   /// A column whose number can't be read; 0 when there is none.

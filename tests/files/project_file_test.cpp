@@ -115,7 +115,7 @@ class Expected {
     std::optional<std::size_t> first, last;
     for (std::size_t i = 0; i < data.rows.size(); ++i) {
       const SheetRow& row = data.rows[i];
-      if (!row.has(sheet_column::x)) continue;
+      if (!row.has_point()) continue;
       failures += row.failures;
       suspensions += row.suspensions;
       if (row.failures <= 0) continue;

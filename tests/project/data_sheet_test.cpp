@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
+#include "project/ranking.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -91,6 +95,122 @@ TEST(DataSheet, TheEdgesOfTheSheetHold) {
   sheet.cancel_edit();
   sheet.end_edit();
   EXPECT_EQ(sheet.text(last + 1, sheet_column::x), "") << "Esc leaves the cell";
+}
+
+std::vector<std::string> texts_of(const DataSheet& sheet, int row) {
+  std::vector<std::string> texts;
+  for (int c = sheet_column::x; c < sheet_column::count; ++c) texts.push_back(sheet.text(row, c));
+  return texts;
+}
+
+std::vector<std::vector<std::string>> rows_of(const DataSheet& sheet) {
+  std::vector<std::vector<std::string>> rows;
+  for (int r = 1; r <= sheet.last_row(); ++r) rows.push_back(texts_of(sheet, r));
+  return rows;
+}
+
+/// Few values, so that many are equal; some cells are empty, some can't be read.
+void enter_any_rows(DataSheet& sheet, std::mt19937& random, int rows) {
+  const char* const times[] = {"7", "10.5", ">300", "9x4", ">80x2", "junk", ""};
+  const char* const words[] = {"leak", "Crack", "crack", "\xC3\xA4", ""};
+  for (int row = 1; row <= rows; ++row) {
+    sheet.enter(row, sheet_column::x, times[random() % std::size(times)]);
+    sheet.enter(row, sheet_column::mode, words[random() % std::size(words)]);
+    sheet.enter(row, sheet_column::comment, std::to_string(row));
+  }
+}
+
+TEST(DataSheet, ARowLeftOutCountsForNothingAndKeepsItsCells) {
+  std::mt19937 random(5);
+  for (int round = 0; round < 50; ++round) {
+    TestWorld all, rest;
+    std::string out, in;
+    for (int row = 1, kept = 0; row <= 12; ++row) {
+      const std::string typed = (random() % 3 ? "" : ">") + std::to_string(random() % 9 + 1) + "x2";
+      sheet_of(all).enter(row, sheet_column::x, typed);
+      const bool is_out = row > 1 && random() % 3 == 0;
+      const auto cells = texts_of(sheet_of(all), row);
+      sheet_of(all).leave_out({row, 1, row, 1}, is_out);
+      EXPECT_EQ(texts_of(sheet_of(all), row), cells);
+      if (!is_out) sheet_of(rest).enter(++kept, sheet_column::x, typed);
+    }
+    for (TestWorld* world : {&all, &rest})
+      Make_Ranks(world->session.errors, true, world->session.project.data(1));
+    const Sample& found = sheet_of(all).data().sample();
+    const Sample& wanted = sheet_of(rest).data().sample();
+    EXPECT_EQ(found.time, wanted.time);
+    EXPECT_EQ(found.rank, wanted.rank);
+    EXPECT_EQ(found.total_suspensions, wanted.total_suspensions);
+    EXPECT_EQ(sheet_of(all).left_out_rows() + sheet_of(rest).last_row(), 12);
+    for (int row = 1; row <= 12; ++row)
+      EXPECT_TRUE(!sheet_of(all).is_left_out(row) ||
+                  sheet_of(all).text(row, sheet_column::y) == "");
+    sheet_of(all).leave_out({1, 1, 30, 1}, false);
+    EXPECT_EQ(sheet_of(all).left_out_rows(), 0);
+    EXPECT_FALSE(sheet_of(all).data().is_read());
+  }
+}
+
+TEST(DataSheet, SortingKeepsTheRowsAndEqualOnesInTheirOrder) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 60; ++round) {
+    TestWorld world;
+    DataSheet& sheet = sheet_of(world);
+    enter_any_rows(sheet, random, 25);
+    const int column = static_cast<int>(random() % 5) + 1;
+    auto wanted = rows_of(sheet);
+    const bool falls = random() % 2 != 0;
+    const auto value = [&](const std::vector<std::string>& row) {
+      std::string text = row[static_cast<std::size_t>(column) - 1];
+      for (char& c : text) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+      const bool is_number = column != sheet_column::mode && text != "junk" && !text.empty();
+      return std::tuple(text.empty()     ? 2
+                        : text == "junk" ? 1
+                                         : 0,
+                        is_number ? (falls ? -1 : 1) * std::stod(text) : 0.0,
+                        is_number ? std::string() : text);
+    };
+    std::stable_sort(wanted.begin(), wanted.end(), [&](const auto& a, const auto& b) {
+      const auto x = value(a), y = value(b);
+      if (!falls || std::get<0>(x) != std::get<0>(y)) return x < y;
+      return std::pair(std::get<1>(x), std::get<2>(y)) < std::pair(std::get<1>(y), std::get<2>(x));
+    });
+    sheet.sort_by(column, falls ? SortOrder::descending : SortOrder::ascending);
+    EXPECT_EQ(rows_of(sheet), wanted) << column << falls;
+    EXPECT_FALSE(sheet.data().is_read());
+  }
+}
+
+TEST(DataSheet, RowsComeAndGoAndAreFilled) {
+  std::mt19937 random(9);
+  for (int round = 0; round < 40; ++round) {
+    TestWorld world;
+    DataSheet& sheet = sheet_of(world);
+    enter_any_rows(sheet, random, 20);
+    const auto before = rows_of(sheet);
+    const int first = static_cast<int>(random() % 20) + 1,
+              count = static_cast<int>(random() % 6) + 1;
+    const GridBlock block{first, 1, first + count - 1, 3};
+    ASSERT_TRUE(sheet.insert_rows(block));
+    EXPECT_EQ(sheet.last_row(), 20 + count);
+    EXPECT_EQ(texts_of(sheet, first), std::vector<std::string>(6));
+    EXPECT_EQ(texts_of(sheet, first + count), before[static_cast<std::size_t>(first) - 1]);
+    sheet.delete_rows(block);
+    EXPECT_EQ(rows_of(sheet), before);
+  }
+  TestWorld world;
+  DataSheet& sheet = sheet_of(world);
+  sheet.enter(1, sheet_column::x, ">70x3");
+  sheet.enter(3, sheet_column::x, "5");
+  sheet.fill_down({1, sheet_column::x, 4, sheet_column::x});
+  for (const int row : {2, 4}) EXPECT_EQ(texts_of(sheet, row), texts_of(sheet, 1));
+  EXPECT_EQ(texts_of(sheet, 3), (std::vector<std::string>{"70", "", "1", "", "", ""}));
+  sheet.enter(4, sheet_column::comment, "last");
+  sheet.fill_down({5, sheet_column::comment, 5, sheet_column::comment});
+  EXPECT_EQ(sheet.text(5, sheet_column::comment), "last") << "one row is filled from above";
+  EXPECT_FALSE(sheet.insert_rows({1, 1, most_data_rows, 1}));
+  sheet.delete_rows({1, 1, 900, 1});
+  EXPECT_EQ(sheet.last_row(), 0);
 }
 
 }  // namespace

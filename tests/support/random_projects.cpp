@@ -63,7 +63,8 @@ class Maker {
     if (data.own_ranks && made.failures > 0)
       give(sheet_column::y), made.rank = to_digits(random.uniform(0.01, 0.99), 5);
     made.mode = static_cast<std::int16_t>(random.whole(0, data.ModeNames.bound()));
-    made.spare = random.chance(0.1) ? static_cast<std::int16_t>(small() & ~1) : std::int16_t{0};
+    made.spare = random.chance(0.1) ? static_cast<std::int16_t>(small() & ~3) : std::int16_t{0};
+    made.set_left_out(std::fmod(made.time, 10.0F) >= 9);
     if (random.chance(0.3)) made.set_text(sheet_column::comment, text());
     const int cell = random.whole(sheet_column::x, sheet_column::susps);
     if (kinds.unsaveable && random.chance(0.1) && !made.has(cell))
