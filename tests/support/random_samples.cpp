@@ -35,7 +35,7 @@ FitParam population(double beta, double eta, double fraction, std::int32_t appli
 
 float to_digits(double time, int digits) {
   const double unit = std::pow(10.0, std::floor(std::log10(time)) - digits + 1);
-  return static_cast<float>(std::max(1.0, std::round(time / unit)) * unit);
+  return static_cast<float>(std::max(1.0, std::nearbyint(time / unit)) * unit);
 }
 
 void sort_rows(Rows& rows) {
