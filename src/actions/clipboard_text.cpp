@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "actions/copied_table.h"
 #include "actions/pasted_rows.h"
 #include "files/field_number.h"
 #include "files/text_lines.h"
@@ -45,7 +46,7 @@ std::optional<char> column_separator(std::string_view text, std::string_view fir
                                      bool into_numbers, char decimal_point) {
   if (text.find('\t') != std::string_view::npos) return '\t';
   if (!into_numbers) return std::nullopt;  // words hold blanks and commas
-  for (const char candidate : {' ', 'x', 'X', ','})
+  for (const char candidate : {';', ' ', 'x', 'X', ','})
     if (candidate != decimal_point && first_line.find(candidate) != std::string_view::npos)
       return candidate == 'x' || candidate == 'X' ? std::nullopt : std::optional(candidate);
   return std::nullopt;
@@ -91,13 +92,17 @@ std::vector<int> target_columns(int first_column) {
   return columns;
 }
 
-/// What is wrong with the first cell that its column can't take, if there is one.
-std::optional<std::string> unexpected_cell(const Cells& cells, const std::vector<int>& columns) {
+/// What is wrong with the first cell that its column can't take, if there is one. Below the
+/// first line of numbers words stand in the sheet as they are, and red; a date never does, of
+/// which a number might be read.
+std::optional<std::string> unexpected_cell(const Cells& cells, const std::vector<int>& columns,
+                                           bool is_first) {
   for (std::size_t i = 0; i < std::min(cells.size(), columns.size()); ++i) {
     if (columns[i] >= sheet_column::mode) continue;
     if (is_date_or_time_of_day(cells[i]))
       return "\"" + cells[i] + "\" is a date or a time of day; a number is wanted.";
     if (is_number_like(cells[i])) continue;
+    if (!is_first) continue;
     if (!cells[i].empty())
       return "\"" + std::string(utf8_front(cells[i], 60)) + "\" is not a number.";
     if (columns[i] == sheet_column::x) return "the time is missing.";
@@ -172,7 +177,7 @@ std::string fault_of(const PastedText& pasted) {
   if (!fault.empty()) return fault;
   int rows = 0;
   for_each_line(pasted, [&](long number, const Cells& cells) {
-    if (const auto bad = unexpected_cell(cells, pasted.columns)) {
+    if (const auto bad = unexpected_cell(cells, pasted.columns, rows == 0)) {
       fault = "Unexpected data type\nLine " + std::to_string(number) + ": " + *bad;
     } else if (++rows > pasted.most_rows) {
       fault = words_of_most_rows(pasted);
@@ -191,6 +196,7 @@ void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector
   const bool from_x = columns.front() == sheet_column::x;
   // What stood in the row must not lend its counts to the new time.
   if (from_x) sheet.clear({row, sheet_column::x, row, sheet_column::susps});
+  if (from_x) sheet.leave_out({row, sheet_column::x, row, sheet_column::x}, false);
   sheet.enter(row, columns.front(), cells.front());
   // Columns for both counts say all: an empty one is none, not the usual one.
   const bool has_both_counts =
@@ -245,6 +251,14 @@ PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_vie
   return {row + static_cast<int>(rows.rows.size()), {}};
 }
 
+/// The mark of a suspension is that of a quoted line too: a mail that is pasted is all suspensions.
+std::string words_of_quotes(const DataSheet& sheet, int first, int last, std::string_view text) {
+  if (first == last || !without_blanks(text).starts_with("> ")) return {};
+  for (int row = first; row <= last; ++row)
+    if (!sheet.is_empty(row, sheet_column::fails)) return {};
+  return "; each line begins with \">\", the mark of a suspension";
+}
+
 /// Enters a text of at most so many rows as the step of that name; `source` stands before what
 /// is wrong with it.
 void enter_text(Session& session, int data_index, std::string_view text, int most_rows,
@@ -259,7 +273,20 @@ void enter_text(Session& session, int data_index, std::string_view text, int mos
   if (end.row == first) return;
   sheet.follow_rows();
   session.step = step;
-  session.ports.views.status(words_of_rows(sheet, first, end.row - 1));
+  session.ports.views.status(words_of_rows(sheet, first, end.row - 1) +
+                             words_of_quotes(sheet, first, end.row - 1, text));
+}
+
+/// A row that is left out is copied as any other; what takes it doesn't know of that.
+void tell_copied(Session& session, const DataSheet& sheet, const GridBlock& block) {
+  int rows = 0, left_out = 0;
+  for (int row = std::max(block.first_row, 1); row <= std::min(block.last_row, sheet.last_row());
+       ++row, ++rows)
+    left_out += sheet.is_left_out(row) ? 1 : 0;
+  std::string words = "Copied: " + std::to_string(rows) + (rows == 1 ? " row" : " rows");
+  if (left_out > 0)
+    words += ", " + std::to_string(left_out) + " of them left out of the analysis here";
+  session.ports.views.status(words);
 }
 
 }  // namespace
@@ -308,17 +335,20 @@ void CopyClip(Session& session, int data_index) {
     add(">", x, grid.text(r, sheet_column::susps));
   }
   session.ports.clipboard.set_text({text, {}, {}});
+  tell_copied(session, grid, block);
+}
+
+void copy_table(Session& session, int data_index) {
+  const DataSheet& sheet = *session.gDataForm(data_index);
+  GridBlock block = sheet.selection();
+  block.last_row = std::clamp(sheet.last_row(), block.first_row, block.last_row);
+  session.ports.clipboard.set_text(copied_table(sheet, block, session.settings.punctuation));
+  tell_copied(session, sheet, block);
 }
 
 void CopyClip(Session& session, const CellTable& grid) {
-  const GridBlock block = grid.selection();
-  std::string text;
-  for (int r = block.first_row; r <= block.last_row; ++r) {
-    for (int c = block.first_column; c <= block.last_column; ++c)
-      text += (c == block.first_column ? "" : "\t") + grid.text(r, c);
-    text += "\r\n";
-  }
-  session.ports.clipboard.set_text({text, {}, {}});
+  session.ports.clipboard.set_text(
+      copied_table(grid, grid.selection(), session.settings.punctuation));
 }
 
 }  // namespace tavlo

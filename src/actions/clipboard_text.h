@@ -19,7 +19,12 @@ void drop_file(Session& session, int data_index, const std::string& path);
 /// Copies the selected rows of the sheet in the data notation.
 void CopyClip(Session& session, int data_index);
 
-/// Copies the selected cells of any grid, tab between cells.
+/// Copies the selected cells of the sheet below their headings, for spreadsheets and word
+/// processors: as text with a tab between cells and as a table of HTML, its numbers with the
+/// decimal sign of the system.
+void copy_table(Session& session, int data_index);
+
+/// Copies the selected cells of any grid in the same forms; a single cell without its heading.
 void CopyClip(Session& session, const CellTable& grid);
 
 }  // namespace tavlo

@@ -24,6 +24,14 @@ double units_in(const DataSheet& sheet, int first, int last, double SheetRow::*u
   return sum;
 }
 
+int unreadable_rows(const DataSheet& sheet, int first, int last) {
+  int number = 0;
+  const SharedRows<SheetRow>& rows = sheet.data().rows;
+  for (int row = first; row <= std::min(last, sheet.last_row()); ++row)
+    number += rows[static_cast<std::size_t>(row) - 1].unreadable_column() == 0 ? 0 : 1;
+  return number;
+}
+
 std::optional<ReadFault> read_busily(std::string_view text, Session& session,
                                      const ReadOptions& options, DataRows& rows) {
   const BusyPointer busy(session.ports.views);
@@ -70,9 +78,15 @@ std::string words_of_units(std::size_t rows, double failures, double suspensions
 }
 
 std::string words_of_rows(const DataSheet& sheet, int first, int last) {
+  const int unread = unreadable_rows(sheet, first, last);
+  const std::string behind =
+      unread == 0   ? ""
+      : unread == 1 ? "; 1 row has a cell that can't be read"
+                    : "; " + std::to_string(unread) + " rows have a cell that can't be read";
   return words_of_units(static_cast<std::size_t>(last - first + 1),
                         units_in(sheet, first, last, &SheetRow::failures),
-                        units_in(sheet, first, last, &SheetRow::suspensions));
+                        units_in(sheet, first, last, &SheetRow::suspensions)) +
+         behind;
 }
 
 }  // namespace tavlo

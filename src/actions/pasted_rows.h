@@ -26,7 +26,7 @@ void enter_rows(DataSheet& sheet, int row, const DataRows& rows);
 /// "10 rows: 8 failures, 2 suspensions".
 std::string words_of_units(std::size_t rows, double failures, double suspensions);
 
-/// The same of the rows `first` to `last` of a sheet.
+/// The same of the rows `first` to `last` of a sheet, and how many of them can't be read.
 std::string words_of_rows(const DataSheet& sheet, int first, int last);
 
 }  // namespace tavlo

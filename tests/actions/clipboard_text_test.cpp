@@ -163,5 +163,29 @@ TEST(Copy, PastedBackItIsTheSameData) {
   }
 }
 
+TEST(Copy, ForSpreadsheetsHasHeadingsAndTheNumbersOfTheLocale) {
+  TestWorld world;
+  world.session.settings.punctuation = {',', '.'};
+  DataSheet& sheet = sheet_of(world);
+  sheet.enter(1, sheet_column::x, "0.5x3");
+  sheet.enter(1, sheet_column::comment, "<a & \t b> 1.5");
+  sheet.enter(2, sheet_column::x, ">12");
+  sheet.leave_out({2, 1, 2, 1}, true);
+  sheet.go_to(1, sheet_column::x);
+  sheet.select_to(30, sheet_column::comment);
+  copy_table(world.session, 1);
+  EXPECT_EQ(world.clipboard.plain,
+            "Data X\tData Y\t# Fail\t# Susp\tFail mode\tComments\r\n"
+            "0,5\t\t3\t\t\t<a &   b> 1.5\r\n12\t\t\t1\t\t\r\n");
+  for (const char* part :
+       {"<th># Fail</th>", "<td align=\"right\">0,5</td>", "&lt;a &amp;   b&gt;"})
+    EXPECT_NE(world.clipboard.html.find(part), std::string::npos) << part;
+  EXPECT_EQ(world.views.said.back(),
+            "status Copied: 2 rows, 1 of them left out of the analysis here");
+  sheet.go_to(1, sheet_column::x);
+  CopyClip(world.session, static_cast<const CellTable&>(sheet));
+  EXPECT_EQ(world.clipboard.plain, "0,5\r\n") << "one cell goes alone";
+}
+
 }  // namespace
 }  // namespace tavlo

@@ -62,15 +62,18 @@ SheetView::SheetView(DataSheet& sheet, UserCommands& commands, QWidget* parent)
   setObjectName(QStringLiteral("grd_Data"));
   setAccessibleName(tr("Data sheet"));
   model_.set_colours([this](int row, int column) {
+    if (sheet_.is_left_out(row)) return CellColour::grey;
     if (sheet_.is_unreadable(row, column)) return CellColour::red;
     const bool old_rank = column == sheet_column::y && !sheet_.data().is_read();
     return old_rank ? CellColour::grey : CellColour::usual;
   });
+  model_.set_cell_tips([this](int row, int column) { return tip_of(row, column); });
   setModel(&model_);
   set_table_look(*this);
   setMouseTracking(true);
   viewport()->setAcceptDrops(true);
   set_up_columns();
+  set_up_headings();
   set_up_edit_box();
   show_current_cell();
 }
@@ -87,6 +90,35 @@ void SheetView::set_up_columns() {
   QHeaderView& rows = *verticalHeader();
   rows.setMinimumWidth(metrics.horizontalAdvance(to_qt(measures[sheet_column::order])));
   horizontalHeader()->setStretchLastSection(true);
+}
+
+/// Why a cell is red, or a row grey.
+std::string SheetView::tip_of(int row, int column) const {
+  if (sheet_.is_left_out(row)) return "This row is left out of the analysis.";
+  if (!sheet_.is_unreadable(row, column)) return {};
+  return "\"" + sheet_.text(row, column) + "\" can't be read as " +
+         (column == sheet_column::x ? "a time." : "a number.");
+}
+
+/// The right button on a heading means the whole row or column under it.
+void SheetView::set_up_headings() {
+  for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QWidget::customContextMenuRequested, this, [this, header](const QPoint& at) {
+      const int section = header->logicalIndexAt(at);
+      if (section < 0) return;
+      leave_edit();
+      const bool is_column = header == horizontalHeader();
+      const QModelIndex first = model_.index(is_column ? 0 : section, is_column ? section : 0);
+      if (!is_column && selectionModel()->isRowSelected(section)) {
+        emit heading_menu_wanted(header->mapToGlobal(at));
+        return;
+      }
+      setCurrentIndex(first);
+      is_column ? selectColumn(section) : selectRow(section);
+      emit heading_menu_wanted(header->mapToGlobal(at));
+    });
+  }
 }
 
 void SheetView::set_up_edit_box() {
@@ -172,9 +204,95 @@ void SheetView::close_edit_box() {
 void SheetView::finish_edit(EditDirection direction) {
   commands_.run([&] {
     sheet_.finish_edit(direction);
+    skip_hidden(direction);
     refresh();
     emit edited(tr("Typing"));
   });
+}
+
+/// The cell moves on over columns that are hidden, and stays where none is behind them.
+void SheetView::skip_hidden(EditDirection direction) {
+  const int step = direction == EditDirection::right ? 1 : -1;
+  int column = sheet_.column();
+  while (column >= sheet_column::x && column < sheet_column::count && isColumnHidden(column - 1))
+    column += step;
+  if (column < sheet_column::x || column >= sheet_column::count)
+    column = model_.grid_column(currentIndex());
+  if (column != sheet_.column()) sheet_.go_to(sheet_.row(), column);
+}
+
+void SheetView::go_to_cell(int row, int column) {
+  if (row < 1 || row >= sheet_.rows()) return;
+  leave_edit();
+  setCurrentIndex(model_.at(row, column));
+  scrollTo(currentIndex());
+  mirror_selection();
+}
+
+CellPlace SheetView::current_cell() const {
+  const QModelIndex cell = currentIndex();
+  return cell.isValid() ? CellPlace{model_.grid_row(cell), model_.grid_column(cell)} : CellPlace{};
+}
+
+GridBlock SheetView::selected_block() const {
+  const QItemSelection selection = selectionModel()->selection();
+  const CellPlace cell = current_cell();
+  if (selection.isEmpty()) return {cell.row, cell.column, cell.row, cell.column};
+  const QItemSelectionRange& block = selection.first();
+  return {model_.grid_row(block.topLeft()), model_.grid_column(block.topLeft()),
+          model_.grid_row(block.bottomRight()), model_.grid_column(block.bottomRight())};
+}
+
+void SheetView::select_block(const GridBlock& block) {
+  const QModelIndex first = model_.at(block.first_row, block.first_column);
+  const QModelIndex last =
+      model_.at(std::min(block.last_row, sheet_.rows() - 1), block.last_column);
+  if (!first.isValid() || !last.isValid()) return;
+  setCurrentIndex(first);
+  selectionModel()->select(QItemSelection(first, last), QItemSelectionModel::ClearAndSelect);
+  mirror_selection();
+}
+
+void SheetView::show_column(int column, bool is_shown) {
+  setColumnHidden(column - 1, !is_shown);
+  if (!isColumnHidden(current_cell().column - 1)) return;
+  for (int other = sheet_column::x; other < sheet_column::count; ++other)
+    if (!isColumnHidden(other - 1)) return go_to_cell(current_cell().row, other);
+}
+
+std::vector<int> SheetView::shown_columns() const {
+  std::vector<int> shown;
+  for (int column = sheet_column::x; column < sheet_column::count; ++column)
+    if (!isColumnHidden(column - 1)) shown.push_back(column);
+  return shown;
+}
+
+/// The last row of the block of cells that hold something, or the next one that does.
+int SheetView::edge_of_data(int column, int row, int step) const {
+  const int end = step < 0 ? 1 : std::max(sheet_.last_row(), row);
+  if (row == end) return step < 0 ? 1 : sheet_.rows() - 1;
+  const bool in_block = !sheet_.is_empty(row, column) && !sheet_.is_empty(row + step, column);
+  int at = row + step;
+  if (in_block)
+    while (at != end && !sheet_.is_empty(at + step, column)) at += step;
+  else
+    while (at != end && sheet_.is_empty(at, column)) at += step;
+  return at;
+}
+
+/// Ctrl with an arrow goes to the edge of the data, Ctrl+End to its last row.
+QModelIndex SheetView::moveCursor(CursorAction action, Qt::KeyboardModifiers with) {
+  const QModelIndex cell = currentIndex();
+  if (!(with & Qt::ControlModifier) || !cell.isValid()) return QTableView::moveCursor(action, with);
+  const auto [row, column] = current_cell();
+  switch (action) {
+    case MoveUp: return model_.at(edge_of_data(column, row, -1), column);
+    case MoveDown: return model_.at(edge_of_data(column, row, 1), column);
+    case MoveLeft: return model_.at(row, shown_columns().front());
+    case MoveRight: return model_.at(row, shown_columns().back());
+    case MoveEnd: return model_.at(std::max(sheet_.last_row(), 1), shown_columns().back());
+    default: return QTableView::moveCursor(action, with);
+  }
 }
 
 void SheetView::cancel_edit() {

@@ -7,6 +7,7 @@
 #include <QTableView>
 
 #include "project/data_sheet.h"
+#include "workspace/data/sheet_search.h"
 #include "workspace/qt/grid_model.h"
 #include "workspace/qt/user_commands.h"
 
@@ -31,6 +32,21 @@ class SheetView : public QTableView {
   /// that is open is taken first. Nothing happens for a row that the sheet has not got.
   void select_row(int row);
 
+  const DataSheet& sheet() const { return sheet_; }
+
+  /// Goes to a cell of the sheet, in view.
+  void go_to_cell(int row, int column);
+  CellPlace current_cell() const;
+
+  /// What is selected; the current cell when nothing is.
+  GridBlock selected_block() const;
+  /// Selects the cells of the block that the sheet has.
+  void select_block(const GridBlock& block);
+
+  /// Shows a column, or not; another one has the current cell then.
+  void show_column(int column, bool is_shown);
+  std::vector<int> shown_columns() const;
+
   /// The selection becomes the grid's, so that copy and paste find it.
   void mirror_selection() { model_.mirror_selection(*this); }
 
@@ -42,6 +58,8 @@ class SheetView : public QTableView {
   void hint_wanted(const QString& hint);
   /// The person has gone to another row of the sheet, from 1.
   void current_row_changed(int row);
+  /// The person wants the menu of a heading, which is selected.
+  void heading_menu_wanted(const QPoint& global);
   /// Several cells were pasted while one was being edited; the edit has ended.
   void rows_pasted();
   /// A text, or one file by its path, was dropped; the cell under it is the current one.
@@ -49,6 +67,7 @@ class SheetView : public QTableView {
   void file_dropped(const QString& path);
 
  protected:
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers with) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   bool viewportEvent(QEvent* event) override;
@@ -61,6 +80,10 @@ class SheetView : public QTableView {
  private:
   void set_up_columns();
   void set_up_edit_box();
+  void set_up_headings();
+  std::string tip_of(int row, int column) const;
+  int edge_of_data(int column, int row, int step) const;
+  void skip_hidden(EditDirection direction);
   void start_edit(const QString& text);
   void place_edit_box();
   void finish_edit(EditDirection direction);

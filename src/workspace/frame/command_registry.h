@@ -14,7 +14,7 @@
 namespace tavlo {
 
 /// Where the keys of a command are heard.
-enum class CommandReach { frame, chart, fits, tree };
+enum class CommandReach { frame, chart, fits, tree, sheet };
 
 /// Where a command stands and what it is called.
 struct CommandEntry {

@@ -78,14 +78,78 @@ Rows edit_commands(MainWindow& frame) {
         .refusal = unless([&] { return frame.history().can_redo(); }, "There is nothing to redo."),
         .object = [&] { return frame.history().redo_name(); }}},
       {{0, edit}},
-      {{20, edit, "D&escription"}},
-      {{21, columns, "Data &X"}},
-      {{22, columns, "Data &Y"}},
-      {{23, columns, "&Failures"}},
-      {{24, columns, "&Suspensions"}},
-      {{25, columns, "Failure &Mode"}},
-      {{26, columns, "&Comments"}},
-      {{27, columns, "(Close &View Menu)"}},
+      {{20, edit, "D&escription"}, {.run = [&] { frame.sheets().describe(); }}},
+  };
+}
+
+/// The columns of the sheets; the menu stays open while they are ticked.
+Rows column_commands(SheetCommands& sheets) {
+  constexpr std::array captions = {"Data &X",      "Data &Y",       "&Failures",
+                                   "&Suspensions", "Failure &Mode", "&Comments"};
+  Rows rows;
+  for (int column = sheet_column::x; column < sheet_column::count; ++column)
+    rows.push_back(
+        {{20 + column, columns, captions[static_cast<std::size_t>(column) - 1]},
+         {.run = [&sheets, column] { sheets.toggle_column(column); },
+          .refusal =
+              unless([&sheets, column] { return !sheets.shows(column) || sheets.may_hide(column); },
+                     "The last column that is shown stays."),
+          .checked = [&sheets, column] { return sheets.shows(column); }}});
+  rows.push_back({{27, columns, "(Close &View Menu)"}, {.run = [] {}}});
+  return rows;
+}
+
+/// Those of the rows of a sheet, with keys that it hears.
+Rows sheet_commands(SheetCommands& sheets) {
+  const Reason no_sheet =
+      unless([&] { return sheets.any(); }, "Bring a data sheet to the front first.");
+  const Reason no_rows =
+      unless([&] { return sheets.has_rows(); }, "Bring a data sheet with rows to the front first.");
+  const auto act = [&sheets](const char* name, void (*run)(SheetCommands&), const Reason& refusal) {
+    return CommandEffect{.name = name,
+                         .run = [&sheets, run] { run(sheets); },
+                         .refusal = refusal,
+                         .reach = CommandReach::sheet};
+  };
+  CommandEffect leave_out = act(
+      "LeaveOut", [](SheetCommands& to) { to.toggle_left_out(); }, no_rows);
+  leave_out.checked = [&sheets] { return sheets.is_left_out(); };
+  return {
+      {{170, edit, "Copy with &Headings", "Ctrl+Shift+C"},
+       act(
+           "CopyTable", [](SheetCommands& to) { to.copy_with_headings(); }, no_sheet)},
+      {{0, edit}},
+      {{164, edit, "Leave &Out of Analysis", "Ctrl+E"}, leave_out},
+      {{160, edit, "&Insert Rows", "Ctrl++; Ctrl+="},
+       act(
+           "InsertRows", [](SheetCommands& to) { to.insert_rows(); }, no_sheet)},
+      {{161, edit, "De&lete Rows", "Ctrl+-"},
+       act(
+           "DeleteRows", [](SheetCommands& to) { to.delete_rows(); }, no_rows)},
+      {{162, edit, "Fill &Down", "Ctrl+D"},
+       act(
+           "FillDown", [](SheetCommands& to) { to.fill_down(); }, no_rows)},
+      {{163, edit, "Clear Cell&s", "Del"},
+       act(
+           "ClearCells", [](SheetCommands& to) { to.clear_cells(); }, no_rows)},
+      {{165, edit, "Sort Ascendin&g"},
+       act(
+           "SortUp", [](SheetCommands& to) { to.sort(SortOrder::ascending); }, no_rows)},
+      {{166, edit, "Sort Desce&nding"},
+       act(
+           "SortDown", [](SheetCommands& to) { to.sort(SortOrder::descending); }, no_rows)},
+      {{0, edit}},
+      {{167, edit, "&Find...", "Ctrl+F"},
+       act(
+           "FindCell", [](SheetCommands& to) { to.open_find(); }, no_sheet)},
+      {{168, edit, "Find Ne&xt", "F3"},
+       act(
+           "FindNext", [](SheetCommands& to) { to.find_again(SearchWay::forward); }, no_sheet)},
+      {{169, edit, "Find Pre&vious", "Shift+F3"},
+       act(
+           "FindPrevious", [](SheetCommands& to) { to.find_again(SearchWay::backward); },
+           no_sheet)},
+      {{0, edit}},
   };
 }
 
@@ -282,7 +346,8 @@ Rows help_commands(MainWindow& frame) {
 std::vector<Command> all_commands(MainWindow& frame) {
   Rows all;
   for (Rows& rows :
-       std::array{file_commands(frame), edit_commands(frame), option_commands(frame),
+       std::array{file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
+                  column_commands(frame.sheets()), option_commands(frame),
                   mark_commands(frame.charts()), chart_commands(frame.charts()),
                   record_commands(frame), choice_commands(frame), analysis_commands(frame),
                   layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
@@ -292,8 +357,39 @@ std::vector<Command> all_commands(MainWindow& frame) {
 }
 
 std::span<const int> sheet_pop_up() {
-  static constexpr std::array ids = {command::cut, command::copy, command::paste, 0,
-                                     command::select_all};
+  static constexpr std::array ids = {command::cut,
+                                     command::copy,
+                                     command::copy_with_headings,
+                                     command::paste,
+                                     command::clear_cells,
+                                     0,
+                                     command::leave_out,
+                                     0,
+                                     command::insert_rows,
+                                     command::delete_rows,
+                                     command::fill_down,
+                                     command::sort_ascending,
+                                     command::sort_descending,
+                                     0,
+                                     command::select_all,
+                                     command::find_cell,
+                                     command::find_next,
+                                     command::find_previous};
+  return ids;
+}
+
+std::span<const int> heading_pop_up() {
+  static constexpr std::array ids = {command::sort_ascending,
+                                     command::sort_descending,
+                                     0,
+                                     command::leave_out,
+                                     command::insert_rows,
+                                     command::delete_rows,
+                                     command::fill_down,
+                                     0,
+                                     command::copy,
+                                     command::copy_with_headings,
+                                     command::clear_cells};
   return ids;
 }
 

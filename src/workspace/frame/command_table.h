@@ -46,6 +46,17 @@ inline constexpr int delete_fit = 122;
 inline constexpr int rename = 123;
 inline constexpr int delete_record = 124;
 inline constexpr int first_window = 130;
+inline constexpr int insert_rows = 160;
+inline constexpr int delete_rows = 161;
+inline constexpr int fill_down = 162;
+inline constexpr int clear_cells = 163;
+inline constexpr int leave_out = 164;
+inline constexpr int sort_ascending = 165;
+inline constexpr int sort_descending = 166;
+inline constexpr int find_cell = 167;
+inline constexpr int find_next = 168;
+inline constexpr int find_previous = 169;
+inline constexpr int copy_with_headings = 170;
 inline constexpr int first_method = 300;
 inline constexpr int first_model = 310;
 }  // namespace command
@@ -55,6 +66,7 @@ std::vector<Command> all_commands(MainWindow& frame);
 
 // What stands in the pop-ups.
 std::span<const int> sheet_pop_up();
+std::span<const int> heading_pop_up();
 std::span<const int> fits_pop_up();
 std::span<const int> chart_pop_up();
 std::span<const int> tree_pop_up();

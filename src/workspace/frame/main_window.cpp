@@ -50,6 +50,7 @@ MainWindow::MainWindow(Program& program)
       tree_dock_(tr("Project")),
       windows_(program),
       charts_(program, windows_, *this),
+      sheets_(program, windows_),
       files_(program, *this,
              {[this] { show_work(); }, [this](int index) { show_set(index); },
               [this] { return windows_.current_index(); }}),
@@ -70,6 +71,8 @@ MainWindow::MainWindow(Program& program)
                 commands_->menu(QStringLiteral("&File|Reco&ver")));
   chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
   commands_->fill(chart_menu_, chart_pop_up());
+  heading_menu_.setObjectName(QStringLiteral("mnu_Heading"));
+  commands_->fill(heading_menu_, heading_pop_up());
   give_commands(tree_, tree_pop_up());
   connect(&tree_, &QTreeWidget::currentItemChanged, this, [this] { commands_->refresh(); });
   connect_views();
@@ -183,10 +186,25 @@ void MainWindow::give_commands(QWidget& place, std::span<const int> ids) {
   place.setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
+/// Its keys are those of its pop-up.
+void MainWindow::set_up_sheet(int index) {
+  SheetView& view = windows_.sheet(index);
+  give_commands(view, sheet_pop_up());
+  sheets_.attach(index);
+  connect(&view, &SheetView::heading_menu_wanted, this, [this](const QPoint& at) {
+    commands_->refresh();
+    heading_menu_.popup(at);
+  });
+  // The check mark of a command is that of the rows that are selected.
+  connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    if (!is_telling_ && !program_.commands.running()) commands_->refresh();
+  });
+}
+
 /// A view that was made gets its commands.
 void MainWindow::set_up_pop_up_menu(Block block, int index) {
   switch (block) {
-    case Block::sheet: return give_commands(windows_.sheet(index), sheet_pop_up());
+    case Block::sheet: return set_up_sheet(index);
     case Block::panel: return give_commands(windows_.panel(index).grid(), fits_pop_up());
     case Block::log: return give_commands(windows_.log(), log_pop_up());
     case Block::chart: break;
@@ -380,7 +398,11 @@ void MainWindow::choose_method(int method) {
 void MainWindow::show_state() {
   if (is_telling_) return;
   const FitPanel& panel = *session_.gFitForm(windows_.current_index());
-  rows_panel_.setText(tr("%1 rows").arg(session_.gDataForm(panel.data_index)->last_row()));
+  const DataSheet& sheet = *session_.gDataForm(panel.data_index);
+  const int left_out = sheet.left_out_rows();
+  rows_panel_.setText(left_out == 0
+                          ? tr("%1 rows").arg(sheet.last_row())
+                          : tr("%1 rows, %2 left out").arg(sheet.last_row()).arg(left_out));
   const Model* model = find_model(panel.nModel);
   const Method* method = find_method(panel.nMethod);
   if (model && method)
@@ -436,6 +458,7 @@ void MainWindow::end_program() {
     store->setValue(store_key::geometry, saveGeometry());
     store->setValue(store_key::bars, saveState());
     store->setValue(store_key::windows, windows_.places());
+    store->setValue(store_key::hidden_columns, sheets_.hidden_columns());
   }
   End_Program(session_);
 }
@@ -446,6 +469,7 @@ void MainWindow::show_as_last_time() {
   if (store) restoreState(store->value(store_key::bars).toByteArray());
   show_bars();
   is_placed ? show() : show_fitting(*this);
+  if (store) sheets_.hide_columns(store->value(store_key::hidden_columns).toList());
   if (store) windows_.take_places(store->value(store_key::windows).toMap());
 }
 

@@ -16,6 +16,7 @@
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_tree.h"
 #include "workspace/frame/project_windows.h"
+#include "workspace/frame/sheet_commands.h"
 
 namespace tavlo {
 
@@ -49,6 +50,7 @@ class MainWindow : public QMainWindow {
   ProjectWindows& windows() { return windows_; }
   ProjectTree& tree() { return tree_; }
   ChartCommands& charts() { return charts_; }
+  SheetCommands& sheets() { return sheets_; }
   FileCommands& files() { return files_; }
   const History& history() const { return session_.history; }
   /// The fit panel that a choice is made for.
@@ -87,6 +89,7 @@ class MainWindow : public QMainWindow {
   void set_up_tree();
   void set_up_status_bar();
   void give_commands(QWidget& place, std::span<const int> ids);
+  void set_up_sheet(int index);
   void set_up_pop_up_menu(Block block, int index);
   void connect_views();
   void follow_records();
@@ -114,8 +117,10 @@ class MainWindow : public QMainWindow {
   QLabel rows_panel_;
   QLabel method_panel_;
   ChartCommands charts_;
+  SheetCommands sheets_;
   FileCommands files_;
   QMenu chart_menu_;
+  QMenu heading_menu_;
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
   SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child

@@ -85,6 +85,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant GridModel::tip_at(const QModelIndex& index) const {
+  if (cell_tip_of_) return to_qt(cell_tip_of_(grid_row(index), grid_column(index)));
   const std::string tip = tip_of_ ? tip_of_(grid_row(index)) : std::string();
   const auto box = box_at(index);
   return tip.empty() && box ? box->tip : to_qt(tip);

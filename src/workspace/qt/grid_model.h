@@ -39,6 +39,11 @@ class GridModel : public QAbstractTableModel {
     tip_of_ = std::move(tip_of);
   }
 
+  /// Tells the tool tip of a cell; empty where there is none.
+  void set_cell_tips(std::function<std::string(int grid_row, int grid_column)> tip_of) {
+    cell_tip_of_ = std::move(tip_of);
+  }
+
   /// Tells the colour of a cell that isn't the usual one: grey for what is no longer valid,
   /// red for what can't be read.
   void set_colours(std::function<CellColour(int grid_row, int grid_column)> colour_of) {
@@ -76,6 +81,7 @@ class GridModel : public QAbstractTableModel {
   int first_column_;
   int rows_;
   std::function<std::string(int)> tip_of_;
+  std::function<std::string(int, int)> cell_tip_of_;
   std::function<CellColour(int, int)> colour_of_;
   std::function<std::optional<CellBox>(int)> box_of_;
   std::function<void(int, bool)> tick_;

@@ -14,6 +14,7 @@ namespace store_key {
 inline constexpr QLatin1String geometry{"frame/geometry"};
 inline constexpr QLatin1String bars{"frame/bars"};
 inline constexpr QLatin1String windows{"frame/windows"};
+inline constexpr QLatin1String hidden_columns{"sheet/hidden_columns"};
 }  // namespace store_key
 
 /// The file windows.ini beside the settings file; null before the start has found its
