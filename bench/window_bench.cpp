@@ -81,6 +81,7 @@ struct Desk {
     window.DoCommand(command::paste);
   }
   void rows_of_a_million();
+  void rows_by_commands();
   void log_of_many(int entries);
   void leave_during_a_fit();
   void open_and_save(const char* path);
@@ -89,6 +90,39 @@ struct Desk {
   MainWindow window{program};
   QTimer answering;
 };
+
+void Desk::rows_by_commands() {
+  const auto go_to = [&](int row, int column) {
+    measure("go there", [&] { window.windows().sheet(1).go_to_cell(row, column); });
+  };
+  go_to(3, sheet_column::x);
+  measure("sort", [&] { window.DoCommand(command::sort_ascending); });
+  measure("sort the other way", [&] { window.DoCommand(command::sort_descending); });
+  measure("undo", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+  measure("Page Down", [&] { press(Qt::Key_PageDown); });
+  measure("Ctrl+Down", [&] { press(Qt::Key_Down, Qt::ControlModifier); });
+  measure("Ctrl+Up", [&] { press(Qt::Key_Up, Qt::ControlModifier); });
+  measure("insert a row", [&] { window.DoCommand(command::insert_rows); });
+  measure("delete a row", [&] { window.DoCommand(command::delete_rows); });
+  measure("leave a row out", [&] { window.DoCommand(command::leave_out); });
+  measure("undo", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+  go_to(1, sheet_column::mode);
+  measure("type a mode", [&] {
+    press(Qt::Key_M);
+    press(Qt::Key_Return);
+  });
+  go_to(1, sheet_column::mode);
+  measure("select the column", [&] { window.windows().sheet(1).selectColumn(4); });
+  measure("fill down", [&] { window.DoCommand(command::fill_down); });
+  measure("leave all out", [&] { window.DoCommand(command::leave_out); });
+  measure("undo", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+  measure("sort by words", [&] { window.DoCommand(command::sort_ascending); });
+  measure("find what is not there", [&] {
+    find_cell(window.windows().sheet(1).sheet(), std::array{1, 2, 3, 4, 5, 6},
+              QStringLiteral("123456789"), {}, SearchWay::forward);
+  });
+  measure("undo", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
+}
 
 void Desk::rows_of_a_million() {
   const QString rows = weibull_rows(1'000'000);
@@ -117,6 +151,7 @@ void Desk::rows_of_a_million() {
     measure("Ctrl+Z", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
     measure("Ctrl+Y", [&] { press(Qt::Key_Y, Qt::ControlModifier); });
   }
+  rows_by_commands();
   measure("Ctrl+A", [&] { press(Qt::Key_A, Qt::ControlModifier); });
   measure("Delete of 1e6 rows", [&] { press(Qt::Key_Delete); });
   measure("Ctrl+Z", [&] { press(Qt::Key_Z, Qt::ControlModifier); });

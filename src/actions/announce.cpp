@@ -28,10 +28,18 @@ bool same_record(const Slots<Record>& a, const Slots<Record>& b, int index) {
   return index <= std::min(a.bound(), b.bound()) && a(index) == b(index);
 }
 
+/// Of the modes that were read; one that is typed is none of them yet.
+bool same_mode_names(const DataSet& a, const DataSet& b) {
+  const int modes = std::max(a.reading.modes(), b.reading.modes());
+  if (modes > std::min(a.ModeNames.bound(), b.ModeNames.bound())) return false;
+  return std::equal(a.ModeNames.begin() + 1, a.ModeNames.begin() + 1 + modes,
+                    b.ModeNames.begin() + 1);
+}
+
 /// What fits and charts show of a data set. They don't follow what is being typed, but for
 /// the sign that it is newer than they are.
 bool same_reading(const DataSet& a, const DataSet& b) {
-  return a.UniqueId == b.UniqueId && a.Title == b.Title && a.ModeNames == b.ModeNames &&
+  return a.UniqueId == b.UniqueId && a.Title == b.Title && same_mode_names(a, b) &&
          a.read_revision == b.read_revision && a.reading == b.reading;
 }
 

@@ -23,6 +23,8 @@ class DataReading {
 
   const SharedRows<SheetRow>& rows() const { return rows_; }
   RankKind ranks() const { return ranks_; }
+  /// The number of failure modes that the rows may name.
+  int modes() const { return modes_; }
 
   /// `entry` is the number of the row in the sheet, from 1.
   const Sample& sample() const { return derived().sample; }

@@ -67,6 +67,11 @@ Rows edit_commands(MainWindow& frame) {
        {.run = [&] { frame.select_all(); }, .refusal = without_text}},
       {{14, edit, "Cu&t", "Ctrl+X"}, {.run = [&] { frame.cut(); }, .refusal = without_sheet}},
       {{15, edit, "&Copy", "Ctrl+C"}, {.run = [&] { frame.copy(); }}},
+      {{170, edit, "Copy with &Headings", "Ctrl+Shift+C"},
+       {.name = "CopyTable",
+        .run = [&] { frame.sheets().copy_with_headings(); },
+        .refusal = without_sheet,
+        .reach = CommandReach::sheet}},
       {{16, edit, "&Paste", "Ctrl+V"}, {.run = [&] { frame.paste(); }, .refusal = without_sheet}},
       {{0, edit}},
       {{18, edit, "&Undo", "Ctrl+Z"},
@@ -79,6 +84,7 @@ Rows edit_commands(MainWindow& frame) {
         .object = [&] { return frame.history().redo_name(); }}},
       {{0, edit}},
       {{20, edit, "D&escription"}, {.run = [&] { frame.sheets().describe(); }}},
+      {{0, edit}},
   };
 }
 
@@ -115,10 +121,6 @@ Rows sheet_commands(SheetCommands& sheets) {
       "LeaveOut", [](SheetCommands& to) { to.toggle_left_out(); }, no_rows);
   leave_out.checked = [&sheets] { return sheets.is_left_out(); };
   return {
-      {{170, edit, "Copy with &Headings", "Ctrl+Shift+C"},
-       act(
-           "CopyTable", [](SheetCommands& to) { to.copy_with_headings(); }, no_sheet)},
-      {{0, edit}},
       {{164, edit, "Leave &Out of Analysis", "Ctrl+E"}, leave_out},
       {{160, edit, "&Insert Rows", "Ctrl++; Ctrl+="},
        act(
@@ -145,7 +147,7 @@ Rows sheet_commands(SheetCommands& sheets) {
       {{168, edit, "Find Ne&xt", "F3"},
        act(
            "FindNext", [](SheetCommands& to) { to.find_again(SearchWay::forward); }, no_sheet)},
-      {{169, edit, "Find Pre&vious", "Shift+F3"},
+      {{169, edit, "Find Previous", "Shift+F3"},
        act(
            "FindPrevious", [](SheetCommands& to) { to.find_again(SearchWay::backward); },
            no_sheet)},

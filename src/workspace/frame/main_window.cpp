@@ -71,6 +71,7 @@ MainWindow::MainWindow(Program& program)
                 commands_->menu(QStringLiteral("&File|Reco&ver")));
   chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
   commands_->fill(chart_menu_, chart_pop_up());
+  commands_->menu(QStringLiteral("&Edit|&View Columns")).installEventFilter(&sheets_);
   heading_menu_.setObjectName(QStringLiteral("mnu_Heading"));
   commands_->fill(heading_menu_, heading_pop_up());
   give_commands(tree_, tree_pop_up());

@@ -1,5 +1,8 @@
 #include "workspace/frame/sheet_commands.h"
 
+#include <QKeyEvent>
+#include <QMenu>
+
 #include "actions/clipboard_text.h"
 #include "actions/records.h"
 
@@ -112,6 +115,18 @@ void SheetCommands::toggle_column(int column) {
 void SheetCommands::show_columns(SheetView& view) const {
   for (int column = sheet_column::x; column < sheet_column::count; ++column)
     view.show_column(column, shows(column));
+}
+
+bool SheetCommands::eventFilter(QObject* watched, QEvent* event) {
+  auto* const menu = qobject_cast<QMenu*>(watched);
+  QAction* const entry = menu ? menu->activeAction() : nullptr;
+  if (!entry || !entry->isCheckable() || !entry->isEnabled()) return false;
+  const bool is_key = event->type() == QEvent::KeyPress;
+  const int key = is_key ? static_cast<QKeyEvent*>(event)->key() : 0;
+  const bool ticks = event->type() == QEvent::MouseButtonRelease || key == Qt::Key_Space ||
+                     key == Qt::Key_Return || key == Qt::Key_Enter;
+  if (ticks) entry->trigger();
+  return ticks;
 }
 
 QVariantList SheetCommands::hidden_columns() const {

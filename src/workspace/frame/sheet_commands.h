@@ -54,6 +54,9 @@ class SheetCommands : public QObject {
   QVariantList hidden_columns() const;
   void hide_columns(const QVariantList& columns);
 
+  /// Keeps a menu of columns open while they are ticked.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   int index() const { return windows_.current_index(); }
   DataSheet& sheet() const { return *program_.session.gDataForm(index()); }
