@@ -74,11 +74,42 @@ void drop_empty_marks(Cells& cells, const std::vector<int>& columns) {
       cells[i] = "0";
 }
 
+void drop_front(std::string_view& text, std::string_view marks) {
+  text.remove_prefix(std::min(text.find_first_not_of(marks), text.size()));
+}
+
+bool drop_one(std::string_view& text, std::string_view marks) {
+  if (text.empty() || marks.find(text.front()) == std::string_view::npos) return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+/// Takes "1,234.5", "1e-3" or "1.5k" off the front; false where no number stands there.
+bool drop_number(std::string_view& text) {
+  const std::string_view digits = text.substr(0, text.find_first_not_of("0123456789.,"));
+  if (digits.find_first_of("0123456789") == std::string_view::npos) return false;
+  text.remove_prefix(digits.size());
+  if (drop_one(text, "eEdD")) {
+    drop_one(text, "+-");
+    drop_front(text, "0123456789");
+  }
+  drop_one(text, "kKmMgGtTpP%");
+  return true;
+}
+
+/// Whether the whole cell is one entry of the notation, or a count. The reader of what is typed
+/// passes over what it does not know: of "12;7" it would make 127.
 bool is_number_like(std::string_view cell) {
-  while (!cell.empty() && std::string_view(">+- ").find(cell.front()) != std::string_view::npos)
-    cell.remove_prefix(1);
-  if (!cell.empty() && (cell.front() == '.' || cell.front() == ',')) cell.remove_prefix(1);
-  return !cell.empty() && std::isdigit(static_cast<unsigned char>(cell.front())) != 0;
+  drop_front(cell, ">+- ");
+  if (!drop_number(cell)) return false;
+  drop_front(cell, " ");
+  if (drop_one(cell, "xX")) {
+    drop_front(cell, " +");
+    if (!drop_number(cell)) return false;
+  }
+  drop_front(cell, " ");
+  drop_one(cell, "sS");
+  return cell.empty();
 }
 
 /// Sheet columns that the cells of a line go to. Behind an X stand the counts:
@@ -192,12 +223,20 @@ bool is_sheet_text(const PastedText& pasted) {
   return pasted.text.find('\0') == std::string_view::npos && fault_of(pasted).empty();
 }
 
+/// Words where a number is wanted stand as they are.
+void enter_cell(DataSheet& sheet, int row, int column, const std::string& cell) {
+  if (column >= sheet_column::mode || cell.empty() || is_number_like(cell))
+    sheet.enter(row, column, cell);
+  else
+    sheet.hold_text(row, column, cell);
+}
+
 void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector<int>& columns) {
   const bool from_x = columns.front() == sheet_column::x;
   // What stood in the row must not lend its counts to the new time.
   if (from_x) sheet.clear({row, sheet_column::x, row, sheet_column::susps});
   if (from_x) sheet.leave_out({row, sheet_column::x, row, sheet_column::x}, false);
-  sheet.enter(row, columns.front(), cells.front());
+  enter_cell(sheet, row, columns.front(), cells.front());
   // Columns for both counts say all: an empty one is none, not the usual one.
   const bool has_both_counts =
       from_x && cells.size() > 2 && !(cells[1].empty() && cells[2].empty());
@@ -207,7 +246,7 @@ void enter_line(DataSheet& sheet, int row, const Cells& cells, const std::vector
       from_x && cells.size() == 2 && !sheet.text(row, sheet_column::susps).empty();
   for (std::size_t i = 1; i < std::min(cells.size(), columns.size()); ++i) {
     if (cells[i].empty()) continue;
-    sheet.enter(row, counts_suspensions ? int{sheet_column::susps} : columns[i], cells[i]);
+    enter_cell(sheet, row, counts_suspensions ? int{sheet_column::susps} : columns[i], cells[i]);
   }
 }
 

@@ -14,12 +14,12 @@ namespace tavlo::cli {
 
 namespace {
 
-/// The rows of a data set that have a time, and their ranks where it has its own.
+/// The rows of a data set that are in the analysis, and their ranks where it has its own.
 void take_rows(const DataSet& from, SetWork& work) {
   const int modes = from.ModeNames.bound();
   for (std::size_t i = 0; i < from.rows.size(); ++i) {
     const SheetRow& row = from.rows[i];
-    if (!row.has(sheet_column::x)) continue;
+    if (!row.has_point()) continue;
     const bool has_mode = row.mode >= 1 && row.mode <= modes;
     work.data.rows.push_back(
         {row.time, row.failures, row.suspensions, has_mode ? row.mode : std::int16_t{0}});

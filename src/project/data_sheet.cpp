@@ -256,6 +256,17 @@ void DataSheet::enter(int row, int column, const std::string& typed) {
   put(row, std::move(changed));
 }
 
+void DataSheet::hold_text(int row, int column, const std::string& text) {
+  if (row < 1 || row > farthest_row() || !is_numeric(column))
+    throw RunTimeError(run_time::subscript);
+  SheetRow changed =
+      row <= last_row() ? data().rows[static_cast<std::size_t>(row) - 1] : SheetRow{};
+  clear_cell(changed, column);
+  changed.set_text(column, text);
+  shown_rows_ = std::max(shown_rows_, row);
+  put(row, std::move(changed));
+}
+
 void DataSheet::clear(const GridBlock& block) {
   const int first = std::max(block.first_row, 1);
   for (int row = block.last_row; row >= first; --row) {

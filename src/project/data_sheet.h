@@ -71,6 +71,9 @@ class DataSheet : public CellTable {
   /// A text that stands there already changes nothing.
   void enter(int row, int column, const std::string& typed);
 
+  /// Lets a text that is no number stand in a cell of numbers, as one that can't be read.
+  void hold_text(int row, int column, const std::string& text);
+
   /// Empties the cells of the block.
   void clear(const GridBlock& block);
 

@@ -57,6 +57,21 @@ const std::map<std::string, Titles> kinds = {{"table.csv", {"Data1"}},
                                              {"three.dat", {"Data1", "Data2", "Data3"}},
                                              {"two.tavlo", {"table", "notation"}}};
 
+TEST_F(EveryFile, ARowLeftOutIsInNoAnswer) {
+  EXPECT_EQ(run("convert notation.txt whole.tavlo").code, 0);
+  std::string project = folder.read("whole.tavlo");
+  const auto row = project.find("3,0,250,");
+  ASSERT_NE(row, project.npos);
+  project[project.find_first_of("\r\n", row) - 1] = '1';
+  folder.write("out.tavlo", project);
+  folder.write("less.txt", "100\n>300x2\n90\n");
+  EXPECT_EQ(rows("out.tavlo"), rows("less.txt"));
+  EXPECT_NE(rows("whole.tavlo"), rows("less.txt"));
+  const ProgramRun converted = run("convert out.tavlo out.txt");
+  EXPECT_NE(converted.err.find("1 row left out of the analysis"), std::string::npos);
+  EXPECT_EQ(folder.read("out.txt"), "100\n>300x2\n90\n");
+}
+
 TEST_F(EveryFile, IsReadByEveryCommand) {
   for (const auto& [file, titles] : kinds) {
     const std::vector<json> all = rows(file);
