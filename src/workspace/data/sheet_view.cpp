@@ -267,17 +267,19 @@ std::vector<int> SheetView::shown_columns() const {
   return shown;
 }
 
-/// The last row of the block of cells that hold something, or the next one that does.
+/// The last row of the block of cells that hold something, or the next one that does; the end
+/// of the sheet where there is none.
 int SheetView::edge_of_data(int column, int row, int step) const {
   const int end = step < 0 ? 1 : std::max(sheet_.last_row(), row);
-  if (row == end) return step < 0 ? 1 : sheet_.rows() - 1;
+  const int end_of_sheet = step < 0 ? 1 : sheet_.rows() - 1;
+  if (row == end) return end_of_sheet;
   const bool in_block = !sheet_.is_empty(row, column) && !sheet_.is_empty(row + step, column);
   int at = row + step;
   if (in_block)
     while (at != end && !sheet_.is_empty(at + step, column)) at += step;
   else
     while (at != end && sheet_.is_empty(at, column)) at += step;
-  return at;
+  return sheet_.is_empty(at, column) ? end_of_sheet : at;
 }
 
 /// Ctrl with an arrow goes to the edge of the data, Ctrl+End to its last row.
