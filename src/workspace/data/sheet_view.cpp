@@ -192,6 +192,16 @@ void SheetView::leave_edit() {
   });
 }
 
+void SheetView::select_row(int row) {
+  if (row < 1 || row >= sheet_.rows()) return;
+  leave_edit();
+  const QModelIndex cell = model_.at(row, sheet_column::x);
+  setCurrentIndex(cell);
+  selectRow(cell.row());
+  scrollTo(cell);
+  mirror_selection();
+}
+
 void SheetView::clear_selected() {
   commands_.run([&] {
     mirror_selection();
@@ -253,6 +263,8 @@ void SheetView::dropEvent(QDropEvent* event) {
 void SheetView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   show_hint(current);
+  if (current.isValid() && current.row() != previous.row())
+    emit current_row_changed(model_.grid_row(current));
 }
 
 bool SheetView::viewportEvent(QEvent* event) {

@@ -27,6 +27,10 @@ class SheetView : public QTableView {
   /// Empties the selected cells.
   void clear_selected();
 
+  /// Makes a row of the sheet, from 1, the current one and selects all of it, in view. An edit
+  /// that is open is taken first. Nothing happens for a row that the sheet has not got.
+  void select_row(int row);
+
   /// The selection becomes the grid's, so that copy and paste find it.
   void mirror_selection() { model_.mirror_selection(*this); }
 
@@ -36,6 +40,8 @@ class SheetView : public QTableView {
   /// The rows were changed by a step of that name.
   void edited(const QString& step);
   void hint_wanted(const QString& hint);
+  /// The person has gone to another row of the sheet, from 1.
+  void current_row_changed(int row);
   /// Several cells were pasted while one was being edited; the edit has ended.
   void rows_pasted();
   /// A text, or one file by its path, was dropped; the cell under it is the current one.
