@@ -46,6 +46,8 @@ inline constexpr int delete_fit = 122;
 inline constexpr int rename = 123;
 inline constexpr int delete_record = 124;
 inline constexpr int first_window = 130;
+inline constexpr int read_value = 240;
+inline constexpr int show_row = 241;
 inline constexpr int first_method = 300;
 inline constexpr int first_model = 310;
 }  // namespace command
