@@ -59,7 +59,7 @@ void paint_hair_cross(QPainter& painter, const QRectF& plot, const QPointF& at) 
 
 void paint_held_lines(QPainter& painter, const QRectF& plot, const QPointF& at, bool upright,
                       bool level) {
-  painter.setPen(QPen(accent, 1.5));
+  painter.setPen(QPen(hair, 1.5));
   draw_across(painter, plot, at, upright, level);
 }
 

@@ -219,11 +219,19 @@ void ChartWindow::ring_row(std::int32_t data_id, int row) {
   update();
 }
 
+QString ChartWindow::rows_have_changed() {
+  return tr("The rows have changed since the chart was drawn; calculate to show them as they are");
+}
+
 void ChartWindow::choose_point(const QPointF& at) {
   const auto reading = stage_.read(stage_.place(at), precise_);
   if (!reading || !reading->point) return;
+  const Project& project = stage_.session().project;
+  if (!is_as_read(project.data(find_data(project, reading->point->data_id)), reading->point->row))
+    return emit hint_wanted(rows_have_changed());
   chosen_ = reading->point;
   emit point_chosen(*chosen_);
+  show_reading();  // the sheet has said what belongs into its cell
 }
 
 // --- painting
@@ -274,7 +282,6 @@ void ChartWindow::paint_row(QPainter& painter) {
 
 void ChartWindow::resizeEvent(QResizeEvent*) {
   stage_.set_view(size());
-  value_box_.place_in(stage_.plot_area());
   hide_reading();
 }
 

@@ -54,6 +54,9 @@ class ChartWindow : public QWidget {
   /// The point that the person chose last, or whose row the sheet is in.
   const std::optional<DataPoint>& chosen_point() const { return chosen_; }
 
+  /// What there is to say where a point is no longer that of its row.
+  static QString rows_have_changed();
+
   void set_sub_populations(bool on);
   /// Gives this chart, and those that are made from now on, a look (see chart_looks).
   void set_look(const std::string& look);

@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QVBoxLayout>
 
 #include "chart/parts/marks.h"
 #include "chart/scales/plot_coordinates.h"
@@ -14,18 +13,19 @@ namespace tavlo {
 namespace {
 
 constexpr int answer_digits = 7;
+constexpr int box_gap = 3;  // pixels, to the edge of the window
 
 /// The way to an answer as a mark, with its words beside the place.
 ChartItem answer_mark(const ChartItem& plot, drawing::Place at, const std::string& words) {
-  constexpr int gap = 60;  // units
+  constexpr int beside = 60;  // units
   ChartItem mark = line_mark({to_unit(x_extent(plot).begin), at.y}, at);
   mark.nPoints = 2;
   mark.PointsX.resize(2);
   mark.PointsY.resize(2);
   mark.PointsX(2) = static_cast<float>(at.x);
   mark.PointsY(2) = static_cast<float>(y_extent(plot).end);
-  mark.Left = at.x + gap;
-  mark.Top = at.y + gap;
+  mark.Left = at.x + beside;
+  mark.Top = at.y + beside;
   mark.Text2 = words;
   return mark;
 }
@@ -35,7 +35,8 @@ ChartItem answer_mark(const ChartItem& plot, drawing::Place at, const std::strin
 ValueBox::ValueBox(ChartStage& stage, UserCommands& commands, QWidget* parent)
     : QFrame(parent), stage_(stage), commands_(commands) {
   setObjectName(QStringLiteral("box_Value"));
-  setFrameShape(QFrame::StyledPanel);
+  setFrameShape(QFrame::Box);
+  setBackgroundRole(QPalette::Window);
   setAutoFillBackground(true);
   entry_.setObjectName(QStringLiteral("txt_Value"));
   entry_.setAccessibleName(tr("Percentage or time"));
@@ -47,20 +48,19 @@ ValueBox::ValueBox(ChartStage& stage, UserCommands& commands, QWidget* parent)
   answer_.setObjectName(QStringLiteral("lbl_Answer"));
   answer_.setTextFormat(Qt::PlainText);
   answer_.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  auto* rows = new QVBoxLayout(this);
-  auto* top = new QHBoxLayout;
-  top->addWidget(&entry_);
+  auto* row = new QHBoxLayout(this);
+  row->addWidget(&entry_, 0, Qt::AlignTop);
+  row->addWidget(&answer_);
   copy_ = add_button(tr("&Copy"), QStringLiteral("cmd_CopyAnswer"),
                      tr("Copies the answers (Enter)"), &ValueBox::copy);
   mark_ = add_button(tr("&Mark"), QStringLiteral("cmd_MarkAnswer"),
                      tr("Draws the answers on the chart to stay"), &ValueBox::mark);
-  for (QPushButton* button : {copy_, mark_}) top->addWidget(button);
-  rows->addLayout(top);
-  rows->addWidget(&answer_);
-  rows->setSizeConstraint(QLayout::SetFixedSize);
-  rows->setContentsMargins(6, 6, 6, 6);
+  for (QPushButton* button : {copy_, mark_}) row->addWidget(button, 0, Qt::AlignTop);
+  row->setSizeConstraint(QLayout::SetFixedSize);
+  row->setContentsMargins(4, 4, 4, 4);
   connect(&entry_, &QLineEdit::returnPressed, this, [this] { commands_.run([this] { enter(); }); });
   connect(&entry_, &QLineEdit::textEdited, this, &ValueBox::forget);
+  move(box_gap, box_gap);  // above the plot, which its one line leaves free
   hide();
 }
 
@@ -79,14 +79,10 @@ QPushButton* ValueBox::add_button(const QString& caption, const QString& name, c
 void ValueBox::open(const QString& text) {
   entry_.setText(text);
   forget();
+  adjustSize();
   show();
   raise();
   entry_.setFocus();
-}
-
-void ValueBox::place_in(const QRectF& plot) {
-  constexpr int gap = 8;
-  move((plot.topLeft() + QPointF(gap, gap)).toPoint());
 }
 
 void ValueBox::enter() { asked_ ? copy() : ask(); }

@@ -24,8 +24,6 @@ class ValueBox : public QFrame {
 
   /// Comes up with a text that the person goes on typing.
   void open(const QString& text);
-  /// Stands in the corner of the plot where a probability plot is empty.
-  void place_in(const QRectF& plot);
   /// Asks again where the chart shows others, or nothing where nothing was asked.
   void follow();
   /// The way to each answer, from the axes.
