@@ -185,7 +185,7 @@ TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {
 TEST_F(OnTheChart, APointSelectsItsRowAndARowRingsItsPoint) {
   const std::int32_t id = session().project.data(1).UniqueId;
   const auto point_of = [&](int row) {
-    return pixel(chart().stage().readout().place_of_row(record(), id, row).value());
+    return pixel(chart().stage().readout().place_of_row(id, row).value());
   };
   person.click(chart(), point_of(5));
   ASSERT_TRUE(wait_until([&] { return sheet().row() == 5; }));

@@ -1,6 +1,7 @@
 #include "chart/compose/readout.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "chart/parts/axis_grid.h"
 #include "chart/parts/data_points.h"
@@ -37,19 +38,24 @@ bool is_as_read(const DataSet& data, int row) {
          data.sample().failures[*i] == now.failures;
 }
 
-Readout::Readout(const Session& session, const Chart& chart) : session_(session) {
+Readout::Readout(const Session& session, const Chart& chart) : session_(session), chart_(chart) {
   try {
     const ChartItem& plot = chart.Boxes(chart_item::plot_box);
     x_.emplace(AxisMap::x(unheard_.errors, plot, chart.Axes(0)));
     y_.emplace(AxisMap::readable_y(unheard_.errors, plot, chart.Axes(1)));
-    collect(session, chart);
-    collect_grid(session, chart);
   } catch (const RunTimeError&) {  // axes without a range, or of an unknown scale
     x_.reset();
   }
 }
 
-void Readout::collect(const Session& session, const Chart& chart) {
+// A chart that is zoomed step by step is asked for its points once it stands.
+void Readout::collect() {
+  if (std::exchange(is_collected_, true)) return;
+  collect_sets(session_, chart_);
+  collect_grid(session_, chart_);
+}
+
+void Readout::collect_sets(const Session& session, const Chart& chart) {
   MetricTextMeasure no_text;
   const std::vector<PlotSet> sets = plot_sets(session, chart);
   has_several_sets_ = !show_one_data_set(sets);
@@ -104,9 +110,8 @@ std::optional<Place> Readout::place_of(DataPair value) const {
   return is_seen ? std::optional(place) : std::nullopt;
 }
 
-std::optional<Place> Readout::place_of_row(const Chart& chart, std::int32_t data_id,
-                                           int row) const {
-  for (const PlotSet& set : plot_sets(session_, chart)) {
+std::optional<Place> Readout::place_of_row(std::int32_t data_id, int row) const {
+  for (const PlotSet& set : plot_sets(session_, chart_)) {
     if (set.marker->DataId != data_id || !has_symbols(*set.marker)) continue;
     const Sample& sample = session_.project.data(set.data_index).sample();
     const auto i = failure_of_row(sample, row);
@@ -180,6 +185,7 @@ template <class... Tries>
 std::optional<Reading> Readout::first_of(const Tries&... tries) {
   if (!x_) return std::nullopt;
   try {
+    collect();
     std::optional<Reading> reading;
     (void)((reading = tries(), reading.has_value()) || ...);
     if (reading) add_fit_sayings(*reading);

@@ -1,5 +1,6 @@
 // Readout: what lies under the pointer, in data units, and what the fit says of
-// that place. Built after each composition; asked at each move of the pointer.
+// that place. Made after each composition, of a chart
+// that stays as it is then; asked at each move of the pointer.
 #pragma once
 
 #include <optional>
@@ -60,8 +61,7 @@ class Readout {
   std::optional<Reading> near_at(drawing::Place place, double reach);
 
   /// Where the failure of a row of a sheet is drawn; nothing for a row that is not.
-  std::optional<drawing::Place> place_of_row(const Chart& chart, std::int32_t data_id,
-                                             int row) const;
+  std::optional<drawing::Place> place_of_row(std::int32_t data_id, int row) const;
 
   /// Where a time and a fraction lie; nothing outside the plot.
   std::optional<drawing::Place> place_of(DataPair value) const;
@@ -84,7 +84,8 @@ class Readout {
     std::int32_t place;
     double value;
   };
-  void collect(const Session& session, const Chart& chart);
+  void collect();
+  void collect_sets(const Session& session, const Chart& chart);
   void collect_grid(const Session& session, const Chart& chart);
   std::vector<GridLine> lines_of(Canvas& canvas, const AxisMap& map, bool is_y) const;
   DataPoint facts_of(const Point& point) const;
@@ -104,6 +105,8 @@ class Readout {
   std::vector<GridLine> x_lines_;
   std::vector<GridLine> y_lines_;
   const Session& session_;
+  const Chart& chart_;
+  bool is_collected_ = false;
   bool has_several_sets_ = false;
   std::optional<FitResult> last_fit_;
 };

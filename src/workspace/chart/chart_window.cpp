@@ -4,7 +4,6 @@
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QTimer>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <cmath>
@@ -76,6 +75,10 @@ ChartWindow::ChartWindow(Session& session, UserCommands& commands, int chart_ind
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
   setMouseTracking(true);
+  reading_later_.setSingleShot(true);
+  connect(&reading_later_, &QTimer::timeout, this, [this] {
+    if (!commands_.running()) commands_.run_aside([this] { show_reading(); });
+  });
   connect(&value_box_, &ValueBox::said, this, &ChartWindow::hint_wanted);
   connect(&value_box_, &ValueBox::changed, this, qOverload<>(&QWidget::update));
   connect(&value_box_, &ValueBox::closed, this, [this] { setFocus(); });
@@ -104,7 +107,7 @@ void ChartWindow::show_drawing() {
   played_is_old_ = true;
   hand_.check_selected();
   value_box_.follow();
-  if (!hand_.is_moving_a_part()) show_reading();
+  if (!hand_.is_moving_a_part()) read_again();
   emit state_changed();
   update();
 }
@@ -202,6 +205,14 @@ void ChartWindow::show_reading() {
   update();
 }
 
+/// A view that follows another at once, as the wheel makes them, is not read.
+void ChartWindow::read_again() {
+  constexpr int rest = 100;  // milliseconds
+  if (precise_ || !pointer_) return show_reading();
+  reading_.reset();
+  reading_later_.start(rest);
+}
+
 void ChartWindow::hide_reading() {
   if (!reading_) return;
   reading_.reset();
@@ -276,7 +287,7 @@ void ChartWindow::paint_reading(QPainter& painter) {
 
 void ChartWindow::paint_row(QPainter& painter) {
   if (!chosen_) return;
-  const auto place = stage_.readout().place_of_row(stage_.chart(), chosen_->data_id, chosen_->row);
+  const auto place = stage_.readout().place_of_row(chosen_->data_id, chosen_->row);
   if (place) paint_row_ring(painter, stage_.pixel(*place));
 }
 

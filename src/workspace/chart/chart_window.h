@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QPixmap>
+#include <QTimer>
 #include <QWidget>
 #include <optional>
 
@@ -102,6 +103,7 @@ class ChartWindow : public QWidget {
   void show_state();
   void show_reading();
   void hide_reading();
+  void read_again();
   void paint_reading(QPainter& painter);
   void paint_row(QPainter& painter);
   void choose_point(const QPointF& at);
@@ -118,6 +120,7 @@ class ChartWindow : public QWidget {
   bool precise_ = false;
   std::optional<QPointF> pointer_;  // where the user reads; nothing when that is elsewhere
   std::optional<Reading> reading_;
+  QTimer reading_later_;
   std::optional<drawing::Place> menu_place_;
   std::optional<DataPoint> chosen_;
   std::optional<QPointF> pressed_;  // where a click on a point has begun

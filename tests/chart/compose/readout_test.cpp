@@ -83,7 +83,7 @@ TEST(ReadoutOfRows, PointsAndRowsFindEachOther) {
     const DataSet& shown = here.session.project.data(set);
     for (int row = 1; row <= 7; ++row) {
       const SheetRow& typed = shown.rows[static_cast<std::size_t>(row) - 1];
-      const auto place = readout.place_of_row(here.chart(), shown.UniqueId, row);
+      const auto place = readout.place_of_row(shown.UniqueId, row);
       ASSERT_EQ(place.has_value(), typed.failures > 0) << row;
       EXPECT_EQ(is_as_read(shown, row), typed.failures > 0);
       if (!place) continue;
