@@ -197,6 +197,7 @@ bool ChartWindow::can_free_selected() {
 // --- reading
 
 void ChartWindow::show_reading() {
+  reading_later_.stop();
   if (!pointer_ || !stage_.plot_area().contains(*pointer_)) return hide_reading();
   reading_ = stage_.read(stage_.place(*pointer_), precise_);
   if (reading_)
@@ -230,16 +231,12 @@ void ChartWindow::ring_row(std::int32_t data_id, int row) {
   update();
 }
 
-QString ChartWindow::rows_have_changed() {
-  return tr("The rows have changed since the chart was drawn; calculate to show them as they are");
-}
-
 void ChartWindow::choose_point(const QPointF& at) {
   const auto reading = stage_.read(stage_.place(at), precise_);
   if (!reading || !reading->point) return;
   const Project& project = stage_.session().project;
   if (!is_as_read(project.data(find_data(project, reading->point->data_id)), reading->point->row))
-    return emit hint_wanted(rows_have_changed());
+    return stage_.session().ports.views.status(rows_have_changed);
   chosen_ = reading->point;
   emit point_chosen(*chosen_);
   show_reading();  // the sheet has said what belongs into its cell

@@ -15,6 +15,10 @@
 
 namespace tavlo {
 
+/// What there is to say where a point is no longer that of its row.
+inline constexpr const char* rows_have_changed =
+    "The rows have changed since the chart was drawn: calculate first";
+
 class ChartWindow : public QWidget {
   Q_OBJECT
 
@@ -54,9 +58,6 @@ class ChartWindow : public QWidget {
   void ring_row(std::int32_t data_id, int row);
   /// The point that the person chose last, or whose row the sheet is in.
   const std::optional<DataPoint>& chosen_point() const { return chosen_; }
-
-  /// What there is to say where a point is no longer that of its row.
-  static QString rows_have_changed();
 
   void set_sub_populations(bool on);
   /// Gives this chart, and those that are made from now on, a look (see chart_looks).

@@ -13,6 +13,8 @@ namespace {
 constexpr int least_resolution = 36;
 constexpr int most_resolution = 2400;
 
+enum Unit { millimetres, inches, pixels };  // in the order of their box
+
 void give_name(QWidget& widget, const char* object, const QString& words) {
   widget.setObjectName(QString::fromUtf8(object));
   widget.setAccessibleName(words);
@@ -25,7 +27,7 @@ PictureDialog::PictureDialog(const SizeOnPaper& size, const QSizeF& on_screen, b
     : QDialog(parent), size_(size), names_(named_sizes(on_screen)), in_pixels_(in_pixels) {
   setWindowTitle(tr("Size of the Picture"));
   auto* rows = new QFormLayout(this);
-  add_sizes(on_screen);
+  add_sizes();
   add_sides();
   add_resolution();
   give_name(outcome_, "lbl_Outcome", tr("Outcome"));
@@ -39,7 +41,7 @@ PictureDialog::PictureDialog(const SizeOnPaper& size, const QSizeF& on_screen, b
   show_name();
 }
 
-void PictureDialog::add_sizes(const QSizeF&) {
+void PictureDialog::add_sizes() {
   give_name(named_, "cbo_Size", tr("Size"));
   for (const NamedSize& each : names_) named_.addItem(each.name);
   named_.addItem(tr("Own size"));
@@ -75,14 +77,9 @@ void PictureDialog::add_resolution() {
   resolution_.setValue(size_.dots_per_inch);
   resolution_.setVisible(in_pixels_);
   connect(&resolution_, &QSpinBox::valueChanged, this, [this](int dots) {
-    const bool keeps_pixels = unit_.currentIndex() == 2;
-    if (!keeps_pixels) {
-      size_.dots_per_inch = dots;
-      return show_size();
-    }
-    size_.width *= static_cast<double>(size_.dots_per_inch) / dots;
-    size_.height *= static_cast<double>(size_.dots_per_inch) / dots;
-    size_.dots_per_inch = dots;
+    const bool keeps_pixels = unit_.currentIndex() == pixels;
+    const double factor = keeps_pixels ? static_cast<double>(size_.dots_per_inch) / dots : 1.0;
+    size_ = {size_.width * factor, size_.height * factor, dots};
     show_size();
     show_name();
   });
@@ -92,8 +89,8 @@ void PictureDialog::add_resolution() {
 /// Millimetres of one of the chosen units.
 double PictureDialog::unit() const {
   switch (unit_.currentIndex()) {
-    case 1: return millimetres_per_inch;
-    case 2: return millimetres_per_inch / size_.dots_per_inch;
+    case inches: return millimetres_per_inch;
+    case pixels: return millimetres_per_inch / size_.dots_per_inch;
     default: return 1;
   }
 }
@@ -122,9 +119,9 @@ void PictureDialog::show_size() {
   height_.setValue(size_.height / unit());
   const PictureFormat format = format_of(size_);
   const QString refusal = size_refusal(size_);
-  const QString pixels = tr("%1 x %2 pixels").arg(format.width).arg(format.height);
+  const QString outcome = tr("%1 x %2 pixels").arg(format.width).arg(format.height);
   outcome_.setText(!refusal.isEmpty() ? refusal
-                                      : (in_pixels_ ? pixels : tr("Sharp at every size")));
+                                      : (in_pixels_ ? outcome : tr("Sharp at every size")));
   if (save_) save_->setEnabled(refusal.isEmpty());
 }
 

@@ -23,7 +23,7 @@ class PictureDialog : public QDialog {
   const SizeOnPaper& size() const { return size_; }
 
  private:
-  void add_sizes(const QSizeF& on_screen);
+  void add_sizes();
   void add_sides();
   void add_resolution();
   double unit() const;

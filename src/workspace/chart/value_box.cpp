@@ -50,12 +50,12 @@ ValueBox::ValueBox(ChartStage& stage, UserCommands& commands, QWidget* parent)
   answer_.setTextInteractionFlags(Qt::TextSelectableByMouse);
   auto* row = new QHBoxLayout(this);
   row->addWidget(&entry_, 0, Qt::AlignTop);
-  row->addWidget(&answer_);
   copy_ = add_button(tr("&Copy"), QStringLiteral("cmd_CopyAnswer"),
                      tr("Copies the answers (Enter)"), &ValueBox::copy);
   mark_ = add_button(tr("&Mark"), QStringLiteral("cmd_MarkAnswer"),
                      tr("Draws the answers on the chart to stay"), &ValueBox::mark);
   for (QPushButton* button : {copy_, mark_}) row->addWidget(button, 0, Qt::AlignTop);
+  row->addWidget(&answer_);  // behind the buttons: in a narrow window they stay in reach
   row->setSizeConstraint(QLayout::SetFixedSize);
   row->setContentsMargins(4, 4, 4, 4);
   connect(&entry_, &QLineEdit::returnPressed, this, [this] { commands_.run([this] { enter(); }); });

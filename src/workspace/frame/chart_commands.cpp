@@ -11,9 +11,7 @@ ChartCommands::ChartCommands(Program& program, ProjectWindows& windows, QWidget&
       windows_(windows),
       frame_(frame),
       link_(program, windows),
-      files_(program.session) {
-  connect(&link_, &PointLink::hint_wanted, &windows, &ProjectWindows::hint_wanted);
-}
+      files_(program.session) {}
 
 QMenu& ChartCommands::attach(ChartWindow& chart) {
   auto* looks = new LookChoice(chart, program_.commands);

@@ -20,7 +20,7 @@ int PointLink::data_of(const DataPoint& point) {
   const Project& project = program_.session.project;
   const int index = find_data(project, point.data_id);
   if (index > 0 && is_as_read(project.data(index), point.row)) return index;
-  emit hint_wanted(ChartWindow::rows_have_changed());
+  program_.session.ports.views.status(rows_have_changed);
   return 0;
 }
 

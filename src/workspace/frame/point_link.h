@@ -18,9 +18,6 @@ class PointLink : public QObject {
   /// Brings the sheet to the front, at the row of the point.
   void show_row(const DataPoint& point);
 
- signals:
-  void hint_wanted(const QString& hint);
-
  private:
   void connect_view(Block block, int index);
   int data_of(const DataPoint& point);
