@@ -13,7 +13,7 @@ namespace {
 constexpr int least_resolution = 36;
 constexpr int most_resolution = 2400;
 
-enum Unit { millimetres, inches, pixels };  // in the order of their box
+enum PaperUnit { paper_millimetre, paper_inch, paper_pixel };  // in the order of their box
 
 void give_name(QWidget& widget, const char* object, const QString& words) {
   widget.setObjectName(QString::fromUtf8(object));
@@ -77,7 +77,7 @@ void PictureDialog::add_resolution() {
   resolution_.setValue(size_.dots_per_inch);
   resolution_.setVisible(in_pixels_);
   connect(&resolution_, &QSpinBox::valueChanged, this, [this](int dots) {
-    const bool keeps_pixels = unit_.currentIndex() == pixels;
+    const bool keeps_pixels = unit_.currentIndex() == paper_pixel;
     const double factor = keeps_pixels ? static_cast<double>(size_.dots_per_inch) / dots : 1.0;
     size_ = {size_.width * factor, size_.height * factor, dots};
     show_size();
@@ -89,8 +89,8 @@ void PictureDialog::add_resolution() {
 /// Millimetres of one of the chosen units.
 double PictureDialog::unit() const {
   switch (unit_.currentIndex()) {
-    case inches: return millimetres_per_inch;
-    case pixels: return millimetres_per_inch / size_.dots_per_inch;
+    case paper_inch: return millimetres_per_inch;
+    case paper_pixel: return millimetres_per_inch / size_.dots_per_inch;
     default: return 1;
   }
 }
