@@ -64,7 +64,9 @@ void PictureDialog::add_sides() {
   sides->addWidget(new QLabel(QStringLiteral("x")));
   sides->addWidget(&height_, 1);
   sides->addWidget(&unit_);
-  static_cast<QFormLayout*>(layout())->addRow(tr("&Width x height:"), sides);
+  auto* caption = new QLabel(tr("&Width x height:"));
+  caption->setBuddy(&width_);
+  static_cast<QFormLayout*>(layout())->addRow(caption, sides);
   connect(&unit_, &QComboBox::currentIndexChanged, this, &PictureDialog::show_size);
 }
 
@@ -75,7 +77,6 @@ void PictureDialog::add_resolution() {
   resolution_.setKeyboardTracking(false);
   resolution_.setToolTip(tr("Screens show 96, printers ask for 300 or 600"));
   resolution_.setValue(size_.dots_per_inch);
-  resolution_.setVisible(in_pixels_);
   connect(&resolution_, &QSpinBox::valueChanged, this, [this](int dots) {
     const bool keeps_pixels = unit_.currentIndex() == paper_pixel;
     const double factor = keeps_pixels ? static_cast<double>(size_.dots_per_inch) / dots : 1.0;
