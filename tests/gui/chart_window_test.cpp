@@ -14,6 +14,7 @@
 #include "chart/parts/movable_boxes.h"
 #include "chart/scales/chart_view.h"
 #include "gui/window_world.h"
+#include "project/fit_records.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -146,7 +147,9 @@ TEST_F(OnTheChart, SlipsAndEscapeLeaveTheViewAsItIs) {
 
 TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {
   const ChartAxis& x = record().Axes(0);
-  const QPoint at = in_plot(0.4, 0.1);
+  QPoint at = in_plot(0.4, 0.1);
+  while (chart().stage().read(chart().stage().place(at), false)->snapped != SnappedTo::nothing)
+    at += QPoint(3, 2);  // off the lines of the grid
   person.move_to(chart(), at);
   ASSERT_TRUE(wait_until([&] { return hint().startsWith(QStringLiteral("X = ")); }));
   const QRectF plot = chart().stage().plot_area();
@@ -177,6 +180,79 @@ TEST_F(OnTheChart, ReadsWhatIsUnderThePointer) {
   EXPECT_TRUE(wait_until([&] { return !hint().startsWith(QStringLiteral("Point")); }));
   person.move_to(window.windows().sheet(1), {40, 40});
   EXPECT_TRUE(wait_until([&] { return !hint().contains(QStringLiteral("Fit:")); }));
+}
+
+TEST_F(OnTheChart, APointSelectsItsRowAndARowRingsItsPoint) {
+  const std::int32_t id = session().project.data(1).UniqueId;
+  const auto point_of = [&](int row) {
+    return pixel(chart().stage().readout().place_of_row(id, row).value());
+  };
+  person.click(chart(), point_of(5));
+  ASSERT_TRUE(wait_until([&] { return sheet().row() == 5; }));
+  EXPECT_TRUE(hint().contains(QStringLiteral("1 failure, row 5"))) << hint().toStdString();
+  EXPECT_TRUE(chart().hasFocus()) << "the person goes on with the chart";
+
+  person.press({"ctrl+1", "Down"});
+  ASSERT_TRUE(
+      wait_until([&] { return chart().chosen_point() && chart().chosen_point()->row == 6; }));
+  person.move_to(chart(), in_plot(0.02, 0.05));
+  ASSERT_TRUE(wait_until([&] { return !hint().startsWith(QStringLiteral("Point")); }));
+  const QImage seen = chart().grab().toImage();
+  const double scale = seen.devicePixelRatio();
+  bool has_ring = false;
+  for (const int radius : {8, 9, 10}) {
+    const QPointF at = scale * QPointF(point_of(6) - QPoint(radius, 0));
+    const QColor ring = seen.pixelColor(at.toPoint());
+    has_ring = has_ring || ring.blue() > ring.red() + 60;
+  }
+  EXPECT_TRUE(has_ring);
+
+  person.type("777\n");  // not what the chart shows any more
+  person.press({"ctrl+3"});
+  ASSERT_TRUE(wait_until([&] { return chart().hasFocus(); }));
+  person.click(chart(), point_of(6));
+  const auto* news = window.findChild<QLabel*>(QStringLiteral("lbl_News"));
+  EXPECT_TRUE(wait_until([&] { return news->text().startsWith(QStringLiteral("The rows have")); }));
+  EXPECT_EQ(sheet().row(), 7);
+}
+
+TEST_F(OnTheChart, ATypedPercentageIsAnsweredCopiedAndMarked) {
+  const FitResult& fit = session().project.fits(1).Fits(1);
+  const QString b10 = QStringLiteral("B10 = %1").arg(*quantile(life_of(fit), 0.1), 0, 'g', 7);
+  person.press({"1", "0", "percent", "Return"});
+  ASSERT_TRUE(wait_until([&] { return hint().startsWith(b10); })) << hint().toStdString();
+  press("Return");
+  ASSERT_TRUE(wait_until([&] { return hint() == QStringLiteral("The answers are copied."); }));
+  EXPECT_TRUE(person.paste_elsewhere().startsWith(b10.toUtf8()));
+  person.press({"BackSpace", "x", "Return"});
+  EXPECT_TRUE(wait_until([&] { return hint().contains(QStringLiteral("is no percentage")); }));
+  person.press({"BackSpace", "percent", "Return", "alt+m"});
+  ASSERT_TRUE(wait_until([&] { return record().nTexts == 1; }));
+  EXPECT_EQ(to_qt(record().Texts(1).Text2), b10);
+  EXPECT_EQ(record().Texts(1).nPoints, 2);
+  EXPECT_TRUE(wait_until([&] { return chart().hasFocus(); }));
+}
+
+TEST_F(OnTheChart, TheWheelIsOneStepOfTheZoomAndNoneOfUndo) {
+  const Slots<ChartAxis> before = record().Axes;
+  const std::string undoes = window.history().undo_name();
+  const QPoint at = in_plot(0.25, 0.6);
+  const Place place = chart().stage().place(at);
+  const auto x_there = [&] {
+    return AxisMap::x(session().errors, record().Boxes(1), record().Axes(0)).read(place.x);
+  };
+  const double x = x_there();
+  for (int i = 0; i < 4; ++i) person.turn_wheel(chart(), at, true);
+  ASSERT_TRUE(wait_until([&] { return record().Axes(0).Max < before(0).Max / 1.5; }));
+  EXPECT_NEAR(x_there(), x, 1e-9 * x);
+  EXPECT_EQ(zoom_depth(record()), 1u);
+  const double top = record().Axes(1).Max;
+  person.turn_wheel(chart(), in_plot(0.5, 1.03), false);  // over the labels of the X axis
+  catch_up();
+  EXPECT_EQ(record().Axes(1).Max, top);
+  EXPECT_EQ(window.history().undo_name(), undoes);
+  person.press({"ctrl+3", "BackSpace"});
+  EXPECT_TRUE(wait_until([&] { return record().Axes == before; }));
 }
 
 TEST_F(OnTheChart, DraggedBoxesStayWhereTheyWerePut) {

@@ -81,6 +81,11 @@ void Person::hold(const QWidget& widget, const QPoint& at) {
 
 void Person::let_go() { xdotool({QStringLiteral("mouseup"), QStringLiteral("1")}); }
 
+void Person::turn_wheel(const QWidget& widget, const QPoint& at, bool away) {
+  xdotool(moving_to(widget, at) +
+          QStringList{QStringLiteral("click"), away ? QStringLiteral("4") : QStringLiteral("5")});
+}
+
 void Person::drag(const QWidget& widget, const QList<QPoint>& way) {
   hold(widget, way.front());
   for (const QPoint& at : way.mid(1)) move_to(widget, at);

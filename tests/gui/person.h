@@ -39,6 +39,8 @@ class Person {
   void move_to(const QWidget& widget, const QPoint& at);
   void hold(const QWidget& widget, const QPoint& at);
   void let_go();
+  /// One notch of the wheel.
+  void turn_wheel(const QWidget& widget, const QPoint& at, bool away);
   /// From the first place by way of the others to the last.
   void drag(const QWidget& widget, const QList<QPoint>& way);
 

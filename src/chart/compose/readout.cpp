@@ -1,7 +1,9 @@
 #include "chart/compose/readout.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "chart/parts/axis_grid.h"
 #include "chart/parts/data_points.h"
 #include "chart/parts/fit_line.h"
 #include "chart/parts/fraction_on_chart.h"
@@ -14,27 +16,57 @@ namespace tavlo {
 
 using drawing::Place;
 
-Readout::Readout(const Session& session, const Chart& chart) {
+namespace {
+
+/// The place in the sample of a row of the sheet, if it is a failure.
+std::optional<std::size_t> failure_of_row(const Sample& sample, int row) {
+  const auto entry = std::find(sample.entry.begin(), sample.entry.end(), row);
+  const auto i = static_cast<std::size_t>(entry - sample.entry.begin());
+  if (entry == sample.entry.end() || !(sample.failures[i] > 0)) return std::nullopt;
+  return i;
+}
+
+double time_of(const Sample& sample, std::size_t i) { return outer_time(sample, sample.time[i]); }
+
+}  // namespace
+
+bool is_as_read(const DataSet& data, int row) {
+  const auto i = failure_of_row(data.sample(), row);
+  if (!i || data.is_read() || row > static_cast<int>(data.rows.size())) return i && data.is_read();
+  const SheetRow& now = data.rows[static_cast<std::size_t>(row) - 1];
+  return static_cast<float>(time_of(data.sample(), *i)) == now.time &&
+         data.sample().failures[*i] == now.failures;
+}
+
+Readout::Readout(const Session& session, const Chart& chart) : session_(session), chart_(chart) {
   try {
     const ChartItem& plot = chart.Boxes(chart_item::plot_box);
     x_.emplace(AxisMap::x(unheard_.errors, plot, chart.Axes(0)));
     y_.emplace(AxisMap::readable_y(unheard_.errors, plot, chart.Axes(1)));
-    collect(session, chart);
   } catch (const RunTimeError&) {  // axes without a range, or of an unknown scale
     x_.reset();
   }
 }
 
-void Readout::collect(const Session& session, const Chart& chart) {
+// A chart that is zoomed step by step is asked for its points once it stands.
+void Readout::collect() {
+  if (std::exchange(is_collected_, true)) return;
+  collect_sets(session_, chart_);
+  collect_grid(session_, chart_);
+}
+
+void Readout::collect_sets(const Session& session, const Chart& chart) {
   MetricTextMeasure no_text;
-  for (const PlotSet& set : plot_sets(session, chart)) {
+  const std::vector<PlotSet> sets = plot_sets(session, chart);
+  has_several_sets_ = !show_one_data_set(sets);
+  for (const PlotSet& set : sets) {
     DrawingRecord drawing;
     Recorder recorder(drawing);
     Canvas canvas{recorder, chart, no_text, unheard_.prompts, unheard_.errors};
     const DataSet& data = session.project.data(set.data_index);
     if (has_symbols(*set.marker))
       for (const PlacedPoint& point : visible_points(canvas, *set.marker, data))
-        points_.push_back({point.place, point.value, set.row});
+        points_.push_back({point.place, point.value, set.row, set.data_index, point.row});
     if (!set.fit) continue;
     last_fit_ = *set.fit;
     DrawData_One_Line(canvas, *set.marker, *set.fit);
@@ -42,6 +74,51 @@ void Readout::collect(const Session& session, const Chart& chart) {
       if (auto* line = std::get_if<drawing::Polyline>(&record))
         lines_.push_back({std::move(line->places), *set.fit, set.row});
   }
+}
+
+std::vector<Readout::GridLine> Readout::lines_of(Canvas& canvas, const AxisMap& map,
+                                                 bool is_y) const {
+  std::vector<GridLine> lines;
+  for (const double value : grid_lines(canvas, is_y)) lines.push_back({map(value), value});
+  return lines;
+}
+
+/// A grid without a pen is not seen, and nothing is held by what is not seen.
+void Readout::collect_grid(const Session& session, const Chart& chart) {
+  DrawingRecord drawing;
+  Recorder recorder(drawing);
+  Canvas canvas{recorder, chart, session.ports.text_measure, unheard_.prompts, unheard_.errors};
+  if (chart.Axes(0).MajorStyle != pen_style::none) x_lines_ = lines_of(canvas, *x_, false);
+  if (chart.Axes(1).MajorStyle != pen_style::none) y_lines_ = lines_of(canvas, *y_, true);
+}
+
+DataPoint Readout::facts_of(const Point& point) const {
+  const DataSet& data = session_.project.data(point.data_index);
+  const Sample& sample = data.sample();
+  const std::size_t i = point.sample_row;
+  DataPoint facts{data.UniqueId, sample.entry[i], sample.failures[i], sample.suspensions[i]};
+  if (!sample.mode.empty() && sample.mode[i] > 0) facts.mode = mode_name(data, sample.mode[i]);
+  if (has_several_sets_) facts.title = data.Title;
+  return facts;
+}
+
+std::optional<Place> Readout::place_of(DataPair value) const {
+  if (!x_ || !has_place(x_->code(), value.x) || !has_place(y_->code(), value.y))
+    return std::nullopt;
+  const Place place{(*x_)(value.x), (*y_)(value.y)};
+  const bool is_seen = place.x == x_->held(place.x) && place.y == y_->held(place.y);
+  return is_seen ? std::optional(place) : std::nullopt;
+}
+
+std::optional<Place> Readout::place_of_row(std::int32_t data_id, int row) const {
+  for (const PlotSet& set : plot_sets(session_, chart_)) {
+    if (set.marker->DataId != data_id || !has_symbols(*set.marker)) continue;
+    const Sample& sample = session_.project.data(set.data_index).sample();
+    const auto i = failure_of_row(sample, row);
+    if (!i) return std::nullopt;
+    return place_of({time_of(sample, *i), static_cast<double>(sample.rank[*i])});
+  }
+  return std::nullopt;
 }
 
 void Readout::add_fit_sayings(Reading& reading) {
@@ -52,16 +129,10 @@ void Readout::add_fit_sayings(Reading& reading) {
   if (time && *time >= x.low && *time <= x.high) reading.time = time;
 }
 
-std::optional<Reading> Readout::at(Place place) {
-  if (!x_) return std::nullopt;
-  try {
-    Reading reading{x_->read(place.x), y_->read(place.y), {}, {}, SnappedTo::nothing, 0, {}};
-    reading.place = {x_->held(place.x), y_->held(place.y)};
-    add_fit_sayings(reading);
-    return reading;
-  } catch (const RunTimeError&) {
-    return std::nullopt;
-  }
+Reading Readout::free_at(Place place) const {
+  Reading reading{x_->read(place.x), y_->read(place.y), {}, {}, SnappedTo::nothing, 0, {}};
+  reading.place = {x_->held(place.x), y_->held(place.y)};
+  return reading;
 }
 
 std::optional<Reading> Readout::snapped_to_point(Place place, double reach) {
@@ -70,8 +141,10 @@ std::optional<Reading> Readout::snapped_to_point(Place place, double reach) {
         return distance(a.place, place) < distance(b.place, place);
       });
   if (nearest == points_.end() || distance(nearest->place, place) > reach) return std::nullopt;
-  return Reading{nearest->value.x, nearest->value.y, {}, {}, SnappedTo::point,
-                 nearest->row,     nearest->place};
+  Reading reading{nearest->value.x, nearest->value.y, {}, {}, SnappedTo::point,
+                  nearest->row,     nearest->place};
+  reading.point = facts_of(*nearest);
+  return reading;
 }
 
 std::optional<Reading> Readout::snapped_to_line(Place place, double reach) {
@@ -92,17 +165,49 @@ std::optional<Reading> Readout::snapped_to_line(Place place, double reach) {
   return found;
 }
 
-std::optional<Reading> Readout::precise_at(Place place, double reach) {
+std::optional<Reading> Readout::snapped_to_grid(Place place, double reach) const {
+  Reading reading = free_at(place);
+  const auto snap = [reach](const std::vector<GridLine>& lines, std::int32_t& at, double& value) {
+    const auto nearest = std::ranges::min_element(
+        lines, {}, [at](const GridLine& line) { return std::abs(line.place - at); });
+    if (nearest == lines.end() || std::abs(nearest->place - at) > reach) return false;
+    at = nearest->place;
+    value = nearest->value;
+    return true;
+  };
+  reading.on_x_line = snap(x_lines_, reading.place.x, reading.x);
+  reading.on_y_line = snap(y_lines_, reading.place.y, reading.y);
+  if (reading.on_x_line || reading.on_y_line) reading.snapped = SnappedTo::grid;
+  return reading;
+}
+
+template <class... Tries>
+std::optional<Reading> Readout::first_of(const Tries&... tries) {
   if (!x_) return std::nullopt;
   try {
-    std::optional<Reading> snapped = snapped_to_point(place, reach);
-    if (!snapped) snapped = snapped_to_line(place, reach);
-    if (!snapped) return at(place);
-    add_fit_sayings(*snapped);
-    return snapped;
+    collect();
+    std::optional<Reading> reading;
+    (void)((reading = tries(), reading.has_value()) || ...);
+    if (reading) add_fit_sayings(*reading);
+    return reading;
   } catch (const RunTimeError&) {
     return std::nullopt;
   }
+}
+
+std::optional<Reading> Readout::at(Place place) {
+  return first_of([&] { return free_at(place); });
+}
+
+std::optional<Reading> Readout::precise_at(Place place, double reach) {
+  return first_of([&] { return snapped_to_point(place, reach); },
+                  [&] { return snapped_to_line(place, reach); },
+                  [&] { return snapped_to_grid(place, reach); });
+}
+
+std::optional<Reading> Readout::near_at(Place place, double reach) {
+  return first_of([&] { return snapped_to_point(place, reach); },
+                  [&] { return snapped_to_grid(place, reach); });
 }
 
 }  // namespace tavlo

@@ -33,9 +33,7 @@ Part part_of(std::int32_t a, std::int32_t b, const Extent& extent) {
   return {held(std::min(a, b)), held(std::max(a, b))};
 }
 
-std::optional<Limits> limits_of(const AxisMap& map, const Part& part) {
-  const double a = map.read(part.begin);
-  const double b = map.read(part.end);
+std::optional<Limits> in_order(const AxisMap& map, double a, double b) {
   const Limits limits{std::min(a, b), std::max(a, b)};
   if (!has_place(map.code(), limits.low) || !has_place(map.code(), limits.high))
     return std::nullopt;
@@ -44,6 +42,51 @@ std::optional<Limits> limits_of(const AxisMap& map, const Part& part) {
   const double size = std::max({std::fabs(low), std::fabs(high), 1e-300});
   if (!(high - low > least_range * size)) return std::nullopt;
   return limits;
+}
+
+std::optional<Limits> limits_of(const AxisMap& map, const Part& part) {
+  return in_order(map, map.read(part.begin), map.read(part.end));
+}
+
+/// How far a view can be taken: beyond it labels and places lose their digits.
+bool is_readable(int code, Limits limits) {
+  constexpr double nearest_to_certain = 1e-10;
+  constexpr double farthest = 1e30;
+  if (is_probability_scale(code))
+    return limits.low >= nearest_to_certain && limits.high <= 1.0 - nearest_to_certain;
+  if (needs_positive(code)) return limits.low >= 1.0 / farthest && limits.high <= farthest;
+  return limits.low >= -farthest && limits.high <= farthest;
+}
+
+/// The limits where the axis shows another part, `shift` up its scale of what is `factor`
+/// times as long about the place. Out of reach only where it leads further out.
+std::optional<Limits> moved(const AxisMap& map, double about, double factor, double shift) {
+  if (factor == 1.0 && shift == 0.0) return map.limits();
+  const double low = about + (map.low() - about) * factor + shift;
+  const double high = about + (map.high() - about) * factor + shift;
+  const auto limits = in_order(map, map.inverse(low), map.inverse(high));
+  if (!limits || (!is_readable(map.code(), *limits) && factor >= 1.0)) return std::nullopt;
+  return limits;
+}
+
+/// Where on its scale a place lies that is held within the plot box.
+double on_scale(const AxisMap& map, double place) { return map.transform(map.read(place)); }
+
+/// Sets the limits that `find` has for each axis; false where there are none for one.
+template <class Find>
+bool show(Chart& chart, ZoomStep step, const Find& find) {
+  try {
+    const ChartItem& plot = chart.Boxes(chart_item::plot_box);
+    UnheardReports unheard;
+    const auto x = find(AxisMap::x(unheard.errors, plot, chart.Axes(0)), false);
+    const auto y = find(AxisMap::y(unheard.errors, plot, chart.Axes(1)), true);
+    if (!x || !y) return false;
+    const bool goes_on = step == ZoomStep::last && zoom_depth(chart) > 0;
+    (goes_on ? zoom_on_to : zoom_to)(chart, *x, *y);
+    return true;
+  } catch (const RunTimeError&) {  // axes that nothing is drawn on
+    return false;
+  }
 }
 
 /// The limits of both axes for a part of the plot box; none when it is too small.
@@ -74,6 +117,19 @@ bool zoom_in(Chart& chart, Place corner, Place opposite, double shortest) {
   } catch (const RunTimeError&) {  // axes that nothing is drawn on
     return false;
   }
+}
+
+bool zoom_about(Chart& chart, Place at, double x, double y, ZoomStep step) {
+  return show(chart, step, [&](const AxisMap& map, bool is_y) {
+    return moved(map, on_scale(map, is_y ? at.y : at.x), is_y ? y : x, 0);
+  });
+}
+
+bool pan(Chart& chart, Place from, Place to, ZoomStep step) {
+  return show(chart, step, [&](const AxisMap& map, bool is_y) {
+    const double shift = on_scale(map, is_y ? from.y : from.x) - on_scale(map, is_y ? to.y : to.x);
+    return moved(map, 0, 1, shift);
+  });
 }
 
 }  // namespace tavlo

@@ -158,14 +158,27 @@ Marking marking_of(Canvas& canvas, const ChartAxis& axis, const AxisMap& map, bo
   return {points, axis_labels(axis, code, points, limits)};
 }
 
+AxisMap map_of(Canvas& canvas, const ChartAxis& axis, bool is_y) {
+  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
+  return is_y ? AxisMap::y(canvas.errors, plot, axis) : AxisMap::x(canvas.errors, plot, axis);
+}
+
 }  // namespace
+
+std::vector<double> grid_lines(Canvas& canvas, bool is_y) {
+  const ChartAxis axis = drawable_axis(canvas, is_y);
+  const AxisMap map = map_of(canvas, axis, is_y);
+  const ScalePoints points = marking_of(canvas, axis, map, is_y).points;
+  std::vector<double> lines;
+  for (int i = 1; i <= points.major.bound(); ++i)
+    if (has_place(map.code(), points.major(i))) lines.push_back(points.major(i));
+  return lines;
+}
 
 void DrawGrid(Canvas& canvas, bool is_y) {
   const ChartAxis axis = drawable_axis(canvas, is_y);
-  const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   guarded(canvas.errors, error_words("Error drawing the grid: ", "DrawGrid routine:"), [&] {
-    const AxisMap map =
-        is_y ? AxisMap::y(canvas.errors, plot, axis) : AxisMap::x(canvas.errors, plot, axis);
+    const AxisMap map = map_of(canvas, axis, is_y);
     const Marking marking = marking_of(canvas, axis, map, is_y);
     draw_lines(canvas, axis, map, marking.points, is_y);
     draw_axis_labels(canvas, map, marking.labels, axis.Label, is_y);

@@ -22,16 +22,24 @@ namespace {
 constexpr std::size_t crowd = 3000;
 constexpr int crowd_grain = 30;
 
+/// Failures that are drawn, and the rows of the sample that they are.
+struct Drawable {
+  std::vector<DataPair> pairs;
+  std::vector<std::size_t> rows;
+};
+
 /// Rows with failures whose values have a place on the axes. Others are left out
 /// before the mapping: one of them would end it for all.
-std::vector<DataPair> drawable_pairs(const Sample& sample, int x_code, int y_code) {
-  std::vector<DataPair> pairs;
+Drawable drawable_rows(const Sample& sample, int x_code, int y_code) {
+  Drawable found;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0.0)) continue;
     const DataPair pair{outer_time(sample, sample.time[i]), static_cast<double>(sample.rank[i])};
-    if (has_place(x_code, pair.x) && has_place(y_code, pair.y)) pairs.push_back(pair);
+    if (!has_place(x_code, pair.x) || !has_place(y_code, pair.y)) continue;
+    found.pairs.push_back(pair);
+    found.rows.push_back(i);
   }
-  return pairs;
+  return found;
 }
 
 /// The first point of each cell of a grid, in order.
@@ -82,8 +90,7 @@ std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marke
   const ChartItem& plot = canvas.chart.Boxes(chart_item::plot_box);
   ChartAxis x_axis = canvas.chart.Axes(0);
   ChartAxis y_axis = canvas.chart.Axes(1);
-  std::vector<DataPair> pairs =
-      drawable_pairs(data.sample(), x_scale_of(x_axis), y_scale_of(y_axis));
+  const auto [pairs, rows] = drawable_rows(data.sample(), x_scale_of(x_axis), y_scale_of(y_axis));
   constexpr std::int32_t nowhere = std::numeric_limits<std::int32_t>::min();
   std::vector<Place> places(pairs.size(), Place{nowhere, nowhere});
   xy2Long(canvas.errors, canvas.prompts, plot, x_axis, y_axis, places, pairs);
@@ -92,7 +99,7 @@ std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marke
   for (std::size_t i = 0; i < places.size(); ++i)
     if (is_within(places[i].x, x_extent(plot), margin) &&
         is_within(places[i].y, y_extent(plot), margin))
-      points.push_back({places[i], pairs[i]});
+      points.push_back({places[i], pairs[i], rows[i]});
   return first_of_each_cell(points, 1);
 }
 

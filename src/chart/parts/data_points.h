@@ -21,6 +21,7 @@ void draw_symbols(Recorder& recorder, const ChartMarker& marker, const SymbolSta
 struct PlacedPoint {
   drawing::Place place;
   DataPair value;
+  std::size_t row = 0;  ///< of the sample, from 0
 };
 
 /// The failures that can be seen, in order; of those on one place the first.

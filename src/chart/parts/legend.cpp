@@ -37,15 +37,6 @@ bool has_several_fits(const std::vector<PlotSet>& sets) {
   return std::adjacent_find(seen.begin(), seen.end()) != seen.end();
 }
 
-/// "W2P/mle", as the fits are called on the command line.
-std::string fit_name(const FitResult& fit) {
-  const Model* model = find_model(fit.ModelCode);
-  const Method* method = find_method(fit.Method);
-  if (!model || !method) return {};
-  const char* const name = *model->command_name ? model->command_name : model->short_name;
-  return std::string(name) + method->short_suffix;
-}
-
 bool has_model_twice(const std::vector<PlotSet>& sets, const PlotSet& set) {
   return std::count_if(sets.begin(), sets.end(), [&](const PlotSet& other) {
            return other.data_index == set.data_index && other.fit &&
@@ -259,6 +250,14 @@ void draw_lines(Canvas& canvas, const Layout& layout, const std::vector<LegendEn
 }
 
 }  // namespace
+
+std::string fit_name(const FitResult& fit) {
+  const Model* model = find_model(fit.ModelCode);
+  const Method* method = find_method(fit.Method);
+  if (!model || !method) return {};
+  const char* const name = *model->command_name ? model->command_name : model->short_name;
+  return std::string(name) + method->short_suffix;
+}
 
 ChartItem with_readable_colours(ChartItem item) {
   const ChartItem factory;

@@ -29,6 +29,9 @@ struct LegendEntry {
 /// near-black that nobody has chosen: it is drawn as black on white.
 ChartItem with_readable_colours(ChartItem item);
 
+/// "W2P/mle", as the fits are called on the command line.
+std::string fit_name(const FitResult& fit);
+
 /// One entry for each plot set that shows a line or symbols; empty when the
 /// legend's mode leaves it out. Plot sets of one data set are told apart by the
 /// names of their fits.

@@ -88,6 +88,10 @@ void take_data_limits(ChartAxis& axis, Limits limits) {
 
 void zoom_to(Chart& chart, Limits x, Limits y) {
   chart.ZoomedFrom.push_back({view_of(chart.Axes(0)), view_of(chart.Axes(1))});
+  zoom_on_to(chart, x, y);
+}
+
+void zoom_on_to(Chart& chart, Limits x, Limits y) {
   hold(chart.Axes(0), x);
   hold(chart.Axes(1), y);
 }

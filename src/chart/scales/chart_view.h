@@ -44,6 +44,10 @@ void take_data_limits(ChartAxis& axis, Limits limits);
 /// before can be gone back to.
 void zoom_to(Chart& chart, Limits x, Limits y);
 
+/// Shows that part in place of the one that the last step has come to: a move of many
+/// small ones is a single step. The chart is zoomed in.
+void zoom_on_to(Chart& chart, Limits x, Limits y);
+
 /// How many steps the chart is zoomed in.
 std::size_t zoom_depth(const Chart& chart);
 

@@ -20,6 +20,11 @@ void ZoomDrag::paint(QPainter& painter) const {
   paint_zoom_frame(painter, QRectF(from(), at()).normalized() & stage_.plot_area());
 }
 
+void PanDrag::moved() {
+  stage_.pan(last_, at());
+  last_ = at();
+}
+
 void MoveDrag::moved() {
   const QPointF way = at() - from();
   under_way_ = under_way_ || way.manhattanLength() >= QApplication::startDragDistance();

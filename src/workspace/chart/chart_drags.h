@@ -54,6 +54,20 @@ class ZoomDrag : public ChartDrag {
   ChartStage& stage_;
 };
 
+/// The paper under the hand: what is seen moves with it.
+class PanDrag : public ChartDrag {
+ public:
+  PanDrag(ChartStage& stage, const QPointF& from) : ChartDrag(from), stage_(stage), last_(from) {}
+  void finish() override {}
+
+ protected:
+  void moved() override;
+
+ private:
+  ChartStage& stage_;
+  QPointF last_;
+};
+
 /// A part under the hand. The place that was taken hold of stays on the chart.
 class MoveDrag : public ChartDrag {
  public:

@@ -1,14 +1,37 @@
-// Chart files: the chart of a window as a picture file.
+// ChartFiles: saves the chart of a window as a picture file, and remembers where the last
+// one went, of which kind and how large it was: for the run and, beside the settings, for
+// the next one.
 #pragma once
 
-#include "chart/record/drawing_record.h"
-#include "project/session.h"
+#include <QWidget>
+#include <string>
+
+#include "workspace/chart/chart_stage.h"
+#include "workspace/chart/picture_size.h"
 
 namespace tavlo {
 
-/// Asks for a name and saves the drawing of the chart in the format of its extension:
-/// PNG (300 pixels an inch), SVG, PDF, and a metafile, which is drawn anew, for every
-/// other one. What doesn't work is told; a drawing without a size does nothing.
-void save_chart(Session& session, int chart_index, const DrawingRecord& drawing);
+class ChartFiles {
+ public:
+  explicit ChartFiles(Session& session) : session_(session) {}
+
+  /// Asks for a name and a size, and saves the chart in the format of the name's extension:
+  /// PNG, SVG, PDF, or a metafile, which is drawn anew and has its own size. Says what was
+  /// saved; what doesn't work is told. A drawing without a size does nothing.
+  void save(ChartStage& stage, QWidget* parent);
+
+ private:
+  void remember();
+  void recall();
+  std::string suggestion(int chart_index) const;
+  void save_picture(ChartStage& stage, const QString& name, QWidget* parent);
+  void say_saved(const QString& name, const QString& size) const;
+
+  Session& session_;
+  bool has_recalled_ = false;
+  QString folder_;
+  QString type_ = QStringLiteral("wmf");
+  SizeOnPaper size_;
+};
 
 }  // namespace tavlo

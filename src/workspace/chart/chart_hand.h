@@ -32,6 +32,8 @@ class ChartHand {
   void check_selected();
 
   void press(const QPointF& at);
+  /// Takes hold of the paper, whatever the tool.
+  void press_to_pan(const QPointF& at) { drag_ = std::make_unique<PanDrag>(stage_, at); }
   /// True when a drag is under way.
   bool move_to(const QPointF& at);
   void release(const QPointF& at);

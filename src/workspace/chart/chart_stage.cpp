@@ -5,6 +5,7 @@
 #include "chart/compose/make_chart.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/record/canvas.h"
+#include "chart/scales/chart_view.h"
 #include "painter/player.h"
 
 namespace tavlo {
@@ -13,7 +14,8 @@ using drawing::Place;
 
 namespace {
 
-constexpr double snapping_reach = 10;  // pixels
+constexpr double reach = 5;  // pixels, of what holds the pointer
+constexpr double precise_reach = 10;
 
 }  // namespace
 
@@ -71,8 +73,27 @@ double ChartStage::units(double pixels) const {
 
 std::optional<Reading> ChartStage::read(Place place, bool precise) {
   if (target_.isEmpty()) return std::nullopt;
+  return precise ? readout().precise_at(place, units(precise_reach))
+                 : readout().near_at(place, units(reach));
+}
+
+Readout& ChartStage::readout() {
   if (!readout_) readout_ = std::make_unique<Readout>(session_, chart());
-  return precise ? readout_->precise_at(place, units(snapping_reach)) : readout_->at(place);
+  return *readout_;
+}
+
+ChartStage::MovedView ChartStage::view_now() const { return {chart().Axes, zoom_depth(chart())}; }
+
+ZoomStep ChartStage::next_step() const {
+  return moved_to_ == view_now() ? ZoomStep::last : ZoomStep::own;
+}
+
+void ChartStage::zoom_about(const QPointF& at, double x, double y) {
+  if (tavlo::zoom_about(chart(), place(at), x, y, next_step())) moved_to_ = view_now();
+}
+
+void ChartStage::pan(const QPointF& from, const QPointF& to) {
+  if (tavlo::pan(chart(), place(from), place(to), next_step())) moved_to_ = view_now();
 }
 
 }  // namespace tavlo

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "chart/compose/readout.h"
+#include "chart/compose/zoom.h"
 #include "chart/record/drawing_record.h"
 #include "project/session.h"
 
@@ -46,11 +47,27 @@ class ChartStage {
   /// So many pixels in logical units, where they are longer.
   double units(double pixels) const;
 
-  /// What the user reads at a place: with `precise`, at the point or line that is
-  /// near. Nothing when nothing can be read.
+  /// What the user reads at a place: at the point or the line of the grid that is near;
+  /// with `precise`, of those and of the fits' lines at one that is not so near. Nothing
+  /// when nothing can be read.
   std::optional<Reading> read(drawing::Place place, bool precise);
+  Readout& readout();
+
+  /// Makes what is seen of each axis so many times as long, about a pixel that stays. Turns
+  /// and moves that follow one another are one step of the zoom.
+  void zoom_about(const QPointF& at, double x, double y);
+  /// Moves what lies under the one pixel under the other.
+  void pan(const QPointF& from, const QPointF& to);
 
  private:
+  /// The view that such moves have come to.
+  struct MovedView {
+    Slots<ChartAxis> axes;
+    std::size_t depth = 0;
+    friend bool operator==(const MovedView&, const MovedView&) = default;
+  };
+  MovedView view_now() const;
+  ZoomStep next_step() const;
   void note_drawing();
 
   Session& session_;
@@ -61,6 +78,7 @@ class ChartStage {
   QRectF target_;
   std::unique_ptr<Readout> readout_;  // of the drawing at hand, made when first asked
   int compositions_ = 0;
+  std::optional<MovedView> moved_to_;
 };
 
 }  // namespace tavlo

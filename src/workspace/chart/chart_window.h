@@ -4,14 +4,20 @@
 #pragma once
 
 #include <QPixmap>
+#include <QTimer>
 #include <QWidget>
 #include <optional>
 
 #include "workspace/chart/chart_hand.h"
 #include "workspace/chart/chart_stage.h"
+#include "workspace/chart/value_box.h"
 #include "workspace/qt/user_commands.h"
 
 namespace tavlo {
+
+/// What there is to say where a point is no longer that of its row.
+inline constexpr const char* rows_have_changed =
+    "The rows have changed since the chart was drawn: calculate first";
 
 class ChartWindow : public QWidget {
   Q_OBJECT
@@ -45,6 +51,14 @@ class ChartWindow : public QWidget {
 
   bool is_precise() const { return precise_; }
   void set_precise(bool on);
+  /// Opens the box in which a percentage or a time is typed.
+  void read_value() { value_box_.open({}); }
+
+  /// Rings the point of a row of a sheet; 0 for none. A row without a point has no ring.
+  void ring_row(std::int32_t data_id, int row);
+  /// The point that the person chose last, or whose row the sheet is in.
+  const std::optional<DataPoint>& chosen_point() const { return chosen_; }
+
   void set_sub_populations(bool on);
   /// Gives this chart, and those that are made from now on, a look (see chart_looks).
   void set_look(const std::string& look);
@@ -64,6 +78,8 @@ class ChartWindow : public QWidget {
   /// A double click beside the marks asks for the format of what lies there.
   void format_wanted(drawing::Place place);
   void menu_wanted(const QPoint& at);
+  /// The person has clicked a data point.
+  void point_chosen(const tavlo::DataPoint& point);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -72,6 +88,8 @@ class ChartWindow : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  bool event(QEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -86,6 +104,12 @@ class ChartWindow : public QWidget {
   void show_state();
   void show_reading();
   void hide_reading();
+  void read_again();
+  void paint_reading(QPainter& painter);
+  void paint_row(QPainter& painter);
+  void choose_point(const QPointF& at);
+  void turn_wheel();
+  bool starts_value(const QKeyEvent& key);
   void take(ChartTool tool, const QString& hint);
   bool take_key(const QKeyEvent& key);
   bool step(const QKeyEvent& key);
@@ -97,7 +121,13 @@ class ChartWindow : public QWidget {
   bool precise_ = false;
   std::optional<QPointF> pointer_;  // where the user reads; nothing when that is elsewhere
   std::optional<Reading> reading_;
+  QTimer reading_later_;
   std::optional<drawing::Place> menu_place_;
+  std::optional<DataPoint> chosen_;
+  std::optional<QPointF> pressed_;  // where a click on a point has begun
+  QPointF wheel_;                   // turns of the wheel, across and up, that are not shown yet
+  QPointF wheel_at_;
+  ValueBox value_box_;
   QPixmap played_;  // the drawing at the size of the window
   bool played_is_old_ = true;
 };

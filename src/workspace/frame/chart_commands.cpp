@@ -1,6 +1,5 @@
 #include "workspace/frame/chart_commands.h"
 
-#include "workspace/chart/chart_files.h"
 #include "workspace/chart/look_choice.h"
 #include "workspace/format/format_dialog.h"
 #include "workspace/qt/qt_text.h"
@@ -8,7 +7,11 @@
 namespace tavlo {
 
 ChartCommands::ChartCommands(Program& program, ProjectWindows& windows, QWidget& frame)
-    : program_(program), windows_(windows), frame_(frame) {}
+    : program_(program),
+      windows_(windows),
+      frame_(frame),
+      link_(program, windows),
+      files_(program.session) {}
 
 QMenu& ChartCommands::attach(ChartWindow& chart) {
   auto* looks = new LookChoice(chart, program_.commands);
@@ -30,6 +33,15 @@ void ChartCommands::toggle_precise_reading() {
   chart().set_precise(!chart().is_precise());
 }
 
+void ChartCommands::read_value() {
+  bring_to_front();
+  chart().read_value();
+}
+
+void ChartCommands::show_row() {
+  if (const auto& point = chart().chosen_point()) link_.show_row(*point);
+}
+
 void ChartCommands::toggle_sub_populations() {
   chart().set_sub_populations(!chart().stage().chart().SubPopulations);
 }
@@ -39,7 +51,7 @@ void ChartCommands::format_at_menu() {
   place ? format(chart(), *place) : format();
 }
 
-void ChartCommands::save() { save_chart(program_.session, chart().index(), chart().drawing()); }
+void ChartCommands::save() { files_.save(chart().stage(), &frame_); }
 
 void ChartCommands::format() {
   FormatDialog::run(program_.session, program_.commands, chart().index(), ChartPart::boxes,

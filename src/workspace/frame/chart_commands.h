@@ -4,6 +4,8 @@
 #include <QMenu>
 #include <QObject>
 
+#include "workspace/chart/chart_files.h"
+#include "workspace/frame/point_link.h"
 #include "workspace/frame/printing.h"
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_windows.h"
@@ -27,6 +29,10 @@ class ChartCommands : public QObject {
 
   void toggle_zoom();
   void toggle_precise_reading();
+  /// Opens the box in which a percentage or a time is typed.
+  void read_value();
+  /// Brings the sheet to the front, at the row of the point that was chosen last.
+  void show_row();
   void toggle_sub_populations();
   void format();
   /// On the page of what lay under the mouse when it asked for the pop-up.
@@ -47,6 +53,8 @@ class ChartCommands : public QObject {
   ProjectWindows& windows_;
   QWidget& frame_;
   Printing printing_;
+  PointLink link_;
+  ChartFiles files_;
 };
 
 }  // namespace tavlo

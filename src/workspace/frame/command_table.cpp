@@ -180,6 +180,21 @@ Rows option_commands(MainWindow& frame) {
   };
 }
 
+Rows reading_commands(ChartCommands& charts) {
+  const auto on_point =
+      of_chart(charts, [](ChartWindow& chart) { return chart.chosen_point().has_value(); });
+  return {
+      {{240, options, "Read &Value...", "Ctrl+G"},
+       {.name = "ReadValue",
+        .run = [&] { charts.read_value(); },
+        .refusal = without_chart(charts)}},
+      {{241, "", "Show Ro&w in Sheet"},
+       {.name = "ShowRow",
+        .run = [&] { charts.show_row(); },
+        .refusal = unless(on_point, "Click a data point of the chart first.")}},
+  };
+}
+
 Rows mark_commands(ChartCommands& charts) {
   const auto adds = [&charts](const char* name, MarkKind kind) {
     return CommandEffect{.name = name,
@@ -350,9 +365,10 @@ std::vector<Command> all_commands(MainWindow& frame) {
   for (Rows& rows :
        std::array{file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
                   column_commands(frame.sheets()), option_commands(frame),
-                  mark_commands(frame.charts()), chart_commands(frame.charts()),
-                  record_commands(frame), choice_commands(frame), analysis_commands(frame),
-                  layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
+                  reading_commands(frame.charts()), mark_commands(frame.charts()),
+                  chart_commands(frame.charts()), record_commands(frame), choice_commands(frame),
+                  analysis_commands(frame), layout_commands(frame.windows()),
+                  window_commands(frame), help_commands(frame)})
     all.insert(all.end(), std::make_move_iterator(rows.begin()),
                std::make_move_iterator(rows.end()));
   return all;
@@ -419,6 +435,8 @@ std::span<const int> chart_pop_up() {
                                      command::zoom_automatic,
                                      0,
                                      command::precise_reading,
+                                     command::read_value,
+                                     command::show_row,
                                      command::sub_populations,
                                      0,
                                      command::add_text,

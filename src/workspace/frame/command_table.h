@@ -57,6 +57,8 @@ inline constexpr int find_cell = 167;
 inline constexpr int find_next = 168;
 inline constexpr int find_previous = 169;
 inline constexpr int copy_with_headings = 170;
+inline constexpr int read_value = 240;
+inline constexpr int show_row = 241;
 inline constexpr int first_method = 300;
 inline constexpr int first_model = 310;
 }  // namespace command

@@ -42,6 +42,13 @@ bool is_record(const QString& key) {
   return key.size() > 1 && QStringLiteral("DFC").contains(key.front());
 }
 
+/// What a chart is about: its title, and the data that it shows.
+QString title_of(const Session& session, const Chart& chart) {
+  const std::string& title = chart.Boxes(chart_item::main_title).Text2;
+  const std::string data = names_of_data(session, plot_sets(session, chart));
+  return to_qt(title.empty() || data.empty() ? title + data : title + ": " + data);
+}
+
 bool has_old_fits(const Project& project, int index) {
   const FitSet& fits = project.fits(index);
   const DataSet& data = project.data(data_of_fits(project, index));
@@ -81,18 +88,18 @@ void ProjectTree::show_records(const Project& project) {
 void ProjectTree::show_age(const Session& session) {
   const QSignalBlocker no_edits(this);
   const Project& project = session.project;
-  const auto mark = [this](const QString& key, bool is_old) {
+  const auto mark = [this](const QString& key, bool is_old, const QString& title = {}) {
     QTreeWidgetItem* item = node(key);
     if (!item) return;
     item->setForeground(
         0, palette().brush(is_old ? QPalette::Disabled : QPalette::Active, QPalette::Text));
-    item->setToolTip(0,
-                     is_old ? tr("out of date: the data or their ranks have changed") : QString());
+    item->setToolTip(0, is_old ? tr("out of date: the data or their ranks have changed") : title);
   };
   for (int i = 1; i <= project.fits.bound(); ++i)
     mark(QStringLiteral("F%1").arg(i), has_old_fits(project, i));
   for (int i = 1; i <= project.charts.bound(); ++i)
-    mark(QStringLiteral("C%1").arg(i), is_out_of_date(session, project.charts(i)));
+    mark(QStringLiteral("C%1").arg(i), is_out_of_date(session, project.charts(i)),
+         title_of(session, project.charts(i)));
 }
 
 /// Those of the records, and no others.

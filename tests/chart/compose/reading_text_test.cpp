@@ -19,6 +19,11 @@ TEST(ReadingText, SaysPlaceAndFitWithTheDigitsAskedFor) {
   reading.snapped = SnappedTo::point;
   EXPECT_EQ(reading_text(reading, weibull, 7),
             "Point:  X = 200.06   Y = 30.0249%   Fit:  F = 13.82346% at X, X = 333.2222 at Y");
+  reading.point = DataPoint{1, 7, 3, 1, "Seal", "Pumps"};
+  EXPECT_NE(reading_text(reading, weibull, 4)
+                .find("3 failures of mode Seal, 1 suspension, row 7 of Pumps   Fit:"),
+            std::string::npos);
+  reading.point.reset();
   reading.y = 0.999999;  // nearly all is not all
   EXPECT_NE(reading_text(reading, weibull, 4).find("Y = 99.9999%"), std::string::npos);
   reading.y = 0.300249;

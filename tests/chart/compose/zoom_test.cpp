@@ -49,6 +49,48 @@ TEST(Zoom, TheRectangleFillsThePlot) {
   }
 }
 
+// A run of turns of the wheel, and of moves of the paper, is a single step; what the person
+// looks at stays under the pointer all the way.
+TEST(Zoom, ThePointerHoldsWhatItIsOver) {
+  test::TestWorld world;
+  std::mt19937_64 generator(11);
+  std::uniform_int_distribution<std::int32_t> x(1250, 9250), y(650, 5150);
+  std::uniform_real_distribution<double> factor(0.7, 1.3);
+  ErrorReporter& errors = world.session.errors;
+  for (const auto& codes : papers) {
+    Chart chart = on_paper(codes);
+    const Chart first = chart;
+    const ChartItem& plot = chart.Boxes(chart_item::plot_box);
+    ZoomStep step = ZoomStep::own;
+    for (int i = 0; i < 60; ++i, step = ZoomStep::last) {
+      const Place at{x(generator), y(generator)}, to{x(generator) / 8 + 5000, y(generator)};
+      const Place end = i % 3 == 0 ? to : at;
+      const double over = AxisMap::x(errors, plot, chart.Axes(0)).read(at.x);
+      const double beside = AxisMap::y(errors, plot, chart.Axes(1)).read(at.y);
+      const Chart before = chart;
+      const bool moves = i % 3 == 0 ? pan(chart, at, to, step)
+                                    : zoom_about(chart, at, i % 5 ? factor(generator) : 1.0,
+                                                 factor(generator), step);
+      if (!moves) {
+        EXPECT_EQ(chart, before);
+        continue;
+      }
+      EXPECT_NEAR(AxisMap::x(errors, plot, chart.Axes(0))(over), end.x, 1);
+      EXPECT_NEAR(AxisMap::y(errors, plot, chart.Axes(1))(beside), end.y, 1);
+      if (end == at && i % 5 == 0) {
+        EXPECT_EQ(chart.Axes(0).Max, before.Axes(0).Max);
+      }
+    }
+    EXPECT_EQ(zoom_depth(chart), 1u);
+    ASSERT_TRUE(zoom_back(chart));
+    EXPECT_EQ(chart, first);
+    for (int i = 0; i < 2000; ++i) zoom_about(chart, {4000, 3000}, 1.2, 1.2, ZoomStep::last);
+    for (int axis : {0, 1})
+      EXPECT_TRUE(has_place(codes[axis], chart.Axes(axis).Min) &&
+                  has_place(codes[axis], chart.Axes(axis).Max));
+  }
+}
+
 // Any number of steps in, the same number out: every record on the way is met again.
 TEST(Zoom, EachStepIsUndone) {
   std::mt19937_64 generator(7);
