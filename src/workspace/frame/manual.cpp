@@ -15,7 +15,7 @@ constexpr const char* keyboard_key = "keyboard";
 
 constexpr std::array keys = {"contents", "quick",        "first-steps",     "sheet",
                              "import",   "models",       "methods",         "fit-panel",
-                             "life",     "mixtures",     "charts",          "comparison",
+                             "mixtures",     "charts",          "comparison",
                              "samples",  "files",        "log-and-reports", keyboard_key,
                              "setup",    "command-line", "licences"};
 

@@ -21,7 +21,9 @@ std::vector<std::int32_t> ids_of(const Records& records) {
 ProjectWindows::ProjectWindows(Program& program, QWidget* parent)
     : QMdiArea(parent), program_(program), views_(program) {
   setObjectName(QStringLiteral("area"));
-  setBackground(palette().mid());
+  setBackground(QBrush(Qt::NoBrush));
+  viewport()->setBackgroundRole(QPalette::Mid);
+  viewport()->setAutoFillBackground(true);
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
