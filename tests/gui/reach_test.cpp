@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QTextBrowser>
 
+#include "actions/undo.h"
+#include "actions/work.h"
 #include "gui/window_world.h"
 #include "workspace/frame/command_table.h"
 #include "workspace/qt/qt_text.h"
@@ -121,6 +123,33 @@ TEST_F(Reach, TheManualOpensAtTheWindowInFrontAndFindsWords) {
   EXPECT_FALSE(page.toPlainText().startsWith(QStringLiteral("The fit panel")));
   person.press({"Escape"});
   EXPECT_TRUE(test::wait_until([&] { return window.isActiveWindow(); }));
+}
+
+// An example is opened as a project without a file: a save can't replace it.
+TEST_F(Reach, AnExampleHasNoFileToBeSavedTo) {
+  QMenu& file = *window.menuBar()->actions().front()->menu();
+  emit file.aboutToShow();
+  QAction* first = nullptr;
+  for (const QAction* each : file.actions())
+    if (each->menu() && each->text().remove(u'&') == u"Examples")
+      first = each->menu()->actions().value(0);
+  ASSERT_TRUE(first);
+  first->trigger();
+  EXPECT_TRUE(test::wait_until([&] { return sheet().last_row() > 10; }));
+  EXPECT_EQ(present_work(session()).path, "");
+  EXPECT_FALSE(is_unsaved(session()));
+}
+
+// The panels stand on one place: the one in view is that of the sheet in front.
+TEST_F(Reach, ASheetBringsThePanelOfItsSet) {
+  window.add_data_and_fit();
+  for (const int set : {1, 2, 1}) {
+    window.open_child({Block::sheet, set});
+    ASSERT_TRUE(test::wait_until([&] { return window.windows().sheet(set).hasFocus(); }));
+    const QWidget& panel = *window.windows().child({Block::panel, set});
+    const QPoint middle = panel.geometry().center();
+    EXPECT_TRUE(panel.isAncestorOf(window.windows().viewport()->childAt(middle))) << set;
+  }
 }
 
 // What is closed and brought back stands at its old place; bars come and go with the setting.

@@ -69,7 +69,7 @@ MainWindow::MainWindow(Program& program)
   files_.attach(commands_->menu(QStringLiteral("&File")),
                 commands_->menu(QStringLiteral("&File|Recent &Files")),
                 commands_->menu(QStringLiteral("&File|&Examples")),
-                commands_->menu(QStringLiteral("&File|Reco&ver")));
+                commands_->menu(QStringLiteral("&File|Re&cover")));
   bars_ = std::make_unique<ToolBars>(*this, *commands_, [this] {
     const QMdiSubWindow* front = windows_.activeSubWindow();
     return front ? front->windowTitle() : QString();
