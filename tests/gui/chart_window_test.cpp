@@ -259,20 +259,20 @@ TEST_F(OnTheChart, DraggedBoxesStayWhereTheyWerePut) {
   for (const int item : {chart_item::legend, chart_item::parameter_box}) {
     const QPoint from = middle_of(item);
     const int before = chart().compositions();
-    person.drag(chart(), {from, from + QPoint(-20, -10), from + QPoint(-70, -50)});
+    person.drag(chart(), {from, from + QPoint(-20, -10), from + QPoint(-50, -30)});
     ASSERT_TRUE(wait_until([&] { return has_own_place(record(), item); }));
     catch_up();
     EXPECT_LE(chart().compositions() - before, 2) << "one for each event at most";
-    EXPECT_LE((middle_of(item) - from - QPoint(-70, -50)).manhattanLength(), 2);
+    EXPECT_LE((middle_of(item) - from - QPoint(-50, -30)).manhattanLength(), 2);
     const ChartItem put = record().Boxes(item);
-    person.hold(chart(), from + QPoint(-70, -50));
-    person.move_to(chart(), from + QPoint(-90, -90));
+    person.hold(chart(), from + QPoint(-50, -30));
+    person.move_to(chart(), from + QPoint(-70, -60));
     ASSERT_TRUE(wait_until([&] { return record().Boxes(item) != put; }));
     press("Escape");
     EXPECT_TRUE(wait_until([&] { return record().Boxes(item) == put; })) << "Escape takes it back";
     person.let_go();
 
-    open_menu(from + QPoint(-70, -50));
+    open_menu(from + QPoint(-50, -30));
     press("o");
     EXPECT_TRUE(wait_until([&] { return !has_own_place(record(), item); }));
   }

@@ -12,6 +12,7 @@
 #include "workspace/format/format_fields.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/qt_text.h"
+#include "workspace/qt/tones.h"
 
 namespace tavlo {
 
@@ -285,7 +286,7 @@ void ImportDialog::show_row(int row, const TextLook::Row& from) {
     const bool is_read = is_point || preview_.look.columns[field].has_value();
     if (!is_read) cell->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
     if (is_point) cell->setBackground(palette().alternateBase());
-    if (is_wrong) cell->setBackground(QColor(0xFB, 0xDD, 0xDD));
+    if (is_wrong) cell->setBackground(wrong_ground(palette()));
     tbl_Rows_.setItem(place, column, cell);
   }
 }
@@ -293,7 +294,7 @@ void ImportDialog::show_row(int row, const TextLook::Row& from) {
 void ImportDialog::show_end(const QString& words, bool is_good) {
   lbl_Result_.setText(words);
   QPalette colours = palette();
-  if (!is_good) colours.setColor(QPalette::WindowText, QColor(0xB0, 0x1E, 0x1E));
+  if (!is_good) colours.setColor(QPalette::WindowText, wrong_ink(palette()));
   lbl_Result_.setPalette(colours);
   cmd_Import_->setEnabled(is_good);
   cmd_Import_->setDefault(is_good);

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QUrl>
 #include <algorithm>
 #include <array>
@@ -126,13 +127,30 @@ void SheetView::set_up_edit_box() {
   edit_.setAccessibleName(tr("Cell"));
   edit_.setMaxLength(1000);
   edit_.setAcceptDrops(false);  // dropped rows would run together into one number
-  edit_.setStyleSheet(
-      QStringLiteral("QLineEdit { border: 1px solid #1F5FA8; background: palette(base); }"));
+  edit_.setStyleSheet(QStringLiteral(
+      "QLineEdit { border: 1px solid palette(highlight); background: palette(base); }"));
   edit_.hide();
   edit_.installEventFilter(this);
   connect(&edit_, &QLineEdit::textChanged, this, [this](const QString& text) {
     if (sheet_.editing()) sheet_.set_edit_text(from_qt(text));
   });
+}
+
+/// An empty sheet says what to do.
+void SheetView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (sheet_.last_row() > 0 || edit_.isVisible()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+  const int line = fontMetrics().height();
+  const QRect room = viewport()->rect().adjusted(line, line * 4, -line, -line);
+  const QString words =
+      tr("Type or paste times; s or > marks a suspension; or open an example (File > Examples).");
+  const auto flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+  const QRect place = painter.boundingRect(room, flags, words);
+  painter.fillRect(place.adjusted(-line / 2, -line / 4, line / 2, line / 4),
+                   palette().color(QPalette::Base));
+  painter.drawText(room, flags, words);
 }
 
 void SheetView::refresh() {

@@ -68,6 +68,7 @@ class SheetView : public QTableView {
 
  protected:
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers with) override;
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   bool viewportEvent(QEvent* event) override;

@@ -71,6 +71,7 @@ void ComparisonDialog::lay_out() {
   auto* caption = new QLabel(tr("&Data set"));
   caption->setBuddy(&lst_DataSet_);
   lst_DataSet_.setObjectName(QStringLiteral("lst_DataSet"));
+  lst_DataSet_.setAccessibleName(tr("Data set"));
   for (int i = 1; i <= session_.project.data.bound(); ++i)
     lst_DataSet_.addItem(to_qt(session_.project.data(i).Title));
   QWidget* const models = make_models();

@@ -1,6 +1,7 @@
 #include "workspace/format/format_fields.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <cmath>
 
 #include "chart/parts/symbols.h"
@@ -9,6 +10,7 @@
 #include "workspace/format/colour_dialog.h"
 #include "workspace/format/format_pictures.h"
 #include "workspace/qt/qt_text.h"
+#include "workspace/qt/tones.h"
 
 namespace tavlo {
 
@@ -114,7 +116,7 @@ void NumberEditor::take(const QString& text) {
 void NumberEditor::mark(bool valid) {
   valid_ = valid;
   QPalette colours;
-  if (!valid) colours.setColor(QPalette::Base, QColor(0xFC, 0xDC, 0xDC));
+  if (!valid) colours.setColor(QPalette::Base, wrong_ground(QGuiApplication::palette()));
   line_->setPalette(colours);
 }
 

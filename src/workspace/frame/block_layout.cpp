@@ -17,7 +17,9 @@ constexpr double bottom_share = 0.37;
 
 std::size_t at(Block block) { return static_cast<std::size_t>(block); }
 
+/// Large letters on a small screen leave the other half to the chart all the same.
 int length(int whole, double share, int least, int most) {
+  least = std::min(least, whole / 2);
   return std::clamp(static_cast<int>(share * whole), least, std::max(least, most));
 }
 

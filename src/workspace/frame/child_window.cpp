@@ -22,12 +22,26 @@ struct Kind {
 constexpr std::array<Kind, block_count> kinds = {
     {{"frm_data", "editor"}, {"frm_Log", "doc"}, {"frm_Chart", "graph"}, {"frm_Fit", "pc"}}};
 
+/// The title of the active window has the ground of a selection.
+QIcon selected(const QIcon& plain) {
+  const int side = 16;
+  QIcon drawn;
+  for (const int scale : {1, 2, 3}) drawn.addPixmap(plain.pixmap(side * scale, QIcon::Selected));
+  return drawn;
+}
+
 }  // namespace
 
 ChildWindow::ChildWindow(QWidget* content, WindowKey key, const QString& title) : key_(key) {
   const Kind& kind = kinds[static_cast<std::size_t>(key.block)];
   setObjectName(to_qt(kind.name));
-  setWindowIcon(icon(to_qt(kind.image)));
+  const QIcon plain = icon(to_qt(kind.image));
+  setWindowIcon(plain);
+  connect(this, &QMdiSubWindow::windowStateChanged, this,
+          [this, plain](Qt::WindowStates, Qt::WindowStates now) {
+            const bool is_on_highlight = (now & Qt::WindowActive) && !(now & Qt::WindowMaximized);
+            setWindowIcon(is_on_highlight ? selected(plain) : plain);
+          });
   setWidget(content);
   set_title(title);
   setFocusProxy(content);

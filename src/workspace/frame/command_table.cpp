@@ -34,25 +34,28 @@ Reason without_chart(ChartCommands& charts) {
 Rows file_commands(MainWindow& frame) {
   ChartCommands& charts = frame.charts();
   return {
-      {{1, "&File|&New", "&Project", "Ctrl+N"}, {.run = [&] { frame.files().new_project(); }}},
+      {{1, "&File|&New", "&Project", "Ctrl+N", "new"},
+       {.run = [&] { frame.files().new_project(); }}},
       {{2, "&File|&New", "&Data/Fit"}, {.run = [&] { frame.add_data_and_fit(); }}},
       {{3, "&File|&New", "&Chart"}, {.run = [&] { frame.add_chart(); }}},
-      {{4, file, "&Open", "Ctrl+O"}, {.run = [&] { frame.files().open(); }}},
-      {{103, file, "&Import..."}, {.name = "Import", .run = [&] { frame.files().import(); }}},
+      {{4, file, "&Open", "Ctrl+O", "open"}, {.run = [&] { frame.files().open(); }}},
+      {{103, file, "&Import...", "", "import"},
+       {.name = "Import", .run = [&] { frame.files().import(); }}},
+      {{0, "&File|&Examples"}},
       {{0, "&File|Recent &Files"}},
-      {{0, "&File|Reco&ver"}},
-      {{5, file, "&Save", "Ctrl+S"}, {.run = [&] { frame.files().save(); }}},
+      {{0, "&File|Re&cover"}},
+      {{5, file, "&Save", "Ctrl+S", "save"}, {.run = [&] { frame.files().save(); }}},
       {{6, file, "Save &As"}, {.run = [&] { frame.files().save(); }}},
       {{0, file}},
-      {{7, file, "&Print", "Ctrl+P"}, {.run = [&] { charts.print(); }}},
+      {{7, file, "&Print", "Ctrl+P", "print"}, {.run = [&] { charts.print(); }}},
       {{8, file, "Print Pre&view"}, {.run = [&] { charts.preview(); }}},
       {{9, file, "Print Set&up"}, {.run = [&] { charts.set_up_printer(); }}},
       {{0, file}},
-      {{10, file, "Setup/&Language"}, {.run = [&] { frame.show_options(); }}},
+      {{10, file, "Setup/&Language", "", "options"}, {.run = [&] { frame.show_options(); }}},
       {{11, file, "Li&brary"},
        {.refusal = always("The library of typical parameters comes with the next version.")}},
       {{0, file}},
-      {{12, file, "E&xit", "Ctrl+Q"}, {.run = [&] { frame.leave(); }}},
+      {{12, file, "E&xit", "Ctrl+Q", "exit"}, {.run = [&] { frame.leave(); }}},
   };
 }
 
@@ -65,20 +68,22 @@ Rows edit_commands(MainWindow& frame) {
   return {
       {{13, edit, "Select &All", "Ctrl+A"},
        {.run = [&] { frame.select_all(); }, .refusal = without_text}},
-      {{14, edit, "Cu&t", "Ctrl+X"}, {.run = [&] { frame.cut(); }, .refusal = without_sheet}},
-      {{15, edit, "&Copy", "Ctrl+C"}, {.run = [&] { frame.copy(); }}},
+      {{14, edit, "Cu&t", "Ctrl+X", "cut"},
+       {.run = [&] { frame.cut(); }, .refusal = without_sheet}},
+      {{15, edit, "&Copy", "Ctrl+C", "copy"}, {.run = [&] { frame.copy(); }}},
       {{170, edit, "Copy with &Headings", "Ctrl+Shift+C"},
        {.name = "CopyTable",
         .run = [&] { frame.sheets().copy_with_headings(); },
         .refusal = without_sheet,
         .reach = CommandReach::sheet}},
-      {{16, edit, "&Paste", "Ctrl+V"}, {.run = [&] { frame.paste(); }, .refusal = without_sheet}},
+      {{16, edit, "&Paste", "Ctrl+V", "paste"},
+       {.run = [&] { frame.paste(); }, .refusal = without_sheet}},
       {{0, edit}},
-      {{18, edit, "&Undo", "Ctrl+Z"},
+      {{18, edit, "&Undo", "Ctrl+Z", "undo"},
        {.run = [&] { frame.undo(); },
         .refusal = unless([&] { return frame.history().can_undo(); }, "There is nothing to undo."),
         .object = [&] { return frame.history().undo_name(); }}},
-      {{19, edit, "&Redo", "Ctrl+Y; Ctrl+Shift+Z"},
+      {{19, edit, "&Redo", "Ctrl+Y; Ctrl+Shift+Z", "redo"},
        {.run = [&] { frame.redo(); },
         .refusal = unless([&] { return frame.history().can_redo(); }, "There is nothing to redo."),
         .object = [&] { return frame.history().redo_name(); }}},
@@ -164,19 +169,24 @@ Rows option_commands(MainWindow& frame) {
   const auto shows_parts = of_chart(
       charts, [](ChartWindow& chart) { return chart.stage().chart().SubPopulations != 0; });
   return {
-      {{28, options, "&Sample"}, {.run = [&] { frame.draw_samples(); }}},
-      {{29, options, "&Calculator"}},
+      {{28, options, "&Sample", "", "sample"}, {.run = [&] { frame.draw_samples(); }}},
+      {{29, options, "&Calculator", "", "calculator"}, {.run = [&] { frame.start_calculator(); }}},
       {{30, options, "&Precise Reading"},
        {.run = [&] { charts.toggle_precise_reading(); }, .refusal = no_chart, .checked = precise}},
       {{31, options, "&Report", "Ctrl+R"}, {.run = [&] { frame.toggle_report(); }}},
-      {{32, options, "&Label/Style"}, {.run = [&] { charts.format(); }, .refusal = no_chart}},
-      {{33, options, "&Zoom"},
+      {{32, options, "&Label/Style", "", "format"},
+       {.run = [&] { charts.format(); }, .refusal = no_chart}},
+      {{33, options, "&Zoom", "", "zoom"},
        {.run = [&] { charts.toggle_zoom(); }, .refusal = no_chart, .checked = zooms}},
       {{102, options, "S&ub-Populations"},
        {.name = "SubPopulations",
         .run = [&] { charts.toggle_sub_populations(); },
         .refusal = no_chart,
         .checked = shows_parts}},
+      {{141, options, "Suspensions in mi&xture likelihood"},
+       {.name = "MixtureSuspensions",
+        .run = [&] { frame.toggle_censored(); },
+        .checked = [&] { return frame.panel().censored; }}},
   };
 }
 
@@ -206,6 +216,18 @@ Rows mark_commands(ChartCommands& charts) {
       {{115, marks, "&Line"}, adds("AddLine", MarkKind::line)},
       {{116, marks, "&Arrow"}, adds("AddArrow", MarkKind::arrow)},
       {{117, marks, "&Symbol"}, adds("AddSymbol", MarkKind::symbol)},
+  };
+}
+
+/// Those that no menu shows: a number of old, and what the print button offers.
+Rows unlisted_commands(MainWindow& frame) {
+  return {
+      {{17, "", "New Data"}, {.run = [&] { frame.add_data_and_fit(); }}},
+      {{command::export_file, "", "&Export to File"},
+       {.name = "ExportFile",
+        .run = [&] { frame.charts().save(); },
+        .refusal = unless([&] { return frame.windows().active_block() == Block::chart; },
+                          "Bring a chart to the front first.")}},
   };
 }
 
@@ -257,14 +279,14 @@ Rows record_commands(MainWindow& frame) {
   const auto can_delete = [&] { return !frame.deletable_record().empty(); };
   const auto can_rename = [&] { return frame.tree().can_rename(); };
   return {
-      {{122, "", "&Delete Fit", "Del"},
+      {{122, "", "&Delete Fit", "Del", "delete"},
        {.name = "DeleteFit", .run = [&] { frame.delete_fit(); }, .reach = CommandReach::fits}},
       {{123, "", "Re&name", "F2"},
        {.name = "Rename",
         .run = [&] { frame.tree().rename(); },
         .refusal = unless(can_rename, "Choose a data set or its fits in the project tree first."),
         .reach = CommandReach::tree}},
-      {{124, "", "&Delete", "Del"},
+      {{124, "", "&Delete", "Del", "delete"},
        {.name = "DeleteRecord",
         .run = [&] { frame.delete_record(); },
         .refusal = unless(can_delete,
@@ -303,12 +325,13 @@ Rows choice_commands(MainWindow& frame) {
 
 Rows analysis_commands(MainWindow& frame) {
   return {
-      {{101, analysis, "&Calculate Fit", "Alt+C"},
+      {{101, analysis, "&Calculate Fit", "Alt+C", "calculate"},
        {.name = "Calculate", .run = [&] { frame.calculate(); }}},
-      {{34, analysis, "&Distribution Analysis"}, {.run = [&] { frame.compare_models(); }}},
+      {{34, analysis, "&Distribution Analysis", "", "compare"},
+       {.run = [&] { frame.compare_models(); }}},
       {{49, analysis, "&3 Parameter"}},
       {{50, analysis, "&Weibayes"}},
-      {{35, "&Tools", "&Fit Wizard"},
+      {{35, "&Tools", "&Fit Wizard", "", "wizard"},
        {.refusal = always("The fit wizard comes with the next version.")}},
   };
 }
@@ -321,10 +344,13 @@ Rows layout_commands(ProjectWindows& windows) {
        {.run = [&] { windows.tile(false); }, .refusal = none_shown}},
       {{38, window, "Tile &Vertical"}, {.run = [&] { windows.tile(true); }, .refusal = none_shown}},
       {{39, window, "Tile &Block", "Ctrl+B"}, {.run = [&] { windows.Tile_Block(); }}},
-      {{40, window, "&Arrange Icons"}},
+      {{40, window, "&Arrange Icons"},
+       {.run = [&] { windows.arrange_icons(); },
+        .refusal = unless([&] { return windows.any_icon(); }, "No window is minimised.")}},
       {{41, window, "C&lose All"}, {.run = [&] { windows.hide_all(); }, .refusal = none_shown}},
       {{43, "&Window|&RestoreForm", "&Undelete", "Ctrl+U"},
-       {.run = [&] { windows.restore_all(); }}},
+       {.run = [&] { windows.restore_all(); },
+        .refusal = unless([&] { return windows.any_binned(); }, "No window is closed.")}},
   };
 }
 
@@ -350,11 +376,17 @@ Rows window_commands(MainWindow& frame) {
 
 Rows help_commands(MainWindow& frame) {
   return {
-      {{44, help, "&Index"}},
-      {{45, help, "&QuickHelp (1 page)"}},
-      {{46, help, "&About"}, {.run = [&] { frame.show_about(); }}},
-      {{47, "&Help|&Other Tools", "QM &Weibull"}},
-      {{48, "&Help|&Other Tools", "QM &Visual"}},
+      {{44, help, "&Index", "", "help"}, {.run = [&] { frame.show_help("contents"); }}},
+      {{142, help, "Help on This &Window", "F1"},
+       {.name = "HelpOnWindow", .run = [&] { frame.help_on_window(); }}},
+      {{45, help, "&QuickHelp (1 page)"}, {.run = [&] { frame.show_help("quick"); }}},
+      {{143, help, "&Keyboard"},
+       {.name = "HelpOnKeys", .run = [&] { frame.show_help("keyboard"); }}},
+      {{46, help, "&About", "", "tavlo"}, {.run = [&] { frame.show_about(); }}},
+      {{47, "&Help|&Other Tools", "QM &Weibull"},
+       {.run = [&] { frame.start_sibling("quellw.exe"); }}},
+      {{48, "&Help|&Other Tools", "QM &Visual"},
+       {.run = [&] { frame.start_sibling("quellv.exe"); }}},
   };
 }
 
@@ -366,9 +398,9 @@ std::vector<Command> all_commands(MainWindow& frame) {
        std::array{file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
                   column_commands(frame.sheets()), option_commands(frame),
                   reading_commands(frame.charts()), mark_commands(frame.charts()),
-                  chart_commands(frame.charts()), record_commands(frame), choice_commands(frame),
-                  analysis_commands(frame), layout_commands(frame.windows()),
-                  window_commands(frame), help_commands(frame)})
+                  chart_commands(frame.charts()), record_commands(frame), unlisted_commands(frame),
+                  choice_commands(frame), analysis_commands(frame),
+                  layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
     all.insert(all.end(), std::make_move_iterator(rows.begin()),
                std::make_move_iterator(rows.end()));
   return all;

@@ -15,16 +15,22 @@ class MainWindow;
 namespace command {
 inline constexpr int separator = 0;
 inline constexpr int new_project = 1;
+inline constexpr int open = 4;
+inline constexpr int save = 5;
 inline constexpr int print = 7;
 inline constexpr int print_preview = 8;
+inline constexpr int print_setup = 9;
 inline constexpr int options = 10;
 inline constexpr int select_all = 13;
 inline constexpr int cut = 14;
 inline constexpr int copy = 15;
 inline constexpr int paste = 16;
+inline constexpr int sample = 28;
 inline constexpr int precise_reading = 30;
 inline constexpr int label_style = 32;
 inline constexpr int zoom = 33;
+inline constexpr int compare = 34;
+inline constexpr int fit_wizard = 35;
 inline constexpr int tile_block = 39;
 // Those that have no number in the menus of old.
 inline constexpr int calculate = 101;
@@ -59,6 +65,7 @@ inline constexpr int find_previous = 169;
 inline constexpr int copy_with_headings = 170;
 inline constexpr int read_value = 240;
 inline constexpr int show_row = 241;
+inline constexpr int export_file = 140;
 inline constexpr int first_method = 300;
 inline constexpr int first_model = 310;
 }  // namespace command

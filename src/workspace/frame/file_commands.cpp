@@ -9,6 +9,7 @@
 #include "actions/save_project.h"
 #include "actions/undo.h"
 #include "actions/work.h"
+#include "files/example_files.h"
 #include "files/plain_lines.h"
 #include "workspace/data/import_dialog.h"
 #include "workspace/qt/qt_text.h"
@@ -18,6 +19,13 @@ namespace tavlo {
 namespace {
 
 constexpr int milliseconds_between_copies = 2 * 60 * 1000;
+
+void grey_if_empty(QMenu& menu, const char* reason) {
+  QAction& entry = *menu.menuAction();
+  entry.setEnabled(!menu.isEmpty());
+  entry.setToolTip(menu.isEmpty() ? QString::fromUtf8(reason) : QString());
+  entry.setStatusTip(entry.toolTip());
+}
 
 /// A text of a menu; an ampersand in it is one.
 QString menu_text(const std::string& text) {
@@ -34,9 +42,10 @@ FileCommands::FileCommands(Program& program, QWidget& frame, FileViews views)
       copies_(program.timer.every(milliseconds_between_copies, [this] { tend_copies(session_); })) {
 }
 
-void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& recovery) {
-  QObject::connect(&file, &QMenu::aboutToShow, &frame_, [this, &recent, &recovery] {
+void FileCommands::attach(QMenu& file, QMenu& recent, QMenu& examples, QMenu& recovery) {
+  QObject::connect(&file, &QMenu::aboutToShow, &frame_, [this, &recent, &examples, &recovery] {
     fill_recent(recent);
+    fill_examples(examples);
     fill_recovery(recovery);
   });
 }
@@ -106,7 +115,16 @@ void FileCommands::fill_recent(QMenu& menu) {
       begin_work([this, place] { return open_recent(session_, place); });
     });
   }
-  menu.menuAction()->setEnabled(!menu.isEmpty());
+  grey_if_empty(menu, "No project has been opened or saved yet.");
+}
+
+void FileCommands::fill_examples(QMenu& menu) {
+  menu.clear();
+  for (const std::string& path : example_files(session_.ports.host, session_.ports.file_system)) {
+    QAction* entry = menu.addAction(menu_text(bare_file_name(path)));
+    QObject::connect(entry, &QAction::triggered, &frame_, [this, path] { open_path(path); });
+  }
+  grey_if_empty(menu, "The examples were not installed with the program.");
 }
 
 void FileCommands::fill_recovery(QMenu& menu) {
@@ -118,7 +136,7 @@ void FileCommands::fill_recovery(QMenu& menu) {
       begin_work([this, copy] { return recover(session_, copy); });
     });
   }
-  menu.menuAction()->setEnabled(!menu.isEmpty());
+  grey_if_empty(menu, "Nothing was left unsaved.");
 }
 
 bool FileCommands::may_leave() {

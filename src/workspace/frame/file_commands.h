@@ -22,8 +22,8 @@ class FileCommands {
  public:
   FileCommands(Program& program, QWidget& frame, FileViews views);
 
-  /// Fills the submenus of recent files and of copies whenever the file menu is opened.
-  void attach(QMenu& file, QMenu& recent, QMenu& recovery);
+  /// Fills the submenus of recent files, examples and copies whenever the file menu is opened.
+  void attach(QMenu& file, QMenu& recent, QMenu& examples, QMenu& recovery);
 
   void new_project();
   void open();
@@ -49,6 +49,7 @@ class FileCommands {
   bool may_leave_project(const std::string& what_of_it);
   void preview_import(const std::string& path, bool may_open);
   void fill_recent(QMenu& menu);
+  void fill_examples(QMenu& menu);
   void fill_recovery(QMenu& menu);
 
   Program& program_;

@@ -13,6 +13,7 @@
 #include "actions/clipboard_text.h"
 #include "actions/intake.h"
 #include "actions/new_project.h"
+#include "actions/other_programs.h"
 #include "actions/program_end.h"
 #include "actions/recent_files.h"
 #include "actions/records.h"
@@ -26,6 +27,7 @@
 #include "workspace/fit/fit_choices.h"
 #include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
+#include "workspace/frame/help_desk.h"
 #include "workspace/frame/options_dialog.h"
 #include "workspace/frame/sample_dialog.h"
 #include "workspace/qt/look.h"
@@ -61,14 +63,23 @@ MainWindow::MainWindow(Program& program)
   program_.prompts.set_parent(this);
   set_up_tree();
   set_up_status_bar();
-  show_bars();
   commands_ = std::make_unique<CommandRegistry>(
       *menuBar(), with_captions(all_commands(*this), session_.LanguageText),
       [this](int id) { DoCommand(id); },
       [this](const QString& path) { return menu_caption(path, session_.LanguageText); });
   files_.attach(commands_->menu(QStringLiteral("&File")),
                 commands_->menu(QStringLiteral("&File|Recent &Files")),
-                commands_->menu(QStringLiteral("&File|Reco&ver")));
+                commands_->menu(QStringLiteral("&File|&Examples")),
+                commands_->menu(QStringLiteral("&File|Re&cover")));
+  bars_ = std::make_unique<ToolBars>(*this, *commands_, [this] {
+    const QMdiSubWindow* front = windows_.activeSubWindow();
+    return front ? front->windowTitle() : QString();
+  });
+  show_bars();
+  windows_.setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(&windows_, &QWidget::customContextMenuRequested, this,
+          [this](const QPoint& at) { bars_->all_menus().popup(windows_.mapToGlobal(at)); });
+  help_ = std::make_unique<HelpDesk>([this] { return keys_of(all_commands(*this)); });
   chart_menu_.setObjectName(QStringLiteral("mnu_Chart"));
   commands_->fill(chart_menu_, chart_pop_up());
   commands_->menu(QStringLiteral("&Edit|&View Columns")).installEventFilter(&sheets_);
@@ -364,11 +375,33 @@ void MainWindow::show_tree() {
 }
 
 void MainWindow::toggle_report() {
-  const ChildWindow* chart = windows_.child({Block::chart, 1});
+  const int index = chart_at_work();
+  const ChildWindow* chart = windows_.child({Block::chart, index});
   const ChildWindow* log = windows_.child({Block::log, 1});
   const bool log_is_read = log && !log->isMinimized() && windows_.activeSubWindow() == log;
   const bool to_chart = !chart || chart->isMinimized() || log_is_read;
-  open_child({to_chart ? Block::chart : Block::log, 1});
+  to_chart ? open_child({Block::chart, index}) : open_child({Block::log, 1});
+}
+
+int MainWindow::chart_at_work() const {
+  const Slots<Chart>& charts = session_.project.charts;
+  for (int i = 1; i <= charts.bound(); ++i)
+    if (charts(i).UniqueId == session_.chart_at_work) return i;
+  return 1;
+}
+
+void MainWindow::show_help(const char* page) { help_->show_page(QString::fromUtf8(page)); }
+
+void MainWindow::help_on_window() { help_->show_page(HelpDesk::page_of(windows_.active_block())); }
+
+void MainWindow::start_calculator() { tavlo::start_calculator(session_); }
+
+void MainWindow::start_sibling(const char* name) { tavlo::start_sibling(session_, name); }
+
+void MainWindow::toggle_censored() {
+  const bool on = !panel().censored;
+  chk_Censored_Click(session_, windows_.current_index(), on);
+  news_.say(tr(censored_status(on)));
 }
 
 void MainWindow::show_about() {
@@ -376,7 +409,10 @@ void MainWindow::show_about() {
       {"About Tavlo(TM)",
        std::string("Tavlo ") + TAVLO_VERSION +
            "\n\nLife data analysis: times to failure and suspensions, fitted and shown on "
-           "probability paper.",
+           "probability paper.\n\nBuilt with Qt " +
+           qVersion() +
+           " (LGPL 3), oneTBB (Apache 2.0), Boost.Math (Boost 1.0) and libcsv (LGPL 2.1); charts "
+           "are composed in Liberation Sans (SIL OFL 1.1).  Help > Index > Licences has more.",
        BoxIcon::information, BoxButtons::ok});
 }
 
@@ -431,7 +467,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   end_edits();
   event->setAccepted(files_.may_leave());
-  if (event->isAccepted()) end_program();
+  if (event->isAccepted() && !std::exchange(has_ended_, true)) end_program();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
@@ -451,10 +487,13 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::note_bars() {
   session_.settings.ProjectTree = !tree_dock_.isHidden();
   session_.settings.StatusBar = !statusBar()->isHidden();
+  session_.settings.StripToolbar = !bars_->strip().isHidden();
+  session_.settings.RibbonToolbar = !bars_->ribbon().isHidden();
 }
 
 void MainWindow::end_program() {
   note_bars();
+  help_->close();
   if (const auto store = own_store(session_.places)) {
     store->setValue(store_key::geometry, saveGeometry());
     store->setValue(store_key::bars, saveState());
@@ -477,6 +516,8 @@ void MainWindow::show_as_last_time() {
 void MainWindow::show_bars() {
   tree_dock_.setVisible(session_.settings.ProjectTree);
   statusBar()->setVisible(session_.settings.StatusBar);
+  bars_->strip().setVisible(session_.settings.StripToolbar);
+  bars_->ribbon().setVisible(session_.settings.RibbonToolbar);
 }
 
 // After the windows have been shown, so that a box about the file stands over them.

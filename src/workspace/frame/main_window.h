@@ -17,9 +17,11 @@
 #include "workspace/frame/project_tree.h"
 #include "workspace/frame/project_windows.h"
 #include "workspace/frame/sheet_commands.h"
+#include "workspace/frame/tool_bars.h"
 
 namespace tavlo {
 
+class HelpDesk;
 class SampleDialog;
 
 class MainWindow : public QMainWindow {
@@ -44,7 +46,7 @@ class MainWindow : public QMainWindow {
   /// Opens the file that the program was started with.
   void open_at_start(const std::string& path);
 
-  /// Shows or hides the tree and the status bar as the settings say.
+  /// Shows or hides tree, status bar and tool bars as the settings say.
   void show_bars();
 
   ProjectWindows& windows() { return windows_; }
@@ -79,6 +81,11 @@ class MainWindow : public QMainWindow {
   void show_tree();
   void show_about();
   void show_options();
+  void show_help(const char* page);
+  void help_on_window();
+  void start_calculator();
+  void start_sibling(const char* name);
+  void toggle_censored();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -97,6 +104,7 @@ class MainWindow : public QMainWindow {
   void note_bars();
   void end_program();
   void end_edits();
+  int chart_at_work() const;
   void rename_record(const QString& key, const QString& title);
 
   void tell_changes();
@@ -108,6 +116,8 @@ class MainWindow : public QMainWindow {
   Program& program_;
   Session& session_;
   std::unique_ptr<CommandRegistry> commands_;
+  std::unique_ptr<ToolBars> bars_;
+  std::unique_ptr<HelpDesk> help_;
   QDockWidget tree_dock_;
   ProjectTree tree_;
   ProjectWindows windows_;
@@ -125,6 +135,7 @@ class MainWindow : public QMainWindow {
   BusyFilter busy_;
   SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child
   bool close_wanted_ = false;
+  bool has_ended_ = false;   ///< the settings are written once
   bool is_telling_ = false;  ///< the views are following what has changed
 };
 

@@ -43,16 +43,11 @@ constexpr std::array<DigitsBox, 4> digits_boxes = {{
     {"&Parameter  Box", &Settings::DigitsParBox},
 }};
 
-/// A bar that the program has none of keeps its setting for those that have it.
-struct BarSwitch : Switch {
-  bool has_bar;
-};
-
-constexpr std::array<BarSwitch, 4> bar_switches = {{
-    {{"Project &Index", &Settings::ProjectTree}, true},
-    {{"&Toolbar (Strip)", &Settings::StripToolbar}, false},
-    {{"St&atus Bar", &Settings::StatusBar}, true},
-    {{"Toolba&r (QM format)", &Settings::RibbonToolbar}, false},
+constexpr std::array<Switch, 4> bar_switches = {{
+    {"Project &Index", &Settings::ProjectTree},
+    {"&Toolbar (Strip)", &Settings::StripToolbar},
+    {"St&atus Bar", &Settings::StatusBar},
+    {"Toolba&r (QM format)", &Settings::RibbonToolbar},
 }};
 
 constexpr double most_of_screen = 0.94;
@@ -150,9 +145,6 @@ QGroupBox* OptionsDialog::make_bars() {
   auto* grid = new QGridLayout(frame);
   for (std::size_t i = 0; i < bar_switches.size(); ++i) {
     chk_Opt_[i] = make_check(bar_switches[i], session_.settings, numbered("chk_Opt", i));
-    chk_Opt_[i]->setEnabled(bar_switches[i].has_bar);
-    if (!bar_switches[i].has_bar)
-      chk_Opt_[i]->setToolTip(tr("There is no such bar yet; the setting is kept."));
     const int place = static_cast<int>(i);
     grid->addWidget(chk_Opt_[i], place / 2, place % 2);
   }

@@ -142,13 +142,26 @@ void ProjectTree::add_node(const QString& image, const QString& text, const QStr
 
 QTreeWidgetItem* ProjectTree::node(const QString& key) const { return nodes_.value(key); }
 
+/// What comes back stands at its old place: the log in front of the groups, a record by its
+/// number. The bin takes them as they come.
+int ProjectTree::place_below(const QTreeWidgetItem& parent, const QString& key) {
+  const QString parent_key = parent.data(0, key_role).toString();
+  if (parent_key == u"P") return 0;
+  if (parent_key == bin_key) return parent.childCount();
+  const auto number = [](const QString& of) { return of.mid(1).toInt(); };
+  int place = 0;
+  while (place < parent.childCount() &&
+         number(parent.child(place)->data(0, key_role).toString()) < number(key))
+    ++place;
+  return place;
+}
+
 void ProjectTree::move_below(const QString& key, const QString& parent_key) {
   QTreeWidgetItem* item = node(key);
   QTreeWidgetItem* parent = node(parent_key);
   if (!item || !parent || item->parent() == parent) return;
   item->parent()->removeChild(item);
-  // The log keeps its place in front of the groups.
-  parent->insertChild(parent_key == u"P" ? 0 : parent->childCount(), item);
+  parent->insertChild(place_below(*parent, key), item);
   if (QTreeWidgetItem* bin = node(bin_key)) node(none_key)->setHidden(bin->childCount() > 1);
   parent->setExpanded(true);
 }

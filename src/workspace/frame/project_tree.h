@@ -56,6 +56,7 @@ class ProjectTree : public QTreeWidget {
   void rebuild(const QList<Record>& records);
   void add_node(const QString& image, const QString& text, const QString& key,
                 const QString& parent_key);
+  static int place_below(const QTreeWidgetItem& parent, const QString& key);
   void move_below(const QString& key, const QString& parent_key);
   void choose(const QTreeWidgetItem* item);
 

@@ -21,7 +21,9 @@ std::vector<std::int32_t> ids_of(const Records& records) {
 ProjectWindows::ProjectWindows(Program& program, QWidget* parent)
     : QMdiArea(parent), program_(program), views_(program) {
   setObjectName(QStringLiteral("area"));
-  setBackground(palette().mid());
+  setBackground(QBrush(Qt::NoBrush));
+  viewport()->setBackgroundRole(QPalette::Mid);
+  viewport()->setAutoFillBackground(true);
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -260,6 +262,19 @@ void ProjectWindows::note_active() {
   if (window->block() == Block::sheet || window->block() == Block::panel)
     last_set_ = window->index();
   if (window->block() == Block::chart) note_chart(window->index());
+  raise_partner(*window);
+}
+
+/// In blocks the sheets stand on one place and the panels on another: a sheet and its panel
+/// belong together, or a person would calculate another set than the one in view.
+void ProjectWindows::raise_partner(const ChildWindow& window) {
+  const Block block = window.block();
+  if (!layout_.is_in_blocks() || (block != Block::sheet && block != Block::panel)) return;
+  const WindowKey partner = {block == Block::sheet ? Block::panel : Block::sheet, window.index()};
+  if (!has(partner) || seat(partner).is_binned) return;
+  ChildWindow& behind = this->window(partner);
+  if (behind.isHidden()) behind.show_behind();
+  if (!behind.isMinimized()) behind.raise();
 }
 
 /// The boxes of the fit grids are those of the chart that is worked on.
@@ -345,6 +360,30 @@ void ProjectWindows::cascade() {
   show_all();
   layout_.leave();
   cascadeSubWindows();
+}
+
+bool ProjectWindows::any_icon() const {
+  const auto all = shown();
+  return std::any_of(all.begin(), all.end(),
+                     [](const ChildWindow* each) { return each->isMinimized(); });
+}
+
+bool ProjectWindows::any_binned() const {
+  return std::any_of(seats_.begin(), seats_.end(), [](const Seats& all) {
+    return std::any_of(all.begin(), all.end(), [](const Seat& each) { return each.is_binned; });
+  });
+}
+
+void ProjectWindows::arrange_icons() {
+  const QSize room = viewport()->size();
+  QPoint free(0, room.height());
+  for (ChildWindow* each : shown()) {
+    if (!each->isMinimized()) continue;
+    const bool is_full = free.x() > 0 && free.x() + each->width() > room.width();
+    if (is_full) free = QPoint(0, free.y() - each->height());
+    each->move(free.x(), free.y() - each->height());
+    free.rx() += each->width();
+  }
 }
 
 void ProjectWindows::take_places(const QVariantMap& places) {

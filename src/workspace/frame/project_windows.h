@@ -85,6 +85,11 @@ class ProjectWindows : public QMdiArea {
   void tile(bool side_by_side);
   void cascade();
 
+  /// Minimised windows stand in rows at the lower edge.
+  void arrange_icons();
+  bool any_icon() const;
+  bool any_binned() const;
+
   /// The places of the last run, for the next one.
   QVariantMap places() const { return layout_.places(shown()); }
   void take_places(const QVariantMap& places);
@@ -148,6 +153,7 @@ class ProjectWindows : public QMdiArea {
   std::vector<ChildWindow*> shown() const;
   const ChildWindow* active() const;
   void note_chart(int index);
+  void raise_partner(const ChildWindow& window);
   void note_active();
   void place_later();
 

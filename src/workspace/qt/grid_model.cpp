@@ -6,6 +6,7 @@
 #include <QTableView>
 
 #include "workspace/qt/qt_text.h"
+#include "workspace/qt/tones.h"
 
 namespace tavlo {
 
@@ -15,7 +16,7 @@ QVariant brush_of(CellColour colour) {
   switch (colour) {
     case CellColour::grey:
       return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
-    case CellColour::red: return QBrush(QColor(0xC0, 0, 0));
+    case CellColour::red: return QBrush(wrong_ink(QGuiApplication::palette()));
     case CellColour::usual: break;
   }
   return {};

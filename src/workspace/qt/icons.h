@@ -1,13 +1,15 @@
-// Icons: the small pictures of the project tree and the window titles, drawn by
-// the program itself so that they are crisp at any scale of the screen.
+// Icons: the small pictures of commands, windows and the project tree. A command that every
+// program has takes the picture of the desktop's own theme; all others are drawings of ours,
+// in the colours of the palette at hand, so that they can be read on light and dark grounds
+// and are crisp at any scale of the screen.
 #pragma once
 
 #include <QIcon>
 
 namespace tavlo {
 
-/// The icon of a key: "tavlo", "doc", "editor", "pc", "graph", "recycle",
-/// "trash". An unknown key gives an empty icon.
+/// The icon of a key, which is the name of a drawing: "tavlo", "doc", "editor", "pc", "graph",
+/// "recycle", "trash", "open", "zoom" ... An unknown key gives an empty icon.
 QIcon icon(const QString& key);
 
 }  // namespace tavlo

@@ -1,6 +1,7 @@
 #include "workspace/qt/look.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFontDatabase>
 #include <QHeaderView>
 #include <QPalette>
@@ -9,6 +10,7 @@
 #include <QTableView>
 
 #include "workspace/qt/icons.h"
+#include "workspace/qt/tones.h"
 
 namespace tavlo {
 
@@ -42,20 +44,61 @@ QPalette program_colours() {
   return colours;
 }
 
+/// A desktop names itself; a bare X server has no colours and fonts to follow. Who starts the
+/// program with a style or a platform theme has chosen them too.
+bool desktop_has_look() {
+  for (const char* name : {"XDG_CURRENT_DESKTOP", "KDE_FULL_SESSION", "GNOME_DESKTOP_SESSION_ID",
+                           "QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE"})
+    if (!qEnvironmentVariableIsEmpty(name)) return true;
+  return false;
+}
+
+/// Keeps the selection of a table readable through a change of the palette.
+class TableTones : public QObject {
+ public:
+  explicit TableTones(QTableView& table) : QObject(&table), table_(table) {
+    table.installEventFilter(this);
+    take();
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange)
+      take();
+    return false;
+  }
+
+ private:
+  void take() {
+    const QPalette program = QApplication::palette();
+    const QColor ground = soft_highlight(program);
+    const bool is_full = ground == program.color(QPalette::Highlight);
+    QPalette colours = table_.palette();
+    const QColor ink = program.color(is_full ? QPalette::HighlightedText : QPalette::Text);
+    if (colours.color(QPalette::Highlight) == ground &&
+        colours.color(QPalette::HighlightedText) == ink)
+      return;
+    colours.setColor(QPalette::Highlight, ground);
+    colours.setColor(QPalette::HighlightedText, ink);
+    table_.setPalette(colours);
+  }
+
+  QTableView& table_;
+};
+
 }  // namespace
 
 void set_look(QApplication& application) {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  QApplication::setPalette(program_colours());
-  QApplication::setFont(program_font());
+  if (!desktop_has_look()) {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(program_colours());
+    QApplication::setFont(program_font());
+  }
   application.setWindowIcon(icon(QStringLiteral("tavlo")));
 }
 
 void set_table_look(QTableView& table) {
-  QPalette colours = table.palette();
-  colours.setColor(QPalette::Highlight, QColor(0xCF, 0xE1, 0xF5));
-  colours.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
-  table.setPalette(colours);
+  new TableTones(table);
   table.setWordWrap(false);
   table.setEditTriggers(QAbstractItemView::NoEditTriggers);
   table.setSelectionMode(QAbstractItemView::ContiguousSelection);

@@ -1,4 +1,5 @@
-// Look: style, colours and font of the program, the same on every desktop.
+// Look: style, colours and font of the program are those of the desktop; where it has none to
+// give, the program has its own. Tables follow the palette too, also when it changes.
 #pragma once
 
 class QApplication;

@@ -1,0 +1,181 @@
+// Everything that can have the keyboard has a name for screen readers, and every dialog fits
+// a small screen with large letters, in light, dark and high contrast.
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QLabel>
+#include <QMenu>
+#include <QTextBrowser>
+
+#include "actions/undo.h"
+#include "actions/work.h"
+#include "gui/window_world.h"
+#include "workspace/frame/command_table.h"
+#include "workspace/qt/qt_text.h"
+
+namespace tavlo {
+
+namespace {
+
+using Reach = test::WindowWorld;
+
+/// Parts of Qt's own widgets take their names from the whole.
+bool is_part(const QWidget& widget) {
+  return widget.objectName().startsWith(QStringLiteral("qt_")) || widget.focusProxy();
+}
+
+QString nameless_in(const QWidget& window) {
+  QStringList found;
+  for (const QWidget* each : window.findChildren<QWidget*>()) {
+    if (!each->isVisible() || !(each->focusPolicy() & Qt::TabFocus) || is_part(*each)) continue;
+    QAccessibleInterface* face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(each));
+    if (!face || face->text(QAccessible::Name).isEmpty())
+      found += QStringLiteral("%1 %2").arg(QString::fromUtf8(each->metaObject()->className()),
+                                           each->objectName());
+  }
+  return found.join(QStringLiteral("; "));
+}
+
+/// Buttons that are narrower than their words.
+QString cut_in(const QWidget& window) {
+  QStringList found;
+  for (const QAbstractButton* each : window.findChildren<QAbstractButton*>())
+    if (each->isVisible() && !each->text().isEmpty() &&
+        each->width() < each->minimumSizeHint().width())
+      found += each->text();
+  return found.join(QStringLiteral("; "));
+}
+
+QPalette colours_of(const QColor& window, const QColor& base, const QColor& text,
+                    const QColor& highlight) {
+  QPalette palette(text, window, window.lighter(), window.darker(), window.lighter(), text,
+                   Qt::white, base, window);
+  palette.setColor(QPalette::Highlight, highlight);
+  palette.setColor(QPalette::HighlightedText, base);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, text.darker(160));
+  return palette;
+}
+
+/// Kept as pictures where the environment names a folder for them.
+void keep_picture(QWidget& window, const QString& name) {
+  const QString folder = qEnvironmentVariable("TAVLO_PICTURES");
+  if (!folder.isEmpty()) window.grab().save(folder + u'/' + name + QStringLiteral(".png"));
+}
+
+TEST_F(Reach, EverythingHasANameAndNothingIsCutInAnyColours) {
+  const QPalette before = QApplication::palette();
+  const QFont font = QApplication::font();
+  const struct {
+    const char* name;
+    QPalette palette;
+    int points;
+  } looks[] = {{"light", before, font.pointSize()},
+               {"dark",
+                colours_of(QColor(0x31, 0x36, 0x3B), QColor(0x1B, 0x1E, 0x20), Qt::white,
+                           QColor(0x3D, 0xAE, 0xE9)),
+                16},
+               {"contrast", colours_of(Qt::black, Qt::black, Qt::white, Qt::yellow), 16}};
+  type_handbook_example();
+  for (const auto& look : looks) {
+    QFont letters = font;
+    letters.setPointSize(look.points);
+    QApplication::setPalette(look.palette);
+    QApplication::setFont(letters);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(from_qt(nameless_in(window)), "") << look.name;
+    keep_picture(window, QStringLiteral("frame-%1").arg(to_qt(look.name)));
+    for (const int id :
+         {command::options, command::sample, command::compare, command::label_style, 44}) {
+      window.DoCommand(id);
+      QWidget* dialog = nullptr;
+      ASSERT_TRUE(test::wait_until([&] {
+        dialog = QApplication::activeWindow();
+        return dialog && dialog != &window;
+      })) << id;
+      QCoreApplication::processEvents();
+      EXPECT_EQ(from_qt(nameless_in(*dialog)), "") << look.name << id;
+      EXPECT_EQ(from_qt(cut_in(*dialog)), "") << look.name << id;
+      EXPECT_LE(dialog->frameGeometry().height(), dialog->screen()->availableSize().height()) << id;
+      EXPECT_LE(dialog->frameGeometry().width(), dialog->screen()->availableSize().width()) << id;
+      keep_picture(*dialog, QStringLiteral("%1-%2").arg(id).arg(to_qt(look.name)));
+      dialog->close();
+      ASSERT_TRUE(test::wait_until([&] { return window.isActiveWindow(); })) << id;
+    }
+  }
+  QApplication::setPalette(before);
+  QApplication::setFont(font);
+}
+
+// The manual is searched page by page, and F1 opens the page of the window in front.
+TEST_F(Reach, TheManualOpensAtTheWindowInFrontAndFindsWords) {
+  person.press({"ctrl+2", "F1"});
+  const auto help = [] {
+    QWidget* active = QApplication::activeWindow();
+    return active && active->objectName() == u"frm_Help" ? active : nullptr;
+  };
+  ASSERT_TRUE(test::wait_until([&] { return help() != nullptr; }));
+  auto& page = *help()->findChild<QTextBrowser*>();
+  EXPECT_TRUE(page.toPlainText().startsWith(QStringLiteral("The fit panel")));
+  person.press({"ctrl+f"});
+  person.type("infant\n");
+  EXPECT_TRUE(
+      test::wait_until([&] { return page.textCursor().selectedText().toLower() == u"infant"; }));
+  EXPECT_FALSE(page.toPlainText().startsWith(QStringLiteral("The fit panel")));
+  person.press({"Escape"});
+  EXPECT_TRUE(test::wait_until([&] { return window.isActiveWindow(); }));
+}
+
+// An example is opened as a project without a file: a save can't replace it.
+TEST_F(Reach, AnExampleHasNoFileToBeSavedTo) {
+  QMenu& file = *window.menuBar()->actions().front()->menu();
+  emit file.aboutToShow();
+  QAction* first = nullptr;
+  for (const QAction* each : file.actions())
+    if (each->menu() && each->text().remove(u'&') == u"Examples")
+      first = each->menu()->actions().value(0);
+  ASSERT_TRUE(first);
+  first->trigger();
+  EXPECT_TRUE(test::wait_until([&] { return sheet().last_row() > 10; }));
+  EXPECT_EQ(present_work(session()).path, "");
+  EXPECT_FALSE(is_unsaved(session()));
+}
+
+// The panels stand on one place: the one in view is that of the sheet in front.
+TEST_F(Reach, ASheetBringsThePanelOfItsSet) {
+  window.add_data_and_fit();
+  for (const int set : {1, 2, 1}) {
+    window.open_child({Block::sheet, set});
+    ASSERT_TRUE(test::wait_until([&] { return window.windows().sheet(set).hasFocus(); }));
+    const QWidget& panel = *window.windows().child({Block::panel, set});
+    const QPoint middle = panel.geometry().center();
+    EXPECT_TRUE(panel.isAncestorOf(window.windows().viewport()->childAt(middle))) << set;
+  }
+}
+
+// What is closed and brought back stands at its old place; bars come and go with the setting.
+TEST_F(Reach, TreeAndBarsReturnToTheirPlaces) {
+  window.add_data_and_fit();
+  window.add_data_and_fit();
+  QTreeWidgetItem* sheets = window.tree().node(QStringLiteral("D"));
+  const auto order = [&] {
+    QStringList texts;
+    for (int i = 0; i < sheets->childCount(); ++i) texts += sheets->child(i)->text(0);
+    return texts;
+  };
+  const QStringList before = order();
+  ASSERT_EQ(before.size(), 3);
+  for (const char* key : {"D1", "D2"}) window.tree().recycle(to_qt(key));
+  for (const char* key : {"D2", "D1"}) window.tree().restore(to_qt(key));
+  EXPECT_EQ(order(), before);
+  Settings& settings = session().settings;
+  for (const bool on : {true, false, true}) {
+    settings.StripToolbar = settings.RibbonToolbar = on;
+    window.show_bars();
+    EXPECT_EQ(widget("tb_Strip").isVisible(), on);
+    EXPECT_EQ(widget("tb_Ribbon").isVisible(), on);
+  }
+}
+
+}  // namespace
+
+}  // namespace tavlo
