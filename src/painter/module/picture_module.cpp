@@ -5,6 +5,7 @@
 
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
+#include "painter/report_pages.h"
 
 namespace tavlo {
 namespace {
@@ -72,6 +73,21 @@ extern "C" Q_DECL_EXPORT bool tavlo_write_picture(const tavlo::DrawingRecord& dr
     return !bytes.empty();
   } catch (const std::bad_alloc&) {
     error = "there is not enough memory for the picture";
+    return false;
+  }
+}
+
+extern "C" Q_DECL_EXPORT bool tavlo_write_report(const tavlo::Report& report, const char* format,
+                                                 tavlo::PaperSize paper, std::string& bytes,
+                                                 std::string& error) {
+  using namespace tavlo;
+  try {
+    if (!application_is_up(error)) return false;
+    bytes = report_file(report, format, paper);
+    if (bytes.empty()) error = std::string("the report can't be made as ") + format;
+    return !bytes.empty();
+  } catch (const std::bad_alloc&) {
+    error = "there is not enough memory for the report";
     return false;
   }
 }
