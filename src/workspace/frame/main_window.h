@@ -11,6 +11,7 @@
 #include "workspace/frame/busy_filter.h"
 #include "workspace/frame/chart_commands.h"
 #include "workspace/frame/command_registry.h"
+#include "workspace/frame/document_commands.h"
 #include "workspace/frame/file_commands.h"
 #include "workspace/frame/hint_line.h"
 #include "workspace/frame/program.h"
@@ -50,6 +51,7 @@ class MainWindow : public QMainWindow {
   ProjectTree& tree() { return tree_; }
   ChartCommands& charts() { return charts_; }
   FileCommands& files() { return files_; }
+  DocumentCommands& documents() { return documents_; }
   const History& history() const { return session_.history; }
   /// The fit panel that a choice is made for.
   FitPanel& panel() { return *session_.gFitForm(windows_.current_index()); }
@@ -115,6 +117,7 @@ class MainWindow : public QMainWindow {
   QLabel method_panel_;
   ChartCommands charts_;
   FileCommands files_;
+  DocumentCommands documents_;
   QMenu chart_menu_;
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
