@@ -23,6 +23,7 @@ int end_of(const QTextDocument& document) { return document.characterCount() - 1
 
 ShownRichText::ShownRichText(QTextDocument& document) : document_(document), marks_{mark_at(0, 0)} {
   marks_[0].at.setKeepPositionOnInsert(true);
+  document_.documentLayout();  // a document tells of changes only when it has one
   connect(&document_, &QTextDocument::contentsChange, this, &ShownRichText::note_change);
 }
 
