@@ -72,13 +72,15 @@ std::string read_whole(const QTextDocument& document) {
   return test::shown(rich_text_between(document, 0, document.characterCount()));
 }
 
-TEST(ShownRichText, TakesEveryEditAndShowsEveryFormerState) {
+/// Of a long log the document shows the end.
+void edit_and_go_back(int lines, int times) {
   std::mt19937_64 random(5);
   QTextDocument document;
   ShownRichText view(document);
   RichText log;
-  std::vector<RichText> states(1);
-  for (int i = 0; i < 400; ++i) {
+  for (int line = 0; line < lines; ++line) log.append_plain("first\n");
+  std::vector<RichText> states = {log};
+  for (int i = 0; i < times; ++i) {
     switch (random() % 3) {
       case 0:
         for (int line = 0; line < 120; ++line) log.append_rtf("{\\b line} of text\\par ");
@@ -98,8 +100,14 @@ TEST(ShownRichText, TakesEveryEditAndShowsEveryFormerState) {
       }
     }
     states.push_back(log);
-    ASSERT_EQ(read_whole(document), test::shown(log)) << i;
+    ASSERT_EQ(read_whole(document), test::shown(log.part(view.hidden(), log.size()))) << i;
   }
+  EXPECT_EQ(view.hidden() > 0, lines > 0);
+}
+
+TEST(ShownRichText, TakesEveryEditAndShowsEveryFormerState) {
+  edit_and_go_back(0, 400);
+  edit_and_go_back(27'000, 20);
 }
 
 class LogByKeys : public test::WindowWorld {

@@ -1,14 +1,18 @@
 #include "workspace/frame/log_window.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QApplication>
 #include <QFontDialog>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <algorithm>
 #include <array>
+#include <optional>
 
 #include "project/html_text.h"
+#include "workspace/qt/qt_text.h"
 #include "workspace/qt/rich_text_document.h"
 
 namespace tavlo {
@@ -17,6 +21,7 @@ namespace {
 
 constexpr int milliseconds_between_changes = 50;
 constexpr int milliseconds_of_rest = 1500;
+constexpr int lines_searched_at_a_time = 1000;
 
 /// Keys of commands that the menus have for every window.
 bool is_of_menu(QKeyEvent& key) {
@@ -32,7 +37,11 @@ bool is_of_search(QKeyEvent& key) {
 }  // namespace
 
 LogWindow::LogWindow(const RichText& log, QWidget* parent)
-    : QTextEdit(parent), log_(log), shown_(*document()), search_(this) {
+    : QTextEdit(parent),
+      log_(log),
+      shown_(*document()),
+      search_(this),
+      earlier_(tr("Show earlier entries"), this) {
   setObjectName(QStringLiteral("rtb_Log"));
   setAccessibleName(tr("Log"));
   setUndoRedoEnabled(false);  // the project's own takes edits back
@@ -50,6 +59,12 @@ LogWindow::LogWindow(const RichText& log, QWidget* parent)
   connect(&pause_, &QTimer::timeout, this, &LogWindow::show_changes);
   connect(&rest_, &QTimer::timeout, this, &LogWindow::end_edit);
   connect(&shown_, &ShownRichText::edited, this, [this] { rest_.start(milliseconds_of_rest); });
+  earlier_.setObjectName(QStringLiteral("cmd_Earlier"));
+  earlier_.setToolTip(
+      tr("A very long log is shown from its last entries on; this may take a while"));
+  earlier_.setFlat(true);
+  earlier_.hide();
+  connect(&earlier_, &QPushButton::clicked, this, [this] { reveal(0); });
   connect_search();
 }
 
@@ -64,6 +79,7 @@ void LogWindow::show_changes() {
   if (log_ == shown_.text()) return;
   const bool is_longer = log_.continues(shown_.text());
   shown_.show(log_);
+  place_bars();
   if (!is_longer) return ensureCursorVisible();
   document()->documentLayout()->documentSize();  // lays all out, so that there is an end to go to
   verticalScrollBar()->setValue(verticalScrollBar()->maximum());
@@ -135,7 +151,7 @@ void LogWindow::focusOutEvent(QFocusEvent* event) {
 
 void LogWindow::resizeEvent(QResizeEvent* event) {
   QTextEdit::resizeEvent(event);
-  place_search();
+  place_bars();
 }
 
 void LogWindow::connect_search() {
@@ -149,20 +165,50 @@ void LogWindow::open_search() {
   show_changes();
   const QString selected = textCursor().selectedText();
   search_.open(selected.contains(QChar::ParagraphSeparator) ? QString() : selected);
-  place_search();
+  place_bars();
 }
 
 void LogWindow::close_search() {
   search_.hide();
-  place_search();
+  place_bars();
   setFocus();
 }
 
-/// The bar takes its room from the text, so that it hides none.
-void LogWindow::place_search() {
-  const int height = search_.isHidden() ? 0 : search_.sizeHint().height();
-  setViewportMargins(0, 0, 0, height);
-  search_.setGeometry(0, this->height() - height, width(), height);
+/// The bars take their room from the text, so that they hide none.
+void LogWindow::place_bars() {
+  earlier_.setVisible(shown_.hidden() > 0);
+  const int above = earlier_.isHidden() ? 0 : earlier_.sizeHint().height();
+  const int below = search_.isHidden() ? 0 : search_.sizeHint().height();
+  setViewportMargins(0, above, 0, below);
+  earlier_.setGeometry(0, 0, viewport()->width(), above);
+  search_.setGeometry(0, height() - below, viewport()->width(), below);
+}
+
+void LogWindow::reveal(std::size_t place) {
+  end_edit();
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  shown_.reveal(place);
+  QApplication::restoreOverrideCursor();
+  place_bars();
+}
+
+/// What is looked for may stand in front of what is shown.
+bool LogWindow::reveal_wanted() {
+  if (shown_.hidden() == 0) return false;
+  end_edit();
+  const RichText before = shown_.text().part(0, shown_.hidden());
+  std::optional<std::size_t> last;
+  std::size_t begin = 0;
+  for (const std::size_t end : before.line_begins(0, lines_searched_at_a_time)) {
+    const QString part = to_qt(before.part(begin, end).plain());
+    if (part.contains(search_.wanted(), Qt::CaseInsensitive)) last = begin;
+    begin = end;
+  }
+  if (to_qt(before.part(begin, before.size()).plain())
+          .contains(search_.wanted(), Qt::CaseInsensitive))
+    last = begin;
+  if (last) reveal(*last);
+  return last.has_value();
 }
 
 /// Begins again at the other end where there is nothing more.
@@ -173,11 +219,16 @@ void LogWindow::search(bool forward, bool from_here) {
   const QTextDocument::FindFlags flags =
       forward ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
   QTextCursor found = document()->find(search_.wanted(), from, flags);
+  if (found.isNull() && !forward && reveal_wanted()) {
+    from.movePosition(QTextCursor::End);
+    return setTextCursor(from), search(forward, false);
+  }
   const bool goes_round = found.isNull();
   if (goes_round) {
     from.movePosition(forward ? QTextCursor::Start : QTextCursor::End);
     found = document()->find(search_.wanted(), from, flags);
   }
+  if (found.isNull() && reveal_wanted()) return search(forward, false);
   search_.tell(found.isNull() ? tr("Not found")
                : goes_round   ? (forward ? tr("From the beginning") : tr("From the end"))
                               : QString());

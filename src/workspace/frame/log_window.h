@@ -2,6 +2,7 @@
 // search and give other letters. New entries reach it only from the core, and go to its end.
 #pragma once
 
+#include <QPushButton>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -49,14 +50,17 @@ class LogWindow : public QTextEdit {
 
  private:
   void connect_search();
+  bool reveal_wanted();
+  void reveal(std::size_t place);
   void close_search();
   void search(bool forward, bool from_here);
-  void place_search();
+  void place_bars();
   void show_changes();
 
   const RichText& log_;
   ShownRichText shown_;
   FindBar search_;
+  QPushButton earlier_;  ///< what of a very long log is not in the document
   QTimer pause_;
   QTimer rest_;  ///< of the hands: what was typed until then is one step
 };

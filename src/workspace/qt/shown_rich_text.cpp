@@ -3,12 +3,24 @@
 #include <QScopedValueRollback>
 #include <QTextBlock>
 #include <algorithm>
+#include <utility>
 
 namespace tavlo {
 
 namespace {
 
 constexpr int lines_between_marks = 100;
+
+// What a person reads back on a long day; Qt lays it out in a blink.
+constexpr int lines_of_a_part = 1000;
+constexpr std::size_t usual_parts = 20;
+constexpr std::size_t most_parts = 25;
+
+/// Where what is shown of a text begins.
+std::size_t begin_of_shown(const RichText& text) {
+  const std::vector<std::size_t> begins = text.line_begins(0, lines_of_a_part);
+  return begins.size() > most_parts ? begins[begins.size() - usual_parts] : 0;
+}
 
 void remove(QTextDocument& document, int begin, int end) {
   QTextCursor cursor(&document);
@@ -68,8 +80,28 @@ const RichText& ShownRichText::take() {
 void ShownRichText::show(const RichText& text) {
   if (text == text_) return;
   const QScopedValueRollback own(is_own_change_, true);
-  text.continues(text_) ? append(text) : replace(text);
+  if (text_.empty() || !text.same_front(text_, hidden()))
+    start_anew(text, begin_of_shown(text));
+  else
+    text.continues(text_) ? append(text) : replace(text);
   text_ = text;
+}
+
+void ShownRichText::reveal(std::size_t place) {
+  const QScopedValueRollback own(is_own_change_, true);
+  std::size_t begin = 0;
+  for (const std::size_t each : text_.line_begins(0, lines_of_a_part))
+    if (each <= place) begin = each;
+  start_anew(text_, begin);
+}
+
+void ShownRichText::start_anew(const RichText& text, std::size_t begin) {
+  edited_ = false;
+  marks_.resize(1);
+  marks_.front().place = begin;
+  remove(document_, 0, end_of(document_));
+  QTextCursor(&document_).setBlockFormat({});
+  insert(0, text, begin, text.size(), marks_);
 }
 
 void ShownRichText::append(const RichText& text) {
@@ -97,37 +129,38 @@ void ShownRichText::replace(const RichText& text) {
   remove(document_, begin, is_last ? end_of(document_) : back->at.position());
   QTextCursor(document_.findBlock(begin)).setBlockFormat(format);
   Marks marks(marks_.begin(), behind_front);
-  marks.back().at.setKeepPositionOnInsert(true);
   if (is_last) {
     insert(begin, text, front->place, end, marks);
   } else {
     // What is inserted ends with a line end, which parts it from the tail.
+    marks.back().at.setKeepPositionOnInsert(true);
     QTextCursor(mark_at(begin, 0).at).insertBlock(format);
     QTextCursor(document_.findBlock(begin)).setBlockFormat({});
     insert(begin, text, front->place, end - 1, marks);
     for (auto mark = back; mark != marks_.end(); ++mark)
       marks.push_back({mark->at, tail_of(*mark)});
   }
-  for (Mark& mark : marks) mark.at.setKeepPositionOnInsert(&mark == &marks.front());
   marks_ = std::move(marks);
 }
 
-/// In pieces, with a mark behind each.
+/// In pieces, with a mark behind each. Marks are made last, since each change has to move all
+/// that stand behind it.
 void ShownRichText::insert(int position, const RichText& text, std::size_t begin, std::size_t end,
                            Marks& marks) {
+  std::vector<std::pair<int, std::size_t>> places;
+  marks.back().at.setKeepPositionOnInsert(true);
   QTextCursor all(&document_);
   all.beginEditBlock();  // laid out once
-  marks.back().at.setKeepPositionOnInsert(true);
   for (const std::size_t place : text.line_begins(begin, lines_between_marks)) {
     if (place > end) break;
     position = insert_rich_text(mark_at(position, 0).at, text.part(begin, place));
-    marks.push_back(mark_at(position, place));
-    marks.back().at.setKeepPositionOnInsert(true);
+    places.emplace_back(position, place);
     begin = place;
   }
   insert_rich_text(mark_at(position, 0).at, text.part(begin, end));
   all.endEditBlock();
-  for (Mark& mark : marks) mark.at.setKeepPositionOnInsert(&mark == &marks.front());
+  marks.back().at.setKeepPositionOnInsert(marks.size() == 1);
+  for (const auto& [at, place] : places) marks.push_back(mark_at(at, place));
 }
 
 }  // namespace tavlo

@@ -1,6 +1,7 @@
 // Shown rich text: keeps a document of Qt and a rich text alike, in both directions, without
 // going through all of it: a log may have a million lines. Marks at the beginnings of lines tie
-// places of the one to places of the other; what stands between two marks is replaced whole.
+// places of the one to places of the other; what stands between two marks is replaced whole. Of
+// a very long text only the end is in the document, as Qt lays out slowly: it is asked for more.
 #pragma once
 
 #include <QObject>
@@ -24,6 +25,12 @@ class ShownRichText : public QObject {
   /// taken first; it stays where the text only got longer.
   void show(const RichText& text);
 
+  /// How much of the text stands before what the document shows.
+  std::size_t hidden() const { return marks_.front().place; }
+
+  /// Shows the text from the beginning of the line at a place on, which is hidden so far.
+  void reveal(std::size_t place);
+
   /// True when the person has changed the document since its text was last taken.
   bool is_edited() const { return edited_; }
 
@@ -41,6 +48,7 @@ class ShownRichText : public QObject {
   using Marks = std::vector<Mark>;
 
   void note_change(int position, int removed, int added);
+  void start_anew(const RichText& text, std::size_t begin);
   void append(const RichText& text);
   void replace(const RichText& text);
   void insert(int position, const RichText& text, std::size_t begin, std::size_t end, Marks& marks);
