@@ -290,7 +290,9 @@ class ReportMaker {
       for (const FitResult* fit : fits) table.rows.push_back(life_row(*fit, request_.b_life));
       part.tables.push_back(std::move(table));
     }
-    if (!part.tables.empty()) part.lines = {"By its B10 life, 10 % of the units have failed."};
+    if (!part.tables.empty())
+      part.lines = {
+          "The B10 life is the time by which 10 % of the units have failed; others likewise."};
     return part;
   }
 

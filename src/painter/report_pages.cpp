@@ -129,8 +129,10 @@ class ReportText {
     end_.insertText(QString(QChar::ObjectReplacementCharacter), drawing_format(drawing));
   }
 
+  /// Qt leaves no room between a table and the block behind it: a flat line makes some.
   void add_heading(const std::string& text, const QTextCharFormat& format, double above,
                    double below) {
+    if (is_behind_table_) add_line("", letters(above / 2), 0, 0);
     add_line(text, format, above, below);
     headings_.push_back(end_);
   }
@@ -236,18 +238,36 @@ class Pages {
   QTextDocument document_;
 };
 
-/// The writer puts the present moment into the file, of a length that is always the same.
+/// Moves the places in the table of objects at the file's end that stand behind a change.
+void move_places(QByteArray& pdf, qsizetype behind, qsizetype by) {
+  constexpr qsizetype digits = 10;
+  constexpr qsizetype line = 20;
+  const qsizetype table = pdf.lastIndexOf("\nxref\n") + 1;
+  const qsizetype end = pdf.lastIndexOf("trailer");
+  qsizetype at = pdf.indexOf('\n', pdf.indexOf('\n', table) + 1) + 1;
+  for (; table > 0 && at + line <= end; at += line) {
+    const qsizetype place = pdf.mid(at, digits).toLongLong();
+    if (place > behind)
+      pdf.replace(at, digits, QByteArray::number(place + by).rightJustified(digits, '0'));
+  }
+  const QByteArray mark = "startxref\n";
+  const qsizetype number = pdf.lastIndexOf(mark) + mark.size();
+  pdf.replace(number, pdf.indexOf('\n', number) - number, QByteArray::number(table));
+}
+
+/// The writer puts the present moment into the file, with the time zone.
 void set_moment(QByteArray& pdf, const std::string& date) {
   QByteArray moment = QByteArray::fromStdString(date);
   moment.replace("-", "");
   const QByteArray mark = "/CreationDate (D:";
-  const qsizetype at = pdf.lastIndexOf(mark);
+  const qsizetype at = pdf.indexOf(mark);
   const qsizetype end = pdf.indexOf(')', at);
   if (at < 0 || end < 0 || moment.size() != 8) return;
   moment += "000000Z";
   const qsizetype begin = at + mark.size();
-  moment = moment.leftJustified(end - begin, ' ', true);
+  const qsizetype by = moment.size() - (end - begin);
   pdf.replace(begin, end - begin, moment);
+  move_places(pdf, begin, by);
 }
 
 }  // namespace
