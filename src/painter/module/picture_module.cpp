@@ -1,5 +1,6 @@
 // The picture module: what the command line loads when a picture is asked for.
 #include <QGuiApplication>
+#include <QHashSeed>
 #include <algorithm>
 #include <new>
 
@@ -26,6 +27,8 @@ bool application_is_up(std::string& error) {
   static char name[] = "tavlo", option[] = "-platform", value[] = "offscreen";
   static char* arguments[] = {name, option, value, nullptr};
   if (!QCoreApplication::instance()) {
+    // Qt writes the fonts of a PDF in the order of a hash.
+    QHashSeed::setDeterministicGlobalSeed();
     const auto earlier = qInstallMessageHandler(keep_quiet);
     new QGuiApplication(count, arguments);
     qInstallMessageHandler(earlier);
