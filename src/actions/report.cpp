@@ -135,8 +135,8 @@ std::vector<const FitResult*> fits_of(const Project& project, int set) {
   return all;
 }
 
-/// What a row of the sheet counts for.
-bool is_used(const SheetRow& row) { return row.has(sheet_column::x); }
+/// A row without a time, or that the person has left out, has no part in the analysis.
+bool is_used(const SheetRow& row) { return row.has(sheet_column::x) && (row.spare & 1) == 0; }
 
 /// One data set as a table of its first rows, with the sums of all.
 class DataTable {
@@ -183,7 +183,7 @@ class DataTable {
     constexpr int digits_of_a_time = 7;
     constexpr int digits_of_a_count = 12;
     const SheetRow& row = data_.rows[i];
-    Cells cells = {std::to_string(i + 1),
+    Cells cells = {std::to_string(i + 1) + (is_used(row) ? "" : " *"),
                    cell(row, sheet_column::x, static_cast<double>(row.time), digits_of_a_time),
                    cell(row, sheet_column::fails, row.failures, digits_of_a_count),
                    cell(row, sheet_column::susps, row.suspensions, digits_of_a_count)};
@@ -205,7 +205,8 @@ class DataTable {
                               " rows; " + grouped(rows - most_rows) +
                               " are not shown. The sums are those of all rows.");
     if (left_out_ > 0)
-      table.remarks.push_back(grouped(left_out_) + (left_out_ == 1 ? " row is" : " rows are") +
+      table.remarks.push_back(grouped(left_out_) +
+                              (left_out_ == 1 ? " row, marked *, is" : " rows, marked *, are") +
                               " left out of the analysis and of the sums.");
     if (suspensions_ > 0)
       table.remarks.push_back(

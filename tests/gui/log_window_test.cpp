@@ -1,5 +1,6 @@
 // The log as a document: what is shown is the core's, and so is what is copied.
 #include <QAbstractTextDocumentLayout>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <random>
@@ -7,6 +8,7 @@
 #include "actions/reports.h"
 #include "gui/window_world.h"
 #include "support/shown_rich_text.h"
+#include "workspace/frame/command_table.h"
 #include "workspace/qt/qt_text.h"
 #include "workspace/qt/rich_text_document.h"
 #include "workspace/qt/shown_rich_text.h"
@@ -153,6 +155,23 @@ TEST_F(LogByKeys, IsEditedSearchedAndTakenBack) {
   EXPECT_EQ(view.toPlainText().toStdString(), before);
   program.commands.run([&] { AppendLog(session(), "\nlast", false); });
   EXPECT_EQ(log(), before + "\nlast");
+}
+
+TEST_F(LogByKeys, IsExportedAsTheReportIsAndNoHalfFileIsLeft) {
+  type_handbook_example();
+  const QTemporaryDir folder;
+  const auto size_after = [&](int command, const QString& name) {
+    answer_files_with(folder.filePath(name));
+    window.DoCommand(command);
+    return QFileInfo(folder.filePath(name)).size();
+  };
+  for (const char* const type : {"rtf", "pdf", "html", "txt"})
+    EXPECT_GT(size_after(command::export_log, QStringLiteral("log.") + to_qt(type)), 20) << type;
+  for (const char* const type : {"pdf", "html"})
+    EXPECT_GT(size_after(command::export_report, QStringLiteral("it.") + to_qt(type)), 5000)
+        << type;
+  EXPECT_TRUE(boxes.texts().isEmpty());
+  EXPECT_EQ(size_after(command::export_report, QStringLiteral("none/x.pdf")), 0);
 }
 
 }  // namespace

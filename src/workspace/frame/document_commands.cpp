@@ -30,7 +30,7 @@ std::string log_file(const RichText& log, const std::string& extension, PaperSiz
 
 void DocumentCommands::export_report() {
   Session& session = program_.session;
-  const std::string title = project_title(session);
+  const std::string title = file_title(project_title(session));
   const ExportRequest request{"Export Report", title + " report",
                               "PDF document (*.pdf)|*.pdf|Web page (*.html)|*.html", "pdf",
                               "report"};
@@ -44,7 +44,7 @@ void DocumentCommands::export_report() {
 void DocumentCommands::export_log() {
   Session& session = program_.session;
   windows_.log().end_edit();
-  const ExportRequest request{"Export Log", project_title(session) + " log",
+  const ExportRequest request{"Export Log", file_title(project_title(session)) + " log",
                               "Rich text (*.rtf)|*.rtf|PDF document (*.pdf)|*.pdf|"
                               "Web page (*.html)|*.html|Text (*.txt)|*.txt",
                               "rtf", "log"};
