@@ -31,10 +31,12 @@ INNER = {
     "chart": each_knows_those_before(["record", "scales", "parts", "compose"]),
     "workspace": each_knows_those_before(["qt", "format", "chart", "fit", "sample", "data", "frame"]),
 }
+INNER["chart"]["report"] = {"record", "report"}  # a document that holds drawings
 INNER["chart"]["metafile"] = {"record", "metafile"}  # beside the composition: a player
 
 # Outside libraries by the start of the header's name.
 OUTSIDE = {
+    "life": ["boost/math/"],
     "fit": ["oneapi/tbb/"],
     "files": ["csv.h"],
     "analyses": ["boost/math/"],

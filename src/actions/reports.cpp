@@ -280,4 +280,9 @@ bool is_out_of_date_at(const Session& session, int fit_index, int grid_row) {
   return is_out_of_date(fits.Fits(slot), data_of(session, fit_index));
 }
 
+void edit_log(Session& session, const RichText& text) {
+  session.project.log = text;
+  session.step = "Edit Log";
+}
+
 }  // namespace tavlo

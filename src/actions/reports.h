@@ -35,4 +35,7 @@ bool is_out_of_date_at(const Session& session, int fit_index, int grid_row);
 /// become line ends of the log.
 void AppendLog(Session& session, const std::string& text, bool as_rtf);
 
+/// The log is what the person has made of it, as a step of its own.
+void edit_log(Session& session, const RichText& text);
+
 }  // namespace tavlo

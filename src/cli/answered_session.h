@@ -24,6 +24,9 @@ class AnsweredSession {
   /// answered the same. The set is ranked as the work is. The log goes on with an entry for each.
   void add_answers(const SetWork& work, int set);
 
+  /// The day that its charts and documents are of, instead of today.
+  void set_date(const DateTime& day) { world_.clock().stand_on(day); }
+
   Session& session() { return session_; }
 
  private:

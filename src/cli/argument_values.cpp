@@ -3,6 +3,7 @@
 #include <CLI/Error.hpp>
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <optional>
 
 #include "actions/slope_question.h"
@@ -207,6 +208,41 @@ void require_picture_name(const std::string& path) {
   const std::string type = extension(path);
   if (type != ".svg" && type != ".pdf" && type != ".png" && type != ".wmf")
     refuse("the chart '" + path + "' must end in .svg, .pdf, .png or .wmf");
+}
+
+void require_report_name(const std::string& path) {
+  const std::string type = extension(path);
+  if (type != ".pdf" && type != ".html" && type != ".htm")
+    refuse("the report '" + path + "' must end in .pdf or .html");
+}
+
+DateTime parse_date(const std::string& text) {
+  constexpr auto is_in_place = [](char c, std::size_t at) {
+    return at == 4 || at == 7 ? c == '-' : c >= '0' && c <= '9';
+  };
+  bool is_date = text.size() == 10;
+  for (std::size_t i = 0; is_date && i < text.size(); ++i) is_date = is_in_place(text[i], i);
+  if (!is_date) refuse("--date must be a day as 2026-11-22");
+  const auto year = std::chrono::year(std::stoi(text.substr(0, 4)));
+  const auto month = std::chrono::month(static_cast<unsigned>(std::stoi(text.substr(5, 2))));
+  const auto day = std::chrono::day(static_cast<unsigned>(std::stoi(text.substr(8, 2))));
+  const std::chrono::year_month_day date = year / month / day;
+  if (!date.ok()) refuse("--date " + text + " is no day of the calendar");
+  const std::chrono::weekday weekday{std::chrono::sys_days(date)};
+  return {static_cast<int>(year),
+          static_cast<int>(static_cast<unsigned>(month)),
+          static_cast<int>(static_cast<unsigned>(day)),
+          0,
+          0,
+          0,
+          static_cast<int>(weekday.c_encoding())};
+}
+
+PaperSize parse_paper(const std::string& text) {
+  const std::string size = extension("." + text);
+  if (size == ".a4") return PaperSize::a4;
+  if (size != ".letter") refuse("--paper must be A4 or Letter");
+  return PaperSize::letter;
 }
 
 void require_log_name(const std::string& path) {

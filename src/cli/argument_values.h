@@ -29,6 +29,12 @@ std::vector<double> parse_percents(const std::string& text);
 /// The fraction of a percentage; `text` is how the user wrote it.
 double parse_fraction(double percent, const std::string& text);
 
+/// "2026-11-22", a day of the calendar.
+DateTime parse_date(const std::string& text);
+
+/// "A4" or "Letter", in any case.
+PaperSize parse_paper(const std::string& text);
+
 /// "benard" or "exact".
 RankKind parse_rank_kind(const std::string& text);
 
@@ -68,6 +74,7 @@ int parse_density(const std::string& text);
 std::string parse_chart_type(const std::string& text);
 
 /// Refuses a picture whose extension names no format that can be written.
+void require_report_name(const std::string& path);
 void require_picture_name(const std::string& path);
 void require_log_name(const std::string& path);
 

@@ -386,6 +386,67 @@ void add_chart_command(CLI::App& app, ChartArguments& chart, ChartFits& fits) {
   });
 }
 
+/// The library knows of no last name behind one file.
+class FileAndOutput : public CLI::Formatter {
+ public:
+  std::string make_option_usage(const CLI::Option*) const override { return "FILE OUT"; }
+};
+
+void add_file_and_report(CLI::App& app, ReportArguments& report) {
+  const auto take_names = [&report](const std::vector<std::string>& names) {
+    if (names.size() != 2) throw CLI::ValidationError("report takes one FILE and one OUT");
+    require_report_name(names[1]);
+    report.common.files = {names[0]};
+    report.out = names[1];
+  };
+  app.add_option_function<std::vector<std::string>>(
+         "FILE", take_names,
+         "A data file, a project, a file of another program, - is standard input; OUT is the "
+         "report to write (.pdf .html)")
+      ->required()
+      ->type_name("");
+  app.formatter(std::make_shared<FileAndOutput>());
+}
+
+void add_report_options(CLI::App& app, ReportArguments& report) {
+  report.questions.b_life = {0.01, 0.1, 0.5};
+  add_text(
+      app, "--b-life",
+      [&report](const std::string& text) { report.questions.b_life = parse_percents(text); },
+      "Times by which these percentages have failed (1,10,50)", "P,...");
+  add_text(
+      app, "--title", [&report](const std::string& text) { report.title = text; },
+      "Title of the report (the name of the file)", "TEXT");
+  add_text(
+      app, "--date", [&report](const std::string& text) { report.date = parse_date(text); },
+      "Date of the report (today); the same data and date give the same bytes", "YYYY-MM-DD");
+  add_text(
+      app, "--paper", [&report](const std::string& text) { report.paper = parse_paper(text); },
+      "Paper, A4 or Letter (as usual in the country of the locale)", "SIZE");
+}
+
+void add_report_command(CLI::App& app, ReportArguments& report, FitLists& lists) {
+  CLI::App* const command = app.add_subcommand(
+      "report", "Write data, fits, life table and chart as a document for somebody else");
+  command->footer(
+      "A project is reported with the fits and charts that it has; other data, and a project "
+      "where\n--model or --method is given, are fitted.");
+  add_file_and_report(*command, report);
+  add_fit_choices(*command, lists);
+  add_slope(*command, report.questions);
+  add_reading(*command, report.common);
+  add_ranks(*command, report.common);
+  add_doubts(*command, report.questions);
+  add_report_options(*command, report);
+  command->final_callback([&report, &lists, command] {
+    report.asks_for_fits = command->count("--model") + command->count("--method") > 0;
+    report.questions.choices = all_pairs(lists);
+    report.common.reading.comments = true;
+    require_slope_of_weibayes(report.questions);
+    require_other_file(report.out, report.common.files);
+  });
+}
+
 void take_out(ConvertArguments& convert, const std::string& path) {
   if (path.empty() || path == "-") throw CLI::ValidationError("OUT must be the name of a file");
   convert.out = path;
@@ -434,8 +495,9 @@ void require_command(const CLI::App& app, int argc, const char* const* argv) {
   const auto is_first = [&first](const CLI::App* command) { return command->get_name() == first; };
   if (first.starts_with('-') || !app.get_subcommands(is_first).empty()) return;
   throw CLI::ValidationError(
-      first.empty() ? "a command is required (fit, rank, compare, chart, convert, sample, batch)"
-                    : "there is no command '" + first + "'");
+      first.empty()
+          ? "a command is required (fit, rank, compare, chart, report, convert, sample, batch)"
+          : "there is no command '" + first + "'");
 }
 
 ExitCode report(const CLI::App& app, const CLI::ParseError& error) {
@@ -467,6 +529,9 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   add_compare_command(app, compare, compare_lists);
   BatchArguments batch;
   add_chart_command(app, chart, chart_fits);
+  ReportArguments report_arguments;
+  FitLists report_lists;
+  add_report_command(app, report_arguments, report_lists);
   ConvertArguments convert;
   add_convert_command(app, convert);
   add_batch_command(app, batch);
@@ -482,6 +547,7 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   if (app.got_subcommand("fit")) return Command(fit);
   if (app.got_subcommand("rank")) return Command(rank);
   if (app.got_subcommand("compare")) return Command(compare);
+  if (app.got_subcommand("report")) return Command(report_arguments);
   if (app.got_subcommand("convert")) return Command(convert);
   if (app.got_subcommand("batch")) return Command(batch);
   if (app.got_subcommand("sample")) return Command(sample);

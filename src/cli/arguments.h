@@ -7,11 +7,13 @@
 #include <variant>
 #include <vector>
 
+#include "chart/report/report.h"
 #include "cli/exit_code.h"
 #include "cli/sample_arguments.h"
 #include "files/read_options.h"
 #include "fit/sample.h"
 #include "life/models.h"
+#include "ports/clock.h"
 
 namespace tavlo::cli {
 
@@ -79,6 +81,16 @@ struct ChartArguments {
   PixelSize size;
 };
 
+struct ReportArguments {
+  CommonArguments common;  ///< with one file
+  FitQuestions questions;
+  bool asks_for_fits = false;  ///< by an option: a project has fits of its own otherwise
+  std::string out;
+  std::string title;             ///< empty for the name of the file
+  std::optional<DateTime> date;  ///< of the report; today without
+  std::optional<PaperSize> paper;
+};
+
 struct ConvertArguments {
   CommonArguments common;  ///< with one file
   std::string out;
@@ -89,7 +101,7 @@ struct BatchArguments {
 };
 
 using Command = std::variant<FitArguments, RankArguments, CompareArguments, ChartArguments,
-                             ConvertArguments, BatchArguments, SampleArguments>;
+                             ReportArguments, ConvertArguments, BatchArguments, SampleArguments>;
 
 /// The command; or, when help was given or the usage was wrong, which has been
 /// said already, the code to end with.

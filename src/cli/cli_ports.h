@@ -86,10 +86,22 @@ class QuietHost : public SystemHost {
   }
 };
 
+/// The system's clock, or one that stands on a day that was given.
+class DatedClock : public SystemClock {
+ public:
+  DateTime now() override { return day_ ? *day_ : SystemClock::now(); }
+  void stand_on(const DateTime& day) { day_ = day; }
+
+ private:
+  std::optional<DateTime> day_;
+};
+
 /// All the ports of one run over one file.
 class CliWorld {
  public:
   CliWorld(bool strict, const std::string& subject) : prompts_(strict, subject) {}
+
+  DatedClock& clock() { return clock_; }
 
   Ports ports() {
     return {prompts_, event_loop_, clock_, entropy_,  clipboard_, text_measure_,
@@ -101,7 +113,7 @@ class CliWorld {
   NoViews views_;
   SafeFiles files_;
   IdleEventLoop event_loop_;
-  SystemClock clock_;
+  DatedClock clock_;
   RandomEntropy entropy_;
   EmptyClipboard clipboard_;
   MetricTextMeasure text_measure_;

@@ -11,6 +11,7 @@ ExitCode run(const FitArguments& arguments);
 ExitCode run(const RankArguments& arguments);
 ExitCode run(const CompareArguments& arguments);
 ExitCode run(const ChartArguments& arguments);
+ExitCode run(const ReportArguments& arguments);
 ExitCode run(const ConvertArguments& arguments);
 ExitCode run(const BatchArguments& arguments);
 ExitCode run(const SampleArguments& arguments);

@@ -21,6 +21,8 @@ class MadeProject {
   /// Adds a data set by that name, its fits and the answers to it.
   void add(SetWork& work, const std::string& name);
 
+  void set_date(const DateTime& day) { answered_.set_date(day); }
+
   Session& session() { return answered_.session(); }
 
   /// Writes the file. What is wrong, as "PATH: what", when that can't be done.

@@ -18,17 +18,17 @@ namespace tavlo::cli {
 
 namespace {
 
-/// The painting function of the module; null with words when it can't be had.
-/// The module stays loaded until the program ends.
-WritePicture load_painter(Host& host, std::string& error) {
+/// A function of the painting module; null with words when it can't be had. The module
+/// stays loaded until the program ends.
+void* load_painter(Host& host, const char* name, std::string& error) {
   // Remarks of the toolkit on its surroundings are no messages of this program.
   ::setenv("QT_LOGGING_RULES", "*.debug=false;*.info=false;*.warning=false", 0);
   for (const char* const place : {"/", "/../lib/tavlo/", "/../lib/"}) {
     const std::string module = host.program_folder() + place + picture_module;
     if (::access(module.c_str(), F_OK) != 0) continue;
     void* const loaded = ::dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* const symbol = loaded ? ::dlsym(loaded, write_picture_symbol) : nullptr;
-    if (symbol) return reinterpret_cast<WritePicture>(symbol);
+    void* const symbol = loaded ? ::dlsym(loaded, name) : nullptr;
+    if (symbol) return symbol;
     error = std::string("pictures can't be drawn: ") + ::dlerror();
     return nullptr;
   }
@@ -48,7 +48,8 @@ FileResult make_picture(Session& session, const DrawingRecord& drawing, const st
     return metafile ? FileResult() : not_made("the chart was not saved");
   }
   std::string error;
-  const WritePicture paint = load_painter(session.ports.host, error);
+  const auto paint =
+      reinterpret_cast<WritePicture>(load_painter(session.ports.host, write_picture_symbol, error));
   const PictureSize wanted{size.width, size.height, size.dots_per_inch};
   const bool made = paint && paint(drawing, type.c_str() + 1, wanted, bytes, error);
   return made ? FileResult() : not_made(error);
@@ -89,6 +90,17 @@ std::optional<std::string> write_pictures(Session& session, const std::vector<st
     return fault;
   give_shape(session.project.charts(1), size.width, size.height);
   return write_each(session, paths, std::not_fn(is_metafile), fl_Make_WMF, size);
+}
+
+std::optional<std::string> write_report(Session& session, const Report& report,
+                                        const std::string& path, PaperSize paper) {
+  std::string bytes, error;
+  const auto write =
+      reinterpret_cast<WriteReport>(load_painter(session.ports.host, write_report_symbol, error));
+  const char* const format = extension(path) == ".pdf" ? "pdf" : "html";
+  if (!write || !write(report, format, paper, bytes, error)) return path + ": " + error;
+  const FileResult written = session.ports.file_system.write_whole(path, bytes);
+  return written ? std::nullopt : std::optional(path + ": " + written.message);
 }
 
 }  // namespace tavlo::cli

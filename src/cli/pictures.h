@@ -1,4 +1,4 @@
-// Pictures: charts as files. The module that paints is loaded only when a
+// Pictures: charts and reports as files. The module that paints is loaded only when a
 // picture is asked for, so that a plain fit starts at once.
 #pragma once
 
@@ -16,5 +16,9 @@ namespace tavlo::cli {
 /// the first that can't be written.
 std::optional<std::string> write_pictures(Session& session, const std::vector<std::string>& paths,
                                           const PixelSize& size);
+
+/// Writes the report by the extension of the path, PDF or HTML. What is wrong, as "PATH: what".
+std::optional<std::string> write_report(Session& session, const Report& report,
+                                        const std::string& path, PaperSize paper);
 
 }  // namespace tavlo::cli

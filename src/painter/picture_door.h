@@ -1,10 +1,11 @@
-// Picture door: the one function that the command line calls in the picture
-// module, which it loads only when a picture is asked for. Free of Qt.
+// Picture door: the functions that the command line calls in the picture module, which it
+// loads only when a picture or a report is asked for. Free of Qt.
 #pragma once
 
 #include <string>
 
 #include "chart/record/drawing_record.h"
+#include "chart/report/report.h"
 
 namespace tavlo {
 
@@ -22,8 +23,14 @@ struct PictureSize {
 using WritePicture = bool (*)(const DrawingRecord& drawing, const char* format,
                               const PictureSize& size, std::string& bytes, std::string& error);
 
-/// Name of the function in the module, and file name of the module.
+/// Turns a report into the bytes of a file. `format` is "pdf" or "html". False with words in
+/// `error` when it can't be done.
+using WriteReport = bool (*)(const Report& report, const char* format, PaperSize paper,
+                             std::string& bytes, std::string& error);
+
+/// Names of the functions in the module, and file name of the module.
 inline constexpr const char* write_picture_symbol = "tavlo_write_picture";
+inline constexpr const char* write_report_symbol = "tavlo_write_report";
 inline constexpr const char* picture_module = "libtavlo_pictures.so";
 
 }  // namespace tavlo

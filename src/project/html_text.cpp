@@ -15,7 +15,11 @@ void append_escaped(std::string& html, std::string_view text) {
       case '&': html += "&amp;"; break;
       case '"': html += "&quot;"; break;
       case '\'': html += "&#39;"; break;
-      default: html += c;
+      case '\n':
+      case '\t': html += c; break;
+      default:
+        if (const auto code = static_cast<unsigned char>(c); code >= 0x20 && code != 0x7F)
+          html += c;
     }
   }
 }
@@ -85,6 +89,12 @@ class HtmlWriter : public RichTextVisitor {
 };
 
 }  // namespace
+
+std::string html_escaped(std::string_view text) {
+  std::string html;
+  append_escaped(html, text);
+  return html;
+}
 
 std::string html_text(const RichText& text) {
   HtmlWriter writer;

@@ -74,6 +74,39 @@ std::optional<RichText> RichText::behind(const RichText& earlier) const {
   return RichText(std::move(added));
 }
 
+RichText RichText::part(std::size_t begin, std::size_t end) const {
+  RichTextContent found;
+  const std::lock_guard lock(shared_->at_work);
+  found.add(shared_->content, begin, end);
+  return RichText(std::move(found));
+}
+
+RichText RichText::replaced(std::size_t begin, std::size_t end, const RichText& part) const {
+  RichText made = this->part(0, begin);
+  made.append(part);
+  made.append(this->part(end, size_));
+  return made;
+}
+
+std::vector<std::size_t> RichText::line_begins(std::size_t begin, int every) const {
+  const std::lock_guard lock(shared_->at_work);
+  return shared_->content.line_begins(begin, size_, every);
+}
+
+bool RichText::same_back(std::size_t begin, const RichText& other, std::size_t other_begin) const {
+  if (size_ - begin != other.size_ - other_begin) return false;
+  if (shared_ == other.shared_) return begin == other_begin;
+  const std::scoped_lock lock(shared_->at_work, other.shared_->at_work);
+  return shared_->content.same_part(begin, other.shared_->content, other_begin, size_ - begin);
+}
+
+bool RichText::same_front(const RichText& other, std::size_t end) const {
+  if (size_ < end || other.size_ < end) return false;
+  if (shared_ == other.shared_) return true;
+  const std::scoped_lock lock(shared_->at_work, other.shared_->at_work);
+  return shared_->content.same_front(other.shared_->content, end);
+}
+
 bool RichText::continues(const RichText& earlier) const {
   if (size_ < earlier.size_) return false;
   if (shared_ == earlier.shared_) return true;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "project/rich_text_content.h"
 
@@ -35,6 +36,9 @@ class RichText {
   void clear() { *this = {}; }
   bool empty() const { return size_ == 0; }
 
+  /// How much there is; no measure of what is seen. Places in the document are such sizes.
+  std::size_t size() const { return size_; }
+
   /// The whole document as RTF, see rtf_writer.
   std::string rtf() const;
 
@@ -47,6 +51,21 @@ class RichText {
   /// What was added behind `earlier`, so that a view shows only that; nothing where this is
   /// no continuation of it.
   std::optional<RichText> behind(const RichText& earlier) const;
+
+  /// The document with another part in the place of what stands between two places.
+  RichText replaced(std::size_t begin, std::size_t end, const RichText& part) const;
+
+  /// What stands between two places.
+  RichText part(std::size_t begin, std::size_t end) const;
+
+  /// Places from `begin` on at which lines begin outside tables, `every` lines apart.
+  std::vector<std::size_t> line_begins(std::size_t begin, int every) const;
+
+  /// True where both end alike from `begin`, or `other_begin`, on.
+  bool same_back(std::size_t begin, const RichText& other, std::size_t other_begin) const;
+
+  /// True where the first `end` of both look the same.
+  bool same_front(const RichText& other, std::size_t end) const;
 
   /// Shows the document from its beginning. The visitor must not change it meanwhile.
   void visit(RichTextVisitor& visitor) const;

@@ -243,6 +243,43 @@ std::string RichTextContent::plain(std::size_t begin, std::size_t end) const {
   return plain;
 }
 
+std::vector<std::size_t> RichTextContent::line_begins(std::size_t begin, std::size_t end,
+                                                      int every) const {
+  std::vector<std::size_t> begins;
+  int lines = 0;
+  bool in_row = false;
+  for (std::size_t at = begin; at < end; ++at) {
+    if (text_[at] == row_mark || text_[at] == row_end_mark) in_row = text_[at] == row_mark;
+    if (text_[at] != '\n' || in_row || ++lines < every) continue;
+    begins.push_back(at + 1);
+    lines = 0;
+  }
+  return begins;
+}
+
+bool RichTextContent::same_part(std::size_t begin, const RichTextContent& other,
+                                std::size_t other_begin, std::size_t length) const {
+  const std::size_t end = begin + length, other_end = other_begin + length;
+  if (size() < end || other.size() < other_end) return false;
+  if (text_.compare(begin, length, other.text_, other_begin, length) != 0) return false;
+  const auto same_style = [&](TextStyle a, const TextStyle& b) {
+    const bool same_font = fonts_[a.font] == other.fonts_[b.font];
+    a.font = b.font;
+    return same_font && a == b;
+  };
+  const auto same_run = [&](const Run& a, const Run& b) {
+    return a.begin - begin == b.begin - other_begin && same_style(a.style, b.style);
+  };
+  const auto same_row = [&](const Row& a, const Row& b) {
+    return std::ranges::equal(edges(a), other.edges(b));
+  };
+  return same_style(style_before(run_at(begin)), other.style_before(other.run_at(other_begin))) &&
+         std::equal(run_at(begin), run_at(end), other.run_at(other_begin), other.run_at(other_end),
+                    same_run) &&
+         std::equal(row_at(begin), row_at(end), other.row_at(other_begin), other.row_at(other_end),
+                    same_row);
+}
+
 bool RichTextContent::same_front(const RichTextContent& other, std::size_t end) const {
   if (size() < end || other.size() < end) return false;
   if (text_.compare(0, end, other.text_, 0, end) != 0) return false;

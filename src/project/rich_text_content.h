@@ -80,6 +80,14 @@ class RichTextContent {
   /// The text between two sizes, lines separated by "\n", cells by tabs.
   std::string plain(std::size_t begin, std::size_t end) const;
 
+  /// The beginnings of lines outside tables from `begin` on, each `every` lines behind the one
+  /// before: an insertion there divides nothing.
+  std::vector<std::size_t> line_begins(std::size_t begin, std::size_t end, int every) const;
+
+  /// True where the part from `begin` looks as that of another content from `other_begin`.
+  bool same_part(std::size_t begin, const RichTextContent& other, std::size_t other_begin,
+                 std::size_t length) const;
+
   /// True where the first `end` of both look the same.
   bool same_front(const RichTextContent& other, std::size_t end) const;
 

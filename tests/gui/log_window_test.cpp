@@ -1,5 +1,6 @@
 // The log as a document: what is shown is the core's, and so is what is copied.
 #include <QAbstractTextDocumentLayout>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <random>
@@ -7,8 +8,10 @@
 #include "actions/reports.h"
 #include "gui/window_world.h"
 #include "support/shown_rich_text.h"
+#include "workspace/frame/command_table.h"
 #include "workspace/qt/qt_text.h"
 #include "workspace/qt/rich_text_document.h"
+#include "workspace/qt/shown_rich_text.h"
 
 namespace tavlo {
 namespace {
@@ -66,6 +69,49 @@ TEST(LogWindow, ATableStandsBehindOneBlankLineWithItsNumbersAtTheRight) {
   EXPECT_NE(line("Model").blockFormat().alignment(), Qt::AlignRight);
 }
 
+/// All that a document shows, read without any mark.
+std::string read_whole(const QTextDocument& document) {
+  return test::shown(rich_text_between(document, 0, document.characterCount()));
+}
+
+/// Of a long log the document shows the end.
+void edit_and_go_back(int lines, int times) {
+  std::mt19937_64 random(5);
+  QTextDocument document;
+  ShownRichText view(document);
+  RichText log;
+  for (int line = 0; line < lines; ++line) log.append_plain("first\n");
+  std::vector<RichText> states = {log};
+  for (int i = 0; i < times; ++i) {
+    switch (random() % 3) {
+      case 0:
+        for (int line = 0; line < 120; ++line) log.append_rtf("{\\b line} of text\\par ");
+        log.append_rtf(std::string(table) + "\\par ");
+        view.show(log);
+        break;
+      case 1: view.show(log = states[random() % states.size()]); break;
+      default: {
+        QTextCursor hand(&document);
+        const auto length = static_cast<std::uint64_t>(document.characterCount());
+        const std::uint64_t at = random() % length;
+        hand.setPosition(static_cast<int>(at));
+        const std::uint64_t end = std::min(length - 1, at + random() % 900);
+        if (random() % 2 == 0) hand.setPosition(static_cast<int>(end), QTextCursor::KeepAnchor);
+        hand.insertText(random() % 2 == 0 ? QStringLiteral("by hand") : QStringLiteral("a\nb\n"));
+        log = view.take();
+      }
+    }
+    states.push_back(log);
+    ASSERT_EQ(read_whole(document), test::shown(log.part(view.hidden(), log.size()))) << i;
+  }
+  EXPECT_EQ(view.hidden() > 0, lines > 0);
+}
+
+TEST(ShownRichText, TakesEveryEditAndShowsEveryFormerState) {
+  edit_and_go_back(0, 400);
+  edit_and_go_back(27'000, 20);
+}
+
 class LogByKeys : public test::WindowWorld {
  protected:
   std::string pasted(const char* type) {
@@ -89,6 +135,43 @@ TEST_F(LogByKeys, IsCopiedInAllForms) {
   person.press({"ctrl+c"});
   EXPECT_EQ(pasted("UTF8_STRING"), "Model");
   EXPECT_EQ(test::shown(RichText::from_rtf(pasted("text/rtf"))), "<b20>Model");
+}
+
+TEST_F(LogByKeys, IsEditedSearchedAndTakenBack) {
+  program.commands.run(
+      [&] { AppendLog(session(), "Gears of the north\nGEARS of the south", false); });
+  const std::string before = log();
+  person.press({"ctrl+4", "ctrl+f"});
+  person.type("gears of the S");
+  person.press({"Escape"});
+  LogWindow& view = window.windows().log();
+  EXPECT_EQ(view.textCursor().selectedText(), QStringLiteral("GEARS of the s"));
+  person.type("Wheels in the s");
+  person.press({"ctrl+1"});
+  EXPECT_TRUE(log().ends_with("north\nWheels in the south")) << log();
+  EXPECT_EQ(session().history.undo_name(), "Edit Log");
+  person.press({"ctrl+4", "ctrl+z"});
+  EXPECT_EQ(log(), before);
+  EXPECT_EQ(view.toPlainText().toStdString(), before);
+  program.commands.run([&] { AppendLog(session(), "\nlast", false); });
+  EXPECT_EQ(log(), before + "\nlast");
+}
+
+TEST_F(LogByKeys, IsExportedAsTheReportIsAndNoHalfFileIsLeft) {
+  type_handbook_example();
+  const QTemporaryDir folder;
+  const auto size_after = [&](int command, const QString& name) {
+    answer_files_with(folder.filePath(name));
+    window.DoCommand(command);
+    return QFileInfo(folder.filePath(name)).size();
+  };
+  for (const char* const type : {"rtf", "pdf", "html", "txt"})
+    EXPECT_GT(size_after(command::export_log, QStringLiteral("log.") + to_qt(type)), 20) << type;
+  for (const char* const type : {"pdf", "html"})
+    EXPECT_GT(size_after(command::export_report, QStringLiteral("it.") + to_qt(type)), 5000)
+        << type;
+  EXPECT_TRUE(boxes.texts().isEmpty());
+  EXPECT_EQ(size_after(command::export_report, QStringLiteral("none/x.pdf")), 0);
 }
 
 }  // namespace

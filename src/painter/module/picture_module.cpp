@@ -1,10 +1,12 @@
 // The picture module: what the command line loads when a picture is asked for.
 #include <QGuiApplication>
+#include <QHashSeed>
 #include <algorithm>
 #include <new>
 
 #include "painter/picture_door.h"
 #include "painter/picture_writer.h"
+#include "painter/report_pages.h"
 
 namespace tavlo {
 namespace {
@@ -25,6 +27,8 @@ bool application_is_up(std::string& error) {
   static char name[] = "tavlo", option[] = "-platform", value[] = "offscreen";
   static char* arguments[] = {name, option, value, nullptr};
   if (!QCoreApplication::instance()) {
+    // Qt writes the fonts of a PDF in the order of a hash.
+    QHashSeed::setDeterministicGlobalSeed();
     const auto earlier = qInstallMessageHandler(keep_quiet);
     new QGuiApplication(count, arguments);
     qInstallMessageHandler(earlier);
@@ -72,6 +76,21 @@ extern "C" Q_DECL_EXPORT bool tavlo_write_picture(const tavlo::DrawingRecord& dr
     return !bytes.empty();
   } catch (const std::bad_alloc&) {
     error = "there is not enough memory for the picture";
+    return false;
+  }
+}
+
+extern "C" Q_DECL_EXPORT bool tavlo_write_report(const tavlo::Report& report, const char* format,
+                                                 tavlo::PaperSize paper, std::string& bytes,
+                                                 std::string& error) {
+  using namespace tavlo;
+  try {
+    if (!application_is_up(error)) return false;
+    bytes = report_file(report, format, paper);
+    if (bytes.empty()) error = std::string("the report can't be made as ") + format;
+    return !bytes.empty();
+  } catch (const std::bad_alloc&) {
+    error = "there is not enough memory for the report";
     return false;
   }
 }

@@ -85,8 +85,13 @@ PrintJob ChartCommands::job() {
 }
 
 void ChartCommands::print() {
-  if (!printing_.print(&frame_, job()))
-    program_.prompts.show({"Print", "The printer can't be used, or the file can't be written.",
+  const auto write = [this](const std::string& path, const std::string& bytes) {
+    const FileResult done = program_.files.write_whole(path, bytes);
+    if (!done) return tell_fault(program_.session, path, done);
+    program_.views.status("Printed to: " + bare_file_name(path));
+  };
+  if (!printing_.print(&frame_, job(), write))
+    program_.prompts.show({"Print", "The printer can't be used. Nothing was printed.",
                            BoxIcon::exclamation, BoxButtons::ok});
 }
 

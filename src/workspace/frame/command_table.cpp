@@ -50,6 +50,8 @@ Rows file_commands(MainWindow& frame) {
       {{7, file, "&Print", "Ctrl+P", "print"}, {.run = [&] { charts.print(); }}},
       {{8, file, "Print Pre&view"}, {.run = [&] { charts.preview(); }}},
       {{9, file, "Print Set&up"}, {.run = [&] { charts.set_up_printer(); }}},
+      {{command::export_report, file, "Export &Report..."},
+       {.name = "ExportReport", .run = [&] { frame.documents().export_report(); }}},
       {{0, file}},
       {{10, file, "Setup/&Language", "", "options"}, {.run = [&] { frame.show_options(); }}},
       {{11, file, "Li&brary"},
@@ -63,13 +65,11 @@ Rows file_commands(MainWindow& frame) {
 Rows edit_commands(MainWindow& frame) {
   const auto sheet = [&] { return frame.windows().active_block() == Block::sheet; };
   const auto text = [&, sheet] { return sheet() || frame.windows().active_block() == Block::log; };
-  const Reason without_sheet = unless(sheet, "Bring a data sheet to the front first.");
   const Reason without_text = unless(text, "Bring a data sheet or the log to the front first.");
   return {
       {{13, edit, "Select &All", "Ctrl+A"},
        {.run = [&] { frame.select_all(); }, .refusal = without_text}},
-      {{14, edit, "Cu&t", "Ctrl+X", "cut"},
-       {.run = [&] { frame.cut(); }, .refusal = without_sheet}},
+      {{14, edit, "Cu&t", "Ctrl+X", "cut"}, {.run = [&] { frame.cut(); }, .refusal = without_text}},
       {{15, edit, "&Copy", "Ctrl+C", "copy"}, {.run = [&] { frame.copy(); }}},
       {{170, edit, "Copy with &Headings", "Ctrl+Shift+C"},
        {.name = "CopyTable",
@@ -77,7 +77,7 @@ Rows edit_commands(MainWindow& frame) {
         .refusal = without_sheet,
         .reach = CommandReach::sheet}},
       {{16, edit, "&Paste", "Ctrl+V", "paste"},
-       {.run = [&] { frame.paste(); }, .refusal = without_sheet}},
+       {.run = [&] { frame.paste(); }, .refusal = without_text}},
       {{0, edit}},
       {{18, edit, "&Undo", "Ctrl+Z", "undo"},
        {.run = [&] { frame.undo(); },
@@ -175,7 +175,12 @@ Rows option_commands(MainWindow& frame) {
        {.run = [&] { charts.toggle_precise_reading(); }, .refusal = no_chart, .checked = precise}},
       {{31, options, "&Report", "Ctrl+R"}, {.run = [&] { frame.toggle_report(); }}},
       {{32, options, "&Label/Style", "", "format"},
-       {.run = [&] { charts.format(); }, .refusal = no_chart}},
+       {.run =
+            [&] {
+              frame.documents().log_is_in_front() ? frame.documents().choose_log_font()
+                                                  : charts.format();
+            },
+        .refusal = no_chart}},
       {{33, options, "&Zoom", "", "zoom"},
        {.run = [&] { charts.toggle_zoom(); }, .refusal = no_chart, .checked = zooms}},
       {{102, options, "S&ub-Populations"},
@@ -225,9 +230,29 @@ Rows unlisted_commands(MainWindow& frame) {
       {{17, "", "New Data"}, {.run = [&] { frame.add_data_and_fit(); }}},
       {{command::export_file, "", "&Export to File"},
        {.name = "ExportFile",
-        .run = [&] { frame.charts().save(); },
-        .refusal = unless([&] { return frame.windows().active_block() == Block::chart; },
-                          "Bring a chart to the front first.")}},
+        .run =
+            [&] {
+              frame.documents().log_is_in_front() ? frame.documents().export_log()
+                                                  : frame.charts().save();
+            },
+        .refusal = unless(
+            [&] {
+              const auto front = frame.windows().active_block();
+              return front == Block::chart || front == Block::log;
+            },
+            "Bring a chart or the log to the front first.")}},
+  };
+}
+
+/// Those of the log's pop-up alone. The log itself hears the keys of its search.
+Rows log_commands(DocumentCommands& documents) {
+  return {
+      {{command::find_in_log, "", "&Find..."},
+       {.name = "FindInLog", .run = [&] { documents.find_in_log(); }}},
+      {{command::log_font, "", "F&ont..."},
+       {.name = "LogFont", .run = [&] { documents.choose_log_font(); }}},
+      {{command::export_log, "", "&Export to File..."},
+       {.name = "ExportLog", .run = [&] { documents.export_log(); }}},
   };
 }
 
@@ -394,13 +419,13 @@ Rows help_commands(MainWindow& frame) {
 
 std::vector<Command> all_commands(MainWindow& frame) {
   Rows all;
-  for (Rows& rows :
-       std::array{file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
-                  column_commands(frame.sheets()), option_commands(frame),
-                  reading_commands(frame.charts()), mark_commands(frame.charts()),
-                  chart_commands(frame.charts()), record_commands(frame), unlisted_commands(frame),
-                  choice_commands(frame), analysis_commands(frame),
-                  layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
+  for (Rows& rows : std::array{
+           file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
+           column_commands(frame.sheets()), option_commands(frame),
+           reading_commands(frame.charts()), mark_commands(frame.charts()),
+           chart_commands(frame.charts()), log_commands(frame.documents()), record_commands(frame),
+           unlisted_commands(frame), choice_commands(frame), analysis_commands(frame),
+           layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
     all.insert(all.end(), std::make_move_iterator(rows.begin()),
                std::make_move_iterator(rows.end()));
   return all;
@@ -454,7 +479,20 @@ std::span<const int> tree_pop_up() {
 }
 
 std::span<const int> log_pop_up() {
-  static constexpr std::array ids = {command::copy, command::select_all, 0, command::print};
+  static constexpr std::array ids = {command::undo,
+                                     command::redo,
+                                     0,
+                                     command::cut,
+                                     command::copy,
+                                     command::paste,
+                                     command::select_all,
+                                     0,
+                                     command::find_in_log,
+                                     command::log_font,
+                                     0,
+                                     command::export_log,
+                                     command::print,
+                                     command::print_preview};
   return ids;
 }
 

@@ -1,21 +1,50 @@
 #include "workspace/frame/log_window.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QApplication>
+#include <QFontDialog>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <algorithm>
+#include <array>
+#include <optional>
 
 #include "project/html_text.h"
+#include "workspace/qt/qt_text.h"
 #include "workspace/qt/rich_text_document.h"
 
 namespace tavlo {
 
-LogWindow::LogWindow(const RichText& log, QWidget* parent) : QTextEdit(parent), log_(log) {
+namespace {
+
+constexpr int milliseconds_between_changes = 50;
+constexpr int milliseconds_of_rest = 1500;
+constexpr int lines_searched_at_a_time = 1000;
+
+/// Keys of commands that the menus have for every window.
+bool is_of_menu(QKeyEvent& key) {
+  constexpr std::array keys = {QKeySequence::Undo, QKeySequence::Redo, QKeySequence::Cut,
+                               QKeySequence::Copy, QKeySequence::Paste};
+  return std::any_of(keys.begin(), keys.end(), [&](auto each) { return key.matches(each); });
+}
+
+bool is_of_search(QKeyEvent& key) {
+  return key.matches(QKeySequence::Find) || key.key() == Qt::Key_F3;
+}
+
+}  // namespace
+
+LogWindow::LogWindow(const RichText& log, QWidget* parent)
+    : QTextEdit(parent),
+      log_(log),
+      shown_(*document()),
+      search_(this),
+      earlier_(tr("Show earlier entries"), this) {
   setObjectName(QStringLiteral("rtb_Log"));
   setAccessibleName(tr("Log"));
-  setReadOnly(true);
-  setUndoRedoEnabled(false);
-  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setUndoRedoEnabled(false);  // the project's own takes edits back
   QFont small = font();
   small.setPointSizeF(0.9 * small.pointSizeF());
   setFont(small);
@@ -26,11 +55,20 @@ LogWindow::LogWindow(const RichText& log, QWidget* parent) : QTextEdit(parent), 
   setTabChangesFocus(true);
   setFrameShape(QFrame::NoFrame);
   pause_.setSingleShot(true);
+  rest_.setSingleShot(true);
   connect(&pause_, &QTimer::timeout, this, &LogWindow::show_changes);
+  connect(&rest_, &QTimer::timeout, this, &LogWindow::end_edit);
+  connect(&shown_, &ShownRichText::edited, this, [this] { rest_.start(milliseconds_of_rest); });
+  earlier_.setObjectName(QStringLiteral("cmd_Earlier"));
+  earlier_.setToolTip(
+      tr("A very long log is shown from its last entries on; this may take a while"));
+  earlier_.setFlat(true);
+  earlier_.hide();
+  connect(&earlier_, &QPushButton::clicked, this, [this] { reveal(0); });
+  connect_search();
 }
 
 void LogWindow::refresh() {
-  constexpr int milliseconds_between_changes = 50;
   if (pause_.isActive()) return;
   show_changes();
   pause_.start(milliseconds_between_changes);
@@ -38,43 +76,163 @@ void LogWindow::refresh() {
 
 // Only what is new, or what an undo takes back, is laid out: a log may be long.
 void LogWindow::show_changes() {
-  if (log_ == shown_.back().text) return;
-  drop_what_is_gone();
-  append_rich_text(*document(), log_.behind(shown_.back().text).value());
-  shown_.push_back({log_, document()->characterCount() - 1});
+  if (log_ == shown_.text()) return;
+  const bool is_longer = log_.continues(shown_.text());
+  shown_.show(log_);
+  place_bars();
+  if (!is_longer) return ensureCursorVisible();
   document()->documentLayout()->documentSize();  // lays all out, so that there is an end to go to
   verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
-void LogWindow::drop_what_is_gone() {
-  const auto gone =
-      std::partition_point(shown_.begin() + 1, shown_.end(),
-                           [this](const Shown& each) { return log_.continues(each.text); });
-  shown_.erase(gone, shown_.end());
-  QTextCursor end(document());
-  end.setPosition(shown_.back().end);
-  end.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
-  end.removeSelectedText();
-  end.setBlockFormat({});
+void LogWindow::end_edit() {
+  rest_.stop();
+  if (shown_.is_edited()) emit edited(shown_.take());
 }
 
-ClipboardText LogWindow::selected() const {
+ClipboardText LogWindow::selected() {
+  end_edit();
   const QTextCursor cursor = textCursor();
   const bool is_all = cursor.selectionStart() == 0 && !cursor.hasComplexSelection() &&
                       cursor.selectionEnd() == document()->characterCount() - 1;
-  const RichText part = is_all ? shown_.back().text : rich_text_of(cursor);
+  const RichText part = is_all ? shown_.text() : rich_text_of(cursor);
   if (part.empty()) return {};
   return {part.plain(), part.rtf(), html_text(part)};
 }
 
-// The key for "select all" is the log's own while it has the focus; the menu's would take it.
-// Keys mean the log as it is.
+// Rows of a table have no place in a cell: there the text alone is inserted.
+void LogWindow::insert(const RichText& text) {
+  QTextCursor cursor = textCursor();
+  cursor.beginEditBlock();
+  cursor.removeSelectedText();
+  if (cursor.currentTable())
+    cursor.insertText(QString::fromStdString(text.plain()));
+  else
+    cursor.setPosition(insert_rich_text(cursor, text));
+  cursor.endEditBlock();
+  setTextCursor(cursor);
+  ensureCursorVisible();
+}
+
+void LogWindow::insertFromMimeData(const QMimeData* source) {
+  if (source->hasText()) textCursor().insertText(source->text());
+}
+
+void LogWindow::choose_font() {
+  bool chosen = false;
+  const QFont font = QFontDialog::getFont(
+      &chosen, font_of_letters(*document(), textCursor().charFormat()), this, tr("Label/Style"));
+  if (chosen) mergeCurrentCharFormat(letters_of_font(*document(), font));
+}
+
+// The keys for "select all" and the search are the log's own while it has the focus; the menu's
+// would take them. Keys mean the log as it is.
 bool LogWindow::event(QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride) {
-    show_changes();
-    if (static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll)) event->accept();
-  }
+  if (event->type() != QEvent::ShortcutOverride) return QTextEdit::event(event);
+  auto& key = static_cast<QKeyEvent&>(*event);
+  show_changes();
+  if (is_of_menu(key)) return event->ignore(), true;
+  if (key.matches(QKeySequence::SelectAll) || is_of_search(key)) event->accept();
   return QTextEdit::event(event);
+}
+
+void LogWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Find)) return open_search();
+  if (event->key() == Qt::Key_F3)
+    return search(!event->modifiers().testFlag(Qt::ShiftModifier), false);
+  if (event->key() == Qt::Key_Escape && !search_.isHidden()) return close_search();
+  QTextEdit::keyPressEvent(event);
+}
+
+void LogWindow::focusOutEvent(QFocusEvent* event) {
+  QTextEdit::focusOutEvent(event);
+  if (event->reason() != Qt::PopupFocusReason) end_edit();
+}
+
+void LogWindow::resizeEvent(QResizeEvent* event) {
+  QTextEdit::resizeEvent(event);
+  place_bars();
+}
+
+void LogWindow::connect_search() {
+  connect(&search_, &FindBar::changed, this, [this] { search(true, true); });
+  connect(&search_, &FindBar::next, this, [this] { search(true, false); });
+  connect(&search_, &FindBar::previous, this, [this] { search(false, false); });
+  connect(&search_, &FindBar::closed, this, &LogWindow::close_search);
+}
+
+void LogWindow::open_search() {
+  show_changes();
+  const QString selected = textCursor().selectedText();
+  search_.open(selected.contains(QChar::ParagraphSeparator) ? QString() : selected);
+  place_bars();
+}
+
+void LogWindow::close_search() {
+  search_.hide();
+  place_bars();
+  setFocus();
+}
+
+/// The bars take their room from the text, so that they hide none.
+void LogWindow::place_bars() {
+  earlier_.setVisible(shown_.hidden() > 0);
+  const int above = earlier_.isHidden() ? 0 : earlier_.sizeHint().height();
+  const int below = search_.isHidden() ? 0 : search_.sizeHint().height();
+  setViewportMargins(0, above, 0, below);
+  earlier_.setGeometry(0, 0, viewport()->width(), above);
+  search_.setGeometry(0, height() - below, viewport()->width(), below);
+}
+
+void LogWindow::reveal(std::size_t place) {
+  end_edit();
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  shown_.reveal(place);
+  QApplication::restoreOverrideCursor();
+  place_bars();
+}
+
+/// What is looked for may stand in front of what is shown.
+bool LogWindow::reveal_wanted() {
+  if (shown_.hidden() == 0) return false;
+  end_edit();
+  const RichText before = shown_.text().part(0, shown_.hidden());
+  std::optional<std::size_t> last;
+  std::size_t begin = 0;
+  for (const std::size_t end : before.line_begins(0, lines_searched_at_a_time)) {
+    const QString part = to_qt(before.part(begin, end).plain());
+    if (part.contains(search_.wanted(), Qt::CaseInsensitive)) last = begin;
+    begin = end;
+  }
+  if (to_qt(before.part(begin, before.size()).plain())
+          .contains(search_.wanted(), Qt::CaseInsensitive))
+    last = begin;
+  if (last) reveal(*last);
+  return last.has_value();
+}
+
+/// Begins again at the other end where there is nothing more.
+void LogWindow::search(bool forward, bool from_here) {
+  if (search_.wanted().isEmpty()) return search_.isHidden() ? open_search() : search_.tell({});
+  QTextCursor from = textCursor();
+  if (from_here) from.setPosition(from.selectionStart());
+  const QTextDocument::FindFlags flags =
+      forward ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
+  QTextCursor found = document()->find(search_.wanted(), from, flags);
+  if (found.isNull() && !forward && reveal_wanted()) {
+    from.movePosition(QTextCursor::End);
+    return setTextCursor(from), search(forward, false);
+  }
+  const bool goes_round = found.isNull();
+  if (goes_round) {
+    from.movePosition(forward ? QTextCursor::Start : QTextCursor::End);
+    found = document()->find(search_.wanted(), from, flags);
+  }
+  if (found.isNull() && reveal_wanted()) return search(forward, false);
+  search_.tell(found.isNull() ? tr("Not found")
+               : goes_round   ? (forward ? tr("From the beginning") : tr("From the end"))
+                              : QString());
+  if (!found.isNull()) setTextCursor(found);
 }
 
 }  // namespace tavlo

@@ -1,13 +1,15 @@
-// LogWindow: shows the project's log as the document that it is. Text reaches it only from
-// the core.
+// LogWindow: shows the project's log as the document that it is, which the person may edit,
+// search and give other letters. New entries reach it only from the core, and go to its end.
 #pragma once
 
+#include <QPushButton>
 #include <QTextEdit>
 #include <QTimer>
-#include <vector>
 
 #include "ports/clipboard.h"
 #include "project/rich_text.h"
+#include "workspace/qt/find_bar.h"
+#include "workspace/qt/shown_rich_text.h"
 
 namespace tavlo {
 
@@ -21,25 +23,46 @@ class LogWindow : public QTextEdit {
   /// end. Many changes at a time are shown a few times a second.
   void refresh();
 
+  /// Hands on what the person has typed: from here on it is the log.
+  void end_edit();
+
   /// The selected part in all forms; empty where nothing is.
-  ClipboardText selected() const;
+  ClipboardText selected();
+
+  /// Puts a text in the place of what is selected, in its own letters.
+  void insert(const RichText& text);
+
+  /// Asks for letters and gives them to what is selected, or to what is typed next.
+  void choose_font();
+
+  void open_search();
+
+ signals:
+  /// The person has edited the log, which is to be this.
+  void edited(const RichText& log);
 
  protected:
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void insertFromMimeData(const QMimeData* source) override;
 
  private:
-  /// A state of the log that was shown, and where it ended in the document.
-  struct Shown {
-    RichText text;
-    int end;
-  };
-
+  void connect_search();
+  bool reveal_wanted();
+  void reveal(std::size_t place);
+  void close_search();
+  void search(bool forward, bool from_here);
+  void place_bars();
   void show_changes();
-  void drop_what_is_gone();
 
   const RichText& log_;
-  std::vector<Shown> shown_{Shown{{}, 0}};
+  ShownRichText shown_;
+  FindBar search_;
+  QPushButton earlier_;  ///< what of a very long log is not in the document
   QTimer pause_;
+  QTimer rest_;  ///< of the hands: what was typed until then is one step
 };
 
 }  // namespace tavlo

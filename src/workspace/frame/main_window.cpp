@@ -56,6 +56,7 @@ MainWindow::MainWindow(Program& program)
       files_(program, *this,
              {[this] { show_work(); }, [this](int index) { show_set(index); },
               [this] { return windows_.current_index(); }}),
+      documents_(program, windows_),
       busy_(program.progress) {
   setObjectName(QStringLiteral("frm_vk"));
   setCentralWidget(&windows_);
@@ -235,6 +236,7 @@ void MainWindow::set_up_pop_up_menu(Block block, int index) {
 
 /// What stands in a cell that is still being typed counts: it is a step of its own.
 void MainWindow::end_edits() {
+  if (windows_.child({Block::log, 1}) && !program_.is_busy()) windows_.log().end_edit();
   for (int i = 1; i <= session_.project.data.bound(); ++i)
     if (session_.gDataForm(i)->editing() && !program_.is_busy()) windows_.sheet(i).leave_edit();
 }
@@ -283,6 +285,7 @@ void MainWindow::select_all() {
 }
 
 void MainWindow::cut() {
+  if (documents_.log_is_in_front()) return documents_.cut_from_log();
   const int index = windows_.focused_sheet();
   if (index == 0) return;
   copy();
@@ -306,6 +309,7 @@ void MainWindow::copy() {
 }
 
 void MainWindow::paste() {
+  if (documents_.log_is_in_front()) return documents_.paste_into_log();
   const int index = windows_.focused_sheet();
   if (index == 0) return;
   windows_.sheet(index).mirror_selection();

@@ -11,6 +11,7 @@
 #include "workspace/frame/busy_filter.h"
 #include "workspace/frame/chart_commands.h"
 #include "workspace/frame/command_registry.h"
+#include "workspace/frame/document_commands.h"
 #include "workspace/frame/file_commands.h"
 #include "workspace/frame/hint_line.h"
 #include "workspace/frame/program.h"
@@ -54,6 +55,7 @@ class MainWindow : public QMainWindow {
   ChartCommands& charts() { return charts_; }
   SheetCommands& sheets() { return sheets_; }
   FileCommands& files() { return files_; }
+  DocumentCommands& documents() { return documents_; }
   const History& history() const { return session_.history; }
   /// The fit panel that a choice is made for.
   FitPanel& panel() { return *session_.gFitForm(windows_.current_index()); }
@@ -129,6 +131,7 @@ class MainWindow : public QMainWindow {
   ChartCommands charts_;
   SheetCommands sheets_;
   FileCommands files_;
+  DocumentCommands documents_;
   QMenu chart_menu_;
   QMenu heading_menu_;
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for

@@ -4,11 +4,13 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
+#include <QTemporaryFile>
 #include <limits>
 
 #include "painter/player.h"
 #include "workspace/frame/printed_pages.h"
 #include "workspace/frame/text_printing.h"
+#include "workspace/qt/qt_text.h"
 
 namespace tavlo {
 
@@ -23,10 +25,33 @@ bool print_drawing(QPrinter& printer, const DrawingRecord& drawing) {
 
 constexpr int all_pages = std::numeric_limits<int>::max() / 2;
 
+/// Prints into a file of the program's own; empty when that can't be done.
+std::string printed_bytes(QPrinter& printer, const PrintJob& job) {
+  QTemporaryFile file;
+  if (!file.open()) return {};
+  const QString wanted = printer.outputFileName();
+  printer.setOutputFileName(file.fileName());
+  const bool is_whole = job.print(printer, all_pages);
+  printer.setOutputFileName(wanted);
+  QFile written(file.fileName());
+  if (!is_whole || !written.open(QIODevice::ReadOnly)) return {};
+  return written.readAll().toStdString();
+}
+
 // A preview keeps each page that it shows: a sheet of a million rows has 20,000.
 constexpr int most_previewed = 100;
 
 }  // namespace
+
+std::string pdf_file(const PrintJob& job, PaperSize paper) {
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setCreator(QStringLiteral("Tavlo"));
+  printer.setDocName(job.title);
+  printer.setPageSize(QPageSize(paper == PaperSize::a4 ? QPageSize::A4 : QPageSize::Letter));
+  printer.setPageOrientation(job.wide ? QPageLayout::Landscape : QPageLayout::Portrait);
+  return printed_bytes(printer, job);
+}
 
 PrintJob chart_job(const QString& title, const DrawingRecord& drawing) {
   return {title, drawing.width >= drawing.height,
@@ -66,10 +91,16 @@ bool Printing::set_up(QWidget* parent) {
   return true;
 }
 
-bool Printing::print(QWidget* parent, const PrintJob& job) {
+bool Printing::print(QWidget* parent, const PrintJob& job, const WriteFile& write) {
   QPrintDialog dialog(&printer_for(job), parent);
   dialog.setWindowTitle(QStringLiteral("Print ") + job.title);
-  return dialog.exec() != QDialog::Accepted || job.print(printer(), all_pages);
+  if (dialog.exec() != QDialog::Accepted) return true;
+  const std::string path = from_qt(printer().outputFileName());
+  if (printer().outputFormat() != QPrinter::PdfFormat || path.empty())
+    return job.print(printer(), all_pages);
+  const std::string bytes = printed_bytes(printer(), job);
+  if (!bytes.empty()) write(path, bytes);
+  return !bytes.empty();
 }
 
 void Printing::preview(QWidget* parent, const PrintJob& job) {

@@ -6,8 +6,10 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "chart/record/drawing_record.h"
+#include "chart/report/report.h"
 #include "project/rich_text.h"
 #include "workspace/frame/table_printing.h"
 
@@ -30,6 +32,12 @@ PrintJob table_job(const PrintedTable& table);
 /// All lines and tables of a text.
 PrintJob text_job(const QString& title, const RichText& text);
 
+/// What is to be printed as a PDF file; empty when it can't be made.
+std::string pdf_file(const PrintJob& job, PaperSize paper);
+
+/// Writes a file of that name; it tells what doesn't work.
+using WriteFile = std::function<void(const std::string& path, const std::string& bytes)>;
+
 /// The printer that the user has set up, and its dialogs. Each returns when the
 /// user is done with it.
 class Printing {
@@ -37,7 +45,8 @@ class Printing {
   /// False where there is no printer to be set up.
   bool set_up(QWidget* parent);
   /// False when the printer refused; a user who cancels has printed nothing.
-  bool print(QWidget* parent, const PrintJob& job);
+  /// A PDF file is handed to `write`, so that no half one is left.
+  bool print(QWidget* parent, const PrintJob& job, const WriteFile& write);
   void preview(QWidget* parent, const PrintJob& job);
 
  private:

@@ -1,6 +1,7 @@
 #include "workspace/frame/view_maker.h"
 
 #include "actions/clipboard_text.h"
+#include "actions/reports.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -12,7 +13,7 @@ QWidget* ViewMaker::make(Block block, int index) {
     case Block::chart: return make_chart(index);
     case Block::log: break;
   }
-  return new LogWindow(program_.session.project.log);
+  return make_log();
 }
 
 QString ViewMaker::title(Block block, int index) const {
@@ -24,6 +25,14 @@ QString ViewMaker::title(Block block, int index) const {
     case Block::log: break;
   }
   return QStringLiteral("Log");
+}
+
+LogWindow* ViewMaker::make_log() {
+  auto* log = new LogWindow(program_.session.project.log);
+  connect(log, &LogWindow::edited, this, [this](const RichText& text) {
+    program_.commands.run([&] { edit_log(program_.session, text); });
+  });
+  return log;
 }
 
 SheetView* ViewMaker::make_sheet(int index) {

@@ -31,6 +31,7 @@ class ViewMaker : public QObject {
   void content_changed();
 
  private:
+  LogWindow* make_log();
   SheetView* make_sheet(int index);
   void connect_drops(SheetView& view, int index);
   FitWindow* make_panel(int index);

@@ -35,10 +35,10 @@ bool is_number(const QString& text) {
   return std::ranges::all_of(text, is_sign_of_numbers) && !text.trimmed().isEmpty();
 }
 
-/// Adds what it is shown at a document's end.
+/// Adds what it is shown at a place of a document.
 class DocumentAppender : public RichTextVisitor {
  public:
-  explicit DocumentAppender(QTextDocument& document);
+  explicit DocumentAppender(const QTextCursor& place);
 
   void text(std::string_view text, const TextStyle& style, const std::string& font) override;
   void line_end() override { add(QStringLiteral("\n"), {}); }
@@ -48,6 +48,8 @@ class DocumentAppender : public RichTextVisitor {
 
   /// Adds a table that is not yet ended.
   void end_table();
+
+  int position() const { return end_.position(); }
 
  private:
   struct Piece {
@@ -76,13 +78,12 @@ class DocumentAppender : public RichTextVisitor {
   std::size_t cells_ = 0;
 };
 
-DocumentAppender::DocumentAppender(QTextDocument& document)
-    : end_(&document),
-      own_size_(document.defaultFont().pointSizeF()),
-      pixels_of_a_twip_(QFontMetricsF(document.defaultFont()).horizontalAdvance(QLatin1Char('0')) /
-                        twips_of_a_digit) {
-  end_.movePosition(QTextCursor::End);
-}
+DocumentAppender::DocumentAppender(const QTextCursor& place)
+    : end_(place),
+      own_size_(place.document()->defaultFont().pointSizeF()),
+      pixels_of_a_twip_(
+          QFontMetricsF(place.document()->defaultFont()).horizontalAdvance(QLatin1Char('0')) /
+          twips_of_a_digit) {}
 
 void DocumentAppender::text(std::string_view text, const TextStyle& style,
                             const std::string& font) {
@@ -143,7 +144,7 @@ void DocumentAppender::end_table() {
   QTextTable* const table = end_.insertTable(static_cast<int>(rows.size()),
                                              static_cast<int>(edges_.size()), table_format());
   fill(*table, rows);
-  end_.movePosition(QTextCursor::End);
+  end_.setPosition(table->lastPosition() + 1);
 }
 
 /// A table begins with a blank line, and what stands in front may end with one: shown is one.
@@ -217,6 +218,7 @@ QTextTableCellFormat DocumentAppender::cell_format(bool is_heading) const {
 class DocumentReader {
  public:
   RichText read(const QTextDocument& document);
+  RichText read(QTextBlock from, int end);
 
  private:
   void read(QTextFrame::iterator at);
@@ -245,6 +247,24 @@ void DocumentReader::read(QTextFrame::iterator at) {
       is_behind_block = true;
     }
   }
+}
+
+RichText DocumentReader::read(QTextBlock from, int end) {
+  bool is_behind_block = false;
+  while (from.isValid() && from.position() < end) {
+    if (const QTextTable* const table = QTextCursor(from).currentTable()) {
+      read(*table);
+      from = from.document()->findBlock(table->lastPosition() + 1);
+      is_behind_block = false;
+      continue;
+    }
+    if (is_behind_block) content_.add("\n", {});
+    read(from);
+    is_behind_block = true;
+    from = from.next();
+  }
+  if (is_behind_block && from.isValid()) content_.add("\n", {});
+  return RichText(std::move(content_));
 }
 
 void DocumentReader::read(const QTextTable& table) {
@@ -285,12 +305,47 @@ TextStyle DocumentReader::style_of(const QTextCharFormat& format) {
 }  // namespace
 
 void append_rich_text(QTextDocument& document, const RichText& text) {
-  DocumentAppender appender(document);
-  QTextCursor change(&document);
+  QTextCursor end(&document);
+  end.movePosition(QTextCursor::End);
+  insert_rich_text(end, text);
+}
+
+int insert_rich_text(const QTextCursor& place, const RichText& text) {
+  DocumentAppender appender(place);
+  QTextCursor change(place);
   change.beginEditBlock();  // laid out once, at the end
   text.visit(appender);
   appender.end_table();
   change.endEditBlock();
+  return appender.position();
+}
+
+RichText rich_text_between(const QTextDocument& document, int begin, int end) {
+  return DocumentReader().read(document.findBlock(begin), end);
+}
+
+QTextCharFormat letters_of_font(const QTextDocument& document, const QFont& font) {
+  const int half_points = std::clamp(qRound(2 * font.pointSizeF()), 2, 3276);
+  QTextCharFormat format;
+  format.setFontFamilies({font.family()});
+  format.setProperty(font_property, font.family());
+  format.setFontPointSize(document.defaultFont().pointSizeF() * half_points / own_half_points);
+  format.setProperty(half_points_property, half_points);
+  format.setFontWeight(font.bold() ? QFont::Bold : QFont::Normal);
+  format.setFontItalic(font.italic());
+  format.setFontUnderline(font.underline());
+  return format;
+}
+
+QFont font_of_letters(const QTextDocument& document, const QTextCharFormat& format) {
+  const bool has_font = format.hasProperty(font_property);
+  QFont font(has_font ? format.stringProperty(font_property) : document.defaultFont().family());
+  const bool has_size = format.hasProperty(half_points_property);
+  font.setPointSizeF((has_size ? format.intProperty(half_points_property) : own_half_points) / 2);
+  font.setBold(format.fontWeight() >= QFont::Bold);
+  font.setItalic(format.fontItalic());
+  font.setUnderline(format.fontUnderline());
+  return font;
 }
 
 RichText rich_text_of(const QTextCursor& selection) {

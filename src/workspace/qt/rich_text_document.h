@@ -13,6 +13,20 @@ namespace tavlo {
 /// cells, rows are lines with tabs.
 void append_rich_text(QTextDocument& document, const RichText& text);
 
+/// Inserts a rich text at a place, which must not be in a table; where it stands behind it.
+int insert_rich_text(const QTextCursor& place, const RichText& text);
+
+/// What stands between the beginnings of two lines outside tables; up to the document's end
+/// for a second one behind it.
+RichText rich_text_between(const QTextDocument& document, int begin, int end);
+
+/// What letters of the log look like in a font of that name, size and style, whose size is
+/// that in a file.
+QTextCharFormat letters_of_font(const QTextDocument& document, const QFont& font);
+
+/// The font of letters, by its name and size in a file.
+QFont font_of_letters(const QTextDocument& document, const QTextCharFormat& format);
+
 /// What is selected of a document that was made so.
 RichText rich_text_of(const QTextCursor& selection);
 

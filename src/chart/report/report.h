@@ -1,0 +1,44 @@
+// Report: the results of an analysis as a document for somebody else, as a value: what was
+// fitted, how long units live, the charts and the data. It holds words and drawings alone, so
+// that each format writes the same.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "chart/record/drawing_record.h"
+
+namespace tavlo {
+
+struct ReportTable {
+  std::string title;                           ///< what it is about; may be empty
+  std::vector<std::string> headings;           ///< one a column
+  std::vector<bool> is_text;                   ///< a column of words, at the left; others numbers
+  std::vector<std::vector<std::string>> rows;  ///< as many cells each as there are headings
+  bool has_totals = false;                     ///< the last row sums up
+  std::vector<std::string> remarks = {};       ///< sentences below it
+};
+
+struct ReportPart {
+  std::string title;
+  std::vector<ReportTable> tables = {};
+  std::vector<std::string> lines = {};  ///< sentences below the tables
+  std::vector<DrawingRecord> drawings = {};
+};
+
+struct Report {
+  std::string title;
+  std::vector<std::vector<std::string>> facts;  ///< "File", "pumps.txt"
+  std::string date;                             ///< "2026-11-22"
+  std::string maker;                            ///< the program and its version
+  std::vector<ReportPart> parts;
+};
+
+/// Sizes of paper.
+enum class PaperSize { a4, letter };
+
+/// The paper of a place by the name of its locale, as "en_US.UTF-8": Letter where that is the
+/// usual paper, A4 in the rest of the world and for a name that tells no country.
+PaperSize paper_of_locale(const std::string& locale);
+
+}  // namespace tavlo

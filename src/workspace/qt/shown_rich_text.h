@@ -1,0 +1,66 @@
+// Shown rich text: keeps a document of Qt and a rich text alike, in both directions, without
+// going through all of it: a log may have a million lines. Marks at the beginnings of lines tie
+// places of the one to places of the other; what stands between two marks is replaced whole. Of
+// a very long text only the end is in the document, as Qt lays out slowly: it is asked for more.
+#pragma once
+
+#include <QObject>
+#include <QTextDocument>
+#include <vector>
+
+#include "workspace/qt/rich_text_document.h"
+
+namespace tavlo {
+
+class ShownRichText : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit ShownRichText(QTextDocument& document);
+
+  /// What the document shows, but for what the person has changed since.
+  const RichText& text() const { return text_; }
+
+  /// Changes the document where the text is another one. What the person has changed must be
+  /// taken first; it stays where the text only got longer.
+  void show(const RichText& text);
+
+  /// How much of the text stands before what the document shows.
+  std::size_t hidden() const { return marks_.front().place; }
+
+  /// Shows the text from the beginning of the line at a place on, which is hidden so far.
+  void reveal(std::size_t place);
+
+  /// True when the person has changed the document since its text was last taken.
+  bool is_edited() const { return edited_; }
+
+  /// The text with what the person has changed.
+  const RichText& take();
+
+ signals:
+  void edited();
+
+ private:
+  struct Mark {
+    QTextCursor at;
+    std::size_t place = 0;  ///< in the text
+  };
+  using Marks = std::vector<Mark>;
+
+  void note_change(int position, int removed, int added);
+  void start_anew(const RichText& text, std::size_t begin);
+  void append(const RichText& text);
+  void replace(const RichText& text);
+  void insert(int position, const RichText& text, std::size_t begin, std::size_t end, Marks& marks);
+  Mark mark_at(int position, std::size_t place) const;
+
+  QTextDocument& document_;
+  RichText text_;
+  Marks marks_;
+  bool is_own_change_ = false;
+  bool edited_ = false;
+  int first_ = 0;  ///< of what the person has changed, as it stands now
+  int last_ = 0;
+};
+
+}  // namespace tavlo
