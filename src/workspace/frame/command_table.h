@@ -46,6 +46,12 @@ inline constexpr int delete_fit = 122;
 inline constexpr int rename = 123;
 inline constexpr int delete_record = 124;
 inline constexpr int first_window = 130;
+inline constexpr int life_panel = 190;
+inline constexpr int copy_life = 191;
+inline constexpr int mark_life = 192;
+inline constexpr int fit_notes = 193;
+inline constexpr int show_fit = 194;
+inline constexpr int fit_colour = 195;
 inline constexpr int first_method = 300;
 inline constexpr int first_model = 310;
 }  // namespace command

@@ -1,0 +1,128 @@
+#include "life/mean_life.h"
+
+#include <algorithm>
+#include <array>
+#include <boost/math/quadrature/gauss_kronrod.hpp>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace tavlo {
+
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+double weibull_mean(const FitParam& row) {
+  return row.T0 + std::tgamma(1 + 1 / row.Shape) / row.Scale;
+}
+
+/// E(X) of one population that all units belong to.
+std::optional<double> closed_mean(const Model& model, const FitParam& row) {
+  switch (model.family) {
+    case Family::weibull: return weibull_mean(row);
+    case Family::normal: return row.Scale;
+    case Family::lognormal: return row.T0 + row.Scale * std::exp(0.5 / (row.Shape * row.Shape));
+    case Family::gumbel: {
+      const double side = model.code == model_code::gumbel_upper ? 1 : -1;
+      return 1 / row.Scale + side * std::numbers::egamma * row.Shape;
+    }
+    case Family::none: break;
+  }
+  return model.code == model_code::by_failure_mode ? std::optional(weibull_mean(row))
+                                                   : std::nullopt;
+}
+
+using Risks = std::vector<const FitParam*>;
+
+double survival(const Risks& risks, double x) {
+  double hazard = 0;
+  for (const FitParam* risk : risks)
+    if (x > risk->T0) hazard += std::pow((x - risk->T0) * risk->Scale, risk->Shape);
+  return std::exp(-hazard);
+}
+
+double time_of_hazard(const FitParam& risk, double hazard) {
+  return risk.T0 + std::pow(hazard, 1 / risk.Shape) / risk.Scale;
+}
+
+/// Where the survival bends: the places at which a risk alone has gone through these hazards.
+/// Between two of them it is smooth enough for a rule of Gauss; behind the last one nobody
+/// is left.
+std::vector<double> bends(const Risks& risks) {
+  constexpr double over = 745;
+  double end = infinity;
+  for (const FitParam* risk : risks) end = std::min(end, time_of_hazard(*risk, over));
+  std::vector<double> places = {0, end};
+  for (const FitParam* risk : risks) {
+    places.push_back(risk->T0);
+    for (const double hazard :
+         {1e-18, 1e-12, 1e-9, 1e-6, 1e-4, 1e-3, 1e-2, 0.1, 0.3, 1., 3., 10., 30., 100., 300.})
+      places.push_back(time_of_hazard(*risk, hazard));
+  }
+  std::erase_if(places, [&](double x) { return !(x >= 0 && x <= end); });
+  std::sort(places.begin(), places.end());
+  places.erase(std::unique(places.begin(), places.end()), places.end());
+  return places;
+}
+
+/// The least of what the risks draw: the integral of the survival from 0 on. A minimum life
+/// is never below 0.
+double mean_of_least(const Risks& risks) {
+  if (risks.size() == 1) return weibull_mean(*risks.front());
+  const std::vector<double> places = bends(risks);
+  if (places.empty() || !std::isfinite(places.back())) return infinity;
+  using Rule = boost::math::quadrature::gauss_kronrod<double, 31>;
+  constexpr unsigned halvings = 8;
+  constexpr double tolerance = 1e-12;
+  double sum = 0;
+  for (std::size_t i = 1; i < places.size(); ++i)
+    sum += Rule::integrate([&](double x) { return survival(risks, x); }, places[i - 1], places[i],
+                           halvings, tolerance);
+  return sum;
+}
+
+bool can_fail(const FitParam& row) { return row.Scale > 0 && !is_unreached(row); }
+
+/// Terms as `Life` has them: the share of a row with a share, in which the risks of its bit act.
+std::optional<double> mean_of_mixture(const Life& life, bool by_mode) {
+  double mean = 0;
+  std::int32_t bit = 1;
+  for (std::size_t i = 0; i < life.rows.size(); ++i, bit *= 2) {
+    const double share = by_mode ? (i == 0 ? 1 : 0) : life.rows[i].Fraction;
+    if (!(share > 0)) continue;
+    Risks risks;
+    for (const FitParam& row : life.rows)
+      if (can_fail(row) && (by_mode || (row.Applies & bit) != 0)) risks.push_back(&row);
+    mean += risks.empty() ? infinity : share * mean_of_least(risks);
+    if (by_mode || i + 1 == 30) break;
+  }
+  return mean;
+}
+
+bool is_determined(const Model& model, const FitParam& row) {
+  const bool scale_may_be_any = model.family == Family::normal || model.family == Family::gumbel;
+  return (scale_may_be_any ? std::isfinite(row.Scale) : row.Scale > 0) &&
+         std::isfinite(row.Scale) && (row.Shape > 0 || is_unreached(row)) &&
+         std::isfinite(row.Shape);
+}
+
+}  // namespace
+
+double share_that_fails(const Life& life) { return fraction_failed(life, infinity); }
+
+std::optional<double> mean_life(const Life& life) {
+  const Model* model = find_model(life.model);
+  if (!model || life.rows.empty()) return std::nullopt;
+  for (const FitParam& row : life.rows)
+    if (!is_determined(*model, row)) return std::nullopt;
+  const bool by_mode = model->code == model_code::by_failure_mode;
+  const bool weibulls = by_mode || model->family == Family::weibull;
+  const FitParam& first = life.rows.front();
+  const bool survivors = weibulls && (!can_fail(first) || first.Fraction < 1);
+  if (life.rows.size() == 1)
+    return survivors && !by_mode ? std::optional(infinity) : closed_mean(*model, first);
+  return weibulls ? mean_of_mixture(life, by_mode) : std::nullopt;
+}
+
+}  // namespace tavlo
