@@ -126,11 +126,24 @@ void FitWindow::add_model_option(const ModelOption& option) {
   button->setObjectName(option_name("opt_Model", option.index));
   button->setAccessibleName(to_qt(option.label));
   button->setEnabled(available);
-  const QString label = to_qt(option.label);
-  const QString tip = available ? to_qt(option.tool_tip) : tr("not available yet");
-  button->setToolTip(label + QStringLiteral("\n") + tip);
   button->installEventFilter(this);
   opt_Model_.addButton(button, option.index);
+}
+
+/// One that can't be fitted by the method stays within reach: a click on it says what there is
+/// to say.
+void FitWindow::show_what_fits() {
+  const int method = session_.gFitForm(index_)->nMethod;
+  for (const ModelOption& option : model_options()) {
+    const Reasoned what = what_of_option(option, method);
+    QAbstractButton& button = *opt_Model_.button(option.index);
+    button.setToolTip(to_qt(what.tip));
+    QPalette colours = palette();
+    if (!what.fits)
+      colours.setColor(QPalette::WindowText,
+                       colours.color(QPalette::Disabled, QPalette::WindowText));
+    button.setPalette(colours);
+  }
 }
 
 void FitWindow::place_model_options(bool with_labels) {
@@ -269,6 +282,7 @@ void FitWindow::set_up_grid() {
   grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
   grd_Fit_.setAccessibleName(tr("Fits"));
   model_.set_row_tips([this](int row) { return notes_at(session_, index_, row); });
+  model_.show_tips_in(fit_column::model);
   model_.set_colours([this](int row, int) {
     return is_out_of_date_at(session_, index_, row) ? CellColour::grey : CellColour::usual;
   });
@@ -349,6 +363,7 @@ void FitWindow::show_choices() {
   if (QAbstractButton* method = opt_Method_.button(panel.nMethod)) method->setChecked(true);
   chk_Censored_->setChecked(panel.censored);
   chk_Censored_->setEnabled(panel.nMethod == method_code::mle);
+  show_what_fits();
   for (const QButtonGroup* group : {&opt_Model_, &opt_Method_}) stop_at_checked(*group);
   txt_Custom_->setText(in_lines(to_qt(panel.txt_Custom)));
 }
@@ -376,6 +391,7 @@ void FitWindow::fit_columns() {
     if (c == fit_column::number)
       width += style()->pixelMetric(QStyle::PM_IndicatorWidth) +
                style()->pixelMetric(QStyle::PM_SmallIconSize);
+    if (c == fit_column::model) width += style()->pixelMetric(QStyle::PM_SmallIconSize);
     if (c == fit_column::quality || c == fit_column::scale || c == fit_column::shape)
       width = std::max(width, number);
     for (int r = 0; r < model_.rowCount(); ++r)

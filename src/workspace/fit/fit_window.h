@@ -84,6 +84,7 @@ class FitWindow : public QWidget {
   void tick(int grid_row, bool shown);
   void show_row(const QModelIndex& index);
   void lay_out();
+  void show_what_fits();
   void place_model_options(bool with_labels);
   void fit_columns();
 

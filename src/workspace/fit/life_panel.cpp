@@ -15,7 +15,7 @@ namespace {
 
 enum Column { name_column, answer_column, mark_column, column_count };
 
-constexpr int gap = 4;
+constexpr int tight_gap = 4;
 
 }  // namespace
 
@@ -29,18 +29,13 @@ LifePanel::LifePanel(Session& session, UserCommands& commands, int fit_index, QW
   lbl_Reason_.setObjectName(QStringLiteral("lbl_LifeReason"));
   for (QLabel* label : {&lbl_Remark_, &lbl_Reason_}) label->setWordWrap(true);
   auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(gap, 0, 0, 0);
-  rows->setSpacing(gap);
-  rows->addWidget(&lbl_Fit_);
+  rows->setContentsMargins(tight_gap, 0, 0, 0);
+  rows->setSpacing(tight_gap);
+  rows->addWidget(make_head());
   rows->addWidget(&grd_Life_, 1);
   rows->addWidget(&lbl_Remark_);
-  rows->addWidget(make_question(txt_Percent_, "txt_Percent", tr("B %"),
-                                tr("Percentage failed, for the time by which it has: 5 or 1; 20"),
-                                ask_percents));
-  rows->addWidget(make_question(txt_Time_, "txt_Time", tr("R at"),
-                                tr("Time, for the share that survives it"), ask_times));
+  rows->addWidget(make_questions());
   rows->addWidget(&lbl_Reason_);
-  rows->addWidget(make_buttons());
   lbl_Reason_.hide();
   setMinimumWidth(fontMetrics().averageCharWidth() * 26);
   show_fit_of(0);
@@ -66,32 +61,46 @@ void LifePanel::set_up_answers() {
   });
 }
 
-QWidget* LifePanel::make_question(QLineEdit& field, const char* name, const QString& caption,
-                                  const QString& tip, Ask ask) {
+QWidget* LifePanel::make_questions() {
   auto* line = new QWidget;
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(gap);
+  row->setSpacing(tight_gap);
+  add_question(*row, txt_Percent_, "txt_Percent", tr("B %"),
+               tr("Percentages failed, for the times by which they have: 5 or 1; 20. Enter adds "
+                  "them, Delete takes a row of the table off again."),
+               ask_percents);
+  add_question(*row, txt_Time_, "txt_Time", tr("R at"),
+               tr("Times, for the share that survives them. Enter adds them, Delete takes a row "
+                  "of the table off again."),
+               ask_times);
+  return line;
+}
+
+void LifePanel::add_question(QHBoxLayout& row, QLineEdit& field, const char* name,
+                             const QString& caption, const QString& tip, Ask ask) {
   auto* label = new QLabel(caption);
   label->setBuddy(&field);
   label->setToolTip(tip);
   field.setObjectName(to_qt(name));
   field.setToolTip(tip);
-  field.setAccessibleName(tip);
-  field.setPlaceholderText(tr("type, Enter"));
-  field.setMinimumWidth(fontMetrics().averageCharWidth() * 8);
+  field.setAccessibleName(caption);
+  field.setAccessibleDescription(tip);
+  field.setMinimumWidth(fontMetrics().averageCharWidth() * 6);
   connect(&field, &QLineEdit::returnPressed, this,
           [this, &field, ask] { commands_.run([&] { take(field, ask); }); });
   connect(&field, &QLineEdit::textEdited, this, [this, &field] { show_reason(field, {}); });
-  row->addWidget(label);
-  row->addWidget(&field, 1);
-  return line;
+  row.addWidget(label);
+  row.addWidget(&field, 1);
 }
 
-QWidget* LifePanel::make_buttons() {
+/// The name of the fit, and what can be done with its table.
+QWidget* LifePanel::make_head() {
   auto* line = new QWidget;
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(tight_gap);
+  row->addWidget(&lbl_Fit_, 1);
   const auto make = [&](const char* name, const QString& caption, const QString& tip) {
     auto* button = new QToolButton;
     button->setObjectName(to_qt(name));
@@ -101,9 +110,8 @@ QWidget* LifePanel::make_buttons() {
     row->addWidget(button);
     return button;
   };
-  btn_Mark_ = make("btn_MarkLife", tr("Mark"), tr("Marks the chosen row on the chart"));
+  btn_Mark_ = make("btn_MarkLife", tr("Mark"), tr("Marks the chosen row on the chart (Ctrl+M)"));
   btn_Copy_ = make("btn_CopyLife", tr("Copy"), tr("Copies the whole table (Ctrl+Shift+C)"));
-  row->addStretch(1);
   connect(btn_Mark_, &QToolButton::clicked, this, commands_.slot([this] { mark(); }));
   connect(btn_Copy_, &QToolButton::clicked, this, commands_.slot([this] { copy(); }));
   return line;
@@ -130,11 +138,10 @@ void LifePanel::show_answers() {
   grd_Life_.setRowCount(static_cast<int>(table_.rows.size()));
   for (int r = 0; r < grd_Life_.rowCount(); ++r) {
     const LifeAnswer& row = table_.rows[static_cast<std::size_t>(r)];
-    const std::string reason = tavlo::why_not_marked(session_, index_, table_, row);
     put(r, name_column, to_qt(row.name), row.tip);
     put(r, answer_column, to_qt(row.answer), row.tip);
-    put(r, mark_column, reason.empty() ? QStringLiteral("\u25B6") : QStringLiteral("\u2013"),
-        reason.empty() ? from_qt(tr("Marks it on the chart")) : reason);
+    put(r, mark_column, row.time ? QStringLiteral("\u25B6") : QString(),
+        from_qt(row.time ? tr("Marks it on the chart") : QString()));
     grd_Life_.item(r, mark_column)->setTextAlignment(Qt::AlignCenter);
   }
   grd_Life_.setCurrentCell(std::min(row_before, grd_Life_.rowCount() - 1), name_column);

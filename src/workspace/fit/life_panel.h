@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableWidget>
@@ -41,9 +42,10 @@ class LifePanel : public QFrame {
  private:
   using Ask = std::string (*)(Session&, const std::string&);
 
-  QWidget* make_question(QLineEdit& field, const char* name, const QString& caption,
-                         const QString& tip, Ask ask);
-  QWidget* make_buttons();
+  QWidget* make_head();
+  QWidget* make_questions();
+  void add_question(QHBoxLayout& row, QLineEdit& field, const char* name, const QString& caption,
+                    const QString& tip, Ask ask);
   void set_up_answers();
   void show_answers();
   void put(int row, int column, const QString& text, const std::string& tip);

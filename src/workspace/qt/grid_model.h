@@ -39,6 +39,9 @@ class GridModel : public QAbstractTableModel {
     tip_of_ = std::move(tip_of);
   }
 
+  /// The column that shows a sign on rows with a tool tip.
+  void show_tips_in(int grid_column) { tip_column_ = grid_column; }
+
   /// Tells the colour of a cell that isn't the usual one: grey for what is no longer valid,
   /// red for what can't be read.
   void set_colours(std::function<CellColour(int grid_row, int grid_column)> colour_of) {
@@ -76,6 +79,7 @@ class GridModel : public QAbstractTableModel {
   int first_column_;
   int rows_;
   std::function<std::string(int)> tip_of_;
+  int tip_column_ = -1;
   std::function<CellColour(int, int)> colour_of_;
   std::function<std::optional<CellBox>(int)> box_of_;
   std::function<void(int, bool)> tick_;
