@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -47,6 +48,10 @@ struct Desk {
     show_fitting(window);
     (void)QTest::qWaitFor([this] { return window.windows().sheet(1).hasFocus(); }, 15000);
     QObject::connect(&answering, &QTimer::timeout, [] {
+      if (auto* question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
+        question->setTextValue(QStringLiteral("1"));
+        question->accept();
+      }
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
         std::printf("  box: %s\n", qPrintable(box->text().left(100)));
         (box->button(QMessageBox::No) ? box->button(QMessageBox::No) : box->buttons().front())
