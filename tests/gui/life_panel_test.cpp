@@ -52,6 +52,7 @@ TEST_F(LifePanelAtWork, AnswersAreAskedCopiedAndMarked) {
   EXPECT_TRUE(copied.contains("B20\t" + answers().item(2, 1)->text().toUtf8())) << copied.data();
   EXPECT_TRUE(person.paste_elsewhere(QStringLiteral("text/html")).contains("<td"));
 
+  answers().scrollToItem(answers().item(2, 2));
   const QRect sign = answers().visualItemRect(answers().item(2, 2));
   person.click(*answers().viewport(), sign.center());
   ASSERT_TRUE(wait_until([&] { return session().project.charts(1).nTexts == 2; }));
@@ -72,7 +73,7 @@ TEST_F(LifePanelAtWork, RowsOfTheGridObeyTheKeyboard) {
   ASSERT_TRUE(wait_until(
       [&] { return session().project.fits(1).nFits == 2 && !program.commands.running(); }));
   EXPECT_EQ(session().project.fits(1).Fits(2).ModelCode, model_code::weibull3);
-  EXPECT_TRUE(static_cast<QLabel&>(widget("lbl_LifeFit")).text().contains(QStringLiteral("W3T")));
+  EXPECT_TRUE(answers().horizontalHeaderItem(1)->text().contains(QStringLiteral("W3T")));
   window.windows().panel(1).grid().setFocus();
   const auto drawn = [&] {
     return window.windows().panel(1).grid().model()->index(1, 0).data(Qt::CheckStateRole).toInt();

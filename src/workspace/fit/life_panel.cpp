@@ -24,7 +24,6 @@ LifePanel::LifePanel(Session& session, UserCommands& commands, int fit_index, QW
   setObjectName(QStringLiteral("fra_Life"));
   setAccessibleName(tr("Life"));
   set_up_answers();
-  lbl_Fit_.setObjectName(QStringLiteral("lbl_LifeFit"));
   lbl_Remark_.setObjectName(QStringLiteral("lbl_LifeRemark"));
   lbl_Reason_.setObjectName(QStringLiteral("lbl_LifeReason"));
   for (QLabel* label : {&lbl_Remark_, &lbl_Reason_}) label->setWordWrap(true);
@@ -32,12 +31,11 @@ LifePanel::LifePanel(Session& session, UserCommands& commands, int fit_index, QW
   rows->setContentsMargins(tight_gap, 0, 0, 0);
   rows->setSpacing(tight_gap);
   rows->addWidget(make_head());
+  rows->addWidget(&lbl_Reason_);
   rows->addWidget(&grd_Life_, 1);
   rows->addWidget(&lbl_Remark_);
-  rows->addWidget(make_questions());
-  rows->addWidget(&lbl_Reason_);
   lbl_Reason_.hide();
-  setMinimumWidth(fontMetrics().averageCharWidth() * 26);
+  setMinimumWidth(fontMetrics().averageCharWidth() * 34);
   show_fit_of(0);
 }
 
@@ -61,7 +59,25 @@ void LifePanel::set_up_answers() {
   });
 }
 
-QWidget* LifePanel::make_questions() {
+void LifePanel::add_question(QHBoxLayout& row, QLineEdit& field, const char* name,
+                             const QString& caption, const QString& tip, Ask ask) {
+  auto* label = new QLabel(caption);
+  label->setBuddy(&field);
+  label->setToolTip(tip);
+  field.setObjectName(to_qt(name));
+  field.setToolTip(tip);
+  field.setAccessibleName(caption);
+  field.setAccessibleDescription(tip);
+  field.setFixedWidth(fontMetrics().averageCharWidth() * 7);
+  connect(&field, &QLineEdit::returnPressed, this,
+          [this, &field, ask] { commands_.run([&] { take(field, ask); }); });
+  connect(&field, &QLineEdit::textEdited, this, [this, &field] { show_reason(field, {}); });
+  row.addWidget(label);
+  row.addWidget(&field);
+}
+
+/// What can be asked, and what can be done with the table.
+QWidget* LifePanel::make_head() {
   auto* line = new QWidget;
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(0, 0, 0, 0);
@@ -74,33 +90,7 @@ QWidget* LifePanel::make_questions() {
                tr("Times, for the share that survives them. Enter adds them, Delete takes a row "
                   "of the table off again."),
                ask_times);
-  return line;
-}
-
-void LifePanel::add_question(QHBoxLayout& row, QLineEdit& field, const char* name,
-                             const QString& caption, const QString& tip, Ask ask) {
-  auto* label = new QLabel(caption);
-  label->setBuddy(&field);
-  label->setToolTip(tip);
-  field.setObjectName(to_qt(name));
-  field.setToolTip(tip);
-  field.setAccessibleName(caption);
-  field.setAccessibleDescription(tip);
-  field.setMinimumWidth(fontMetrics().averageCharWidth() * 6);
-  connect(&field, &QLineEdit::returnPressed, this,
-          [this, &field, ask] { commands_.run([&] { take(field, ask); }); });
-  connect(&field, &QLineEdit::textEdited, this, [this, &field] { show_reason(field, {}); });
-  row.addWidget(label);
-  row.addWidget(&field, 1);
-}
-
-/// The name of the fit, and what can be done with its table.
-QWidget* LifePanel::make_head() {
-  auto* line = new QWidget;
-  auto* row = new QHBoxLayout(line);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(tight_gap);
-  row->addWidget(&lbl_Fit_, 1);
+  row->addStretch(1);
   const auto make = [&](const char* name, const QString& caption, const QString& tip) {
     auto* button = new QToolButton;
     button->setObjectName(to_qt(name));
@@ -132,7 +122,8 @@ void LifePanel::put(int row, int column, const QString& text, const std::string&
 
 void LifePanel::show_answers() {
   const int row_before = std::max(grd_Life_.currentRow(), 0);
-  lbl_Fit_.setText(table_.fit.empty() ? tr("Life") : tr("Life by %1").arg(to_qt(table_.fit)));
+  grd_Life_.horizontalHeaderItem(answer_column)
+      ->setText(table_.fit.empty() ? tr("Answer") : to_qt(table_.fit));
   lbl_Remark_.setText(to_qt(table_.remark));
   lbl_Remark_.setVisible(!table_.remark.empty());
   grd_Life_.setRowCount(static_cast<int>(table_.rows.size()));

@@ -43,7 +43,6 @@ class LifePanel : public QFrame {
   using Ask = std::string (*)(Session&, const std::string&);
 
   QWidget* make_head();
-  QWidget* make_questions();
   void add_question(QHBoxLayout& row, QLineEdit& field, const char* name, const QString& caption,
                     const QString& tip, Ask ask);
   void set_up_answers();
@@ -60,7 +59,6 @@ class LifePanel : public QFrame {
   int index_;
   int grid_row_ = 0;
   LifeTable table_;
-  QLabel lbl_Fit_;
   QTableWidget grd_Life_;
   QLabel lbl_Remark_;
   QLineEdit txt_Percent_;
