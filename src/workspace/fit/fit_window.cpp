@@ -391,11 +391,11 @@ void FitWindow::fit_columns() {
     if (c == fit_column::number)
       width += style()->pixelMetric(QStyle::PM_IndicatorWidth) +
                style()->pixelMetric(QStyle::PM_SmallIconSize);
-    if (c == fit_column::model) width += style()->pixelMetric(QStyle::PM_SmallIconSize);
     if (c == fit_column::quality || c == fit_column::scale || c == fit_column::shape)
       width = std::max(width, number);
     for (int r = 0; r < model_.rowCount(); ++r)
       width = std::max(width, metrics.horizontalAdvance(model_.index(r, c).data().toString()));
+    if (c == fit_column::model) width += style()->pixelMetric(QStyle::PM_SmallIconSize) + margin;
     grd_Fit_.setColumnWidth(c, width + margin);
   }
 }

@@ -26,7 +26,11 @@ LifePanel::LifePanel(Session& session, UserCommands& commands, int fit_index, QW
   set_up_answers();
   lbl_Remark_.setObjectName(QStringLiteral("lbl_LifeRemark"));
   lbl_Reason_.setObjectName(QStringLiteral("lbl_LifeReason"));
-  for (QLabel* label : {&lbl_Remark_, &lbl_Reason_}) label->setWordWrap(true);
+  for (QLabel* label : {&lbl_Remark_, &lbl_Reason_}) {
+    label->setWordWrap(true);
+    // A layout in a splitter asks no wrapped text for its height.
+    label->setMinimumHeight(fontMetrics().lineSpacing() * 2);
+  }
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(tight_gap, 0, 0, 0);
   rows->setSpacing(tight_gap);
