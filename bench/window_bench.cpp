@@ -1,16 +1,19 @@
 // The window program at a million rows, as a person has it before them: memory, keys until
 // their effect shows, deleting everything, a long log, and leaving in the middle of a fit;
 // with the name of a project: opening and saving it, in a window that has done nothing else.
-//   tests/gui/with_display.sh build/bench/bench/window_bench [FILE]
+// with --pauses: how long a fit of 10,000 points keeps the windows waiting at most.
+//   tests/gui/with_display.sh build/bench/bench/window_bench [FILE | --pauses]
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 #include <cstdio>
 #include <random>
+#include <string>
 
 #include "actions/reports.h"
 #include "actions/save_project.h"
@@ -45,6 +48,10 @@ struct Desk {
     show_fitting(window);
     (void)QTest::qWaitFor([this] { return window.windows().sheet(1).hasFocus(); }, 15000);
     QObject::connect(&answering, &QTimer::timeout, [] {
+      if (auto* question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
+        question->setTextValue(QStringLiteral("1"));
+        question->accept();
+      }
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
         std::printf("  box: %s\n", qPrintable(box->text().left(100)));
         (box->button(QMessageBox::No) ? box->button(QMessageBox::No) : box->buttons().front())
@@ -85,6 +92,7 @@ struct Desk {
   void log_of_many(int entries);
   void leave_during_a_fit();
   void open_and_save(const char* path);
+  void pauses_during_fits();
 
   Program program;
   MainWindow window{program};
@@ -204,6 +212,38 @@ void Desk::leave_during_a_fit() {
               static_cast<long long>(since.elapsed()));
 }
 
+/// The longest time in which the event loop did not turn, while each model is fitted to 10,000
+/// points by each method, with all that follows on the windows.
+void Desk::pauses_during_fits() {
+  paste(weibull_rows(10'000));
+  settle();
+  QTimer beat;
+  QElapsedTimer since;
+  qint64 longest = 0;
+  const auto note = [&] { longest = std::max(longest, since.nsecsElapsed()), since.restart(); };
+  QObject::connect(&beat, &QTimer::timeout, note);
+  beat.start(1);
+  for (const Model& model : models())
+    for (const Method& method : methods()) {
+      const bool asks = model.fixed_slope == 0;  // and is fitted as the exponential is
+      if (model.panel_row < 0 || asks || !model.is_fitted_by(method.code)) continue;
+      FitPanel& panel = window.panel();
+      panel.nModel = model.code;
+      panel.nMethod = method.code;
+      longest = 0;
+      since.start();
+      QElapsedTimer whole;
+      whole.start();
+      window.DoCommand(command::calculate);
+      settle();
+      note();
+      std::printf("%-4s %-4s longest pause %7.1f ms of %9.1f ms\n", model.command_name,
+                  method.command_name, static_cast<double>(longest) / 1e6,
+                  static_cast<double>(whole.nsecsElapsed()) / 1e6);
+      std::fflush(stdout);
+    }
+}
+
 void Desk::open_and_save(const char* path) {
   measure("start", [] {});
   measure("open", [&] { window.open_at_start(path); });
@@ -220,6 +260,10 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   set_look(application);
   Desk desk;
+  if (argc > 1 && std::string(argv[1]) == "--pauses") {
+    desk.pauses_during_fits();
+    return 0;
+  }
   if (argc > 1) {
     desk.open_and_save(argv[1]);
     return 0;

@@ -36,7 +36,6 @@ INNER["chart"]["metafile"] = {"record", "metafile"}  # beside the composition: a
 
 # Outside libraries by the start of the header's name.
 OUTSIDE = {
-    "life": ["boost/math/"],
     "fit": ["oneapi/tbb/"],
     "files": ["csv.h"],
     "analyses": ["boost/math/"],

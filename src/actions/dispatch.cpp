@@ -4,13 +4,13 @@
 #include <optional>
 
 #include "actions/busy_pointer.h"
+#include "actions/fit_aside.h"
 #include "actions/fitting_companion.h"
 #include "actions/reports.h"
 #include "actions/shown_fits.h"
 #include "actions/slope_question.h"
 #include "actions/starts_words.h"
 #include "actions/words.h"
-#include "fit/door/fit.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -74,7 +74,7 @@ FitAnswer answer_to(Desk& desk, const FitRequest& request) {
     desk.session.ports.views.status(left_out_sentence(desk.data.sample().total_suspensions));
   const BusyPointer busy(desk.session.ports.views);
   FittingCompanion companion(desk.session, *find_model(request.model));
-  return fit(desk.samples.with(request.ranks), request, companion);
+  return fit_aside(desk.samples.with(request.ranks), request, companion);
 }
 
 // A refusal that no box is stated for is told by the panel's line and stays in the log.
@@ -154,7 +154,7 @@ double slope_to_offer(const Desk& desk, const Model& model, int method_code) {
 std::optional<Refusal> refusal_of_any_slope(Desk& desk, FitRequest request) {
   request.model = model_code::weibayes;
   FittingCompanion companion(desk.session, *find_model(request.model));
-  const FitAnswer answer = fit(desk.samples.with(request.ranks), request, companion);
+  const FitAnswer answer = fit_aside(desk.samples.with(request.ranks), request, companion);
   const Refusal* refusal = answer.refusal();
   if (!refusal || refusal->code == RefusalCode::slope_missing) return std::nullopt;
   return *refusal;

@@ -13,9 +13,9 @@ std::int16_t model_of(const FitSet& fits, int slot) {
   return slot >= 1 && slot <= fits.Fits.bound() ? fits.Fits(slot).ModelCode : std::int16_t{0};
 }
 
-/// The chart that the person works on or, where it doesn't show the set, the last one that
-/// does, else the last one; 0 when there is none.
-int chart_of(const Session& session, int fit_index) {
+}  // namespace
+
+int chart_of_set(const Session& session, int fit_index) {
   const Project& project = session.project;
   for (int i = 1; i <= project.charts.bound(); ++i)
     if (project.charts(i).UniqueId == session.chart_at_work &&
@@ -25,8 +25,6 @@ int chart_of(const Session& session, int fit_index) {
   while (chart > 0 && !shows_set(project, project.charts(chart), fit_index)) --chart;
   return chart > 0 ? chart : project.charts.bound();
 }
-
-}  // namespace
 
 // Another model is seen as a whole first: the part that the chart shows was chosen for the
 // one before.
@@ -45,7 +43,7 @@ void follow_on_charts(Session& session, int fit_index, int slot) {
 
 void pick_fit(Session& session, int fit_index, int slot) {
   Project& project = session.project;
-  const int at_work = chart_of(session, fit_index);
+  const int at_work = chart_of_set(session, fit_index);
   for (int i = 1; i <= project.charts.bound(); ++i)
     if (i == at_work || following_row(project, project.charts(i), fit_index) != 0)
       follow_on_chart(project, project.charts(i), fit_index, slot);
@@ -53,14 +51,23 @@ void pick_fit(Session& session, int fit_index, int slot) {
 
 std::optional<std::int32_t> shown_colour(const Session& session, int fit_index, int slot) {
   const Project& project = session.project;
-  const int chart = chart_of(session, fit_index);
+  const int chart = chart_of_set(session, fit_index);
   const int row = chart == 0 ? 0 : row_of_fit(project, project.charts(chart), fit_index, slot);
   if (row == 0) return std::nullopt;
   return project.charts(chart).Markers(row).LineColor;
 }
 
+void set_shown_colour(Session& session, int fit_index, int slot, std::int32_t colour) {
+  Project& project = session.project;
+  const int chart = chart_of_set(session, fit_index);
+  const int row = chart == 0 ? 0 : row_of_fit(project, project.charts(chart), fit_index, slot);
+  if (row == 0) return;
+  project.charts(chart).Markers(row).LineColor = colour;
+  session.step = "Colour of Fit";
+}
+
 void set_shown(Session& session, int fit_index, int slot, bool shown) {
-  const int chart = chart_of(session, fit_index);
+  const int chart = chart_of_set(session, fit_index);
   if (chart == 0 || slot < 1 || slot > session.project.fits(fit_index).nFits) return;
   (shown ? show_fit : hide_fit)(session.project, session.project.charts(chart), fit_index, slot);
   session.step = shown ? "Show Fit" : "Hide Fit";

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "life/life_questions.h"
 #include "numerics/error_reporter.h"
 #include "numerics/slots.h"
 #include "ports/ports.h"
@@ -80,6 +81,9 @@ struct Session {
   std::map<std::int32_t, FitChoices> choices;
   /// The chart that the person worked on last; 0 for none.
   std::int32_t chart_at_work = 0;
+
+  /// What the Life panels answer beside the mean; kept for the run of the program.
+  LifeQuestions life_questions;
 
   FitDialogue fitting;
 

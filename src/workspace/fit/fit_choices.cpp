@@ -62,6 +62,19 @@ const Model* model_of_option(int index) {
   return found == all.end() ? nullptr : &*found;
 }
 
+Reasoned what_of_option(const ModelOption& option, int method) {
+  const std::string name = std::string(option.label) + "\n" + option.tool_tip;
+  const Model* model = model_of_option(option.index);
+  if (!model) return {name + "\nThe wizard comes with the next version.", false};
+  const auto all = methods();
+  if (std::none_of(all.begin(), all.end(),
+                   [&](const Method& each) { return model->is_fitted_by(each.code); }))
+    return {name + "\nThis version can't fit it.", false};
+  const Method* chosen = find_method(method);
+  if (!chosen || model->is_fitted_by(method)) return {name, true};
+  return {name + "\nThis version can't fit it by " + chosen->plain_name + ".", false};
+}
+
 int option_of(const FitChoices& panel) {
   const Model* model = find_model(panel.nModel);
   const Model* shown = model ? model_of_panel(*model) : nullptr;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 #include "project/session.h"
 
@@ -22,6 +23,14 @@ std::span<const ModelOption> model_options();
 
 /// The model behind an option, or null: option 13 only asks for help.
 const Model* model_of_option(int index);
+
+/// What there is to know of an option: its full name, when to use it, and why it can't be
+/// fitted by a method (-1 is none chosen).
+struct Reasoned {
+  std::string tip;
+  bool fits = true;
+};
+Reasoned what_of_option(const ModelOption& option, int method);
 
 /// The option that stands for the model that a panel has chosen; -1 for none.
 int option_of(const FitChoices& panel);

@@ -15,6 +15,7 @@
 #include "actions/reports.h"
 #include "actions/shown_fits.h"
 #include "workspace/fit/fit_choices.h"
+#include "workspace/format/colour_dialog.h"
 #include "workspace/format/format_pictures.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/qt_text.h"
@@ -50,7 +51,8 @@ FitWindow::FitWindow(Session& session, UserCommands& commands, int fit_index, QW
       commands_(commands),
       index_(fit_index),
       model_(session.gFitForm(fit_index)->grd_Fit, false, nullptr),
-      grd_Fit_(this) {
+      grd_Fit_(this),
+      life_(session, commands, fit_index) {
   set_up_grid();
   lay_out();
   show_choices();
@@ -71,7 +73,13 @@ void FitWindow::lay_out() {
   rows->setContentsMargins(gap, gap, gap, gap);
   rows->setSpacing(gap);
   rows->addLayout(top);
-  rows->addWidget(&grd_Fit_, 1);
+  auto* answers = new QSplitter(Qt::Horizontal);
+  answers->addWidget(&grd_Fit_);
+  answers->addWidget(&life_);
+  answers->setChildrenCollapsible(false);
+  answers->setStretchFactor(0, 1);
+  rows->addWidget(answers, 1);
+  connect(&life_, &LifePanel::hint_wanted, this, &FitWindow::hint_wanted);
 
   auto* scroller = new QScrollArea(this);
   scroller->setObjectName(QStringLiteral("panel_area"));
@@ -118,11 +126,24 @@ void FitWindow::add_model_option(const ModelOption& option) {
   button->setObjectName(option_name("opt_Model", option.index));
   button->setAccessibleName(to_qt(option.label));
   button->setEnabled(available);
-  const QString label = to_qt(option.label);
-  const QString tip = available ? to_qt(option.tool_tip) : tr("not available yet");
-  button->setToolTip(label + QStringLiteral("\n") + tip);
   button->installEventFilter(this);
   opt_Model_.addButton(button, option.index);
+}
+
+/// One that can't be fitted by the method stays within reach: a click on it says what there is
+/// to say.
+void FitWindow::show_what_fits() {
+  const int method = session_.gFitForm(index_)->nMethod;
+  for (const ModelOption& option : model_options()) {
+    const Reasoned what = what_of_option(option, method);
+    QAbstractButton& button = *opt_Model_.button(option.index);
+    button.setToolTip(to_qt(what.tip));
+    QPalette colours = palette();
+    if (!what.fits)
+      colours.setColor(QPalette::WindowText,
+                       colours.color(QPalette::Disabled, QPalette::WindowText));
+    button.setPalette(colours);
+  }
 }
 
 void FitWindow::place_model_options(bool with_labels) {
@@ -192,6 +213,10 @@ QWidget* FitWindow::make_action_column() {
   auto* column = new QWidget;
   auto* rows = new QVBoxLayout(column);
   rows->setContentsMargins(0, gap, 0, 0);
+  txt_Custom_ = new QLabel;
+  txt_Custom_->setObjectName(QStringLiteral("txt_Custom"));
+  txt_Custom_->setToolTip(tr("Plot and formula of the model"));
+  QWidget* const waiting = make_waiting();
   btn_Fit_ = new QPushButton;
   btn_Fit_->setObjectName(QStringLiteral("btn_Fit"));
   btn_Fit_->setMinimumHeight(fontMetrics().height() * 2);
@@ -199,16 +224,53 @@ QWidget* FitWindow::make_action_column() {
   set_button_caption(to_qt(button_caption(session_.LanguageText, language_text::calculate)));
   connect(btn_Fit_, &QPushButton::clicked, this,
           commands_.slot([this] { CheckAndFit(session_, index_); }));
-  txt_Custom_ = new QLabel;
-  txt_Custom_->setObjectName(QStringLiteral("txt_Custom"));
-  txt_Custom_->setToolTip(tr("Plot and formula of the model"));
   rows->addWidget(btn_Fit_, 0, Qt::AlignLeft);
+  rows->addWidget(waiting);
   rows->addWidget(txt_Custom_);
   rows->addStretch(1);
   return column;
 }
 
+// A fit that is over at once shows none of this: it would only flicker.
+QWidget* FitWindow::make_waiting() {
+  constexpr int milliseconds_of_patience = 500;
+  auto* waiting = new QWidget;
+  auto* row = new QHBoxLayout(waiting);
+  row->setContentsMargins(0, 0, 0, 0);
+  btn_Cancel_ = new QPushButton(tr("Cancel (Esc)"));
+  btn_Cancel_->setObjectName(QStringLiteral("btn_Cancel"));
+  btn_Cancel_->setToolTip(tr("Gives the fit up; what stands already stays. Esc does the same."));
+  btn_Cancel_->setProperty("stops_work", true);  // the one that a click reaches meanwhile
+  btn_Cancel_->setFocusPolicy(Qt::NoFocus);
+  bar_ = new QProgressBar;
+  bar_->setObjectName(QStringLiteral("bar_Fit"));
+  bar_->setAccessibleName(tr("Progress of the fit"));
+  bar_->setTextVisible(false);
+  bar_->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
+  row->addWidget(btn_Cancel_);
+  row->addWidget(bar_);
+  row->addStretch(1);
+  patience_.setSingleShot(true);
+  patience_.setInterval(milliseconds_of_patience);
+  connect(&patience_, &QTimer::timeout, this, [this] { show_waiting(true); });
+  show_waiting(false);
+  return waiting;
+}
+
+void FitWindow::show_waiting(bool waits) {
+  bar_->setRange(0, 0);  // it runs to and fro: how long a search takes nobody knows before
+  btn_Cancel_->setVisible(waits);
+  bar_->setVisible(waits);
+  txt_Custom_->setHidden(waits);
+}
+
 void FitWindow::set_button_caption(const QString& caption) {
+  if (session_.gFitForm(index_)->busy) {
+    patience_.start();
+  } else {
+    patience_.stop();
+    show_waiting(false);
+  }
   btn_Fit_->setText(caption);
   // The frame owns Alt+C, so that it works from every child window; a second
   // owner would make the key ambiguous.
@@ -220,6 +282,7 @@ void FitWindow::set_up_grid() {
   grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
   grd_Fit_.setAccessibleName(tr("Fits"));
   model_.set_row_tips([this](int row) { return notes_at(session_, index_, row); });
+  model_.show_tips_in(fit_column::model);
   model_.set_colours([this](int row, int) {
     return is_out_of_date_at(session_, index_, row) ? CellColour::grey : CellColour::usual;
   });
@@ -229,6 +292,8 @@ void FitWindow::set_up_grid() {
   connect(&grd_Fit_, &QTableView::activated, this, &FitWindow::show_row);
   grd_Fit_.setModel(&model_);
   set_table_look(grd_Fit_);
+  connect(grd_Fit_.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this] { show_life_of_current(); });
   grd_Fit_.setTabKeyNavigation(false);
   grd_Fit_.verticalHeader()->hide();
   grd_Fit_.setMinimumHeight(fontMetrics().height() * 4);
@@ -247,6 +312,36 @@ void FitWindow::tick(int grid_row, bool shown) {
   commands_.run(
       [&] { set_shown(session_, index_, fit_at(session_, index_, grid_row).slot, shown); });
 }
+
+void FitWindow::toggle_shown() {
+  const GridFit fit = fit_at(session_, index_, current_row());
+  if (fit.slot == 0) return;
+  set_shown(session_, index_, fit.slot, !shown_colour(session_, index_, fit.slot));
+}
+
+void FitWindow::choose_colour() {
+  const int slot = fit_at(session_, index_, current_row()).slot;
+  const auto colour = slot == 0 ? std::nullopt : shown_colour(session_, index_, slot);
+  if (!colour) return emit hint_wanted(tr("The chart does not show this fit: tick its box first"));
+  ColourDialog::choose(this, commands_, {.colour = *colour}, ColourDialog::Asks::colour,
+                       [this, slot](const PenLook& chosen) {
+                         set_shown_colour(session_, index_, slot, chosen.colour);
+                       });
+}
+
+std::string FitWindow::notes() const {
+  return current_row() == 0 ? std::string() : notes_at(session_, index_, current_row());
+}
+
+/// The fit that has just come is the one that the person wants to know of.
+void FitWindow::go_to_last_fit() {
+  int row = model_.rowCount();
+  while (row > 1 && !fit_at(session_, index_, row).is_first_row) --row;
+  grd_Fit_.selectionModel()->setCurrentIndex(model_.at(row, fit_column::quality),
+                                             QItemSelectionModel::NoUpdate);
+}
+
+void FitWindow::show_life_of_current() { life_.show_fit_of(current_row()); }
 
 /// The chart shows the fit of the row that was picked. Column 0 has its box.
 void FitWindow::show_row(const QModelIndex& index) {
@@ -268,6 +363,7 @@ void FitWindow::show_choices() {
   if (QAbstractButton* method = opt_Method_.button(panel.nMethod)) method->setChecked(true);
   chk_Censored_->setChecked(panel.censored);
   chk_Censored_->setEnabled(panel.nMethod == method_code::mle);
+  show_what_fits();
   for (const QButtonGroup* group : {&opt_Model_, &opt_Method_}) stop_at_checked(*group);
   txt_Custom_->setText(in_lines(to_qt(panel.txt_Custom)));
 }
@@ -277,7 +373,11 @@ void FitWindow::refresh_grid() {
   const int rows = model_.rowCount();
   model_.refresh();
   fit_columns();
-  if (model_.rowCount() > rows) grd_Fit_.scrollToBottom();
+  if (model_.rowCount() > rows) {
+    grd_Fit_.scrollToBottom();
+    go_to_last_fit();
+  }
+  show_life_of_current();
 }
 
 // Wide enough for the heading, for a usual number and for what stands there.
@@ -295,6 +395,7 @@ void FitWindow::fit_columns() {
       width = std::max(width, number);
     for (int r = 0; r < model_.rowCount(); ++r)
       width = std::max(width, metrics.horizontalAdvance(model_.index(r, c).data().toString()));
+    if (c == fit_column::model) width += style()->pixelMetric(QStyle::PM_SmallIconSize) + margin;
     grd_Fit_.setColumnWidth(c, width + margin);
   }
 }

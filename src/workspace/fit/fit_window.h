@@ -6,10 +6,14 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QSplitter>
 #include <QTableView>
+#include <QTimer>
 
 #include "project/session.h"
+#include "workspace/fit/life_panel.h"
 #include "workspace/qt/grid_model.h"
 #include "workspace/qt/user_commands.h"
 
@@ -36,6 +40,22 @@ class FitWindow : public QWidget {
 
   void set_button_caption(const QString& caption);
 
+  LifePanel& life() { return life_; }
+  const LifePanel& life() const { return life_; }
+
+  /// Folds the Life panel away, or shows it again.
+  void show_life(bool shown) { life_.setVisible(shown); }
+  bool shows_life() const { return !life_.isHidden(); }
+
+  /// Ticks the fit of the current row, or unticks it, as a click on its box does.
+  void toggle_shown();
+
+  /// The colour of its line on the chart, which the person chooses in a dialog.
+  void choose_colour();
+
+  /// What is to be known of the fit of the current row; empty where there is nothing.
+  std::string notes() const;
+
   /// The selected cells become the grid's, so that copy finds them.
   void mirror_selection() { model_.mirror_selection(grd_Fit_); }
 
@@ -56,10 +76,15 @@ class FitWindow : public QWidget {
   QWidget* make_censored_box();
   QWidget* make_action_column();
   void set_up_grid();
+  QWidget* make_waiting();
+  void show_waiting(bool waits);
+  void go_to_last_fit();
+  void show_life_of_current();
   std::optional<CellBox> box_of(int grid_row) const;
   void tick(int grid_row, bool shown);
   void show_row(const QModelIndex& index);
   void lay_out();
+  void show_what_fits();
   void place_model_options(bool with_labels);
   void fit_columns();
 
@@ -75,7 +100,11 @@ class FitWindow : public QWidget {
   QCheckBox* chk_Censored_ = nullptr;
   QLabel* txt_Custom_ = nullptr;
   QPushButton* btn_Fit_ = nullptr;
+  QPushButton* btn_Cancel_ = nullptr;
+  QProgressBar* bar_ = nullptr;
+  QTimer patience_;
   QTableView grd_Fit_;
+  LifePanel life_;
 };
 
 }  // namespace tavlo

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWidget>
 
 namespace tavlo {
 
@@ -24,6 +26,15 @@ bool is_input(QEvent::Type type) {
   }
 }
 
+/// A press on the button that stops the work. The button itself gets no event: nothing of the
+/// windows is alive but the wish.
+bool is_on_stop(const QEvent& event) {
+  if (event.type() != QEvent::MouseButtonPress) return false;
+  const QPoint at = static_cast<const QMouseEvent&>(event).globalPosition().toPoint();
+  const QWidget* under = QApplication::widgetAt(at);
+  return under && under->property("stops_work").toBool();
+}
+
 }  // namespace
 
 void BusyFilter::set_busy(bool busy) {
@@ -43,6 +54,7 @@ bool BusyFilter::eventFilter(QObject*, QEvent* event) {
   if (!is_input(event->type()) || QApplication::activeModalWidget()) return false;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
     progress_.want_stop();
+  if (is_on_stop(*event)) progress_.want_stop();
   return true;
 }
 

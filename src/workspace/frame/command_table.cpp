@@ -354,10 +354,39 @@ Rows analysis_commands(MainWindow& frame) {
        {.name = "Calculate", .run = [&] { frame.calculate(); }}},
       {{34, analysis, "&Distribution Analysis", "", "compare"},
        {.run = [&] { frame.compare_models(); }}},
-      {{49, analysis, "&3 Parameter"}},
-      {{50, analysis, "&Weibayes"}},
+      {{49, analysis, "&3 Parameter"}, {.run = [&] { frame.fit_as(model_code::weibull3); }}},
+      {{50, analysis, "&Weibayes"}, {.run = [&] { frame.fit_as(model_code::weibayes); }}},
+      {{51, "", "&Method"}, {.name = "MethodMenu", .run = [&] { frame.open_method_menu(); }}},
       {{35, "&Tools", "&Fit Wizard", "", "wizard"},
        {.refusal = always("The fit wizard comes with the next version.")}},
+  };
+}
+
+/// The answers beside the fit grid, and what a person does with a row of the grid.
+Rows life_commands(MainWindow& frame) {
+  const auto has_fit = [&] { return frame.has_fit(); };
+  const Reason without_fit = unless(has_fit, "There is no fit yet: calculate one first.");
+  const auto of_row = [&frame, without_fit](const char* name, void (MainWindow::*run)()) {
+    return CommandEffect{.name = name,
+                         .run = [&frame, run] { (frame.*run)(); },
+                         .refusal = without_fit,
+                         .reach = CommandReach::fits};
+  };
+  return {
+      {{190, analysis, "&Life Panel", "Ctrl+L"},
+       {.name = "LifePanel",
+        .run = [&] { frame.toggle_life(); },
+        .checked = [&] { return frame.shows_life(); }}},
+      {{191, analysis, "Copy L&ife Table", "Ctrl+Shift+C"},
+       {.name = "CopyLife", .run = [&] { frame.copy_life(); }, .refusal = without_fit}},
+      {{192, analysis, "Mar&k on Chart", "Ctrl+M"},
+       {.name = "MarkLife",
+        .run = [&] { frame.mark_life(); },
+        .refusal = [&] { return frame.why_no_life_mark(); }}},
+      {{193, "", "Fit &Notes...", "Ctrl+I"}, of_row("FitNotes", &MainWindow::show_fit_notes)},
+      {{194, "", "&Show on Chart", "Space"}, of_row("ShowFit", &MainWindow::toggle_fit)},
+      {{195, "", "Line C&olour...", "Ctrl+Shift+L"},
+       of_row("FitColour", &MainWindow::choose_fit_colour)},
   };
 }
 
@@ -419,13 +448,14 @@ Rows help_commands(MainWindow& frame) {
 
 std::vector<Command> all_commands(MainWindow& frame) {
   Rows all;
-  for (Rows& rows : std::array{
-           file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
-           column_commands(frame.sheets()), option_commands(frame),
-           reading_commands(frame.charts()), mark_commands(frame.charts()),
-           chart_commands(frame.charts()), log_commands(frame.documents()), record_commands(frame),
-           unlisted_commands(frame), choice_commands(frame), analysis_commands(frame),
-           layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
+  for (Rows& rows :
+       std::array{file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
+                  column_commands(frame.sheets()), option_commands(frame),
+                  reading_commands(frame.charts()), mark_commands(frame.charts()),
+                  chart_commands(frame.charts()), log_commands(frame.documents()),
+                  record_commands(frame), unlisted_commands(frame), choice_commands(frame),
+                  analysis_commands(frame), life_commands(frame), layout_commands(frame.windows()),
+                  window_commands(frame), help_commands(frame)})
     all.insert(all.end(), std::make_move_iterator(rows.begin()),
                std::make_move_iterator(rows.end()));
   return all;
@@ -469,7 +499,18 @@ std::span<const int> heading_pop_up() {
 }
 
 std::span<const int> fits_pop_up() {
-  static constexpr std::array ids = {command::copy, 0, command::calculate, command::delete_fit};
+  static constexpr std::array ids = {command::copy,
+                                     0,
+                                     command::show_fit,
+                                     command::fit_colour,
+                                     command::fit_notes,
+                                     0,
+                                     command::calculate,
+                                     command::delete_fit,
+                                     0,
+                                     command::life_panel,
+                                     command::copy_life,
+                                     command::mark_life};
   return ids;
 }
 

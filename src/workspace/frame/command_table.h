@@ -72,6 +72,12 @@ inline constexpr int copy_with_headings = 170;
 inline constexpr int read_value = 240;
 inline constexpr int show_row = 241;
 inline constexpr int export_file = 140;
+inline constexpr int life_panel = 190;
+inline constexpr int copy_life = 191;
+inline constexpr int mark_life = 192;
+inline constexpr int fit_notes = 193;
+inline constexpr int show_fit = 194;
+inline constexpr int fit_colour = 195;
 inline constexpr int first_method = 300;
 inline constexpr int first_model = 310;
 }  // namespace command

@@ -218,7 +218,9 @@ void MainWindow::set_up_sheet(int index) {
 void MainWindow::set_up_pop_up_menu(Block block, int index) {
   switch (block) {
     case Block::sheet: return set_up_sheet(index);
-    case Block::panel: return give_commands(windows_.panel(index).grid(), fits_pop_up());
+    case Block::panel:
+      windows_.panel(index).show_life(shows_life_);
+      return give_commands(windows_.panel(index).grid(), fits_pop_up());
     case Block::log: return give_commands(windows_.log(), log_pop_up());
     case Block::chart: break;
   }
@@ -298,14 +300,20 @@ void MainWindow::copy() {
     windows_.sheet(sheet).mirror_selection();
     CopyClip(session_, sheet);
   } else if (const int panel = windows_.focused_panel()) {
-    windows_.panel(panel).mirror_selection();
-    CopyClip(session_, session_.gFitForm(panel)->grd_Fit);
+    copy_from_panel(windows_.panel(panel), session_.gFitForm(panel)->grd_Fit);
   } else if (const int chart = windows_.focused_chart()) {
     const DrawingRecord& drawing = windows_.chart(chart).drawing();
     CopyClipChart(session_, make_metafile_drawing(session_, chart), painted_forms(drawing));
   } else if (windows_.log().hasFocus() && windows_.log().textCursor().hasSelection()) {
     session_.ports.clipboard.set_text(windows_.log().selected());
   }
+}
+
+/// The Life table where the keyboard is on it, else the grid of fits with its headings.
+void MainWindow::copy_from_panel(FitWindow& panel, const CellTable& grid) {
+  if (panel.life().isAncestorOf(QApplication::focusWidget())) return copy_life();
+  panel.mirror_selection();
+  CopyClip(session_, grid);
 }
 
 void MainWindow::paste() {
@@ -347,6 +355,64 @@ void MainWindow::delete_fit() {
   if (panel == 0) return;
   const int row = windows_.panel(panel).current_row();
   tavlo::delete_fit(session_, panel, fit_at(session_, panel, row).slot);
+}
+
+void MainWindow::fit_as(std::int16_t model_code) {
+  const Block block = windows_.active_block();
+  const bool is_of_set = block == Block::sheet || block == Block::panel;
+  const int index = is_of_set ? windows_.current_index() : 1;
+  if (const Model* model = find_model(model_code))
+    tavlo::choose_model(session_, index, model->panel_row);
+  windows_.panel(index).show_choices();
+  CheckAndFit(session_, index);
+}
+
+void MainWindow::open_method_menu() {
+  commands_->menu(QStringLiteral("&Analysis|&Method")).popup(QCursor::pos());
+}
+
+/// The panel of the set at work where its window is made, else null.
+FitWindow* MainWindow::fit_window() {
+  const ChildWindow* window = windows_.child({Block::panel, windows_.current_index()});
+  return window ? qobject_cast<FitWindow*>(window->widget()) : nullptr;
+}
+
+bool MainWindow::has_fit() { return session_.project.fits(windows_.current_index()).nFits > 0; }
+
+bool MainWindow::shows_life() { return shows_life_; }
+
+void MainWindow::toggle_life() {
+  shows_life_ = !shows_life_;
+  for (ChildWindow* each : windows_.children())
+    if (auto* panel = qobject_cast<FitWindow*>(each->widget())) panel->show_life(shows_life_);
+}
+
+void MainWindow::copy_life() {
+  if (!windows_.panel(windows_.current_index()).life().copy())
+    hint_.say(tr("There is no up-to-date fit whose life could be copied"));
+}
+
+void MainWindow::mark_life() { windows_.panel(windows_.current_index()).life().mark(); }
+
+std::string MainWindow::why_no_life_mark() {
+  const FitWindow* panel = fit_window();
+  return panel ? panel->life().why_not_marked() : "Open the fit panel of the set first.";
+}
+
+void MainWindow::show_fit_notes() {
+  FitWindow* panel = fit_window();
+  if (!panel) return;
+  const std::string notes = panel->notes();
+  session_.ports.prompts.show({"Notes of the fit", notes.empty() ? "There are none." : notes,
+                               BoxIcon::information, BoxButtons::ok});
+}
+
+void MainWindow::toggle_fit() {
+  if (FitWindow* panel = fit_window()) panel->toggle_shown();
+}
+
+void MainWindow::choose_fit_colour() {
+  if (FitWindow* panel = fit_window()) panel->choose_colour();
 }
 
 void MainWindow::delete_record() {

@@ -74,6 +74,18 @@ class MainWindow : public QMainWindow {
   void compare_models();
   void draw_samples();
   void delete_fit();
+  /// Fits the model to the data of the active window, else to those of the first set.
+  void fit_as(std::int16_t model_code);
+  void open_method_menu();
+  void toggle_life();
+  bool shows_life();
+  void copy_life();
+  void mark_life();
+  std::string why_no_life_mark();
+  bool has_fit();
+  void show_fit_notes();
+  void toggle_fit();
+  void choose_fit_colour();
   void delete_record();
   std::string deletable_record();
   void choose_model(int option);
@@ -110,6 +122,8 @@ class MainWindow : public QMainWindow {
   void rename_record(const QString& key, const QString& title);
 
   void tell_changes();
+  FitWindow* fit_window();
+  void copy_from_panel(FitWindow& panel, const CellTable& grid);
   void show_work();
   void show_sample();
   void show_set(int index);
@@ -137,6 +151,7 @@ class MainWindow : public QMainWindow {
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
   SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child
+  bool shows_life_ = true;                 ///< panels that are made later follow it
   bool close_wanted_ = false;
   bool has_ended_ = false;   ///< the settings are written once
   bool is_telling_ = false;  ///< the views are following what has changed

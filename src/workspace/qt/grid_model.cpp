@@ -1,8 +1,10 @@
 #include "workspace/qt/grid_model.h"
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QPalette>
+#include <QStyle>
 #include <QTableView>
 
 #include "workspace/qt/qt_text.h"
@@ -80,6 +82,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     return brush_of(colour_of_(grid_row(index), grid_column(index)));
   if (role == Qt::TextAlignmentRole)
     return int((reads_as_number(shown) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+  if (role == Qt::DecorationRole && grid_column(index) == tip_column_ && !shown.isEmpty() &&
+      !tip_at(index).toString().isEmpty())
+    return QApplication::style()->standardIcon(QStyle::SP_MessageBoxInformation);
   if (role == Qt::CheckStateRole || role == Qt::DecorationRole)
     if (const auto box = box_at(index)) return role_of(*box, role);
   return {};

@@ -43,6 +43,8 @@ class GridModel : public QAbstractTableModel {
   void set_cell_tips(std::function<std::string(int grid_row, int grid_column)> tip_of) {
     cell_tip_of_ = std::move(tip_of);
   }
+  /// The column that shows a sign on rows with a tool tip.
+  void show_tips_in(int grid_column) { tip_column_ = grid_column; }
 
   /// Tells the colour of a cell that isn't the usual one: grey for what is no longer valid,
   /// red for what can't be read.
@@ -82,6 +84,7 @@ class GridModel : public QAbstractTableModel {
   int rows_;
   std::function<std::string(int)> tip_of_;
   std::function<std::string(int, int)> cell_tip_of_;
+  int tip_column_ = -1;
   std::function<CellColour(int, int)> colour_of_;
   std::function<std::optional<CellBox>(int)> box_of_;
   std::function<void(int, bool)> tick_;
