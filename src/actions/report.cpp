@@ -136,7 +136,7 @@ std::vector<const FitResult*> fits_of(const Project& project, int set) {
 }
 
 /// A row without a time, or that the person has left out, has no part in the analysis.
-bool is_used(const SheetRow& row) { return row.has(sheet_column::x) && (row.spare & 1) == 0; }
+bool is_used(const SheetRow& row) { return row.has_point(); }
 
 /// One data set as a table of its first rows, with the sums of all.
 class DataTable {

@@ -104,7 +104,11 @@ TEST(LifeTable, TakesNumbersOfTheLocaleAndNamesJunk) {
 
 TEST(LifeTable, LeavesAsTextAndHtmlInTheNumbersOfTheLocale) {
   LifeTable table{1, "a<b", "", {}};
-  table.rows = {{.name = "B10", .answer = "1.5"}, {.name = "B50\t", .answer = "never"}};
+  table.rows.resize(2);
+  table.rows[0].name = "B10";
+  table.rows[0].answer = "1.5";
+  table.rows[1].name = "B50\t";
+  table.rows[1].answer = "never";
   const ClipboardText text = copied(table, {',', '.'});
   EXPECT_EQ(text.plain, "Life\ta<b\r\nB10\t1,5\r\nB50 \tnever\r\n");
   EXPECT_NE(text.html.find("<th>a&lt;b</th>"), std::string::npos);

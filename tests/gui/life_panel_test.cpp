@@ -47,7 +47,7 @@ TEST_F(LifePanelAtWork, AnswersAreAskedCopiedAndMarked) {
   EXPECT_EQ(answers().item(2, 0)->text(), QStringLiteral("B20"));
   EXPECT_FALSE(widget("lbl_LifeReason").isVisible());
 
-  person.press({"ctrl+shift+c"});
+  person.press({"ctrl+shift+b"});
   const QByteArray copied = person.paste_elsewhere();
   EXPECT_TRUE(copied.contains("B20\t" + answers().item(2, 1)->text().toUtf8())) << copied.data();
   EXPECT_TRUE(person.paste_elsewhere(QStringLiteral("text/html")).contains("<td"));

@@ -105,7 +105,7 @@ QWidget* LifePanel::make_head() {
     return button;
   };
   btn_Mark_ = make("btn_MarkLife", tr("Mark"), tr("Marks the chosen row on the chart (Ctrl+M)"));
-  btn_Copy_ = make("btn_CopyLife", tr("Copy"), tr("Copies the whole table (Ctrl+Shift+C)"));
+  btn_Copy_ = make("btn_CopyLife", tr("Copy"), tr("Copies the whole table (Ctrl+Shift+B)"));
   connect(btn_Mark_, &QToolButton::clicked, this, commands_.slot([this] { mark(); }));
   connect(btn_Copy_, &QToolButton::clicked, this, commands_.slot([this] { copy(); }));
   return line;

@@ -1,5 +1,7 @@
 #include "workspace/frame/chart_commands.h"
 
+#include "actions/file_faults.h"
+#include "actions/recent_files.h"
 #include "workspace/chart/look_choice.h"
 #include "workspace/format/format_dialog.h"
 #include "workspace/qt/qt_text.h"

@@ -65,6 +65,7 @@ Rows file_commands(MainWindow& frame) {
 Rows edit_commands(MainWindow& frame) {
   const auto sheet = [&] { return frame.windows().active_block() == Block::sheet; };
   const auto text = [&, sheet] { return sheet() || frame.windows().active_block() == Block::log; };
+  const Reason without_sheet = unless(sheet, "Bring a data sheet to the front first.");
   const Reason without_text = unless(text, "Bring a data sheet or the log to the front first.");
   return {
       {{13, edit, "Select &All", "Ctrl+A"},
@@ -377,7 +378,7 @@ Rows life_commands(MainWindow& frame) {
        {.name = "LifePanel",
         .run = [&] { frame.toggle_life(); },
         .checked = [&] { return frame.shows_life(); }}},
-      {{191, analysis, "Copy L&ife Table", "Ctrl+Shift+C"},
+      {{191, analysis, "Copy L&ife Table", "Ctrl+Shift+B"},
        {.name = "CopyLife", .run = [&] { frame.copy_life(); }, .refusal = without_fit}},
       {{192, analysis, "Mar&k on Chart", "Ctrl+M"},
        {.name = "MarkLife",

@@ -40,7 +40,7 @@ LogWindow::LogWindow(const RichText& log, QWidget* parent)
     : QTextEdit(parent),
       log_(log),
       shown_(*document()),
-      search_(this),
+      search_(tr("Find in the log"), this),
       earlier_(tr("Show earlier entries"), this) {
   setObjectName(QStringLiteral("rtb_Log"));
   setAccessibleName(tr("Log"));

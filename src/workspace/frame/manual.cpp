@@ -13,11 +13,10 @@ namespace {
 
 constexpr const char* keyboard_key = "keyboard";
 
-constexpr std::array keys = {"contents", "quick",        "first-steps",     "sheet",
-                             "import",   "models",       "methods",         "fit-panel",
-                             "mixtures",     "charts",          "comparison",
-                             "samples",  "files",        "log-and-reports", keyboard_key,
-                             "setup",    "command-line", "licences"};
+constexpr std::array keys = {
+    "contents", "quick",           "first-steps", "sheet",  "import",       "models",
+    "methods",  "fit-panel",       "mixtures",    "charts", "comparison",   "samples",
+    "files",    "log-and-reports", keyboard_key,  "setup",  "command-line", "licences"};
 
 QString text_of(const char* key) {
   QFile file(QStringLiteral(":/manual/%1.md").arg(to_qt(key)));
@@ -34,6 +33,7 @@ QString place_of(CommandReach reach) {
     case CommandReach::frame: return QStringLiteral("everywhere");
     case CommandReach::chart: return QStringLiteral("in a chart");
     case CommandReach::fits: return QStringLiteral("in the grid of fits");
+    case CommandReach::sheet: return QStringLiteral("in a data sheet");
     case CommandReach::tree: return QStringLiteral("in the project tree");
   }
   return {};

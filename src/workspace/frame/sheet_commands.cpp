@@ -77,17 +77,17 @@ bool SheetCommands::is_left_out() const {
   return any() && sheet().is_left_out(windows_.sheet(index()).selected_block());
 }
 
-FindBar& SheetCommands::find_bar() {
+SheetFind& SheetCommands::find_bar() {
   SheetView& view = windows_.sheet(index());
-  FindBar*& bar = bars_[&view];
+  SheetFind*& bar = bars_[&view];
   if (!bar) {
-    bar = new FindBar(view, program_.commands);
+    bar = new SheetFind(view, program_.commands);
     windows_.child({Block::sheet, index()})->add_bar(bar);
   }
   return *bar;
 }
 
-void SheetCommands::open_find() { find_bar().open(); }
+void SheetCommands::open_find() { find_bar().open({}); }
 
 void SheetCommands::find_again(SearchWay way) { find_bar().find(way); }
 

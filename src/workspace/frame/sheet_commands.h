@@ -8,7 +8,7 @@
 #include <functional>
 #include <map>
 
-#include "workspace/data/find_bar.h"
+#include "workspace/data/sheet_find.h"
 #include "workspace/frame/program.h"
 #include "workspace/frame/project_windows.h"
 
@@ -61,13 +61,13 @@ class SheetCommands : public QObject {
   int index() const { return windows_.current_index(); }
   DataSheet& sheet() const { return *program_.session.gDataForm(index()); }
   void change(const char* step, const std::function<void(DataSheet&, const GridBlock&)>& act);
-  FindBar& find_bar();
+  SheetFind& find_bar();
   void show_columns(SheetView& view) const;
 
   Program& program_;
   ProjectWindows& windows_;
   std::array<bool, sheet_column::count> hidden_{};
-  std::map<SheetView*, FindBar*> bars_;  ///< of the sheets that were searched
+  std::map<SheetView*, SheetFind*> bars_;  ///< of the sheets that were searched
 };
 
 }  // namespace tavlo

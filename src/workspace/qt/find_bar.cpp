@@ -23,13 +23,14 @@ QToolButton* make_button(QWidget* parent, Qt::ArrowType arrow, const QString& na
 
 }  // namespace
 
-FindBar::FindBar(QWidget* parent)
+FindBar::FindBar(const QString& invitation, QWidget* parent)
     : QWidget(parent), line_(new QLineEdit(this)), told_(new QLabel(this)) {
   setAutoFillBackground(true);
   line_->setObjectName(QStringLiteral("txt_Find"));
-  line_->setPlaceholderText(tr("Find in the log"));
-  line_->setAccessibleName(tr("Find"));
+  line_->setPlaceholderText(invitation);
+  line_->setAccessibleName(invitation);
   line_->setClearButtonEnabled(true);
+  line_->setMaxLength(200);
   told_->setObjectName(QStringLiteral("lbl_Found"));
   auto* back = make_button(this, Qt::UpArrow, QStringLiteral("btn_FindPrevious"),
                            tr("Previous place (Shift+F3)"));

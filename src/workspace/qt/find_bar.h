@@ -12,7 +12,8 @@ class FindBar : public QWidget {
   Q_OBJECT
 
  public:
-  explicit FindBar(QWidget* parent);
+  /// The empty line reads `invitation`.
+  FindBar(const QString& invitation, QWidget* parent);
 
   QString wanted() const { return line_->text(); }
 
