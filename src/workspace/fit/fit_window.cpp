@@ -43,6 +43,14 @@ void stop_at_checked(const QButtonGroup& group) {
     button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
+QSplitter* make_splitter(QWidget& first) {
+  auto* splitter = new QSplitter(Qt::Horizontal);
+  splitter->addWidget(&first);
+  splitter->setChildrenCollapsible(false);
+  splitter->setStretchFactor(0, 1);
+  return splitter;
+}
+
 }  // namespace
 
 FitWindow::FitWindow(Session& session, UserCommands& commands, int fit_index, QWidget* parent)
@@ -64,6 +72,7 @@ FitWindow::FitWindow(Session& session, UserCommands& commands, int fit_index, QW
 void FitWindow::lay_out() {
   auto* content = new QWidget;
   auto* top = new QHBoxLayout;
+  choices_ = top;
   top->setSpacing(gap);
   top->addWidget(make_model_frame());
   top->addWidget(make_method_frame());
@@ -73,12 +82,9 @@ void FitWindow::lay_out() {
   rows->setContentsMargins(gap, gap, gap, gap);
   rows->setSpacing(gap);
   rows->addLayout(top);
-  auto* answers = new QSplitter(Qt::Horizontal);
-  answers->addWidget(&grd_Fit_);
-  answers->addWidget(&life_);
-  answers->setChildrenCollapsible(false);
-  answers->setStretchFactor(0, 1);
-  rows->addWidget(answers, 1);
+  below_choices_ = make_splitter(grd_Fit_);
+  below_choices_->addWidget(&life_);
+  rows->addWidget(below_choices_, 1);
   connect(&life_, &LifePanel::hint_wanted, this, &FitWindow::hint_wanted);
 
   auto* scroller = new QScrollArea(this);
@@ -89,7 +95,21 @@ void FitWindow::lay_out() {
   scroller->setWidget(content);
   auto* whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
-  whole->addWidget(scroller);
+  whole->addWidget(beside_choices_ = make_splitter(*scroller));
+}
+
+/// The Life panel has the whole height where there is room beside the choices, else the
+/// height of the grid.
+void FitWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  const bool has_room = width() >= choices_->minimumSize().width() + life_.tall_width() + 4 * gap;
+  QSplitter& place = has_room ? *beside_choices_ : *below_choices_;
+  if (life_.parentWidget() == &place) return;
+  const bool was_hidden = life_.isHidden();
+  life_.set_tall(has_room);
+  place.addWidget(&life_);
+  place.setSizes({width() - life_.minimumWidth(), life_.minimumWidth()});
+  life_.setHidden(was_hidden);
 }
 
 void FitWindow::choose(const std::function<void()>& choice) {

@@ -65,6 +65,7 @@ class FitWindow : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 
  private:
@@ -105,6 +106,9 @@ class FitWindow : public QWidget {
   QTimer patience_;
   QTableView grd_Fit_;
   LifePanel life_;
+  QSplitter* below_choices_ = nullptr;
+  QSplitter* beside_choices_ = nullptr;
+  QLayout* choices_ = nullptr;
 };
 
 }  // namespace tavlo

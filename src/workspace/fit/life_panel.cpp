@@ -31,15 +31,16 @@ LifePanel::LifePanel(Session& session, UserCommands& commands, int fit_index, QW
     // A layout in a splitter asks no wrapped text for its height.
     label->setMinimumHeight(fontMetrics().lineSpacing() * 2);
   }
-  auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(tight_gap, 0, 0, 0);
-  rows->setSpacing(tight_gap);
-  rows->addWidget(make_head());
-  rows->addWidget(&lbl_Reason_);
-  rows->addWidget(&grd_Life_, 1);
-  rows->addWidget(&lbl_Remark_);
+  auto* cells = new QGridLayout(this);
+  cells->setSpacing(tight_gap);
+  cells->addWidget(&lbl_Reason_, 1, 0, 1, 2);
+  cells->addWidget(&grd_Life_, 2, 0, 1, 2);
+  cells->addWidget(&lbl_Remark_, 3, 0, 1, 2);
+  cells->setRowStretch(2, 1);
+  questions_ = make_questions();
+  buttons_ = make_buttons();
+  set_tall(false);
   lbl_Reason_.hide();
-  setMinimumWidth(fontMetrics().averageCharWidth() * 34);
   show_fit_of(0);
 }
 
@@ -80,8 +81,18 @@ void LifePanel::add_question(QHBoxLayout& row, QLineEdit& field, const char* nam
   row.addWidget(&field);
 }
 
-/// What can be asked, and what can be done with the table.
-QWidget* LifePanel::make_head() {
+void LifePanel::set_tall(bool is_tall) {
+  auto& cells = *static_cast<QGridLayout*>(layout());
+  cells.addWidget(questions_, 0, 0, 1, is_tall ? 2 : 1);
+  cells.addWidget(buttons_, is_tall ? 4 : 0, 1, Qt::AlignRight);
+  const int edge = is_tall ? tight_gap : 0;
+  cells.setContentsMargins(tight_gap, edge, edge, edge);
+  setMinimumWidth(is_tall ? tall_width() : fontMetrics().averageCharWidth() * 34);
+}
+
+int LifePanel::tall_width() const { return fontMetrics().averageCharWidth() * 26; }
+
+QWidget* LifePanel::make_questions() {
   auto* line = new QWidget;
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(0, 0, 0, 0);
@@ -95,6 +106,15 @@ QWidget* LifePanel::make_head() {
                   "of the table off again."),
                ask_times);
   row->addStretch(1);
+  return line;
+}
+
+/// What can be done with the table.
+QWidget* LifePanel::make_buttons() {
+  auto* line = new QWidget;
+  auto* row = new QHBoxLayout(line);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(tight_gap);
   const auto make = [&](const char* name, const QString& caption, const QString& tip) {
     auto* button = new QToolButton;
     button->setObjectName(to_qt(name));

@@ -24,6 +24,11 @@ class LifePanel : public QFrame {
   /// Shows the answers of the fit in a row of the fit grid.
   void show_fit_of(int grid_row);
 
+  /// A tall panel has its buttons below the table, a low one beside the questions.
+  void set_tall(bool is_tall);
+  /// The least width of a tall one, in pixels.
+  int tall_width() const;
+
   /// The whole table goes to the clipboard. False where there is none.
   bool copy();
 
@@ -42,7 +47,8 @@ class LifePanel : public QFrame {
  private:
   using Ask = std::string (*)(Session&, const std::string&);
 
-  QWidget* make_head();
+  QWidget* make_questions();
+  QWidget* make_buttons();
   void add_question(QHBoxLayout& row, QLineEdit& field, const char* name, const QString& caption,
                     const QString& tip, Ask ask);
   void set_up_answers();
@@ -64,6 +70,8 @@ class LifePanel : public QFrame {
   QLineEdit txt_Percent_;
   QLineEdit txt_Time_;
   QLabel lbl_Reason_;
+  QWidget* questions_ = nullptr;
+  QWidget* buttons_ = nullptr;
   QToolButton* btn_Mark_ = nullptr;
   QToolButton* btn_Copy_ = nullptr;
 };
