@@ -206,6 +206,7 @@ class Monkey : public ::testing::Test {
     // What is being typed becomes a step when the first one is taken back.
     for (int i = 1; i <= session().project.data.bound(); ++i)
       window_->windows().sheet(i).leave_edit();
+    window_->windows().log().end_edit();
     const Project last = session().project;
     EXPECT_TRUE(last == session().history.now()) << "a change that is no step";
     EXPECT_EQ(window_->windows().count(),
@@ -214,7 +215,10 @@ class Monkey : public ::testing::Test {
     for (; session().history.can_undo() && !HasFatalFailure(); ++steps) take(undo_command);
     EXPECT_TRUE(differ_in_view_only(session().project, first_));
     for (; steps > 0 && !HasFatalFailure(); --steps) take(redo_command);
-    EXPECT_TRUE(differ_in_view_only(session().project, last));
+    const Project& again = session().project;
+    EXPECT_TRUE(differ_in_view_only(again, last))
+        << "data " << (again.data == last.data) << ", fits " << (again.fits == last.fits)
+        << ", log " << (again.log == last.log);
     session().history.restart(first_ = session().project);
   }
 

@@ -96,6 +96,7 @@ DataPoint Readout::facts_of(const Point& point) const {
   const DataSet& data = session_.project.data(point.data_index);
   const Sample& sample = data.sample();
   const std::size_t i = point.sample_row;
+  if (i >= sample.entry.size()) return {data.UniqueId};  // read anew since, and not drawn yet
   DataPoint facts{data.UniqueId, sample.entry[i], sample.failures[i], sample.suspensions[i]};
   if (!sample.mode.empty() && sample.mode[i] > 0) facts.mode = mode_name(data, sample.mode[i]);
   if (has_several_sets_) facts.title = data.Title;

@@ -105,7 +105,7 @@ class Readout {
   std::vector<GridLine> x_lines_;
   std::vector<GridLine> y_lines_;
   const Session& session_;
-  const Chart& chart_;
+  const Chart chart_;  ///< a copy: an undo may end the record before the chart is drawn anew
   bool is_collected_ = false;
   bool has_several_sets_ = false;
   std::optional<FitResult> last_fit_;
