@@ -4,12 +4,15 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QTextBrowser>
+#include <algorithm>
 
 #include "actions/undo.h"
 #include "actions/work.h"
 #include "gui/window_world.h"
 #include "workspace/frame/command_table.h"
+#include "workspace/frame/manual.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -104,6 +107,19 @@ TEST_F(Reach, EverythingHasANameAndNothingIsCutInAnyColours) {
   }
   QApplication::setPalette(before);
   QApplication::setFont(font);
+}
+
+// Each page of the manual has come into the program, and so has each that a link leads to.
+TEST(Manual, HasEveryPageThatItSpeaksOf) {
+  const std::vector<ManualPage> pages = manual_pages(QString());
+  const QRegularExpression link(QStringLiteral("\\]\\(([a-z-]+)\\.md\\)"));
+  for (const ManualPage& page : pages) {
+    EXPECT_GT(page.text.size(), 200) << from_qt(page.key);
+    for (const auto& to : link.globalMatch(page.text)) {
+      const auto leads_to = [&](const ManualPage& each) { return each.key == to.captured(1); };
+      EXPECT_TRUE(std::ranges::any_of(pages, leads_to)) << from_qt(to.captured(0));
+    }
+  }
 }
 
 // The manual is searched page by page, and F1 opens the page of the window in front.
