@@ -5,7 +5,7 @@ if(CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
-add_compile_options(-ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wold-style-cast)
+add_compile_options(-ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wold-style-cast)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-fpch-preprocess)  # lets ccache keep what uses a precompiled header
 endif()
@@ -13,6 +13,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # False alarms on std::string (GCC bug 105651); the sanitizers find the true ones.
   add_compile_options(-Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread
     -Wno-array-bounds)
+endif()
+if(TAVLO_UNITY AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_compile_options(-Wshadow=local)  # a name of another file in the batch is none of ours
+else()
+  add_compile_options(-Wshadow)
 endif()
 if(TAVLO_WERROR)
   add_compile_options(-Werror)

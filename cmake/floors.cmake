@@ -3,6 +3,11 @@
 # Precompiled headers are shared: numerics owns the one of the floors, the test
 # support the one of the tests, the workspace the one with Qt. The preset `fuzz`
 # builds without them, so that a missing include is noticed there.
+#
+# With TAVLO_UNITY several files of a floor are compiled as one, which halves a build from
+# scratch: names in unnamed namespaces must differ within a floor, and where two clash they
+# mean two things or one thing written twice. The presets `debug` and `fuzz` compile each
+# file by itself, so that a change costs one file and a missing include is noticed.
 set(TAVLO_FLOOR_HEADERS <algorithm> <cmath> <cstdint> <functional> <map> <memory> <optional>
   <string> <string_view> <utility> <variant> <vector>)
 set(TAVLO_TEST_HEADERS ${TAVLO_FLOOR_HEADERS} <gtest/gtest.h> <random> <sstream>)

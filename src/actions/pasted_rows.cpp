@@ -6,15 +6,12 @@
 #include "actions/busy_pointer.h"
 #include "actions/words.h"
 #include "files/data_text.h"
+#include "numerics/count_text.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {
 
 namespace {
-
-std::string counted(double count, const char* noun) {
-  return number_text(count) + " " + noun + (count == 1.0 ? "" : "s");
-}
 
 double units_in(const DataSheet& sheet, int first, int last, double SheetRow::*units) {
   double sum = 0;

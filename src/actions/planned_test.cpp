@@ -8,6 +8,7 @@
 #include "actions/runs_records.h"
 #include "actions/runs_words.h"
 #include "actions/sample_words.h"
+#include "numerics/count_text.h"
 
 namespace tavlo {
 

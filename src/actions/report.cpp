@@ -9,6 +9,7 @@
 #include "chart/scales/short_number.h"
 #include "life/mean_life.h"
 #include "life/shown_parameters.h"
+#include "numerics/count_text.h"
 #include "numerics/date_text.h"
 #include "numerics/number_text.h"
 #include "numerics/value_text.h"
@@ -22,13 +23,6 @@ constexpr int life_digits = 5;
 constexpr std::size_t most_rows = 100;  ///< of a data set that are shown
 
 using Cells = std::vector<std::string>;
-
-/// Counts in groups of three digits: 1,000,000.
-std::string grouped(std::size_t count) {
-  std::string text = std::to_string(count);
-  for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, ",");
-  return text;
-}
 
 const Model& model_of(const FitResult& fit) {
   const Model* const model = find_model(fit.ModelCode);
@@ -152,7 +146,7 @@ class DataTable {
     if (has_modes_) table.headings.push_back("Failure mode");
     if (has_comments_) table.headings.push_back("Comment");
     table.is_text.resize(table.headings.size(), true);
-    for (std::size_t i = 0; i < std::min(data_.rows.size(), most_rows); ++i)
+    for (std::size_t i = 0; i < data_.rows.size() && i < most_rows; ++i)
       if (!data_.rows[i].is_blank()) table.rows.push_back(cells_of(i));
     add_totals(table);
     add_remarks(table);

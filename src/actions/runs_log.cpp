@@ -4,6 +4,7 @@
 #include "actions/reports.h"
 #include "actions/runs_words.h"
 #include "actions/words.h"
+#include "numerics/count_text.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
 

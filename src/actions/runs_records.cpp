@@ -10,6 +10,7 @@
 #include "chart/scales/chart_view.h"
 #include "files/point_list.h"
 #include "files/project_writer.h"
+#include "numerics/count_text.h"
 #include "project/plot_rows.h"
 
 namespace tavlo {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "life/parameter_names.h"
+#include "numerics/count_text.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {
@@ -28,10 +29,6 @@ bool has_several(const RunsOfFit& fit) {
 Family family_of(const RunsOfFit& fit) { return find_model(fit.request.model)->family; }
 
 }  // namespace
-
-std::string grouped(std::int64_t count) {
-  return format_number(static_cast<double>(count), "#,##0");
-}
 
 std::string parameter_word(const RunsOfFit& fit, const ParameterSpread& parameter) {
   const NamePair& names = parameter_names(family_of(fit)).grid;

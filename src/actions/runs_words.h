@@ -11,9 +11,6 @@ namespace tavlo {
 /// What a share is called, which is read in per cent.
 inline constexpr const char* share_word = "u %";
 
-/// "1,000".
-std::string grouped(std::int64_t count);
-
 /// The name of a parameter as the grid of fits has it: "eta", "sdF", "u %", "Min Life".
 std::string parameter_word(const RunsOfFit& fit, const ParameterSpread& parameter);
 

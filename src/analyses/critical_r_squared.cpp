@@ -30,14 +30,14 @@ struct Node {
   double critical() const { return v[critical_level]; }
 };
 
-using Family = std::array<Node, 31>;
+using Table = std::array<Node, 31>;
 
-constexpr std::array<Family, 4> families = {{
+constexpr std::array<Table, 4> tables = {{
 #include "analyses/critical_r_squared.inc"
 }};
 
-const Family& family_of(PaperKind kind, bool three_parameters) {
-  return families[(kind == PaperKind::lognormal ? 2 : 0) + (three_parameters ? 1 : 0)];
+const Table& table_of(PaperKind kind, bool three_parameters) {
+  return tables[(kind == PaperKind::lognormal ? 2 : 0) + (three_parameters ? 1 : 0)];
 }
 
 Levels scores_of_levels() {
@@ -76,9 +76,9 @@ struct Place {
   }
 };
 
-Place place_of(const Family& family, double failures) {
-  const double n = std::max(failures, family.front().failures);
-  const auto above = std::find_if(family.begin() + 1, family.end() - 1,
+Place place_of(const Table& table, double failures) {
+  const double n = std::max(failures, table.front().failures);
+  const auto above = std::find_if(table.begin() + 1, table.end() - 1,
                                   [n](const Node& node) { return n <= node.failures; });
   const Node& below = *(above - 1);
   return {below, *above, std::log(n / below.failures) / std::log(above->failures / below.failures)};
@@ -89,7 +89,7 @@ Place place_of(const Family& family, double failures) {
 CriticalRSquared fd_Ccc2(PaperKind kind, double failures, bool three_parameters, double r_squared) {
   if (!std::isfinite(failures) || !std::isfinite(r_squared))
     throw RunTimeError(run_time::invalid_argument);
-  const Place place = place_of(family_of(kind, three_parameters), failures);
+  const Place place = place_of(table_of(kind, three_parameters), failures);
   CriticalRSquared answer{-std::expm1(-place.critical_v()), 0};
   if (r_squared >= 1)
     answer.pve = 1;

@@ -169,6 +169,8 @@ void require_slope_of_line(const FitQuestions& questions) {
   }
 }
 
+}  // namespace
+
 /// What the last list of words meant: most lines ask for the same.
 template <class Entry>
 class Meaning {
@@ -187,8 +189,6 @@ class Meaning {
   std::optional<std::string> words_;
   std::vector<Entry> entries_;
 };
-
-}  // namespace
 
 struct BatchLineParser::Memory {
   json::parser parser;

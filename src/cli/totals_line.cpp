@@ -1,17 +1,10 @@
 #include "cli/totals_line.h"
 
 #include "cli/shown_text.h"
+#include "numerics/count_text.h"
 #include "numerics/number_text.h"
 
 namespace tavlo::cli {
-
-namespace {
-
-std::string counted(double number, const std::string& noun) {
-  return number_text(number) + " " + noun + (number == 1.0 ? "" : "s");
-}
-
-}  // namespace
 
 std::string totals_line(const std::string& subject, const Sample& sample) {
   const double failures = sample.total_failures;

@@ -1,5 +1,6 @@
 #include "cli/words.h"
 
+#include "numerics/count_text.h"
 #include "numerics/number_text.h"
 
 namespace tavlo::cli {
@@ -7,10 +8,6 @@ namespace tavlo::cli {
 namespace {
 
 std::string number(double value) { return number_text(value, 6); }
-
-std::string counted(double count, const std::string& noun) {
-  return number(count) + " " + noun + (count == 1.0 ? "" : "s");
-}
 
 FitNames names_of(const WordContext& context) {
   return {.has_modes = !context.mode_names.empty(),
@@ -41,7 +38,7 @@ FitWords words_of(Doubt doubt, const WordContext& context) {
     return {"Minimum life by likelihood",
             "a likelihood may have no best minimum life; regression (rr) is the usual way"};
   return {"Few failures",
-          counted(context.failures, "failure") + " may be too few for this model" +
+          counted(context.failures, "failure", 6) + " may be too few for this model" +
               (preferred.empty() ? "" : "; " + preferred + " or more are preferred")};
 }
 

@@ -14,12 +14,12 @@ namespace {
 
 constexpr ProjectText::Place data_place = {"Data Read Write Error: ", "RW_Data routine:"};
 
-constexpr int head_fields = 15;
+constexpr int data_head_fields = 15;
 constexpr int point_fields = 7;
 
 // The bytes that an element takes at the least, when every value is one digit.
 constexpr std::size_t least_text = 1;
-constexpr std::size_t least_point = 15;  // with the line of its comment
+constexpr std::size_t least_data_point = 15;  // with the line of its comment
 constexpr std::size_t least_inspection = 8;
 constexpr std::size_t least_check = 6;
 constexpr std::size_t least_profile = 10;
@@ -77,10 +77,10 @@ struct Point {
 
 template <class Archive, class Fields>
 void visit_head(Archive& file, Fields& head) {
-  file.count(head_fields);
+  file.count(data_head_fields);
   file.values(head.FitsCurrent, head.Flag2, head.Reserved, head.XMax, head.XMin, head.YMax,
               head.YMin, head.UniqueId, head.Count, head.Changed);
-  file.require_bytes_for(head.Count, least_point);  // at once, so that its own line is named
+  file.require_bytes_for(head.Count, least_data_point);  // at once, so that its own line is named
   file.values(head.nModes, head.nInspection, head.nProfiles);
   for (const std::int16_t bound : {head.nModes, head.nInspection, head.nProfiles})
     file.require_bytes_for(bound, least_text);

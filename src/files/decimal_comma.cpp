@@ -1,17 +1,11 @@
 #include "files/decimal_comma.h"
 
-#include <algorithm>
-
 #include "files/text_lines.h"
+#include "numerics/digit.h"
 
 namespace tavlo {
 
 namespace {
-
-bool is_digits(std::string_view text) {
-  return !text.empty() &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
 
 /// "1,000" and "12,500", but neither "1000,500" nor "0,500".
 bool may_be_thousands(std::string_view number) {

@@ -8,14 +8,13 @@
 
 #include "files/column_names.h"
 #include "files/text_lines.h"
+#include "numerics/digit.h"
 
 namespace tavlo {
 
 namespace {
 
 enum class Reading { good, no_number, out_of_range };
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 bool has_digits(std::string_view text) {
   if (text.starts_with('-')) text.remove_prefix(1);

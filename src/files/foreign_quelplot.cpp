@@ -28,8 +28,8 @@ std::string_view without_paragraph(std::string_view line) {
   return trimmed(line);
 }
 
-/// Takes the word in front, which ends at a blank; a comma behind it goes with it.
-std::string_view take_word(std::string_view& line) {
+/// Takes the cell in front, which ends at a blank; a comma behind it goes with it.
+std::string_view take_cell(std::string_view& line) {
   line = trimmed(line);
   std::string_view word = line.substr(0, line.find_first_of(" \t"));
   line.remove_prefix(word.size());
@@ -76,7 +76,7 @@ class QuelPlot {
 
 std::int32_t QuelPlot::whole(const char* kind) {
   std::string_view text = line(kind);
-  return file_.whole(take_word(text));
+  return file_.whole(take_cell(text));
 }
 
 /// The number of lines that follow. There may be less: then the file ends among them.
@@ -160,9 +160,9 @@ void QuelPlot::read_points() {
 
 SampleRow QuelPlot::read_point() {
   std::string_view text = line("point");
-  const float time = file_.single(file_.number(take_word(text)));
-  file_.single(file_.number(take_word(text)));  // the rank, which is made anew
-  const double units = file_.number(take_word(text));
+  const float time = file_.single(file_.number(take_cell(text)));
+  file_.single(file_.number(take_cell(text)));  // the rank, which is made anew
+  const double units = file_.number(take_cell(text));
   const bool failed = time >= 0.0F && units > 0.0;
   const double number = std::fabs(units);
   return {std::fabs(time), failed ? number : 0.0, failed ? 0.0 : number, 0};
@@ -223,7 +223,7 @@ void QuelPlot::read_slopes(int first) {
     drop((i == 0 ? 0 : lines_of_set - lines_to_slope) + lines_to_slope - 1, kind);
     std::string_view text = line(kind);
     // A slope of this kind has the other sign in the file.
-    contents_[i].fits->front().Rows(1).Shape = 0.0 - file_.number(take_word(text));
+    contents_[i].fits->front().Rows(1).Shape = 0.0 - file_.number(take_cell(text));
   }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "files/status_words.h"
+#include "numerics/digit.h"
 
 namespace tavlo {
 
@@ -18,10 +19,7 @@ struct Look {
   bool marked = false;    ///< a time has the mark or the sign of a suspension
 };
 
-bool is_three_digits(std::string_view text) {
-  return text.size() == 3 &&
-         std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
+bool is_three_digits(std::string_view text) { return text.size() == 3 && is_digits(text); }
 
 std::size_t used_width(Fields row) {
   std::size_t width = row.size();

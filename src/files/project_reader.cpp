@@ -6,6 +6,7 @@
 #include "files/short_decimals.h"
 #include "files/text_encoding.h"
 #include "files/text_lines.h"
+#include "numerics/digit.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
 #include "project/code_page.h"
@@ -15,8 +16,6 @@ namespace tavlo {
 namespace {
 
 constexpr char ctrl_z = '\x1A';
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 bool ends_line(char c) { return c == '\r' || c == '\n'; }
 bool ends_value(char c) { return c == ',' || ends_line(c); }

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "numerics/digit.h"
+
 namespace tavlo {
 
 namespace {
@@ -12,8 +14,6 @@ namespace {
 constexpr std::array<double, 16> powers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 constexpr std::size_t most_digits = 15;
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 std::size_t written(const char* from, const char* end) {
   return static_cast<std::size_t>(end - from);

@@ -5,6 +5,7 @@
 #include "files/column_names.h"
 #include "files/data_notation.h"
 #include "files/field_number.h"
+#include "numerics/digit.h"
 
 namespace tavlo {
 
@@ -47,8 +48,6 @@ std::ptrdiff_t count_outside_quotes(std::string_view line, char c) {
   }
   return count;
 }
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 /// True when each comma stands between two digits, so that it may belong to a number.
 bool commas_are_inside_numbers(std::string_view line) {

@@ -9,12 +9,11 @@
 #include <numeric>
 #include <vector>
 
+#include "numerics/infinity.h"
 #include "numerics/normal.h"
 
 namespace tavlo {
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// `Applies` holds one bit for each population, 30 of them. The modes of a fit by failure
 /// mode need none, and may be more.

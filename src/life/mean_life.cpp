@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <numbers>
+
+#include "numerics/infinity.h"
 
 namespace tavlo {
 
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 double weibull_mean(const FitParam& row) {
   return row.T0 + std::tgamma(1 + 1 / row.Shape) / row.Scale;

@@ -1,7 +1,8 @@
 #include "life/quantile_walk.h"
 
 #include <cmath>
-#include <limits>
+
+#include "numerics/infinity.h"
 
 namespace tavlo {
 
@@ -13,7 +14,6 @@ QuantileWalk::Place QuantileWalk::at(double ln_time) const {
 }
 
 std::optional<double> QuantileWalk::operator()(double p) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
   constexpr double precision = 1e-10;
   constexpr int most_steps = 60;
   const double target = std::log(-std::log1p(-p));

@@ -17,7 +17,7 @@ constexpr double smallest_logarithm_argument = 1.2e-308;
 constexpr double logarithm_limit = 709;
 constexpr double log10_of_e = 0.434294481903252;  // 4e-16 above the true value
 constexpr int most_digits = 15;
-constexpr int highest_exponent = 300;
+constexpr int largest_power = 300;
 
 void refuse_nan(double value) {
   if (std::isnan(value)) throw RunTimeError(run_time::invalid_argument);
@@ -27,7 +27,7 @@ void refuse_nan(double value) {
 /// is a little low at 0.1, 0.01 ..., and one digit more is kept there.
 int last_digit_exponent(ErrorReporter& reporter, double a, int digits) {
   const double exponent = IntFloor(fd_log10(reporter, a)) - digits + 1;
-  return ToInt32(std::clamp<double>(exponent, -highest_exponent, highest_exponent));
+  return ToInt32(std::clamp<double>(exponent, -largest_power, largest_power));
 }
 
 Rounded round_to_digits(ErrorReporter& reporter, double value, int digits) {

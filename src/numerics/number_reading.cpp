@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "numerics/digit.h"
 #include "numerics/number_text.h"
 #include "numerics/rounding.h"
 
@@ -13,10 +14,9 @@ namespace tavlo {
 namespace {
 
 constexpr std::size_t longest_text = 1000;
-constexpr int highest_exponent = 9999;
+constexpr int farthest_exponent = 9999;
 constexpr double highest_whole = 2147483640;
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_sign(char c) { return c == '+' || c == '-'; }
 
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
@@ -92,7 +92,7 @@ int bounded_exponent(std::string_view text) {
   const bool negative = text.starts_with('-');
   int exponent = 0;
   for (const char c : text)
-    if (is_digit(c)) exponent = std::min(exponent * 10 + (c - '0'), highest_exponent);
+    if (is_digit(c)) exponent = std::min(exponent * 10 + (c - '0'), farthest_exponent);
   return negative ? -exponent : exponent;
 }
 

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "numerics/decimal.h"
+#include "numerics/digit.h"
 
 namespace tavlo {
 namespace {
@@ -48,8 +49,6 @@ std::string exponent_text(int exponent) {
   const std::string digits = std::to_string(std::abs(exponent));
   return std::string(exponent < 0 ? "E-" : "E+") + (digits.size() < 2 ? "0" : "") + digits;
 }
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 /// The power of ten of the first significant digit of a well-formed number, or
 /// nothing when all its digits are 0. Large exponents saturate.

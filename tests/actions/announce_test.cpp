@@ -12,7 +12,7 @@ namespace {
 
 using test::FitWorld;
 
-const std::vector<test::Point> five = {{100}, {200}, {300}, {400}, {500}};
+const std::vector<test::Point> five_lives = {{100}, {200}, {300}, {400}, {500}};
 
 /// What somebody sees who looks only where the program says that something has changed.
 struct Watcher {
@@ -28,7 +28,7 @@ std::string all_cells(const Grid& grid) {
 }
 
 struct WatchedWorld : FitWorld {
-  WatchedWorld() : FitWorld(five) {
+  WatchedWorld() : FitWorld(five_lives) {
     prompts.accept_all();
     session.history.restart(session.project);
   }

@@ -7,14 +7,11 @@
 #include "analyses/stated_life.h"
 #include "fit/door/fit.h"
 #include "fit/parallel.h"
+#include "support/no_chance.h"
 #include "support/random_samples.h"
 
 namespace tavlo {
 namespace {
-
-struct NoChance : Entropy {
-  std::uint32_t next() override { return 12345; }
-};
 
 Life life(std::int16_t model, std::vector<FitParam> rows) { return {model, std::move(rows)}; }
 FitParam row(double scale, double shape, double share = 1, int applies = 1, double t0 = 0) {
@@ -46,7 +43,7 @@ const std::vector<Sampled>& lives() {
 }
 
 DrawnPoints drawn(const SamplePlan& plan, WichmannHill random = WichmannHill({1, 2, 3, 4})) {
-  NoChance chance;
+  test::NoChance chance;
   return draw_points(plan, random, chance);
 }
 
@@ -170,7 +167,7 @@ TEST(SuspensionPlan, TakesPointsInItsOrderAndWithinItsLimits) {
       {5, {.points = {1, 2, 3, 4, 5}, .random = 1}, false, "SSSSS", 5},
       {2, {.random = 1}, false, "FF", 0},
   };
-  NoChance chance;
+  test::NoChance chance;
   const WichmannHill random({1, 2, 3, 4});
   for (const Suspending& each : cases) {
     const auto made = suspend(each.size, each.plan, each.by_likelihood, random, chance);
@@ -184,7 +181,7 @@ TEST(SuspensionPlan, TakesPointsInItsOrderAndWithinItsLimits) {
 
 // By any seeds: random suspensions are as many as asked for, while failures stay.
 TEST(SuspensionPlan, DrawsRandomSuspensions) {
-  NoChance chance;
+  test::NoChance chance;
   test::RandomNumbers seeds(4);
   for (int run = 0; run < 300; ++run) {
     const WichmannHill random(

@@ -8,16 +8,13 @@
 #include "fit/door/fit.h"
 #include "fit/parallel.h"
 #include "numerics/run_time_error.h"
+#include "support/no_chance.h"
 
 namespace tavlo {
 namespace {
 
-struct NoChance : Entropy {
-  std::uint32_t next() override { return 12345; }
-};
-
 RunsReport runs(const RunPlan& plan, std::int32_t stop_at = most_runs) {
-  NoChance chance;
+  test::NoChance chance;
   WichmannHill random({1, 2, 3, 4});
   return make_runs(plan, random, chance, [stop_at](std::int32_t made) { return made < stop_at; });
 }
@@ -89,7 +86,7 @@ TEST(PlannedRuns, AreTheSamplesOneAfterTheOther) {
     for (const std::int16_t model : {model_code::weibull5c, model_code::weibull4})
       plan.fits.push_back({model, method_code::mle, {}, RankKind::benard, censored, {}});
     const RunsReport report = runs(plan);
-    NoChance chance;
+    test::NoChance chance;
     WichmannHill random({1, 2, 3, 4});
     std::vector<std::vector<std::vector<double>>> wanted(2, std::vector<std::vector<double>>(7));
     for (int run = 0; run < plan.runs; ++run) {

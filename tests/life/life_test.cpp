@@ -4,13 +4,12 @@
 
 #include <cmath>
 
+#include "numerics/infinity.h"
 #include "support/random_samples.h"
 #include "support/reference_book.h"
 
 namespace tavlo {
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// One life of each family and kind, and some at random.
 std::vector<Life> lives() {

@@ -7,6 +7,7 @@
 #include <boost/math/distributions/weibull.hpp>
 #include <cmath>
 
+#include "numerics/infinity.h"
 #include "support/random_samples.h"
 #include "support/reference_book.h"
 
@@ -14,7 +15,6 @@ namespace tavlo {
 namespace {
 
 namespace bm = boost::math;
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(MeanLife, OfOnePopulationIsThatOfItsDistribution) {
   const bm::extreme_value largest(120, 25);

@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 
+#include "numerics/infinity.h"
 #include "numerics/number_text.h"
 #include "numerics/powers_of_ten.h"
 #include "support/case_list.h"
@@ -15,7 +16,6 @@ namespace tavlo {
 namespace {
 
 const double nan = std::numeric_limits<double>::quiet_NaN();
-const double infinity = std::numeric_limits<double>::infinity();
 
 using ElementaryTest = test::ReporterTest;
 

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <random>
 
+#include "numerics/infinity.h"
+
 namespace tavlo {
 namespace {
 
@@ -74,7 +76,6 @@ TEST(PackMathTest, stays_within_a_unit_or_two_of_the_library) {
 }
 
 TEST(PackMathTest, edges) {
-  const double infinity = std::numeric_limits<double>::infinity();
   const double nan = std::nan("");
   EXPECT_EQ(lane(exp(Pack(710.0)), 0), infinity);
   EXPECT_EQ(lane(exp(Pack(-746.0)), 0), 0);

@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 
+#include "numerics/infinity.h"
 #include "numerics/rounding.h"
 #include "support/error_number.h"
 
@@ -15,7 +16,6 @@ using test::error_of;
 
 TEST(RealTest, each_failure_has_its_number_and_leaves_its_target) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  const double infinity = std::numeric_limits<double>::infinity();
   Real target = 7;
   using Row = std::tuple<const char*, std::function<void()>, int>;
   const Real big = 1e308;

@@ -36,7 +36,7 @@ DrawingRecord scattered(bool always_painted) {
   return drawing;
 }
 
-QImage picture(const DrawingRecord& drawing, const PictureFormat& format) {
+QImage picture_of(const DrawingRecord& drawing, const PictureFormat& format) {
   QImage image;
   image.loadFromData(png_picture(drawing, format), "PNG");
   return image;
@@ -47,8 +47,8 @@ TEST(Sprites, LookAsIfPaintedAtAnySize) {
   for (const PictureFormat& format :
        {PictureFormat{1000, 600, 1.0, 96}, PictureFormat{1777, 1003, 1.0, 96},
         PictureFormat{900, 540, 2.0, 96}, PictureFormat{801, 480, 1.5, 96}}) {
-    const QImage copied = picture(scattered(false), format);
-    const QImage painted = picture(scattered(true), format);
+    const QImage copied = picture_of(scattered(false), format);
+    const QImage painted = picture_of(scattered(true), format);
     ASSERT_EQ(copied.size(), painted.size());
     int largest = 0, different = 0;
     for (int y = 0; y < copied.height(); ++y)

@@ -1,19 +1,17 @@
 #include "chart/compose/auto_scale.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "chart/parts/plot_sets.h"
 #include "chart/scales/chart_view.h"
 #include "chart/scales/fitted_limits.h"
 #include "chart/scales/limit_rules.h"
 #include "life/models.h"
+#include "numerics/infinity.h"
 
 namespace tavlo {
 
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// Grows to hold each value it is given; empty at first.
 struct Range {

@@ -25,7 +25,7 @@ constexpr double line_spacing = 1.3;  // in text heights
 constexpr double padding = 70;
 constexpr double sample_width = 500;  // of the piece of line beside a title
 constexpr double sample_gap = 90;
-constexpr float smallest_font = 6;
+constexpr float least_legend_font = 6;
 constexpr double just_under = 0.995;  // so that rounding takes no line away
 constexpr std::size_t fewest_lines = 2;
 constexpr double highest = 0.92;  // of the plot box
@@ -130,7 +130,7 @@ void fit_height(Canvas& canvas, Layout& layout, double room) {
   const double needed = count * line_height(canvas, layout.item);
   if (needed > room)
     layout.item.FontSize = std::max(
-        smallest_font,
+        least_legend_font,
         static_cast<float>(just_under * drawn_font_size(layout.item.FontSize) * room / needed));
   layout.line_height = line_height(canvas, layout.item);
   const auto lines = static_cast<std::size_t>(std::clamp(room / layout.line_height, 1.0, 1e6));

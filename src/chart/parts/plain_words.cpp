@@ -6,6 +6,7 @@
 
 #include "chart/scales/short_number.h"
 #include "life/shown_parameters.h"
+#include "numerics/count_text.h"
 #include "numerics/number_text.h"
 
 namespace tavlo {
@@ -16,7 +17,7 @@ constexpr int life_digits = 4;
 constexpr int shape_digits = 3;
 constexpr int most_digits = 12;
 
-std::string value_text(std::optional<double> value, int digits) {
+std::string plain_value(std::optional<double> value, int digits) {
   return value ? short_number(*value, digits) : "not determined";
 }
 
@@ -49,10 +50,6 @@ std::string text_beside(double value, double bound, int digits) {
   return number_text(value, digits);
 }
 
-std::string counted(double count, const char* one, const char* many) {
-  return number_text(count) + " " + (count == 1.0 ? one : many);
-}
-
 }  // namespace
 
 std::string plain_fit_name(const FitResult& fit) {
@@ -77,7 +74,7 @@ PlainNames plain_parameter_names(Family family) {
 PlainValues plain_values(const Model& model, const FitParam& row) {
   const ShownParameters shown = shown_parameters(model.code, row);
   const int digits = digits_of_life(model.family, shown, row.T0);
-  return {value_text(shown.first, digits), value_text(shown.second, shape_digits),
+  return {plain_value(shown.first, digits), plain_value(shown.second, shape_digits),
           row.T0 != 0 ? short_number(row.T0, digits) : ""};
 }
 
@@ -93,9 +90,9 @@ std::string plain_quality(const FitResult& fit) {
 }
 
 std::string plain_totals(const Sample& sample) {
-  const std::string failures = counted(sample.total_failures, "failure", "failures");
+  const std::string failures = counted(sample.total_failures, "failure");
   if (!(sample.total_suspensions > 0)) return failures;
-  return failures + ", " + counted(sample.total_suspensions, "suspension", "suspensions");
+  return failures + ", " + counted(sample.total_suspensions, "suspension");
 }
 
 }  // namespace tavlo

@@ -64,7 +64,7 @@ std::string share_text(const FitResult& fit, const FitParam& risk) {
   return share > 1 - rounding ? all_units : plain_share(share);
 }
 
-TableLine heading_line(const Model& model) {
+TableLine plain_heading(const Model& model) {
   const PlainNames names = plain_parameter_names(model.family);
   TableLine line;
   line.names_columns = true;
@@ -83,7 +83,7 @@ TableLine risk_line(const Model& model, const FitParam& row) {
 }
 
 void add_risks(std::vector<TableLine>& lines, const FitResult& fit, const Model& model) {
-  lines.push_back(heading_line(model));
+  lines.push_back(plain_heading(model));
   for (int i = 1; i <= row_count(fit); ++i) {
     lines.push_back(risk_line(model, fit.Rows(i)));
     lines.back().cells[table_column::population] = share_text(fit, fit.Rows(i));
@@ -94,7 +94,7 @@ void add_risks(std::vector<TableLine>& lines, const FitResult& fit, const Model&
 /// A mode stands under its name; one that has no fit has no quality either.
 void add_modes(std::vector<TableLine>& lines, const FitResult& fit, const Model& model,
                const DataSet& data) {
-  lines.push_back(heading_line(model));
+  lines.push_back(plain_heading(model));
   lines.back().cells[table_column::population].clear();
   const int last = std::min(row_count(fit), static_cast<int>(fit.modes.size()));
   for (int i = 1; i <= last; ++i) {
@@ -137,7 +137,7 @@ bool are_alike(const FitResult& a, const FitResult& b) {
 }
 
 /// The fit of one data set among the others of its kind.
-TableLine set_line(const Session& session, const PlotSet& set) {
+TableLine plain_set_line(const Session& session, const PlotSet& set) {
   const Model& model = *find_model(set.fit->ModelCode);
   const PlainValues plain = plain_values(model, set.fit->Rows(1));
   TableLine line;
@@ -155,10 +155,10 @@ void add_alike(std::vector<TableLine>& lines, const Session& session,
   const FitResult& fit = *alike.front().fit;
   lines.push_back(name_line(plain_fit_name(fit)));
   const std::size_t heading = lines.size();
-  lines.push_back(heading_line(*find_model(fit.ModelCode)));
+  lines.push_back(plain_heading(*find_model(fit.ModelCode)));
   lines.back().cells[table_column::population].clear();
   for (const PlotSet& set : alike) {
-    lines.push_back(set_line(session, set));
+    lines.push_back(plain_set_line(session, set));
     if (!lines.back().cells[table_column::minimum_life].empty())
       lines[heading].cells[table_column::minimum_life] = "t0";
     add_ranks(lines, *set.fit, session.project.data(set.data_index));

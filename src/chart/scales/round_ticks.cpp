@@ -140,8 +140,8 @@ ScalePoints log_points(const AxisMap& map, double room) {
 // --- percentages
 
 // In order of importance: a level stands where the ones before it leave room.
-constexpr std::array<double, 13> weibull_levels = {0.1,  0.632, 0.9,  0.01, 0.99, 0.5, 0.001,
-                                                   0.05, 0.2,   0.02, 0.3,  0.8,  0.95};
+constexpr std::array<double, 13> failed_levels = {0.1,  0.632, 0.9,  0.01, 0.99, 0.5, 0.001,
+                                                  0.05, 0.2,   0.02, 0.3,  0.8,  0.95};
 constexpr std::array<double, 13> symmetrical_levels = {0.5,  0.1,  0.9, 0.01, 0.99, 0.3, 0.7,
                                                        0.05, 0.95, 0.2, 0.8,  0.02, 0.98};
 constexpr int least_exponent = -15;
@@ -149,7 +149,7 @@ constexpr int least_exponent = -15;
 /// The levels of the table, then those towards the ends: 1, 2, 5 and their mirror.
 Values levels_of(int code, Limits limits) {
   const bool is_weibull = code == y_scale::weibull;
-  const auto& table = is_weibull ? weibull_levels : symmetrical_levels;
+  const auto& table = is_weibull ? failed_levels : symmetrical_levels;
   Values levels(table.begin(), table.end());
   for (const double digit : {1.0, 5.0, 2.0})
     for (int exponent = -3; exponent >= least_exponent; --exponent) {

@@ -1,18 +1,14 @@
 #include "fit/likelihood/likelihood.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "numerics/compensated_sum.h"
+#include "numerics/infinity.h"
 #include "numerics/pack_math.h"
 #include "numerics/real.h"
 
 namespace tavlo {
-namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-
-}  // namespace
+namespace {}  // namespace
 
 WeibullLikelihood::WeibullLikelihood(const Sample& sample, int mode) : sample_(sample) {
   double earliest_failure = infinity;

@@ -1,10 +1,10 @@
 #include "fit/ranks/mode_ranks.h"
 
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include "fit/ranks/adjusted_rank.h"
+#include "numerics/infinity.h"
 
 namespace tavlo {
 namespace {
@@ -59,7 +59,6 @@ class ModeRanks {
 };
 
 double ordinate_of(double rank) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
   if (!(rank > 0)) return -infinity;
   return rank < 1 ? std::log(-std::log1p(-rank)) : infinity;
 }

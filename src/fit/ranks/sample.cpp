@@ -4,12 +4,12 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <numeric>
 
 #include "fit/ranks/mode_ranks.h"
 #include "fit/ranks/plotting_positions.h"
 #include "fit/ranks/tie_order.h"
+#include "numerics/infinity.h"
 #include "numerics/pack_math.h"
 #include "numerics/real.h"
 
@@ -96,7 +96,6 @@ void take_inner_unit(Sample& sample) {
 }
 
 void take_logarithms(Sample& sample) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
   const std::size_t rows = sample.size();
   sample.ln_time.resize(rows);
   std::size_t i = 0;
