@@ -41,6 +41,7 @@ std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& sessio
                                           DataRows& rows, bool& cancelled) {
   const Settings& settings = session.settings;
   ReadOptions options{.negative_is_value = !settings.NegativeSuspension,
+                      .holds_unread = true,
                       .most_rows = static_cast<std::size_t>(most_rows)};
   auto fault = read_busily(text, session, options, rows);
   if (!fault || !fault->comma_in_doubt) return fault;
@@ -56,8 +57,11 @@ std::optional<ReadFault> read_pasted_rows(std::string_view text, Session& sessio
 void enter_rows(DataSheet& sheet, int row, const DataRows& rows) {
   std::vector<std::int16_t> modes(1, 0);  // of the sheet, by the modes of the text
   for (const std::string& name : rows.mode_names) modes.push_back(sheet.mode_number(name));
+  auto held = rows.held.begin();
   for (std::size_t i = 0; i < rows.rows.size(); ++i, ++row) {
     SheetRow to = entered(rows.rows[i]);
+    const bool is_held = held != rows.held.end() && held->index == i;
+    if (is_held) to.set_given(sheet_column::x, to.time != 0.0F);
     const bool stands = row <= sheet.last_row();
     const SheetRow before =
         stands ? sheet.data().rows[static_cast<std::size_t>(row) - 1] : SheetRow();
@@ -66,6 +70,9 @@ void enter_rows(DataSheet& sheet, int row, const DataRows& rows) {
     to.set_text(sheet_column::comment,
                 has_comment ? rows.comments[i] : before.text(sheet_column::comment));
     sheet.replace_row(row, std::move(to));
+    if (!is_held) continue;
+    for (const auto& [column, text] : held->texts) sheet.hold_text(row, column, text);
+    ++held;
   }
 }
 

@@ -6,6 +6,7 @@
 #include "files/field_number.h"
 #include "files/text_lines.h"
 #include "project/code_page.h"
+#include "project/sheet_row.h"
 
 namespace tavlo {
 
@@ -212,6 +213,50 @@ FieldFault ColumnLayout::add_row(Fields fields, PointList& points) {
   if (FieldFault fault = read_row_units(fields, suspended, units, points)) return fault;
   if (FieldFault fault = points.add(time, units.fails, units.susps)) return fault;
   if (!ignored_.empty()) drop_ignored(fields);
+  return add_words(fields, points);
+}
+
+/// A status that can't be read stands among the failures, behind its count.
+void ColumnLayout::hold_units(Fields fields, bool suspended, SampleRow& row, HeldTexts& texts,
+                              const PointList& points) {
+  const auto take = [&](DataColumn from, int column, double& units) {
+    const std::string_view text = field(fields, from);
+    if (!read_count(text, units, points)) return;
+    units = 0;
+    texts.emplace_back(column, as_utf8(text));
+  };
+  if (counted()) {
+    take(DataColumn::fails, sheet_column::fails, row.failures);
+    take(DataColumn::susps, sheet_column::susps, row.suspensions);
+    return;
+  }
+  if (!has(DataColumn::status) && !has(DataColumn::count)) return;
+  const std::string_view status = field(fields, DataColumn::status);
+  if (has(DataColumn::status) && read_status(status, status_, suspended)) {
+    const std::string count = as_utf8(field(fields, DataColumn::count));
+    texts.emplace_back(sheet_column::fails, (count.empty() ? "" : count + " ") + as_utf8(status));
+    return;
+  }
+  double& target = suspended ? row.suspensions : row.failures;
+  target = 1.0;
+  if (has(DataColumn::count))
+    take(DataColumn::count, suspended ? sheet_column::susps : sheet_column::fails, target);
+}
+
+FieldFault ColumnLayout::hold_row(Fields fields, PointList& points) {
+  if (fields.size() > count_)
+    if (FieldFault fault = check_width(fields)) return fault;
+  const std::string_view time = field(fields, DataColumn::x);
+  if (is_date_or_time_of_day(time) || is_spelled_date(time)) return words_of_date(time);
+  SampleRow row{};
+  HeldTexts texts;
+  bool suspended = false;
+  if (read_row_time(fields, row.time, suspended, points)) {
+    row.time = 0;
+    if (!time.empty()) texts.emplace_back(sheet_column::x, as_utf8(time));
+  }
+  hold_units(fields, suspended, row, texts, points);
+  if (FieldFault fault = points.hold(row, std::move(texts))) return fault;
   return add_words(fields, points);
 }
 

@@ -35,6 +35,10 @@ class ColumnLayout {
   /// behind the last column are none.
   FieldFault add_row(Fields fields, PointList& points);
 
+  /// Adds a row that add_row has refused, with the texts that can't be read. Refuses what no
+  /// sheet should hold: a date, and fields that have no column.
+  FieldFault hold_row(Fields fields, PointList& points);
+
   /// What can only be said after the last row: an ignored column is a status, it seems.
   FieldFault check_ignored_columns() const;
 
@@ -73,6 +77,9 @@ class ColumnLayout {
   FieldFault read_row_time(Fields fields, float& time, bool& suspended, const PointList& points);
   FieldFault read_row_units(Fields fields, bool suspended, Units& units, const PointList& points);
   FieldFault read_count(std::string_view field, double& units, const PointList& points);
+  using HeldTexts = std::vector<std::pair<int, std::string>>;
+  void hold_units(Fields fields, bool suspended, SampleRow& row, HeldTexts& texts,
+                  const PointList& points);
   FieldFault add_words(Fields fields, PointList& points) const;
 
   const ReadOptions& options_;

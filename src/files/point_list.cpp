@@ -70,6 +70,16 @@ FieldFault PointList::why_not_added(double units) const {
   return words_of_too_many(most_rows_);
 }
 
+FieldFault PointList::hold(const SampleRow& row, std::vector<std::pair<int, std::string>> texts) {
+  const double units = row.failures + row.suspensions;
+  units_ += units;
+  if (units_ > most_units || data_.rows.size() == most_rows_)
+    return why_not_added(std::max(units, 1.0));
+  data_.held.push_back({data_.rows.size(), std::move(texts)});
+  data_.rows.push_back(row);
+  return std::nullopt;
+}
+
 FieldFault PointList::set_mode(std::string_view name) {
   if (name.empty()) return std::nullopt;
   constexpr auto most_modes = std::numeric_limits<std::int16_t>::max();

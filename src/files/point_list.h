@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "files/field_number.h"
@@ -17,11 +18,18 @@
 
 namespace tavlo {
 
+/// A row of which not all could be read: what could not, by the column of the sheet.
+struct HeldRow {
+  std::size_t index = 0;
+  std::vector<std::pair<int, std::string>> texts;
+};
+
 /// The rows of a text in the order of entry.
 struct DataRows {
   std::vector<SampleRow> rows;
   std::vector<std::string> mode_names;  ///< failure mode 1 and on
   std::vector<std::string> comments;    ///< one a row, or none at all
+  std::vector<HeldRow> held = {};       ///< by their index; only with ReadOptions::holds_unread
 };
 
 /// Moves the rows into `data`, in the order of entry.
@@ -60,6 +68,10 @@ class PointList {
     return std::nullopt;
   }
 
+  /// Adds a row of which the texts could not be read. Refuses what add() refuses, but not a row
+  /// without units.
+  FieldFault hold(const SampleRow& row, std::vector<std::pair<int, std::string>> texts);
+
   /// Gives the row added last a failure mode by its name (UTF-8; empty is none).
   FieldFault set_mode(std::string_view name);
 
@@ -67,6 +79,8 @@ class PointList {
   void set_comment(std::string_view comment);
 
   bool empty() const { return data_.rows.empty(); }
+  std::size_t size() const { return data_.rows.size(); }
+  std::size_t held() const { return data_.held.size(); }
 
   /// True when any time is no whole number.
   bool has_fraction() const;

@@ -28,7 +28,9 @@ struct ColumnChoice {
 
 struct ReadOptions {
   bool negative_is_value = false;  ///< a negative time is one, not a suspension
-  bool comments = true;            ///< false skips them; a fit needs none
+  /// Below a head line a row that can't be read is kept as it was typed, where others can.
+  bool holds_unread = false;
+  bool comments = true;  ///< false skips them; a fit needs none
   DecimalSign decimal = DecimalSign::by_content;
   std::size_t most_rows = most_data_rows;  ///< a text with more is refused
   std::vector<ColumnChoice> columns = {};  ///< go before the names that are known

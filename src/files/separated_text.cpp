@@ -79,17 +79,33 @@ ReadFault fault_of(const std::string& what, const std::string& doubtful, long li
   return {line, words_of_doubtful_comma(doubtful), true};
 }
 
+/// What is wrong with the row; nothing, too, when it is held as it was typed. Then `first_held`
+/// keeps the fault of the first one.
+std::optional<ReadFault> add_row(const TableRows& rows, ColumnLayout& layout,
+                                 const ReadOptions& options, PointList& points,
+                                 std::optional<ReadFault>& first_held) {
+  const std::size_t before = points.size();
+  const FieldFault wrong = layout.add_row(rows.row(), points);
+  if (!wrong) return std::nullopt;
+  const ReadFault fault = fault_of(*wrong, doubtful_text(rows, layout, options), rows.line());
+  if (!options.holds_unread || fault.comma_in_doubt || points.size() > before) return fault;
+  if (const FieldFault refused = layout.hold_row(rows.row(), points))
+    return ReadFault{rows.line(), *refused};
+  if (!first_held) first_held = fault;
+  return std::nullopt;
+}
+
 /// The rows below the header become points.
 void add_rows(TableRows& rows, ColumnLayout& layout, const ReadOptions& options,
               PointList& points) {
-  std::optional<ReadFault> doubt;
+  std::optional<ReadFault> doubt, first_held;
   while (!rows.fault && rows.next_row()) {
-    if (FieldFault wrong = layout.add_row(rows.row(), points))
-      rows.fault = fault_of(*wrong, doubtful_text(rows, layout, options), rows.line());
+    rows.fault = add_row(rows, layout, options, points, first_held);
     if (layout.comma_in_doubt() && !doubt)
       doubt = ReadFault{rows.line(), words_of_doubtful_comma(trimmed(rows.row().front())), true};
   }
   if (!rows.fault && layout.comma_in_doubt()) rows.fault = doubt;
+  if (!rows.fault && points.held() == points.size()) rows.fault = first_held;
 }
 
 }  // namespace
@@ -101,7 +117,9 @@ std::optional<ReadFault> read_separated_text(TextLines lines, const ReadOptions&
   ColumnLayout layout(options, table.separator);
   if (auto fault = lay_out(table, options, rows, layout)) return fault;
   points.reserve(table.lines.count());
-  add_rows(rows, layout, options, points);
+  ReadOptions options_of_rows = options;
+  options_of_rows.holds_unread &= table.has_head_line;
+  add_rows(rows, layout, options_of_rows, points);
   if (!rows.fault && points.empty()) rows.refuse("no rows follow the header line");
   if (FieldFault wrong = rows.fault ? std::nullopt : layout.check_ignored_columns())
     rows.refuse(*wrong);

@@ -11,6 +11,15 @@ constexpr std::string_view blanks = " \t";
 
 bool is_empty(std::string_view field) { return trimmed(field).empty(); }
 
+/// Whether a field between tabs begins with a quotation mark.
+bool has_quoted_field(std::string_view line) {
+  for (std::size_t start = 0; start < line.size();) {
+    if (trimmed(line.substr(start)).starts_with('"')) return true;
+    start = std::min(line.find('\t', start), line.size() - 1) + 1;
+  }
+  return false;
+}
+
 }  // namespace
 
 void QuotedFields::add(std::string_view text) {
@@ -115,7 +124,9 @@ void TableRows::find_quote(std::string_view text) {
 
 bool TableRows::holds_quote(std::string_view line) {
   if (quote_ < line.data()) find_quote({line.data(), lines_.rest().data() + lines_.rest().size()});
-  return quote_ < line.data() + line.size();
+  if (quote_ >= line.data() + line.size()) return false;
+  // Spreadsheets copy an inch mark as it is: between tabs it needs no marks around its cell.
+  return separator_ != '\t' || has_quoted_field(line);
 }
 
 }  // namespace tavlo
