@@ -112,6 +112,27 @@ TEST(ShownRichText, TakesEveryEditAndShowsEveryFormerState) {
   edit_and_go_back(27'000, 20);
 }
 
+TEST(ShownRichText, WhatIsHiddenGoesOnlyWithAllThatIsShown) {
+  RichText log;
+  for (int line = 0; line < 27'000; ++line) log.append_plain("first\n");
+  QTextDocument document;
+  ShownRichText view(document);
+  view.show(log);
+  ASSERT_GT(view.hidden(), 0U);
+  QTextCursor all(&document);
+  all.select(QTextCursor::Document);
+  QTextCharFormat bold;
+  bold.setFontWeight(QFont::Bold);
+  all.mergeCharFormat(bold);
+  EXPECT_EQ(view.take().plain(), log.plain()) << "other letters take nothing away";
+  all.removeSelectedText();
+  all.insertText(QStringLiteral("anew"));
+  EXPECT_EQ(view.take().plain(), "anew");
+  EXPECT_EQ(view.hidden(), 0U);
+  view.show(log);
+  EXPECT_EQ(view.text(), log) << "it can be taken back";
+}
+
 class LogByKeys : public test::WindowWorld {
  protected:
   std::string pasted(const char* type) {

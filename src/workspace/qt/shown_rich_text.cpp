@@ -3,6 +3,7 @@
 #include <QScopedValueRollback>
 #include <QTextBlock>
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 namespace tavlo {
@@ -50,6 +51,8 @@ void ShownRichText::note_change(int position, int removed, int added) {
   if (!edited_) {
     first_ = position;
     last_ = position + added;
+    // Who takes away all at once means the whole text, as who copies it does.
+    replaces_all_ = position == 0 && removed > added && end_of(document_) <= added;
   } else {
     first_ = std::min(first_, position);
     last_ = std::max(last_, position + removed) + added - removed;
@@ -60,6 +63,10 @@ void ShownRichText::note_change(int position, int removed, int added) {
 
 const RichText& ShownRichText::take() {
   if (!edited_) return text_;
+  if (std::exchange(replaces_all_, false)) {
+    text_ = text_.part(hidden(), text_.size());
+    for (Mark& mark : marks_ | std::views::reverse) mark.place -= hidden();
+  }
   const auto first_behind = std::partition_point(
       marks_.begin() + 1, marks_.end(), [&](const Mark& m) { return m.at.position() < first_; });
   const auto next = std::partition_point(first_behind, marks_.end(),

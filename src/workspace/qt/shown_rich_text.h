@@ -34,7 +34,8 @@ class ShownRichText : public QObject {
   /// True when the person has changed the document since its text was last taken.
   bool is_edited() const { return edited_; }
 
-  /// The text with what the person has changed.
+  /// The text with what the person has changed. Where all that was shown has gone at once, what
+  /// is hidden goes too.
   const RichText& take();
 
  signals:
@@ -59,7 +60,8 @@ class ShownRichText : public QObject {
   Marks marks_;
   bool is_own_change_ = false;
   bool edited_ = false;
-  int first_ = 0;  ///< of what the person has changed, as it stands now
+  bool replaces_all_ = false;  ///< what is hidden too
+  int first_ = 0;              ///< of what the person has changed, as it stands now
   int last_ = 0;
 };
 
