@@ -35,7 +35,9 @@ std::string printed_bytes(QPrinter& printer, const PrintJob& job) {
   printer.setOutputFileName(wanted);
   QFile written(file.fileName());
   if (!is_whole || !written.open(QIODevice::ReadOnly)) return {};
-  return written.readAll().toStdString();
+  // The toolkit does not say when there was no room for all of it.
+  const QByteArray bytes = written.readAll();
+  return bytes.trimmed().endsWith("%%EOF") ? bytes.toStdString() : std::string();
 }
 
 // A preview keeps each page that it shows: a sheet of a million rows has 20,000.
