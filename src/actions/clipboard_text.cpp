@@ -330,9 +330,21 @@ void tell_copied(Session& session, const DataSheet& sheet, const GridBlock& bloc
 
 }  // namespace
 
+Box too_long_paste() {
+  return {paste_title,
+          "Sorry. The clipboard text is too big to paste. At most " +
+              std::to_string(largest_pasted_text >> 20) + " MiB are taken; save it as a file and " +
+              "open that.",
+          BoxIcon::exclamation, BoxButtons::ok};
+}
+
 void PasteClip(Session& session, int data_index) {
   guarded(session.errors, error_words("Paste error: ", "PasteClip routine:"), [&] {
     Clipboard& clipboard = session.ports.clipboard;
+    if (clipboard.is_too_long()) {
+      session.ports.prompts.show(too_long_paste());
+      return;
+    }
     const std::string text = clipboard.text();
     if (!text.empty()) return enter_text(session, data_index, text, most_pasted_rows, "Paste", {});
     session.ports.views.status(clipboard.holds_only_picture()

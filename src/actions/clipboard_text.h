@@ -4,9 +4,13 @@
 
 #include <string>
 
+#include "ports/prompts.h"
 #include "project/session.h"
 
 namespace tavlo {
+
+/// Says that the text on the clipboard is longer than what is taken in.
+Box too_long_paste();
 
 /// Pastes the clipboard's text into the sheet, from its current cell on. The status line
 /// says what was entered, or why there is nothing to enter.

@@ -46,6 +46,7 @@ class IdleEventLoop : public EventLoop {
 class EmptyClipboard : public Clipboard {
  public:
   std::string text() override { return {}; }
+  bool is_too_long() override { return false; }
   ClipboardText rich_text() override { return {}; }
   bool holds_only_picture() override { return false; }
   void set_text(const ClipboardText&) override {}

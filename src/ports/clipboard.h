@@ -28,7 +28,11 @@ class Clipboard {
   /// The text on the clipboard as UTF-8; empty when there is none.
   virtual std::string text() = 0;
 
-  /// The text on the clipboard in all the forms there are.
+  /// True when the text is longer than what is taken in of it (largest_pasted_text). To be
+  /// asked before the text is.
+  virtual bool is_too_long() = 0;
+
+  /// The text on the clipboard in all the forms there are, but those that are too long.
   virtual ClipboardText rich_text() = 0;
 
   /// True when there is a picture and no text: then there is something to say to a

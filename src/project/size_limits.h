@@ -16,6 +16,9 @@ inline constexpr std::uint64_t largest_settings_file = std::uint64_t{4} << 20;
 inline constexpr std::uint64_t largest_language_file = std::uint64_t{1} << 20;
 inline constexpr std::uint64_t largest_paths_file = std::uint64_t{64} << 10;
 
+/// The longest text that is taken from the clipboard, in bytes.
+inline constexpr std::uint64_t largest_pasted_text = std::uint64_t{64} << 20;
+
 /// The most rows of one data set that is read from a text, or typed.
 inline constexpr int most_data_rows = 10'000'000;
 

@@ -82,6 +82,7 @@ class SeededEntropy : public Entropy {
 class FakeClipboard : public Clipboard {
  public:
   std::string text() override { return plain; }
+  bool is_too_long() override { return plain.size() > largest_pasted_text; }
   ClipboardText rich_text() override { return {plain, rtf, html}; }
   bool holds_only_picture() override { return plain.empty() && !picture.empty(); }
   void set_text(const ClipboardText& text) override {

@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "workspace/qt/look.h"
+#include "workspace/qt/qt_ports.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -27,6 +28,7 @@ bool types_text(const QKeyEvent& key) {
 }
 
 bool clipboard_has_lines() {
+  if (QtClipboard().is_too_long()) return true;
   const QString text = QGuiApplication::clipboard()->text().trimmed();
   return text.contains(u'\n') || text.contains(u'\r') || text.contains(u'\t');
 }

@@ -1,5 +1,6 @@
 #include "workspace/frame/document_commands.h"
 
+#include "actions/clipboard_text.h"
 #include "actions/recent_files.h"
 #include "actions/report.h"
 #include "actions/work.h"
@@ -69,8 +70,12 @@ void DocumentCommands::cut_from_log() {
 }
 
 void DocumentCommands::paste_into_log() {
-  const ClipboardText text = program_.session.ports.clipboard.rich_text();
-  if (text.rtf.empty() && text.plain.empty()) return;
+  const Ports& ports = program_.session.ports;
+  const ClipboardText text = ports.clipboard.rich_text();
+  if (text.rtf.empty() && text.plain.empty()) {
+    if (ports.clipboard.is_too_long()) ports.prompts.show(too_long_paste());
+    return;
+  }
   windows_.log().insert(RichText::from_rtf(text.rtf.empty() ? text.plain : text.rtf));
 }
 

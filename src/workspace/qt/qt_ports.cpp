@@ -13,9 +13,12 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QRegularExpression>
+#include <span>
 
 #include "numerics/decimal_separators.h"
+#include "project/size_limits.h"
 #include "workspace/qt/qt_text.h"
+#include "workspace/qt/x_clipboard.h"
 
 namespace tavlo {
 
@@ -124,6 +127,17 @@ void prepare_saving(QFileDialog& dialog, const FileRequest& request) {
 /// Rich text goes under both names: editors ask for either.
 constexpr const char* rtf_names[] = {"text/rtf", "application/rtf"};
 
+/// Names of plain text, in the order in which the toolkit takes them.
+constexpr const char* plain_names[] = {"UTF8_STRING", "text/plain;charset=utf-8", "text/plain",
+                                       "STRING", "TEXT"};
+
+/// What this program has put there itself is in its memory already.
+bool exceeds_limit(std::span<const char* const> names) {
+  return QGuiApplication::platformName() == QStringLiteral("xcb") &&
+         !QGuiApplication::clipboard()->ownsClipboard() &&
+         x_clipboard_exceeds(names, largest_pasted_text);
+}
+
 /// A box is only as wide as its text, and a title cut short says nothing.
 void widen_to_title(QMessageBox& window) {
   constexpr int icon_and_buttons = 120;
@@ -205,13 +219,19 @@ void QtEventLoop::yield() {
 
 std::string QtClipboard::text() { return from_qt(QGuiApplication::clipboard()->text()); }
 
+bool QtClipboard::is_too_long() { return exceeds_limit(plain_names); }
+
 ClipboardText QtClipboard::rich_text() {
-  ClipboardText found{text(), {}, {}};
+  constexpr const char* html_names[] = {"text/html"};
+  ClipboardText found;
   const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
   if (!data) return found;
+  if (!is_too_long()) found.plain = text();
   for (const char* const name : rtf_names)
-    if (found.rtf.empty()) found.rtf = data->data(QString::fromLatin1(name)).toStdString();
-  found.html = from_qt(data->html());
+    if (found.rtf.empty() && data->hasFormat(QString::fromLatin1(name)) &&
+        !exceeds_limit({&name, 1}))
+      found.rtf = data->data(QString::fromLatin1(name)).toStdString();
+  if (data->hasHtml() && !exceeds_limit(html_names)) found.html = from_qt(data->html());
   return found;
 }
 

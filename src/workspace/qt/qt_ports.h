@@ -56,6 +56,7 @@ class QtEventLoop : public EventLoop {
 class QtClipboard : public Clipboard {
  public:
   std::string text() override;
+  bool is_too_long() override;
   ClipboardText rich_text() override;
   bool holds_only_picture() override;
   void set_text(const ClipboardText& text) override;
