@@ -46,7 +46,7 @@ OUTSIDE = {
 SYSTEM = {  # headers of the operating system, on the floors that touch it
     "files": ["sys/", "unistd.h", "fcntl.h", "dirent.h"],
     "cli": ["sys/", "unistd.h", "fcntl.h", "dlfcn.h"],
-    "workspace": ["sys/", "unistd.h", "fcntl.h", "malloc.h"],
+    "workspace": ["sys/", "unistd.h", "fcntl.h", "malloc.h", "poll.h", "xcb/"],
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
