@@ -90,6 +90,7 @@ struct Desk {
   void rows_of_a_million();
   void rows_by_commands();
   void log_of_many(int entries);
+  void zoom_by_wheel();
   void leave_during_a_fit();
   void open_and_save(const char* path);
   void pauses_during_fits();
@@ -173,6 +174,7 @@ void Desk::rows_of_a_million() {
 
 void Desk::log_of_many(int entries) {
   measure("New Project", [&] { window.DoCommand(command::new_project); });
+  program.commands.run([&] { AppendLog(program.session, "the first\n", false); });
   measure("log entries, one command each", [&] {
     for (int i = 0; i < entries; ++i)
       program.commands.run([&] {
@@ -183,10 +185,32 @@ void Desk::log_of_many(int entries) {
   measure("one entry more",
           [&] { program.commands.run([&] { AppendLog(program.session, "the last\n", false); }); });
   measure("Ctrl+4", [&] { press(Qt::Key_4, Qt::ControlModifier); });
+  measure("search, of what stands first", [&] {
+    press(Qt::Key_F, Qt::ControlModifier);
+    for (const char c : {'f', 'i', 'r', 's', 't'}) press(c);
+    press(Qt::Key_Return);
+  });
+  measure("Escape", [&] { press(Qt::Key_Escape); });
   measure("Ctrl+Home", [&] { press(Qt::Key_Home, Qt::ControlModifier); });
   measure("Page Down", [&] { press(Qt::Key_PageDown); });
   measure("Ctrl+Z", [&] { press(Qt::Key_Z, Qt::ControlModifier); });
   measure("Ctrl+Y", [&] { press(Qt::Key_Y, Qt::ControlModifier); });
+}
+
+/// The chart of 1e5 points, nearer and farther.
+void Desk::zoom_by_wheel() {
+  constexpr int turns = 5, notch = 120;
+  measure("New Project", [&] { window.DoCommand(command::new_project); });
+  measure("paste 1e5 rows", [&] { paste(weibull_rows(100'000)); });
+  measure("Calculate (W2P)", [&] { press(Qt::Key_C, Qt::AltModifier); });
+  QWidget& chart = window.windows().chart(1);
+  const QPointF middle = chart.rect().center();
+  for (int turn = 0; turn < 2 * turns; ++turn)
+    measure("wheel", [&] {
+      QWheelEvent wheel(middle, chart.mapToGlobal(middle), {}, {0, turn < turns ? notch : -notch},
+                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+      QApplication::sendEvent(&chart, &wheel);
+    });
 }
 
 /// W7P of 10,000 points: what is pressed meanwhile, and how soon the frame is gone.
@@ -269,6 +293,7 @@ int main(int argc, char** argv) {
     return 0;
   }
   desk.rows_of_a_million();
+  desk.zoom_by_wheel();
   desk.log_of_many(100'000);
   desk.leave_during_a_fit();
 }

@@ -103,6 +103,19 @@ TEST_F(Frame, EveryKeyHasOneMeaning) {
 }
 
 // Which commands can be used follows from what stands before the person.
+TEST_F(Frame, AViewMayGoWhileItsPopUpIsOpen) {
+  window.DoCommand(17);
+  ASSERT_EQ(session().project.data.bound(), 2);
+  SheetView& view = window.windows().sheet(2);
+  const QPoint at(5, 5);
+  QTimer::singleShot(0, &window, [this] { window.DoCommand(command::undo); });
+  QContextMenuEvent wanted(QContextMenuEvent::Keyboard, at, view.viewport()->mapToGlobal(at));
+  QApplication::sendEvent(view.viewport(), &wanted);
+  ASSERT_TRUE(QApplication::activePopupWidget());
+  EXPECT_TRUE(test::wait_until([&] { return session().project.data.bound() == 1; }));
+  QApplication::activePopupWidget()->close();
+}
+
 TEST_F(Frame, CommandsFollowTheWindowInFront) {
   const auto enabled = [&](const char* name) {
     return window.findChild<QAction*>(QString::fromUtf8(name))->isEnabled();

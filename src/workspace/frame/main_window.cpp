@@ -194,9 +194,17 @@ void MainWindow::show_work() {
   show_state();
 }
 
-void MainWindow::give_commands(QWidget& place, std::span<const int> ids) {
+// The menu is the frame's: one of the toolkit's own would stand on the stack as a child of the
+// view, which a command may delete while it is open.
+void MainWindow::give_commands(QAbstractScrollArea& place, std::span<const int> ids) {
   commands_->fill(place, ids);
-  place.setContextMenuPolicy(Qt::ActionsContextMenu);
+  place.setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(&place, &QWidget::customContextMenuRequested, this, [this, &place](const QPoint& at) {
+    auto* const menu = new QMenu(this);
+    connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);
+    menu->addActions(place.actions());
+    menu->popup(place.viewport()->mapToGlobal(at));
+  });
 }
 
 /// Its keys are those of its pop-up.

@@ -4,6 +4,7 @@
 
 #include <QDockWidget>
 #include <QLabel>
+#include <QAbstractScrollArea>
 #include <QMainWindow>
 #include <QPointer>
 #include <memory>
@@ -109,7 +110,7 @@ class MainWindow : public QMainWindow {
  private:
   void set_up_tree();
   void set_up_status_bar();
-  void give_commands(QWidget& place, std::span<const int> ids);
+  void give_commands(QAbstractScrollArea& place, std::span<const int> ids);
   void set_up_sheet(int index);
   void set_up_pop_up_menu(Block block, int index);
   void connect_views();
