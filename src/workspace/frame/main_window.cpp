@@ -200,10 +200,9 @@ void MainWindow::give_commands(QAbstractScrollArea& place, std::span<const int> 
   commands_->fill(place, ids);
   place.setContextMenuPolicy(Qt::CustomContextMenu);
   connect(&place, &QWidget::customContextMenuRequested, this, [this, &place](const QPoint& at) {
-    auto* const menu = new QMenu(this);
-    connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);
-    menu->addActions(place.actions());
-    menu->popup(place.viewport()->mapToGlobal(at));
+    view_menu_.clear();
+    view_menu_.addActions(place.actions());
+    view_menu_.popup(place.viewport()->mapToGlobal(at));
   });
 }
 

@@ -149,6 +149,7 @@ class MainWindow : public QMainWindow {
   DocumentCommands documents_;
   QMenu chart_menu_;
   QMenu heading_menu_;
+  QMenu view_menu_;  ///< of the view for which it was opened last
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
   SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child
