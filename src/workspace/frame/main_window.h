@@ -2,9 +2,9 @@
 // area of the child windows. Every command of the menus goes through DoCommand.
 #pragma once
 
+#include <QAbstractScrollArea>
 #include <QDockWidget>
 #include <QLabel>
-#include <QAbstractScrollArea>
 #include <QMainWindow>
 #include <QPointer>
 #include <memory>
@@ -149,7 +149,7 @@ class MainWindow : public QMainWindow {
   DocumentCommands documents_;
   QMenu chart_menu_;
   QMenu heading_menu_;
-  QMenu view_menu_;  ///< of the view for which it was opened last
+  QMenu view_menu_;                ///< of the view for which it was opened last
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
   SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child
