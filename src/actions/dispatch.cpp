@@ -74,7 +74,10 @@ FitAnswer answer_to(Desk& desk, const FitRequest& request) {
     desk.session.ports.views.status(left_out_sentence(desk.data.sample().total_suspensions));
   const BusyPointer busy(desk.session.ports.views);
   FittingCompanion companion(desk.session, *find_model(request.model));
-  return fit_aside(desk.samples.with(request.ranks), request, companion);
+  FitAnswer answer = fit_aside(desk.samples.with(request.ranks), request, companion);
+  // Some parts can't be interrupted: whoever has given the fit up does not get it all the same.
+  if (answer.fit() && companion.stop_wanted()) return {Refusal{RefusalCode::stopped, {}}, {}};
+  return answer;
 }
 
 // A refusal that no box is stated for is told by the panel's line and stays in the log.
@@ -135,6 +138,7 @@ Outcome answer_request(Desk& desk, const FitRequest& request) {
   const FitAnswer answer = answer_to(desk, request);
   tell_notes(desk, request, answer);
   if (const Refusal* refusal = answer.refusal()) {
+    if (desk.session.ports.progress.stop_wanted()) desk.remark("Stopped; no fit was made.");
     tell_refusal(desk, request, *refusal);
     return {};
   }

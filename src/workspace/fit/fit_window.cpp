@@ -270,9 +270,10 @@ QWidget* FitWindow::make_waiting() {
   row->addWidget(btn_Cancel_);
   row->addWidget(bar_);
   row->addStretch(1);
-  patience_.setSingleShot(true);
   patience_.setInterval(milliseconds_of_patience);
-  connect(&patience_, &QTimer::timeout, this, [this] { show_waiting(true); });
+  // While a box waits for the person, the person does not wait for the fit.
+  connect(&patience_, &QTimer::timeout, this,
+          [this] { show_waiting(!QApplication::activeModalWidget()); });
   show_waiting(false);
   return waiting;
 }
@@ -302,7 +303,7 @@ void FitWindow::set_up_grid() {
   grd_Fit_.setObjectName(QStringLiteral("grd_Fit"));
   grd_Fit_.setAccessibleName(tr("Fits"));
   model_.set_row_tips([this](int row) { return notes_at(session_, index_, row); });
-  model_.show_tips_in(fit_column::model);
+  model_.set_signs(fit_column::model, [this](int row) { return sign_of(row); });
   model_.set_colours([this](int row, int) {
     return is_out_of_date_at(session_, index_, row) ? CellColour::grey : CellColour::usual;
   });
@@ -317,6 +318,12 @@ void FitWindow::set_up_grid() {
   grd_Fit_.setTabKeyNavigation(false);
   grd_Fit_.verticalHeader()->hide();
   grd_Fit_.setMinimumHeight(fontMetrics().height() * 4);
+}
+
+QString FitWindow::sign_of(int grid_row) const {
+  if (!fit_at(session_, index_, grid_row).is_first_row) return {};
+  if (is_out_of_date_at(session_, index_, grid_row)) return QStringLiteral("outdated");
+  return notes_at(session_, index_, grid_row).empty() ? QString() : QStringLiteral("note");
 }
 
 /// The first row of a fit tells whether the chart draws it, and in which colour.
@@ -405,6 +412,8 @@ void FitWindow::fit_columns() {
   const QFontMetrics metrics = grd_Fit_.fontMetrics();
   const int margin = metrics.horizontalAdvance(QStringLiteral("XX"));
   const int number = metrics.horizontalAdvance(QStringLiteral("12.888888"));
+  bool has_sign = false;
+  for (int row = 1; row <= model_.rowCount(); ++row) has_sign |= !sign_of(row).isEmpty();
   for (int c = 0; c < model_.columnCount(); ++c) {
     const QString heading = model_.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
     int width = metrics.horizontalAdvance(heading);
@@ -415,7 +424,8 @@ void FitWindow::fit_columns() {
       width = std::max(width, number);
     for (int r = 0; r < model_.rowCount(); ++r)
       width = std::max(width, metrics.horizontalAdvance(model_.index(r, c).data().toString()));
-    if (c == fit_column::model) width += style()->pixelMetric(QStyle::PM_SmallIconSize) + margin;
+    if (c == fit_column::model && has_sign)
+      width += style()->pixelMetric(QStyle::PM_SmallIconSize) + margin / 2;
     grd_Fit_.setColumnWidth(c, width + margin);
   }
 }

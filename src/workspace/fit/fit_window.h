@@ -82,6 +82,7 @@ class FitWindow : public QWidget {
   void go_to_last_fit();
   void show_life_of_current();
   std::optional<CellBox> box_of(int grid_row) const;
+  QString sign_of(int grid_row) const;
   void tick(int grid_row, bool shown);
   void show_row(const QModelIndex& index);
   void lay_out();

@@ -57,7 +57,7 @@ void LifePanel::set_up_answers() {
   grd_Life_.verticalHeader()->hide();
   grd_Life_.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   grd_Life_.horizontalHeader()->setSectionResizeMode(answer_column, QHeaderView::Stretch);
-  grd_Life_.setMinimumHeight(fontMetrics().height() * 5);
+  grd_Life_.setMinimumHeight(fontMetrics().height() * 4);
   grd_Life_.installEventFilter(this);
   connect(&grd_Life_, &QTableWidget::cellClicked, this, [this](int, int column) {
     if (column == mark_column) commands_.run([this] { mark(); });

@@ -1,12 +1,11 @@
 #include "workspace/qt/grid_model.h"
 
-#include <QApplication>
 #include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QPalette>
-#include <QStyle>
 #include <QTableView>
 
+#include "workspace/qt/icons.h"
 #include "workspace/qt/qt_text.h"
 #include "workspace/qt/tones.h"
 
@@ -82,9 +81,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     return brush_of(colour_of_(grid_row(index), grid_column(index)));
   if (role == Qt::TextAlignmentRole)
     return int((reads_as_number(shown) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-  if (role == Qt::DecorationRole && grid_column(index) == tip_column_ && !shown.isEmpty() &&
-      !tip_at(index).toString().isEmpty())
-    return QApplication::style()->standardIcon(QStyle::SP_MessageBoxInformation);
+  if (role == Qt::DecorationRole && !sign_at(index).isEmpty()) return icon(sign_at(index));
   if (role == Qt::CheckStateRole || role == Qt::DecorationRole)
     if (const auto box = box_at(index)) return role_of(*box, role);
   return {};
@@ -95,6 +92,11 @@ QVariant GridModel::tip_at(const QModelIndex& index) const {
   const std::string tip = tip_of_ ? tip_of_(grid_row(index)) : std::string();
   const auto box = box_at(index);
   return tip.empty() && box ? box->tip : to_qt(tip);
+}
+
+QString GridModel::sign_at(const QModelIndex& index) const {
+  const bool may_have = sign_of_ && grid_column(index) == sign_column_;
+  return may_have ? sign_of_(grid_row(index)) : QString();
 }
 
 std::optional<CellBox> GridModel::box_at(const QModelIndex& index) const {

@@ -43,8 +43,12 @@ class GridModel : public QAbstractTableModel {
   void set_cell_tips(std::function<std::string(int grid_row, int grid_column)> tip_of) {
     cell_tip_of_ = std::move(tip_of);
   }
-  /// The column that shows a sign on rows with a tool tip.
-  void show_tips_in(int grid_column) { tip_column_ = grid_column; }
+  /// The column that shows a sign on some rows, and the key of that icon; empty where there is
+  /// none.
+  void set_signs(int grid_column, std::function<QString(int grid_row)> sign_of) {
+    sign_column_ = grid_column;
+    sign_of_ = std::move(sign_of);
+  }
 
   /// Tells the colour of a cell that isn't the usual one: grey for what is no longer valid,
   /// red for what can't be read.
@@ -77,6 +81,7 @@ class GridModel : public QAbstractTableModel {
  private:
   QString text(int row, int column) const;
   QVariant tip_at(const QModelIndex& index) const;
+  QString sign_at(const QModelIndex& index) const;
   std::optional<CellBox> box_at(const QModelIndex& index) const;
 
   CellTable& grid_;
@@ -84,7 +89,8 @@ class GridModel : public QAbstractTableModel {
   int rows_;
   std::function<std::string(int)> tip_of_;
   std::function<std::string(int, int)> cell_tip_of_;
-  int tip_column_ = -1;
+  int sign_column_ = -1;
+  std::function<QString(int)> sign_of_;
   std::function<CellColour(int, int)> colour_of_;
   std::function<std::optional<CellBox>(int)> box_of_;
   std::function<void(int, bool)> tick_;
