@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "actions/reports.h"
+#include "chart/compose/answer_marks.h"
 #include "chart/compose/auto_scale.h"
 #include "project/plot_rows.h"
 
@@ -99,6 +100,7 @@ void announce(Session& session) {
   for (int i = 1; i <= now.charts.bound(); ++i) {
     if (!same_chart(told, now, i)) {
       SetAutoScale(session, now.charts(i));
+      place_answer_marks(session, now.charts(i));
       views.chart_changed(i);
     } else if (!same_age(told, now, now.charts(i))) {
       views.chart_aged(i);

@@ -1,61 +1,36 @@
 #include "actions/life_marks.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "actions/shown_fits.h"
-#include "chart/compose/unheard_reports.h"
+#include "chart/compose/answer_marks.h"
 #include "chart/parts/marks.h"
-#include "chart/scales/plot_coordinates.h"
-#include "numerics/run_time_error.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
 
 namespace {
 
-using drawing::Place;
-
-/// Corner and ends of the line: on the time axis, on the curve, at the percentages.
-struct MarkPlaces {
-  Place foot;
-  Place curve;
-  Place side;
-};
-
-bool is_within(const Limits& limits, double value) {
-  return value >= limits.low && value <= limits.high;
-}
-
-std::optional<MarkPlaces> places_of(const Chart& chart, double x, double F) {
-  UnheardReports unheard;
-  try {
-    const ChartItem& plot = chart.Boxes(chart_item::plot_box);
-    const AxisMap across = AxisMap::x(unheard.errors, plot, chart.Axes(0));
-    const AxisMap up = AxisMap::y(unheard.errors, plot, chart.Axes(1));
-    if (!is_within(across.limits(), x) || !is_within(up.limits(), F)) return std::nullopt;
-    const Limits xs = across.limits();
-    const Limits ys = up.limits();
-    return MarkPlaces{{across(x), up(ys.low)}, {across(x), up(F)}, {across(xs.low), up(F)}};
-  } catch (const RunTimeError&) {  // axes without a range, or the value has no place on them
-    return std::nullopt;
+AskedValue asked_by(const LifeAnswer& answer) {
+  switch (answer.kind) {
+    case LifeAnswerKind::b_life: return {Asked::share, answer.asked / 100};
+    case LifeAnswerKind::reliability: return {Asked::time, answer.asked};
+    case LifeAnswerKind::mean: break;
   }
+  return {Asked::mean, 0};
 }
 
-std::optional<MarkPlaces> places_on(const Session& session, int fit_index, int chart,
-                                    const LifeTable& table, const LifeAnswer& answer) {
-  const Life life = life_of(session.project.fits(fit_index).Fits(table.slot));
-  return places_of(session.project.charts(chart), *answer.time,
-                   fraction_failed(life, *answer.time));
-}
-
-ChartItem drop_line(const MarkPlaces& places) {
-  ChartItem mark = line_mark(places.foot, places.curve);
-  mark.nPoints = 2;
-  mark.PointsX.resize(2);
-  mark.PointsY.resize(2);
-  mark.PointsX(2) = static_cast<float>(places.side.x);
-  mark.PointsY(2) = static_cast<float>(places.side.y);
-  return mark;
+/// What the fit of the table says on the chart; nothing where the chart does not show it.
+std::optional<FitSaying> saying_on(const Session& session, int fit_index, const Chart& chart,
+                                   const LifeTable& table, const LifeAnswer& answer) {
+  const FitResult& fit = session.project.fits(fit_index).Fits(table.slot);
+  const std::int32_t data_id =
+      session.project.data(data_of_fits(session.project, fit_index)).UniqueId;
+  const auto all = sayings(session, chart, Readout(session, chart), asked_by(answer));
+  const auto found = std::find_if(all.begin(), all.end(), [&](const FitSaying& saying) {
+    return saying.data_id == data_id && saying.label == label_of(fit);
+  });
+  return found == all.end() ? std::nullopt : std::optional(*found);
 }
 
 }  // namespace
@@ -66,22 +41,19 @@ std::string why_not_marked(const Session& session, int fit_index, const LifeTabl
   if (!answer.time) return "This answer is no time: it has no place on a chart.";
   const int chart = chart_of_set(session, fit_index);
   if (chart == 0) return "The project has no chart.";
-  if (!shown_colour(session, fit_index, table.slot)) return "The chart does not show this fit.";
-  if (!places_on(session, fit_index, chart, table, answer))
-    return "It lies outside the axes of the chart; change their limits first.";
+  const auto saying = saying_on(session, fit_index, session.project.charts(chart), table, answer);
+  if (!saying) return "The chart does not show this fit.";
+  if (!saying->place) return "It lies outside the axes of the chart; change their limits first.";
   return {};
 }
 
 void mark_on_chart(Session& session, int fit_index, const LifeTable& table,
                    const LifeAnswer& answer) {
   if (!why_not_marked(session, fit_index, table, answer).empty()) return;
-  const int index = chart_of_set(session, fit_index);
-  Chart& chart = session.project.charts(index);
-  const MarkPlaces places = *places_on(session, fit_index, index, table, answer);
-  constexpr std::int32_t gap = 60;
-  add_mark(chart, drop_line(places));
-  add_mark(chart, text_mark({places.curve.x + gap, places.curve.y + gap},
-                            answer.name + " = " + answer.answer));
+  Chart& chart = session.project.charts(chart_of_set(session, fit_index));
+  add_mark(chart,
+           answer_mark(asked_by(answer), *saying_on(session, fit_index, chart, table, answer)));
+  place_answer_marks(session, chart);
   session.step = "Mark " + answer.name;
 }
 

@@ -1,5 +1,5 @@
-// Life marks: an answer of the Life panel drawn on the chart of its set: a line from the time
-// axis up to the curve and across to the percentages, and the answer as a text beside it.
+// Life marks: an answer of the Life panel drawn on the chart of its set, as an answer mark that
+// follows the fit.
 #pragma once
 
 #include <string>
@@ -12,8 +12,7 @@ namespace tavlo {
 std::string why_not_marked(const Session& session, int fit_index, const LifeTable& table,
                            const LifeAnswer& answer);
 
-/// Adds line and text to the marks of the chart; nothing where there is a reason against it.
-/// The marks are the chart's like those drawn by hand: they stay where they are on the paper.
+/// Adds it to the marks of the chart; nothing where there is a reason against it.
 void mark_on_chart(Session& session, int fit_index, const LifeTable& table,
                    const LifeAnswer& answer);
 

@@ -170,10 +170,7 @@ LifeTable life_table(Session& session, int fit_index, int grid_row) {
   if (table.slot == 0) return table;
   const FitResult& fit = fits.Fits(table.slot);
   const Life life = life_of(fit);
-  FitRequest named = fit.request;
-  named.model = fit.ModelCode;
-  named.method = fit.Method;
-  table.fit = fit.is_given ? "given" : short_label(named);
+  table.fit = fit.is_given ? "given" : label_of(fit);
   table.remark = refusal(fit, data, life);
   if (!table.remark.empty()) return table;
   table.remark = remark(fit, life);

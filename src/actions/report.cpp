@@ -20,6 +20,8 @@ namespace tavlo {
 namespace {
 
 constexpr int life_digits = 5;
+constexpr std::size_t most_columns = 7;
+constexpr const char* out_of_date = "out of date";
 constexpr std::size_t most_rows = 100;  ///< of a data set that are shown
 
 using Cells = std::vector<std::string>;
@@ -70,7 +72,9 @@ std::string quality(const FitResult& fit, std::size_t i) {
   return i == 0 && fit.modes.empty() ? plain_quality(fit) : "";
 }
 
+/// Numbers of a fit that no longer belongs to its data would be taken for true.
 void add_rows(ReportTable& table, const FitResult& fit, const DataSet& data) {
+  if (is_out_of_date(fit, data)) return table.rows.push_back({fit_name(fit), "", out_of_date, ""});
   const Life life = life_of(fit);
   for (std::size_t i = 0; i < life.rows.size(); ++i) {
     const bool is_refused = i < fit.modes.size() && fit.modes[i].refusal;
@@ -82,7 +86,7 @@ void add_rows(ReportTable& table, const FitResult& fit, const DataSet& data) {
 void add_notes(ReportTable& table, const FitResult& fit, const DataSet& data) {
   const std::string start = fit_name(fit) + ": ";
   if (is_out_of_date(fit, data))
-    table.remarks.push_back(start + "The data have changed since this fit was made.");
+    return table.remarks.push_back(start + "The data have changed since this fit was made.");
   for (const Note& note : fit.notes) table.remarks.push_back(start + note_sentence(note, data));
 }
 
@@ -91,21 +95,41 @@ std::string life_text(const std::optional<double>& life) {
   return std::isinf(*life) ? "infinite" : short_number(*life, life_digits);
 }
 
-Cells life_row(const FitResult& fit, const std::vector<double>& fractions) {
+/// The name of the fit and its answers, as many as there are headings.
+Cells life_row(const FitResult& fit, const DataSet& data, const ReportRequest& request) {
   const Life life = life_of(fit);
   Cells cells = {fit_name(fit)};
-  for (const double fraction : fractions) cells.push_back(life_text(quantile(life, fraction)));
+  if (is_out_of_date(fit, data)) {
+    cells.resize(request.b_life.size() + request.times.size() + 2, out_of_date);
+    return cells;
+  }
+  for (const double fraction : request.b_life) cells.push_back(life_text(quantile(life, fraction)));
+  for (const double time : request.times)
+    cells.push_back(short_number(reliability(life, time), life_digits));
   const std::optional<double> mean = mean_life(life);
   cells.push_back(mean ? life_text(mean) : "not known");
   return cells;
 }
 
-Cells life_headings(const std::vector<double>& fractions) {
+Cells life_headings(const ReportRequest& request) {
   Cells cells = {"Fit"};
-  for (const double fraction : fractions)
+  for (const double fraction : request.b_life)
     cells.push_back("B" + number_text(100 * fraction, 6) + " life");
+  for (const double time : request.times) cells.push_back("R(" + number_text(time, 6) + ")");
   cells.push_back("Mean life");
   return cells;
+}
+
+/// Its columns become rows: more answers than a page is wide for.
+void turn(ReportTable& table) {
+  std::vector<Cells> lines = std::move(table.rows);
+  lines.insert(lines.begin(), table.headings);
+  table.rows.assign(lines.front().size(), {});
+  for (const Cells& line : lines)
+    for (std::size_t i = 0; i < line.size(); ++i) table.rows[i].push_back(line[i]);
+  table.headings = table.rows.front();
+  table.rows.erase(table.rows.begin());
+  table.headings.front() = "Life";
 }
 
 /// The data sets that have rows, or fits.
@@ -280,14 +304,17 @@ class ReportMaker {
     for (const int set : sets_) {
       const auto fits = fits_of(project_, set);
       if (fits.empty()) continue;
-      ReportTable table{name_of(set), life_headings(request_.b_life), {true}, {}};
+      ReportTable table{name_of(set), life_headings(request_), {true}, {}};
+      for (const FitResult* fit : fits)
+        table.rows.push_back(life_row(*fit, project_.data(set), request_));
+      if (table.headings.size() > most_columns) turn(table);
       table.is_text.resize(table.headings.size(), false);
-      for (const FitResult* fit : fits) table.rows.push_back(life_row(*fit, request_.b_life));
       part.tables.push_back(std::move(table));
     }
     if (!part.tables.empty())
       part.lines = {
-          "The B10 life is the time by which 10 % of the units have failed; others likewise."};
+          "The B10 life is the time by which 10 % of the units have failed; others likewise." +
+          std::string(request_.times.empty() ? "" : " R is the share that survives a time.")};
     return part;
   }
 

@@ -15,6 +15,7 @@ struct ReportRequest {
   std::string title;
   std::string file;  ///< the name of the file that the data come from; empty for none
   std::vector<double> b_life = {0.01, 0.1, 0.5};  ///< fractions failed
+  std::vector<double> times = {};                 ///< for the shares that survive them
   /// Sentences on a data set, by its index: why a fit that was asked for could not be made.
   std::vector<std::pair<int, std::string>> refusals = {};
 };

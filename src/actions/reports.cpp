@@ -159,13 +159,10 @@ void load_headings(const FitSet& fits, Grid& grid) {
 /// "W4P/MLEc", with a mark where there is something to know beside the numbers. Copies and
 /// prints of the grid carry it along.
 std::string model_cell(const FitResult& fit, const DataSet& data) {
-  FitRequest shown = fit.request;
-  shown.model = fit.ModelCode;
-  shown.method = fit.Method;
   const char* mark = is_out_of_date(fit, data) ? out_of_date_mark
                      : fit.notes.empty()       ? ""
                                                : note_mark;
-  return short_label(shown) + mark;
+  return label_of(fit) + mark;
 }
 
 void load_numbers(Session& session, const FitResult& fit, const DataSet& data, int row, int to,
@@ -185,7 +182,8 @@ void load_numbers(Session& session, const FitResult& fit, const DataSet& data, i
   grid.set_text(to, fit_column::scale, rounded(reporter, shown.first, digits));
   grid.set_text(to, fit_column::shape, rounded(reporter, shown.second, digits));
   if (mode && mode->refusal) return;
-  grid.set_text(to, fit_column::fraction, rounded(reporter, 100.0 * from.Fraction, digits));
+  if (row == 1 || from.Fraction > 0)  // a risk of other rows' units has no share of its own
+    grid.set_text(to, fit_column::fraction, rounded(reporter, 100.0 * from.Fraction, digits));
   grid.set_text(to, fit_column::min_life, rounded(reporter, from.T0, digits));
 }
 

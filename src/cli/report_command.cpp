@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "actions/report.h"
+#include "chart/compose/answer_marks.h"
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/chart_shape.h"
 #include "cli/commands.h"
@@ -79,6 +80,8 @@ class ReportRun {
     for (int i = 1; i <= session.project.charts.bound(); ++i)
       SetAutoScale(session, session.project.charts(i));
     if (!made_.goes_on()) give_shape(session.project.charts(1), 1000, 600);
+    for (int i = 1; i <= session.project.charts.bound(); ++i)
+      place_answer_marks(session, session.project.charts(i));
   }
 
   ExitCode write(const std::string& file) {
@@ -86,7 +89,9 @@ class ReportRun {
     const bool is_piped = file == "-";
     const ReportRequest request{arguments_.title.empty() ? titles_.front() : arguments_.title,
                                 is_piped ? "" : shown_text(file.substr(file.rfind('/') + 1)),
-                                arguments_.questions.b_life, refusals_};
+                                arguments_.questions.b_life,
+                                {},
+                                refusals_};
     const Report report = make_report(session, request);
     const auto fault = write_report(session, report, arguments_.out, paper(session.ports.host));
     return fault ? fail(*fault) : code_;

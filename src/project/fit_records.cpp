@@ -66,6 +66,13 @@ std::string short_label(const FitRequest& request) {
   return fs_ModelNames(request.model, request.method).short_name + (censored ? "c" : "");
 }
 
+std::string label_of(const FitResult& fit) {
+  FitRequest request = fit.request;
+  request.model = fit.ModelCode;
+  request.method = fit.Method;
+  return short_label(request);
+}
+
 std::string full_label(const FitRequest& request) {
   const Model* model = find_model(request.model);
   const std::string size = model ? model->size_label : "";

@@ -37,6 +37,8 @@ bool has_other_ranks(const FitResult& fit, const DataSet& data);
 
 /// "W4P/MLEc": model and method, and whether suspensions take part in the likelihood.
 std::string short_label(const FitRequest& request);
+/// The same of a fit; one from a file knows its model and method alone.
+std::string label_of(const FitResult& fit);
 
 /// "W4P/MLEc 4 Par": the label that a record keeps.
 std::string full_label(const FitRequest& request);

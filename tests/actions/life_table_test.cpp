@@ -124,7 +124,7 @@ TEST(LifeMarks, StandWhereTheAnswerIsAndGoWithUndo) {
   ASSERT_EQ(why_not_marked(world.session, 1, table, b50), "");
   mark_on_chart(world.session, 1, table, b50);
   const Chart& chart = world.session.project.charts(1);
-  ASSERT_EQ(chart.nTexts, 2);
+  ASSERT_EQ(chart.nTexts, 1);
   const ChartItem& plot = chart.Boxes(chart_item::plot_box);
   const AxisMap x = AxisMap::x(world.session.errors, plot, chart.Axes(0));
   const AxisMap y = AxisMap::y(world.session.errors, plot, chart.Axes(1));
@@ -134,7 +134,7 @@ TEST(LifeMarks, StandWhereTheAnswerIsAndGoWithUndo) {
   EXPECT_NEAR(y.read(places[1].y), 0.5, 0.005);
   EXPECT_EQ(places[0].x, places[1].x);
   EXPECT_EQ(places[2].y, places[1].y);
-  EXPECT_EQ(chart.Texts(2).Text2, "B50 = " + b50.answer);
+  EXPECT_EQ(chart.Texts(1).Text2, "B50 = " + b50.answer);
   end_step(world.session);
   undo(world.session);
   EXPECT_EQ(world.session.project.charts(1).nTexts, 0);

@@ -6,6 +6,7 @@
 #include "chart/parts/fit_line.h"
 #include "chart/parts/legend.h"
 #include "chart/parts/plot_sets.h"
+#include "life/mean_life.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
 
@@ -37,7 +38,7 @@ ReadQuestion asked_share(double value) {
   if (!(value > 0.0 && value < percent)) return refused("A share lies between 0 % and 100 %.");
   if (value < nearest || value > percent - nearest)
     return refused("That is too close to 0 % or 100 % for a sure answer.");
-  return {AskedValue{true, value / percent}, {}};
+  return {AskedValue{Asked::share, value / percent}, {}};
 }
 
 std::string name_of(const Session& session, const std::vector<PlotSet>& sets, const PlotSet& set) {
@@ -47,12 +48,19 @@ std::string name_of(const Session& session, const std::vector<PlotSet>& sets, co
 
 FitSaying saying_of(const Life& life, const Readout& readout, const AskedValue& asked) {
   FitSaying saying;
-  saying.answer = asked.is_share ? quantile(life, asked.value)
-                                 : std::optional(fraction_failed(life, asked.value));
-  if (!asked.is_share) saying.left = reliability(life, asked.value);
-  if (!saying.answer) return saying;
-  saying.place = readout.place_of(asked.is_share ? DataPair{*saying.answer, asked.value}
-                                                 : DataPair{asked.value, *saying.answer});
+  switch (asked.kind) {
+    case Asked::share: saying.answer = quantile(life, asked.value); break;
+    case Asked::mean: saying.answer = mean_life(life); break;
+    case Asked::time:
+      saying.answer = fraction_failed(life, asked.value);
+      saying.left = reliability(life, asked.value);
+      saying.place = readout.place_of({asked.value, *saying.answer});
+      return saying;
+  }
+  if (saying.answer)
+    saying.place = readout.place_of({*saying.answer, asked.kind == Asked::share
+                                                         ? asked.value
+                                                         : fraction_failed(life, *saying.answer)});
   return saying;
 }
 
@@ -65,7 +73,7 @@ ReadQuestion read_question(const std::string& typed, const NumberPunctuation& pu
   const auto value = parse_number(with_decimal_point(text, punctuation));
   if (!value)
     return refused("\"" + typed + "\" is no percentage such as 10% and no time such as 500.");
-  return is_share ? asked_share(*value) : ReadQuestion{AskedValue{false, *value}, {}};
+  return is_share ? asked_share(*value) : ReadQuestion{AskedValue{Asked::time, *value}, {}};
 }
 
 std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const Readout& readout,
@@ -76,15 +84,20 @@ std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const
     if (!set.fit || !has_line(*set.marker)) continue;
     found.push_back(saying_of(life_of(*set.fit), readout, asked));
     found.back().fit = name_of(session, sets, set);
+    found.back().label = label_of(*set.fit);
+    found.back().data_id = set.marker->DataId;
   }
   return found;
 }
 
 std::string saying_text(const AskedValue& asked, const FitSaying& saying, int digits) {
-  if (!asked.is_share)
+  if (asked.kind == Asked::time)
     return "at " + number_text(asked.value, digits) +
            ": F = " + percent_text(*saying.answer, digits) +
            ", R = " + percent_text(saying.left, digits);
+  if (asked.kind == Asked::mean)
+    return "Mean life = " +
+           (saying.answer ? number_text(*saying.answer, digits) : std::string("not known"));
   const std::string name = "B" + number_text(percent * asked.value, 10);
   return saying.answer ? name + " = " + number_text(*saying.answer, digits)
                        : name + " is never reached";

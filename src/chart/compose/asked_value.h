@@ -12,9 +12,11 @@
 
 namespace tavlo {
 
+enum class Asked { share, time, mean };
+
 struct AskedValue {
-  bool is_share = false;
-  double value = 0;  ///< a fraction failed, or a time
+  Asked kind = Asked::time;
+  double value = 0;  ///< a fraction failed, or a time; 0 for the mean life
 };
 
 /// What "10%", "B10" or "500" asks for.
@@ -30,6 +32,8 @@ ReadQuestion read_question(const std::string& typed, const NumberPunctuation& pu
 /// What one fit says.
 struct FitSaying {
   std::string fit;                      ///< its name, with that of its data beside other data
+  std::string label;                    ///< "W4P/mle": tells it from others of its data
+  std::int32_t data_id = 0;             ///< of its data set
   std::optional<double> answer;         ///< a time, or a fraction failed; nothing: never reached
   double left = 0;                      ///< the fraction that has not failed by a time
   std::optional<drawing::Place> place;  ///< on its line; nothing where the chart doesn't reach
@@ -39,7 +43,8 @@ struct FitSaying {
 std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const Readout& readout,
                                const AskedValue& asked);
 
-/// "B10 = 164.0712", "at 500: F = 51.16 %, R = 48.84 %", "B10 is never reached".
+/// "B10 = 164.0712", "at 500: F = 51.16 %, R = 48.84 %", "B10 is never reached",
+/// "Mean life = 146".
 std::string saying_text(const AskedValue& asked, const FitSaying& saying, int digits);
 
 /// All of them with the names of the fits.

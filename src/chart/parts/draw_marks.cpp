@@ -76,6 +76,7 @@ void draw_marks(Canvas& canvas) {
   const int last = std::min(chart.nTexts, chart.Texts.bound());
   for (int i = 1; i <= last; ++i) {
     const ChartItem& mark = chart.Texts(i);
+    if (!is_shown(mark)) continue;
     const MarkKind kind = kind_of_mark(mark);
     if (kind == MarkKind::line || kind == MarkKind::arrow) draw_line(canvas.recorder, mark);
     if (!mark.Text2.empty()) draw_text(canvas.recorder, mark);

@@ -63,6 +63,8 @@ bool is_hit(TextMeasure& measure, const ChartItem& mark, Place place, double rea
 
 }  // namespace
 
+bool is_shown(const ChartItem& mark) { return has_points(mark) || !is_answer_mark(mark); }
+
 MarkKind kind_of_mark(const ChartItem& mark) {
   if (has_points(mark)) return mark.Mode > 0 ? MarkKind::arrow : MarkKind::line;
   return mark.Text2.empty() ? MarkKind::symbol : MarkKind::text;
@@ -129,6 +131,11 @@ void delete_mark(Chart& chart, int index) {
 void move_mark(ChartItem& mark, std::int32_t right, std::int32_t down) {
   mark.Left = to_unit(static_cast<double>(mark.Left) + right);
   mark.Top = to_unit(static_cast<double>(mark.Top) + down);
+  if (is_answer_mark(mark)) {
+    mark.Width = to_unit(static_cast<double>(mark.Width) + right);
+    mark.Height = to_unit(static_cast<double>(mark.Height) + down);
+    return;
+  }
   for (int i = 0; has_points(mark) && i <= last_point(mark); ++i) {
     mark.PointsX(i) += static_cast<float>(right);
     mark.PointsY(i) += static_cast<float>(down);
@@ -143,7 +150,7 @@ Rectangle mark_bounds(TextMeasure& measure, const ChartItem& mark) {
 
 int mark_at(TextMeasure& measure, const Chart& chart, Place place, double reach) {
   for (int i = std::min(chart.nTexts, chart.Texts.bound()); i >= 1; --i)
-    if (is_hit(measure, chart.Texts(i), place, reach)) return i;
+    if (is_shown(chart.Texts(i)) && is_hit(measure, chart.Texts(i), place, reach)) return i;
   return 0;
 }
 

@@ -34,7 +34,7 @@ TableLine value_line(const Model& model, const FitParam& row, int digits) {
   TableLine line;
   line.cells = {"",
                 fs_BitList(row.Applies),
-                number_text(row.Fraction, digits),
+                row.Fraction > 0 ? number_text(row.Fraction, digits) : "",
                 value_text(shown.first, digits),
                 model.fixes_slope() ? "" : value_text(shown.second, digits),
                 ""};

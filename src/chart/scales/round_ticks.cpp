@@ -15,7 +15,7 @@ using Values = std::vector<double>;
 
 constexpr double slack = 1e-9;  // of the distance: a limit may hold the noise of a binary fraction
 constexpr std::size_t fewest = 3;
-constexpr double most_steps = 1000;
+constexpr double most_tick_steps = 1000;
 
 constexpr std::array<double, 3> one_two_five = {1, 2, 5};
 constexpr std::array<double, 1> one = {1};
@@ -65,7 +65,7 @@ Values multiples(Step step, Limits limits) {
   const double size = step.size();
   const double first = std::ceil(limits.low / size - slack);
   const double last = std::floor(limits.high / size + slack);
-  if (!(last - first < most_steps) || first + 1 == first) return values;
+  if (!(last - first < most_tick_steps) || first + 1 == first) return values;
   const double digit = one_two_five[static_cast<std::size_t>(step.digit)];
   for (double k = first; k <= last; ++k)
     values.push_back(k == 0 ? 0.0 : round_number(k * digit, step.exponent));

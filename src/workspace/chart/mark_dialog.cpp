@@ -26,6 +26,10 @@ MarkDialog::MarkDialog(QWidget* parent, Session& session, UserCommands& commands
   whole->addLayout(rows_);
   const MarkKind kind = kind_of_mark(this->mark());
   if (!this->mark().Text2.empty()) add_text();
+  if (is_answer_mark(this->mark())) {
+    editors_.front()->widget()->setEnabled(false);
+    editors_.front()->widget()->setToolTip(tr("The words follow the fit"));
+  }
   if (kind == MarkKind::line || kind == MarkKind::arrow) add_heads();
   if (kind == MarkKind::symbol) add_symbol();
   if (kind != MarkKind::text) add_pen();

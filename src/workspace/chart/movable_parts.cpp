@@ -27,7 +27,8 @@ std::vector<MovablePart> parts_of(ChartStage& stage) {
       if (area.item == item) parts.push_back({MovablePart::Kind::box, item});
   };
   add_box(chart_item::parameter_box);
-  for (int i = 1; i <= last_mark(stage.chart()); ++i) parts.push_back({MovablePart::Kind::mark, i});
+  for (int i = 1; i <= last_mark(stage.chart()); ++i)
+    if (is_shown(stage.chart().Texts(i))) parts.push_back({MovablePart::Kind::mark, i});
   add_box(chart_item::legend);
   return parts;
 }

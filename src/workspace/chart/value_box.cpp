@@ -3,8 +3,8 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
+#include "chart/compose/answer_marks.h"
 #include "chart/parts/marks.h"
-#include "chart/scales/plot_coordinates.h"
 #include "workspace/chart/chart_overlay.h"
 #include "workspace/qt/qt_text.h"
 
@@ -14,21 +14,6 @@ namespace {
 
 constexpr int answer_digits = 7;
 constexpr int box_gap = 3;  // pixels, to the edge of the window
-
-/// The way to an answer as a mark, with its words beside the place.
-ChartItem answer_mark(const ChartItem& plot, drawing::Place at, const std::string& words) {
-  constexpr int beside = 60;  // units
-  ChartItem mark = line_mark({to_unit(x_extent(plot).begin), at.y}, at);
-  mark.nPoints = 2;
-  mark.PointsX.resize(2);
-  mark.PointsY.resize(2);
-  mark.PointsX(2) = static_cast<float>(at.x);
-  mark.PointsY(2) = static_cast<float>(y_extent(plot).end);
-  mark.Left = at.x + beside;
-  mark.Top = at.y + beside;
-  mark.Text2 = words;
-  return mark;
-}
 
 }  // namespace
 
@@ -131,11 +116,8 @@ void ValueBox::copy() {
 
 void ValueBox::mark() {
   if (!asked_) return;
-  const ChartItem plot = stage_.chart().Boxes(chart_item::plot_box);
   for (const FitSaying& saying : sayings_)
-    if (saying.place)
-      add_mark(stage_.chart(),
-               answer_mark(plot, *saying.place, saying_text(*asked_, saying, answer_digits)));
+    if (saying.place) add_mark(stage_.chart(), answer_mark(*asked_, saying));
   stage_.name_step("Mark");
   leave();
 }

@@ -59,6 +59,7 @@ void LifePanel::set_up_answers() {
   grd_Life_.horizontalHeader()->setSectionResizeMode(answer_column, QHeaderView::Stretch);
   grd_Life_.setMinimumHeight(fontMetrics().height() * 4);
   grd_Life_.installEventFilter(this);
+  connect(&grd_Life_, &QTableWidget::currentCellChanged, this, [this] { show_what_works(); });
   connect(&grd_Life_, &QTableWidget::cellClicked, this, [this](int, int column) {
     if (column == mark_column) commands_.run([this] { mark(); });
   });
@@ -115,17 +116,16 @@ QWidget* LifePanel::make_buttons() {
   auto* row = new QHBoxLayout(line);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(tight_gap);
-  const auto make = [&](const char* name, const QString& caption, const QString& tip) {
+  const auto make = [&](const char* name, const QString& caption) {
     auto* button = new QToolButton;
     button->setObjectName(to_qt(name));
     button->setText(caption);
-    button->setToolTip(tip);
     button->setFocusPolicy(Qt::TabFocus);
     row->addWidget(button);
     return button;
   };
-  btn_Mark_ = make("btn_MarkLife", tr("Mark"), tr("Marks the chosen row on the chart (Ctrl+M)"));
-  btn_Copy_ = make("btn_CopyLife", tr("Copy"), tr("Copies the whole table (Ctrl+Shift+B)"));
+  btn_Mark_ = make("btn_MarkLife", tr("Mark"));
+  btn_Copy_ = make("btn_CopyLife", tr("Copy"));
   connect(btn_Mark_, &QToolButton::clicked, this, commands_.slot([this] { mark(); }));
   connect(btn_Copy_, &QToolButton::clicked, this, commands_.slot([this] { copy(); }));
   return line;
@@ -160,7 +160,21 @@ void LifePanel::show_answers() {
     grd_Life_.item(r, mark_column)->setTextAlignment(Qt::AlignCenter);
   }
   grd_Life_.setCurrentCell(std::min(row_before, grd_Life_.rowCount() - 1), name_column);
-  btn_Copy_->setEnabled(!table_.rows.front().answer.empty());
+  show_what_works();
+}
+
+/// A grey button says why.
+void LifePanel::show_what_works() {
+  const LifeAnswer* row = current();
+  const bool is_asked = !table_.rows.front().answer.empty();
+  const bool has_place = row && row->time;
+  btn_Copy_->setEnabled(is_asked);
+  btn_Copy_->setToolTip(is_asked ? tr("Copies the whole table (Ctrl+Shift+B)")
+                                 : to_qt(table_.remark));
+  btn_Mark_->setEnabled(has_place);
+  btn_Mark_->setToolTip(has_place  ? tr("Marks the chosen row on the chart (Ctrl+M)")
+                        : is_asked ? tr("This answer is no time: it has no place on a chart.")
+                                   : to_qt(table_.remark));
 }
 
 const LifeAnswer* LifePanel::current() const {
@@ -173,6 +187,10 @@ std::string LifePanel::why_not_marked() const {
   const LifeAnswer* row = current();
   return row ? tavlo::why_not_marked(session_, index_, table_, *row)
              : "Choose a row of the Life panel first.";
+}
+
+std::string LifePanel::why_not_copied() const {
+  return table_.rows.front().answer.empty() ? table_.remark : std::string();
 }
 
 void LifePanel::mark() {

@@ -24,6 +24,9 @@ class LifePanel : public QFrame {
   /// Shows the answers of the fit in a row of the fit grid.
   void show_fit_of(int grid_row);
 
+  /// The answers as they are shown.
+  const LifeTable& table() const { return table_; }
+
   /// A tall panel has its buttons below the table, a low one beside the questions.
   void set_tall(bool is_tall);
   /// The least width of a tall one, in pixels.
@@ -37,6 +40,9 @@ class LifePanel : public QFrame {
 
   /// Why the current row can't be marked; empty when it can.
   std::string why_not_marked() const;
+
+  /// Why there is nothing to copy; empty when there is.
+  std::string why_not_copied() const;
 
  signals:
   void hint_wanted(const QString& hint);
@@ -53,6 +59,7 @@ class LifePanel : public QFrame {
                     const QString& tip, Ask ask);
   void set_up_answers();
   void show_answers();
+  void show_what_works();
   void put(int row, int column, const QString& text, const std::string& tip);
   void take(QLineEdit& field, Ask ask);
   void show_reason(QLineEdit& field, const std::string& reason);

@@ -68,6 +68,38 @@ void ChartCommands::format(ChartWindow& chart, drawing::Place place) {
   FormatDialog::run(program_.session, program_.commands, chart.index(), part, &frame_);
 }
 
+namespace {
+
+/// The grid of fits, and below it the answers of the Life panel.
+std::unique_ptr<QStandardItemModel> fits_with_life(const QAbstractItemModel& fits,
+                                                   const LifeTable& life) {
+  auto model = std::make_unique<QStandardItemModel>(fits.rowCount(), fits.columnCount());
+  const auto put = [&](int row, int column, const QString& text, Qt::Alignment side) {
+    auto* item = new QStandardItem(text);
+    item->setTextAlignment(side);
+    model->setItem(row, column, item);
+  };
+  for (int c = 0; c < fits.columnCount(); ++c) {
+    model->setHorizontalHeaderItem(
+        c, new QStandardItem(fits.headerData(c, Qt::Horizontal).toString()));
+    for (int r = 0; r < fits.rowCount(); ++r) {
+      const QModelIndex cell = fits.index(r, c);
+      put(r, c, cell.data().toString(),
+          Qt::Alignment(QFlag(cell.data(Qt::TextAlignmentRole).toInt())));
+    }
+  }
+  int row = fits.rowCount() + 1;  // a blank line between
+  put(row++, fit_column::model, QObject::tr("Life, ") + to_qt(life.fit), Qt::AlignLeft);
+  for (const LifeAnswer& answer : life.rows) {
+    put(row, fit_column::model, to_qt(answer.name), Qt::AlignLeft);
+    put(row++, fit_column::quality, to_qt(answer.answer), Qt::AlignRight);
+  }
+  if (!life.remark.empty()) put(row, fit_column::model, to_qt(life.remark), Qt::AlignLeft);
+  return model;
+}
+
+}  // namespace
+
 PrintJob ChartCommands::job() {
   const QMdiSubWindow* active = windows_.activeSubWindow();
   const QString title = active ? active->windowTitle() : QString();
@@ -77,8 +109,9 @@ PrintJob ChartCommands::job() {
       return table_job({title, windows_.sheet(index).model(),
                         program_.session.gDataForm(index)->last_row(), true});
     case Block::panel: {
-      const QAbstractItemModel* fits = windows_.panel(index).grid().model();
-      return table_job({title, fits, fits->rowCount(), false});
+      FitWindow& panel = windows_.panel(index);
+      printed_fits_ = fits_with_life(*panel.grid().model(), panel.life().table());
+      return table_job({title, printed_fits_.get(), printed_fits_->rowCount(), false});
     }
     case Block::log: return text_job(title, program_.session.project.log);
     case Block::chart: break;

@@ -3,6 +3,8 @@
 
 #include <QMenu>
 #include <QObject>
+#include <QStandardItemModel>
+#include <memory>
 
 #include "workspace/chart/chart_files.h"
 #include "workspace/frame/point_link.h"
@@ -55,6 +57,7 @@ class ChartCommands : public QObject {
   Printing printing_;
   PointLink link_;
   ChartFiles files_;
+  std::unique_ptr<QStandardItemModel> printed_fits_;  ///< of the job at hand
 };
 
 }  // namespace tavlo

@@ -36,7 +36,12 @@ void DocumentCommands::export_report() {
                               "PDF document (*.pdf)|*.pdf|Web page (*.html)|*.html", "pdf",
                               "report"};
   export_file(session, request, [&](const std::string& extension) {
-    const Report report = make_report(session, {title, bare_file_name(present_work(session).path)});
+    ReportRequest asked{title, bare_file_name(present_work(session).path)};
+    asked.b_life.clear();
+    for (const double percent : session.life_questions.percents)
+      asked.b_life.push_back(percent / 100);
+    asked.times = session.life_questions.times;
+    const Report report = make_report(session, asked);
     return report_file(report, extension == "htm" ? "html" : extension,
                        usual_paper(session.ports.host));
   });

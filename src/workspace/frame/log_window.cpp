@@ -180,8 +180,9 @@ void LogWindow::place_bars() {
   const int above = earlier_.isHidden() ? 0 : earlier_.sizeHint().height();
   const int below = search_.isHidden() ? 0 : search_.sizeHint().height();
   setViewportMargins(0, above, 0, below);
-  earlier_.setGeometry(0, 0, viewport()->width(), above);
-  search_.setGeometry(0, height() - below, viewport()->width(), below);
+  const QRect text = viewport()->geometry();  // the scroll bar lies below the search
+  earlier_.setGeometry(text.left(), text.top() - above, text.width(), above);
+  search_.setGeometry(text.left(), text.bottom() + 1, text.width(), below);
 }
 
 void LogWindow::reveal(std::size_t place) {

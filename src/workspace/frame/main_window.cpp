@@ -401,6 +401,11 @@ void MainWindow::copy_life() {
 
 void MainWindow::mark_life() { windows_.panel(windows_.current_index()).life().mark(); }
 
+std::string MainWindow::why_no_life_copy() {
+  const FitWindow* panel = fit_window();
+  return panel ? panel->life().why_not_copied() : "Open the fit panel of the set first.";
+}
+
 std::string MainWindow::why_no_life_mark() {
   const FitWindow* panel = fit_window();
   return panel ? panel->life().why_not_marked() : "Open the fit panel of the set first.";

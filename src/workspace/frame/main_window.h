@@ -83,6 +83,7 @@ class MainWindow : public QMainWindow {
   void copy_life();
   void mark_life();
   std::string why_no_life_mark();
+  std::string why_no_life_copy();
   bool has_fit();
   void show_fit_notes();
   void toggle_fit();

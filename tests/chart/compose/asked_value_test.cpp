@@ -22,7 +22,7 @@ TEST(AskedValue, ReadsPercentagesAndTimesInTheSystemsNumbers) {
   for (const auto& each : readable) {
     const auto read = read_question(each.typed, each.has_comma ? comma : NumberPunctuation{});
     ASSERT_TRUE(read.asked) << each.typed << ": " << read.refusal;
-    EXPECT_EQ(read.asked->is_share, each.wanted < 0) << each.typed;
+    EXPECT_EQ(read.asked->kind == Asked::share, each.wanted < 0) << each.typed;
     EXPECT_DOUBLE_EQ(read.asked->value, std::abs(each.wanted)) << each.typed;
   }
   for (const char* typed : {"", " ", "%", "B", "abc", "5 hours", "100%", "0%", "-3%", "120%",
@@ -40,23 +40,24 @@ TEST(AskedValue, EveryFitOnTheChartAnswersExactly) {
   const auto ask = [&](AskedValue asked) {
     return sayings(here.session, here.chart(), readout, asked);
   };
-  const auto b10 = ask({true, 0.1});
+  const auto b10 = ask({Asked::share, 0.1});
   ASSERT_EQ(b10.size(), 2u);
   for (const int i : {0, 1}) {
     const double eta = 100.0 * (i + 1);
     const auto at = static_cast<std::size_t>(i);
     EXPECT_NEAR(b10[at].answer.value(), eta * std::sqrt(-std::log(0.9)), 1e-11 * eta);
-    const FitSaying failed = ask({false, 150})[at];
+    const FitSaying failed = ask({Asked::time, 150})[at];
     EXPECT_NEAR(failed.answer.value(), -std::expm1(-std::pow(150 / eta, 2)), 1e-14);
     EXPECT_NEAR(failed.left, std::exp(-std::pow(150 / eta, 2)), 1e-14);
     EXPECT_EQ(failed.fit.substr(0, 8), "Rig " + std::to_string(i + 1) + ", W");
   }
   EXPECT_TRUE(b10[0].place);
-  EXPECT_FALSE(ask({false, 1e9})[0].place) << "far outside the plot";
-  EXPECT_EQ(saying_text({true, 0.1}, b10[0], 5), "B10 = 32.459");
+  EXPECT_FALSE(ask({Asked::time, 1e9})[0].place) << "far outside the plot";
+  EXPECT_EQ(saying_text({Asked::share, 0.1}, b10[0], 5), "B10 = 32.459");
   here.session.project.fits(1).Fits(1) =
       test::fit_of(model_code::weibull4, {{0.01, 0.05, 2, 0, 1}, {unreached_scale, 0.95, 2, 0, 2}});
-  EXPECT_EQ(saying_text({true, 0.1}, ask({true, 0.1})[0], 5), "B10 is never reached");
+  EXPECT_EQ(saying_text({Asked::share, 0.1}, ask({Asked::share, 0.1})[0], 5),
+            "B10 is never reached");
 }
 
 }  // namespace

@@ -1,0 +1,105 @@
+#include "chart/compose/answer_marks.h"
+
+#include <algorithm>
+#include <optional>
+#include <sstream>
+
+#include "chart/parts/marks.h"
+#include "numerics/number_text.h"
+
+namespace tavlo {
+
+namespace {
+
+using drawing::Place;
+
+constexpr int exact_digits = 17;
+constexpr std::int32_t beside = 60;  // units, from the line to its words
+
+constexpr const char* word_of(Asked kind) {
+  return kind == Asked::share ? "share" : kind == Asked::time ? "time" : "mean";
+}
+
+/// What a mark asks, and whom.
+struct Question {
+  AskedValue asked;
+  std::int32_t data_id = 0;
+  std::string fit;
+};
+
+/// "answer share 0.1 4711 W2P/mle"
+std::string text_of(const Question& question) {
+  return std::string(answer_mark_word) + word_of(question.asked.kind) + " " +
+         number_text(question.asked.value, exact_digits) + " " + std::to_string(question.data_id) +
+         " " + question.fit;
+}
+
+std::optional<Question> question_of(const ChartItem& mark) {
+  if (!is_answer_mark(mark)) return std::nullopt;
+  std::istringstream words(mark.Text1);
+  std::string first, kind, value, data_id;
+  Question question;
+  words >> first >> kind >> value >> data_id >> question.fit;
+  for (const Asked each : {Asked::share, Asked::time, Asked::mean})
+    if (kind == word_of(each)) question.asked.kind = each;
+  const auto number = parse_number(value);
+  const auto id = parse_number(data_id);
+  if (question.fit.empty() || !number || !id || std::abs(*id) > 2147483647.0) return std::nullopt;
+  question.asked.value = *number;
+  question.data_id = static_cast<std::int32_t>(*id);
+  return question;
+}
+
+void hide(ChartItem& mark) {
+  mark.nPoints = 0;
+  mark.PointsX.resize(0);
+  mark.PointsY.resize(0);
+  mark.Text2.clear();
+}
+
+/// From the time axis up to the line of the fit and across to the percentages.
+void place(ChartItem& mark, const ChartItem& plot, Place at) {
+  const std::vector<Place> way = {{at.x, plot.Top + plot.Height}, at, {plot.Left, at.y}};
+  mark.nPoints = 2;
+  mark.PointsX.resize(2);
+  mark.PointsY.resize(2);
+  for (int i = 0; i <= 2; ++i) {
+    mark.PointsX(i) = static_cast<float>(way[static_cast<std::size_t>(i)].x);
+    mark.PointsY(i) = static_cast<float>(way[static_cast<std::size_t>(i)].y);
+  }
+  mark.Left = at.x + mark.Width;
+  mark.Top = at.y + mark.Height;
+}
+
+}  // namespace
+
+ChartItem answer_mark(const AskedValue& asked, const FitSaying& saying) {
+  ChartItem mark = text_mark({0, 0}, {});
+  mark.Text1 = text_of({asked, saying.data_id, saying.label});
+  mark.Width = beside;
+  mark.Height = beside;
+  hide(mark);
+  return mark;
+}
+
+void place_answer_marks(const Session& session, Chart& chart) {
+  const int last = std::min(chart.nTexts, chart.Texts.bound());
+  std::optional<Readout> readout;
+  for (int i = 1; i <= last; ++i) {
+    ChartItem& mark = chart.Texts(i);
+    if (!is_answer_mark(mark)) continue;
+    hide(mark);
+    const auto question = question_of(mark);
+    if (!question) continue;
+    if (!readout) readout.emplace(session, chart);
+    for (const FitSaying& saying : sayings(session, chart, *readout, question->asked)) {
+      if (saying.data_id != question->data_id || saying.label != question->fit || !saying.place)
+        continue;
+      place(mark, chart.Boxes(chart_item::plot_box), *saying.place);
+      mark.Text2 = saying_text(question->asked, saying, session.settings.DigitsFit);
+      break;
+    }
+  }
+}
+
+}  // namespace tavlo

@@ -1,0 +1,107 @@
+#include "chart/compose/answer_marks.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "chart/chart_world.h"
+#include "chart/parts/marks.h"
+
+namespace tavlo {
+namespace {
+
+struct MarkedWorld : test::SetsWorld {
+  MarkedWorld() : SetsWorld(2) {
+    draw();
+    const Readout readout(session, chart());
+    for (const AskedValue& asked : questions)
+      for (const FitSaying& saying : sayings(session, chart(), readout, asked))
+        add_mark(chart(), answer_mark(asked, saying));
+    place();
+  }
+  void place() { place_answer_marks(session, chart()); }
+  const ChartItem& mark(int index) { return chart().Texts(index); }
+
+  const std::vector<AskedValue> questions = {
+      {Asked::share, 0.1}, {Asked::time, 150}, {Asked::mean, 0}};
+};
+
+// Weibull with slope 2: Rig 1 has eta 100, Rig 2 has 200.
+double failed_by(double x, double eta) { return -std::expm1(-std::pow(x / eta, 2)); }
+double answer_of(const AskedValue& asked, double eta) {
+  if (asked.kind == Asked::share) return eta * std::sqrt(-std::log(1 - asked.value));
+  return asked.kind == Asked::time ? asked.value : eta * std::sqrt(std::acos(-1.0)) / 2;
+}
+
+TEST(AnswerMarks, LieOnTheLinesOfTheirFitsWhateverTheAxes) {
+  MarkedWorld here;
+  std::mt19937_64 random(11);
+  std::uniform_real_distribution<double> part(0, 1);
+  int shown = 0, hidden = 0;
+  for (int trial = 0; trial < 300; ++trial) {
+    ChartAxis& across = here.chart().Axes(0);
+    ChartAxis& up = here.chart().Axes(1);
+    across.Min = 20 + 100 * part(random);
+    across.Max = across.Min + 20 + 400 * part(random);
+    up.Min = 0.001 + 0.2 * part(random);
+    up.Max = up.Min + 0.1 + (0.75 - up.Min) * part(random);
+    across.ScaleType = trial % 2 == 0 ? x_scale::log : x_scale::linear;
+    here.place();
+    const ChartItem& plot = here.chart().Boxes(chart_item::plot_box);
+    const AxisMap x = AxisMap::x(here.session.errors, plot, across);
+    const AxisMap y = AxisMap::y(here.session.errors, plot, up);
+    for (int i = 1; i <= here.chart().nTexts; ++i) {
+      const double eta = i % 2 == 1 ? 100 : 200;
+      const double time = answer_of(here.questions[static_cast<std::size_t>(i - 1) / 2], eta);
+      const double F = failed_by(time, eta);
+      const bool inside = time > across.Min && time < across.Max && F > up.Min && F < up.Max;
+      ASSERT_EQ(is_shown(here.mark(i)), inside) << i << " at " << time << ", " << F;
+      (inside ? shown : hidden) += 1;
+      if (!inside) continue;
+      const auto way = points_of_mark(here.mark(i));
+      ASSERT_EQ(way.size(), 3u);
+      EXPECT_LE(std::abs(way[1].x - x(time)), 1);
+      EXPECT_LE(std::abs(way[1].y - y(F)), 1);
+      EXPECT_EQ(way[0].x, way[1].x);
+      EXPECT_EQ(way[2].y, way[1].y);
+    }
+  }
+  EXPECT_GT(shown, 100);
+  EXPECT_GT(hidden, 100);
+}
+
+TEST(AnswerMarks, SayWhatTheFitSaysNowAndNothingWithoutIt) {
+  MarkedWorld here;
+  EXPECT_EQ(here.mark(1).Text2, "B10 = 32.4593");
+  move_mark(here.chart().Texts(1), 100, -50);
+  const auto words_beside = [&] {
+    return std::pair(static_cast<float>(here.mark(1).Left) - here.mark(1).PointsX(1),
+                     static_cast<float>(here.mark(1).Top) - here.mark(1).PointsY(1));
+  };
+  const auto beside = words_beside();
+  FitSet& fits = here.session.project.fits(1);
+  const FitResult before = fits.Fits(1);
+  fits.Fits(1) = test::fit_of(model_code::weibull2, {{1 / 150.0, 1, 2, 0, 1}});
+  here.place();
+  EXPECT_EQ(here.mark(1).Text2, "B10 = 48.6889");
+  EXPECT_EQ(words_beside(), beside);
+  fits.Fits(1) = test::fit_of(model_code::lognormal, {{100, 1, 2, 0, 1}});
+  here.place();
+  EXPECT_FALSE(is_shown(here.mark(1))) << "another model is another fit";
+  EXPECT_TRUE(is_shown(here.mark(2)));
+  fits.Fits(1) = before;
+  here.place();
+  EXPECT_EQ(here.mark(1).Text2, "B10 = 32.4593");
+  EXPECT_EQ(words_beside(), beside);
+  for (const char* junk :
+       {"answer ", "answer share", "answer share x 1 W2P", "answer share 0.1 1e99 W",
+        "answer share nan 1 W2P/rr", "answer age 0.1 1"}) {
+    here.chart().Texts(2).Text1 = junk;
+    here.place();
+    EXPECT_FALSE(is_shown(here.mark(2))) << junk;
+  }
+  EXPECT_TRUE(test::has_text(here.draw(), "B10 = 32.4593"));
+}
+
+}  // namespace
+}  // namespace tavlo
