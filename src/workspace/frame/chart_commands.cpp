@@ -92,7 +92,7 @@ std::unique_ptr<QStandardItemModel> fits_with_life(const QAbstractItemModel& fit
   put(row++, fit_column::model, QObject::tr("Life, ") + to_qt(life.fit), Qt::AlignLeft);
   for (const LifeAnswer& answer : life.rows) {
     put(row, fit_column::model, to_qt(answer.name), Qt::AlignLeft);
-    put(row++, fit_column::quality, to_qt(answer.answer), Qt::AlignRight);
+    put(row++, fit_column::scale, to_qt(answer.answer), Qt::AlignRight);
   }
   if (!life.remark.empty()) put(row, fit_column::model, to_qt(life.remark), Qt::AlignLeft);
   return model;
