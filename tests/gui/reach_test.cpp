@@ -1,8 +1,5 @@
 // Everything that can have the keyboard has a name for screen readers, and every dialog fits
 // a small screen with large letters, in light, dark and high contrast.
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QLabel>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QTextBrowser>
@@ -10,6 +7,7 @@
 
 #include "actions/undo.h"
 #include "actions/work.h"
+#include "gui/pictures.h"
 #include "gui/window_world.h"
 #include "workspace/frame/command_table.h"
 #include "workspace/frame/manual.h"
@@ -20,33 +18,9 @@ namespace tavlo {
 namespace {
 
 using Reach = test::WindowWorld;
-
-/// Parts of Qt's own widgets take their names from the whole.
-bool is_part(const QWidget& widget) {
-  return widget.objectName().startsWith(QStringLiteral("qt_")) || widget.focusProxy();
-}
-
-QString nameless_in(const QWidget& window) {
-  QStringList found;
-  for (const QWidget* each : window.findChildren<QWidget*>()) {
-    if (!each->isVisible() || !(each->focusPolicy() & Qt::TabFocus) || is_part(*each)) continue;
-    QAccessibleInterface* face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(each));
-    if (!face || face->text(QAccessible::Name).isEmpty())
-      found += QStringLiteral("%1 %2").arg(QString::fromUtf8(each->metaObject()->className()),
-                                           each->objectName());
-  }
-  return found.join(QStringLiteral("; "));
-}
-
-/// Buttons that are narrower than their words.
-QString cut_in(const QWidget& window) {
-  QStringList found;
-  for (const QAbstractButton* each : window.findChildren<QAbstractButton*>())
-    if (each->isVisible() && !each->text().isEmpty() &&
-        each->width() < each->minimumSizeHint().width())
-      found += each->text();
-  return found.join(QStringLiteral("; "));
-}
+using test::cut_in;
+using test::keep_picture;
+using test::nameless_in;
 
 QPalette colours_of(const QColor& window, const QColor& base, const QColor& text,
                     const QColor& highlight) {
@@ -57,12 +31,6 @@ QPalette colours_of(const QColor& window, const QColor& base, const QColor& text
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
     palette.setColor(QPalette::Disabled, role, text.darker(160));
   return palette;
-}
-
-/// Kept as pictures where the environment names a folder for them.
-void keep_picture(QWidget& window, const QString& name) {
-  const QString folder = qEnvironmentVariable("TAVLO_PICTURES");
-  if (!folder.isEmpty()) window.grab().save(folder + u'/' + name + QStringLiteral(".png"));
 }
 
 TEST_F(Reach, EverythingHasANameAndNothingIsCutInAnyColours) {

@@ -24,7 +24,7 @@ namespace tavlo {
 
 namespace {
 
-constexpr int gap = 6;
+constexpr int gap = 4;
 
 QString option_name(const char* group, int index) {
   return QStringLiteral("%1_%2").arg(to_qt(group)).arg(index);

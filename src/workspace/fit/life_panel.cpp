@@ -57,7 +57,7 @@ void LifePanel::set_up_answers() {
   grd_Life_.verticalHeader()->hide();
   grd_Life_.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   grd_Life_.horizontalHeader()->setSectionResizeMode(answer_column, QHeaderView::Stretch);
-  grd_Life_.setMinimumHeight(fontMetrics().height() * 4);
+  grd_Life_.setMinimumHeight(fontMetrics().height() * 3);
   grd_Life_.installEventFilter(this);
   connect(&grd_Life_, &QTableWidget::currentCellChanged, this, [this] { show_what_works(); });
   connect(&grd_Life_, &QTableWidget::cellClicked, this, [this](int, int column) {
@@ -86,12 +86,14 @@ void LifePanel::set_tall(bool is_tall) {
   auto& cells = *static_cast<QGridLayout*>(layout());
   cells.addWidget(questions_, 0, 0, 1, is_tall ? 2 : 1);
   cells.addWidget(buttons_, is_tall ? 4 : 0, 1, Qt::AlignRight);
+  grd_Life_.horizontalHeader()->setVisible(is_tall);  // a low one needs each line for answers
   const int edge = is_tall ? tight_gap : 0;
   cells.setContentsMargins(tight_gap, edge, edge, edge);
-  setMinimumWidth(is_tall ? tall_width() : fontMetrics().averageCharWidth() * 34);
+  const int beside = questions_->sizeHint().width() + buttons_->sizeHint().width();
+  setMinimumWidth(is_tall ? tall_width() : beside + 3 * tight_gap);
 }
 
-int LifePanel::tall_width() const { return fontMetrics().averageCharWidth() * 26; }
+int LifePanel::tall_width() const { return fontMetrics().averageCharWidth() * 24; }
 
 QWidget* LifePanel::make_questions() {
   auto* line = new QWidget;
