@@ -4,7 +4,6 @@
 
 #include "actions/shown_fits.h"
 #include "chart/compose/answer_marks.h"
-#include "chart/parts/marks.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -51,8 +50,7 @@ void mark_on_chart(Session& session, int fit_index, const LifeTable& table,
                    const LifeAnswer& answer) {
   if (!why_not_marked(session, fit_index, table, answer).empty()) return;
   Chart& chart = session.project.charts(chart_of_set(session, fit_index));
-  add_mark(chart,
-           answer_mark(asked_by(answer), *saying_on(session, fit_index, chart, table, answer)));
+  add_answer_mark(chart, asked_by(answer), *saying_on(session, fit_index, chart, table, answer));
   place_answer_marks(session, chart);
   session.step = "Mark " + answer.name;
 }

@@ -127,7 +127,7 @@ TEST_F(MainPaths, APastedTableIsFittedReadMarkedAndSavedAsAPicture) {
   person.click(*lives.viewport(), lives.visualItemRect(lives.item(2, 2)).center());
   ASSERT_TRUE(wait_until([&] { return session().project.charts(1).nTexts == 1; }));
   person.press({"ctrl+3", "ctrl+g"});
-  person.type("50%\n");
+  person.type("20%\n");
   ASSERT_TRUE(wait_until([&] { return widget("cmd_MarkAnswer").isEnabled(); }));
   see("13-asked");
   person.press({"alt+m"});

@@ -73,13 +73,15 @@ void place(ChartItem& mark, const ChartItem& plot, Place at) {
 
 }  // namespace
 
-ChartItem answer_mark(const AskedValue& asked, const FitSaying& saying) {
+void add_answer_mark(Chart& chart, const AskedValue& asked, const FitSaying& saying) {
   ChartItem mark = text_mark({0, 0}, {});
   mark.Text1 = text_of({asked, saying.data_id, saying.label});
+  for (int i = 1; i <= std::min(chart.nTexts, chart.Texts.bound()); ++i)
+    if (chart.Texts(i).Text1 == mark.Text1) return;
   mark.Width = beside;
   mark.Height = beside;
   hide(mark);
-  return mark;
+  add_mark(chart, std::move(mark));
 }
 
 void place_answer_marks(const Session& session, Chart& chart) {

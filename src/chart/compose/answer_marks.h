@@ -9,8 +9,9 @@
 
 namespace tavlo {
 
-/// A mark of the answer that `saying` is of, with no place yet.
-ChartItem answer_mark(const AskedValue& asked, const FitSaying& saying);
+/// Adds a mark of the answer that `saying` is of, with no place yet; none where the chart has
+/// it already.
+void add_answer_mark(Chart& chart, const AskedValue& asked, const FitSaying& saying);
 
 /// Gives the answer marks of a chart places and words, as its fits and axes are now. Run
 /// SetAutoScale first where limits follow the data.

@@ -4,7 +4,6 @@
 #include <QKeyEvent>
 
 #include "chart/compose/answer_marks.h"
-#include "chart/parts/marks.h"
 #include "workspace/chart/chart_overlay.h"
 #include "workspace/qt/qt_text.h"
 
@@ -117,7 +116,7 @@ void ValueBox::copy() {
 void ValueBox::mark() {
   if (!asked_) return;
   for (const FitSaying& saying : sayings_)
-    if (saying.place) add_mark(stage_.chart(), answer_mark(*asked_, saying));
+    if (saying.place) add_answer_mark(stage_.chart(), *asked_, saying);
   stage_.name_step("Mark");
   leave();
 }

@@ -16,7 +16,10 @@ struct MarkedWorld : test::SetsWorld {
     const Readout readout(session, chart());
     for (const AskedValue& asked : questions)
       for (const FitSaying& saying : sayings(session, chart(), readout, asked))
-        add_mark(chart(), answer_mark(asked, saying));
+        add_answer_mark(chart(), asked, saying);
+    add_answer_mark(chart(), questions.front(),
+                    sayings(session, chart(), readout, questions.front()).front());
+    EXPECT_EQ(chart().nTexts, 6) << "what stands there stands once";
     place();
   }
   void place() { place_answer_marks(session, chart()); }
