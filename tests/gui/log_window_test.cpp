@@ -1,5 +1,7 @@
 // The log as a document: what is shown is the core's, and so is what is copied.
 #include <QAbstractTextDocumentLayout>
+#include <QLabel>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -83,6 +85,7 @@ void edit_and_go_back(int lines, int times) {
   for (int line = 0; line < lines; ++line) log.append_plain("first\n");
   std::vector<RichText> states = {log};
   for (int i = 0; i < times; ++i) {
+    if (lines > 0 && random() % 3 == 0) view.reveal(random() % (log.size() + 1));
     switch (random() % 3) {
       case 0:
         for (int line = 0; line < 120; ++line) log.append_rtf("{\\b line} of text\\par ");
@@ -102,14 +105,14 @@ void edit_and_go_back(int lines, int times) {
       }
     }
     states.push_back(log);
-    ASSERT_EQ(read_whole(document), test::shown(log.part(view.hidden(), log.size()))) << i;
+    ASSERT_EQ(read_whole(document), test::shown(log.part(view.hidden(), view.end()))) << i;
   }
   EXPECT_EQ(view.hidden() > 0, lines > 0);
 }
 
 TEST(ShownRichText, TakesEveryEditAndShowsEveryFormerState) {
   edit_and_go_back(0, 400);
-  edit_and_go_back(27'000, 20);
+  edit_and_go_back(60'000, 20);
 }
 
 TEST(ShownRichText, WhatIsHiddenGoesOnlyWithAllThatIsShown) {
@@ -131,6 +134,37 @@ TEST(ShownRichText, WhatIsHiddenGoesOnlyWithAllThatIsShown) {
   EXPECT_EQ(view.hidden(), 0U);
   view.show(log);
   EXPECT_EQ(view.text(), log) << "it can be taken back";
+}
+
+// Of a hundred thousand entries each is found, forward and backward, with a part in the document.
+TEST(LogWindow, FindsEveryEntryOfAVeryLongLog) {
+  RichText log;
+  constexpr int entries = 100'000;
+  for (int i = 0; i < entries; ++i)
+    log.append_plain("entry " + std::to_string(i) +
+                     (i % 30'000 == 10'000 ? " wanted\n" : " other\n"));
+  LogWindow window(log);
+  window.show();
+  window.refresh();
+  window.open_search();
+  auto& entry = *window.findChild<QLineEdit*>();
+  const auto line = [&] { return from_qt(window.textCursor().block().text()); };
+  QTest::keyClicks(&entry, QStringLiteral("wanted"));
+  std::vector<std::string> met = {line()};
+  for (int i = 0; i < 4; ++i) QTest::keyClick(&window, Qt::Key_F3), met.push_back(line());
+  EXPECT_EQ(met, (std::vector<std::string>{"entry 10000 wanted", "entry 40000 wanted",
+                                           "entry 70000 wanted", "entry 10000 wanted",
+                                           "entry 40000 wanted"}));
+  met.clear();
+  for (int i = 0; i < 4; ++i)
+    QTest::keyClick(&window, Qt::Key_F3, Qt::ShiftModifier), met.push_back(line());
+  EXPECT_EQ(met, (std::vector<std::string>{"entry 10000 wanted", "entry 70000 wanted",
+                                           "entry 40000 wanted", "entry 10000 wanted"}));
+  EXPECT_LT(window.document()->blockCount(), 40'000);
+  QTest::keyClick(&window, Qt::Key_End, Qt::ControlModifier);
+  EXPECT_EQ(line(), "");
+  QTest::keyClick(&window, Qt::Key_Home, Qt::ControlModifier);
+  EXPECT_EQ(line(), "entry 0 other");
 }
 
 class LogByKeys : public test::WindowWorld {

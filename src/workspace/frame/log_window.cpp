@@ -41,7 +41,8 @@ LogWindow::LogWindow(const RichText& log, QWidget* parent)
       log_(log),
       shown_(*document()),
       search_(tr("Find in the log"), this),
-      earlier_(tr("Show earlier entries"), this) {
+      earlier_(tr("Show earlier entries"), this),
+      later_(tr("Show later entries"), this) {
   setObjectName(QStringLiteral("rtb_Log"));
   setAccessibleName(tr("Log"));
   setUndoRedoEnabled(false);  // the project's own takes edits back
@@ -60,11 +61,14 @@ LogWindow::LogWindow(const RichText& log, QWidget* parent)
   connect(&rest_, &QTimer::timeout, this, &LogWindow::end_edit);
   connect(&shown_, &ShownRichText::edited, this, [this] { rest_.start(milliseconds_of_rest); });
   earlier_.setObjectName(QStringLiteral("cmd_Earlier"));
-  earlier_.setToolTip(
-      tr("A very long log is shown from its last entries on; this may take a while"));
-  earlier_.setFlat(true);
-  earlier_.hide();
-  connect(&earlier_, &QPushButton::clicked, this, [this] { reveal(0); });
+  later_.setObjectName(QStringLiteral("cmd_Later"));
+  for (QPushButton* bar : {&earlier_, &later_}) {
+    bar->setToolTip(tr("Of a very long log a part is shown; a search goes through all of it"));
+    bar->setFlat(true);
+    bar->hide();
+  }
+  connect(&earlier_, &QPushButton::clicked, this, &LogWindow::show_earlier);
+  connect(&later_, &QPushButton::clicked, this, &LogWindow::show_later);
   connect_search();
 }
 
@@ -141,6 +145,7 @@ void LogWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F3)
     return search(!event->modifiers().testFlag(Qt::ShiftModifier), false);
   if (event->key() == Qt::Key_Escape && !search_.isHidden()) return close_search();
+  if (go_to_end_of_all(*event)) return;
   QTextEdit::keyPressEvent(event);
 }
 
@@ -177,12 +182,15 @@ void LogWindow::close_search() {
 /// The bars take their room from the text, so that they hide none.
 void LogWindow::place_bars() {
   earlier_.setVisible(shown_.hidden() > 0);
-  const int above = earlier_.isHidden() ? 0 : earlier_.sizeHint().height();
-  const int below = search_.isHidden() ? 0 : search_.sizeHint().height();
-  setViewportMargins(0, above, 0, below);
+  later_.setVisible(shown_.end() < shown_.text().size());
+  const auto room = [](const QWidget& bar) { return bar.isHidden() ? 0 : bar.sizeHint().height(); };
+  const int above = room(earlier_);
+  const int below = room(later_);
+  setViewportMargins(0, above, 0, below + room(search_));
   const QRect text = viewport()->geometry();  // the scroll bar lies below the search
   earlier_.setGeometry(text.left(), text.top() - above, text.width(), above);
-  search_.setGeometry(text.left(), text.bottom() + 1, text.width(), below);
+  later_.setGeometry(text.left(), text.bottom() + 1, text.width(), below);
+  search_.setGeometry(text.left(), text.bottom() + 1 + below, text.width(), room(search_));
 }
 
 void LogWindow::reveal(std::size_t place) {
@@ -193,23 +201,73 @@ void LogWindow::reveal(std::size_t place) {
   place_bars();
 }
 
-/// What is looked for may stand in front of what is shown.
-bool LogWindow::reveal_wanted() {
-  if (shown_.hidden() == 0) return false;
-  end_edit();
-  const RichText before = shown_.text().part(0, shown_.hidden());
-  std::optional<std::size_t> last;
+void LogWindow::show_earlier() {
+  const std::size_t top = shown_.hidden();
+  reveal(top - 1);
+  QTextCursor at(document());
+  at.setPosition(shown_.position_before(top));
+  setTextCursor(at);
+}
+
+void LogWindow::show_later() {
+  const std::size_t bottom = shown_.end();
+  reveal(bottom + 1);
+  QTextCursor at(document());
+  at.setPosition(shown_.position_before(bottom));
+  setTextCursor(at);
+}
+
+/// The first and the last entry are those of the whole log.
+bool LogWindow::go_to_end_of_all(QKeyEvent& key) {
+  const bool to_start = key.matches(QKeySequence::MoveToStartOfDocument) && shown_.hidden() > 0;
+  const bool to_end =
+      key.matches(QKeySequence::MoveToEndOfDocument) && shown_.end() < shown_.text().size();
+  if (!to_start && !to_end) return false;
+  reveal(to_start ? 0 : shown_.text().size());
+  moveCursor(to_start ? QTextCursor::Start : QTextCursor::End);
+  return true;
+}
+
+/// A part of the log that is not in the document.
+struct LogWindow::HiddenPart {
   std::size_t begin = 0;
-  for (const std::size_t end : before.line_begins(0, lines_searched_at_a_time)) {
-    const QString part = to_qt(before.part(begin, end).plain());
-    if (part.contains(search_.wanted(), Qt::CaseInsensitive)) last = begin;
-    begin = end;
-  }
-  if (to_qt(before.part(begin, before.size()).plain())
-          .contains(search_.wanted(), Qt::CaseInsensitive))
-    last = begin;
-  if (last) reveal(*last);
-  return last.has_value();
+  std::size_t end = 0;
+  bool goes_round = false;  ///< the search has come to it by way of the other end
+};
+
+/// In the order of the search, behind what is shown and round by way of the other end.
+std::vector<LogWindow::HiddenPart> LogWindow::hidden_parts(bool forward) const {
+  const RichText& log = shown_.text();
+  std::vector<HiddenPart> before, behind;
+  const auto add = [&](std::vector<HiddenPart>& parts, std::size_t begin, std::size_t end,
+                       bool goes_round) {
+    for (const std::size_t next : log.line_begins(begin, lines_searched_at_a_time)) {
+      if (next >= end) break;
+      if (next > begin) parts.push_back({begin, next, goes_round});
+      begin = next;
+    }
+    if (begin < end) parts.push_back({begin, end, goes_round});
+  };
+  add(before, 0, shown_.hidden(), forward);
+  add(behind, shown_.end(), log.size(), !forward);
+  std::vector<HiddenPart>& first = forward ? behind : before;
+  const std::vector<HiddenPart>& then = forward ? before : behind;
+  first.insert(forward ? first.end() : first.begin(), then.begin(), then.end());
+  if (!forward) std::reverse(first.begin(), first.end());
+  return first;
+}
+
+std::optional<LogWindow::HiddenPart> LogWindow::hidden_with_wanted(bool forward) const {
+  for (const HiddenPart& part : hidden_parts(forward))
+    if (to_qt(shown_.text().part(part.begin, part.end).plain())
+            .contains(search_.wanted(), Qt::CaseInsensitive))
+      return part;
+  return std::nullopt;
+}
+
+QTextCursor LogWindow::found_from(const QTextCursor& from, bool forward) const {
+  return document()->find(search_.wanted(), from,
+                          forward ? QTextDocument::FindFlags() : QTextDocument::FindBackward);
 }
 
 /// Begins again at the other end where there is nothing more.
@@ -217,19 +275,22 @@ void LogWindow::search(bool forward, bool from_here) {
   if (search_.wanted().isEmpty()) return search_.isHidden() ? open_search() : search_.tell({});
   QTextCursor from = textCursor();
   if (from_here) from.setPosition(from.selectionStart());
-  const QTextDocument::FindFlags flags =
-      forward ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
-  QTextCursor found = document()->find(search_.wanted(), from, flags);
-  if (found.isNull() && !forward && reveal_wanted()) {
-    from.movePosition(QTextCursor::End);
-    return setTextCursor(from), search(forward, false);
+  QTextCursor found = found_from(from, forward);
+  bool goes_round = false;
+  if (found.isNull()) {
+    end_edit();
+    const auto part = hidden_with_wanted(forward);
+    goes_round = !part || part->goes_round;
+    if (part) {
+      reveal(part->begin);
+      from = QTextCursor(document());
+      from.setPosition(forward ? shown_.position_before(part->begin)
+                               : shown_.position_behind(part->end));
+    } else {
+      from.movePosition(forward ? QTextCursor::Start : QTextCursor::End);
+    }
+    found = found_from(from, forward);
   }
-  const bool goes_round = found.isNull();
-  if (goes_round) {
-    from.movePosition(forward ? QTextCursor::Start : QTextCursor::End);
-    found = document()->find(search_.wanted(), from, flags);
-  }
-  if (found.isNull() && reveal_wanted()) return search(forward, false);
   search_.tell(found.isNull() ? tr("Not found")
                : goes_round   ? (forward ? tr("From the beginning") : tr("From the end"))
                               : QString());

@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QTextEdit>
 #include <QTimer>
+#include <optional>
+#include <vector>
 
 #include "ports/clipboard.h"
 #include "project/rich_text.h"
@@ -50,8 +52,14 @@ class LogWindow : public QTextEdit {
 
  private:
   void connect_search();
-  bool reveal_wanted();
   void reveal(std::size_t place);
+  void show_earlier();
+  void show_later();
+  bool go_to_end_of_all(QKeyEvent& key);
+  struct HiddenPart;
+  std::vector<HiddenPart> hidden_parts(bool forward) const;
+  std::optional<HiddenPart> hidden_with_wanted(bool forward) const;
+  QTextCursor found_from(const QTextCursor& from, bool forward) const;
   void close_search();
   void search(bool forward, bool from_here);
   void place_bars();
@@ -61,6 +69,7 @@ class LogWindow : public QTextEdit {
   ShownRichText shown_;
   FindBar search_;
   QPushButton earlier_;  ///< what of a very long log is not in the document
+  QPushButton later_;
   QTimer pause_;
   QTimer rest_;  ///< of the hands: what was typed until then is one step
 };

@@ -16,6 +16,7 @@ constexpr int lines_between_marks = 100;
 constexpr int lines_of_a_part = 1000;
 constexpr std::size_t usual_parts = 20;
 constexpr std::size_t most_parts = 25;
+constexpr std::size_t parts_before = 10;  // of a part that is asked for
 
 /// Where what is shown of a text begins.
 std::size_t begin_of_shown(const RichText& text) {
@@ -64,7 +65,8 @@ void ShownRichText::note_change(int position, int removed, int added) {
 const RichText& ShownRichText::take() {
   if (!edited_) return text_;
   if (std::exchange(replaces_all_, false)) {
-    text_ = text_.part(hidden(), text_.size());
+    text_ = text_.part(hidden(), end_);
+    end_ = text_.size();
     for (Mark& mark : marks_ | std::views::reverse) mark.place -= hidden();
   }
   const auto first_behind = std::partition_point(
@@ -73,12 +75,13 @@ const RichText& ShownRichText::take() {
                                          [&](const Mark& m) { return m.at.position() <= last_; });
   const Mark& front = *std::prev(first_behind);
   const bool is_last = next == marks_.end();
-  const std::size_t end = is_last ? text_.size() : next->place;
+  const std::size_t end = is_last ? end_ : next->place;
   const int end_position = is_last ? document_.characterCount() : next->at.position();
   const RichText part = rich_text_between(document_, front.at.position(), end_position);
   const std::size_t former = end - front.place;
   text_ = text_.replaced(front.place, end, part);
   for (auto mark = next; mark != marks_.end(); ++mark) mark->place += part.size() - former;
+  end_ += part.size() - former;
   marks_.erase(first_behind, next);
   edited_ = false;
   return text_;
@@ -87,28 +90,47 @@ const RichText& ShownRichText::take() {
 void ShownRichText::show(const RichText& text) {
   if (text == text_) return;
   const QScopedValueRollback own(is_own_change_, true);
-  if (text_.empty() || !text.same_front(text_, hidden()))
-    start_anew(text, begin_of_shown(text));
+  if (end_ < text_.size() || text_.empty() || !text.same_front(text_, hidden()))
+    start_anew(text, begin_of_shown(text), text.size());
   else
     text.continues(text_) ? append(text) : replace(text);
   text_ = text;
+  end_ = text.size();
 }
 
 void ShownRichText::reveal(std::size_t place) {
   const QScopedValueRollback own(is_own_change_, true);
-  std::size_t begin = 0;
-  for (const std::size_t each : text_.line_begins(0, lines_of_a_part))
-    if (each <= place) begin = each;
-  start_anew(text_, begin);
+  std::vector<std::size_t> parts = text_.line_begins(0, lines_of_a_part);
+  if (parts.empty() || parts.front() != 0) parts.insert(parts.begin(), 0);
+  const auto behind = std::upper_bound(parts.begin(), parts.end(), place);
+  const auto at = static_cast<std::size_t>(behind - parts.begin()) - 1;
+  const std::size_t first = at > parts_before ? at - parts_before : 0;
+  const std::size_t last = first + usual_parts;
+  const bool shows_end = last + most_parts - usual_parts >= parts.size();
+  // Without the line end that parts it from what is hidden behind.
+  start_anew(text_, parts[first], shows_end ? text_.size() : parts[last] - 1);
 }
 
-void ShownRichText::start_anew(const RichText& text, std::size_t begin) {
+int ShownRichText::position_before(std::size_t place) const {
+  const auto behind = std::partition_point(marks_.begin() + 1, marks_.end(),
+                                           [&](const Mark& m) { return m.place <= place; });
+  return std::prev(behind)->at.position();
+}
+
+int ShownRichText::position_behind(std::size_t place) const {
+  const auto found = std::partition_point(marks_.begin(), marks_.end(),
+                                          [&](const Mark& m) { return m.place < place; });
+  return found == marks_.end() ? end_of(document_) : found->at.position();
+}
+
+void ShownRichText::start_anew(const RichText& text, std::size_t begin, std::size_t end) {
   edited_ = false;
+  end_ = end;
   marks_.resize(1);
   marks_.front().place = begin;
   remove(document_, 0, end_of(document_));
   QTextCursor(&document_).setBlockFormat({});
-  insert(0, text, begin, text.size(), marks_);
+  insert(0, text, begin, end, marks_);
 }
 
 void ShownRichText::append(const RichText& text) {

@@ -1,7 +1,8 @@
 // Shown rich text: keeps a document of Qt and a rich text alike, in both directions, without
 // going through all of it: a log may have a million lines. Marks at the beginnings of lines tie
 // places of the one to places of the other; what stands between two marks is replaced whole. Of
-// a very long text only the end is in the document, as Qt lays out slowly: it is asked for more.
+// a very long text only a part is in the document, as Qt lays out slowly: the end at first, and
+// whichever part it is asked for.
 #pragma once
 
 #include <QObject>
@@ -28,8 +29,16 @@ class ShownRichText : public QObject {
   /// How much of the text stands before what the document shows.
   std::size_t hidden() const { return marks_.front().place; }
 
-  /// Shows the text from the beginning of the line at a place on, which is hidden so far.
+  /// Where in the text ends what the document shows.
+  std::size_t end() const { return end_; }
+
+  /// Shows the part of the text around a place, which is hidden so far.
   void reveal(std::size_t place);
+
+  /// The position in the document of the last mark at or before a place that is shown.
+  int position_before(std::size_t place) const;
+  /// The position of the first mark at or behind it, or the document's end.
+  int position_behind(std::size_t place) const;
 
   /// True when the person has changed the document since its text was last taken.
   bool is_edited() const { return edited_; }
@@ -49,7 +58,7 @@ class ShownRichText : public QObject {
   using Marks = std::vector<Mark>;
 
   void note_change(int position, int removed, int added);
-  void start_anew(const RichText& text, std::size_t begin);
+  void start_anew(const RichText& text, std::size_t begin, std::size_t end);
   void append(const RichText& text);
   void replace(const RichText& text);
   void insert(int position, const RichText& text, std::size_t begin, std::size_t end, Marks& marks);
@@ -58,6 +67,7 @@ class ShownRichText : public QObject {
   QTextDocument& document_;
   RichText text_;
   Marks marks_;
+  std::size_t end_ = 0;
   bool is_own_change_ = false;
   bool edited_ = false;
   bool replaces_all_ = false;  ///< what is hidden too
