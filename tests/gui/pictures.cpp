@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QScrollArea>
@@ -18,6 +19,7 @@ bool is_part(const QWidget& widget) {
 
 QString words_of(const QWidget& widget) {
   if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) return button->text();
+  if (const auto* list = qobject_cast<const QComboBox*>(&widget)) return list->currentText();
   const auto* label = qobject_cast<const QLabel*>(&widget);
   return label && !label->wordWrap() ? label->text() : QString();
 }
@@ -51,9 +53,11 @@ QString cut_in(const QWidget& window) {
   QStringList found;
   for (const QWidget* each : window.findChildren<QWidget*>()) {
     const QString words = words_of(*each);
+    const QSize least = each->minimumSizeHint();
     const bool may_elide = each->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
-    if (!each->isVisible() || words.isEmpty() || may_elide) continue;
-    if (each->width() < each->minimumSizeHint().width() || is_out_of_reach(*each))
+    if (!each->isVisible() || words.isEmpty()) continue;
+    if ((each->width() < least.width() && !may_elide) || each->height() < least.height() ||
+        is_out_of_reach(*each))
       found += words + u' ' + each->objectName();
   }
   return found.join(QStringLiteral("; "));

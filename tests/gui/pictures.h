@@ -10,7 +10,8 @@ namespace tavlo::test {
 /// The controls that have the keyboard and no name for screen readers; empty for none.
 QString nameless_in(const QWidget& window);
 
-/// Buttons and labels that are narrower than their words, or that nobody can scroll into view.
+/// Buttons, lists and labels that are smaller than their words, or that nobody can scroll into
+/// view.
 QString cut_in(const QWidget& window);
 
 /// Kept in the folder that the environment names as TAVLO_PICTURES.

@@ -77,6 +77,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   const QString shown = text(grid_row(index), grid_column(index));
   if (role == Qt::DisplayRole || role == Qt::EditRole) return shown;
   if (role == Qt::ToolTipRole) return tip_at(index);
+  // A sign, or grey, says nothing to who can't see it.
+  if (role == Qt::AccessibleDescriptionRole) return tip_at(index);
   if (role == Qt::ForegroundRole && colour_of_)
     return brush_of(colour_of_(grid_row(index), grid_column(index)));
   if (role == Qt::TextAlignmentRole)
