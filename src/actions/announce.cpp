@@ -100,10 +100,12 @@ void announce(Session& session) {
   for (int i = 1; i <= now.charts.bound(); ++i) {
     if (!same_chart(told, now, i)) {
       SetAutoScale(session, now.charts(i));
-      place_answer_marks(session, now.charts(i));
       views.chart_changed(i);
     } else if (!same_age(told, now, now.charts(i))) {
-      views.chart_aged(i);
+      if (has_answer_marks(now.charts(i)))  // which old data have no answer to
+        views.chart_changed(i);
+      else
+        views.chart_aged(i);
     }
   }
   if (!(told.log == now.log)) views.log_changed();

@@ -138,7 +138,8 @@ Outcome answer_request(Desk& desk, const FitRequest& request) {
   const FitAnswer answer = answer_to(desk, request);
   tell_notes(desk, request, answer);
   if (const Refusal* refusal = answer.refusal()) {
-    if (desk.session.ports.progress.stop_wanted()) desk.remark("Stopped; no fit was made.");
+    if (refusal->code == RefusalCode::stopped && desk.session.ports.progress.stop_wanted())
+      desk.remark("Stopped: " + short_label(request) + " was not made.");
     tell_refusal(desk, request, *refusal);
     return {};
   }

@@ -51,7 +51,6 @@ void mark_on_chart(Session& session, int fit_index, const LifeTable& table,
   if (!why_not_marked(session, fit_index, table, answer).empty()) return;
   Chart& chart = session.project.charts(chart_of_set(session, fit_index));
   add_answer_mark(chart, asked_by(answer), *saying_on(session, fit_index, chart, table, answer));
-  place_answer_marks(session, chart);
   session.step = "Mark " + answer.name;
 }
 

@@ -6,6 +6,7 @@
 
 #include "actions/copied_table.h"
 #include "actions/reports.h"
+#include "life/life_answers.h"
 #include "life/mean_life.h"
 #include "numerics/elementary.h"
 #include "numerics/number_text.h"
@@ -28,10 +29,10 @@ class Answers {
   Answers(Session& session, const Life& life)
       : session_(session), life_(life), reach_(share_that_fails(life)) {}
 
-  void b_life(LifeAnswer& row) const {
+  void by_percentage(LifeAnswer& row) const {
     const double p = row.asked / 100;
     row.tip = "Time by which " + number_text(row.asked) + " % have failed";
-    const auto x = p < reach_ ? quantile(life_, p) : std::nullopt;
+    const auto x = b_life(life_, p);
     row.answer = x ? shown(session_, *x) : p >= reach_ ? "never" : "beyond all numbers";
     row.time = x;
     if (p >= reach_)
@@ -41,10 +42,7 @@ class Answers {
 
   void reliability(LifeAnswer& row) const {
     row.tip = "Share that survives the time " + number_text(row.asked) + " (1 is all)";
-    // Where shares don't make up the whole, the rest survives.
-    const double R = std::max(tavlo::reliability(life_, row.asked),
-                              reach_ < 1 ? 1 - fraction_failed(life_, row.asked) : 0.0);
-    row.answer = shown(session_, R);
+    row.answer = shown(session_, surviving_share(life_, row.asked));
     row.time = row.asked;
   }
 
@@ -81,7 +79,7 @@ std::vector<LifeAnswer> questions_of(const LifeQuestions& asked) {
 
 void answer(const Answers& answers, LifeAnswer& row) {
   switch (row.kind) {
-    case LifeAnswerKind::b_life: return answers.b_life(row);
+    case LifeAnswerKind::b_life: return answers.by_percentage(row);
     case LifeAnswerKind::reliability: return answers.reliability(row);
     case LifeAnswerKind::mean: return answers.mean(row);
   }
@@ -91,20 +89,13 @@ bool is_by_mode(const FitResult& fit) {
   return (fit.ModelCode & model_mask) == model_code::by_failure_mode;
 }
 
-/// A mode without a fit would be read as one that nothing dies of.
-bool lacks_a_mode(const FitResult& fit, const Life& life) {
-  return is_by_mode(fit) &&
-         std::any_of(life.rows.begin(), life.rows.end(),
-                     [](const FitParam& row) { return !(row.Scale > 0) || !(row.Shape > 0); });
-}
-
 /// Why the fit can't be asked; empty when it can.
 std::string refusal(const FitResult& fit, const DataSet& data, const Life& life) {
   if (is_out_of_date(fit, data))
     return "Out of date: the data have changed. Calculate the fit again.";
   if (!fit.is_given && !is_current(fit, data)) return "Not calculated yet. Press Calculate Fit.";
   if (life.rows.empty()) return "This fit has no numbers.";
-  if (lacks_a_mode(fit, life))
+  if (lacks_a_mode(life))
     return "A failure mode has no fit: the life of all together is not known.";
   return {};
 }

@@ -7,6 +7,7 @@
 #include "chart/compose/make_chart.h"
 #include "chart/parts/plain_words.h"
 #include "chart/scales/short_number.h"
+#include "life/life_answers.h"
 #include "life/mean_life.h"
 #include "life/shown_parameters.h"
 #include "numerics/count_text.h"
@@ -99,13 +100,15 @@ std::string life_text(const std::optional<double>& life) {
 Cells life_row(const FitResult& fit, const DataSet& data, const ReportRequest& request) {
   const Life life = life_of(fit);
   Cells cells = {fit_name(fit)};
-  if (is_out_of_date(fit, data)) {
-    cells.resize(request.b_life.size() + request.times.size() + 2, out_of_date);
+  const bool is_old = is_out_of_date(fit, data);
+  if (is_old || lacks_a_mode(life)) {
+    cells.resize(request.b_life.size() + request.times.size() + 2,
+                 is_old ? out_of_date : "a mode has no fit");
     return cells;
   }
-  for (const double fraction : request.b_life) cells.push_back(life_text(quantile(life, fraction)));
+  for (const double fraction : request.b_life) cells.push_back(life_text(b_life(life, fraction)));
   for (const double time : request.times)
-    cells.push_back(short_number(reliability(life, time), life_digits));
+    cells.push_back(short_number(surviving_share(life, time), life_digits));
   const std::optional<double> mean = mean_life(life);
   cells.push_back(mean ? life_text(mean) : "not known");
   return cells;
@@ -114,8 +117,8 @@ Cells life_row(const FitResult& fit, const DataSet& data, const ReportRequest& r
 Cells life_headings(const ReportRequest& request) {
   Cells cells = {"Fit"};
   for (const double fraction : request.b_life)
-    cells.push_back("B" + number_text(100 * fraction, 6) + " life");
-  for (const double time : request.times) cells.push_back("R(" + number_text(time, 6) + ")");
+    cells.push_back("B" + number_text(100 * fraction, 12) + " life");
+  for (const double time : request.times) cells.push_back("R(" + number_text(time) + ")");
   cells.push_back("Mean life");
   return cells;
 }

@@ -1,7 +1,6 @@
 #include <utility>
 
 #include "actions/report.h"
-#include "chart/compose/answer_marks.h"
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/chart_shape.h"
 #include "cli/commands.h"
@@ -80,8 +79,6 @@ class ReportRun {
     for (int i = 1; i <= session.project.charts.bound(); ++i)
       SetAutoScale(session, session.project.charts(i));
     if (!made_.goes_on()) give_shape(session.project.charts(1), 1000, 600);
-    for (int i = 1; i <= session.project.charts.bound(); ++i)
-      place_answer_marks(session, session.project.charts(i));
   }
 
   ExitCode write(const std::string& file) {

@@ -256,6 +256,7 @@ FieldFault ColumnLayout::hold_row(Fields fields, PointList& points) {
     if (!time.empty()) texts.emplace_back(sheet_column::x, as_utf8(time));
   }
   hold_units(fields, suspended, row, texts, points);
+  if (texts.empty()) return add_row(fields, points);  // nothing to show in red: its fault stands
   if (FieldFault fault = points.hold(row, std::move(texts))) return fault;
   return add_words(fields, points);
 }

@@ -7,6 +7,7 @@
 
 #include "actions/life_marks.h"
 #include "actions/undo.h"
+#include "chart/compose/answer_marks.h"
 #include "chart/parts/marks.h"
 #include "chart/scales/plot_coordinates.h"
 #include "fit_world.h"
@@ -123,8 +124,8 @@ TEST(LifeMarks, StandWhereTheAnswerIsAndGoWithUndo) {
   const LifeAnswer b50 = table.rows[2];
   ASSERT_EQ(why_not_marked(world.session, 1, table, b50), "");
   mark_on_chart(world.session, 1, table, b50);
-  const Chart& chart = world.session.project.charts(1);
-  ASSERT_EQ(chart.nTexts, 1);
+  ASSERT_EQ(world.session.project.charts(1).nTexts, 1);
+  const Chart chart = with_answers(world.session, world.session.project.charts(1));
   const ChartItem& plot = chart.Boxes(chart_item::plot_box);
   const AxisMap x = AxisMap::x(world.session.errors, plot, chart.Axes(0));
   const AxisMap y = AxisMap::y(world.session.errors, plot, chart.Axes(1));
@@ -138,6 +139,18 @@ TEST(LifeMarks, StandWhereTheAnswerIsAndGoWithUndo) {
   end_step(world.session);
   undo(world.session);
   EXPECT_EQ(world.session.project.charts(1).nTexts, 0);
+  mark_on_chart(world.session, 1, table, b50);
+  const auto is_seen = [&] {
+    return is_shown(with_answers(world.session, world.session.project.charts(1)).Texts(1));
+  };
+  EXPECT_TRUE(is_seen());
+  world.session.gDataForm(1)->enter(1, sheet_column::x, "77");
+  announce(world.session);
+  EXPECT_FALSE(is_seen()) << "the data are others now";
+  world.put(times);
+  world.fit();
+  announce(world.session);
+  EXPECT_TRUE(is_seen());
   // Off the axes there is no place for it.
   world.session.life_questions.times = {1e30};
   const LifeTable far = life_table(world.session, 1, 0);

@@ -228,9 +228,11 @@ TEST_F(OnTheChart, ATypedPercentageIsAnsweredCopiedAndMarked) {
   EXPECT_TRUE(wait_until([&] { return hint().contains(QStringLiteral("is no percentage")); }));
   person.press({"BackSpace", "percent", "Return", "alt+m"});
   ASSERT_TRUE(wait_until([&] { return record().nTexts == 1; }));
-  const QString marked = to_qt(record().Texts(1).Text2);
+  chart().stage().compose();
+  const ChartItem& mark = chart().stage().answered().Texts(1);
+  const QString marked = to_qt(mark.Text2);
   EXPECT_TRUE(marked.startsWith(b10.left(9))) << from_qt(marked);
-  EXPECT_EQ(record().Texts(1).nPoints, 2);
+  EXPECT_EQ(mark.nPoints, 2);
   EXPECT_TRUE(wait_until([&] { return chart().hasFocus(); }));
 }
 

@@ -51,7 +51,7 @@ class LongFit : public test::WindowWorld {
 
   void expect_no_fit() {
     EXPECT_EQ(fits().rows(), 1);
-    EXPECT_EQ(session().gFitForm(1)->remark, "Stopped; no fit was made.");
+    EXPECT_EQ(session().gFitForm(1)->remark, "Stopped: W7P/rr was not made.");
     EXPECT_FALSE(widget("btn_Cancel").isVisible());
     EXPECT_EQ(static_cast<QPushButton&>(widget("btn_Fit")).text(),
               QStringLiteral("&Calculate Fit"));

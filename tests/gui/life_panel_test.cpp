@@ -56,7 +56,9 @@ TEST_F(LifePanelAtWork, AnswersAreAskedCopiedAndMarked) {
   const QRect sign = answers().visualItemRect(answers().item(2, 2));
   person.click(*answers().viewport(), sign.center());
   ASSERT_TRUE(wait_until([&] { return session().project.charts(1).nTexts == 1; }));
-  EXPECT_TRUE(session().project.charts(1).Texts(1).Text2.starts_with("B20 = "));
+  EXPECT_TRUE(test::wait_until([&] {
+    return window.windows().chart(1).stage().answered().Texts(1).Text2.starts_with("B20 = ");
+  }));
   person.press({"ctrl+z"});
   EXPECT_TRUE(wait_until([&] { return session().project.charts(1).nTexts == 0; }));
 

@@ -154,6 +154,27 @@ TEST_F(MainPaths, APastedTableIsFittedReadMarkedAndSavedAsAPicture) {
   });
   window.DoCommand(command::save_chart);
   EXPECT_TRUE(wait_until([&] { return QImage(name).width() > 500; }));
+  const auto said = [&] {
+    std::string words;
+    for (const drawing::Record& record : window.windows().chart(1).drawing().records)
+      if (const auto* text = std::get_if<drawing::Text>(&record))
+        if (text->utf8.find(" = ") != std::string::npos && text->utf8.starts_with("B"))
+          words += text->utf8 + "; ";
+    return words;
+  };
+  const std::string marked = said();
+  EXPECT_NE(marked.find("B50 = "), std::string::npos) << marked;
+  EXPECT_NE(marked.find("B20 = "), std::string::npos) << marked;
+  const QString project = folder.filePath(QStringLiteral("marked.tavlo"));
+  answer_files_with(project);
+  person.press({"ctrl+s"});
+  ASSERT_TRUE(wait_until([&] { return QFile::exists(project); }));
+  person.press({"ctrl+n"});
+  ASSERT_TRUE(wait_until([&] { return sheet().last_row() == 0; }));
+  answer_files_with(project);
+  person.press({"ctrl+o"});
+  wait_for_fits(2);
+  EXPECT_TRUE(wait_until([&] { return said() == marked; })) << said();
 }
 
 /// Types into another running program, has the work replaced, and ends the program by force.

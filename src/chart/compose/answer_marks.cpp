@@ -1,6 +1,8 @@
 #include "chart/compose/answer_marks.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <optional>
 #include <sstream>
 
@@ -40,21 +42,17 @@ std::optional<Question> question_of(const ChartItem& mark) {
   std::string first, kind, value, data_id;
   Question question;
   words >> first >> kind >> value >> data_id >> question.fit;
-  for (const Asked each : {Asked::share, Asked::time, Asked::mean})
-    if (kind == word_of(each)) question.asked.kind = each;
+  constexpr std::array kinds = {Asked::share, Asked::time, Asked::mean};
+  const auto known =
+      std::find_if(kinds.begin(), kinds.end(), [&](Asked each) { return kind == word_of(each); });
+  if (known == kinds.end()) return std::nullopt;
+  question.asked.kind = *known;
   const auto number = parse_number(value);
   const auto id = parse_number(data_id);
   if (question.fit.empty() || !number || !id || std::abs(*id) > 2147483647.0) return std::nullopt;
   question.asked.value = *number;
   question.data_id = static_cast<std::int32_t>(*id);
   return question;
-}
-
-void hide(ChartItem& mark) {
-  mark.nPoints = 0;
-  mark.PointsX.resize(0);
-  mark.PointsY.resize(0);
-  mark.Text2.clear();
 }
 
 /// From the time axis up to the line of the fit and across to the percentages.
@@ -71,6 +69,17 @@ void place(ChartItem& mark, const ChartItem& plot, Place at) {
   mark.Top = at.y + mark.Height;
 }
 
+void answer(ChartItem& mark, const Question& question, const Session& session, const Chart& chart,
+            const Readout& readout) {
+  for (const FitSaying& saying : sayings(session, chart, readout, question.asked)) {
+    if (saying.data_id != question.data_id || saying.label != question.fit || !saying.place)
+      continue;
+    place(mark, chart.Boxes(chart_item::plot_box), *saying.place);
+    mark.Text2 = saying_text(question.asked, saying, session.settings.DigitsFit);
+    return;
+  }
+}
+
 }  // namespace
 
 void add_answer_mark(Chart& chart, const AskedValue& asked, const FitSaying& saying) {
@@ -80,28 +89,21 @@ void add_answer_mark(Chart& chart, const AskedValue& asked, const FitSaying& say
     if (chart.Texts(i).Text1 == mark.Text1) return;
   mark.Width = beside;
   mark.Height = beside;
-  hide(mark);
   add_mark(chart, std::move(mark));
 }
 
-void place_answer_marks(const Session& session, Chart& chart) {
-  const int last = std::min(chart.nTexts, chart.Texts.bound());
-  std::optional<Readout> readout;
-  for (int i = 1; i <= last; ++i) {
-    ChartItem& mark = chart.Texts(i);
-    if (!is_answer_mark(mark)) continue;
-    hide(mark);
-    const auto question = question_of(mark);
-    if (!question) continue;
-    if (!readout) readout.emplace(session, chart);
-    for (const FitSaying& saying : sayings(session, chart, *readout, question->asked)) {
-      if (saying.data_id != question->data_id || saying.label != question->fit || !saying.place)
-        continue;
-      place(mark, chart.Boxes(chart_item::plot_box), *saying.place);
-      mark.Text2 = saying_text(question->asked, saying, session.settings.DigitsFit);
-      break;
-    }
-  }
+bool has_answer_marks(const Chart& chart) {
+  return std::any_of(chart.Texts.begin(), chart.Texts.end(), is_answer_mark);
+}
+
+Chart with_answers(const Session& session, const Chart& chart) {
+  Chart answered = chart;
+  if (!has_answer_marks(chart)) return answered;
+  const Readout readout(session, chart);
+  for (int i = 1; i <= std::min(chart.nTexts, chart.Texts.bound()); ++i)
+    if (const auto question = question_of(chart.Texts(i)))
+      answer(answered.Texts(i), *question, session, chart, readout);
+  return answered;
 }
 
 }  // namespace tavlo

@@ -6,6 +6,7 @@
 #include "chart/parts/fit_line.h"
 #include "chart/parts/legend.h"
 #include "chart/parts/plot_sets.h"
+#include "life/life_answers.h"
 #include "life/mean_life.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
@@ -49,11 +50,11 @@ std::string name_of(const Session& session, const std::vector<PlotSet>& sets, co
 FitSaying saying_of(const Life& life, const Readout& readout, const AskedValue& asked) {
   FitSaying saying;
   switch (asked.kind) {
-    case Asked::share: saying.answer = quantile(life, asked.value); break;
+    case Asked::share: saying.answer = b_life(life, asked.value); break;
     case Asked::mean: saying.answer = mean_life(life); break;
     case Asked::time:
       saying.answer = fraction_failed(life, asked.value);
-      saying.left = reliability(life, asked.value);
+      saying.left = surviving_share(life, asked.value);
       saying.place = readout.place_of({asked.value, *saying.answer});
       return saying;
   }
@@ -82,7 +83,10 @@ std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const
   const std::vector<PlotSet> sets = plot_sets(session, chart);
   for (const PlotSet& set : sets) {
     if (!set.fit || !has_line(*set.marker)) continue;
-    found.push_back(saying_of(life_of(*set.fit), readout, asked));
+    if (is_out_of_date(*set.fit, session.project.data(set.data_index))) continue;
+    const Life life = life_of(*set.fit);
+    if (lacks_a_mode(life)) continue;
+    found.push_back(saying_of(life, readout, asked));
     found.back().fit = name_of(session, sets, set);
     found.back().label = label_of(*set.fit);
     found.back().data_id = set.marker->DataId;
@@ -92,8 +96,7 @@ std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const
 
 std::string saying_text(const AskedValue& asked, const FitSaying& saying, int digits) {
   if (asked.kind == Asked::time)
-    return "at " + number_text(asked.value, digits) +
-           ": F = " + percent_text(*saying.answer, digits) +
+    return "at " + number_text(asked.value) + ": F = " + percent_text(*saying.answer, digits) +
            ", R = " + percent_text(saying.left, digits);
   if (asked.kind == Asked::mean)
     return "Mean life = " +

@@ -39,7 +39,8 @@ struct FitSaying {
   std::optional<drawing::Place> place;  ///< on its line; nothing where the chart doesn't reach
 };
 
-/// One for each fit that the chart draws a line of, in their order.
+/// One for each fit that the chart draws a line of, in their order; none for those whose data
+/// have been changed since, or that leave a failure mode out.
 std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const Readout& readout,
                                const AskedValue& asked);
 

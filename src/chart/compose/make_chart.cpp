@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "chart/compose/answer_marks.h"
 #include "chart/compose/queued_prompts.h"
 #include "chart/parts/axis_grid.h"
 #include "chart/parts/boxes.h"
@@ -130,7 +131,8 @@ DrawingRecord composed(Session& session, const Chart& chart, TextMeasure& text_m
     record.height = chart.Boxes(chart_item::chart_box).Height;
     Recorder recorder(record);
     recorder.add(drawing::TransparentBackground{});
-    Canvas canvas{recorder, chart, text_measure, prompts, errors};
+    const Chart answered = with_answers(session, chart);
+    Canvas canvas{recorder, answered, text_measure, prompts, errors};
     compose(canvas, session);
   });
   return record;

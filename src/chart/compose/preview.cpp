@@ -1,6 +1,5 @@
 #include "chart/compose/preview.h"
 
-#include "chart/compose/answer_marks.h"
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
 #include "chart/compose/unheard_reports.h"
@@ -29,7 +28,6 @@ class Hush {
 DrawingRecord preview_chart(Session& session, Chart& chart) {
   const Hush hush(session.errors);
   SetAutoScale(session, chart);
-  place_answer_marks(session, chart);
   UnheardReports unheard;
   return compose_chart(session, chart, unheard.prompts, unheard.errors);
 }

@@ -129,13 +129,13 @@ void delete_mark(Chart& chart, int index) {
 }
 
 void move_mark(ChartItem& mark, std::int32_t right, std::int32_t down) {
-  mark.Left = to_unit(static_cast<double>(mark.Left) + right);
-  mark.Top = to_unit(static_cast<double>(mark.Top) + down);
   if (is_answer_mark(mark)) {
     mark.Width = to_unit(static_cast<double>(mark.Width) + right);
     mark.Height = to_unit(static_cast<double>(mark.Height) + down);
     return;
   }
+  mark.Left = to_unit(static_cast<double>(mark.Left) + right);
+  mark.Top = to_unit(static_cast<double>(mark.Top) + down);
   for (int i = 0; has_points(mark) && i <= last_point(mark); ++i) {
     mark.PointsX(i) += static_cast<float>(right);
     mark.PointsY(i) += static_cast<float>(down);

@@ -8,8 +8,6 @@
 #include "numerics/real.h"
 
 namespace tavlo {
-namespace {}  // namespace
-
 WeibullLikelihood::WeibullLikelihood(const Sample& sample, int mode) : sample_(sample) {
   double earliest_failure = infinity;
   double largest = -infinity;

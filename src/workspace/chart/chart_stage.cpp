@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "chart/compose/answer_marks.h"
 #include "chart/compose/make_chart.h"
 #include "chart/parts/plot_sets.h"
 #include "chart/record/canvas.h"
@@ -21,6 +22,7 @@ constexpr double precise_reach = 10;
 
 void ChartStage::compose() {
   readout_.reset();
+  answered_.reset();
   drawing_ = fl_Make_WMF(session_, index_);
   up_to_date_.reset();
   if (!is_out_of_date(session_, chart())) up_to_date_ = drawing_;
@@ -75,6 +77,12 @@ std::optional<Reading> ChartStage::read(Place place, bool precise) {
   if (target_.isEmpty()) return std::nullopt;
   return precise ? readout().precise_at(place, units(precise_reach))
                  : readout().near_at(place, units(reach));
+}
+
+const Chart& ChartStage::answered() {
+  if (!has_answer_marks(chart())) return chart();
+  if (!answered_) answered_ = with_answers(session_, chart());
+  return *answered_;
 }
 
 Readout& ChartStage::readout() {

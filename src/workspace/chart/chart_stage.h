@@ -24,6 +24,9 @@ class ChartStage {
   Chart& chart() { return session_.project.charts(index_); }
   const Chart& chart() const { return session_.project.charts(index_); }
 
+  /// The same with its answer marks in their places, as the drawing at hand has them.
+  const Chart& answered();
+
   /// Names the step of the command at work.
   void name_step(const char* step) { session_.step = step; }
 
@@ -77,6 +80,7 @@ class ChartStage {
   QSizeF view_;
   QRectF target_;
   std::unique_ptr<Readout> readout_;  // of the drawing at hand, made when first asked
+  std::optional<Chart> answered_;     // likewise
   int compositions_ = 0;
   std::optional<MovedView> moved_to_;
 };

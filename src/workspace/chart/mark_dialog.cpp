@@ -24,13 +24,14 @@ MarkDialog::MarkDialog(QWidget* parent, Session& session, UserCommands& commands
   auto* whole = new QVBoxLayout(this);
   rows_ = new QFormLayout;
   whole->addLayout(rows_);
-  const MarkKind kind = kind_of_mark(this->mark());
-  if (!this->mark().Text2.empty()) add_text();
-  if (is_answer_mark(this->mark())) {
+  const bool is_answer = is_answer_mark(this->mark());
+  const MarkKind kind = is_answer ? MarkKind::line : kind_of_mark(this->mark());
+  if (is_answer || !this->mark().Text2.empty()) add_text();
+  if (is_answer) {
     editors_.front()->widget()->setEnabled(false);
     editors_.front()->widget()->setToolTip(tr("The words follow the fit"));
   }
-  if (kind == MarkKind::line || kind == MarkKind::arrow) add_heads();
+  if (!is_answer && (kind == MarkKind::line || kind == MarkKind::arrow)) add_heads();
   if (kind == MarkKind::symbol) add_symbol();
   if (kind != MarkKind::text) add_pen();
   for (const auto& editor : editors_) editor->show();

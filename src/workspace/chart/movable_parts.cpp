@@ -28,7 +28,7 @@ std::vector<MovablePart> parts_of(ChartStage& stage) {
   };
   add_box(chart_item::parameter_box);
   for (int i = 1; i <= last_mark(stage.chart()); ++i)
-    if (is_shown(stage.chart().Texts(i))) parts.push_back({MovablePart::Kind::mark, i});
+    if (is_shown(stage.answered().Texts(i))) parts.push_back({MovablePart::Kind::mark, i});
   add_box(chart_item::legend);
   return parts;
 }
@@ -37,14 +37,14 @@ MovablePart part_at(ChartStage& stage, Place place) {
   const int box = movable_box_at(stage.drawing(), place);
   if (box == chart_item::legend) return {MovablePart::Kind::box, box};
   const int mark =
-      mark_at(stage.session().ports.text_measure, stage.chart(), place, stage.units(mark_reach));
+      mark_at(stage.session().ports.text_measure, stage.answered(), place, stage.units(mark_reach));
   if (mark != 0) return {MovablePart::Kind::mark, mark};
   return box == 0 ? MovablePart{} : MovablePart{MovablePart::Kind::box, box};
 }
 
 Rectangle area_of(ChartStage& stage, MovablePart part) {
-  if (part.is_mark() && part.index <= last_mark(stage.chart()))
-    return mark_bounds(stage.session().ports.text_measure, stage.chart().Texts(part.index));
+  if (part.is_mark() && part.index <= last_mark(stage.answered()))
+    return mark_bounds(stage.session().ports.text_measure, stage.answered().Texts(part.index));
   if (part.is_box())
     for (const ItemArea& area : stage.drawing().areas)
       if (area.item == part.index) return area.area;

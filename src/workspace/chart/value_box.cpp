@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 
 #include "chart/compose/answer_marks.h"
+#include "chart/parts/plot_sets.h"
 #include "workspace/chart/chart_overlay.h"
 #include "workspace/qt/qt_text.h"
 
@@ -84,7 +85,9 @@ void ValueBox::follow() {
   sayings_ = sayings(stage_.session(), stage_.chart(), stage_.readout(), *asked_);
   if (sayings_.empty()) {
     asked_.reset();
-    return show_answers(tr("The chart shows no fit."));
+    return show_answers(is_out_of_date(stage_.session(), stage_.chart())
+                            ? tr("The fits are out of date. Calculate them again.")
+                            : tr("The chart shows no fit."));
   }
   show_answers(to_qt(sayings_text(*asked_, sayings_, answer_digits)));
 }

@@ -249,7 +249,7 @@ std::vector<LogWindow::HiddenPart> LogWindow::hidden_parts(bool forward) const {
     if (begin < end) parts.push_back({begin, end, goes_round});
   };
   add(before, 0, shown_.hidden(), forward);
-  add(behind, shown_.end(), log.size(), !forward);
+  add(behind, std::min(shown_.end() + 1, log.size()), log.size(), !forward);  // its line end
   std::vector<HiddenPart>& first = forward ? behind : before;
   const std::vector<HiddenPart>& then = forward ? before : behind;
   first.insert(forward ? first.end() : first.begin(), then.begin(), then.end());

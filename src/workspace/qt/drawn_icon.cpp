@@ -30,7 +30,8 @@ Ink ink_of(QIcon::Mode mode) {
 
 class DrawnIcon : public QIconEngine {
  public:
-  DrawnIcon(QString key, QByteArray svg) : key_(std::move(key)), svg_(std::move(svg)) {}
+  DrawnIcon(QString key, QByteArray svg, QString theme_name)
+      : key_(std::move(key)), svg_(std::move(svg)), theme_name_(std::move(theme_name)) {}
 
   void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State state) override {
     const qreal scale = painter->device()->devicePixelRatio();
@@ -39,7 +40,8 @@ class DrawnIcon : public QIconEngine {
     painter->drawPixmap(place, picture);
   }
 
-  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    if (const QIcon& own = of_theme(); !own.isNull()) return own.pixmap(size, 1.0, mode, state);
     const Ink ink = ink_of(mode);
     const QString cached = QStringLiteral("%1 %2x%3 %4 %5")
                                .arg(key_)
@@ -56,6 +58,17 @@ class DrawnIcon : public QIconEngine {
   QIconEngine* clone() const override { return new DrawnIcon(*this); }
 
  private:
+  /// The fallback theme has no icons of commands.
+  const QIcon& of_theme() {
+    const QString theme = QIcon::themeName();
+    if (theme != theme_) {
+      theme_ = theme;
+      const bool may_have = !theme_name_.isEmpty() && theme != u"hicolor";
+      of_theme_ = may_have ? QIcon::fromTheme(theme_name_) : QIcon();
+    }
+    return of_theme_;
+  }
+
   QPixmap drawn(const QSize& size, const Ink& ink) const {
     QByteArray svg = svg_;
     svg.replace("currentColor", ink.strokes.toLatin1());
@@ -69,12 +82,15 @@ class DrawnIcon : public QIconEngine {
 
   QString key_;
   QByteArray svg_;
+  QString theme_name_;
+  QString theme_;  ///< that was looked through
+  QIcon of_theme_;
 };
 
 }  // namespace
 
-QIcon drawn_icon(const QString& key, const QByteArray& svg) {
-  return QIcon(new DrawnIcon(key, svg));
+QIcon drawn_icon(const QString& key, const QByteArray& svg, const QString& theme_name) {
+  return QIcon(new DrawnIcon(key, svg, theme_name));
 }
 
 }  // namespace tavlo

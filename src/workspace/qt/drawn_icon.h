@@ -8,6 +8,8 @@
 namespace tavlo {
 
 /// `svg` names these two colours currentColor and accentColor; `key` tells drawings apart.
-QIcon drawn_icon(const QString& key, const QByteArray& svg);
+/// Where the desktop's theme has an icon of `theme_name` that is shown instead. It is looked
+/// for when it is first painted: most icons of menus never are, and a search takes long.
+QIcon drawn_icon(const QString& key, const QByteArray& svg, const QString& theme_name);
 
 }  // namespace tavlo

@@ -36,11 +36,10 @@ QString theme_name(const QString& key) {
 }
 
 QIcon made_icon(const QString& key) {
-  const QString themed = theme_name(key);
-  if (!themed.isEmpty() && QIcon::hasThemeIcon(themed)) return QIcon::fromTheme(themed);
   keep_icons();
   QFile drawing(QStringLiteral(":/icons/%1.svg").arg(key));
-  return drawing.open(QIODevice::ReadOnly) ? drawn_icon(key, drawing.readAll()) : QIcon();
+  return drawing.open(QIODevice::ReadOnly) ? drawn_icon(key, drawing.readAll(), theme_name(key))
+                                           : QIcon();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -15,8 +16,10 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-// An owner that hangs must not hang this program; the toolkit waits as long.
-constexpr std::chrono::seconds patience_for_answer{5};
+// An owner that hangs must not hang this program; the toolkit waits as long. It is the time for
+// all that is asked.
+constexpr std::chrono::seconds patience{5};
+constexpr std::size_t endless = std::numeric_limits<std::size_t>::max();
 
 struct FreeReply {
   void operator()(void* reply) const { std::free(reply); }
@@ -47,12 +50,15 @@ class Selection {
   /// some owners end when one is not, and none is kept.
   std::optional<std::size_t> length(const char* form) {
     if (xcb_connection_has_error(connection_)) return std::nullopt;
-    xcb_convert_selection(connection_, window_, selection_, atom(form), property_,
-                          XCB_CURRENT_TIME);
-    const auto answer = wait_for(XCB_SELECTION_NOTIFY);
-    if (!answer ||
-        reinterpret_cast<const xcb_selection_notify_event_t*>(answer.get())->property == XCB_NONE)
-      return std::nullopt;
+    const xcb_atom_t target = atom(form);
+    xcb_convert_selection(connection_, window_, selection_, target, property_, XCB_CURRENT_TIME);
+    Owned<xcb_generic_event_t> answer;
+    const auto said = [&answer] {
+      return reinterpret_cast<const xcb_selection_notify_event_t*>(answer.get());
+    };
+    do answer = wait_for(XCB_SELECTION_NOTIFY);
+    while (answer && said()->target != target);
+    if (!answer || said()->property == XCB_NONE) return std::nullopt;
     bool comes_in_parts = false;
     const std::size_t first = take_property(comes_in_parts);
     return comes_in_parts ? length_of_parts() : first;
@@ -68,9 +74,8 @@ class Selection {
 
   Owned<xcb_generic_event_t> wait_for(int kind) {
     constexpr int sent_by_program = 0x80;
-    const auto end = SteadyClock::now() + patience_for_answer;
     xcb_flush(connection_);
-    while (!xcb_connection_has_error(connection_) && SteadyClock::now() < end) {
+    while (!xcb_connection_has_error(connection_) && SteadyClock::now() < end_) {
       Owned<xcb_generic_event_t> event(xcb_poll_for_event(connection_));
       if (event && (event->response_type & ~sent_by_program) == kind) return event;
       if (event) continue;
@@ -100,12 +105,13 @@ class Selection {
       bool ignored = false;
       const std::size_t part = take_property(ignored);
       xcb_flush(connection_);
-      if (part == 0) break;
+      if (part == 0) return length;
       length += part;
     }
-    return length;
+    return endless;  // what has not come to its end in time is not taken for short
   }
 
+  const SteadyClock::time_point end_ = SteadyClock::now() + patience;
   xcb_connection_t* connection_;
   xcb_window_t window_ = XCB_NONE;
   xcb_atom_t selection_ = XCB_NONE;
