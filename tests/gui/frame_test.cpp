@@ -116,6 +116,16 @@ TEST_F(Frame, AViewMayGoWhileItsPopUpIsOpen) {
   QApplication::activePopupWidget()->close();
 }
 
+TEST_F(Frame, ShiftF10OpensThePopUpOfWhatHasTheKeyboard) {
+  for (const char* key : {"ctrl+1", "ctrl+2", "ctrl+3", "ctrl+4", "ctrl+0"}) {
+    person.press({key, "shift+F10"});
+    EXPECT_TRUE(test::wait_until([] { return QApplication::activePopupWidget() != nullptr; }))
+        << key;
+    person.press({"Escape"});
+    ASSERT_TRUE(test::wait_until([] { return !QApplication::activePopupWidget(); })) << key;
+  }
+}
+
 TEST_F(Frame, CommandsFollowTheWindowInFront) {
   const auto enabled = [&](const char* name) {
     return window.findChild<QAction*>(QString::fromUtf8(name))->isEnabled();

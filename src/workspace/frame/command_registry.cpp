@@ -63,7 +63,10 @@ void CommandRegistry::add(const Command& command, const std::function<void(int)>
   action->setEnabled(static_cast<bool>(command.run));
   if (!command.run) show_reason(*action, refusal_of(command));
   QObject::connect(action, &QAction::triggered, [perform, id = command.id] { perform(id); });
-  if (!command.menu.empty()) menu(to_qt(command.menu)).addAction(action);
+  if (!command.menu.empty())
+    menu(to_qt(command.menu)).addAction(action);
+  else if (command.reach == CommandReach::frame && !command.keys.empty())
+    bar_.parentWidget()->addAction(action);  // no menu owns its key
   actions_[command.id] = action;
 }
 

@@ -427,6 +427,8 @@ Rows window_commands(MainWindow& frame) {
       {{133, window, "&Fit", "Ctrl+2", "pc"}, {.run = opens_of_set(Block::panel)}},
       {{134, window, "Char&t", "Ctrl+3", "graph"}, {.run = opens(Block::chart)}},
       {{135, window, "L&og", "Ctrl+4", "doc"}, {.run = opens(Block::log)}},
+      {{150, "", "Pop-Up Menu", "Shift+F10"},
+       {.name = "PopUpMenu", .run = [&] { frame.open_pop_up(); }}},
       {{136, window, "&Project Tree", "Ctrl+0", "tavlo"}, {.run = [&] { frame.show_tree(); }}},
   };
 }

@@ -406,6 +406,15 @@ std::string MainWindow::why_no_life_copy() {
   return panel ? panel->life().why_not_copied() : "Open the fit panel of the set first.";
 }
 
+void MainWindow::open_pop_up() {
+  QWidget* place = QApplication::focusWidget();
+  if (!place) return;
+  const QPoint at = place->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+  // Behind this command: a menu is none of its steps.
+  QApplication::postEvent(
+      place, new QContextMenuEvent(QContextMenuEvent::Keyboard, at, place->mapToGlobal(at)));
+}
+
 std::string MainWindow::why_no_life_mark() {
   const FitWindow* panel = fit_window();
   return panel ? panel->life().why_not_marked() : "Open the fit panel of the set first.";

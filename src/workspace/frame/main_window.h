@@ -83,6 +83,10 @@ class MainWindow : public QMainWindow {
   void copy_life();
   void mark_life();
   std::string why_no_life_mark();
+
+  /// The pop-up menu of what has the keyboard, as the menu key opens it: not every desktop's
+  /// keyboard has that key.
+  void open_pop_up();
   std::string why_no_life_copy();
   bool has_fit();
   void show_fit_notes();
