@@ -55,6 +55,14 @@ std::optional<Question> question_of(const ChartItem& mark) {
   return question;
 }
 
+/// Whatever a file says of its place and words: only a fit may say that.
+void clear(ChartItem& mark) {
+  mark.nPoints = 0;
+  mark.PointsX.resize(0);
+  mark.PointsY.resize(0);
+  mark.Text2.clear();
+}
+
 /// From the time axis up to the line of the fit and across to the percentages.
 void place(ChartItem& mark, const ChartItem& plot, Place at) {
   const std::vector<Place> way = {{at.x, plot.Top + plot.Height}, at, {plot.Left, at.y}};
@@ -100,9 +108,12 @@ Chart with_answers(const Session& session, const Chart& chart) {
   Chart answered = chart;
   if (!has_answer_marks(chart)) return answered;
   const Readout readout(session, chart);
-  for (int i = 1; i <= std::min(chart.nTexts, chart.Texts.bound()); ++i)
-    if (const auto question = question_of(chart.Texts(i)))
-      answer(answered.Texts(i), *question, session, chart, readout);
+  for (int i = 1; i <= std::min(chart.nTexts, chart.Texts.bound()); ++i) {
+    ChartItem& mark = answered.Texts(i);
+    if (!is_answer_mark(mark)) continue;
+    clear(mark);
+    if (const auto question = question_of(mark)) answer(mark, *question, session, chart, readout);
+  }
   return answered;
 }
 

@@ -105,6 +105,7 @@ TEST(AnswerMarks, SayWhatTheFitSaysNowAndNothingWithoutIt) {
        {std::string("answer "), std::string("answer share"), std::string("answer share x 1 W2P"),
         std::string("answer share 0.1 1e99 W"), std::string("answer share nan 1 W2P/rr"),
         unknown}) {
+    here.chart().Texts(2) = here.mark(1);  // a file may hold a place and words too
     here.chart().Texts(2).Text1 = junk;
     here.place();
     EXPECT_FALSE(is_shown(here.mark(2))) << junk;
