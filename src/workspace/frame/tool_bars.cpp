@@ -59,8 +59,21 @@ ToolBars::ToolBars(QMainWindow& frame, CommandRegistry& commands,
   ribbon_.setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   ribbon_.setIconSize(QSize(small, small) * 3 / 2);
   set_up_menus();
-  set_up_bar(strip_, "tb_Strip", tr("Toolbar (Strip)"));
-  set_up_bar(ribbon_, "tb_Ribbon", tr("Toolbar (QM format)"));
+  add_bar(strip_, "tb_Strip", tr("Toolbar (Strip)"));
+  add_bar(ribbon_, "tb_Ribbon", tr("Toolbar (QM format)"));
+  fill(strip_);
+  ribbon_.installEventFilter(this);
+}
+
+void ToolBars::add_bar(QToolBar& bar, const char* name, const QString& title) {
+  bar.setObjectName(QString::fromUtf8(name));
+  bar.setWindowTitle(title);
+  frame_.addToolBar(&bar);
+}
+
+/// Most people never show the ribbon: its buttons are made when it is first shown.
+void ToolBars::fill_ribbon() {
+  fill(ribbon_);
   add_arrow(ribbon_, command::open, menu("&File"));
   add_arrow(ribbon_, command::copy, menu("&Edit"));
   add_arrow(ribbon_, command::zoom, menu("&Options"));
@@ -70,9 +83,7 @@ ToolBars::ToolBars(QMainWindow& frame, CommandRegistry& commands,
   add_menu_button(tr("Help"), menu("&Help"));
 }
 
-void ToolBars::set_up_bar(QToolBar& bar, const char* name, const QString& title) {
-  bar.setObjectName(QString::fromUtf8(name));
-  bar.setWindowTitle(title);
+void ToolBars::fill(QToolBar& bar) {
   for (const BarButton& each : buttons) {
     if (each.command == command::separator) {
       bar.addSeparator();
@@ -84,7 +95,6 @@ void ToolBars::set_up_bar(QToolBar& bar, const char* name, const QString& title)
   }
   add_arrow(bar, command::new_project, menu("&File|&New"));
   add_arrow(bar, command::print, print_);
-  frame_.addToolBar(&bar);
 }
 
 void ToolBars::set_up_menus() {
@@ -140,6 +150,8 @@ void ToolBars::add_menu_button(const QString& caption, QMenu& menu) {
 }
 
 bool ToolBars::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &ribbon_ && event->type() == QEvent::Show && ribbon_.actions().isEmpty())
+    fill_ribbon();
   auto* button = qobject_cast<QToolButton*>(watched);
   if (!button || event->type() != QEvent::ToolTip || !button->defaultAction())
     return QObject::eventFilter(watched, event);

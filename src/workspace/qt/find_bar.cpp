@@ -29,7 +29,6 @@ FindBar::FindBar(const QString& invitation, QWidget* parent)
   line_->setObjectName(QStringLiteral("txt_Find"));
   line_->setPlaceholderText(invitation);
   line_->setAccessibleName(invitation);
-  line_->setClearButtonEnabled(true);
   line_->setMaxLength(200);
   told_->setObjectName(QStringLiteral("lbl_Found"));
   auto* back = make_button(this, Qt::UpArrow, QStringLiteral("btn_FindPrevious"),
@@ -53,6 +52,7 @@ FindBar::FindBar(const QString& invitation, QWidget* parent)
 }
 
 void FindBar::open(const QString& offered) {
+  line_->setClearButtonEnabled(true);  // its icon is looked for in every theme: not at the start
   if (!offered.isEmpty()) line_->setText(offered);
   show();
   line_->setFocus();
