@@ -102,19 +102,23 @@ double mean_of_least(const Risks& risks) {
 
 bool can_fail(const FitParam& row) { return row.Scale > 0 && !is_unreached(row); }
 
+constexpr std::int32_t every_risk = 0;
+
+/// The mean until the first failure of the risks that act in the term of this bit.
+double mean_until_first(const Life& life, std::int32_t bit) {
+  Risks risks;
+  for (const FitParam& row : life.rows)
+    if (can_fail(row) && (bit == every_risk || (row.Applies & bit) != 0)) risks.push_back(&row);
+  return risks.empty() ? infinity : mean_of_least(risks);
+}
+
 /// Terms as `Life` has them: the share of a row with a share, in which the risks of its bit act.
-std::optional<double> mean_of_mixture(const Life& life, bool by_mode) {
+double mean_of_mixture(const Life& life) {
   double mean = 0;
   std::int32_t bit = 1;
-  for (std::size_t i = 0; i < life.rows.size(); ++i, bit *= 2) {
-    const double share = by_mode ? (i == 0 ? 1 : 0) : life.rows[i].Fraction;
-    if (!(share > 0)) continue;
-    Risks risks;
-    for (const FitParam& row : life.rows)
-      if (can_fail(row) && (by_mode || (row.Applies & bit) != 0)) risks.push_back(&row);
-    mean += risks.empty() ? infinity : share * mean_of_least(risks);
-    if (by_mode || i + 1 == 30) break;
-  }
+  for (std::size_t i = 0; i < std::min<std::size_t>(life.rows.size(), 30); ++i, bit *= 2)
+    if (const double share = life.rows[i].Fraction; share > 0)
+      mean += share * mean_until_first(life, bit);
   return mean;
 }
 
@@ -140,7 +144,8 @@ std::optional<double> mean_life(const Life& life) {
   const bool survivors = weibulls && (!can_fail(first) || first.Fraction < 1);
   if (life.rows.size() == 1)
     return survivors && !by_mode ? std::optional(infinity) : closed_mean(*model, first);
-  return weibulls ? mean_of_mixture(life, by_mode) : std::nullopt;
+  if (!weibulls) return std::nullopt;
+  return by_mode ? mean_until_first(life, every_risk) : mean_of_mixture(life);
 }
 
 }  // namespace tavlo

@@ -61,19 +61,19 @@ ToolBars::ToolBars(QMainWindow& frame, CommandRegistry& commands,
   set_up_menus();
   add_bar(strip_, "tb_Strip", tr("Toolbar (Strip)"));
   add_bar(ribbon_, "tb_Ribbon", tr("Toolbar (QM format)"));
-  fill(strip_);
-  ribbon_.installEventFilter(this);
 }
 
 void ToolBars::add_bar(QToolBar& bar, const char* name, const QString& title) {
   bar.setObjectName(QString::fromUtf8(name));
   bar.setWindowTitle(title);
   frame_.addToolBar(&bar);
+  bar.installEventFilter(this);
 }
 
-/// Most people never show the ribbon: its buttons are made when it is first shown.
-void ToolBars::fill_ribbon() {
-  fill(ribbon_);
+/// Most people show one of the two: buttons are made when their bar is first shown.
+void ToolBars::fill(QToolBar& bar) {
+  add_buttons(bar);
+  if (&bar != &ribbon_) return;
   add_arrow(ribbon_, command::open, menu("&File"));
   add_arrow(ribbon_, command::copy, menu("&Edit"));
   add_arrow(ribbon_, command::zoom, menu("&Options"));
@@ -83,7 +83,7 @@ void ToolBars::fill_ribbon() {
   add_menu_button(tr("Help"), menu("&Help"));
 }
 
-void ToolBars::fill(QToolBar& bar) {
+void ToolBars::add_buttons(QToolBar& bar) {
   for (const BarButton& each : buttons) {
     if (each.command == command::separator) {
       bar.addSeparator();
@@ -150,8 +150,8 @@ void ToolBars::add_menu_button(const QString& caption, QMenu& menu) {
 }
 
 bool ToolBars::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == &ribbon_ && event->type() == QEvent::Show && ribbon_.actions().isEmpty())
-    fill_ribbon();
+  auto* bar = qobject_cast<QToolBar*>(watched);
+  if (bar && event->type() == QEvent::Show && bar->actions().isEmpty()) fill(*bar);
   auto* button = qobject_cast<QToolButton*>(watched);
   if (!button || event->type() != QEvent::ToolTip || !button->defaultAction())
     return QObject::eventFilter(watched, event);

@@ -23,13 +23,13 @@ class ToolBars : public QObject {
   QMenu& all_menus() { return all_menus_; }
 
  protected:
-  /// The tool tip of a button: its caption and keys, and why it is grey. Fills the ribbon.
+  /// The tool tip of a button: its caption and keys, and why it is grey. Fills a bar that is shown.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void add_bar(QToolBar& bar, const char* name, const QString& title);
   void fill(QToolBar& bar);
-  void fill_ribbon();
+  void add_buttons(QToolBar& bar);
   void set_up_menus();
   void set_up_print_menu();
   void add_arrow(QToolBar& bar, int command, QMenu& menu);

@@ -48,6 +48,17 @@ TEST(ChartShape, MarksAndMovedBoxesStayOnThePlot) {
     EXPECT_NEAR(chart.Texts(1).PointsX(1), plot.Left + plot.Width, 1);
     EXPECT_NEAR(chart.Texts(1).PointsY(1), plot.Top + plot.Height, 1);
   }
+  // In a picture as low as it may be the margins yield, each by the same part.
+  Chart low = fuStandard_Chart();
+  low.Boxes(chart_item::plot_box).Height = 1500;
+  low.Boxes(chart_item::plot_box).Top = 3000;
+  const ChartItem before = low.Boxes(chart_item::plot_box);
+  const double below = low.Boxes(chart_item::chart_box).Height - 4500;
+  give_shape(low, 2000, 400);
+  const ChartItem& plot = low.Boxes(chart_item::plot_box);
+  const std::int32_t high = low.Boxes(chart_item::chart_box).Height;
+  EXPECT_NEAR(plot.Height, 0.4 * high, 2);
+  EXPECT_NEAR((high - plot.Top - plot.Height) / below, static_cast<double>(plot.Top) / before.Top, 2e-3);
   Chart chart = fuStandard_Chart();
   give_shape(chart, 1000, 600);
   EXPECT_EQ(chart, fuStandard_Chart()) << "its own shape";

@@ -190,5 +190,17 @@ TEST_F(MakeChartTest, HostileChartsEndInAReportNotInAHang) {
   EXPECT_TRUE(fl_Make_WMF(here.session, 9).records.empty());
 }
 
+TEST(MakeChart, TheSignOfAnOldFitIsLaidOverTheSameDrawing) {
+  test::ChartWorld here;
+  here.show_published();
+  here.chart().Boxes(chart_item::chart_box).Height = 5000;
+  const DrawingRecord drawing = here.draw();
+  const DrawingRecord old = with_out_of_date_sign(here.session, here.chart(), drawing);
+  EXPECT_EQ(std::pair(old.width, old.height), std::pair(drawing.width, drawing.height));
+  EXPECT_EQ(old.areas.size(), drawing.areas.size());
+  EXPECT_TRUE(std::equal(drawing.records.begin(), drawing.records.end(), old.records.begin()));
+  EXPECT_TRUE(test::has_text(old, "Out of date: the data have changed"));
+}
+
 }  // namespace
 }  // namespace tavlo
