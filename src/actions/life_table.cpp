@@ -8,6 +8,7 @@
 #include "actions/reports.h"
 #include "life/life_answers.h"
 #include "life/mean_life.h"
+#include "numerics/digit.h"
 #include "numerics/elementary.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
@@ -123,6 +124,15 @@ std::vector<std::string> pieces(const std::string& typed, const NumberPunctuatio
   return found;
 }
 
+/// "1,5" where the comma is no decimal sign: one number for who typed it, perhaps two.
+bool has_doubtful_comma(const std::string& typed, const NumberPunctuation& punctuation) {
+  const auto is_digit_at = [&](std::size_t at) { return at < typed.size() && is_digit(typed[at]); };
+  for (std::size_t at = 1; at < typed.size(); ++at)
+    if (typed[at] == ',' && is_digit_at(at - 1) && is_digit_at(at + 1))
+      return punctuation.DecimalPoint != ',';
+  return false;
+}
+
 std::optional<double> typed_number(std::string piece, const NumberPunctuation& punctuation) {
   if (!piece.empty() && (piece.front() == 'B' || piece.front() == 'b')) piece.erase(0, 1);
   if (!piece.empty() && piece.back() == '%') piece.pop_back();
@@ -134,6 +144,8 @@ std::string ask(const Session& session, std::vector<double>& list, const std::st
   std::vector<double> more = list;
   const auto parts = pieces(typed, session.settings.punctuation);
   if (parts.empty()) return "Type a number.";
+  if (has_doubtful_comma(typed, session.settings.punctuation))
+    return "A comma between digits may mean two things: type 1.5, or 1; 5.";
   for (const std::string& piece : parts) {
     const auto number = typed_number(piece, session.settings.punctuation);
     if (!number) return "\"" + piece + "\" is not a number.";

@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "numerics/digit.h"
 #include "numerics/number_reading.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
@@ -83,6 +84,30 @@ std::string text_of_time(float time) {
 
 std::string rank_pattern(const Settings& settings) {
   return "0." + std::string(static_cast<std::size_t>(std::clamp(settings.DigitsData, 0, 15)), '0');
+}
+
+/// The comma of "1,500", before three digits of a whole number.
+bool is_of_thousands(std::string_view text, std::size_t at) {
+  const auto is_digit_at = [&](std::size_t i) { return i < text.size() && is_digit(text[i]); };
+  return text[at] == ',' && text.substr(0, at).find('.') == std::string_view::npos &&
+         is_digit_at(at + 1) && is_digit_at(at + 2) && is_digit_at(at + 3) && !is_digit_at(at + 4);
+}
+
+/// False where something else stands between the digits, as in "12 34", "1,5" or "5>7": whoever
+/// reads on past it makes another number.
+bool is_in_one_piece(std::string_view text) {
+  constexpr std::string_view digits = "0123456789";
+  const std::size_t first = text.find_first_of(digits);
+  if (first == std::string_view::npos) return true;
+  const std::size_t last = text.find_last_of(digits);
+  for (std::size_t at = first; at < last; ++at) {
+    const bool follows_exponent =
+        std::string_view("eEdD").find(text[at - (at > first)]) != std::string_view::npos;
+    const std::string_view may_stand = follows_exponent ? "0123456789+-" : "0123456789.eEdD";
+    if (may_stand.find(text[at]) == std::string_view::npos && !is_of_thousands(text, at))
+      return false;
+  }
+  return true;
 }
 
 bool has_digit(const std::string& text, const char* digits) {
@@ -440,6 +465,7 @@ void DataSheet::set_number(SheetRow& row, int column, double number) {
 /// A number too large for any is told in a box.
 bool DataSheet::read(const std::string& typed, double& number) const {
   std::string cleaned = with_decimal_point(typed, settings_.punctuation);
+  if (!is_in_one_piece(cleaned)) return false;
   std::int32_t whole = 0;
   number = fd_Str2Dbl(reporter_, cleaned, whole);
   return has_digit(typed, "0123456789") && (cleaned != "0" || !has_digit(typed, "123456789"));

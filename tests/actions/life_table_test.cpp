@@ -91,6 +91,8 @@ TEST(LifeTable, TakesNumbersOfTheLocaleAndNamesJunk) {
   auto& asked = world.session.life_questions;
   EXPECT_EQ(ask_percents(world.session, "B5; 0.1 %, 10"), "");
   EXPECT_EQ(asked.percents, std::vector<double>({0.1, 1, 5, 10, 50}));
+  EXPECT_NE(ask_times(world.session, "1,5"), "") << "one number or two";
+  EXPECT_EQ(asked.times, std::vector<double>());
   world.session.settings.punctuation = {',', '.'};
   EXPECT_EQ(ask_times(world.session, "1.234,5"), "");
   EXPECT_EQ(asked.times, std::vector<double>({1234.5}));

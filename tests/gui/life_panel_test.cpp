@@ -62,6 +62,13 @@ TEST_F(LifePanelAtWork, AnswersAreAskedCopiedAndMarked) {
   person.press({"ctrl+z"});
   EXPECT_TRUE(wait_until([&] { return session().project.charts(1).nTexts == 0; }));
 
+  // The command follows the row that is chosen: no other row's refusal stays.
+  person.click(*answers().viewport(), answers().visualItemRect(answers().item(0, 0)).center());
+  person.press({"Down", "Down", "ctrl+m"});
+  EXPECT_TRUE(wait_until([&] { return session().project.charts(1).nTexts == 1; }));
+  person.press({"ctrl+z"});
+  EXPECT_TRUE(wait_until([&] { return session().project.charts(1).nTexts == 0; }));
+
   person.press({"ctrl+l"});
   EXPECT_TRUE(wait_until([&] { return !answers().isVisible(); }));
   EXPECT_EQ(boxes.texts(), QStringList());

@@ -73,8 +73,8 @@ void place(ChartItem& mark, const ChartItem& plot, Place at) {
     mark.PointsX(i) = static_cast<float>(way[static_cast<std::size_t>(i)].x);
     mark.PointsY(i) = static_cast<float>(way[static_cast<std::size_t>(i)].y);
   }
-  mark.Left = at.x + mark.Width;
-  mark.Top = at.y + mark.Height;
+  mark.Left = to_unit(static_cast<double>(at.x) + mark.Width);
+  mark.Top = to_unit(static_cast<double>(at.y) + mark.Height);
 }
 
 void answer(ChartItem& mark, const Question& question, const Session& session, const Chart& chart,

@@ -110,8 +110,9 @@ void MarkDialog::accept() {
       return;
     }
     // A mark without words, points or a number would be one that nobody can find.
-    if (kind_of_mark(mark()) == MarkKind::symbol && mark().Int3 == 0)
-      delete_mark(draft_.chart(), mark_);
+    // The words of an answer are the fit's.
+    const bool is_nothing = kind_of_mark(mark()) == MarkKind::symbol && mark().Int3 == 0;
+    if (is_nothing && !is_answer_mark(mark())) delete_mark(draft_.chart(), mark_);
     draft_.keep();
     draft_.session().step = "Edit Mark";
     QDialog::accept();

@@ -59,7 +59,10 @@ void LifePanel::set_up_answers() {
   grd_Life_.horizontalHeader()->setSectionResizeMode(answer_column, QHeaderView::Stretch);
   grd_Life_.setMinimumHeight(fontMetrics().height() * 3);
   grd_Life_.installEventFilter(this);
-  connect(&grd_Life_, &QTableWidget::currentCellChanged, this, [this] { show_what_works(); });
+  connect(&grd_Life_, &QTableWidget::currentCellChanged, this, [this] {
+    show_what_works();
+    emit row_chosen();
+  });
   connect(&grd_Life_, &QTableWidget::cellClicked, this, [this](int, int column) {
     if (column == mark_column) commands_.run([this] { mark(); });
   });

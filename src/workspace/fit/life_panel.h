@@ -46,6 +46,7 @@ class LifePanel : public QFrame {
 
  signals:
   void hint_wanted(const QString& hint);
+  void row_chosen();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -91,7 +91,9 @@ void LogWindow::show_changes() {
 
 void LogWindow::end_edit() {
   rest_.stop();
-  if (shown_.is_edited()) emit edited(shown_.take());
+  if (!shown_.is_edited()) return;
+  emit edited(shown_.take());
+  place_bars();
 }
 
 ClipboardText LogWindow::selected() {
@@ -136,6 +138,7 @@ bool LogWindow::event(QEvent* event) {
   auto& key = static_cast<QKeyEvent&>(*event);
   show_changes();
   if (is_of_menu(key)) return event->ignore(), true;
+  if (key.matches(QKeySequence::SelectAll)) end_edit();  // what follows means all entries
   if (key.matches(QKeySequence::SelectAll) || is_of_search(key)) event->accept();
   return QTextEdit::event(event);
 }

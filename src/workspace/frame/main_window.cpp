@@ -227,6 +227,9 @@ void MainWindow::set_up_pop_up_menu(Block block, int index) {
     case Block::sheet: return set_up_sheet(index);
     case Block::panel:
       windows_.panel(index).show_life(shows_life_);
+      connect(&windows_.panel(index).life(), &LifePanel::row_chosen, this, [this] {
+        if (!is_telling_ && !program_.commands.running()) commands_->refresh();
+      });
       return give_commands(windows_.panel(index).grid(), fits_pop_up());
     case Block::log: return give_commands(windows_.log(), log_pop_up());
     case Block::chart: break;
