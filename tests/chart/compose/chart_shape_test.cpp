@@ -58,7 +58,8 @@ TEST(ChartShape, MarksAndMovedBoxesStayOnThePlot) {
   const ChartItem& plot = low.Boxes(chart_item::plot_box);
   const std::int32_t high = low.Boxes(chart_item::chart_box).Height;
   EXPECT_NEAR(plot.Height, 0.4 * high, 2);
-  EXPECT_NEAR((high - plot.Top - plot.Height) / below, static_cast<double>(plot.Top) / before.Top, 2e-3);
+  EXPECT_NEAR((high - plot.Top - plot.Height) / below, static_cast<double>(plot.Top) / before.Top,
+              2e-3);
   Chart chart = fuStandard_Chart();
   give_shape(chart, 1000, 600);
   EXPECT_EQ(chart, fuStandard_Chart()) << "its own shape";
