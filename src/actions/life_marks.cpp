@@ -40,9 +40,11 @@ std::string why_not_marked(const Session& session, int fit_index, const LifeTabl
   if (!answer.time) return "This answer is no time: it has no place on a chart.";
   const int chart = chart_of_set(session, fit_index);
   if (chart == 0) return "The project has no chart.";
-  const auto saying = saying_on(session, fit_index, session.project.charts(chart), table, answer);
+  const Chart& shown = session.project.charts(chart);
+  const auto saying = saying_on(session, fit_index, shown, table, answer);
   if (!saying) return "The chart does not show this fit.";
   if (!saying->place) return "It lies outside the axes of the chart; change their limits first.";
+  if (has_answer_mark(shown, asked_by(answer), *saying)) return "It is marked already.";
   return {};
 }
 

@@ -92,9 +92,8 @@ bool is_by_mode(const FitResult& fit) {
 
 /// Why the fit can't be asked; empty when it can.
 std::string refusal(const FitResult& fit, const DataSet& data, const Life& life) {
-  if (is_out_of_date(fit, data))
-    return "Out of date: the data have changed. Calculate the fit again.";
-  if (!fit.is_given && !is_current(fit, data)) return "Not calculated yet. Press Calculate Fit.";
+  if (const std::string why = why_out_of_date(fit, data); !why.empty())
+    return "Out of date: " + why + " Press Calculate Fit.";
   if (life.rows.empty()) return "This fit has no numbers.";
   if (lacks_a_mode(life))
     return "A failure mode has no fit: the life of all together is not known.";

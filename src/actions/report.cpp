@@ -23,7 +23,8 @@ namespace {
 constexpr int life_digits = 5;
 constexpr std::size_t most_columns = 7;
 constexpr const char* out_of_date = "out of date";
-constexpr std::size_t most_rows = 100;  ///< of a data set that are shown
+constexpr std::size_t most_rows = 100;  ///< of a data set that are shown, unless few more remain
+constexpr std::size_t few_rows = 20;
 
 using Cells = std::vector<std::string>;
 
@@ -57,14 +58,17 @@ bool acts_in_all(const Life& life, std::int32_t bits) {
   return true;
 }
 
-/// What a population is called: its mode, or its share of the units.
+/// What a population is called: its mode, or its share of the units, and where its risk acts
+/// when that is not in itself alone.
 std::string population(const FitResult& fit, const Life& life, std::size_t i, const DataSet& data) {
   if (i < fit.modes.size()) return mode_name(data, fit.modes[i].mode);
   if (life.rows.size() < 2) return "all units";
   const double share = life.rows[i].Fraction;
-  if (share > 0) return plain_share(share);
   const std::int32_t bits = life.rows[i].Applies;
-  return acts_in_all(life, bits) ? "all" : "acts in " + fs_BitList(bits);
+  const bool is_its_own = i < 30 && bits == std::int32_t{1} << i;
+  if (share > 0 && (is_its_own || bits == 0)) return plain_share(share);
+  const std::string where = acts_in_all(life, bits) ? "all" : fs_BitList(bits);
+  return (share > 0 ? plain_share(share) + ", acts in " : "acts in ") + where;
 }
 
 std::string quality(const FitResult& fit, std::size_t i) {
@@ -86,8 +90,8 @@ void add_rows(ReportTable& table, const FitResult& fit, const DataSet& data) {
 
 void add_notes(ReportTable& table, const FitResult& fit, const DataSet& data) {
   const std::string start = fit_name(fit) + ": ";
-  if (is_out_of_date(fit, data))
-    return table.remarks.push_back(start + "The data have changed since this fit was made.");
+  if (const std::string why = why_out_of_date(fit, data); !why.empty())
+    return table.remarks.push_back(start + why);
   for (const Note& note : fit.notes) table.remarks.push_back(start + note_sentence(note, data));
 }
 
@@ -162,7 +166,9 @@ bool is_used(const SheetRow& row) { return row.has_point(); }
 /// One data set as a table of its first rows, with the sums of all.
 class DataTable {
  public:
-  explicit DataTable(const DataSet& data) : data_(data) {
+  explicit DataTable(const DataSet& data)
+      : data_(data),
+        shown_(data.rows.size() > most_rows + few_rows ? most_rows : data.rows.size()) {
     for (std::size_t i = 0; i < data.rows.size(); ++i) count(data.rows[i]);
   }
 
@@ -173,7 +179,7 @@ class DataTable {
     if (has_modes_) table.headings.push_back("Failure mode");
     if (has_comments_) table.headings.push_back("Comment");
     table.is_text.resize(table.headings.size(), true);
-    for (std::size_t i = 0; i < data_.rows.size() && i < most_rows; ++i)
+    for (std::size_t i = 0; i < shown_; ++i)
       if (!data_.rows[i].is_blank()) table.rows.push_back(cells_of(i));
     add_totals(table);
     add_remarks(table);
@@ -221,9 +227,9 @@ class DataTable {
   }
 
   void add_remarks(ReportTable& table) const {
-    if (const std::size_t rows = data_.rows.size(); rows > most_rows)
-      table.remarks.push_back("Shown are the first " + grouped(most_rows) + " of " + grouped(rows) +
-                              " rows; " + grouped(rows - most_rows) +
+    if (const std::size_t rows = data_.rows.size(); rows > shown_)
+      table.remarks.push_back("Shown are the first " + grouped(shown_) + " of " + grouped(rows) +
+                              " rows; " + grouped(rows - shown_) +
                               " are not shown. The sums are those of all rows.");
     if (left_out_ > 0)
       table.remarks.push_back(grouped(left_out_) +
@@ -235,6 +241,7 @@ class DataTable {
   }
 
   const DataSet& data_;
+  std::size_t shown_;
   std::size_t left_out_ = 0;
   double failures_ = 0;
   double suspensions_ = 0;

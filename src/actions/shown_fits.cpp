@@ -26,6 +26,13 @@ int chart_of_set(const Session& session, int fit_index) {
   return chart > 0 ? chart : project.charts.bound();
 }
 
+int followed_fit(const Session& session, int fit_index) {
+  const Project& project = session.project;
+  const int chart = chart_of_set(session, fit_index);
+  const int row = chart == 0 ? 0 : following_row(project, project.charts(chart), fit_index);
+  return row == 0 ? 0 : project.charts(chart).Markers(row).FitNumber;
+}
+
 // Another model is seen as a whole first: the part that the chart shows was chosen for the
 // one before.
 void follow_on_chart(const Project& project, Chart& chart, int fit_index, int slot) {

@@ -13,6 +13,9 @@ namespace tavlo {
 /// does, else the last one; 0 when there is none.
 int chart_of_set(const Session& session, int fit_index);
 
+/// The fit that the chart of the set follows, by its slot; 0 for none.
+int followed_fit(const Session& session, int fit_index);
+
 /// Shows a fit on every chart that follows its set, and in any case on the chart of the set:
 /// the one that the person worked on last, if it shows the set, else the last one that does.
 /// The axes take the paper of its model. Nothing where charts don't follow the last fit.

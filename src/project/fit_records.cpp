@@ -50,6 +50,13 @@ bool is_out_of_date(const FitResult& fit, const DataSet& data) {
   return !is_current(fit, data) || !data.is_read();
 }
 
+std::string why_out_of_date(const FitResult& fit, const DataSet& data) {
+  if (!is_out_of_date(fit, data)) return {};
+  if (fit.Status == FitStatus::not_calculated) return "Not calculated yet.";
+  return data.is_read() ? "Not calculated from the data as they are now."
+                        : "The data have changed since this fit was made.";
+}
+
 bool has_kinds_of_ranks(const DataSet& data) {
   const Sample& sample = data.sample();
   return !data.own_ranks && sample.total_suspensions < 1 &&

@@ -27,6 +27,10 @@ bool is_current(const FitResult& fit, const DataSet& data);
 /// True when the person has changed the data since: the numbers hold for others.
 bool is_out_of_date(const FitResult& fit, const DataSet& data);
 
+/// Why it is, as a sentence for the person; empty where it is not. A fit that a file brought may
+/// be out of date while its data are as they were.
+std::string why_out_of_date(const FitResult& fit, const DataSet& data);
+
 /// Whether Benard's and exact ranks of the data differ: without suspensions, and up to the
 /// largest count that has exact ones.
 bool has_kinds_of_ranks(const DataSet& data);

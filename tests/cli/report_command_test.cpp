@@ -53,6 +53,9 @@ TEST_F(Reports, OfAProjectHaveItsOwnFitsAndOfLongDataTheSums) {
   EXPECT_TRUE(holds("long.html", "the first 100 of 123,456 rows; 123,356 are not shown"));
   EXPECT_TRUE(holds("long.html", "<td>All</td><td></td><td>123456</td>"));
   EXPECT_LT(folder.read("long.html").size(), 1'000'000U);
+  folder.shell("seq 1 110 > few.txt");
+  ASSERT_EQ(run("few.txt few.html").code, 0);
+  EXPECT_TRUE(holds("few.html", "<td>110</td>") && !holds("few.html", "not shown"));
 }
 
 TEST_F(Reports, SayWhatIsWrongAndLeaveNoHalfFile) {

@@ -92,6 +92,17 @@ TEST_F(LifePanelAtWork, RowsOfTheGridObeyTheKeyboard) {
   EXPECT_TRUE(wait_until([&] { return drawn() != before; }));
   fit({"Delete"}, 1);
   fit({"ctrl+z"}, 2);
+
+  // A fit in the middle that comes back is shown again: grid and lives are of what is drawn.
+  person.click(widget("opt_Model_8"), {8, 8});
+  fit({"alt+c"}, 3);
+  QTableView& grid = window.windows().panel(1).grid();
+  person.click(*grid.viewport(), grid.visualRect(grid.model()->index(1, 2)).center());
+  ASSERT_TRUE(wait_until([&] { return session().project.charts(1).Markers(1).FitNumber == 2; }));
+  fit({"Delete"}, 2);
+  fit({"ctrl+z"}, 3);
+  EXPECT_TRUE(wait_until([&] { return session().project.charts(1).Markers(1).FitNumber == 2; }));
+  EXPECT_EQ(grid.currentIndex().row(), 1);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // Everything that can have the keyboard has a name for screen readers, and every dialog fits
 // a small screen with large letters, in light, dark and high contrast.
+#include <QListWidget>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QTextBrowser>
@@ -100,11 +101,14 @@ TEST_F(Reach, TheManualOpensAtTheWindowInFrontAndFindsWords) {
   ASSERT_TRUE(test::wait_until([&] { return help() != nullptr; }));
   auto& page = *help()->findChild<QTextBrowser*>();
   EXPECT_TRUE(page.toPlainText().startsWith(QStringLiteral("The fit panel")));
+  const auto marked = [&] { return help()->findChild<QListWidget*>()->currentItem()->text(); };
+  EXPECT_EQ(marked(), QStringLiteral("The fit panel"));
   person.press({"ctrl+f"});
   person.type("infant\n");
   EXPECT_TRUE(
       test::wait_until([&] { return page.textCursor().selectedText().toLower() == u"infant"; }));
   EXPECT_FALSE(page.toPlainText().startsWith(QStringLiteral("The fit panel")));
+  EXPECT_TRUE(page.toPlainText().startsWith(marked())) << marked().toStdString();
   person.press({"Escape"});
   EXPECT_TRUE(test::wait_until([&] { return window.isActiveWindow(); }));
 }

@@ -90,11 +90,16 @@ void answer(ChartItem& mark, const Question& question, const Session& session, c
 
 }  // namespace
 
+bool has_answer_mark(const Chart& chart, const AskedValue& asked, const FitSaying& saying) {
+  const std::string text = text_of({asked, saying.data_id, saying.label});
+  return std::any_of(chart.Texts.begin(), chart.Texts.end(),
+                     [&](const ChartItem& mark) { return mark.Text1 == text; });
+}
+
 void add_answer_mark(Chart& chart, const AskedValue& asked, const FitSaying& saying) {
+  if (has_answer_mark(chart, asked, saying)) return;
   ChartItem mark = text_mark({0, 0}, {});
   mark.Text1 = text_of({asked, saying.data_id, saying.label});
-  for (int i = 1; i <= std::min(chart.nTexts, chart.Texts.bound()); ++i)
-    if (chart.Texts(i).Text1 == mark.Text1) return;
   mark.Width = beside;
   mark.Height = beside;
   add_mark(chart, std::move(mark));

@@ -13,6 +13,9 @@ namespace tavlo {
 /// Adds a mark of the answer that `saying` is of; none where the chart has it already.
 void add_answer_mark(Chart& chart, const AskedValue& asked, const FitSaying& saying);
 
+/// Whether the chart has a mark of this answer.
+bool has_answer_mark(const Chart& chart, const AskedValue& asked, const FitSaying& saying);
+
 bool has_answer_marks(const Chart& chart);
 
 /// The chart whose answer marks have places and words, as its fits and axes are now.

@@ -94,6 +94,17 @@ std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const
   return found;
 }
 
+std::string why_nothing_said(const Session& session, const Chart& chart) {
+  const std::vector<PlotSet> sets = plot_sets(session, chart);
+  const auto shown = std::find_if(sets.begin(), sets.end(), [](const PlotSet& set) {
+    return set.fit && has_line(*set.marker);
+  });
+  if (shown == sets.end()) return "The chart shows no fit.";
+  return is_out_of_date(*shown->fit, session.project.data(shown->data_index))
+             ? "The fits are out of date. Calculate them again."
+             : "A failure mode has no fit: the life of all together is not known.";
+}
+
 std::string saying_text(const AskedValue& asked, const FitSaying& saying, int digits) {
   if (asked.kind == Asked::time)
     return "at " + number_text(asked.value) + ": F = " + percent_text(*saying.answer, digits) +

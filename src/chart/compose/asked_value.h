@@ -44,6 +44,9 @@ struct FitSaying {
 std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const Readout& readout,
                                const AskedValue& asked);
 
+/// Why no fit of the chart says anything, as a sentence for the person.
+std::string why_nothing_said(const Session& session, const Chart& chart);
+
 /// "B10 = 164.0712", "at 500: F = 51.16 %, R = 48.84 %", "B10 is never reached",
 /// "Mean life = 146".
 std::string saying_text(const AskedValue& asked, const FitSaying& saying, int digits);

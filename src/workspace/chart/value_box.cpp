@@ -85,9 +85,7 @@ void ValueBox::follow() {
   sayings_ = sayings(stage_.session(), stage_.chart(), stage_.readout(), *asked_);
   if (sayings_.empty()) {
     asked_.reset();
-    return show_answers(is_out_of_date(stage_.session(), stage_.chart())
-                            ? tr("The fits are out of date. Calculate them again.")
-                            : tr("The chart shows no fit."));
+    return show_answers(to_qt(why_nothing_said(stage_.session(), stage_.chart())));
   }
   show_answers(to_qt(sayings_text(*asked_, sayings_, answer_digits)));
 }

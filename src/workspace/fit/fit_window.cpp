@@ -360,10 +360,16 @@ std::string FitWindow::notes() const {
   return current_row() == 0 ? std::string() : notes_at(session_, index_, current_row());
 }
 
-/// The fit that has just come is the one that the person wants to know of.
-void FitWindow::go_to_last_fit() {
+/// The fit that has just come is the one that the person wants to know of; where fits come and
+/// go otherwise, the one that the chart shows.
+void FitWindow::go_to_shown_fit() {
+  const int shown = session_.settings.ShowLast ? followed_fit(session_, index_) : 0;
+  const auto is_it = [&](int row) {
+    const GridFit fit = fit_at(session_, index_, row);
+    return fit.is_first_row && (shown == 0 || fit.slot == shown);
+  };
   int row = model_.rowCount();
-  while (row > 1 && !fit_at(session_, index_, row).is_first_row) --row;
+  while (row > 1 && !is_it(row)) --row;
   grd_Fit_.selectionModel()->setCurrentIndex(model_.at(row, fit_column::quality),
                                              QItemSelectionModel::NoUpdate);
 }
@@ -400,10 +406,8 @@ void FitWindow::refresh_grid() {
   const int rows = model_.rowCount();
   model_.refresh();
   fit_columns();
-  if (model_.rowCount() > rows) {
-    grd_Fit_.scrollToBottom();
-    go_to_last_fit();
-  }
+  if (model_.rowCount() > rows) grd_Fit_.scrollToBottom();
+  if (model_.rowCount() != rows && model_.rowCount() > 0) go_to_shown_fit();
   show_life_of_current();
 }
 

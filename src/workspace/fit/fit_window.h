@@ -79,7 +79,7 @@ class FitWindow : public QWidget {
   void set_up_grid();
   QWidget* make_waiting();
   void show_waiting(bool waits);
-  void go_to_last_fit();
+  void go_to_shown_fit();
   void show_life_of_current();
   std::optional<CellBox> box_of(int grid_row) const;
   QString sign_of(int grid_row) const;

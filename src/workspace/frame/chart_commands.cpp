@@ -88,9 +88,11 @@ std::unique_ptr<QStandardItemModel> fits_with_life(const QAbstractItemModel& fit
           Qt::Alignment(QFlag(cell.data(Qt::TextAlignmentRole).toInt())));
     }
   }
+  if (life.slot == 0) return model;
   int row = fits.rowCount() + 1;  // a blank line between
   put(row++, fit_column::model, QObject::tr("Life, ") + to_qt(life.fit), Qt::AlignLeft);
   for (const LifeAnswer& answer : life.rows) {
+    if (answer.answer.empty()) continue;
     put(row, fit_column::model, to_qt(answer.name), Qt::AlignLeft);
     put(row++, fit_column::scale, to_qt(answer.answer), Qt::AlignRight);
   }

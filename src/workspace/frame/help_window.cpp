@@ -107,10 +107,12 @@ void HelpWindow::show_page(const QString& key) {
   browser_.setFocus();
 }
 
-int HelpWindow::page() const {
+int HelpWindow::page() const { return row_of(browser_.source()); }
+
+int HelpWindow::row_of(const QUrl& url) const {
   const auto& pages = browser_.pages();
-  const auto found = std::find_if(pages.begin(), pages.end(), [this](const ManualPage& page) {
-    return page.key == key_of(browser_.source());
+  const auto found = std::find_if(pages.begin(), pages.end(), [&url](const ManualPage& page) {
+    return page.key == key_of(url);
   });
   return found == pages.end() ? -1 : static_cast<int>(found - pages.begin());
 }
@@ -120,8 +122,11 @@ void HelpWindow::open(int row) {
     browser_.setSource(url_of(browser_.pages()[static_cast<std::size_t>(row)].key));
 }
 
-void HelpWindow::follow_page() {
-  contents_.setCurrentRow(page());
+// The browser tells of a page before it calls it its source.
+void HelpWindow::follow_page(const QUrl& url) {
+  const QSignalBlocker quiet(contents_);
+  contents_.setCurrentRow(row_of(url));
+  contents_.scrollToItem(contents_.currentItem());
   mark_found();
 }
 

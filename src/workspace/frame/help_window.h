@@ -38,8 +38,9 @@ class HelpWindow : public QWidget {
   QLayout* make_top();
   void lay_out();
   int page() const;
+  int row_of(const QUrl& url) const;
   void open(int page);
-  void follow_page();
+  void follow_page(const QUrl& url);
   void search();
   void go_on(bool forward);
   void mark_found();
