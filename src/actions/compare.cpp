@@ -8,6 +8,7 @@
 #include "actions/intake.h"
 #include "actions/log_table.h"
 #include "actions/reports.h"
+#include "actions/shown_fits.h"
 #include "analyses/comparison.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
@@ -63,7 +64,7 @@ class FitTable {
   }
 
   const Grid& grid() const { return grid_; }
-  const std::optional<Winner>& winner() const { return comparison_.winner; }
+  const Comparison& found() const { return comparison_; }
   std::string label(int slot) const { return short_label(request_of(fits_.Fits(slot))); }
 
   /// Calls `take(slot, row of the grid or 0, what was found)` for each fit.
@@ -146,8 +147,13 @@ void log_untested(Session& session, const FitTable& table) {
 }
 
 void log_winner(Session& session, const FitTable& table) {
-  const auto& winner = table.winner();
+  const auto& winner = table.found().winner;
   if (!winner) return;
+  if (!table.found().has_tested_row())
+    return AppendLog(
+        session,
+        std::string("No other model could be tested against the Two Parameter Weibull.") + line_end,
+        true);
   if (winner->is_base)
     return AppendLog(session,
                      std::string("Two Parameter Weibull is the best choice from Likelihood Ratio "
@@ -159,6 +165,24 @@ void log_winner(Session& session, const FitTable& table) {
             "\\par   " + rtf_text(label) + " is the optimum:       " +
                 significance_text(winner->significance) + "% Significance \\par ",
             true);
+}
+
+void log_straightest(Session& session, const FitTable& table) {
+  const auto best = table.found().straightest();
+  if (!best) return;
+  AppendLog(session,
+            rtf_text(table.label(static_cast<int>(*best) + 1)) + " has the highest PVE: " +
+                percent(table.found().rows[*best].straightness->pve) + line_end,
+            true);
+}
+
+/// The best of the comparison is what the charts show afterwards.
+void show_best(Session& session, int index, bool lr_test) {
+  const Comparison found = FitTable(session, index).found();
+  if (lr_test && found.winner)
+    follow_on_charts(session, index, static_cast<int>(found.winner->row) + 1);
+  else if (const auto best = found.straightest(); best && !lr_test)
+    follow_on_charts(session, index, static_cast<int>(*best) + 1);
 }
 
 /// What the stated table does not say of the likelihoods.
@@ -203,6 +227,7 @@ void analyse(Session& session, int index, std::int16_t method_code,
   if (session.project.fits(index).nFits == 0)
     return AppendLog(session, std::string("No model was fitted.") + line_end + line_end, true);
   Dist_Summary(session, index, lr_test);
+  show_best(session, index, lr_test);
   if (!lr_test) return;
   AppendLog(session, guide, true);
   log_other_criteria(session, index);
@@ -232,7 +257,7 @@ void Dist_Summary(Session& session, int index, bool lr_test) {
   guarded(session.errors, words_of_faults(), [&] {
     const FitTable table(session, index);
     log_table(session, stated_rows(table, lr_test));
-    if (!lr_test) return;
+    if (!lr_test) return log_straightest(session, table);
     log_untested(session, table);
     log_winner(session, table);
   });

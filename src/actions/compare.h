@@ -19,7 +19,8 @@ std::span<const ComparedModel> compared_models();
 /// Fits the models (codes) to the data set by the method, together with what its fit set holds,
 /// and writes the comparison into the log: one step. By maximum likelihood the two-parameter
 /// Weibull is always among them, as the base of the test. Nothing where there is no such data
-/// set, and while its panel is busy.
+/// set, and while its panel is busy. The charts that follow the last fit show the winner of the
+/// test, or the regression with the highest PVE.
 void Dist_Analysis(Session& session, int data_index, std::int16_t method_code,
                    std::span<const std::int16_t> models);
 

@@ -34,7 +34,7 @@ class Answers {
     const double p = row.asked / 100;
     row.tip = "Time by which " + number_text(row.asked) + " % have failed";
     const auto x = b_life(life_, p);
-    row.answer = x ? shown(session_, *x) : p >= reach_ ? "never" : "beyond all numbers";
+    row.answer = x ? shown(session_, *x) : why_no_b_life(life_, p);
     row.time = x;
     if (p >= reach_)
       row.tip += ".\nOnly " + number_text(100 * reach_, 4) + " % of the units ever fail.";

@@ -95,9 +95,8 @@ void add_notes(ReportTable& table, const FitResult& fit, const DataSet& data) {
   for (const Note& note : fit.notes) table.remarks.push_back(start + note_sentence(note, data));
 }
 
-std::string life_text(const std::optional<double>& life) {
-  if (!life) return "not reached";
-  return std::isinf(*life) ? "infinite" : short_number(*life, life_digits);
+std::string life_text(double life) {
+  return std::isinf(life) ? "infinite" : short_number(life, life_digits);
 }
 
 /// The name of the fit and its answers, as many as there are headings.
@@ -110,11 +109,14 @@ Cells life_row(const FitResult& fit, const DataSet& data, const ReportRequest& r
                  is_old ? out_of_date : "a mode has no fit");
     return cells;
   }
-  for (const double fraction : request.b_life) cells.push_back(life_text(b_life(life, fraction)));
+  for (const double fraction : request.b_life) {
+    const auto time = b_life(life, fraction);
+    cells.push_back(time ? life_text(*time) : why_no_b_life(life, fraction));
+  }
   for (const double time : request.times)
     cells.push_back(short_number(surviving_share(life, time), life_digits));
   const std::optional<double> mean = mean_life(life);
-  cells.push_back(mean ? life_text(mean) : "not known");
+  cells.push_back(mean ? life_text(*mean) : "not known");
   return cells;
 }
 

@@ -138,6 +138,22 @@ class FitComparison {
 
 }  // namespace
 
+bool Comparison::has_tested_row() const {
+  return std::ranges::any_of(rows,
+                             [](const ComparedRow& row) { return row.test == RatioTest::tested; });
+}
+
+std::optional<std::size_t> Comparison::straightest() const {
+  std::optional<std::size_t> best;
+  std::size_t judged = 0;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (!rows[i].straightness) continue;
+    ++judged;
+    if (!best || rows[i].straightness->pve > rows[*best].straightness->pve) best = i;
+  }
+  return judged > 1 ? best : std::nullopt;
+}
+
 Comparison compare(const Sample& sample, std::span<const ComparedFit> fits) {
   return FitComparison(sample, fits).run();
 }

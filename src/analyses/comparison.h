@@ -46,6 +46,11 @@ struct Winner {
 struct Comparison {
   std::vector<ComparedRow> rows;  ///< one for each fit, in their order
   std::optional<Winner> winner;   ///< none without a base
+
+  bool has_tested_row() const;
+  /// The regression with the highest percentile of r squared (PVE), the first of equal ones;
+  /// none where fewer than two fits have one.
+  std::optional<std::size_t> straightest() const;
 };
 
 /// Compares fits of one sample. A model without a routine of its own is tested on the

@@ -140,10 +140,16 @@ std::string winner_line(const FitReport& report, const Comparison& comparison) {
   const auto& [row, significance, is_base] = *comparison.winner;
   const std::string name = fit_name(report.outcomes[row]);
   if (!is_base) return "\n  Best: " + name + ", significance " + percent(significance) + "\n";
-  const bool any_tested = std::ranges::any_of(
-      comparison.rows, [](const ComparedRow& each) { return each.test == RatioTest::tested; });
-  if (!any_tested) return "\n  No other model could be tested against " + name + "\n";
+  if (!comparison.has_tested_row())
+    return "\n  No other model could be tested against " + name + "\n";
   return "\n  Best: " + name + ", as no tested model is better with a chance above 50 %\n";
+}
+
+std::string straightest_line(const FitReport& report, const Comparison& comparison) {
+  const auto best = comparison.straightest();
+  if (!best) return "";
+  return "\n  Highest PVE: " + fit_name(report.outcomes[*best]) + ", " +
+         percent(comparison.rows[*best].straightness->pve) + "\n";
 }
 
 std::string other_criteria(const FitReport& report, const Comparison& comparison) {
@@ -182,7 +188,7 @@ void add_comparison(JsonText& json, const FitReport& report, const Comparison& c
 std::string comparison_table(const std::string& subject, const FitReport& report,
                              const Comparison& comparison) {
   std::string text = totals_line(subject, report.sample) + stated_table(report, comparison);
-  if (!is_likelihood(report)) return text;
+  if (!is_likelihood(report)) return text + straightest_line(report, comparison);
   return text + winner_line(report, comparison) + other_criteria(report, comparison);
 }
 

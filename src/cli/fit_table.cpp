@@ -5,6 +5,7 @@
 #include "cli/shown_text.h"
 #include "cli/text_table.h"
 #include "cli/totals_line.h"
+#include "life/life_answers.h"
 #include "life/parameter_names.h"
 #include "life/shown_parameters.h"
 #include "numerics/number_text.h"
@@ -90,7 +91,8 @@ std::vector<std::string> quality_of_row(const FitOutcome& outcome, const Fit& fi
 
 std::vector<std::string> answers(const FitQuestions& questions, const Life& life) {
   std::vector<std::string> cells;
-  for (const double p : questions.b_life) cells.push_back(known(quantile(life, p), "not reached"));
+  for (const double p : questions.b_life)
+    cells.push_back(known(quantile(life, p), why_no_b_life(life, p)));
   for (const double x : questions.at) cells.push_back(number(fraction_failed(life, x)));
   return cells;
 }

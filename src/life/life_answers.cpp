@@ -17,6 +17,10 @@ std::optional<double> b_life(const Life& life, double p) {
   return p < share_that_fails(life) ? quantile(life, p) : std::nullopt;
 }
 
+const char* why_no_b_life(const Life& life, double p) {
+  return p < share_that_fails(life) ? "beyond all numbers" : "never";
+}
+
 double surviving_share(const Life& life, double x) {
   const double rest = share_that_fails(life) < 1 ? 1 - fraction_failed(life, x) : 0.0;
   return std::max(reliability(life, x), rest);

@@ -12,8 +12,12 @@ namespace tavlo {
 /// nothing is known of all modes together.
 bool lacks_a_mode(const Life& life);
 
-/// The time by which the fraction p has failed; nothing where that never happens.
+/// The time by which the fraction p has failed; nothing where that never happens, or where it
+/// is beyond what a number can hold.
 std::optional<double> b_life(const Life& life, double p);
+
+/// What is said in the place of a time that there is none of: "never", "beyond all numbers".
+const char* why_no_b_life(const Life& life, double p);
 
 /// The share that survives a time. Where shares don't make up the whole, the rest survives.
 double surviving_share(const Life& life, double x);

@@ -97,6 +97,17 @@ void keep_scales(Chart& looks, const Chart& chart) {
   looks.Axes = std::move(axes);
 }
 
+/// An answer is one of a fit of the project that the looks come from.
+void take_answers_off(Chart& looks) {
+  Slots<ChartItem> marks = looks.Texts;
+  int kept = 0;
+  for (int i = 1; i <= std::min(looks.nTexts, looks.Texts.bound()); ++i)
+    if (!is_answer_mark(looks.Texts(i))) marks(++kept) = looks.Texts(i);
+  marks.resize(kept);
+  looks.Texts = std::move(marks);
+  looks.nTexts = kept;
+}
+
 }  // namespace
 
 void apply_profile(Chart& chart, const Chart& profile) {
@@ -117,6 +128,8 @@ void apply_profile(Chart& chart, const Chart& profile) {
   if (chart.nTexts > 0) {
     dressed.nTexts = chart.nTexts;
     dressed.Texts = chart.Texts;
+  } else {
+    take_answers_off(dressed);
   }
   chart = std::move(dressed);
 }

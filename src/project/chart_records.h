@@ -73,6 +73,13 @@ struct ChartItem {
   friend bool operator==(const ChartItem&, const ChartItem&) = default;
 };
 
+/// The word that `Text1` of an answer mark begins with: its line and words follow a fit and are
+/// found when the chart is drawn; a move takes the words alone along.
+inline constexpr const char* answer_mark_word = "answer ";
+inline bool is_answer_mark(const ChartItem& mark) {
+  return mark.Text1.starts_with(answer_mark_word);
+}
+
 /// How limits are found that follow the data, in `ChartAxis::Label.Int4`.
 namespace limit_rule {
 inline constexpr std::int16_t stated = 0;       ///< whole decades, and tops of nines

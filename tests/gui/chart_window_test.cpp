@@ -234,6 +234,18 @@ TEST_F(OnTheChart, ATypedPercentageIsAnsweredCopiedAndMarked) {
   EXPECT_TRUE(marked.startsWith(b10.left(9))) << from_qt(marked);
   EXPECT_EQ(mark.nPoints, 2);
   EXPECT_TRUE(wait_until([&] { return chart().hasFocus(); }));
+
+  // Other letters for its words leave it an answer.
+  person.click(chart(), pixel({mark.Left + 40, mark.Top + 40}));
+  ASSERT_TRUE(wait_until([&] { return chart().selected().is_mark(); }));
+  answer<QDialog>([this](QDialog& dialog) {
+    auto& size = *dialog.findChild<QLineEdit*>(QStringLiteral("txt_MarkSize"));
+    size.setText(QStringLiteral("18"));
+    dialog.accept();
+  });
+  action("mnu_EditMark").trigger();
+  ASSERT_TRUE(wait_until([&] { return record().Texts(1).FontSize == 18; }));
+  EXPECT_EQ(to_qt(chart().stage().answered().Texts(1).Text2), marked);
 }
 
 TEST_F(OnTheChart, TheWheelIsOneStepOfTheZoomAndNoneOfUndo) {

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
+#include "actions/shown_fits.h"
 #include "gui/window_world.h"
 #include "workspace/frame/command_table.h"
 
@@ -109,11 +110,15 @@ TEST_F(DialogsByKeys, ModelsAreComparedInTheLogAndTakenBack) {
   EXPECT_TRUE(widget("opt_Meth_0").property("checked").toBool());
   toggle("alt+m", "opt_Meth_1");
   EXPECT_FALSE(widget("chk_Model_7").isEnabled()) << "the base";
+  EXPECT_FALSE(widget("chk_Model_12").isEnabled()) << "which nothing fits";
   toggle("alt+t", "chk_Model_8");
   toggle("alt+4", "chk_Model_10");
   close_with("Return", "frm_Dist");
   ASSERT_TRUE(wait_until([&] { return log().find("LR Test") != std::string::npos; }));
   EXPECT_TRUE(wait_until([&] { return window.windows().active_block() == Block::log; }));
+  EXPECT_NE(log().find("No other model could be tested"), std::string::npos) << log();
+  EXPECT_EQ(followed_fit(session(), 1), 1) << "the chart shows the best, not the last";
+  EXPECT_EQ(window.windows().panel(1).grid().currentIndex().row(), 0);
   person.press({"ctrl+z"});
   EXPECT_TRUE(wait_until([&] { return log() == before; })) << log();
   EXPECT_EQ(session().project.fits(1).nFits, 0);

@@ -46,6 +46,9 @@ TEST(ChartLooks, AProfileLeavesWhatTheChartShows) {
   profile.UniqueId = 9;
   profile.Name = "theirs";
   profile.Markers(22).DataId = 99;  // means nothing here
+  profile.nTexts = 1;               // nor does an answer of a fit there
+  profile.Texts.resize(1);
+  profile.Texts(1).Text1 = "answer share 0.1 99 W2P/mle";
   chart.Markers(4).DataId = expected.Markers(4).DataId = 75;
   chart.Markers(4).SymbolStyle = pen_style::none;  // its only row takes the profile's symbols
   chart.Markers(4).SymbolFill = 0;

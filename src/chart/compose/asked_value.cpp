@@ -50,8 +50,14 @@ std::string name_of(const Session& session, const std::vector<PlotSet>& sets, co
 FitSaying saying_of(const Life& life, const Readout& readout, const AskedValue& asked) {
   FitSaying saying;
   switch (asked.kind) {
-    case Asked::share: saying.answer = b_life(life, asked.value); break;
-    case Asked::mean: saying.answer = mean_life(life); break;
+    case Asked::share:
+      saying.answer = b_life(life, asked.value);
+      if (!saying.answer) saying.no_answer = why_no_b_life(life, asked.value);
+      break;
+    case Asked::mean:
+      saying.answer = mean_life(life);
+      if (!saying.answer) saying.no_answer = "not known";
+      break;
     case Asked::time:
       saying.answer = fraction_failed(life, asked.value);
       saying.left = surviving_share(life, asked.value);
@@ -109,12 +115,9 @@ std::string saying_text(const AskedValue& asked, const FitSaying& saying, int di
   if (asked.kind == Asked::time)
     return "at " + number_text(asked.value) + ": F = " + percent_text(*saying.answer, digits) +
            ", R = " + percent_text(saying.left, digits);
-  if (asked.kind == Asked::mean)
-    return "Mean life = " +
-           (saying.answer ? number_text(*saying.answer, digits) : std::string("not known"));
-  const std::string name = "B" + number_text(percent * asked.value, 10);
-  return saying.answer ? name + " = " + number_text(*saying.answer, digits)
-                       : name + " is never reached";
+  const std::string name =
+      asked.kind == Asked::mean ? "Mean life" : "B" + number_text(percent * asked.value, 10);
+  return name + " = " + (saying.answer ? number_text(*saying.answer, digits) : saying.no_answer);
 }
 
 std::string sayings_text(const AskedValue& asked, const std::vector<FitSaying>& sayings,

@@ -34,7 +34,8 @@ struct FitSaying {
   std::string fit;                      ///< its name, with that of its data beside other data
   std::string label;                    ///< "W4P/mle": tells it from others of its data
   std::int32_t data_id = 0;             ///< of its data set
-  std::optional<double> answer;         ///< a time, or a fraction failed; nothing: never reached
+  std::optional<double> answer;         ///< a time, or a fraction failed
+  std::string no_answer;                ///< what stands in place of one: "never"
   double left = 0;                      ///< the fraction that has not failed by a time
   std::optional<drawing::Place> place;  ///< on its line; nothing where the chart doesn't reach
 };
@@ -47,7 +48,7 @@ std::vector<FitSaying> sayings(const Session& session, const Chart& chart, const
 /// Why no fit of the chart says anything, as a sentence for the person.
 std::string why_nothing_said(const Session& session, const Chart& chart);
 
-/// "B10 = 164.0712", "at 500: F = 51.16 %, R = 48.84 %", "B10 is never reached",
+/// "B10 = 164.0712", "at 500: F = 51.16 %, R = 48.84 %", "B10 = never",
 /// "Mean life = 146".
 std::string saying_text(const AskedValue& asked, const FitSaying& saying, int digits);
 

@@ -14,13 +14,6 @@ namespace tavlo {
 enum class MarkKind { text, line, arrow, symbol };
 MarkKind kind_of_mark(const ChartItem& mark);
 
-/// The word that `Text1` of an answer mark begins with.
-inline constexpr const char* answer_mark_word = "answer ";
-/// Its line and words follow a fit and are found when the chart is drawn; a move takes the words
-/// alone along.
-inline bool is_answer_mark(const ChartItem& mark) {
-  return mark.Text1.starts_with(answer_mark_word);
-}
 /// False for an answer mark that has no place on the chart, or has not got it.
 bool is_shown(const ChartItem& mark);
 

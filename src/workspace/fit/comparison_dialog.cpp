@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "actions/compare.h"
+#include "workspace/fit/fit_choices.h"
 #include "workspace/qt/qt_text.h"
 
 namespace tavlo {
@@ -45,7 +46,7 @@ QWidget* ComparisonDialog::make_methods() {
   for (std::size_t i = 0; i < opt_Meth_.size(); ++i) {
     opt_Meth_[i] = new QRadioButton(tr(method_captions[i]));
     opt_Meth_[i]->setObjectName(numbered("opt_Meth", i));
-    connect(opt_Meth_[i], &QRadioButton::toggled, this, &ComparisonDialog::keep_base);
+    connect(opt_Meth_[i], &QRadioButton::toggled, this, &ComparisonDialog::show_what_fits);
     column->addWidget(opt_Meth_[i]);
   }
   return frame;
@@ -92,13 +93,17 @@ void ComparisonDialog::choose(int data_index) {
   opt_Meth_[static_cast<std::size_t>(std::clamp(method, 0, 2))]->setChecked(true);
 }
 
-/// The base of the likelihood-ratio test can't be left out.
-void ComparisonDialog::keep_base() {
-  const bool is_base = method() == method_code::mle;
+/// The base of the likelihood-ratio test can't be left out, and what the method can't fit can't
+/// be chosen; a tick there waits for a method that can.
+void ComparisonDialog::show_what_fits() {
+  const bool has_base = method() == method_code::mle;
   for (std::size_t i = 0; i < chk_Model_.size(); ++i) {
-    if (compared_models()[i].code != model_code::weibull2) continue;
+    const std::int16_t code = compared_models()[i].code;
+    const bool is_base = has_base && code == model_code::weibull2;
+    const std::string why = why_not_fitted(*find_model(code), method());
     if (is_base) chk_Model_[i]->setChecked(true);
-    chk_Model_[i]->setEnabled(!is_base);
+    chk_Model_[i]->setEnabled(!is_base && why.empty());
+    chk_Model_[i]->setToolTip(is_base ? tr("The base of the likelihood-ratio test") : to_qt(why));
   }
 }
 
@@ -111,7 +116,8 @@ int ComparisonDialog::method() const {
 std::vector<std::int16_t> ComparisonDialog::ticked() const {
   std::vector<std::int16_t> codes;
   for (std::size_t i = 0; i < chk_Model_.size(); ++i)
-    if (chk_Model_[i]->isChecked()) codes.push_back(compared_models()[i].code);
+    if (chk_Model_[i]->isChecked() && find_model(compared_models()[i].code)->is_fitted_by(method()))
+      codes.push_back(compared_models()[i].code);
   return codes;
 }
 

@@ -34,7 +34,7 @@ class ComparisonDialog : public QDialog {
   QWidget* make_models();
   void lay_out();
   void choose(int data_index);
-  void keep_base();
+  void show_what_fits();
   int method() const;
   std::vector<std::int16_t> ticked() const;
 

@@ -66,13 +66,18 @@ Reasoned what_of_option(const ModelOption& option, int method) {
   const std::string name = std::string(option.label) + "\n" + option.tool_tip;
   const Model* model = model_of_option(option.index);
   if (!model) return {name + "\nThe wizard comes with the next version.", false};
+  const std::string why = why_not_fitted(*model, method);
+  return {why.empty() ? name : name + "\n" + why, why.empty()};
+}
+
+std::string why_not_fitted(const Model& model, int method) {
   const auto all = methods();
   if (std::none_of(all.begin(), all.end(),
-                   [&](const Method& each) { return model->is_fitted_by(each.code); }))
-    return {name + "\nThis version can't fit it.", false};
+                   [&](const Method& each) { return model.is_fitted_by(each.code); }))
+    return "This version can't fit it.";
   const Method* chosen = find_method(method);
-  if (!chosen || model->is_fitted_by(method)) return {name, true};
-  return {name + "\nThis version can't fit it by " + chosen->plain_name + ".", false};
+  if (!chosen || model.is_fitted_by(chosen->code)) return {};
+  return std::string("This version can't fit it by ") + chosen->plain_name + ".";
 }
 
 int option_of(const FitChoices& panel) {

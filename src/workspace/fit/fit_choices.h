@@ -32,6 +32,9 @@ struct Reasoned {
 };
 Reasoned what_of_option(const ModelOption& option, int method);
 
+/// Why a model can't be fitted by a method (-1 is none chosen), as a sentence; empty when it can.
+std::string why_not_fitted(const Model& model, int method);
+
 /// The option that stands for the model that a panel has chosen; -1 for none.
 int option_of(const FitChoices& panel);
 

@@ -10,6 +10,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "actions/intake.h"
 #include "actions/reports.h"
@@ -407,7 +408,11 @@ void FitWindow::refresh_grid() {
   model_.refresh();
   fit_columns();
   if (model_.rowCount() > rows) grd_Fit_.scrollToBottom();
-  if (model_.rowCount() != rows && model_.rowCount() > 0) go_to_shown_fit();
+  const int shown = followed_fit(session_, index_);
+  const bool shows_another =
+      session_.settings.ShowLast && std::exchange(shown_, shown) != shown && shown > 0 &&
+      (current_row() == 0 || fit_at(session_, index_, current_row()).slot != shown);
+  if (model_.rowCount() > 0 && (model_.rowCount() != rows || shows_another)) go_to_shown_fit();
   show_life_of_current();
 }
 

@@ -93,6 +93,7 @@ class FitWindow : public QWidget {
   Session& session_;
   UserCommands& commands_;
   int index_;
+  int shown_ = 0;          // the slot that the chart follows
   bool stepping_ = false;  // an arrow key goes from one option to the next
   GridModel model_;
   QGroupBox* model_frame_ = nullptr;

@@ -127,8 +127,9 @@ void ChartCommands::print() {
     if (!done) return tell_fault(program_.session, path, done);
     program_.views.status("Printed to: " + bare_file_name(path));
   };
-  if (!printing_.print(&frame_, job(), write))
-    program_.prompts.show({"Print", "The printer can't be used. Nothing was printed.",
+  const QString why = printing_.print(&frame_, job(), write);
+  if (!why.isEmpty())
+    program_.prompts.show({"Print", from_qt(why + QObject::tr(" Nothing was printed.")),
                            BoxIcon::exclamation, BoxButtons::ok});
 }
 

@@ -1,5 +1,6 @@
 #include "workspace/frame/printing.h"
 
+#include <QDir>
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintDialog>
@@ -93,16 +94,19 @@ bool Printing::set_up(QWidget* parent) {
   return true;
 }
 
-bool Printing::print(QWidget* parent, const PrintJob& job, const WriteFile& write) {
+QString Printing::print(QWidget* parent, const PrintJob& job, const WriteFile& write) {
   QPrintDialog dialog(&printer_for(job), parent);
   dialog.setWindowTitle(QStringLiteral("Print ") + job.title);
-  if (dialog.exec() != QDialog::Accepted) return true;
+  if (dialog.exec() != QDialog::Accepted) return {};
   const std::string path = from_qt(printer().outputFileName());
   if (printer().outputFormat() != QPrinter::PdfFormat || path.empty())
-    return job.print(printer(), all_pages);
+    return job.print(printer(), all_pages) ? QString() : QObject::tr("The printer can't be used.");
   const std::string bytes = printed_bytes(printer(), job);
-  if (!bytes.empty()) write(path, bytes);
-  return !bytes.empty();
+  if (bytes.empty())
+    return QObject::tr("The file could not be made: is there room for it in %1?")
+        .arg(QDir::tempPath());
+  write(path, bytes);
+  return {};
 }
 
 void Printing::preview(QWidget* parent, const PrintJob& job) {

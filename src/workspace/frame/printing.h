@@ -44,9 +44,9 @@ class Printing {
  public:
   /// False where there is no printer to be set up.
   bool set_up(QWidget* parent);
-  /// False when the printer refused; a user who cancels has printed nothing.
+  /// Why nothing was printed, as a sentence; empty when all was, and when the user cancelled.
   /// A PDF file is handed to `write`, so that no half one is left.
-  bool print(QWidget* parent, const PrintJob& job, const WriteFile& write);
+  QString print(QWidget* parent, const PrintJob& job, const WriteFile& write);
   void preview(QWidget* parent, const PrintJob& job);
 
  private:

@@ -52,12 +52,14 @@ void ShownRichText::note_change(int position, int removed, int added) {
   if (!edited_) {
     first_ = position;
     last_ = position + added;
-    // Who takes away all at once means the whole text, as who copies it does.
-    replaces_all_ = position == 0 && removed > added && end_of(document_) <= added;
   } else {
     first_ = std::min(first_, position);
     last_ = std::max(last_, position + removed) + added - removed;
   }
+  // Who takes away all at once means the whole text, as who copies it does. A change of the font
+  // takes away as much as it adds.
+  const bool takes_all = position == 0 && removed > 0 && end_of(document_) <= added;
+  replaces_all_ = (edited_ && replaces_all_) || (takes_all && removed != added);
   edited_ = true;
   emit edited();
 }

@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -16,9 +17,10 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-// An owner that hangs must not hang this program; the toolkit waits as long. It is the time for
-// all that is asked.
+// An owner that hangs must not hang this program; the toolkit waits as long for each part. One
+// that goes on and on is left too.
 constexpr std::chrono::seconds patience{5};
+constexpr std::chrono::seconds most_patience{20};
 constexpr std::size_t endless = std::numeric_limits<std::size_t>::max();
 
 struct FreeReply {
@@ -107,11 +109,13 @@ class Selection {
       xcb_flush(connection_);
       if (part == 0) return length;
       length += part;
+      end_ = std::min(SteadyClock::now() + patience, last_end_);
     }
     return endless;  // what has not come to its end in time is not taken for short
   }
 
-  const SteadyClock::time_point end_ = SteadyClock::now() + patience;
+  SteadyClock::time_point end_ = SteadyClock::now() + patience;
+  const SteadyClock::time_point last_end_ = SteadyClock::now() + most_patience;
   xcb_connection_t* connection_;
   xcb_window_t window_ = XCB_NONE;
   xcb_atom_t selection_ = XCB_NONE;

@@ -56,8 +56,7 @@ TEST(AskedValue, EveryFitOnTheChartAnswersExactly) {
   EXPECT_EQ(saying_text({Asked::share, 0.1}, b10[0], 5), "B10 = 32.459");
   here.session.project.fits(1).Fits(1) =
       test::fit_of(model_code::weibull4, {{0.01, 0.05, 2, 0, 1}, {unreached_scale, 0.95, 2, 0, 2}});
-  EXPECT_EQ(saying_text({Asked::share, 0.1}, ask({Asked::share, 0.1})[0], 5),
-            "B10 is never reached");
+  EXPECT_EQ(saying_text({Asked::share, 0.1}, ask({Asked::share, 0.1})[0], 5), "B10 = never");
 }
 
 }  // namespace
