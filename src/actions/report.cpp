@@ -14,6 +14,8 @@
 #include "numerics/date_text.h"
 #include "numerics/number_text.h"
 #include "numerics/value_text.h"
+#include "project/chart_looks.h"
+#include "project/chart_types.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -334,10 +336,17 @@ class ReportMaker {
     ReportPart part{"Chart"};
     if (sets_.empty()) return part;
     for (int i = 1; i <= project_.charts.bound(); ++i)
-      if (DrawingRecord drawing = fl_Make_WMF(session_, i); drawing.width > 0 && drawing.height > 0)
+      if (DrawingRecord drawing = drawn(project_.charts(i));
+          drawing.width > 0 && drawing.height > 0)
         part.drawings.push_back(std::move(drawing));
     if (part.drawings.size() > 1) part.title = "Charts";
     return part;
+  }
+
+  /// A chart that nobody has dressed gets the look that stands well among words.
+  DrawingRecord drawn(Chart chart) {
+    if (has_factory_look(chart)) apply_chart_look(chart, report_chart_type);
+    return compose_chart(session_, chart, session_.ports.prompts, session_.errors);
   }
 
   ReportPart data_part() const {

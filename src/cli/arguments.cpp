@@ -415,6 +415,9 @@ void add_report_options(CLI::App& app, ReportArguments& report) {
       [&report](const std::string& text) { report.questions.b_life = parse_percents(text); },
       "Times by which these percentages have failed (1,10,50)", "P,...");
   add_text(
+      app, "--at", [&report](const std::string& text) { report.times = parse_numbers(text); },
+      "Shares that survive these times", "T,...");
+  add_text(
       app, "--title", [&report](const std::string& text) { report.title = text; },
       "Title of the report (the name of the file)", "TEXT");
   add_text(

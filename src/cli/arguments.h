@@ -84,6 +84,7 @@ struct ChartArguments {
 struct ReportArguments {
   CommonArguments common;  ///< with one file
   FitQuestions questions;
+  std::vector<double> times;   ///< that the shares which survive them are told of
   bool asks_for_fits = false;  ///< by an option: a project has fits of its own otherwise
   std::string out;
   std::string title;             ///< empty for the name of the file

@@ -86,20 +86,11 @@ class ReportRun {
     const bool is_piped = file == "-";
     const ReportRequest request{arguments_.title.empty() ? titles_.front() : arguments_.title,
                                 is_piped ? "" : shown_text(file.substr(file.rfind('/') + 1)),
-                                arguments_.questions.b_life,
-                                {},
-                                refusals_};
+                                arguments_.questions.b_life, arguments_.times, refusals_};
     const Report report = make_report(session, request);
-    const auto fault = write_report(session, report, arguments_.out, paper(session.ports.host));
+    const auto fault = write_report(session, report, arguments_.out,
+                                    arguments_.paper.value_or(usual_paper(session.ports.host)));
     return fault ? fail(*fault) : code_;
-  }
-
-  PaperSize paper(Host& host) const {
-    if (arguments_.paper) return *arguments_.paper;
-    for (const char* const name : {"LC_ALL", "LC_PAPER", "LANG"})
-      if (const std::string locale = host.environment(name); !locale.empty())
-        return paper_of_locale(locale);
-    return PaperSize::a4;
   }
 
   ExitCode fail(const std::string& fault) {

@@ -148,4 +148,10 @@ void apply_chart_look(Chart& chart, std::string_view look) {
   apply_profile(chart, looks);
 }
 
+bool has_factory_look(const Chart& chart) {
+  Chart anew = chart;
+  apply_chart_look(anew, chart.Profile);
+  return anew == chart && !is_only_looks(chart.Profile);
+}
+
 }  // namespace tavlo

@@ -24,4 +24,8 @@ void apply_chart_type(Chart& chart, std::string_view type);
 /// The same without the type's paper: scales and limits stay whatever the type.
 void apply_chart_look(Chart& chart, std::string_view look);
 
+/// True for a chart as its type comes, where this is more than looks: nobody has chosen other
+/// pens, letters or places.
+bool has_factory_look(const Chart& chart);
+
 }  // namespace tavlo

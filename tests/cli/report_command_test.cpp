@@ -39,8 +39,8 @@ TEST_F(Reports, TellTheSameAsTheFitAndTheSameBytesAgain) {
   std::snprintf(b10, sizeof b10, "%.5g", fit["b_life"][0]["x"].get<double>());
   EXPECT_TRUE(holds("a.html", std::string("<td>") + b10 + "</td>")) << b10;
   EXPECT_TRUE(folder.read("a.pdf").starts_with("%PDF"));
-  EXPECT_TRUE(run("pumps.txt us.html --paper letter").code == 0 &&
-              holds("us.html", "size: letter"));
+  ASSERT_EQ(run("pumps.txt us.html --paper letter --at 100 --model E").code, 0);
+  EXPECT_TRUE(holds("us.html", "size: letter") && holds("us.html", "R(100)"));
 }
 
 TEST_F(Reports, OfAProjectHaveItsOwnFitsAndOfLongDataTheSums) {

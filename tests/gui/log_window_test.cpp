@@ -230,6 +230,18 @@ TEST_F(LogByKeys, IsExportedAsTheReportIsAndNoHalfFileIsLeft) {
         << type;
   EXPECT_TRUE(boxes.texts().isEmpty());
   EXPECT_EQ(size_after(command::export_report, QStringLiteral("none/x.pdf")), 0);
+
+  // Fits of other data are named before they leave without numbers.
+  person.press({"alt+c"});
+  ASSERT_TRUE(test::wait_until([&] { return fits().rows() == 2 && !program.commands.running(); }));
+  person.press({"ctrl+1"});
+  person.type("999\n");
+  ASSERT_TRUE(test::wait_until([&] { return !session().project.data(1).is_read(); }));
+  boxes.press_on_boxes("alt+y");
+  const auto asked_before = boxes.texts().size();
+  EXPECT_GT(size_after(command::export_report, QStringLiteral("old.html")), 5000);
+  ASSERT_EQ(boxes.texts().size(), asked_before + 1);
+  EXPECT_TRUE(boxes.texts().back().startsWith(QStringLiteral("A fit is out of date")));
 }
 
 }  // namespace

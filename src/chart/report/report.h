@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "chart/record/drawing_record.h"
+#include "ports/host.h"
 
 namespace tavlo {
 
@@ -37,8 +38,8 @@ struct Report {
 /// Sizes of paper.
 enum class PaperSize { a4, letter };
 
-/// The paper of a place by the name of its locale, as "en_US.UTF-8": Letter where that is the
-/// usual paper, A4 in the rest of the world and for a name that tells no country.
-PaperSize paper_of_locale(const std::string& locale);
+/// The paper of the place that the environment names as "en_US.UTF-8" (LC_ALL, LC_PAPER, LANG):
+/// Letter where that is the usual paper, A4 in the rest of the world and where no country is told.
+PaperSize usual_paper(Host& host);
 
 }  // namespace tavlo

@@ -5,6 +5,7 @@
 #include "actions/report.h"
 #include "actions/work.h"
 #include "painter/report_pages.h"
+#include "project/fit_records.h"
 #include "project/html_text.h"
 #include "workspace/frame/export_file.h"
 #include "workspace/frame/printing.h"
@@ -12,13 +13,6 @@
 namespace tavlo {
 
 namespace {
-
-PaperSize usual_paper(Host& host) {
-  for (const char* const name : {"LC_ALL", "LC_PAPER", "LANG"})
-    if (const std::string locale = host.environment(name); !locale.empty())
-      return paper_of_locale(locale);
-  return PaperSize::a4;
-}
 
 std::string log_file(const RichText& log, const std::string& extension, PaperSize paper) {
   if (extension == "rtf") return log.rtf();
@@ -29,7 +23,25 @@ std::string log_file(const RichText& log, const std::string& extension, PaperSiz
 
 }  // namespace
 
+// What is out of date is said in the report; its maker is to know it first.
+bool DocumentCommands::wants_old_fits() const {
+  const Project& project = program_.session.project;
+  int old = 0;
+  for (int i = 1; i <= project.fits.bound(); ++i)
+    for (int slot = 1; slot <= project.fits(i).nFits; ++slot)
+      old += is_out_of_date(project.fits(i).Fits(slot), project.data(data_of_fits(project, i)));
+  if (old == 0) return true;
+  const std::string fits = old == 1 ? "A fit is" : std::to_string(old) + " fits are";
+  return program_.prompts.show({"Export Report",
+                                fits + " out of date: the report will have no numbers of " +
+                                    (old == 1 ? "it" : "them") +
+                                    ".\nExport it all the same? With No you can press "
+                                    "Calculate Fit first.",
+                                BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
+}
+
 void DocumentCommands::export_report() {
+  if (!wants_old_fits()) return;
   Session& session = program_.session;
   const std::string title = file_title(project_title(session));
   const ExportRequest request{"Export Report", title + " report",

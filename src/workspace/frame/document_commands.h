@@ -23,6 +23,8 @@ class DocumentCommands {
   void paste_into_log();
 
  private:
+  bool wants_old_fits() const;
+
   Program& program_;
   ProjectWindows& windows_;
 };
