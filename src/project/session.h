@@ -82,7 +82,7 @@ struct Session {
   /// The chart that the person worked on last; 0 for none.
   std::int32_t chart_at_work = 0;
 
-  /// What the Life panels answer beside the mean; kept for the run of the program.
+  /// What the Life panels answer beside the mean, whatever the project.
   LifeQuestions life_questions;
 
   FitDialogue fitting;

@@ -1,9 +1,12 @@
 // The program starts, ends, and starts again where it was.
 #include <QDir>
+#include <QLineEdit>
 #include <QProcess>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include "files/language_file.h"
 #include "gui/window_world.h"
@@ -83,6 +86,28 @@ TEST_F(FrameAgain, StandsWhereItStoodWithItsBarsAndWindows) {
       EXPECT_NEAR(was.x(), is.x(), 0.01) << qPrintable(key);
       EXPECT_NEAR(was.width(), is.width(), 0.01) << qPrintable(key);
     }
+  });
+}
+
+TEST_F(FrameAgain, AsksOfALifeWhatItAskedBefore) {
+  run([](MainWindow& window) {
+    auto& answers = *window.findChild<QTableWidget*>(QStringLiteral("grd_Life"));
+    for (const auto& [name, typed] : {std::pair{"txt_Percent", "0.1"}, {"txt_Time", "250"}}) {
+      auto& field = *window.findChild<QLineEdit*>(QString::fromUtf8(name));
+      field.setText(QString::fromUtf8(typed));
+      QTest::keyClick(&field, Qt::Key_Return);
+    }
+    for (int i = 0; i < 3; ++i) {
+      answers.setCurrentCell(1, 0);
+      QTest::keyClick(&answers, Qt::Key_Delete);
+    }
+    EXPECT_EQ(answers.rowCount(), 3);
+  });
+  run([](MainWindow& window) {
+    auto& answers = *window.findChild<QTableWidget*>(QStringLiteral("grd_Life"));
+    ASSERT_EQ(answers.rowCount(), 3) << "and the mean";
+    EXPECT_EQ(answers.item(0, 0)->text(), QStringLiteral("B0.1"));
+    EXPECT_EQ(answers.item(1, 0)->text(), QStringLiteral("R(250)"));
   });
 }
 

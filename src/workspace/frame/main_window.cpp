@@ -28,6 +28,7 @@
 #include "workspace/frame/captions.h"
 #include "workspace/frame/command_table.h"
 #include "workspace/frame/help_desk.h"
+#include "workspace/frame/kept_questions.h"
 #include "workspace/frame/options_dialog.h"
 #include "workspace/frame/sample_dialog.h"
 #include "workspace/qt/look.h"
@@ -593,12 +594,15 @@ void MainWindow::end_program() {
     store->setValue(store_key::bars, saveState());
     store->setValue(store_key::windows, windows_.places());
     store->setValue(store_key::hidden_columns, sheets_.hidden_columns());
+    keep_questions(*store, session_.life_questions);
   }
   End_Program(session_);
 }
 
 void MainWindow::show_as_last_time() {
   const auto store = own_store(session_.places);
+  if (store) session_.life_questions = kept_questions(*store);
+  for (int i = 1; i <= session_.project.fits.bound(); ++i) session_.ports.views.fit_grid_changed(i);
   const bool is_placed = store && restoreGeometry(store->value(store_key::geometry).toByteArray());
   if (store) restoreState(store->value(store_key::bars).toByteArray());
   show_bars();
