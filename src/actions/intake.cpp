@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "actions/busy_panel.h"
 #include "actions/compare.h"
@@ -46,13 +47,20 @@ int answering_slot(const Session& session, const FitPanel& panel) {
   return request == fits.Fits(slot).request ? slot : 0;
 }
 
-/// The fits follow the data that have just been read. True when one did.
-bool bring_up_to_date(Session& session, int index) {
+/// The fits follow the data that have just been read, and the log tells of all that did.
+void bring_up_to_date(Session& session, int index) {
   refit_all(session, index, index);
   const FitSet& fits = session.project.fits(index);
-  const DataSet& data = session.project.data(index);
-  return std::any_of(fits.Fits.begin() + 1, fits.Fits.end(),
-                     [&](const FitResult& fit) { return is_current(fit, data); });
+  const auto follows = [&](int slot) {
+    return is_current(fits.Fits(slot), session.project.data(index));
+  };
+  bool is_told = false;
+  for (int slot = 1; slot <= fits.nFits; ++slot) {
+    if (!follows(slot)) continue;
+    if (!std::exchange(is_told, true))
+      AppendLog(session, "\\par Data Sets have changed.  Updated Fits below. \\par", true);
+    PostFitLog(session, slot, index, index);
+  }
 }
 
 }  // namespace
@@ -63,9 +71,7 @@ bool CheckDirtyData(Session& session, int data_index, bool& clean) {
   clean = sheet.data().is_read();
   if (clean) return true;
   if (!read_rows(session, data_index)) return false;
-  const bool fits_follow = bring_up_to_date(session, data_index);
-  if (fits_follow)
-    AppendLog(session, "\\par Data Sets have changed.  Updated Fits below. \\par", true);
+  bring_up_to_date(session, data_index);
   if (sheet.last_row() > 0) list_short_set(session, session.project.data(data_index));
   return true;
 }
@@ -80,9 +86,8 @@ void CheckAndFit(Session& session, int fit_index) {
   bool clean = true;
   if (!CheckDirtyData(session, panel.data_index, clean)) return;
   if (const int slot = clean ? 0 : answering_slot(session, panel)) {
-    // Intake has answered this very request: it only gets its entry and its place.
-    show_again(session, panel.data_index, fit_index, slot);
-    return PostFitLog(session, slot, panel.data_index, fit_index);
+    // Intake has answered this very request: it only gets its place.
+    return show_again(session, panel.data_index, fit_index, slot);
   }
   const int fits_before = session.project.fits(fit_index).nFits;
   Fit_Distribution(session, panel.data_index, fit_index, panel.nModel, panel.nMethod, true, true);

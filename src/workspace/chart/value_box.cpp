@@ -116,8 +116,10 @@ void ValueBox::copy() {
 
 void ValueBox::mark() {
   if (!asked_) return;
+  const auto marks = stage_.chart().nTexts;
   for (const FitSaying& saying : sayings_)
     if (saying.place) add_answer_mark(stage_.chart(), *asked_, saying);
+  if (stage_.chart().nTexts == marks) return emit said(tr("It is marked already."));
   stage_.name_step("Mark");
   leave();
 }

@@ -282,13 +282,19 @@ void MainWindow::add_chart() {
 // Windows may go with their records, and may not do so inside an event of their own.
 void MainWindow::undo() {
   program_.commands.run_later([this] {
-    if (!windows_.is_dragging()) tavlo::undo(session_);
+    const QString name = to_qt(session_.history.undo_name());
+    if (windows_.is_dragging() || !tavlo::undo(session_)) return;
+    hint_.say({});  // it was of what is gone
+    news_.say(tr("Undone: %1").arg(name));
   });
 }
 
 void MainWindow::redo() {
   program_.commands.run_later([this] {
-    if (!windows_.is_dragging()) tavlo::redo(session_);
+    const QString name = to_qt(session_.history.redo_name());
+    if (windows_.is_dragging() || !tavlo::redo(session_)) return;
+    hint_.say({});
+    news_.say(tr("Redone: %1").arg(name));
   });
 }
 
