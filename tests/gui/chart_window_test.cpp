@@ -240,7 +240,8 @@ TEST_F(OnTheChart, ATypedPercentageIsAnsweredCopiedAndMarked) {
   ASSERT_TRUE(wait_until([&] { return chart().selected().is_mark(); }));
   answer<QDialog>([this](QDialog& dialog) {
     auto& size = *dialog.findChild<QLineEdit*>(QStringLiteral("txt_MarkSize"));
-    size.setText(QStringLiteral("18"));
+    size.selectAll();
+    size.insert(QStringLiteral("18"));
     dialog.accept();
   });
   action("mnu_EditMark").trigger();

@@ -130,6 +130,10 @@ QWidget* FitWindow::make_model_frame() {
   chk_Big_->setObjectName(QStringLiteral("chk_Big"));
   chk_Big_->setToolTip(tr("Show the names of the models"));
   connect(chk_Big_, &QCheckBox::toggled, this, &FitWindow::place_model_options);
+  connect(qApp, &QApplication::focusChanged, chk_Big_, [this](QWidget*, QWidget* now) {
+    if (now && !model_frame_->isAncestorOf(now) && !model_frame_->underMouse())
+      chk_Big_->setChecked(false);
+  });
   for (const ModelOption& option : model_options()) add_model_option(option);
   place_model_options(false);
   connect(&opt_Model_, &QButtonGroup::idClicked, this, [this](int option) {
@@ -464,8 +468,8 @@ bool FitWindow::option_key(QObject& option, QEvent& event) {
   }
 }
 
-// The names close again when the mouse leaves the frame. A frame without the
-// mouse is one opened by the keyboard, which never gets this event.
+// The names take the room of the grid: they close again when the mouse leaves the frame, or the
+// focus where a key has opened them.
 bool FitWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == model_frame_ && event->type() == QEvent::Leave) chk_Big_->setChecked(false);
   if (watched != model_frame_ && event->type() == QEvent::KeyPress)
