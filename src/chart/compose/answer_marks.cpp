@@ -79,11 +79,13 @@ void place(ChartItem& mark, const ChartItem& plot, Place at) {
 
 void answer(ChartItem& mark, const Question& question, const Session& session, const Chart& chart,
             const Readout& readout) {
-  for (const FitSaying& saying : sayings(session, chart, readout, question.asked)) {
+  const auto all = sayings(session, chart, readout, question.asked);
+  for (const FitSaying& saying : all) {
     if (saying.data_id != question.data_id || saying.label != question.fit || !saying.place)
       continue;
     place(mark, chart.Boxes(chart_item::plot_box), *saying.place);
-    mark.Text2 = saying_text(question.asked, saying, session.settings.DigitsFit);
+    const auto say = all.size() > 1 ? named_saying_text : saying_text;
+    mark.Text2 = say(question.asked, saying, session.settings.DigitsFit);
     return;
   }
 }

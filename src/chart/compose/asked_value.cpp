@@ -120,12 +120,15 @@ std::string saying_text(const AskedValue& asked, const FitSaying& saying, int di
   return name + " = " + (saying.answer ? number_text(*saying.answer, digits) : saying.no_answer);
 }
 
+std::string named_saying_text(const AskedValue& asked, const FitSaying& saying, int digits) {
+  return saying_text(asked, saying, digits) + "   (" + saying.fit + ")";
+}
+
 std::string sayings_text(const AskedValue& asked, const std::vector<FitSaying>& sayings,
                          int digits) {
   std::string text;
   for (const FitSaying& saying : sayings)
-    text +=
-        (text.empty() ? "" : "\n") + saying_text(asked, saying, digits) + "   (" + saying.fit + ")";
+    text += (text.empty() ? "" : "\n") + named_saying_text(asked, saying, digits);
   return text;
 }
 

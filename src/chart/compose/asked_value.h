@@ -52,6 +52,9 @@ std::string why_nothing_said(const Session& session, const Chart& chart);
 /// "Mean life = 146".
 std::string saying_text(const AskedValue& asked, const FitSaying& saying, int digits);
 
+/// The same and whose answer it is: "B10 = 164.0712   (W2P/mle)".
+std::string named_saying_text(const AskedValue& asked, const FitSaying& saying, int digits);
+
 /// All of them with the names of the fits.
 std::string sayings_text(const AskedValue& asked, const std::vector<FitSaying>& sayings,
                          int digits);
