@@ -90,6 +90,9 @@ TEST_F(LifePanelAtWork, RowsOfTheGridObeyTheKeyboard) {
   const int before = drawn();
   person.press({"space"});
   EXPECT_TRUE(wait_until([&] { return drawn() != before; }));
+  person.press({"ctrl+c"});
+  EXPECT_TRUE(wait_until([&] { return person.paste_elsewhere().count("W3T/rr") == 1; }));
+  EXPECT_TRUE(person.paste_elsewhere().contains("W/rr")) << "all, where nothing is selected";
   fit({"Delete"}, 1);
   fit({"ctrl+z"}, 2);
 

@@ -379,6 +379,15 @@ void FitWindow::go_to_shown_fit() {
                                              QItemSelectionModel::NoUpdate);
 }
 
+// Where nothing is selected the whole grid is meant, not the one cell that a mark has led to.
+void FitWindow::mirror_selection() {
+  if (grd_Fit_.selectionModel()->hasSelection()) return model_.mirror_selection(grd_Fit_);
+  Grid& grid = session_.gFitForm(index_)->grd_Fit;
+  if (grid.rows() < 2) return;
+  grid.go_to(1, 0);
+  grid.select_to(grid.rows() - 1, grid.columns() - 1);
+}
+
 void FitWindow::show_life_of_current() { life_.show_fit_of(current_row()); }
 
 /// The chart shows the fit of the row that was picked. Column 0 has its box.

@@ -57,7 +57,7 @@ class FitWindow : public QWidget {
   std::string notes() const;
 
   /// The selected cells become the grid's, so that copy finds them.
-  void mirror_selection() { model_.mirror_selection(grd_Fit_); }
+  void mirror_selection();
 
  signals:
   void choices_changed();

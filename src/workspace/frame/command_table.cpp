@@ -220,8 +220,8 @@ Rows mark_commands(ChartCommands& charts) {
   return {
       {{114, marks, "&Text"}, adds("AddText", MarkKind::text)},
       {{115, marks, "&Line"}, adds("AddLine", MarkKind::line)},
-      {{116, marks, "&Arrow"}, adds("AddArrow", MarkKind::arrow)},
-      {{117, marks, "&Symbol"}, adds("AddSymbol", MarkKind::symbol)},
+      {{116, marks, "A&rrow"}, adds("AddArrow", MarkKind::arrow)},
+      {{117, marks, "S&ymbol"}, adds("AddSymbol", MarkKind::symbol)},
   };
 }
 
