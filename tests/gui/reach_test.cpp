@@ -8,8 +8,12 @@
 
 #include "actions/undo.h"
 #include "actions/work.h"
+#include "chart/parts/marks.h"
 #include "gui/pictures.h"
 #include "gui/window_world.h"
+#include "workspace/chart/mark_dialog.h"
+#include "workspace/chart/picture_dialog.h"
+#include "workspace/format/colour_dialog.h"
 #include "workspace/frame/command_table.h"
 #include "workspace/frame/manual.h"
 #include "workspace/qt/qt_text.h"
@@ -48,6 +52,35 @@ TEST_F(Reach, EverythingHasANameAndNothingIsCutInAnyColours) {
                 16},
                {"contrast", colours_of(Qt::black, Qt::black, Qt::white, Qt::yellow), 16}};
   type_handbook_example();
+  Chart& chart = session().project.charts(1);
+  program.commands.run([&] { add_mark(chart, arrow_mark({100, 100}, {300, 200})); });
+  const auto open = [](QDialog* dialog) {
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+  };
+  const auto by_command = [&](int id) { return [this, id] { window.DoCommand(id); }; };
+  const struct {
+    const char* name;
+    std::function<void()> open;
+  } dialogs[] = {
+      {"options", by_command(command::options)},
+      {"sample", by_command(command::sample)},
+      {"compare", by_command(command::compare)},
+      {"format", by_command(command::label_style)},
+      {"quick-help", by_command(44)},
+      {"import",
+       [&] {
+         answer_files_with(QStringLiteral(TAVLO_EXAMPLES "/remission-6mp.csv"));
+         window.DoCommand(command::import_data);
+       }},
+      {"picture",
+       [&] {
+         open(new PictureDialog({}, {160, 100}, true, &window));
+       }},
+      {"mark", [&] { open(new MarkDialog(&window, session(), program.commands, 1, 1)); }},
+      {"colour", [&] {
+         ColourDialog::choose(&window, program.commands, {}, ColourDialog::Asks::pen, [](auto&) {});
+       }}};
   for (const auto& look : looks) {
     QFont letters = font;
     letters.setPointSize(look.points);
@@ -56,22 +89,22 @@ TEST_F(Reach, EverythingHasANameAndNothingIsCutInAnyColours) {
     QCoreApplication::processEvents();
     EXPECT_EQ(from_qt(nameless_in(window)), "") << look.name;
     keep_picture(window, QStringLiteral("frame-%1").arg(to_qt(look.name)));
-    for (const int id :
-         {command::options, command::sample, command::compare, command::label_style, 44}) {
-      window.DoCommand(id);
+    for (const auto& [name, open_it] : dialogs) {
+      open_it();
       QWidget* dialog = nullptr;
       ASSERT_TRUE(test::wait_until([&] {
         dialog = QApplication::activeWindow();
         return dialog && dialog != &window;
-      })) << id;
+      })) << name;
       QCoreApplication::processEvents();
-      EXPECT_EQ(from_qt(nameless_in(*dialog)), "") << look.name << id;
-      EXPECT_EQ(from_qt(cut_in(*dialog)), "") << look.name << id;
-      EXPECT_LE(dialog->frameGeometry().height(), dialog->screen()->availableSize().height()) << id;
-      EXPECT_LE(dialog->frameGeometry().width(), dialog->screen()->availableSize().width()) << id;
-      keep_picture(*dialog, QStringLiteral("%1-%2").arg(id).arg(to_qt(look.name)));
+      EXPECT_EQ(from_qt(nameless_in(*dialog)), "") << look.name << name;
+      EXPECT_EQ(from_qt(cut_in(*dialog)), "") << look.name << name;
+      EXPECT_LE(dialog->frameGeometry().height(), dialog->screen()->availableSize().height())
+          << name;
+      EXPECT_LE(dialog->frameGeometry().width(), dialog->screen()->availableSize().width()) << name;
+      keep_picture(*dialog, QStringLiteral("%1-%2").arg(to_qt(name), to_qt(look.name)));
       dialog->close();
-      ASSERT_TRUE(test::wait_until([&] { return window.isActiveWindow(); })) << id;
+      ASSERT_TRUE(test::wait_until([&] { return window.isActiveWindow(); })) << name;
     }
   }
   QApplication::setPalette(before);

@@ -14,15 +14,21 @@ namespace {
 constexpr int units_per_pixel = 12;  // of a chart in a window of usual size
 
 /// Plays the drawing on a picture with the sharpness of the finest screen.
-QIcon played(const DrawingRecord& drawing, const QSize& size) {
+QIcon played(const DrawingRecord& drawing, const QSize& size, const QColor& ground) {
   const double scale = qGuiApp->devicePixelRatio();
   QPixmap picture(size * scale);
   picture.setDevicePixelRatio(scale);
-  picture.fill(Qt::transparent);
+  picture.fill(ground);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
   PlayChart(painter, drawing, QRectF(QPointF(0, 0), QSizeF(size)));
   return QIcon(picture);
+}
+
+/// White paper, whatever the colours of the desktop; grey under a line that white would hide.
+QColor paper_under(std::int32_t line) {
+  constexpr double too_light = 0.8;
+  return to_qt_colour(line).lightnessF() > too_light ? QColor(Qt::darkGray) : QColor(Qt::white);
 }
 
 DrawingRecord empty_drawing(const QSize& size) {
@@ -51,7 +57,7 @@ QIcon colour_picture(std::int32_t colour, const QSize& size) {
     const int inset = units_per_pixel;
     recorder.add(drawing::Rectangle{inset, inset, drawing.width - inset, drawing.height - inset});
   }
-  return played(drawing, size);
+  return played(drawing, size, Qt::transparent);
 }
 
 QIcon pen_picture(const PenLook& look, const QSize& size) {
@@ -63,7 +69,7 @@ QIcon pen_picture(const PenLook& look, const QSize& size) {
     recorder.add(drawing::Polyline{
         {{inset, drawing.height / 2}, {drawing.width - inset, drawing.height / 2}}});
   }
-  return played(drawing, size);
+  return played(drawing, size, paper_under(look.colour));
 }
 
 QIcon symbol_picture(int symbol, int side, std::int32_t line, std::int32_t fill, bool filled) {
@@ -77,7 +83,7 @@ QIcon symbol_picture(int symbol, int side, std::int32_t line, std::int32_t fill,
     const int size = static_cast<int>(share * drawing.width);
     SymbolStamp(symbol, size).draw(recorder, {drawing.width / 2, drawing.height / 2});
   }
-  return played(drawing, {side, side});
+  return played(drawing, {side, side}, paper_under(line));
 }
 
 }  // namespace tavlo
