@@ -60,7 +60,7 @@ class Answers {
 
  private:
   static void warn_below_zero(LifeAnswer& row, double x) {
-    if (x < 0) row.tip += ".\nBelow 0: there this model does not describe a life.";
+    if (x < 0) row.tip += std::string(".\n") + below_zero;
   }
 
   Session& session_;
@@ -177,7 +177,11 @@ LifeTable life_table(Session& session, int fit_index, int grid_row) {
   if (!table.remark.empty()) return table;
   table.remark = remark(fit, life);
   const Answers answers(session, life);
-  for (LifeAnswer& row : table.rows) answer(answers, row);
+  for (LifeAnswer& row : table.rows) {
+    answer(answers, row);
+    const bool is_life = row.kind != LifeAnswerKind::reliability;
+    if (is_life && row.time && *row.time < 0 && table.remark.empty()) table.remark = below_zero;
+  }
   return table;
 }
 

@@ -122,6 +122,13 @@ Cells life_row(const FitResult& fit, const DataSet& data, const ReportRequest& r
   return cells;
 }
 
+bool has_life_below_zero(const FitResult& fit, const DataSet& data, const ReportRequest& request) {
+  const Life life = life_of(fit);
+  return !is_out_of_date(fit, data) && std::ranges::any_of(request.b_life, [&](double fraction) {
+    return b_life(life, fraction).value_or(0) < 0;
+  });
+}
+
 Cells life_headings(const ReportRequest& request) {
   Cells cells = {"Fit"};
   for (const double fraction : request.b_life)
@@ -319,8 +326,11 @@ class ReportMaker {
       const auto fits = fits_of(project_, set);
       if (fits.empty()) continue;
       ReportTable table{name_of(set), life_headings(request_), {true}, {}};
-      for (const FitResult* fit : fits)
+      for (const FitResult* fit : fits) {
         table.rows.push_back(life_row(*fit, project_.data(set), request_));
+        if (has_life_below_zero(*fit, project_.data(set), request_))
+          table.remarks.push_back(fit_name(*fit) + ": " + below_zero);
+      }
       if (table.headings.size() > most_columns) turn(table);
       table.is_text.resize(table.headings.size(), false);
       part.tables.push_back(std::move(table));

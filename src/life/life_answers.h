@@ -16,6 +16,10 @@ bool lacks_a_mode(const Life& life);
 /// is beyond what a number can hold.
 std::optional<double> b_life(const Life& life, double p);
 
+/// To be said where a time by which units have failed is negative: models without a lower end
+/// give such.
+inline constexpr const char* below_zero = "Below 0 this model does not describe a life.";
+
 /// What is said in the place of a time that there is none of: "never", "beyond all numbers".
 const char* why_no_b_life(const Life& life, double p);
 
