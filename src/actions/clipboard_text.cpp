@@ -368,9 +368,9 @@ void drop_file(Session& session, int data_index, const std::string& path) {
   });
 }
 
-void CopyClip(Session& session, int data_index) {
-  const DataSheet& grid = *session.gDataForm(data_index);
-  const GridBlock block = grid.selection();
+namespace {
+
+std::string notation_of_rows(const DataSheet& grid, const GridBlock& block) {
   std::string text;
   const auto add = [&text](const char* mark, std::string_view x, const std::string& count) {
     const double units = parse_number(count).value_or(0.0);
@@ -385,8 +385,38 @@ void CopyClip(Session& session, int data_index) {
     add("", x, grid.text(r, sheet_column::fails));
     add(">", x, grid.text(r, sheet_column::susps));
   }
+  return text;
+}
+
+std::string cells_as_they_stand(const DataSheet& grid, const GridBlock& block) {
+  std::string text;
+  bool is_empty = true;
+  for (int r = std::max(block.first_row, 1); r <= std::min(block.last_row, grid.last_row()); ++r) {
+    for (int c = block.first_column; c <= block.last_column; ++c) {
+      text += (c == block.first_column ? "" : "\t") + grid.text(r, c);
+      is_empty &= grid.text(r, c).empty();
+    }
+    text += "\r\n";
+  }
+  return is_empty ? std::string() : text;
+}
+
+}  // namespace
+
+bool CopyClip(Session& session, int data_index) {
+  const DataSheet& grid = *session.gDataForm(data_index);
+  const GridBlock block = grid.selection();
+  const bool has_times =
+      block.first_column <= sheet_column::x && block.last_column >= sheet_column::x;
+  const std::string text =
+      has_times ? notation_of_rows(grid, block) : cells_as_they_stand(grid, block);
+  if (text.empty()) {
+    session.ports.views.status("Nothing was copied: no cell that is selected can be.");
+    return false;
+  }
   session.ports.clipboard.set_text({text, {}, {}});
   tell_copied(session, grid, block);
+  return true;
 }
 
 void copy_table(Session& session, int data_index) {

@@ -20,8 +20,9 @@ void PasteClip(Session& session, int data_index);
 void drop_text(Session& session, int data_index, const std::string& text);
 void drop_file(Session& session, int data_index, const std::string& path);
 
-/// Copies the selected rows of the sheet in the data notation.
-void CopyClip(Session& session, int data_index);
+/// Copies the selected rows of the sheet in the data notation, or the selected cells as they stand
+/// where no time is among them. False, and the clipboard as it was, where there is nothing to copy.
+bool CopyClip(Session& session, int data_index);
 
 /// Copies the selected cells of the sheet below their headings, for spreadsheets and word
 /// processors: as text with a tab between cells and as a table of HTML, its numbers with the

@@ -177,8 +177,7 @@ void log_straightest(Session& session, const FitTable& table) {
 }
 
 /// The best of the comparison is what the charts show afterwards.
-void show_best(Session& session, int index, bool lr_test) {
-  const Comparison found = FitTable(session, index).found();
+void show_best(Session& session, int index, bool lr_test, const Comparison& found) {
   if (lr_test && found.winner)
     follow_on_charts(session, index, static_cast<int>(found.winner->row) + 1);
   else if (const auto best = found.straightest(); best && !lr_test)
@@ -186,8 +185,7 @@ void show_best(Session& session, int index, bool lr_test) {
 }
 
 /// What the stated table does not say of the likelihoods.
-void log_other_criteria(Session& session, int index) {
-  const FitTable table(session, index);
+void log_other_criteria(Session& session, const FitTable& table) {
   TableRows rows = {{"Model", "AIC", "BIC"}};
   table.for_each_fit([&](int slot, int, const ComparedRow& found) {
     if (found.aic && found.bic)
@@ -197,6 +195,13 @@ void log_other_criteria(Session& session, int index) {
   if (rows.size() == 1) return;
   AppendLog(session, std::string("Other criteria: the smaller the better.") + line_end, true);
   log_table(session, rows);
+}
+
+void log_summary(Session& session, const FitTable& table, bool lr_test) {
+  log_table(session, stated_rows(table, lr_test));
+  if (!lr_test) return log_straightest(session, table);
+  log_untested(session, table);
+  log_winner(session, table);
 }
 
 constexpr const char* guide =
@@ -226,11 +231,12 @@ void analyse(Session& session, int index, std::int16_t method_code,
     AppendLog(session, std::string("Stopped before all models were fitted.") + line_end, true);
   if (session.project.fits(index).nFits == 0)
     return AppendLog(session, std::string("No model was fitted.") + line_end + line_end, true);
-  Dist_Summary(session, index, lr_test);
-  show_best(session, index, lr_test);
+  const FitTable table(session, index);
+  log_summary(session, table, lr_test);
+  show_best(session, index, lr_test, table.found());
   if (!lr_test) return;
   AppendLog(session, guide, true);
-  log_other_criteria(session, index);
+  log_other_criteria(session, table);
 }
 
 auto words_of_faults() {
@@ -254,13 +260,8 @@ void Dist_Analysis(Session& session, int data_index, std::int16_t method_code,
 }
 
 void Dist_Summary(Session& session, int index, bool lr_test) {
-  guarded(session.errors, words_of_faults(), [&] {
-    const FitTable table(session, index);
-    log_table(session, stated_rows(table, lr_test));
-    if (!lr_test) return log_straightest(session, table);
-    log_untested(session, table);
-    log_winner(session, table);
-  });
+  guarded(session.errors, words_of_faults(),
+          [&] { log_summary(session, FitTable(session, index), lr_test); });
 }
 
 std::string significance_text(double chance) {

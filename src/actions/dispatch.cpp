@@ -131,7 +131,7 @@ void remark_fit(const Desk& desk, const FitRequest& request, int slot) {
 Outcome answer_request(Desk& desk, const FitRequest& request) {
   const int slot = find_slot(desk.fits(), request);
   if (slot > 0 && is_current(desk.fits().Fits(slot), desk.data) &&
-      !desk.fits().Fits(slot).is_given && desk.fits().Fits(slot).request == request) {
+      desk.fits().Fits(slot).request == request) {
     remark_fit(desk, request, slot);
     return {slot, false};
   }
@@ -247,7 +247,8 @@ bool asks_for_the_same_fit(const FitRequest& a, const FitRequest& b) {
 std::vector<FitRequest> requests_with(Desk& desk, std::span<const std::int16_t> models,
                                       std::int16_t method_code) {
   std::vector<FitRequest> requests;
-  for (int k = 1; k <= desk.fits().nFits; ++k) requests.push_back(desk.fits().Fits(k).request);
+  for (int k = 1; k <= desk.fits().nFits; ++k)
+    if (!desk.fits().Fits(k).is_given) requests.push_back(desk.fits().Fits(k).request);
   for (const std::int16_t code : models) {
     const Model* const model = find_model(code);
     const auto wanted = model ? request_of_model(desk, *model, method_code) : std::nullopt;

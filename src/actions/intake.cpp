@@ -52,7 +52,7 @@ void bring_up_to_date(Session& session, int index) {
   refit_all(session, index, index);
   const FitSet& fits = session.project.fits(index);
   const auto follows = [&](int slot) {
-    return is_current(fits.Fits(slot), session.project.data(index));
+    return !fits.Fits(slot).is_given && is_current(fits.Fits(slot), session.project.data(index));
   };
   bool is_told = false;
   for (int slot = 1; slot <= fits.nFits; ++slot) {

@@ -6,6 +6,8 @@
 
 #include "actions/copied_table.h"
 #include "actions/reports.h"
+#include "actions/words.h"
+#include "chart/parts/plain_words.h"
 #include "life/life_answers.h"
 #include "life/mean_life.h"
 #include "numerics/digit.h"
@@ -43,7 +45,8 @@ class Answers {
 
   void reliability(LifeAnswer& row) const {
     row.tip = "Share that survives the time " + number_text(row.asked) + " (1 is all)";
-    row.answer = shown(session_, surviving_share(life_, row.asked));
+    row.answer = text_beside(surviving_share(life_, row.asked), 1,
+                             std::max<int>(session_.settings.DigitsFit, 1));
     row.time = row.asked;
   }
 
@@ -101,7 +104,7 @@ std::string refusal(const FitResult& fit, const DataSet& data, const Life& life)
 }
 
 std::string remark(const FitResult& fit, const Life& life) {
-  if (fit.is_given) return "The life that the sample was drawn from, not a fit to it.";
+  if (fit.is_given) return sentence(given_words);
   if (is_by_mode(fit)) return "All failure modes act together on every unit.";
   if (fit.request.slope) return "The slope was given, not fitted.";
   const double reach = share_that_fails(life);

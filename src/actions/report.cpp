@@ -17,6 +17,7 @@
 #include "project/chart_looks.h"
 #include "project/chart_types.h"
 #include "project/fit_records.h"
+#include "project/plot_rows.h"
 
 namespace tavlo {
 
@@ -94,11 +95,12 @@ void add_notes(ReportTable& table, const FitResult& fit, const DataSet& data) {
   const std::string start = fit_name(fit) + ": ";
   if (const std::string why = why_out_of_date(fit, data); !why.empty())
     return table.remarks.push_back(start + why);
+  if (fit.is_given) table.remarks.push_back(start + sentence(given_words));
   for (const Note& note : fit.notes) table.remarks.push_back(start + note_sentence(note, data));
 }
 
-std::string life_text(double life) {
-  return std::isinf(life) ? "infinite" : short_number(life, life_digits);
+std::string life_text(double life, int digits) {
+  return std::isinf(life) ? "infinite" : short_number(life, digits);
 }
 
 /// The name of the fit and its answers, as many as there are headings.
@@ -111,14 +113,15 @@ Cells life_row(const FitResult& fit, const DataSet& data, const ReportRequest& r
                  is_old ? out_of_date : "a mode has no fit");
     return cells;
   }
+  const int digits = std::max(life_digits, digits_of_life(fit));
   for (const double fraction : request.b_life) {
     const auto time = b_life(life, fraction);
-    cells.push_back(time ? life_text(*time) : why_no_b_life(life, fraction));
+    cells.push_back(time ? life_text(*time, digits) : why_no_b_life(life, fraction));
   }
   for (const double time : request.times)
-    cells.push_back(short_number(surviving_share(life, time), life_digits));
+    cells.push_back(text_beside(surviving_share(life, time), 1, life_digits));
   const std::optional<double> mean = mean_life(life);
-  cells.push_back(mean ? life_text(*mean) : "not known");
+  cells.push_back(mean ? life_text(*mean, digits) : "not known");
   return cells;
 }
 
@@ -353,9 +356,21 @@ class ReportMaker {
     return part;
   }
 
-  /// A chart that nobody has dressed gets the look that stands well among words.
+  bool shows_old_fit(const ChartMarker& marker) const {
+    const int index = fit_set_of(project_, marker);
+    if (index == 0) return false;
+    const FitSet& fits = project_.fits(index);
+    const bool is_there = marker.FitNumber >= 1 && marker.FitNumber <= fits.nFits;
+    return is_there && is_out_of_date(fits.Fits(marker.FitNumber),
+                                      project_.data(data_of_fits(project_, index)));
+  }
+
+  /// Without fits that no longer belong to their data. A chart that nobody has dressed gets the
+  /// look that stands well among words.
   DrawingRecord drawn(Chart chart) {
     if (has_factory_look(chart)) apply_chart_look(chart, report_chart_type);
+    for (int row = 1; row <= std::min(chart.nMarkers, chart.Markers.bound()); ++row)
+      if (shows_old_fit(chart.Markers(row))) chart.Markers(row).FitNumber = 0;
     return compose_chart(session_, chart, session_.ports.prompts, session_.errors);
   }
 

@@ -262,8 +262,8 @@ std::string notes_at(const Session& session, int fit_index, int grid_row) {
   const int slot = fit_at(session, fit_index, grid_row).slot;
   if (slot == 0) return "";
   if (is_out_of_date_at(session, fit_index, grid_row))
-    return "out of date: the data or their ranks have changed";
-  if (fits.Fits(slot).is_given) return "the life that the sample was drawn from, not a fit to it";
+    return "Out of date: " + why_out_of_date(fits.Fits(slot), data);
+  if (fits.Fits(slot).is_given) return given_words;
   std::string text;
   for (const Note& note : fits.Fits(slot).notes)
     text += (text.empty() ? "" : "\n") + note_sentence(note, data);

@@ -12,6 +12,10 @@
 
 namespace tavlo {
 
+/// What is to be known of the record of a life that was given; see `sentence`.
+inline constexpr const char* given_words =
+    "the life that the sample was drawn from, not a fit to it";
+
 /// The question before a fit goes on. `model` must have a gate for few_failures.
 Box doubt_box(Doubt doubt, const Model& model);
 

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
-#include <string_view>
 
 #include "numerics/digit.h"
 #include "numerics/number_text.h"
@@ -141,9 +140,28 @@ double read_number(std::string& text, char separator) {
 
 }  // namespace
 
+bool are_thousands(std::string_view text, char mark) {
+  constexpr std::size_t size_of_group = 3;
+  std::size_t at = text.find(mark);
+  if (at == std::string_view::npos) return true;
+  const auto is_digit_at = [&](std::size_t i) { return i < text.size() && is_digit(text[i]); };
+  std::size_t first = at;
+  while (first > 0 && is_digit(text[first - 1])) --first;
+  const bool follows_a_sign = first > 0 && (text[first - 1] == '.' || text[first - 1] == ',');
+  const std::size_t leading = at - first;
+  if (leading == 0 || leading > size_of_group || text[first] == '0' || follows_a_sign) return false;
+  while (at < text.size() && text[at] == mark) {
+    for (std::size_t i = 1; i <= size_of_group; ++i)
+      if (!is_digit_at(at + i)) return false;
+    at += size_of_group + 1;
+  }
+  return !is_digit_at(at) && text.find(mark, at) == std::string_view::npos;
+}
+
 std::string with_decimal_point(std::string text, const NumberPunctuation& punctuation) {
   const char point = punctuation.DecimalPoint;
-  if (point == '.' || text.find(point) == std::string::npos) return text;
+  if (point == '.' || text.find(point) == std::string::npos || !are_thousands(text, '.'))
+    return text;
   std::erase(text, '.');
   std::replace(text.begin(), text.end(), point, '.');
   return text;

@@ -86,13 +86,6 @@ std::string rank_pattern(const Settings& settings) {
   return "0." + std::string(static_cast<std::size_t>(std::clamp(settings.DigitsData, 0, 15)), '0');
 }
 
-/// The comma of "1,500", before three digits of a whole number.
-bool is_of_thousands(std::string_view text, std::size_t at) {
-  const auto is_digit_at = [&](std::size_t i) { return i < text.size() && is_digit(text[i]); };
-  return text[at] == ',' && text.substr(0, at).find('.') == std::string_view::npos &&
-         is_digit_at(at + 1) && is_digit_at(at + 2) && is_digit_at(at + 3) && !is_digit_at(at + 4);
-}
-
 /// False where something else stands between the digits, as in "12 34", "1,5" or "5>7": whoever
 /// reads on past it makes another number.
 bool is_in_one_piece(std::string_view text) {
@@ -100,12 +93,13 @@ bool is_in_one_piece(std::string_view text) {
   const std::size_t first = text.find_first_of(digits);
   if (first == std::string_view::npos) return true;
   const std::size_t last = text.find_last_of(digits);
+  const bool has_thousands = are_thousands(text, ',');
   for (std::size_t at = first; at < last; ++at) {
     const bool follows_exponent =
         std::string_view("eEdD").find(text[at - (at > first)]) != std::string_view::npos;
     const std::string_view may_stand = follows_exponent ? "0123456789+-" : "0123456789.eEdD";
-    if (may_stand.find(text[at]) == std::string_view::npos && !is_of_thousands(text, at))
-      return false;
+    const bool parts_thousands = text[at] == ',' && has_thousands;
+    if (may_stand.find(text[at]) == std::string_view::npos && !parts_thousands) return false;
   }
   return true;
 }

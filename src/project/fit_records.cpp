@@ -43,11 +43,12 @@ Life life_of(const FitResult& fit) {
 }
 
 bool is_current(const FitResult& fit, const DataSet& data) {
-  return fit.Status == FitStatus::calculated && fit.revision == data.read_revision;
+  return fit.Status == FitStatus::calculated &&
+         (fit.is_given || fit.revision == data.read_revision);
 }
 
 bool is_out_of_date(const FitResult& fit, const DataSet& data) {
-  return !is_current(fit, data) || !data.is_read();
+  return !is_current(fit, data) || (!fit.is_given && !data.is_read());
 }
 
 std::string why_out_of_date(const FitResult& fit, const DataSet& data) {

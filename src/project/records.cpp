@@ -7,7 +7,7 @@ namespace tavlo {
 int find_slot(const FitSet& fits, int model_code, int method_code, bool censored) {
   for (int k = 1; k <= fits.nFits; ++k) {
     const FitResult& fit = fits.Fits(k);
-    const bool same = fit.Method == method_code && fit.ModelCode == model_code;
+    const bool same = !fit.is_given && fit.Method == method_code && fit.ModelCode == model_code;
     if (same && fit.request.censored == censored) return k;
   }
   return 0;

@@ -97,7 +97,8 @@ TEST(LifeTable, TakesNumbersOfTheLocaleAndNamesJunk) {
   EXPECT_EQ(ask_times(world.session, "1.234,5"), "");
   EXPECT_EQ(asked.times, std::vector<double>({1234.5}));
   const LifeQuestions before = asked;
-  for (const char* junk : {"", "  ", "abc", "1 zwei", "0", "100", "-3", "1e999", "nan", "5 cm"})
+  for (const char* junk :
+       {"", "  ", "abc", "0.5,1", "1 zwei", "0", "100", "-3", "1e999", "nan", "5 cm"})
     EXPECT_NE(ask_percents(world.session, junk), "") << junk;
   EXPECT_EQ(asked, before);
   for (const LifeAnswer& row : life_table(world.session, 1, 0).rows)

@@ -40,6 +40,12 @@ TEST_F(Reports, TellTheSameAsTheFitAndTheSameBytesAgain) {
   EXPECT_TRUE(holds("a.html", std::string("<td>") + b10 + "</td>")) << b10;
   EXPECT_TRUE(folder.read("a.pdf").starts_with("%PDF"));
   ASSERT_EQ(run("pumps.txt us.html --paper letter --at 100 --model N").code, 0);
+  folder.write("far.txt", "100010\n100020\n100030\n100040\n100025\n");
+  ASSERT_EQ(run("far.txt far.html --model N --at 99000").code, 0);
+  for (const char* const cell : {"<td>100009</td>", "<td>100025</td>"})
+    EXPECT_TRUE(holds("far.html", cell)) << "as many digits as tell lives apart: " << cell;
+  ASSERT_EQ(run("pumps.txt near.html --at 0.001").code, 0);
+  EXPECT_TRUE(holds("near.html", "<td>0.9999")) << "next to 1 is not 1";
   for (const char* const words : {"size: letter", "R(100)", "Normal, regression: Below 0"})
     EXPECT_TRUE(holds("us.html", words)) << words;
 }

@@ -247,6 +247,15 @@ TEST_F(OnTheChart, ATypedPercentageIsAnsweredCopiedAndMarked) {
   action("mnu_EditMark").trigger();
   ASSERT_TRUE(wait_until([&] { return record().Texts(1).FontSize == 18; }));
   EXPECT_EQ(to_qt(chart().stage().answered().Texts(1).Text2), marked);
+
+  // What was asked is answered again when there is a fit again.
+  person.press({"ctrl+3", "1", "0", "percent", "Return"});
+  ASSERT_TRUE(wait_until([&] { return hint().startsWith(b10); }));
+  program.commands.run([&] { sheet().enter(1, sheet_column::x, "40"); });
+  ASSERT_TRUE(wait_until([&] { return hint().startsWith(QStringLiteral("The fits are out")); }));
+  window.DoCommand(101);
+  EXPECT_TRUE(wait_until([&] { return hint().startsWith(QStringLiteral("B10 = ")); }));
+  EXPECT_FALSE(hint().startsWith(b10));
 }
 
 TEST_F(OnTheChart, TheWheelIsOneStepOfTheZoomAndNoneOfUndo) {

@@ -1,10 +1,14 @@
 // The log as a document: what is shown is the core's, and so is what is copied.
 #include <QAbstractTextDocumentLayout>
+#include <QDragEnterEvent>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
+#include <QUrl>
 #include <random>
 
 #include "actions/reports.h"
@@ -215,6 +219,21 @@ TEST_F(LogByKeys, IsEditedSearchedAndTakenBack) {
   EXPECT_EQ(log(), before + "\nlast");
 }
 
+TEST_F(LogByKeys, LeavesADroppedFileToTheFrame) {
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QStringLiteral(TAVLO_EXAMPLES "/ball-bearings.txt"))});
+  QWidget* const place = window.windows().log().viewport();
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QDropEvent end(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(place, &enter);
+  QApplication::sendEvent(place, &end);
+  EXPECT_TRUE(test::wait_until([&] {
+    const QWidget* const import = window.findChild<QWidget*>(QStringLiteral("frm_Import"));
+    return import && import->isVisible();
+  }));
+  EXPECT_EQ(log().find("file:"), std::string::npos);
+}
+
 TEST_F(LogByKeys, IsExportedAsTheReportIsAndNoHalfFileIsLeft) {
   type_handbook_example();
   const QTemporaryDir folder;
@@ -242,6 +261,10 @@ TEST_F(LogByKeys, IsExportedAsTheReportIsAndNoHalfFileIsLeft) {
   EXPECT_GT(size_after(command::export_report, QStringLiteral("old.html")), 5000);
   ASSERT_EQ(boxes.texts().size(), asked_before + 1);
   EXPECT_TRUE(boxes.texts().back().startsWith(QStringLiteral("A fit is out of date")));
+  EXPECT_TRUE(session().project.data(1).is_read()) << "it tells of the rows that are seen";
+  QFile old(folder.filePath(QStringLiteral("old.html")));
+  ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+  EXPECT_FALSE(old.readAll().contains("\u03B7")) << "no number of the old fit, nor in the chart";
 }
 
 }  // namespace

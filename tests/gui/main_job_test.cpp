@@ -128,7 +128,7 @@ TEST_F(MainJob, MouseAlone) {
   person.press({"ctrl+1"});
   person.type("7\n");
   EXPECT_TRUE(wait_until([&] {
-    return tip() == "out of date: the data or their ranks have changed";
+    return tip() == "Out of date: The data have changed since this fit was made.";
   })) << tip();
   person.click(widget("btn_Fit"));
   EXPECT_TRUE(wait_until([&] { return tip().empty() && !program.commands.running(); }));

@@ -76,5 +76,18 @@ TEST_F(SheetByKeys, ColumnsAndRowsAreSelectedShownAndCopied) {
   EXPECT_EQ(view().shown_columns().size(), 1U) << "the last column stays";
 }
 
+TEST_F(SheetByKeys, CellsBesideTheTimesAreCutAsTheyStand) {
+  person.type("10\n>20x4\n");
+  ASSERT_TRUE(come_to("10 20 "));
+  person.press({"ctrl+Home", "End"});
+  person.type("loud, hot\n");
+  ASSERT_TRUE(wait_until([&] { return sheet().text(1, 6) == "loud, hot"; }));
+  person.press({"Up", "ctrl+x"});
+  EXPECT_TRUE(wait_until([&] { return person.paste_elsewhere() == "loud, hot\r\n"; }));
+  EXPECT_EQ(sheet().text(1, 6) + sheet().text(1, 1), "10");
+  person.press({"ctrl+v"});
+  EXPECT_TRUE(wait_until([&] { return sheet().text(1, 6) == "loud, hot"; })) << times();
+}
+
 }  // namespace
 }  // namespace tavlo

@@ -27,6 +27,13 @@ TEST_F(NumberReadingTest, reads_what_a_person_types) {
 
 TEST_F(NumberReadingTest, the_decimal_separator_is_that_of_the_system) {
   EXPECT_EQ(fd_Str2Dbl(reporter, "1.234,5", {',', ';'}), 1234.5);
+  for (const auto& [typed, read] : {std::pair{"1.234.567,8", "1234567.8"},
+                                    {"10.5,3", "10.5,3"},
+                                    {"0.123,5", "0.123,5"},
+                                    {"1234.567,8", "1234.567,8"},
+                                    {">1.000,5x2", ">1000.5x2"},
+                                    {"1.5", "1.5"}})
+    EXPECT_EQ(with_decimal_point(typed, {',', ';'}), read);
 }
 
 TEST_F(NumberReadingTest, hostile_text_gives_a_finite_number_at_once) {

@@ -34,7 +34,7 @@ double spread_of(Family family, double first, double second, double minimum_life
 }
 
 /// Lives from 100000 to 100002 are not told apart by four digits.
-int digits_of_life(Family family, const ShownParameters& shown, double minimum_life) {
+int digits_of_row(Family family, const ShownParameters& shown, double minimum_life) {
   if (!shown.first || !shown.second) return life_digits;
   const double spread = spread_of(family, *shown.first, *shown.second, minimum_life);
   const double wanted = 2.0 + std::ceil(std::log10(std::fabs(*shown.first / spread)));
@@ -42,20 +42,31 @@ int digits_of_life(Family family, const ShownParameters& shown, double minimum_l
                               : life_digits;
 }
 
-/// A number next to a bound must not read as the bound itself.
+}  // namespace
+
 std::string text_beside(double value, double bound, int digits) {
+  constexpr int all_digits = 17;
   const std::string reads_as_bound = number_text(bound);
-  while (value != bound && digits < most_digits && number_text(value, digits) == reads_as_bound)
+  while (value != bound && digits < all_digits && number_text(value, digits) == reads_as_bound)
     ++digits;
   return number_text(value, digits);
 }
 
-}  // namespace
+int digits_of_life(const FitResult& fit) {
+  const Model* const model = find_model(fit.ModelCode);
+  int digits = life_digits;
+  for (int i = 1; model && i <= std::min(fit.nRows, fit.Rows.bound()); ++i)
+    digits = std::max(
+        digits,
+        digits_of_row(model->family, shown_parameters(model->code, fit.Rows(i)), fit.Rows(i).T0));
+  return digits;
+}
 
 std::string plain_fit_name(const FitResult& fit) {
   const Model* const model = find_model(fit.ModelCode);
   const Method* const method = find_method(fit.Method);
   if (!model || !method) return {};
+  if (fit.is_given) return std::string(model->plain_name) + ", as given";
   std::string name = std::string(model->plain_name) + ", " + method->plain_name;
   return fit.request.censored ? name + " with suspensions" : name;
 }
@@ -73,7 +84,7 @@ PlainNames plain_parameter_names(Family family) {
 
 PlainValues plain_values(const Model& model, const FitParam& row) {
   const ShownParameters shown = shown_parameters(model.code, row);
-  const int digits = digits_of_life(model.family, shown, row.T0);
+  const int digits = digits_of_row(model.family, shown, row.T0);
   return {plain_value(shown.first, digits), plain_value(shown.second, shape_digits),
           row.T0 != 0 ? short_number(row.T0, digits) : ""};
 }

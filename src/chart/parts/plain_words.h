@@ -28,6 +28,13 @@ struct PlainValues {
 };
 PlainValues plain_values(const Model& model, const FitParam& row);
 
+/// The digits that tell the lives of a fit apart.
+int digits_of_life(const FitResult& fit);
+
+/// A number next to a bound, which never reads as the bound itself: 0.99999995 with five digits is
+/// no 1.
+std::string text_beside(double value, double bound, int digits);
+
 /// "16 %", with the decimals that keep a share from reading as none or all.
 std::string plain_share(double share);
 

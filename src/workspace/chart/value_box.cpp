@@ -70,7 +70,7 @@ void ValueBox::open(const QString& text) {
   entry_.setFocus();
 }
 
-void ValueBox::enter() { asked_ ? copy() : ask(); }
+void ValueBox::enter() { sayings_.empty() ? ask() : copy(); }
 
 void ValueBox::ask() {
   const ReadQuestion question =
@@ -83,10 +83,8 @@ void ValueBox::ask() {
 void ValueBox::follow() {
   if (!asked_) return;
   sayings_ = sayings(stage_.session(), stage_.chart(), stage_.readout(), *asked_);
-  if (sayings_.empty()) {
-    asked_.reset();
+  if (sayings_.empty())  // for now: the question stands
     return show_answers(to_qt(why_nothing_said(stage_.session(), stage_.chart())));
-  }
   show_answers(to_qt(sayings_text(*asked_, sayings_, answer_digits)));
 }
 
@@ -108,14 +106,14 @@ void ValueBox::forget() {
 }
 
 void ValueBox::copy() {
-  if (!asked_) return;
+  if (sayings_.empty()) return;
   stage_.session().ports.clipboard.set_text(
       {sayings_text(*asked_, sayings_, answer_digits), {}, {}});
   emit said(tr("The answers are copied."));
 }
 
 void ValueBox::mark() {
-  if (!asked_) return;
+  if (sayings_.empty()) return;
   const auto marks = stage_.chart().nTexts;
   for (const FitSaying& saying : sayings_)
     if (saying.place) add_answer_mark(stage_.chart(), *asked_, saying);

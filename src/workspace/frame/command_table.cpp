@@ -111,18 +111,26 @@ Rows column_commands(SheetCommands& sheets) {
   return rows;
 }
 
-/// Those of the rows of a sheet, with keys that it hears.
-Rows sheet_commands(SheetCommands& sheets) {
-  const Reason no_sheet =
-      unless([&] { return sheets.any(); }, "Bring a data sheet to the front first.");
-  const Reason no_rows =
-      unless([&] { return sheets.has_rows(); }, "Bring a data sheet with rows to the front first.");
-  const auto act = [&sheets](const char* name, void (*run)(SheetCommands&), const Reason& refusal) {
+/// What makes the effects of commands on a sheet.
+auto effects_on(SheetCommands& sheets) {
+  return [&sheets](const char* name, void (*run)(SheetCommands&), const Reason& refusal) {
     return CommandEffect{.name = name,
                          .run = [&sheets, run] { run(sheets); },
                          .refusal = refusal,
                          .reach = CommandReach::sheet};
   };
+}
+
+Reason without_sheet(SheetCommands& sheets) {
+  return unless([&] { return sheets.any(); }, "Bring a data sheet to the front first.");
+}
+
+/// Those of the rows of a sheet, with keys that it hears.
+Rows sheet_commands(SheetCommands& sheets) {
+  const Reason no_sheet = without_sheet(sheets);
+  const Reason no_rows =
+      unless([&] { return sheets.has_rows(); }, "Bring a data sheet with rows to the front first.");
+  const auto act = effects_on(sheets);
   CommandEffect leave_out = act(
       "LeaveOut", [](SheetCommands& to) { to.toggle_left_out(); }, no_rows);
   leave_out.checked = [&sheets] { return sheets.is_left_out(); };
@@ -147,6 +155,13 @@ Rows sheet_commands(SheetCommands& sheets) {
        act(
            "SortDown", [](SheetCommands& to) { to.sort(SortOrder::descending); }, no_rows)},
       {{0, edit}},
+  };
+}
+
+Rows sheet_search_commands(SheetCommands& sheets) {
+  const Reason no_sheet = without_sheet(sheets);
+  const auto act = effects_on(sheets);
+  return {
       {{167, edit, "&Find...", "Ctrl+F"},
        act(
            "FindCell", [](SheetCommands& to) { to.open_find(); }, no_sheet)},
@@ -306,7 +321,10 @@ Rows record_commands(MainWindow& frame) {
   const auto can_rename = [&] { return frame.tree().can_rename(); };
   return {
       {{122, "", "&Delete Fit", "Del", "delete"},
-       {.name = "DeleteFit", .run = [&] { frame.delete_fit(); }, .reach = CommandReach::fits}},
+       {.name = "DeleteFit",
+        .run = [&] { frame.delete_fit(); },
+        .refusal = unless([&] { return frame.has_fit(); }, "There is no fit to delete."),
+        .reach = CommandReach::fits}},
       {{123, "", "Re&name", "F2"},
        {.name = "Rename",
         .run = [&] { frame.tree().rename(); },
@@ -455,12 +473,12 @@ std::vector<Command> all_commands(MainWindow& frame) {
   Rows all;
   for (Rows& rows :
        std::array{file_commands(frame), edit_commands(frame), sheet_commands(frame.sheets()),
-                  column_commands(frame.sheets()), option_commands(frame),
-                  reading_commands(frame.charts()), mark_commands(frame.charts()),
-                  chart_commands(frame.charts()), log_commands(frame.documents()),
-                  record_commands(frame), unlisted_commands(frame), choice_commands(frame),
-                  analysis_commands(frame), life_commands(frame), layout_commands(frame.windows()),
-                  window_commands(frame), help_commands(frame)})
+                  sheet_search_commands(frame.sheets()), column_commands(frame.sheets()),
+                  option_commands(frame), reading_commands(frame.charts()),
+                  mark_commands(frame.charts()), chart_commands(frame.charts()),
+                  log_commands(frame.documents()), record_commands(frame), unlisted_commands(frame),
+                  choice_commands(frame), analysis_commands(frame), life_commands(frame),
+                  layout_commands(frame.windows()), window_commands(frame), help_commands(frame)})
     all.insert(all.end(), std::make_move_iterator(rows.begin()),
                std::make_move_iterator(rows.end()));
   return all;

@@ -1,6 +1,7 @@
 #include "workspace/frame/document_commands.h"
 
 #include "actions/clipboard_text.h"
+#include "actions/read_rows.h"
 #include "actions/recent_files.h"
 #include "actions/report.h"
 #include "actions/work.h"
@@ -23,6 +24,17 @@ std::string log_file(const RichText& log, const std::string& extension, PaperSiz
 
 }  // namespace
 
+/// A report tells of the rows that are seen. One that can't be read is told in a box.
+bool DocumentCommands::reads_all_rows() const {
+  Session& session = program_.session;
+  for (int i = 1; i <= session.project.data.bound(); ++i) {
+    const bool has_news =
+        !session.project.data(i).is_read() && session.gDataForm(i)->last_row() > 0;
+    if (has_news && !read_rows(session, i)) return false;
+  }
+  return true;
+}
+
 // What is out of date is said in the report; its maker is to know it first.
 bool DocumentCommands::wants_old_fits() const {
   const Project& project = program_.session.project;
@@ -41,7 +53,7 @@ bool DocumentCommands::wants_old_fits() const {
 }
 
 void DocumentCommands::export_report() {
-  if (!wants_old_fits()) return;
+  if (!reads_all_rows() || !wants_old_fits()) return;
   Session& session = program_.session;
   const std::string title = file_title(project_title(session));
   const ExportRequest request{"Export Report", title + " report",

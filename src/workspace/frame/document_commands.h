@@ -23,6 +23,7 @@ class DocumentCommands {
   void paste_into_log();
 
  private:
+  bool reads_all_rows() const;
   bool wants_old_fits() const;
 
   Program& program_;

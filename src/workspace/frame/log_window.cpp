@@ -120,6 +120,11 @@ void LogWindow::insert(const RichText& text) {
   ensureCursorVisible();
 }
 
+// A file that is dropped is meant for the frame, which opens it.
+bool LogWindow::canInsertFromMimeData(const QMimeData* source) const {
+  return source->hasText() && !source->hasUrls();
+}
+
 void LogWindow::insertFromMimeData(const QMimeData* source) {
   if (source->hasText()) textCursor().insertText(source->text());
 }

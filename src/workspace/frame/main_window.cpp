@@ -280,21 +280,13 @@ void MainWindow::add_chart() {
 }
 
 // Windows may go with their records, and may not do so inside an event of their own.
-void MainWindow::undo() {
-  program_.commands.run_later([this] {
-    const QString name = to_qt(session_.history.undo_name());
-    if (windows_.is_dragging() || !tavlo::undo(session_)) return;
-    hint_.say({});  // it was of what is gone
-    news_.say(tr("Undone: %1").arg(name));
-  });
-}
+void MainWindow::undo() { go_through_history(tavlo::undo); }
 
-void MainWindow::redo() {
-  program_.commands.run_later([this] {
-    const QString name = to_qt(session_.history.redo_name());
-    if (windows_.is_dragging() || !tavlo::redo(session_)) return;
-    hint_.say({});
-    news_.say(tr("Redone: %1").arg(name));
+void MainWindow::redo() { go_through_history(tavlo::redo); }
+
+void MainWindow::go_through_history(bool (*step)(Session&)) {
+  program_.commands.run_later([this, step] {
+    if (!windows_.is_dragging() && step(session_)) hint_.say({});  // it was of what is gone
   });
 }
 
@@ -307,7 +299,8 @@ void MainWindow::cut() {
   if (documents_.log_is_in_front()) return documents_.cut_from_log();
   const int index = windows_.focused_sheet();
   if (index == 0) return;
-  copy();
+  windows_.sheet(index).mirror_selection();
+  if (!CopyClip(session_, index)) return;
   windows_.sheet(index).clear_selected();
   session_.step = "Cut";
 }
@@ -323,6 +316,8 @@ void MainWindow::copy() {
     CopyClipChart(session_, make_metafile_drawing(session_, chart), painted_forms(drawing));
   } else if (windows_.log().hasFocus() && windows_.log().textCursor().hasSelection()) {
     session_.ports.clipboard.set_text(windows_.log().selected());
+  } else {
+    news_.say(tr("Nothing is selected that could be copied"));
   }
 }
 

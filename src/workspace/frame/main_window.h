@@ -67,6 +67,7 @@ class MainWindow : public QMainWindow {
   void add_chart();
   void undo();
   void redo();
+  void go_through_history(bool (*step)(Session&));
   void select_all();
   void cut();
   void copy();

@@ -93,7 +93,7 @@ void ProjectTree::show_age(const Session& session) {
     if (!item) return;
     item->setForeground(
         0, palette().brush(is_old ? QPalette::Disabled : QPalette::Active, QPalette::Text));
-    item->setToolTip(0, is_old ? tr("out of date: the data or their ranks have changed") : title);
+    item->setToolTip(0, is_old ? tr("Out of date: calculate the fits again") : title);
   };
   for (int i = 1; i <= project.fits.bound(); ++i)
     mark(QStringLiteral("F%1").arg(i), has_old_fits(project, i));
