@@ -177,9 +177,8 @@ void LifePanel::show_what_works() {
   btn_Copy_->setToolTip(is_asked ? tr("Copies the whole table (Ctrl+Shift+B)")
                                  : to_qt(table_.remark));
   btn_Mark_->setEnabled(has_place);
-  btn_Mark_->setToolTip(has_place  ? tr("Marks the chosen row on the chart (Ctrl+M)")
-                        : is_asked ? tr("This answer is no time: it has no place on a chart.")
-                                   : to_qt(table_.remark));
+  btn_Mark_->setToolTip(has_place ? tr("Marks the chosen row on the chart (Ctrl+M)")
+                                  : to_qt(why_not_marked()));
 }
 
 const LifeAnswer* LifePanel::current() const {
