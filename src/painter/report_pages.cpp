@@ -59,7 +59,7 @@ class ReportText {
   }
 
   /// The titles, which stand on the page of what follows them.
-  const std::vector<QTextCursor>& headings() const { return headings_; }
+  const std::vector<int>& headings() const { return headings_; }
 
  private:
   void write(const ReportPart& part) {
@@ -134,7 +134,7 @@ class ReportText {
                    double below) {
     if (is_behind_table_) add_line("", letters(above / 2), 0, 0);
     add_line(text, format, above, below);
-    headings_.push_back(end_);
+    headings_.push_back(end_.position());
   }
 
   void add_line(const std::string& text, const QTextCharFormat& format, double above,
@@ -156,7 +156,7 @@ class ReportText {
   }
 
   QTextCursor end_;
-  std::vector<QTextCursor> headings_;
+  std::vector<int> headings_;  ///< places in the document; a cursor would move on to its end
   bool is_first_ = true;
   bool is_behind_table_ = false;
 };
@@ -178,7 +178,7 @@ class Pages {
     document_.setPageSize(text_);
     ReportText text(document_);
     text.write(report);
-    for (const QTextCursor& heading : text.headings()) keep_with_next(heading);
+    for (const int heading : text.headings()) keep_with_next(heading);
   }
 
   bool paint() {
@@ -197,15 +197,15 @@ class Pages {
  private:
   int page_at(double y) const { return static_cast<int>(y / text_.height()); }
 
-  void keep_with_next(QTextCursor heading) {
+  void keep_with_next(int heading) {
     const QAbstractTextDocumentLayout& layout = *document_.documentLayout();
-    const QTextBlock block = heading.block();
+    const QTextBlock block = document_.findBlock(heading);
     const QTextBlock next = block.next();
     const double top = layout.blockBoundingRect(block).top();
     if (!next.isValid() || page_at(top) == page_at(bottom_of_first_line(next))) return;
     QTextBlockFormat format = block.blockFormat();
     format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-    heading.setBlockFormat(format);
+    QTextCursor(block).setBlockFormat(format);
   }
 
   /// In a table the block is the first cell; a drawing is as high as its line.

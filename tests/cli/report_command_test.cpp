@@ -65,6 +65,23 @@ TEST_F(Reports, OfAProjectHaveItsOwnFitsAndOfLongDataTheSums) {
   EXPECT_TRUE(holds("few.html", "<td>110</td>") && !holds("few.html", "not shown"));
 }
 
+// However much stands before it, a heading is on the page of what it heads.
+TEST_F(Reports, KeepHeadingsWithWhatFollows) {
+  std::string models = "W2P";
+  bool has_moved = false;
+  for (const char* const more : {"", ",W3T,N", ",LN,G-", ",G+,E,R", ",W4P,W5C", ",W7P"}) {
+    models += more;
+    ASSERT_EQ(run("pumps.txt a.pdf --model " + models + " --b-life 1,2,5,10,20,30,40,50").code & ~1,
+              0);
+    const std::string text = folder.shell("pdftotext a.pdf -").out;
+    const std::size_t heading = text.find("Chart\n"), axis = text.find("Time to failure");
+    ASSERT_TRUE(heading != text.npos && axis != text.npos) << text;
+    EXPECT_EQ(text.substr(heading, axis - heading).find('\f'), text.npos) << models;
+    has_moved |= text.substr(0, heading).find('\f') != text.npos;
+  }
+  EXPECT_TRUE(has_moved) << "or the case is not among them";
+}
+
 TEST_F(Reports, SayWhatIsWrongAndLeaveNoHalfFile) {
   const std::string evil = "<script>alert(1)</script>";
   folder.write("<b>.txt", "100\n200\n");
