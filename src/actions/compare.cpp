@@ -165,6 +165,12 @@ void log_winner(Session& session, const FitTable& table) {
             "\\par   " + rtf_text(label) + " is the optimum:       " +
                 significance_text(winner->significance) + "% Significance \\par ",
             true);
+  constexpr double usual_level = 0.95;
+  if (winner->significance < usual_level)
+    AppendLog(
+        session,
+        std::string("With less than 95% the gain may be chance: see AIC and BIC too.") + line_end,
+        true);
 }
 
 void log_straightest(Session& session, const FitTable& table) {
@@ -174,6 +180,13 @@ void log_straightest(Session& session, const FitTable& table) {
             rtf_text(table.label(static_cast<int>(*best) + 1)) + " has the highest PVE: " +
                 percent(table.found().rows[*best].straightness->pve) + line_end,
             true);
+  constexpr double doubtful = 0.1;
+  if (table.found().rows[*best].straightness->pve <= doubtful)
+    AppendLog(session,
+              std::string("With 10% and less it describes the data poorly, and the others with a "
+                          "PVE no better.") +
+                  line_end,
+              true);
 }
 
 /// The best of the comparison is what the charts show afterwards.
@@ -235,7 +248,7 @@ void analyse(Session& session, int index, std::int16_t method_code,
   log_summary(session, table, lr_test);
   show_best(session, index, lr_test, table.found());
   if (!lr_test) return;
-  AppendLog(session, guide, true);
+  if (table.found().has_tested_row()) AppendLog(session, guide, true);
   log_other_criteria(session, table);
 }
 

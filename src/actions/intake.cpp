@@ -16,12 +16,12 @@ namespace tavlo {
 
 namespace {
 
-std::string listed(double count, const std::string& x, const char* end) {
+std::string listed(double count, const std::string& time) {
   if (count <= 0.0) return {};
-  return (count == 1.0 ? x : number_text(count) + "x" + x) + end;
+  return time + (count == 1.0 ? "" : "x" + number_text(count)) + ", ";
 }
 
-/// One line with all points of a short data set: "54, 2x187, 10x500S".
+/// One line with all points of a short data set, as the sheet takes them: "54, 187x2, >500x10".
 void list_short_set(Session& session, const DataSet& data) {
   constexpr std::size_t short_set = 30;
   constexpr int single_digits = 7;
@@ -30,7 +30,7 @@ void list_short_set(Session& session, const DataSet& data) {
   std::string line;
   for (std::size_t i = 0; i < sample.size(); ++i) {
     const std::string x = number_text(outer_time(sample, sample.time[i]), single_digits);
-    line += listed(sample.failures[i], x, ", ") + listed(sample.suspensions[i], x, "S, ");
+    line += listed(sample.failures[i], x) + listed(sample.suspensions[i], ">" + x);
   }
   if (line.size() >= 2) line.resize(line.size() - 2);
   AppendLog(session, data.Title + "\n" + line + "\n", false);

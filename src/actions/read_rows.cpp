@@ -22,16 +22,22 @@ std::size_t unreadable_row(const SharedRows<SheetRow>& rows) {
 /// A number that only its cell can't hold.
 bool is_number(const std::string& text) {
   return text.find_first_of("123456789") != std::string::npos &&
-         text.find_first_not_of("0123456789.,eE+-> ") == std::string::npos;
+         text.find_first_not_of("0123456789.eE+->") == std::string::npos;
+}
+
+std::string reason_of(const std::string& text) {
+  if (is_number(text)) return text + ", which is too large or too small for it.";
+  const bool has_comma = text.find(',') != std::string::npos &&
+                         text.find_first_not_of("0123456789.,eE+->x") == std::string::npos;
+  return "\"" + text + "\", " +
+         (has_comma ? "in which the comma may mean two things." : "which is no number.");
 }
 
 void add_unreadable_line(ErrorReporter& reporter, std::size_t row, const SheetRow& held) {
   const int column = held.unreadable_column();
   const std::string& text = held.text(column);
   const std::string cell = "Row " + std::to_string(row + 1) + ": " + DataSheet::heading(column);
-  reporter.add_lines({is_number(text)
-                          ? cell + " is " + text + ", which is too large or too small for it."
-                          : cell + " is \"" + text + "\", which is no number."});
+  reporter.add_lines({cell + " is " + reason_of(text)});
 }
 
 bool is_readable(Session& session, const SharedRows<SheetRow>& rows) {

@@ -221,6 +221,7 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
     const FitSet& fits = session.project.fits(fit_index);
     const FitResult& fit = fits.Fits(fit_slot < 1 ? fits.nFits : fit_slot);
     const std::string body = entry_body(session, fit, session.project.data(data_index));
+    session.project.log.end_line();
     AppendLog(session,
               "********** Tavlo Fit ********** " +
                   format_date(session.ports.clock.now(), "    hh:mm am/pm") + line_end + body +

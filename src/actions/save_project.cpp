@@ -74,6 +74,7 @@ bool goes_on_with_changed_sets(Session& session) {
 Project as_saved(Session& session, const std::string& path) {
   Project saved = session.project;
   show_file_name(saved, present_work(session).path, path);
+  saved.log.end_line();
   saved.log.append_rtf(
       "Saved: " + format_date(session.ports.clock.now(), "ddd dd mmm yyyy hh:mmampm") + " \\par ");
   return saved;

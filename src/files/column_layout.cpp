@@ -61,7 +61,8 @@ FieldFault ColumnLayout::set_places(std::span<const std::optional<DataColumn>> c
 /// How to say on the command line which column is meant; those of places were chosen elsewhere.
 std::string ColumnLayout::wish(const char* name_it, DataColumn column) const {
   if (!options_.places.empty()) return {};
-  return std::string("; ") + name_it + " with --columns " + std::string(role_of(column)) + "=NAME";
+  return std::string("; ") + name_it + " in File > Import, or with --columns " +
+         std::string(role_of(column)) + "=NAME";
 }
 
 bool ColumnLayout::is_chosen(DataColumn column) const {
@@ -139,8 +140,8 @@ FieldFault ColumnLayout::check_ignored_columns() const {
   if (ignored_.empty()) return std::nullopt;
   const std::string name = quoted(ignored_.front().name);
   return "the column " + name +
-         " looks like a status; say --columns status=" + ignored_.front().name +
-         ", or --columns status= where it is none";
+         " looks like a status; choose it in File > Import, or say --columns status=" +
+         ignored_.front().name + ", or --columns status= where it is none";
 }
 
 FieldFault ColumnLayout::check_width(Fields fields) const {

@@ -19,6 +19,12 @@ RichText RichText::from_rtf(std::string_view document) {
 
 void RichText::append_rtf(std::string_view fragment) { append(read_rtf(fragment)); }
 
+void RichText::end_line() {
+  if (empty()) return;
+  const std::string last = part(size_ - 1, size_).plain();
+  if (!last.empty() && last != "\n") append_plain("\n");
+}
+
 void RichText::append_plain(std::string_view text) {
   grow([&](RichTextContent& content) { content.add(text, {}); });
 }

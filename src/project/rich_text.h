@@ -33,6 +33,9 @@ class RichText {
   /// Adds another document at the end; where it begins with a table, on a line of its own.
   void append(const RichText& added);
 
+  /// Ends the last line where a person has left it open, so that an entry stands on its own.
+  void end_line();
+
   void clear() { *this = {}; }
   bool empty() const { return size_ == 0; }
 

@@ -123,8 +123,9 @@ TEST(DataText, ColumnsAndStatusAreReadAsTheyAreNamed) {
   EXPECT_EQ(read("x\n4\n", {.columns = {{DataColumn::mode, "m"}}}),
             "1: there is no column 'm' (the header names 'x')");
   EXPECT_EQ(read("4;ja\n5;nein\n", {.failed = {"ja"}}), "4 1 0; 5 0 1");
-  EXPECT_EQ(read("x,Ausfall\n4,ja\n", {.failed = {"ja"}}),
-            "1: no column is known as a status; name it with --columns status=NAME");
+  EXPECT_EQ(
+      read("x,Ausfall\n4,ja\n", {.failed = {"ja"}}),
+      "1: no column is known as a status; name it in File > Import, or with --columns status=NAME");
   EXPECT_EQ(read("4,ja\n", named), "1: there is no column 'stunden' (the header names '4', 'ja')");
   EXPECT_EQ(read("4\n", named), "1: there is no header line that names columns");
   EXPECT_EQ(read("-5\n>-7\n3\n", {.negative_is_value = true}), "-5 1 0; -7 0 1; 3 1 0");
