@@ -129,6 +129,16 @@ FieldFault ColumnLayout::check_columns(Fields names) {
   return std::nullopt;
 }
 
+std::vector<std::string> ColumnLayout::unused(Fields names) const {
+  constexpr std::size_t most = 4;
+  std::vector<std::string> headings;
+  for (std::size_t i = 0; i < names.size() && headings.size() < most; ++i)
+    if (std::find(places_.begin(), places_.end(), static_cast<int>(i)) == places_.end() &&
+        !trimmed(names[i]).empty())
+      headings.push_back(as_utf8(trimmed(names[i])));
+  return headings;
+}
+
 void ColumnLayout::watch_ignored(Fields names) {
   constexpr std::size_t most = 16;
   for (std::size_t i = 0; i < names.size() && ignored_.size() < most; ++i)

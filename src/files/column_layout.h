@@ -39,6 +39,9 @@ class ColumnLayout {
   /// sheet should hold: a date, and fields that have no column.
   FieldFault hold_row(Fields fields, PointList& points);
 
+  /// Headings, the first few, of columns for no known purpose.
+  std::vector<std::string> unused(Fields names) const;
+
   /// What can only be said after the last row: an ignored column is a status, it seems.
   FieldFault check_ignored_columns() const;
 

@@ -27,9 +27,10 @@ struct HeldRow {
 /// The rows of a text in the order of entry.
 struct DataRows {
   std::vector<SampleRow> rows;
-  std::vector<std::string> mode_names;  ///< failure mode 1 and on
-  std::vector<std::string> comments;    ///< one a row, or none at all
-  std::vector<HeldRow> held = {};       ///< by their index; only with ReadOptions::holds_unread
+  std::vector<std::string> mode_names;   ///< failure mode 1 and on
+  std::vector<std::string> comments;     ///< one a row, or none at all
+  std::vector<HeldRow> held = {};        ///< by their index; only with ReadOptions::holds_unread
+  std::vector<std::string> unused = {};  ///< headings of columns for no known purpose, a few
 };
 
 /// Moves the rows into `data`, in the order of entry.
@@ -77,6 +78,9 @@ class PointList {
 
   /// Gives the row added last a comment (UTF-8).
   void set_comment(std::string_view comment);
+
+  /// Notes the headings of columns that are not read.
+  void set_unused(std::vector<std::string> headings) { data_.unused = std::move(headings); }
 
   bool empty() const { return data_.rows.empty(); }
   std::size_t size() const { return data_.rows.size(); }

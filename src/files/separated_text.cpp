@@ -116,6 +116,7 @@ std::optional<ReadFault> read_separated_text(TextLines lines, const ReadOptions&
   TableRows rows(table.lines, table.separator);
   ColumnLayout layout(options, table.separator);
   if (auto fault = lay_out(table, options, rows, layout)) return fault;
+  if (table.has_head_line && options.places.empty()) points.set_unused(layout.unused(rows.row()));
   points.reserve(table.lines.count());
   ReadOptions options_of_rows = options;
   options_of_rows.holds_unread &= table.has_head_line;
