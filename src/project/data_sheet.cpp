@@ -8,7 +8,6 @@
 #include <limits>
 #include <utility>
 
-#include "numerics/digit.h"
 #include "numerics/number_reading.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"

@@ -602,8 +602,10 @@ void MainWindow::end_program() {
 
 void MainWindow::show_as_last_time() {
   const auto store = own_store(session_.places);
-  if (store) session_.life_questions = kept_questions(*store);
-  for (int i = 1; i <= session_.project.fits.bound(); ++i) session_.ports.views.fit_grid_changed(i);
+  if (store) {
+    session_.life_questions = kept_questions(*store);
+    windows_.panel(1).refresh_grid();  // of the new project that the program starts with
+  }
   const bool is_placed = store && restoreGeometry(store->value(store_key::geometry).toByteArray());
   if (store) restoreState(store->value(store_key::bars).toByteArray());
   show_bars();

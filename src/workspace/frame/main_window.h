@@ -67,7 +67,6 @@ class MainWindow : public QMainWindow {
   void add_chart();
   void undo();
   void redo();
-  void go_through_history(bool (*step)(Session&));
   void select_all();
   void cut();
   void copy();
@@ -114,6 +113,7 @@ class MainWindow : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  void go_through_history(bool (*step)(Session&));
   void set_up_tree();
   void set_up_status_bar();
   void give_commands(QAbstractScrollArea& place, std::span<const int> ids);
