@@ -257,13 +257,6 @@ struct PasteEnd {
   std::string unused = {};  ///< what is to be said of columns that were not read
 };
 
-std::string words_of_unused(const std::vector<std::string>& headings) {
-  std::string names;
-  for (const std::string& heading : headings)
-    names += (names.empty() ? "\"" : ", \"") + heading + "\"";
-  return names.empty() ? names : "; not read: " + names;
-}
-
 /// Cells as they stand, into whichever columns.
 PasteEnd paste_cells(DataSheet& sheet, int row, const PastedText& pasted) {
   if (std::string fault = fault_of(pasted); !fault.empty()) return {row, std::move(fault)};
@@ -295,7 +288,7 @@ PasteEnd paste_text(Session& session, DataSheet& sheet, int row, std::string_vie
     return {row, words_of_most_rows(pasted)};
   if (fault) return {row, "Line " + std::to_string(fault->line) + ": " + fault->what + "."};
   enter_rows(sheet, row, rows);
-  return {row + static_cast<int>(rows.rows.size()), {}, words_of_unused(rows.unused)};
+  return {row + static_cast<int>(rows.rows.size()), {}, words_of_unused(rows)};
 }
 
 /// The mark of a suspension is that of a quoted line too: a mail that is pasted is all suspensions.
@@ -321,7 +314,8 @@ void enter_text(Session& session, int data_index, std::string_view text, int mos
   sheet.follow_rows();
   session.step = step;
   session.ports.views.status(words_of_rows(sheet, first, end.row - 1) +
-                             words_of_quotes(sheet, first, end.row - 1, text) + end.unused);
+                             words_of_quotes(sheet, first, end.row - 1, text) +
+                             (end.unused.empty() ? "" : "; " + end.unused));
 }
 
 /// A row that is left out is copied as any other; what takes it doesn't know of that.

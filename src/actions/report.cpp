@@ -91,12 +91,28 @@ void add_rows(ReportTable& table, const FitResult& fit, const DataSet& data) {
   }
 }
 
-void add_notes(ReportTable& table, const FitResult& fit, const DataSet& data) {
-  const std::string start = fit_name(fit) + ": ";
-  if (const std::string why = why_out_of_date(fit, data); !why.empty())
-    return table.remarks.push_back(start + why);
-  if (fit.is_given) table.remarks.push_back(start + sentence(given_words));
-  for (const Note& note : fit.notes) table.remarks.push_back(start + note_sentence(note, data));
+Cells notes_of(const FitResult& fit, const DataSet& data) {
+  if (std::string why = why_out_of_date(fit, data); !why.empty()) return {std::move(why)};
+  Cells notes;
+  if (fit.is_given) notes.push_back(sentence(given_words));
+  for (const Note& note : fit.notes) notes.push_back(note_sentence(note, data));
+  return notes;
+}
+
+/// What is said of each of several fits is said once.
+void add_notes(ReportTable& table, const std::vector<const FitResult*>& fits, const DataSet& data) {
+  std::vector<Cells> notes;
+  for (const FitResult* fit : fits) notes.push_back(notes_of(*fit, data));
+  const auto is_of_all = [&](const std::string& note) {
+    return fits.size() > 1 && std::all_of(notes.begin(), notes.end(), [&](const Cells& each) {
+             return std::find(each.begin(), each.end(), note) != each.end();
+           });
+  };
+  for (const std::string& note : notes.front())
+    if (is_of_all(note)) table.remarks.push_back("All fits: " + note);
+  for (std::size_t i = 0; i < fits.size(); ++i)
+    for (const std::string& note : notes[i])
+      if (!is_of_all(note)) table.remarks.push_back(fit_name(*fits[i]) + ": " + note);
 }
 
 std::string life_text(double life, int digits) {
@@ -316,7 +332,7 @@ class ReportMaker {
                         {true, true, true, false},
                         {}};
       for (const FitResult* fit : fits) add_rows(table, *fit, project_.data(set));
-      for (const FitResult* fit : fits) add_notes(table, *fit, project_.data(set));
+      add_notes(table, fits, project_.data(set));
       table.remarks.insert(table.remarks.end(), refusals.begin(), refusals.end());
       part.tables.push_back(std::move(table));
     }
@@ -369,6 +385,7 @@ class ReportMaker {
   /// look that stands well among words.
   DrawingRecord drawn(Chart chart) {
     if (has_factory_look(chart)) apply_chart_look(chart, report_chart_type);
+    if (chart.Profile == report_chart_type) chart.Profile = page_chart_type;
     for (int row = 1; row <= std::min(chart.nMarkers, chart.Markers.bound()); ++row)
       if (shows_old_fit(chart.Markers(row))) chart.Markers(row).FitNumber = 0;
     return compose_chart(session_, chart, session_.ports.prompts, session_.errors);

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/output.h"
 #include "files/data_text.h"
 #include "files/disk_files.h"
 #include "files/foreign_old_data.h"
@@ -65,7 +66,11 @@ std::optional<NumberedFault> read_foreign_file(std::string_view bytes, FileType 
 std::optional<std::string> read_text(const CommonArguments& common, const std::string& file,
                                      std::string_view bytes, DataRows& rows) {
   const auto fault = read_data_rows(bytes, common.reading, rows);
-  if (!fault) return std::nullopt;
+  if (!fault) {
+    if (const std::string words = words_of_unused(rows); !words.empty())
+      complain(file + ": warning: " + words);
+    return std::nullopt;
+  }
   return file + ":" + std::to_string(fault->line) + ": " + fault->what +
          (fault->comma_in_doubt ? "; say which: --decimal comma or --decimal point" : "");
 }

@@ -6,9 +6,17 @@
 
 #include "files/field_number.h"
 #include "files/large_pages.h"
+#include "files/text_lines.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
+
+std::string words_of_unused(const DataRows& data) {
+  std::string words;
+  for (const std::string& heading : data.unused)
+    words += (words.empty() ? "not read: " : ", ") + quoted(heading);
+  return words;
+}
 
 void fill_data_set(DataRows from, DataSet& data) {
   data.own_ranks = false;  // which the rows that went have had

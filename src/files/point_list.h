@@ -33,6 +33,10 @@ struct DataRows {
   std::vector<std::string> unused = {};  ///< headings of columns for no known purpose, a few
 };
 
+/// "not read: 'plant', 'asset'", of the columns that a text has for no known purpose; empty
+/// where there are none.
+std::string words_of_unused(const DataRows& data);
+
 /// Moves the rows into `data`, in the order of entry.
 void fill_data_set(DataRows rows, DataSet& data);
 

@@ -13,6 +13,8 @@ inline constexpr const char* browse_chart_type = "(Browse)";
 
 /// The type whose charts stand beside those of other programs in a report.
 inline constexpr const char* report_chart_type = "Report";
+/// Of a chart with the Report look on a page that has its fits in a table too.
+inline constexpr const char* page_chart_type = "Report page";
 
 /// The names in the order of the list.
 std::span<const char* const> chart_types();

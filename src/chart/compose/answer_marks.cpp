@@ -5,7 +5,10 @@
 #include <cmath>
 #include <optional>
 #include <sstream>
+#include <utility>
+#include <vector>
 
+#include "chart/compose/free_words.h"
 #include "chart/parts/marks.h"
 #include "numerics/number_text.h"
 
@@ -73,8 +76,35 @@ void place(ChartItem& mark, const ChartItem& plot, Place at) {
     mark.PointsX(i) = static_cast<float>(way[static_cast<std::size_t>(i)].x);
     mark.PointsY(i) = static_cast<float>(way[static_cast<std::size_t>(i)].y);
   }
+}
+
+/// The words stand where the person has put them, or else where they are in nobody's way.
+bool has_moved_words(const ChartItem& mark) {
+  return mark.Width != beside || mark.Height != beside;
+}
+
+void place_words(ChartItem& mark, TextMeasure& measure, FreeWords& words) {
+  const Place at = points_of_mark(mark)[1];
+  if (!has_moved_words(mark)) {
+    const Place corner = words.place_beside(at, text_size(measure, mark.Text2, mark));
+    mark.Width = to_unit(static_cast<double>(corner.x) - at.x);
+    mark.Height = to_unit(static_cast<double>(corner.y) - at.y);
+  }
   mark.Left = to_unit(static_cast<double>(at.x) + mark.Width);
   mark.Top = to_unit(static_cast<double>(at.y) + mark.Height);
+  words.take(words_bounds(measure, mark));
+}
+
+/// Those that the person has put somewhere first: the others keep off them, and off all lines of
+/// marks.
+void place_all_words(std::vector<ChartItem*>& marks, TextMeasure& measure, const Chart& chart,
+                     Readout& readout) {
+  Obstacles plotted = readout.obstacles();
+  for (const ChartItem* mark : marks) plotted.add_line(points_of_mark(*mark));
+  FreeWords words(chart.Boxes(chart_item::plot_box), std::move(plotted), beside);
+  std::stable_partition(marks.begin(), marks.end(),
+                        [](const ChartItem* mark) { return has_moved_words(*mark); });
+  for (ChartItem* mark : marks) place_words(*mark, measure, words);
 }
 
 void answer(ChartItem& mark, const Question& question, const Session& session, const Chart& chart,
@@ -114,13 +144,16 @@ bool has_answer_marks(const Chart& chart) {
 Chart with_answers(const Session& session, const Chart& chart) {
   Chart answered = chart;
   if (!has_answer_marks(chart)) return answered;
-  const Readout readout(session, chart);
+  Readout readout(session, chart);
+  std::vector<ChartItem*> shown;
   for (int i = 1; i <= std::min(chart.nTexts, chart.Texts.bound()); ++i) {
     ChartItem& mark = answered.Texts(i);
     if (!is_answer_mark(mark)) continue;
     clear(mark);
     if (const auto question = question_of(mark)) answer(mark, *question, session, chart, readout);
+    if (is_shown(mark)) shown.push_back(&mark);
   }
+  place_all_words(shown, session.ports.text_measure, chart, readout);
   return answered;
 }
 

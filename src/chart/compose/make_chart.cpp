@@ -80,7 +80,7 @@ void draw_plot_sets(Canvas& canvas, const Session& session, const std::vector<Pl
 
 /// Points, lines and marks alone: the boxes keep off them.
 struct Content {
-  DrawingRecord plotted;
+  DrawingRecord plotted;  ///< with the lines of answers, which run to the axes below boxes
   DrawingRecord marks;
 };
 
@@ -89,6 +89,7 @@ Content content_of(const Canvas& canvas, const Session& session, const std::vect
   Recorder plotted(content.plotted);
   Canvas plot{plotted, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
   draw_plot_sets(plot, session, sets);
+  draw_answer_lines(plot);
   Recorder marks(content.marks);
   Canvas apart{marks, canvas.chart, canvas.text_measure, canvas.prompts, canvas.errors};
   draw_marks(apart);

@@ -122,6 +122,18 @@ std::optional<Place> Readout::place_of_row(std::int32_t data_id, int row) const 
   return std::nullopt;
 }
 
+Obstacles Readout::obstacles() {
+  constexpr std::int32_t half_point = 60;  // units, of a symbol in its usual size
+  Obstacles obstacles;
+  if (!x_) return obstacles;
+  collect();
+  for (const auto& [place, value, row, data_index, sample_row] : points_)
+    obstacles.add(drawing::Rectangle{place.x - half_point, place.y - half_point,
+                                     place.x + half_point, place.y + half_point});
+  for (const Line& line : lines_) obstacles.add_line(line.places);
+  return obstacles;
+}
+
 void Readout::add_fit_sayings(Reading& reading) {
   if (!last_fit_) return;
   reading.fraction = Fd_YofX(*last_fit_, reading.x);

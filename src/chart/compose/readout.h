@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "chart/compose/unheard_reports.h"
+#include "chart/parts/crowding.h"
 #include "chart/record/canvas.h"
 #include "chart/scales/plot_coordinates.h"
 #include "project/session.h"
@@ -62,6 +63,9 @@ class Readout {
 
   /// Where the failure of a row of a sheet is drawn; nothing for a row that is not.
   std::optional<drawing::Place> place_of_row(std::int32_t data_id, int row) const;
+
+  /// The points and the lines of fits that are seen.
+  Obstacles obstacles();
 
   /// Where a time and a fraction lie; nothing outside the plot.
   std::optional<drawing::Place> place_of(DataPair value) const;

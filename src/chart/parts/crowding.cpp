@@ -115,9 +115,11 @@ void Obstacles::add(const Record& record) {
     shapes_.push_back({shape->left, shape->top, shape->right, shape->bottom});
   if (const auto* shape = std::get_if<Polygon>(&record); shape && !shape->places.empty())
     shapes_.push_back(box_around(shape->places));
-  if (const auto* line = std::get_if<Polyline>(&record))
-    for (std::size_t i = 1; i < line->places.size(); ++i)
-      pieces_.push_back({line->places[i - 1], line->places[i]});
+  if (const auto* line = std::get_if<Polyline>(&record)) add_line(line->places);
+}
+
+void Obstacles::add_line(const std::vector<Place>& places) {
+  for (std::size_t i = 1; i < places.size(); ++i) pieces_.push_back({places[i - 1], places[i]});
 }
 
 double Obstacles::hidden_by(const Rectangle& area) const {

@@ -17,9 +17,11 @@ drawing::Rectangle box_around(const std::vector<drawing::Place>& places);
 /// What a box in the plot would hide: the shapes and lines of a drawing.
 class Obstacles {
  public:
+  Obstacles() = default;
   explicit Obstacles(std::initializer_list<const DrawingRecord*> drawings);
 
   void add(const drawing::Rectangle& area) { shapes_.push_back(area); }
+  void add_line(const std::vector<drawing::Place>& places);
 
   /// How much of it the area covers: the number of shapes that it touches, and lines
   /// by the length in it.

@@ -69,18 +69,27 @@ void draw_symbol(Recorder& recorder, const ChartItem& mark) {
   SymbolStamp(mark.Int3, std::abs(int{mark.Int5})).draw(recorder, {mark.Left, mark.Top});
 }
 
+std::vector<const ChartItem*> shown_marks(const Chart& chart) {
+  std::vector<const ChartItem*> marks;
+  for (int i = 1; i <= std::min(chart.nTexts, chart.Texts.bound()); ++i)
+    if (is_shown(chart.Texts(i))) marks.push_back(&chart.Texts(i));
+  return marks;
+}
+
 }  // namespace
 
+void draw_answer_lines(Canvas& canvas) {
+  for (const ChartItem* mark : shown_marks(canvas.chart))
+    if (is_answer_mark(*mark)) draw_line(canvas.recorder, *mark);
+}
+
 void draw_marks(Canvas& canvas) {
-  const Chart& chart = canvas.chart;
-  const int last = std::min(chart.nTexts, chart.Texts.bound());
-  for (int i = 1; i <= last; ++i) {
-    const ChartItem& mark = chart.Texts(i);
-    if (!is_shown(mark)) continue;
-    const MarkKind kind = kind_of_mark(mark);
-    if (kind == MarkKind::line || kind == MarkKind::arrow) draw_line(canvas.recorder, mark);
-    if (!mark.Text2.empty()) draw_text(canvas.recorder, mark);
-    if (kind == MarkKind::symbol) draw_symbol(canvas.recorder, mark);
+  for (const ChartItem* mark : shown_marks(canvas.chart)) {
+    const MarkKind kind = kind_of_mark(*mark);
+    const bool has_line = kind == MarkKind::line || kind == MarkKind::arrow;
+    if (has_line && !is_answer_mark(*mark)) draw_line(canvas.recorder, *mark);
+    if (!mark->Text2.empty()) draw_text(canvas.recorder, *mark);
+    if (kind == MarkKind::symbol) draw_symbol(canvas.recorder, *mark);
   }
 }
 

@@ -37,11 +37,6 @@ ChartItem inked() {
   return mark;
 }
 
-Rectangle text_box(TextMeasure& measure, const ChartItem& mark) {
-  const TextSize size = text_size(measure, mark.Text2, mark);
-  return {mark.Left, mark.Top, to_unit(mark.Left + size.width), to_unit(mark.Top + size.height)};
-}
-
 Rectangle symbol_box(const ChartItem& mark) {
   const double half = std::abs(int{mark.Int5}) / 2.0;
   return {to_unit(mark.Left - half), to_unit(mark.Top - half), to_unit(mark.Left + half),
@@ -57,7 +52,7 @@ bool is_hit(TextMeasure& measure, const ChartItem& mark, Place place, double rea
   if (has_points(mark) &&
       distance_to_line(points_of_mark(mark), place) <= reach + std::abs(mark.LineWidth / 2.0))
     return true;
-  if (!mark.Text2.empty()) return distance_to_box(text_box(measure, mark), place) <= reach;
+  if (!mark.Text2.empty()) return distance_to_box(words_bounds(measure, mark), place) <= reach;
   return !has_points(mark) && distance_to_box(symbol_box(mark), place) <= reach;
 }
 
@@ -142,10 +137,15 @@ void move_mark(ChartItem& mark, std::int32_t right, std::int32_t down) {
   }
 }
 
+Rectangle words_bounds(TextMeasure& measure, const ChartItem& mark) {
+  const TextSize size = text_size(measure, mark.Text2, mark);
+  return {mark.Left, mark.Top, to_unit(mark.Left + size.width), to_unit(mark.Top + size.height)};
+}
+
 Rectangle mark_bounds(TextMeasure& measure, const ChartItem& mark) {
-  if (!has_points(mark)) return mark.Text2.empty() ? symbol_box(mark) : text_box(measure, mark);
+  if (!has_points(mark)) return mark.Text2.empty() ? symbol_box(mark) : words_bounds(measure, mark);
   const Rectangle line = box_around(points_of_mark(mark));
-  return mark.Text2.empty() ? line : both(line, text_box(measure, mark));
+  return mark.Text2.empty() ? line : both(line, words_bounds(measure, mark));
 }
 
 int mark_at(TextMeasure& measure, const Chart& chart, Place place, double reach) {

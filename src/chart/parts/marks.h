@@ -34,6 +34,9 @@ int add_mark(Chart& chart, ChartItem mark);
 void delete_mark(Chart& chart, int index);
 void move_mark(ChartItem& mark, std::int32_t right, std::int32_t down);
 
+/// The box around the words of a mark.
+drawing::Rectangle words_bounds(TextMeasure& measure, const ChartItem& mark);
+
 /// The box around a mark, without the width of its pen.
 drawing::Rectangle mark_bounds(TextMeasure& measure, const ChartItem& mark);
 

@@ -240,6 +240,7 @@ void draw_parameter_box(Canvas& canvas, const Session& session, const std::vecto
   ParameterTable table = table_of(canvas, session, sets);
   if (table.lines.empty()) return;
   const auto& [box, layout, hidden] = best_setting(canvas, table, content);
+  if (hidden >= 1 && chart_style(canvas.chart).parameters_give_way) return;
   for (TableLine& line : table.lines) cut_words(canvas, line, box, layout);
   canvas.recorder.note_area(chart_item::parameter_box, area_of(box));
   draw_box(canvas.recorder, box);

@@ -21,11 +21,11 @@ constexpr double thin = 0.12;                        // of the full size
 constexpr double pi = 3.14159265358979323846;
 
 /// Corners of a shape in half sizes around the centre, Y downward.
-struct Corner {
+struct UnitCorner {
   double x;
   double y;
 };
-using Corners = std::vector<Corner>;
+using Corners = std::vector<UnitCorner>;
 
 /// Builds the parts of a symbol in logical units.
 class Shapes {
@@ -36,7 +36,7 @@ class Shapes {
     parts.push_back(Polygon{places(corners)});
     return *this;
   }
-  Shapes& line(Corner from, Corner to) {
+  Shapes& line(UnitCorner from, UnitCorner to) {
     parts.push_back(Polyline{places({from, to})});
     return *this;
   }
@@ -65,7 +65,7 @@ class Shapes {
  private:
   std::vector<Place> places(const Corners& corners) const {
     std::vector<Place> result;
-    for (const Corner& corner : corners)
+    for (const UnitCorner& corner : corners)
       result.push_back({to_unit(corner.x * half_), to_unit(corner.y * half_)});
     return result;
   }
@@ -83,7 +83,7 @@ const Corners corner_triangle = {{-0.9, -0.9}, {0.9, 0.9}, {-0.9, 0.9}};
 Corners turned(const Corners& corners, int quarters) {
   Corners result = corners;
   for (int i = 0; i < quarters; ++i)
-    for (Corner& corner : result) corner = {-corner.y, corner.x};
+    for (UnitCorner& corner : result) corner = {-corner.y, corner.x};
   return result;
 }
 
@@ -108,7 +108,7 @@ Corners fat_plus(double half_bar) {
 
 Corners rotated_by_eighth(const Corners& corners) {
   Corners result;
-  for (const Corner& corner : corners)
+  for (const UnitCorner& corner : corners)
     result.push_back(
         {(corner.x - corner.y) * inverse_root_two, (corner.x + corner.y) * inverse_root_two});
   return result;

@@ -18,6 +18,12 @@ const ChartStyle& chart_style(const Chart& chart) {
                                         .widest_parameters = 0.9,
                                         .legend_slack = 1.03,
                                         .widest_legend = 0.68};
+  static constexpr ChartStyle page = [] {
+    ChartStyle style = report;
+    style.parameters_give_way = true;
+    return style;
+  }();
+  if (chart.Profile == page_chart_type) return page;
   return chart.Profile == report_chart_type ? report : usual;
 }
 

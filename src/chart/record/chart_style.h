@@ -27,9 +27,10 @@ struct ChartStyle {
   Division division = Division::paper;
   Wording wording = Wording::codes;
   TitlePlace titles = TitlePlace::centre;
-  bool has_mark = true;          ///< the program's mark in the corner
-  bool has_wide_dashes = false;  ///< a broken fit line is as wide as a solid one
-  bool titled_by_data = false;   ///< an empty main title stands for the names of the data sets
+  bool has_mark = true;              ///< the program's mark in the corner
+  bool has_wide_dashes = false;      ///< a broken fit line is as wide as a solid one
+  bool parameters_give_way = false;  ///< the parameter box is left out where it would hide points
+  bool titled_by_data = false;       ///< an empty main title stands for the names of the data sets
   Corner parameters = Corner::top_left;
   Corner legend = Corner::bottom_right;
   double line_spacing = 1.5;       ///< of the parameter box, in text heights

@@ -52,7 +52,7 @@ Rectangle area_of(ChartStage& stage, MovablePart part) {
 }
 
 PartMove::PartMove(ChartStage& stage, MovablePart part)
-    : stage_(stage), part_(part), before_(item()) {
+    : stage_(stage), part_(part), before_(item()), shown_(shown_item()) {
   areas_before_.areas = stage.drawing().areas;
 }
 
@@ -61,12 +61,19 @@ ChartItem& PartMove::item() {
   return part_.is_mark() ? chart.Texts(part_.index) : chart.Boxes(part_.index);
 }
 
+const ChartItem& PartMove::shown_item() {
+  return part_.is_mark() ? stage_.answered().Texts(part_.index) : item();
+}
+
 void PartMove::to(std::int32_t right, std::int32_t down) {
   item() = before_;
-  if (part_.is_mark())
+  if (part_.is_mark()) {
+    item().Width = shown_.Width;
+    item().Height = shown_.Height;
     move_mark(item(), right, down);
-  else
+  } else {
     move_box(stage_.chart(), areas_before_, part_.index, right, down);
+  }
   stage_.name_step("Move");
 }
 

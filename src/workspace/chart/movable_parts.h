@@ -42,10 +42,12 @@ class PartMove {
 
  private:
   ChartItem& item();
+  const ChartItem& shown_item();
 
   ChartStage& stage_;
   MovablePart part_;
   ChartItem before_;
+  ChartItem shown_;             ///< where the words of an answer stand that nobody has moved
   DrawingRecord areas_before_;  // without records
 };
 

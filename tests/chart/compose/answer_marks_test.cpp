@@ -5,9 +5,13 @@
 #include <random>
 
 #include "chart/chart_world.h"
+#include "chart/parts/boxes.h"
 #include "chart/parts/marks.h"
 
 namespace tavlo {
+
+using drawing::Rectangle;
+
 namespace {
 
 struct MarkedWorld : test::SetsWorld {
@@ -73,6 +77,35 @@ TEST(AnswerMarks, LieOnTheLinesOfTheirFitsWhateverTheAxes) {
   }
   EXPECT_GT(shown, 100);
   EXPECT_GT(hidden, 100);
+}
+
+TEST(AnswerMarks, WordsStandInThePlotAndKeepOffOneAnother) {
+  MarkedWorld here;
+  std::mt19937_64 random(12);
+  std::uniform_real_distribution<double> part(0, 1);
+  TextMeasure& measure = here.session.ports.text_measure;
+  const Rectangle plot = area_of(here.chart().Boxes(chart_item::plot_box));
+  int pairs = 0;
+  for (int trial = 0; trial < 100; ++trial) {
+    here.chart().Axes(0).Min = 1 + 30 * part(random);
+    here.chart().Axes(0).Max = 180 + 2000 * part(random);
+    here.place();
+    for (int i = 1; i <= here.chart().nTexts; ++i) {
+      if (!is_shown(here.mark(i))) continue;
+      const Rectangle words = words_bounds(measure, here.mark(i));
+      EXPECT_TRUE(words.left >= plot.left && words.right <= plot.right && words.top >= plot.top &&
+                  words.bottom <= plot.bottom);
+      for (int k = 1; k < i; ++k) {
+        if (!is_shown(here.mark(k))) continue;
+        const Rectangle other = words_bounds(measure, here.mark(k));
+        EXPECT_TRUE(words.left > other.right || words.right < other.left ||
+                    words.top > other.bottom || words.bottom < other.top)
+            << here.mark(i).Text2 << " on " << here.mark(k).Text2;
+        ++pairs;
+      }
+    }
+  }
+  EXPECT_GT(pairs, 300);
 }
 
 TEST(AnswerMarks, SayWhatTheFitSaysNowAndNothingWithoutIt) {
