@@ -25,6 +25,9 @@ std::string list_of(Fields names) {
   return list + (names.size() > most ? " ..." : "");
 }
 
+constexpr const char* words_of_guessed_columns =
+    "; without a line of headings the columns are times, failures and suspensions";
+
 }  // namespace
 
 ColumnLayout::ColumnLayout(const ReadOptions& options, char separator)
@@ -35,6 +38,7 @@ ColumnLayout::ColumnLayout(const ReadOptions& options, char separator)
 }
 
 void ColumnLayout::set_columns(std::span<const DataColumn> columns) {
+  has_headings_ = false;
   for (const DataColumn column : columns)
     places_[static_cast<std::size_t>(column)] = static_cast<int>(count_++);
 }
@@ -221,7 +225,10 @@ FieldFault ColumnLayout::add_row(Fields fields, PointList& points) {
   bool suspended = false;
   Units units;
   if (FieldFault fault = read_row_time(fields, time, suspended, points)) return fault;
-  if (FieldFault fault = read_row_units(fields, suspended, units, points)) return fault;
+  if (FieldFault fault = read_row_units(fields, suspended, units, points)) {
+    const bool is_guessed = !has_headings_ && counted();
+    return *fault + (is_guessed ? words_of_guessed_columns : "");
+  }
   if (FieldFault fault = points.add(time, units.fails, units.susps)) return fault;
   if (!ignored_.empty()) drop_ignored(fields);
   return add_words(fields, points);

@@ -91,6 +91,7 @@ class ColumnLayout {
   std::array<int, data_columns> places_;
   std::vector<IgnoredColumn> ignored_;
   std::size_t count_ = 0;
+  bool has_headings_ = true;
 };
 
 }  // namespace tavlo

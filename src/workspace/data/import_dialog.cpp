@@ -284,7 +284,7 @@ void ImportDialog::show_row(int row, const TextLook::Row& from) {
     const std::size_t at = is_point ? index : field;
     QTableWidgetItem* cell = make_cell(at < texts.size() ? texts[at] : std::string());
     const bool is_read = is_point || preview_.look.columns[field].has_value();
-    if (!is_read) cell->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
+    if (!is_read) cell->setForeground(quiet_ink(palette()));
     if (is_point) cell->setBackground(palette().alternateBase());
     if (is_wrong) cell->setBackground(wrong_ground(palette()));
     tbl_Rows_.setItem(place, column, cell);

@@ -15,6 +15,7 @@
 #include "workspace/qt/look.h"
 #include "workspace/qt/qt_ports.h"
 #include "workspace/qt/qt_text.h"
+#include "workspace/qt/tones.h"
 
 namespace tavlo {
 
@@ -143,7 +144,7 @@ void SheetView::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (sheet_.last_row() > 0 || edit_.isVisible()) return;
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+  painter.setPen(quiet_ink(palette()));
   const int line = fontMetrics().height();
   const QRect room = viewport()->rect().adjusted(line, line * 4, -line, -line);
   const QString words =

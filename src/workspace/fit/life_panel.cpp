@@ -48,7 +48,9 @@ void LifePanel::set_up_answers() {
   grd_Life_.setObjectName(QStringLiteral("grd_Life"));
   grd_Life_.setAccessibleName(tr("Life of the chosen fit"));
   grd_Life_.setColumnCount(column_count);
-  grd_Life_.setHorizontalHeaderLabels({tr("Life"), tr("Answer"), tr("Mark")});
+  grd_Life_.setHorizontalHeaderLabels({tr("Life"), tr("Answer"), QString()});
+  grd_Life_.horizontalHeaderItem(mark_column)->setData(Qt::AccessibleTextRole, tr("Mark"));
+  grd_Life_.horizontalHeaderItem(mark_column)->setToolTip(tr("Marks an answer on the chart"));
   grd_Life_.setEditTriggers(QAbstractItemView::NoEditTriggers);
   grd_Life_.setSelectionBehavior(QAbstractItemView::SelectRows);
   grd_Life_.setSelectionMode(QAbstractItemView::SingleSelection);
@@ -96,7 +98,12 @@ void LifePanel::set_tall(bool is_tall) {
   setMinimumWidth(is_tall ? tall_width() : beside + 3 * tight_gap);
 }
 
-int LifePanel::tall_width() const { return fontMetrics().averageCharWidth() * 24; }
+/// Answers are read to all their digits.
+int LifePanel::tall_width() const {
+  const QFontMetrics letters = fontMetrics();
+  const int words = letters.horizontalAdvance(QStringLiteral("Mean life0000.0000"));
+  return std::max(letters.averageCharWidth() * 24, words + letters.height() * 7 / 2);
+}
 
 QWidget* LifePanel::make_questions() {
   auto* line = new QWidget;

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "workspace/qt/icons.h"
+#include "workspace/qt/tones.h"
 
 namespace tavlo {
 
@@ -137,8 +138,7 @@ void HelpWindow::search() {
   for (int i = 0; i < contents_.count(); ++i) {
     const bool has = has_words(browser_.pages()[static_cast<std::size_t>(i)], words);
     count += has ? 1 : 0;
-    contents_.item(i)->setForeground(
-        palette().brush(has ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    contents_.item(i)->setForeground(has ? palette().color(QPalette::Text) : quiet_ink(palette()));
   }
   found_.setText(words.isEmpty() ? QString()
                  : count == 0    ? tr("not found")

@@ -110,7 +110,9 @@ void MainWindow::set_up_tree() {
   tree_dock_.setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
   tree_dock_.setWidget(&tree_);
   addDockWidget(Qt::LeftDockWidgetArea, &tree_dock_);
-  resizeDocks({&tree_dock_}, {fontMetrics().height() * 15 / 2}, Qt::Horizontal);
+  constexpr int branches_and_icon = 80;  // pixels, with the edges
+  const int name = fontMetrics().horizontalAdvance(QStringLiteral("Chart1"));
+  resizeDocks({&tree_dock_}, {branches_and_icon + name}, Qt::Horizontal);
   // The tree is still about to close its own edit.
   connect(
       &tree_, &ProjectTree::renamed, this,
@@ -550,6 +552,11 @@ void MainWindow::show_state() {
   file_panel_.setToolTip(to_qt(path));
   tree_.show_age(session_);
   commands_->refresh();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ApplicationPaletteChange) make_prompts_readable();
 }
 
 // Long work uses the records of the windows: they go after it has returned, and after the

@@ -108,6 +108,7 @@ class MainWindow : public QMainWindow {
   void toggle_censored();
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;

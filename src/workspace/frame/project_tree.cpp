@@ -8,6 +8,7 @@
 #include "project/fit_records.h"
 #include "workspace/qt/icons.h"
 #include "workspace/qt/qt_text.h"
+#include "workspace/qt/tones.h"
 
 namespace tavlo {
 
@@ -91,8 +92,7 @@ void ProjectTree::show_age(const Session& session) {
   const auto mark = [this](const QString& key, bool is_old, const QString& title = {}) {
     QTreeWidgetItem* item = node(key);
     if (!item) return;
-    item->setForeground(
-        0, palette().brush(is_old ? QPalette::Disabled : QPalette::Active, QPalette::Text));
+    item->setForeground(0, is_old ? quiet_ink(palette()) : palette().color(QPalette::Text));
     item->setToolTip(0, is_old ? tr("Out of date: calculate the fits again") : title);
   };
   for (int i = 1; i <= project.fits.bound(); ++i)

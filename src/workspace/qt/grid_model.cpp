@@ -15,8 +15,7 @@ namespace {
 
 QVariant brush_of(CellColour colour) {
   switch (colour) {
-    case CellColour::grey:
-      return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+    case CellColour::grey: return QBrush(quiet_ink(QGuiApplication::palette()));
     case CellColour::red: return QBrush(wrong_ink(QGuiApplication::palette()));
     case CellColour::usual: break;
   }

@@ -94,7 +94,17 @@ void set_look(QApplication& application) {
     QApplication::setPalette(program_colours());
     QApplication::setFont(program_font());
   }
+  make_prompts_readable();
   application.setWindowIcon(icon(QStringLiteral("tavlo")));
+}
+
+void make_prompts_readable() {
+  const QPalette now = QApplication::palette();
+  const QColor ink = quiet_ink(now);
+  if (now.color(QPalette::PlaceholderText) == ink) return;
+  QPalette prompts = now;
+  prompts.setColor(QPalette::PlaceholderText, ink);
+  QApplication::setPalette(prompts);
 }
 
 void set_table_look(QTableView& table) {

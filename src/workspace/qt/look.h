@@ -10,6 +10,10 @@ namespace tavlo {
 
 void set_look(QApplication& application);
 
+/// Gives the prompts in empty fields an ink that can be read on their ground, which the palette
+/// of a desktop may lack: black on black.
+void make_prompts_readable();
+
 /// Gives a table the look of a sheet: a light selection that text stays readable
 /// on, thin lines, rows as high as a line of text needs.
 void set_table_look(QTableView& table);

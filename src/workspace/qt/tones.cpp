@@ -33,6 +33,10 @@ QColor wrong_ink(const QPalette& palette) {
   return is_dark(palette) ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x1E, 0x1E);
 }
 
+QColor quiet_ink(const QPalette& palette) {
+  return between(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.42F);
+}
+
 QColor soft_highlight(const QPalette& palette) {
   const QColor full = palette.color(QPalette::Highlight);
   if (is_high_contrast(palette)) return full;

@@ -14,6 +14,10 @@ bool is_dark(const QPalette& palette);
 QColor wrong_ground(const QPalette& palette);
 QColor wrong_ink(const QPalette& palette);
 
+/// The ink of what is to be read and yet does not count, as rows that are left out: paler than
+/// text, and readable where the ink of disabled texts need not be.
+QColor quiet_ink(const QPalette& palette);
+
 /// The ground of selected cells, on which text keeps its colour; the full highlight where
 /// the palette asks for high contrast.
 QColor soft_highlight(const QPalette& palette);
