@@ -140,12 +140,12 @@ void reliability_jet(const Point& at, Jet& jet) {
 }
 
 /// One way to fail: a population's rate, alive in a part of the units.
-struct Way {
+struct WayToFail {
   std::size_t population;
   bool carries_c;
 };
 
-constexpr Way ways_to_fail[] = {{0, false}, {1, false}, {0, true}, {1, true}, {2, true}};
+constexpr WayToFail ways_to_fail[] = {{0, false}, {1, false}, {0, true}, {1, true}, {2, true}};
 using Terms = std::array<double, 5>;
 
 /// What each way has of the density, next to the largest; returns ln of the largest.
@@ -154,7 +154,7 @@ double terms_of(const Point& at, Terms& term) {
   const double ln_p = std::log(at.p), ln_q = std::log(at.q);
   double largest = none;
   for (std::size_t k = 0; k < term.size(); ++k) {
-    const Way& way = ways_to_fail[k];
+    const WayToFail& way = ways_to_fail[k];
     const Population& it = at.all[way.population];
     const bool there = it.present && (at.mixed || !way.carries_c);
     term[k] = there ? it.ln_rate() : none;
@@ -178,7 +178,7 @@ void density_jet(const Point& at, Jet& jet, std::array<double, 3>* parts = nullp
   std::array<double, 3> rates{};
   double carried = 0;
   for (std::size_t k = 0; k < term.size(); ++k) {
-    const Way& way = ways_to_fail[k];
+    const WayToFail& way = ways_to_fail[k];
     const double share = term[k] / sum;
     if (!(share > 0)) continue;
     const Population& it = at.all[way.population];
