@@ -318,18 +318,6 @@ void enter_text(Session& session, int data_index, std::string_view text, int mos
                              (end.unused.empty() ? "" : "; " + end.unused));
 }
 
-/// A row that is left out is copied as any other; what takes it doesn't know of that.
-void tell_copied(Session& session, const DataSheet& sheet, const GridBlock& block) {
-  int rows = 0, left_out = 0;
-  for (int row = std::max(block.first_row, 1); row <= std::min(block.last_row, sheet.last_row());
-       ++row, ++rows)
-    left_out += sheet.is_left_out(row) ? 1 : 0;
-  std::string words = "Copied: " + std::to_string(rows) + (rows == 1 ? " row" : " rows");
-  if (left_out > 0)
-    words += ", " + std::to_string(left_out) + " of them left out of the analysis here";
-  session.ports.views.status(words);
-}
-
 }  // namespace
 
 Box too_long_paste() {
@@ -372,22 +360,44 @@ void drop_file(Session& session, int data_index, const std::string& path) {
 
 namespace {
 
-std::string notation_of_rows(const DataSheet& grid, const GridBlock& block) {
+/// The row in the notation; empty where it has no time, no units at it, or what can't be read.
+std::string notation_of_row(const DataSheet& grid, int row) {
+  const std::string x(without_blanks(grid.text(row, sheet_column::x)));
+  for (const int column : {sheet_column::x, sheet_column::fails, sheet_column::susps})
+    if (x.empty() || grid.is_unreadable(row, column)) return {};
   std::string text;
-  const auto add = [&text](const char* mark, std::string_view x, const std::string& count) {
+  const auto add = [&](const char* mark, const std::string& count) {
     const double units = parse_number(count).value_or(0.0);
-    if (!(units > 0.0)) return;
-    text += mark;
-    text += x;
-    if (units != 1.0) text += "x" + count;
-    text += "\r\n";
+    if (units > 0.0) text += mark + x + (units != 1.0 ? "x" + count : "") + "\r\n";
   };
-  for (int r = std::max(block.first_row, 1); r <= block.last_row; ++r) {
-    const std::string x(without_blanks(grid.text(r, sheet_column::x)));
-    add("", x, grid.text(r, sheet_column::fails));
-    add(">", x, grid.text(r, sheet_column::susps));
+  add("", grid.text(row, sheet_column::fails));
+  add(">", grid.text(row, sheet_column::susps));
+  return text;
+}
+
+/// `skipped` receives how many rows that hold something it can't say.
+std::string notation_of_rows(const DataSheet& grid, const GridBlock& block, int& skipped) {
+  std::string text;
+  for (int r = std::max(block.first_row, 1); r <= std::min(block.last_row, grid.last_row()); ++r) {
+    const std::string row = notation_of_row(grid, r);
+    const auto holds = [&](int column) { return !grid.is_empty(r, column); };
+    skipped += row.empty() &&
+               (holds(sheet_column::x) || holds(sheet_column::fails) || holds(sheet_column::susps));
+    text += row;
   }
   return text;
+}
+
+bool holds_times(const GridBlock& block) {
+  return block.first_column <= sheet_column::x && block.last_column >= sheet_column::x;
+}
+
+/// True where a cell of the block still shows something that was typed.
+bool holds_anything(const DataSheet& sheet, const GridBlock& block) {
+  for (int r = std::max(block.first_row, 1); r <= std::min(block.last_row, sheet.last_row()); ++r)
+    for (int c = std::max(block.first_column, 1); c <= block.last_column; ++c)
+      if (!sheet.is_empty(r, c)) return true;
+  return false;
 }
 
 std::string cells_as_they_stand(const DataSheet& grid, const GridBlock& block) {
@@ -403,22 +413,54 @@ std::string cells_as_they_stand(const DataSheet& grid, const GridBlock& block) {
   return is_empty ? std::string() : text;
 }
 
+/// A row that is left out is copied as any other; what takes it doesn't know of that.
+void tell_copied(Session& session, const DataSheet& sheet, const GridBlock& block, int skipped) {
+  int rows = 0, left_out = 0;
+  for (int row = std::max(block.first_row, 1); row <= std::min(block.last_row, sheet.last_row());
+       ++row, ++rows)
+    left_out += sheet.is_left_out(row) ? 1 : 0;
+  rows -= skipped;
+  std::string words = "Copied: " + std::to_string(rows) + (rows == 1 ? " row" : " rows");
+  if (skipped > 0)
+    words += "; not " + std::to_string(skipped) + " without a time and units that can be read";
+  if (left_out > 0)
+    words += ", " + std::to_string(left_out) + " of them left out of the analysis here";
+  session.ports.views.status(words);
+}
+
 }  // namespace
 
 bool CopyClip(Session& session, int data_index) {
   const DataSheet& grid = *session.gDataForm(data_index);
   const GridBlock block = grid.selection();
-  const bool has_times =
-      block.first_column <= sheet_column::x && block.last_column >= sheet_column::x;
-  const std::string text =
-      has_times ? notation_of_rows(grid, block) : cells_as_they_stand(grid, block);
+  int skipped = 0;
+  const std::string text = holds_times(block) ? notation_of_rows(grid, block, skipped)
+                                              : cells_as_they_stand(grid, block);
   if (text.empty()) {
     session.ports.views.status("Nothing was copied: no cell that is selected can be.");
     return false;
   }
   session.ports.clipboard.set_text({text, {}, {}});
-  tell_copied(session, grid, block);
+  tell_copied(session, grid, block, skipped);
   return true;
+}
+
+void CutClip(Session& session, int data_index) {
+  if (!CopyClip(session, data_index)) return;
+  session.step = "Cut";
+  DataSheet& sheet = *session.gDataForm(data_index);
+  const GridBlock block = sheet.selection();
+  if (!holds_times(block)) return sheet.clear(block);
+  GridBlock copied = block;
+  copied.first_column = sheet_column::x;
+  copied.last_column = sheet_column::susps;
+  // From the end: a cleared last row takes blank ones above it along.
+  for (int row = std::min(block.last_row, sheet.last_row()); row >= block.first_row; --row) {
+    copied.first_row = copied.last_row = row;
+    if (row <= sheet.last_row() && !notation_of_row(sheet, row).empty()) sheet.clear(copied);
+  }
+  if (holds_anything(sheet, block))
+    session.ports.views.status("Cut: times and counts. What they are not, as modes, stays.");
 }
 
 void copy_table(Session& session, int data_index) {
@@ -426,7 +468,7 @@ void copy_table(Session& session, int data_index) {
   GridBlock block = sheet.selection();
   block.last_row = std::clamp(sheet.last_row(), block.first_row, block.last_row);
   session.ports.clipboard.set_text(copied_table(sheet, block, session.settings.punctuation));
-  tell_copied(session, sheet, block);
+  tell_copied(session, sheet, block, 0);
 }
 
 void CopyClip(Session& session, const CellTable& grid) {

@@ -24,6 +24,10 @@ void drop_file(Session& session, int data_index, const std::string& path);
 /// where no time is among them. False, and the clipboard as it was, where there is nothing to copy.
 bool CopyClip(Session& session, int data_index);
 
+/// Copies and clears what the copy holds. What the short notation can't hold, as failure modes and
+/// cells that can't be read, stays, and the status line says so.
+void CutClip(Session& session, int data_index);
+
 /// Copies the selected cells of the sheet below their headings, for spreadsheets and word
 /// processors: as text with a tab between cells and as a table of HTML, its numbers with the
 /// decimal sign of the system.

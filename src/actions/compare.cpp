@@ -9,6 +9,7 @@
 #include "actions/log_table.h"
 #include "actions/reports.h"
 #include "actions/shown_fits.h"
+#include "actions/words.h"
 #include "analyses/comparison.h"
 #include "numerics/number_text.h"
 #include "project/fit_records.h"
@@ -77,12 +78,11 @@ class FitTable {
  private:
   int first_row(int slot) const { return first_rows_[static_cast<std::size_t>(slot)]; }
 
-  /// A likelihood counts with all its digits, r squared as the grid shows it.
+  /// With all its digits, however many the grid shows.
   std::optional<double> quality(int slot) const {
     const FitResult& fit = fits_.Fits(slot);
     if (!is_current(fit, data_) || fit.is_given || first_row(slot) == 0) return std::nullopt;
-    if (fit.Method == method_code::mle) return fit.Quality;
-    return parse_number(grid_.text(first_row(slot), fit_column::quality));
+    return fit.Quality;
   }
 
   const FitSet& fits_;
@@ -210,6 +210,26 @@ void log_other_criteria(Session& session, const FitTable& table) {
   log_table(session, rows);
 }
 
+/// What is to be known of the fits of the table; what holds for several is said once.
+void log_notes(Session& session, const FitTable& table, int index) {
+  const Project& project = session.project;
+  std::vector<std::pair<std::string, std::string>> notes;  // the sentence, and whose it is
+  table.for_each_fit([&](int slot, int row, const ComparedRow&) {
+    if (row == 0) return;
+    for (const Note& note : project.fits(index).Fits(slot).notes) {
+      const std::string sentence = note_sentence(note, project.data(index));
+      const auto same = std::find_if(notes.begin(), notes.end(),
+                                     [&](const auto& each) { return each.first == sentence; });
+      if (same == notes.end())
+        notes.emplace_back(sentence, table.label(slot));
+      else
+        same->second += ", " + table.label(slot);
+    }
+  });
+  for (const auto& [sentence, names] : notes)
+    AppendLog(session, rtf_text(names + ": " + sentence) + line_end, true);
+}
+
 void log_summary(Session& session, const FitTable& table, bool lr_test) {
   log_table(session, stated_rows(table, lr_test));
   if (!lr_test) return log_straightest(session, table);
@@ -246,6 +266,7 @@ void analyse(Session& session, int index, std::int16_t method_code,
     return AppendLog(session, std::string("No model was fitted.") + line_end + line_end, true);
   const FitTable table(session, index);
   log_summary(session, table, lr_test);
+  log_notes(session, table, index);
   show_best(session, index, lr_test, table.found());
   if (!lr_test) return;
   if (table.found().has_tested_row()) AppendLog(session, guide, true);

@@ -140,6 +140,8 @@ Outcome answer_request(Desk& desk, const FitRequest& request) {
   if (const Refusal* refusal = answer.refusal()) {
     if (refusal->code == RefusalCode::stopped && desk.session.ports.progress.stop_wanted())
       desk.remark("Stopped: " + short_label(request) + " was not made.");
+    else if (slot > 0)
+      desk.fits().Fits(slot).refused_revision = desk.data.read_revision;
     tell_refusal(desk, request, *refusal);
     return {};
   }
@@ -243,12 +245,17 @@ bool asks_for_the_same_fit(const FitRequest& a, const FitRequest& b) {
   return a.model == b.model && a.method == b.method && a.censored == b.censored;
 }
 
-/// What the set holds, and what is asked for in its place or behind it.
+/// What the set holds, ranked as the data are now, and what is asked for in its place or behind
+/// it. What these data have refused is not tried again.
 std::vector<FitRequest> requests_with(Desk& desk, std::span<const std::int16_t> models,
                                       std::int16_t method_code) {
   std::vector<FitRequest> requests;
-  for (int k = 1; k <= desk.fits().nFits; ++k)
-    if (!desk.fits().Fits(k).is_given) requests.push_back(desk.fits().Fits(k).request);
+  for (int k = 1; k <= desk.fits().nFits; ++k) {
+    const FitResult& fit = desk.fits().Fits(k);
+    if (fit.is_given || (is_out_of_date(fit, desk.data) && !wants_refit(fit, desk.data))) continue;
+    requests.push_back(fit.request);
+    requests.back().ranks = desk.data.reading.ranks();
+  }
   for (const std::int16_t code : models) {
     const Model* const model = find_model(code);
     const auto wanted = model ? request_of_model(desk, *model, method_code) : std::nullopt;

@@ -47,16 +47,21 @@ int answering_slot(const Session& session, const FitPanel& panel) {
   return request == fits.Fits(slot).request ? slot : 0;
 }
 
-/// The fits follow the data that have just been read, and the log tells of all that did.
+/// The slots of fits that the data as they are now can bring up to date.
+std::vector<int> slots_to_refit(const Project& project, int index) {
+  std::vector<int> slots;
+  for (int slot = 1; slot <= project.fits(index).nFits; ++slot)
+    if (wants_refit(project.fits(index).Fits(slot), project.data(index))) slots.push_back(slot);
+  return slots;
+}
+
+/// The fits follow the data that have been read, and the log tells of all that did.
 void bring_up_to_date(Session& session, int index) {
+  const std::vector<int> slots = slots_to_refit(session.project, index);
   refit_all(session, index, index);
-  const FitSet& fits = session.project.fits(index);
-  const auto follows = [&](int slot) {
-    return !fits.Fits(slot).is_given && is_current(fits.Fits(slot), session.project.data(index));
-  };
   bool is_told = false;
-  for (int slot = 1; slot <= fits.nFits; ++slot) {
-    if (!follows(slot)) continue;
+  for (const int slot : slots) {
+    if (!is_current(session.project.fits(index).Fits(slot), session.project.data(index))) continue;
     if (!std::exchange(is_told, true))
       AppendLog(session, "\\par Data Sets have changed.  Updated Fits below. \\par", true);
     PostFitLog(session, slot, index, index);
@@ -68,11 +73,12 @@ void bring_up_to_date(Session& session, int index) {
 bool CheckDirtyData(Session& session, int data_index, bool& clean) {
   DataSheet& sheet = *session.gDataForm(data_index);
   sheet.end_edit();
-  clean = sheet.data().is_read();
+  const bool is_read = sheet.data().is_read();
+  clean = is_read && slots_to_refit(session.project, data_index).empty();
   if (clean) return true;
-  if (!read_rows(session, data_index)) return false;
+  if (!is_read && !read_rows(session, data_index)) return false;
   bring_up_to_date(session, data_index);
-  if (sheet.last_row() > 0) list_short_set(session, session.project.data(data_index));
+  if (!is_read && sheet.last_row() > 0) list_short_set(session, session.project.data(data_index));
   return true;
 }
 

@@ -103,8 +103,10 @@ std::string refusal(const FitResult& fit, const DataSet& data, const Life& life)
   return {};
 }
 
-std::string remark(const FitResult& fit, const Life& life) {
+std::string remark(const FitResult& fit, const DataSet& data, const Life& life) {
   if (fit.is_given) return sentence(given_words);
+  if (leaves_suspensions_out(data.sample(), fit.request))
+    return left_out_sentence(data.sample().total_suspensions);
   if (is_by_mode(fit)) return "All failure modes act together on every unit.";
   if (fit.request.slope) return "The slope was given, not fitted.";
   const double reach = share_that_fails(life);
@@ -178,7 +180,7 @@ LifeTable life_table(Session& session, int fit_index, int grid_row) {
   table.fit = fit.is_given ? "given" : label_of(fit);
   table.remark = refusal(fit, data, life);
   if (!table.remark.empty()) return table;
-  table.remark = remark(fit, life);
+  table.remark = remark(fit, data, life);
   const Answers answers(session, life);
   for (LifeAnswer& row : table.rows) {
     answer(answers, row);

@@ -26,6 +26,7 @@ bool is_number(const std::string& text) {
 }
 
 std::string reason_of(const std::string& text) {
+  if (is_number(text) && text.starts_with('-')) return text + ", which is negative.";
   if (is_number(text)) return text + ", which is too large or too small for it.";
   const bool has_comma = text.find(',') != std::string::npos &&
                          text.find_first_not_of("0123456789.,eE+->x") == std::string::npos;

@@ -143,9 +143,11 @@ Cells life_row(const FitResult& fit, const DataSet& data, const ReportRequest& r
 
 bool has_life_below_zero(const FitResult& fit, const DataSet& data, const ReportRequest& request) {
   const Life life = life_of(fit);
-  return !is_out_of_date(fit, data) && std::ranges::any_of(request.b_life, [&](double fraction) {
-    return b_life(life, fraction).value_or(0) < 0;
-  });
+  if (is_out_of_date(fit, data) || lacks_a_mode(life)) return false;
+  return mean_life(life).value_or(0) < 0 ||
+         std::ranges::any_of(request.b_life, [&](double fraction) {
+           return b_life(life, fraction).value_or(0) < 0;
+         });
 }
 
 Cells life_headings(const ReportRequest& request) {

@@ -149,6 +149,7 @@ class FormReader {
 
   bool read_group(Inspections& inspections) const {
     std::vector<double> times;
+    if (!is_list(form_.group)) return false;
     for (const std::string& token : tokens(form_.group)) times.push_back(number(token));
     if (!std::all_of(times.begin(), times.end(), is_inspection))
       return refuse(
@@ -216,6 +217,24 @@ class FormReader {
     return true;
   }
 
+  bool are_suspensions() const {
+    for (const auto box : {SampleForm::left, SampleForm::right, SampleForm::random})
+      if (const std::string& text = form_.suspensions[box]; !is_blank(text) && !is_number(text))
+        return refuse("\"" + text + "\" is no number of suspensions.");
+    return is_list(form_.suspensions[SampleForm::points]);
+  }
+
+  /// A comma in a list parts numbers for one and thousands for another.
+  bool is_list(const std::string& text) const {
+    for (const std::string& token : tokens(text)) {
+      const bool is_decimal = session_.settings.punctuation.DecimalPoint == ',';
+      if (!is_decimal && token.find(',') != std::string::npos)
+        return refuse("\"" + token + "\" may mean two things: part the numbers by blanks.");
+      if (!is_number(token)) return refuse("\"" + token + "\" is no number.");
+    }
+    return true;
+  }
+
   /// Kept as people know it: a model that is not sampled gives the points 1 to N.
   bool can_be_sampled(RunPlan& plan) const {
     const Model& model = *find_model(form_.model);
@@ -225,7 +244,7 @@ class FormReader {
         session_.ports.prompts.show({"", "sample not programmed in cmd_sample.click"});
       return true;
     }
-    if (!are_numbers()) return false;
+    if (!are_numbers() || !are_suspensions()) return false;
     if (const auto fault = fault_of(model, stated_rows(), minimum_life()))
       return refuse(words_of(*fault, model) + ".");
     if (plan.runs == 1) return true;

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -149,6 +150,20 @@ void require_other_files(const std::string& out, const std::vector<std::string>&
   if (!out.empty() && file_behind(out)) require_other_file(name_of_former(out), files);
 }
 
+/// One output would take the place of another. "./x" and "x" are one file before it is there too.
+void require_different_files(std::vector<std::string> outputs) {
+  std::erase(outputs, "");
+  std::vector<std::filesystem::path> paths;
+  for (const std::string& output : outputs) {
+    std::error_code unknown;
+    const auto path =
+        std::filesystem::weakly_canonical(std::filesystem::absolute(output, unknown), unknown);
+    if (std::find(paths.begin(), paths.end(), path) != paths.end())
+      throw CLI::ValidationError("'" + output + "' is named for two outputs");
+    paths.push_back(path);
+  }
+}
+
 /// The second reading would find nothing.
 void require_one_standard_input(const CommonArguments& common) {
   if (std::count(common.files.begin(), common.files.end(), "-") > 1)
@@ -228,9 +243,10 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
     require_slope_of_weibayes(fit.questions);
     require_other_file(fit.log, fit.common.files);
     require_other_files(fit.project, fit.common.files);
-    if (!fit.log.empty() && fit.log == fit.project)
-      throw CLI::ValidationError("--log and --project name the same file");
     for (const std::string& chart : fit.charts) require_other_file(chart, fit.common.files);
+    std::vector<std::string> outputs = fit.charts;
+    outputs.insert(outputs.end(), {fit.log, fit.project});
+    require_different_files(outputs);
   });
 }
 

@@ -97,8 +97,7 @@ FitResult without_numbers(FitResult fit) {
 
 FitStatus status_of(const FitResult& fit, const DataSet& data) {
   if (fit.Status == FitStatus::not_calculated) return fit.Status;
-  return is_out_of_date(fit, data) || has_other_ranks(fit, data) ? FitStatus::stale
-                                                                 : FitStatus::calculated;
+  return is_out_of_date(fit, data) ? FitStatus::stale : FitStatus::calculated;
 }
 
 void write_result(ProjectWriter& file, const FitResult& fit, const DataSet& data) {

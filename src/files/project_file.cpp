@@ -199,7 +199,7 @@ bool are_fits_current(const Project& project, int data_index) {
   const FitSet& fits = project.fits(data_index);
   return std::none_of(fits.Fits.begin() + 1, fits.Fits.end(), [&](const FitResult& fit) {
     const DataSet& data = project.data(data_index);
-    return is_out_of_date(fit, data) || has_other_ranks(fit, data);
+    return is_out_of_date(fit, data);
   });
 }
 

@@ -10,6 +10,7 @@
 
 #include "numerics/number_reading.h"
 #include "numerics/number_text.h"
+#include "numerics/unheard_reports.h"
 #include "project/fit_records.h"
 
 namespace tavlo {
@@ -74,6 +75,11 @@ Entry take_apart(const std::string& typed, bool negative_is_suspension) {
   return entry;
 }
 
+std::string without_marks(std::string text) {
+  std::erase_if(text, [](char c) { return c == '>' || c == 's'; });
+  return text;
+}
+
 /// A time as it was typed: 7.1 is not the 7.09999990 that 32 bits make of it.
 std::string text_of_time(float time) {
   char digits[32];
@@ -103,6 +109,22 @@ bool is_in_one_piece(std::string_view text) {
   return true;
 }
 
+/// False where words or other signs stand around the digits, as in "700abc" and "$5": only a sign
+/// before them, and behind them a letter that multiplies.
+bool is_bare_number(std::string_view text) {
+  const std::size_t first = text.find_first_of("0123456789.");
+  const std::size_t last = text.find_last_of("0123456789.");
+  if (first == std::string_view::npos) return true;
+  const std::string_view before = text.substr(0, first);
+  const std::string_view behind = text.substr(last + 1);
+  const std::size_t letter = behind.find_first_not_of(' ');
+  const bool multiplies =
+      letter == std::string_view::npos ||
+      (behind.find_first_not_of("kKmMgGtTpP%", letter) == std::string_view::npos &&
+       behind.size() - letter == 1);
+  return before.find_first_not_of("+- ") == std::string_view::npos && multiplies;
+}
+
 bool has_digit(const std::string& text, const char* digits) {
   return text.find_first_of(digits) != std::string::npos;
 }
@@ -115,15 +137,28 @@ bool fits_in_cell(int column, double number) {
                        size >= static_cast<double>(std::numeric_limits<float>::denorm_min()));
 }
 
+/// A time that is typed over another leaves the row counts that it has; the person is told where
+/// these are more than one failure.
+std::string words_of_counts(const SheetRow& before, const SheetRow& row, const std::string& name) {
+  const bool had_counts = before.has(sheet_column::fails) || before.has(sheet_column::susps);
+  const bool is_one_failure = row.failures == 1 && !(row.suspensions > 0);
+  if (!had_counts || is_one_failure) return {};
+  const bool are_kept = before.failures == row.failures && before.suspensions == row.suspensions;
+  const std::string counts =
+      number_text(row.failures) + " in # Fail, " + number_text(row.suspensions) + " in # Susp";
+  if (are_kept) return name + " keeps its counts: " + counts + ".";
+  const bool has_both = row.failures > 0 && row.suspensions > 0;
+  return has_both ? name + " now has " + counts + ". Clear what does not hold." : std::string();
+}
+
 constexpr bool is_numeric(int column) {
   return column >= sheet_column::x && column <= sheet_column::susps;
 }
 
 }  // namespace
 
-DataSheet::DataSheet(Project& project, ErrorReporter& reporter, const Settings& settings,
-                     std::int32_t data_id)
-    : project_(project), reporter_(reporter), settings_(settings), data_id_(data_id) {
+DataSheet::DataSheet(Project& project, const Settings& settings, std::int32_t data_id)
+    : project_(project), settings_(settings), data_id_(data_id) {
   follow_rows();
   go_to(1, sheet_column::x);
 }
@@ -263,8 +298,9 @@ void DataSheet::enter(int row, int column, const std::string& typed) {
   if (wanted == text(row, column)) return;
   SheetRow changed =
       row <= last_row() ? data().rows[static_cast<std::size_t>(row) - 1] : SheetRow{};
+  remark_.clear();
   if (column == sheet_column::x)
-    enter_x(changed, wanted);
+    enter_x(changed, wanted, row);
   else if (is_numeric(column))
     enter_number(changed, column, wanted);
   else if (column == sheet_column::mode)
@@ -419,26 +455,35 @@ void DataSheet::show(std::int32_t data_id) {
 
 // --- reading what was typed
 
-void DataSheet::enter_x(SheetRow& row, const std::string& typed) {
+void DataSheet::enter_x(SheetRow& row, const std::string& typed, int number) {
   clear_cell(row, sheet_column::x);
   if (typed.empty()) return;
   const Entry entry = take_apart(typed, settings_.NegativeSuspension);
   double time = 0, units = 1;
-  if (!read(entry.value, time) || !fits_in_cell(sheet_column::x, time) ||
-      (entry.has_count && !read(entry.count, units)))
+  // Where the mark is a letter, whatever words it stands in are taken: "5 hours". Kept on purpose.
+  const bool is_worded = entry.value.find('s') != std::string::npos;
+  if (!read(entry.value, time) || !(is_worded || is_bare_number(without_marks(entry.value))) ||
+      !fits_in_cell(sheet_column::x, time) ||
+      (entry.has_count && !read_count(without_marks(entry.count), units)))
     return row.set_text(sheet_column::x, typed);
+  const SheetRow before = row;
   const bool no_susps = !row.has(sheet_column::susps);
   const bool no_fails = !row.has(sheet_column::fails);
   if (entry.has_count || (no_susps && (entry.suspension || no_fails)))
     set_number(row, entry.suspension ? sheet_column::susps : sheet_column::fails, units);
   set_number(row, sheet_column::x, time);
+  remark_ = words_of_counts(before, row, "Row " + std::to_string(number));
 }
 
 void DataSheet::enter_number(SheetRow& row, int column, const std::string& typed) {
   clear_cell(row, column);
   if (typed.empty()) return;
   double number = 0;
-  if (read(typed, number) && fits_in_cell(column, number))
+  const bool is_count = column == sheet_column::fails || column == sheet_column::susps;
+  const bool is_read =
+      is_count ? read_count(typed, number)
+               : is_bare_number(typed) && read(typed, number) && fits_in_cell(column, number);
+  if (is_read)
     set_number(row, column, number);
   else
     row.set_text(column, typed);
@@ -455,12 +500,16 @@ void DataSheet::set_number(SheetRow& row, int column, double number) {
   }
 }
 
-/// A number too large for any is told in a box.
+bool DataSheet::read_count(const std::string& typed, double& units) const {
+  return is_bare_number(typed) && read(typed, units) && units >= 0;
+}
+
 bool DataSheet::read(const std::string& typed, double& number) const {
   std::string cleaned = with_decimal_point(typed, settings_.punctuation);
   if (!is_in_one_piece(cleaned)) return false;
   std::int32_t whole = 0;
-  number = fd_Str2Dbl(reporter_, cleaned, whole);
+  UnheardReports unheard;  // the cell itself says that it can't be read
+  number = fd_Str2Dbl(unheard.errors, cleaned, whole);
   return has_digit(typed, "0123456789") && (cleaned != "0" || !has_digit(typed, "123456789"));
 }
 

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <string>
 
-#include "numerics/error_reporter.h"
 #include "project/cell_table.h"
 #include "project/project.h"
 #include "project/row_moves.h"
@@ -22,8 +21,7 @@ enum class EditDirection { none, left, right, up, down };
 class DataSheet : public CellTable {
  public:
   /// Shows the data set of that identity, which the project has.
-  DataSheet(Project& project, ErrorReporter& reporter, const Settings& settings,
-            std::int32_t data_id);
+  DataSheet(Project& project, const Settings& settings, std::int32_t data_id);
 
   /// The sheet never shows fewer rows than this.
   static constexpr int least_rows = 30;
@@ -49,6 +47,9 @@ class DataSheet : public CellTable {
   bool is_left_out(const GridBlock& block) const;
   /// How many rows are left out of the analysis.
   int left_out_rows() const;
+
+  /// What the person is to know of what was entered last, a sentence; mostly empty.
+  const std::string& remark() const { return remark_; }
 
   bool editing() const { return editing_; }
   void set_edit_text(std::string text) { edit_text_ = std::move(text); }
@@ -110,22 +111,23 @@ class DataSheet : public CellTable {
  private:
   std::string number_cell(const SheetRow& row, int index, int column) const;
   static void clear_cell(SheetRow& row, int column);
-  void enter_x(SheetRow& row, const std::string& typed);
+  void enter_x(SheetRow& row, const std::string& typed, int number);
   void enter_number(SheetRow& row, int column, const std::string& typed);
   static void set_number(SheetRow& row, int column, double number);
   bool read(const std::string& typed, double& number) const;
+  bool read_count(const std::string& typed, double& units) const;
   void put(int row, SheetRow changed);
   void take_rows(SheetRows rows);
   void drop_blank_end();
   void go_down();
 
   Project& project_;
-  ErrorReporter& reporter_;
   const Settings& settings_;
   std::int32_t data_id_;
   int shown_rows_ = least_rows;  // without the headings
   bool editing_ = false;
   std::string edit_text_;
+  std::string remark_;
   mutable SharedRows<SheetRow> counted_;  ///< the rows that `left_out_` was counted in
   mutable int left_out_ = 0;
 };

@@ -47,17 +47,6 @@ bool is_current(const FitResult& fit, const DataSet& data) {
          (fit.is_given || fit.revision == data.read_revision);
 }
 
-bool is_out_of_date(const FitResult& fit, const DataSet& data) {
-  return !is_current(fit, data) || (!fit.is_given && !data.is_read());
-}
-
-std::string why_out_of_date(const FitResult& fit, const DataSet& data) {
-  if (!is_out_of_date(fit, data)) return {};
-  if (fit.Status == FitStatus::not_calculated) return "Not calculated yet.";
-  return data.is_read() ? "Not calculated from the data as they are now."
-                        : "The data have changed since this fit was made.";
-}
-
 bool has_kinds_of_ranks(const DataSet& data) {
   const Sample& sample = data.sample();
   return !data.own_ranks && sample.total_suspensions < 1 &&
@@ -67,6 +56,22 @@ bool has_kinds_of_ranks(const DataSet& data) {
 bool has_other_ranks(const FitResult& fit, const DataSet& data) {
   return fit.Method != method_code::mle && fit.request.ranks != data.reading.ranks() &&
          has_kinds_of_ranks(data);
+}
+
+bool is_out_of_date(const FitResult& fit, const DataSet& data) {
+  if (fit.is_given) return !is_current(fit, data);
+  return !is_current(fit, data) || !data.is_read() || has_other_ranks(fit, data);
+}
+
+bool wants_refit(const FitResult& fit, const DataSet& data) {
+  return !fit.is_given && is_out_of_date(fit, data) && fit.refused_revision != data.read_revision;
+}
+
+std::string why_out_of_date(const FitResult& fit, const DataSet& data) {
+  if (!is_out_of_date(fit, data)) return {};
+  if (fit.Status == FitStatus::not_calculated) return "Not calculated yet.";
+  return data.is_read() ? "Not calculated from the data as they are now."
+                        : "The data, or how they are ranked, have changed since this fit was made.";
 }
 
 std::string short_label(const FitRequest& request) {

@@ -24,11 +24,14 @@ FitResult given_record(const FitRequest& request, const Life& life, std::int64_t
 /// True when the record holds numbers, and they belong to the data as they were last read.
 bool is_current(const FitResult& fit, const DataSet& data);
 
-/// True when the person has changed the data since: the numbers hold for others.
+/// True when the person has changed the data or their ranks since: the numbers hold for others.
 bool is_out_of_date(const FitResult& fit, const DataSet& data);
 
-/// Why it is, as a sentence for the person; empty where it is not. A fit that a file brought may
-/// be out of date while its data are as they were.
+/// True when it is out of date and the data that were read last have not refused it.
+bool wants_refit(const FitResult& fit, const DataSet& data);
+
+/// Why it is out of date, as a sentence for the person; empty where it is not. A fit that a file
+/// brought may be out of date while its data are as they were.
 std::string why_out_of_date(const FitResult& fit, const DataSet& data);
 
 /// Whether Benard's and exact ranks of the data differ: without suspensions, and up to the

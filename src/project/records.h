@@ -86,7 +86,8 @@ struct FitResult {
   Slots<FitParam> Rows;
 
   FitRequest request;
-  std::int64_t revision = 0;  ///< of the data that it was made from
+  std::int64_t revision = 0;           ///< of the data that it was made from
+  std::int64_t refused_revision = -1;  ///< of data that it can't be made from, once they were tried
   std::vector<Note> notes;
   std::optional<Proof> proof;          ///< of a searched fit
   std::optional<StartsReport> starts;  ///< of a searched fit

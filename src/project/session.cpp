@@ -129,7 +129,7 @@ void follow_records(Session& session) {
   for (int i = 1; i <= project.data.bound(); ++i) {
     std::unique_ptr<DataSheet>& sheet = session.gDataForm(i);
     const std::int32_t id = project.data(i).UniqueId;
-    if (!sheet) sheet = std::make_unique<DataSheet>(project, session.errors, session.settings, id);
+    if (!sheet) sheet = std::make_unique<DataSheet>(project, session.settings, id);
     sheet->show(id);
   }
   for (int i = project.data.bound() + 1; i <= session.gDataForm.bound(); ++i)

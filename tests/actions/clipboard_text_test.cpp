@@ -163,6 +163,24 @@ TEST(Copy, PastedBackItIsTheSameData) {
   }
 }
 
+TEST(Cut, TakesNothingThatItDoesNotCopy) {
+  TestWorld world;
+  DataSheet& sheet = sheet_of(world);
+  paste(world, "10\r\n20x3\r\n>30\r\n");
+  sheet.enter(2, sheet_column::mode, "wear");
+  sheet.enter(4, sheet_column::x, "junk");
+  sheet.enter(5, sheet_column::fails, "3");
+  sheet.go_to(1, 0);
+  sheet.select_to(6, sheet_column::comment);
+  CutClip(world.session, 1);
+  EXPECT_EQ(world.clipboard.plain, "10\r\n20x3\r\n>30\r\n");
+  EXPECT_EQ(shown(world), "|| || || junk|| |3|");
+  EXPECT_EQ(sheet.text(2, sheet_column::mode), "wear");
+  EXPECT_EQ(world.session.step, "Cut");
+  EXPECT_EQ(world.views.said.back(),
+            "status Cut: times and counts. What they are not, as modes, stays.");
+}
+
 TEST(Copy, ForSpreadsheetsHasHeadingsAndTheNumbersOfTheLocale) {
   TestWorld world;
   world.session.settings.punctuation = {',', '.'};

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <sstream>
 
 #include "actions/fit_world.h"
@@ -48,6 +49,17 @@ struct CompareWorld : test::FitWorld {
     return log().substr(before.size());
   }
 };
+
+TEST(Compare, TheWinnerIsTheSameHoweverManyDigitsAreShown) {
+  std::set<std::string> last_lines;
+  for (const std::int16_t digits : Codes{2, 6}) {
+    CompareWorld world;
+    world.session.settings.DigitsFit = digits;
+    const std::string log = world.compared(method_code::x_on_y, {98, 857, 922});
+    last_lines.insert(log.substr(log.find("has the highest PVE") - 10));
+  }
+  EXPECT_EQ(last_lines.size(), 1u);
+}
 
 TEST(Compare, LogsTheTableTheWinnerAndTheCriteria) {
   for (const auto& row : test::case_list("comparison_logs.txt")) {

@@ -8,9 +8,9 @@
 
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
-#include "chart/compose/unheard_reports.h"
 #include "chart/record/font_metrics.h"
 #include "life/models.h"
+#include "numerics/unheard_reports.h"
 #include "project/ranking.h"
 #include "support/test_world.h"
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "chart/compose/unheard_reports.h"
 #include "files/chart_section.h"
 #include "numerics/error_reporter.h"
+#include "numerics/unheard_reports.h"
 
 namespace tavlo::test {
 

@@ -128,7 +128,8 @@ TEST_F(MainJob, MouseAlone) {
   person.press({"ctrl+1"});
   person.type("7\n");
   EXPECT_TRUE(wait_until([&] {
-    return tip() == "Out of date: The data have changed since this fit was made.";
+    return tip() ==
+           "Out of date: The data, or how they are ranked, have changed since this fit was made.";
   })) << tip();
   person.click(widget("btn_Fit"));
   EXPECT_TRUE(wait_until([&] { return tip().empty() && !program.commands.running(); }));

@@ -45,7 +45,12 @@ TEST(DataSheet, ReadsTheNotationIntoItsColumns) {
                       {"1,23,456", "1,23,456||"}, {"12,345,678", "12345678|1|"},
                       {"1.2,500", "1.2,500||"},   {"5>7", "5>7||"},
                       {"5-3", "5-3||"},           {"2e-1", "0.2|1|"},
-                      {"5x1,5", "5x1,5||"}};
+                      {"5x1,5", "5x1,5||"},       {"700abc", "700abc||"},
+                      {"12 h", "12 h||"},         {"$5", "$5||"},
+                      {"100xx3", "100xx3||"},     {"100x-2", "100x-2||"},
+                      {"1e400", "1e400||"},       {"50%", "0.5|1|"},
+                      {"100x3s", "100||3"},       {"+7", "7|1|"},
+                      {"5 hours", "5||1"}};
   for (const Row& row : rows) {
     TestWorld world;
     world.session.settings.NegativeSuspension = row.negative_is_suspension;
@@ -60,8 +65,13 @@ TEST(DataSheet, ACountStandsUntilAnotherOneIsTyped) {
   sheet.enter(1, sheet_column::x, "100x5");
   sheet.enter(1, sheet_column::x, "120");
   EXPECT_EQ(cells_of(sheet), "120|5|");
+  EXPECT_EQ(sheet.remark(), "Row 1 keeps its counts: 5 in # Fail, 0 in # Susp.");
   sheet.enter(1, sheet_column::x, ">120");
   EXPECT_EQ(cells_of(sheet), "120|5|1") << "failures and a suspension at one time";
+  EXPECT_EQ(sheet.remark(), "Row 1 now has 5 in # Fail, 1 in # Susp. Clear what does not hold.");
+  sheet.enter(1, sheet_column::fails, "");
+  EXPECT_EQ(sheet.remark(), "");
+  sheet.enter(1, sheet_column::fails, "5");
   sheet.enter(1, sheet_column::x, "120x2");
   EXPECT_EQ(cells_of(sheet), "120|2|1");
 }

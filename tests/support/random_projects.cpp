@@ -3,9 +3,9 @@
 #include <cmath>
 #include <limits>
 
-#include "chart/compose/unheard_reports.h"
 #include "life/models.h"
 #include "numerics/number_text.h"
+#include "numerics/unheard_reports.h"
 #include "project/chart_types.h"
 #include "project/fit_records.h"
 #include "project/ranking.h"

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "chart/compose/unheard_reports.h"
 #include "chart/parts/crowding.h"
 #include "chart/record/canvas.h"
 #include "chart/scales/plot_coordinates.h"
+#include "numerics/unheard_reports.h"
 #include "project/session.h"
 
 namespace tavlo {

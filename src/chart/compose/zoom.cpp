@@ -5,9 +5,9 @@
 #include <optional>
 #include <utility>
 
-#include "chart/compose/unheard_reports.h"
 #include "chart/scales/chart_view.h"
 #include "chart/scales/plot_coordinates.h"
+#include "numerics/unheard_reports.h"
 
 namespace tavlo {
 

@@ -206,7 +206,7 @@ void draw_out_of_date(Canvas& canvas) {
   ChartItem sign;
   sign.FontBold = true;
   sign.TextColor = rgb(192, 0, 0);
-  sign.Text2 = "Out of date: the data have changed";
+  sign.Text2 = "Out of date: the data or their ranks have changed";
   sign = fitted_to_width(canvas.text_measure, sign, plot.right - plot.left);
   const double height = text_size(canvas.text_measure, sign.Text2, sign).height;
   const auto font = Selected::font(canvas.recorder, sign);

@@ -321,6 +321,8 @@ void ImportDialog::accept() {
     if (fault)
       show_end(to_qt(fault->stopped ? "Stopped; nothing was read." : words_of(*fault)),
                fault->stopped);
+    else
+      show_end(tr("Nothing was read: the project takes no further data set."), false);
   });
 }
 

@@ -228,7 +228,12 @@ void SheetView::finish_edit(EditDirection direction) {
     skip_hidden(direction);
     refresh();
     emit edited(tr("Typing"));
+    tell_remark();
   });
+}
+
+void SheetView::tell_remark() {
+  if (!sheet_.remark().empty()) emit hint_wanted(to_qt(sheet_.remark()));
 }
 
 /// The cell moves on over columns that are hidden, and stays where none is behind them.
@@ -330,6 +335,7 @@ void SheetView::leave_edit() {
     close_edit_box();
     model_.refresh();
     emit edited(tr("Typing"));
+    tell_remark();
   });
 }
 
@@ -380,7 +386,13 @@ bool SheetView::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void SheetView::dragEnterEvent(QDragEnterEvent* event) {
-  if (holds_rows(*event->mimeData())) event->acceptProposedAction();
+  const QMimeData& data = *event->mimeData();
+  const bool is_project = data.hasUrls() && data.urls().constFirst().toLocalFile().endsWith(
+                                                QStringLiteral(".tavlo"), Qt::CaseInsensitive);
+  if (holds_rows(data) && !is_project)
+    event->acceptProposedAction();
+  else
+    event->ignore();  // the frame opens projects
 }
 
 void SheetView::dragMoveEvent(QDragMoveEvent* event) { event->acceptProposedAction(); }

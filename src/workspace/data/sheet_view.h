@@ -85,6 +85,7 @@ class SheetView : public QTableView {
   std::string tip_of(int row, int column) const;
   int edge_of_data(int column, int row, int step) const;
   void skip_hidden(EditDirection direction);
+  void tell_remark();
   void start_edit(const QString& text);
   void place_edit_box();
   void finish_edit(EditDirection direction);

@@ -1,12 +1,10 @@
 #include "workspace/frame/document_commands.h"
 
 #include "actions/clipboard_text.h"
-#include "actions/read_rows.h"
+#include "actions/project_report.h"
 #include "actions/recent_files.h"
-#include "actions/report.h"
 #include "actions/work.h"
 #include "painter/report_pages.h"
-#include "project/fit_records.h"
 #include "project/html_text.h"
 #include "workspace/frame/export_file.h"
 #include "workspace/frame/printing.h"
@@ -24,49 +22,15 @@ std::string log_file(const RichText& log, const std::string& extension, PaperSiz
 
 }  // namespace
 
-/// A report tells of the rows that are seen. One that can't be read is told in a box.
-bool DocumentCommands::reads_all_rows() const {
-  Session& session = program_.session;
-  for (int i = 1; i <= session.project.data.bound(); ++i) {
-    const bool has_news =
-        !session.project.data(i).is_read() && session.gDataForm(i)->last_row() > 0;
-    if (has_news && !read_rows(session, i)) return false;
-  }
-  return true;
-}
-
-// What is out of date is said in the report; its maker is to know it first.
-bool DocumentCommands::wants_old_fits() const {
-  const Project& project = program_.session.project;
-  int old = 0;
-  for (int i = 1; i <= project.fits.bound(); ++i)
-    for (int slot = 1; slot <= project.fits(i).nFits; ++slot)
-      old += is_out_of_date(project.fits(i).Fits(slot), project.data(data_of_fits(project, i)));
-  if (old == 0) return true;
-  const std::string fits = old == 1 ? "A fit is" : std::to_string(old) + " fits are";
-  return program_.prompts.show({"Export Report",
-                                fits + " out of date: the report will have no numbers of " +
-                                    (old == 1 ? "it" : "them") +
-                                    ".\nExport it all the same? With No you can press "
-                                    "Calculate Fit first.",
-                                BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
-}
-
 void DocumentCommands::export_report() {
-  if (!reads_all_rows() || !wants_old_fits()) return;
   Session& session = program_.session;
-  const std::string title = file_title(project_title(session));
-  const ExportRequest request{"Export Report", title + " report",
+  const ExportRequest request{"Export Report", file_title(project_title(session)) + " report",
                               "PDF document (*.pdf)|*.pdf|Web page (*.html)|*.html", "pdf",
                               "report"};
-  export_file(session, request, [&](const std::string& extension) {
-    ReportRequest asked{title, bare_file_name(present_work(session).path)};
-    asked.b_life.clear();
-    for (const double percent : session.life_questions.percents)
-      asked.b_life.push_back(percent / 100);
-    asked.times = session.life_questions.times;
-    const Report report = make_report(session, asked);
-    return report_file(report, extension == "htm" ? "html" : extension,
+  export_file(session, request, [&](const std::string& extension) -> std::optional<std::string> {
+    const auto report = project_report(session);
+    if (!report) return std::nullopt;
+    return report_file(*report, extension == "htm" ? "html" : extension,
                        usual_paper(session.ports.host));
   });
 }

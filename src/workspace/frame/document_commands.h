@@ -23,9 +23,6 @@ class DocumentCommands {
   void paste_into_log();
 
  private:
-  bool reads_all_rows() const;
-  bool wants_old_fits() const;
-
   Program& program_;
   ProjectWindows& windows_;
 };

@@ -37,17 +37,17 @@ QString file_name_of(const ExportRequest& request) {
 
 }  // namespace
 
-bool export_file(Session& session, const ExportRequest& request,
-                 const std::function<std::string(const std::string& extension)>& write) {
+bool export_file(Session& session, const ExportRequest& request, const FileMaker& make) {
   const QString proposed = QDir(folder_of(session, request)).filePath(file_name_of(request));
   const auto chosen = session.ports.prompts.choose_file(
       {request.title, request.filter, 1, true, true, request.suffix, {}, from_qt(proposed)});
   const QString path = to_qt(chosen.value_or("")).trimmed();
   if (path.isEmpty()) return false;
   const QFileInfo file(path);
-  const std::string bytes = write(from_qt(file.suffix().toLower()));
+  const auto bytes = make(from_qt(file.suffix().toLower()));
+  if (!bytes) return false;
   FileResult done = {FileFault::device_error, "it can't be made"};
-  if (!bytes.empty()) done = session.ports.file_system.write_whole(from_qt(path), bytes);
+  if (!bytes->empty()) done = session.ports.file_system.write_whole(from_qt(path), *bytes);
   if (!done) {
     tell_fault(session, from_qt(path), done);
     return false;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "project/session.h"
@@ -17,9 +18,11 @@ struct ExportRequest {
   std::string kind;    ///< what is remembered apart from other exports, "log"
 };
 
-/// Asks for a name and writes what `write` makes of its extension, in lower case. Nothing is
-/// written where that is empty. False when nothing was written.
-bool export_file(Session& session, const ExportRequest& request,
-                 const std::function<std::string(const std::string& extension)>& write);
+/// The bytes of a file with that extension, in lower case; empty for one that can't be made, which
+/// is told, and nothing where the person has been asked and does not want it.
+using FileMaker = std::function<std::optional<std::string>(const std::string& extension)>;
+
+/// Asks for a name and writes what `make` makes. False when nothing was written.
+bool export_file(Session& session, const ExportRequest& request, const FileMaker& make);
 
 }  // namespace tavlo

@@ -136,7 +136,8 @@ void FileCommands::fill_recovery(QMenu& menu) {
       begin_work([this, copy] { return recover(session_, copy); });
     });
   }
-  grey_if_empty(menu, "Nothing was left unsaved.");
+  grey_if_empty(menu,
+                "No earlier run has left anything unsaved; Undo brings back what this one let go.");
 }
 
 bool FileCommands::may_leave() {

@@ -300,11 +300,9 @@ void MainWindow::select_all() {
 void MainWindow::cut() {
   if (documents_.log_is_in_front()) return documents_.cut_from_log();
   const int index = windows_.focused_sheet();
-  if (index == 0) return;
+  if (index == 0) return news_.say(tr("Nothing is selected that could be cut"));
   windows_.sheet(index).mirror_selection();
-  if (!CopyClip(session_, index)) return;
-  windows_.sheet(index).clear_selected();
-  session_.step = "Cut";
+  CutClip(session_, index);
 }
 
 void MainWindow::copy() {
@@ -333,7 +331,7 @@ void MainWindow::copy_from_panel(FitWindow& panel, const CellTable& grid) {
 void MainWindow::paste() {
   if (documents_.log_is_in_front()) return documents_.paste_into_log();
   const int index = windows_.focused_sheet();
-  if (index == 0) return;
+  if (index == 0) return news_.say(tr("Click the cell where the text is to go first"));
   windows_.sheet(index).mirror_selection();
   PasteClip(session_, index);
 }

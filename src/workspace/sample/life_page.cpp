@@ -116,7 +116,7 @@ QWidget* LifePage::make_seeds() {
   auto* frame = new QGroupBox(tr("Seeds"));
   auto* grid = new QGridLayout(frame);
   auto* note = new QLabel(
-      tr("To repeat a 'random' set, enter the same 4 seed numbers (between 1 and 2,147,483,647) "
+      tr("To repeat a 'random' set, enter the same 4 seed numbers (between 1 and 2,147,483,645) "
          "below before clicking \"Sample\"."));
   note->setWordWrap(true);
   grid->addWidget(note, 0, 0, 1, 5);
@@ -124,7 +124,7 @@ QWidget* LifePage::make_seeds() {
     txt_Seed_[i] = new QLineEdit;
     txt_Seed_[i]->setObjectName(numbered("txt_Seed", i));
     txt_Seed_[i]->setAccessibleName(tr("Seed %1").arg(i + 1));
-    txt_Seed_[i]->setToolTip(tr("Enter number between 1 and 2,147,483,647"));
+    txt_Seed_[i]->setToolTip(tr("Enter number between 1 and 2,147,483,645"));
     txt_Seed_[i]->setMaxLength(longest_number);
     txt_Seed_[i]->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("2147483647__")));
     connect(txt_Seed_[i], &QLineEdit::editingFinished, this, [this, i] { check_seed(i); });

@@ -199,7 +199,7 @@ TEST(MakeChart, TheSignOfAnOldFitIsLaidOverTheSameDrawing) {
   EXPECT_EQ(std::pair(old.width, old.height), std::pair(drawing.width, drawing.height));
   EXPECT_EQ(old.areas.size(), drawing.areas.size());
   EXPECT_TRUE(std::equal(drawing.records.begin(), drawing.records.end(), old.records.begin()));
-  EXPECT_TRUE(test::has_text(old, "Out of date: the data have changed"));
+  EXPECT_TRUE(test::has_text(old, "Out of date: the data or their ranks have changed"));
 }
 
 }  // namespace

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <random>
 
-#include "chart/compose/unheard_reports.h"
 #include "life/models.h"
 #include "numerics/number_text.h"
+#include "numerics/unheard_reports.h"
 
 namespace tavlo {
 namespace {
