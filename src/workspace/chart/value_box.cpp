@@ -36,7 +36,7 @@ ValueBox::ValueBox(ChartStage& stage, UserCommands& commands, QWidget* parent)
   auto* row = new QHBoxLayout(this);
   row->addWidget(&entry_, 0, Qt::AlignTop);
   copy_ = add_button(tr("&Copy"), QStringLiteral("cmd_CopyAnswer"),
-                     tr("Copies the answers (Enter)"), &ValueBox::copy);
+                     tr("Copies the answers (Enter, once they are there)"), &ValueBox::copy);
   mark_ = add_button(tr("&Mark"), QStringLiteral("cmd_MarkAnswer"),
                      tr("Draws the answers on the chart to stay"), &ValueBox::mark);
   for (QPushButton* button : {copy_, mark_}) row->addWidget(button, 0, Qt::AlignTop);
