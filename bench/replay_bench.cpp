@@ -10,7 +10,7 @@
 
 #include "chart/compose/auto_scale.h"
 #include "chart/compose/make_chart.h"
-#include "chart/compose/unheard_reports.h"
+#include "numerics/unheard_reports.h"
 #include "painter/player.h"
 #include "project/ranking.h"
 #include "support/test_world.h"
