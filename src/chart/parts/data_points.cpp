@@ -32,6 +32,8 @@ struct Drawable {
 /// before the mapping: one of them would end it for all.
 Drawable drawable_rows(const Sample& sample, int x_code, int y_code) {
   Drawable found;
+  found.pairs.reserve(sample.size());
+  found.rows.reserve(sample.size());
   for (std::size_t i = 0; i < sample.size(); ++i) {
     if (!(sample.failures[i] > 0.0)) continue;
     const DataPair pair{outer_time(sample, sample.time[i]), static_cast<double>(sample.rank[i])};
@@ -96,10 +98,12 @@ std::vector<PlacedPoint> visible_points(Canvas& canvas, const ChartMarker& marke
   xy2Long(canvas.errors, canvas.prompts, plot, x_axis, y_axis, places, pairs);
   const double margin = size_of(marker) / 2.0;  // at most half a symbol reaches over the edge
   std::vector<PlacedPoint> points;
-  for (std::size_t i = 0; i < places.size(); ++i)
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    if (!points.empty() && points.back().place == places[i]) continue;  // most of a million
     if (is_within(places[i].x, x_extent(plot), margin) &&
         is_within(places[i].y, y_extent(plot), margin))
       points.push_back({places[i], pairs[i], rows[i]});
+  }
   return first_of_each_cell(points, 1);
 }
 
