@@ -299,12 +299,23 @@ std::string words_of_quotes(const DataSheet& sheet, int first, int last, std::st
   return "; each line begins with \">\", the mark of a suspension";
 }
 
+/// Rows that were selected with those that the paste fills are easily taken for replaced.
+std::string words_of_rows_left(const DataSheet& sheet, const GridBlock& selected, int next) {
+  const int last = std::min(selected.last_row, sheet.last_row());
+  if (last < next) return {};
+  const bool is_one = last == next;
+  return (is_one ? "; row " + std::to_string(next) + " stays"
+                 : "; rows " + std::to_string(next) + " to " + std::to_string(last) + " stay") +
+         " as before";
+}
+
 /// Enters a text of at most so many rows as the step of that name; `source` stands before what
 /// is wrong with it.
 void enter_text(Session& session, int data_index, std::string_view text, int most_rows,
                 const char* step, const std::string& source) {
   DataSheet& sheet = *session.gDataForm(data_index);
   sheet.end_edit();
+  const GridBlock selected = sheet.selection();
   const int first = std::max(sheet.row(), 1);
   const PasteEnd end = paste_text(session, sheet, first, text, most_rows);
   if (!end.fault.empty())
@@ -314,6 +325,7 @@ void enter_text(Session& session, int data_index, std::string_view text, int mos
   sheet.follow_rows();
   session.step = step;
   session.ports.views.status(words_of_rows(sheet, first, end.row - 1) +
+                             words_of_rows_left(sheet, selected, end.row) +
                              words_of_quotes(sheet, first, end.row - 1, text) +
                              (end.unused.empty() ? "" : "; " + end.unused));
 }

@@ -45,7 +45,8 @@ static_assert(static_cast<std::size_t>(RefusalCode::stopped) + 1 == refusal_tabl
 
 constexpr std::array<TableRow, 13> note_table = {{
     {"suspensions-left-out",
-     "{0 suspension} left out of this likelihood (the choice Censored takes them in)"},
+     "{0 suspension} left out of this likelihood (the choice Censored takes them in): it can't be "
+     "compared with one that has them"},
     {"unconfirmed", "fewer than two independent starts found the best answer: it is unconfirmed"},
     {"no-second-population", not_constant},
     {"share-at-bound", "the share of a population stands at its bound of {0%}"},
@@ -109,6 +110,15 @@ std::string text_by_values(const Refusal& refusal, const FitNames& names) {
   }
 }
 
+/// A gain that nobody feels may still come with other numbers.
+std::string words_of_no_population(const Note& note) {
+  const std::string order = note.model == model_code::weibull2 ? "second" : "further";
+  constexpr double same = 1e-6;
+  return value_of(note.values, 0) < same
+             ? "no " + order + " population: the same as {model}"
+             : "no " + order + " population stands out: the fit is hardly better than {model}";
+}
+
 /// What a text with braces is filled from.
 struct Filling {
   const FitNames& names;
@@ -167,9 +177,7 @@ FitWords words_of(const Refusal& refusal, const FitNames& names) {
 
 FitWords words_of(const Note& note, const FitNames& names) {
   const TableRow& row = note_table.at(static_cast<std::size_t>(note.code));
-  const char* const order = note.model == model_code::weibull2 ? "second" : "further";
-  const std::string text =
-      *row.text != 0 ? row.text : std::string("no ") + order + " population: the same as {model}";
+  const std::string text = *row.text != 0 ? row.text : words_of_no_population(note);
   return {row.code, filled(text, {names, note.values, &note})};
 }
 

@@ -455,6 +455,11 @@ void DataSheet::show(std::int32_t data_id) {
 
 // --- reading what was typed
 
+std::string words_of_unread(int column, const std::string& typed) {
+  return "\"" + typed + "\" can't be read as " +
+         (column == sheet_column::x ? "a time." : "a number.");
+}
+
 void DataSheet::enter_x(SheetRow& row, const std::string& typed, int number) {
   clear_cell(row, sheet_column::x);
   if (typed.empty()) return;
@@ -465,7 +470,7 @@ void DataSheet::enter_x(SheetRow& row, const std::string& typed, int number) {
   if (!read(entry.value, time) || !(is_worded || is_bare_number(without_marks(entry.value))) ||
       !fits_in_cell(sheet_column::x, time) ||
       (entry.has_count && !read_count(without_marks(entry.count), units)))
-    return row.set_text(sheet_column::x, typed);
+    return keep_unread(row, sheet_column::x, typed);
   const SheetRow before = row;
   const bool no_susps = !row.has(sheet_column::susps);
   const bool no_fails = !row.has(sheet_column::fails);
@@ -486,7 +491,12 @@ void DataSheet::enter_number(SheetRow& row, int column, const std::string& typed
   if (is_read)
     set_number(row, column, number);
   else
-    row.set_text(column, typed);
+    keep_unread(row, column, typed);
+}
+
+void DataSheet::keep_unread(SheetRow& row, int column, const std::string& typed) {
+  row.set_text(column, typed);
+  remark_ = words_of_unread(column, typed);
 }
 
 void DataSheet::set_number(SheetRow& row, int column, double number) {

@@ -18,6 +18,9 @@ namespace tavlo {
 /// Where the current cell goes when an edit ends.
 enum class EditDirection { none, left, right, up, down };
 
+/// What is wrong with what was typed into a cell of numbers, a sentence.
+std::string words_of_unread(int column, const std::string& typed);
+
 class DataSheet : public CellTable {
  public:
   /// Shows the data set of that identity, which the project has.
@@ -113,6 +116,7 @@ class DataSheet : public CellTable {
   static void clear_cell(SheetRow& row, int column);
   void enter_x(SheetRow& row, const std::string& typed, int number);
   void enter_number(SheetRow& row, int column, const std::string& typed);
+  void keep_unread(SheetRow& row, int column, const std::string& typed);
   static void set_number(SheetRow& row, int column, double number);
   bool read(const std::string& typed, double& number) const;
   bool read_count(const std::string& typed, double& units) const;

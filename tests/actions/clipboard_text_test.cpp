@@ -51,6 +51,19 @@ TEST(Paste, IsReadAndSaidOrRefusedAndTheSheetStaysAsItWas) {
   }
 }
 
+TEST(Paste, SaysWhatStaysOfTheSelectedRows) {
+  TestWorld world;
+  paste(world, "1\n2\n3\n4\n5");
+  sheet_of(world).go_to(1, 1);
+  sheet_of(world).select_to(30, 1);
+  paste(world, "7\n8\n9");
+  EXPECT_EQ(world.views.said.back(),
+            "status 3 rows: 3 failures, 0 suspensions; rows 4 to 5 stay as before");
+  paste(world, "7\n8\n9\n10");
+  EXPECT_EQ(world.views.said.back(),
+            "status 4 rows: 4 failures, 0 suspensions; row 5 stays as before");
+}
+
 TEST(Paste, ADecimalCommaIsNoColumn) {
   TestWorld world;
   world.session.settings.punctuation = {',', '.'};

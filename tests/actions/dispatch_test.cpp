@@ -60,7 +60,8 @@ TEST(Dispatch, WithSuspensionsInTheLikelihoodAMixtureIsAnotherFit) {
   FitWorld world(points);
   world.fit(354, 1);
   const std::string words =
-      "5 suspensions left out of this likelihood (the choice Censored takes them in).";
+      "5 suspensions left out of this likelihood (the choice Censored takes them in): it can't be "
+      "compared with one that has them.";
   EXPECT_GT(world.views.count("status " + words), 0) << "told before the fit";
   EXPECT_NE(world.panel().remark.find(words), std::string::npos) << "and when it is done";
   EXPECT_NE(world.log().find(words + "\n"), std::string::npos);

@@ -46,6 +46,18 @@ TEST_F(CarelessUser, ClosesTheSheetAndRestoresItFromTheTree) {
   })) << "F6 goes to the next window";
 }
 
+TEST_F(CarelessUser, HearsWhyAKeyDoesNothing) {
+  window.tree().setCurrentItem(window.tree().node(QStringLiteral("D1")));
+  window.tree().setFocus();
+  person.press({"Delete"});
+  const auto said = [this] {
+    for (const QLabel* line : window.findChildren<QLabel*>())
+      if (line->text().contains(QStringLiteral("the first one stays"))) return true;
+    return false;
+  };
+  EXPECT_TRUE(wait_until(said));
+}
+
 // Those that nobody has looked at are not made: closing what covers them, going round and
 // layouts find them all the same.
 TEST_F(CarelessUser, MeetsEveryWindowOfManySets) {

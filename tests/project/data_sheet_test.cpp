@@ -74,6 +74,8 @@ TEST(DataSheet, ACountStandsUntilAnotherOneIsTyped) {
   sheet.enter(1, sheet_column::fails, "5");
   sheet.enter(1, sheet_column::x, "120x2");
   EXPECT_EQ(cells_of(sheet), "120|2|1");
+  sheet.enter(1, sheet_column::x, "1050,5");
+  EXPECT_EQ(sheet.remark(), "\"1050,5\" can't be read as a time.");
 }
 
 TEST(DataSheet, OnlyAChangeMakesTheReadingOld) {

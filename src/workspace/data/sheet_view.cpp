@@ -100,8 +100,7 @@ void SheetView::set_up_columns() {
 std::string SheetView::tip_of(int row, int column) const {
   if (sheet_.is_left_out(row)) return "This row is left out of the analysis.";
   if (!sheet_.is_unreadable(row, column)) return {};
-  return "\"" + sheet_.text(row, column) + "\" can't be read as " +
-         (column == sheet_column::x ? "a time." : "a number.");
+  return words_of_unread(column, sheet_.text(row, column));
 }
 
 /// The right button on a heading means the whole row or column under it.

@@ -376,7 +376,7 @@ void FitWindow::go_to_shown_fit() {
   int row = model_.rowCount();
   while (row > 1 && !is_it(row)) --row;
   grd_Fit_.selectionModel()->setCurrentIndex(model_.at(row, fit_column::quality),
-                                             QItemSelectionModel::NoUpdate);
+                                             QItemSelectionModel::Clear);
 }
 
 // Where nothing is selected the whole grid is meant, not the one cell that a mark has led to.

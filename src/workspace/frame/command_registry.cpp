@@ -99,6 +99,17 @@ void CommandRegistry::give_keys(QWidget& widget, CommandReach reach) const {
     if (command.id != 0 && command.reach == reach) widget.addAction(&action(command.id));
 }
 
+QString CommandRegistry::refusal_of_key(const QKeyEvent& key, const QWidget* at) const {
+  const QKeySequence pressed(key.keyCombination());
+  for (const auto& [id, action] : actions_) {
+    const bool is_heard =
+        action->shortcutContext() != Qt::WidgetShortcut || (at && at->actions().contains(action));
+    if (is_heard && !action->isEnabled() && action->shortcuts().contains(pressed))
+      return action->toolTip();
+  }
+  return {};
+}
+
 void CommandRegistry::refresh() {
   for (const Command& command : commands_)
     if (command.id != 0) refresh_entry(command);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <functional>
 #include <map>
@@ -71,6 +72,10 @@ class CommandRegistry {
 
   /// Lets the widget hear the keys of that reach.
   void give_keys(QWidget& widget, CommandReach reach) const;
+
+  /// Why the command of a key that `at` has heard in vain can't be done; empty where no command
+  /// has that key there.
+  QString refusal_of_key(const QKeyEvent& key, const QWidget* at) const;
 
   /// Asks every command anew whether it can be done and is checked. One that can't is grey,
   /// and its tool tip and status text say why.

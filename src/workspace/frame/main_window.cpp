@@ -557,6 +557,13 @@ void MainWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::ApplicationPaletteChange) make_prompts_readable();
 }
 
+/// A key of a command that is grey says why nothing happens.
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  const QString refusal = commands_->refusal_of_key(*event, focusWidget());
+  if (!refusal.isEmpty()) news_.say(refusal);
+  QMainWindow::keyPressEvent(event);
+}
+
 // Long work uses the records of the windows: they go after it has returned, and after the
 // person has said that they may.
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -7,6 +7,7 @@
 #include <QPalette>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QStyledItemDelegate>
 #include <QTableView>
 
 #include "workspace/qt/icons.h"
@@ -86,6 +87,21 @@ class TableTones : public QObject {
   QTableView& table_;
 };
 
+/// A cell's own colour tells something of it, selected or not.
+class CellInk : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QVariant ink = index.data(Qt::ForegroundRole);
+    const QPalette program = QApplication::palette();
+    if (ink.isValid() && soft_highlight(program) != program.color(QPalette::Highlight))
+      option->palette.setBrush(QPalette::HighlightedText, ink.value<QBrush>());
+  }
+};
+
 }  // namespace
 
 void set_look(QApplication& application) {
@@ -109,6 +125,7 @@ void make_prompts_readable() {
 
 void set_table_look(QTableView& table) {
   new TableTones(table);
+  table.setItemDelegate(new CellInk(&table));
   table.setWordWrap(false);
   table.setEditTriggers(QAbstractItemView::NoEditTriggers);
   table.setSelectionMode(QAbstractItemView::ContiguousSelection);
