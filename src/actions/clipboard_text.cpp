@@ -463,13 +463,11 @@ void CutClip(Session& session, int data_index) {
   DataSheet& sheet = *session.gDataForm(data_index);
   const GridBlock block = sheet.selection();
   if (!holds_times(block)) return sheet.clear(block);
-  GridBlock copied = block;
-  copied.first_column = sheet_column::x;
-  copied.last_column = sheet_column::susps;
   // From the end: a cleared last row takes blank ones above it along.
   for (int row = std::min(block.last_row, sheet.last_row()); row >= block.first_row; --row) {
-    copied.first_row = copied.last_row = row;
-    if (row <= sheet.last_row() && !notation_of_row(sheet, row).empty()) sheet.clear(copied);
+    if (row > sheet.last_row() || notation_of_row(sheet, row).empty()) continue;
+    for (const int column : {sheet_column::x, sheet_column::fails, sheet_column::susps})
+      sheet.clear({row, column, row, column});
   }
   if (holds_anything(sheet, block))
     session.ports.views.status("Cut: times and counts. What they are not, as modes, stays.");

@@ -81,7 +81,7 @@ class FitTable {
   /// With all its digits, however many the grid shows.
   std::optional<double> quality(int slot) const {
     const FitResult& fit = fits_.Fits(slot);
-    if (!is_current(fit, data_) || fit.is_given || first_row(slot) == 0) return std::nullopt;
+    if (is_out_of_date(fit, data_) || fit.is_given || first_row(slot) == 0) return std::nullopt;
     return fit.Quality;
   }
 
@@ -215,9 +215,11 @@ void log_notes(Session& session, const FitTable& table, int index) {
   const Project& project = session.project;
   std::vector<std::pair<std::string, std::string>> notes;  // the sentence, and whose it is
   table.for_each_fit([&](int slot, int row, const ComparedRow&) {
-    if (row == 0) return;
-    for (const Note& note : project.fits(index).Fits(slot).notes) {
-      const std::string sentence = note_sentence(note, project.data(index));
+    const FitResult& fit = project.fits(index).Fits(slot);
+    const DataSet& data = project.data(data_of_fits(project, index));
+    if (row == 0 || is_out_of_date(fit, data)) return;
+    for (const Note& note : fit.notes) {
+      const std::string sentence = note_sentence(note, data);
       const auto same = std::find_if(notes.begin(), notes.end(),
                                      [&](const auto& each) { return each.first == sentence; });
       if (same == notes.end())

@@ -140,7 +140,7 @@ Outcome answer_request(Desk& desk, const FitRequest& request) {
   if (const Refusal* refusal = answer.refusal()) {
     if (refusal->code == RefusalCode::stopped && desk.session.ports.progress.stop_wanted())
       desk.remark("Stopped: " + short_label(request) + " was not made.");
-    else if (slot > 0)
+    else if (slot > 0 && desk.fits().Fits(slot).request.slope == request.slope)
       desk.fits().Fits(slot).refused_revision = desk.data.read_revision;
     tell_refusal(desk, request, *refusal);
     return {};
@@ -189,7 +189,8 @@ FitRequest request_for(const Session& session, int fit_index, const Model& model
   FitRequest request;
   request.model = model.code;
   request.method = method_code;
-  request.ranks = session.settings.Benard ? RankKind::benard : RankKind::exact;
+  // Those that the sheet shows: a project that was opened keeps the kind it was saved with.
+  request.ranks = session.project.data(data_of_fits(session.project, fit_index)).reading.ranks();
   request.censored =
       session.gFitForm(fit_index)->censored && has_censored_choice(model.code, method_code);
   return request;

@@ -42,8 +42,7 @@ bool wants_old_fits(Session& session) {
   const std::string fits = old == 1 ? "A fit is" : std::to_string(old) + " fits are";
   return session.ports.prompts.show({"Export Report",
                                      fits + " out of date: the report will have no numbers of " +
-                                         (old == 1 ? "it" : "them") +
-                                         ".\nThe log says why. Export it all the same?",
+                                         (old == 1 ? "it" : "them") + ".\nExport it all the same?",
                                      BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
 }
 

@@ -156,8 +156,9 @@ void require_different_files(std::vector<std::string> outputs) {
   std::vector<std::filesystem::path> paths;
   for (const std::string& output : outputs) {
     std::error_code unknown;
-    const auto path =
-        std::filesystem::weakly_canonical(std::filesystem::absolute(output, unknown), unknown);
+    const auto whole = std::filesystem::absolute(output, unknown).lexically_normal();
+    auto path = std::filesystem::weakly_canonical(whole, unknown);
+    if (unknown) path = whole;
     if (std::find(paths.begin(), paths.end(), path) != paths.end())
       throw CLI::ValidationError("'" + output + "' is named for two outputs");
     paths.push_back(path);

@@ -294,11 +294,11 @@ void DataSheet::go_down() {
 void DataSheet::enter(int row, int column, const std::string& typed) {
   if (row < 1 || row > farthest_row()) throw RunTimeError(run_time::subscript);
   shown_rows_ = std::max(shown_rows_, row);
+  remark_.clear();
   const std::string wanted = trimmed(typed);
   if (wanted == text(row, column)) return;
   SheetRow changed =
       row <= last_row() ? data().rows[static_cast<std::size_t>(row) - 1] : SheetRow{};
-  remark_.clear();
   if (column == sheet_column::x)
     enter_x(changed, wanted, row);
   else if (is_numeric(column))
@@ -447,6 +447,7 @@ void DataSheet::follow_rows() {
 
 void DataSheet::show(std::int32_t data_id) {
   cancel_edit();
+  remark_.clear();
   const bool is_other = data_id != data_id_;
   data_id_ = data_id;
   follow_rows();
@@ -467,7 +468,7 @@ void DataSheet::enter_x(SheetRow& row, const std::string& typed, int number) {
   double time = 0, units = 1;
   // Where the mark is a letter, whatever words it stands in are taken: "5 hours". Kept on purpose.
   const bool is_worded = entry.value.find('s') != std::string::npos;
-  if (!read(entry.value, time) || !(is_worded || is_bare_number(without_marks(entry.value))) ||
+  if (!read(entry.value, time) || !(is_worded || is_bare(without_marks(entry.value))) ||
       !fits_in_cell(sheet_column::x, time) ||
       (entry.has_count && !read_count(without_marks(entry.count), units)))
     return keep_unread(row, sheet_column::x, typed);
@@ -485,9 +486,9 @@ void DataSheet::enter_number(SheetRow& row, int column, const std::string& typed
   if (typed.empty()) return;
   double number = 0;
   const bool is_count = column == sheet_column::fails || column == sheet_column::susps;
-  const bool is_read =
-      is_count ? read_count(typed, number)
-               : is_bare_number(typed) && read(typed, number) && fits_in_cell(column, number);
+  const bool is_read = is_count
+                           ? read_count(typed, number)
+                           : is_bare(typed) && read(typed, number) && fits_in_cell(column, number);
   if (is_read)
     set_number(row, column, number);
   else
@@ -511,7 +512,11 @@ void DataSheet::set_number(SheetRow& row, int column, double number) {
 }
 
 bool DataSheet::read_count(const std::string& typed, double& units) const {
-  return is_bare_number(typed) && read(typed, units) && units >= 0;
+  return is_bare(typed) && read(typed, units) && units >= 0;
+}
+
+bool DataSheet::is_bare(const std::string& typed) const {
+  return is_bare_number(with_decimal_point(typed, settings_.punctuation));
 }
 
 bool DataSheet::read(const std::string& typed, double& number) const {

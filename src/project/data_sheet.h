@@ -118,6 +118,7 @@ class DataSheet : public CellTable {
   void enter_number(SheetRow& row, int column, const std::string& typed);
   void keep_unread(SheetRow& row, int column, const std::string& typed);
   static void set_number(SheetRow& row, int column, double number);
+  bool is_bare(const std::string& typed) const;
   bool read(const std::string& typed, double& number) const;
   bool read_count(const std::string& typed, double& units) const;
   void put(int row, SheetRow changed);

@@ -52,6 +52,12 @@ TEST(Dispatch, ASwitchOfRanksActsAtTheNextRequestAndAtTheNextRefit) {
   world.fit();
   EXPECT_EQ(world.fits().nFits, 1) << "in its place";
   EXPECT_EQ(world.record(1).Quality, exact);
+  world.session.settings.Benard = true;  // those of a program that opens a project of another
+  for (int i = 0; i < 2; ++i) {
+    world.fit();
+    EXPECT_FALSE(is_out_of_date(world.record(1), world.data()));
+    EXPECT_EQ(world.record(1).Quality, exact);
+  }
 }
 
 TEST(Dispatch, WithSuspensionsInTheLikelihoodAMixtureIsAnotherFit) {

@@ -76,6 +76,13 @@ TEST(DataSheet, ACountStandsUntilAnotherOneIsTyped) {
   EXPECT_EQ(cells_of(sheet), "120|2|1");
   sheet.enter(1, sheet_column::x, "1050,5");
   EXPECT_EQ(sheet.remark(), "\"1050,5\" can't be read as a time.");
+  sheet.enter(1, sheet_column::x, "1050,5");
+  EXPECT_EQ(sheet.remark(), "") << "nothing was entered";
+  world.session.settings.punctuation = {',', '.'};
+  for (const char* typed : {",5", "5,", "0,5x2"}) {
+    sheet.enter(2, sheet_column::x, typed);
+    EXPECT_FALSE(sheet.is_unreadable(2, sheet_column::x)) << typed;
+  }
 }
 
 TEST(DataSheet, OnlyAChangeMakesTheReadingOld) {
