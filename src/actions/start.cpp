@@ -118,8 +118,7 @@ std::optional<std::string> find_macro_program(Session& session) {
   return std::nullopt;
 }
 
-/// Hands a macro to the program that runs macros; the exit code.
-int hand_over(Session& session, const std::string& name) {
+StartResult order_macro(Session& session, const std::string& name) {
   session.RunMode = 2;
   const auto macro = find_macro(session, name);
   if (!macro) {
@@ -127,13 +126,12 @@ int hand_over(Session& session, const std::string& name) {
         {"Quellmarch(r) Tavlo File Read Error",
          "This macro file cannot be located:\n" + name + "\nMacro cancelled.", BoxIcon::exclamation,
          BoxButtons::ok});
-    return 1;
+    return {.exit_code = 1};
   }
   const auto program = find_macro_program(session);
-  FileResult started{FileFault::not_found, "there is no such program"};
-  if (program) started = session.ports.host.start_program(*program, {*macro});
-  if (!started) report(session, run_time::file_not_found, "vkmacro: " + started.message);
-  return started ? 0 : 1;
+  if (program) return {.macro = MacroOrder{*program, *macro}};
+  report(session, run_time::file_not_found, "vkmacro: there is no such program");
+  return {.exit_code = 1};
 }
 
 }  // namespace
@@ -143,8 +141,8 @@ StartResult start_program(Session& session, const StartInput& input) {
     load_program(session, input);
     const std::string& name = input.command_line;
     if (name.empty()) return StartResult{};
-    if (opens_in_window(session, name)) return StartResult{name, {}};
-    return StartResult{{}, hand_over(session, name)};
+    if (opens_in_window(session, name)) return StartResult{.file = name};
+    return order_macro(session, name);
   });
 }
 

@@ -16,16 +16,23 @@ struct StartInput {
   std::string half_number;     ///< -0.5
 };
 
-/// What follows: a window, with a file in it or not, or the end of the process.
+/// A macro and the program that runs macros.
+struct MacroOrder {
+  std::string program;
+  std::string macro;
+};
+
+/// What follows: a window, with a file in it or not, a macro, or the end of the process.
 struct StartResult {
-  std::string file;              ///< to open in the window; empty for none
-  std::optional<int> exit_code;  ///< of a process that ends without a window
+  std::string file = {};                 ///< to open in the window; empty for none
+  std::optional<MacroOrder> macro = {};  ///< to be run, instead of a window
+  std::optional<int> exit_code = {};     ///< of a process that ends without either
 };
 
 /// Brings the session up. Whatever is wrong with the settings is told once, and never keeps
 /// the program from starting. A command line that names one existing file, other than a
-/// macro's, opens it; any other is taken as the name of a macro, which is handed to the
-/// program that runs macros.
+/// macro's, opens it; any other is taken as the name of a macro, for the program
+/// that runs macros.
 StartResult start_program(Session& session, const StartInput& input);
 
 }  // namespace tavlo

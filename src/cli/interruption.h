@@ -8,6 +8,13 @@ namespace tavlo::cli {
 /// error of writing, no signal.
 void prepare_for_interruption();
 
+/// SIGINT and SIGTERM ask the run to end in order. A second one, or two seconds, end it at
+/// once, but never in the middle of writing a file.
+void prepare_for_break();
+
+/// Whether the run was asked to end.
+bool break_wanted();
+
 /// While one lives, an ending waits until the file stands.
 class Uninterrupted {
  public:

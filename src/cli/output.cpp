@@ -15,6 +15,7 @@ namespace {
 constexpr std::size_t piece = 1 << 16;
 
 struct Output {
+  const char* program = "tavlo-cli";
   std::string waiting;
   int error = 0;  ///< of the system, once writing has failed
 };
@@ -46,9 +47,13 @@ std::string words_of(int error) {
 
 }  // namespace
 
+void name_program(const char* name) { output().program = name; }
+
+const char* program_name() { return output().program; }
+
 void complain(const std::string& what) {
   flush_output();  // so that messages stand behind the results before them
-  write_all(STDERR_FILENO, "tavlo-cli: " + shown_text(what) + "\n");
+  write_all(STDERR_FILENO, std::string(output().program) + ": " + shown_text(what) + "\n");
 }
 
 bool print(std::string_view text) {

@@ -9,6 +9,10 @@
 
 namespace tavlo::cli {
 
+/// The name before every message; "tavlo-cli" where none is given.
+void name_program(const char* name);
+const char* program_name();
+
 /// Writes "tavlo-cli: ..." and a line end to standard error.
 void complain(const std::string& what);
 

@@ -106,10 +106,12 @@ TEST_F(StartTest, TheCommandLineOpensAFileOrNamesAMacro) {
   world.prompts.expect_box("Error: 53 File not found", "Error loading program: \nSub Main");
   EXPECT_EQ(start("/a.VKM").exit_code, 1) << "no program for macros";
   world.machine.programs = {"/program/vkmacro"};
-  EXPECT_EQ(start("/a.VKM").exit_code, 0);
-  EXPECT_EQ(world.machine.started, "/program/vkmacro|/a.VKM");
-  EXPECT_EQ(start("b.vkm").exit_code, 0);
-  EXPECT_EQ(world.machine.started, "/program/vkmacro|/program/b.vkm");
+  for (const char* name : {"/a.VKM", "b.vkm"}) {
+    const auto order = start(name).macro;
+    ASSERT_TRUE(order);
+    EXPECT_EQ(order->program, "/program/vkmacro");
+    EXPECT_EQ(order->macro, name == std::string("b.vkm") ? "/program/b.vkm" : name);
+  }
 }
 
 TEST_F(StartTest, CaptionsComeFromTheLanguagesFile) {

@@ -29,6 +29,7 @@ void redirect(const std::filesystem::path& path, int flags, int number) {
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   ::setenv("CLI", TAVLO_CLI, 1);
+  ::setenv("VKMACRO", TAVLO_VKMACRO, 1);
   ::setenv("EXAMPLES", TAVLO_EXAMPLES, 1);
   ::setenv("DATA", TAVLO_TEST_DATA, 1);
   if (::chdir(folder.c_str()) == 0) ::execv(program.c_str(), pointers.data());

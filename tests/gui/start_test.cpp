@@ -169,6 +169,15 @@ TEST(RealStart, LeavesItsSettingsInAFreshFolder) {
             QStringList({QStringLiteral("QMPaths.txt"), QStringLiteral("QMV.ini"),
                          QStringLiteral("windows.ini")}));
   EXPECT_EQ(ends_by("Return", {QStringLiteral("-c"), folder.path()}), 1);
+  QFile macro(folder.filePath(QStringLiteral("long.vkm")));
+  ASSERT_TRUE(macro.open(QIODevice::WriteOnly));
+  const QString results = folder.filePath(QStringLiteral("r.txt"));
+  const QString data = QStringLiteral(TAVLO_EXAMPLES "/bathtub.txt");
+  for (int i = 0; i < 5000; ++i)
+    macro.write(QStringLiteral("7,1,2,%1,%2\n").arg(data, results).toUtf8());
+  macro.close();
+  EXPECT_EQ(ends_by("alt+b", {macro.fileName()}), 130) << "the break of a macro";
+  EXPECT_TRUE(QFile::exists(folder.filePath(QStringLiteral("r.txt"))));
   EXPECT_EQ(ends_by("Return", {QStringLiteral("--version")}), 0);
   EXPECT_TRUE(tavlo.readAllStandardOutput().startsWith("tavlo "));
   tavlo.kill();

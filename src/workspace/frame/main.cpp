@@ -8,6 +8,7 @@
 
 #include "actions/recovery.h"
 #include "actions/start.h"
+#include "workspace/frame/break_window.h"
 #include "workspace/frame/main_window.h"
 #include "workspace/qt/large_blocks.h"
 #include "workspace/qt/look.h"
@@ -67,6 +68,7 @@ int main(int argc, char** argv) {
       program.session,
       {command_line(argc, argv), tavlo::system_grouped_number(), tavlo::system_half()});
   if (start.exit_code) return *start.exit_code;
+  if (start.macro) return tavlo::run_macro_with_break(*start.macro);
   tavlo::begin_recovery(program.session, program.session.places.IniPath + "/Recovery");
   tavlo::MainWindow window(program);
   window.show_as_last_time();
