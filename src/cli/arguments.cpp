@@ -46,7 +46,7 @@ void add_reading(CLI::App& app, CommonArguments& common) {
   app.add_flag("--negative-is-value", reading.negative_is_value,
                "A negative time is one, not a suspension");
   const auto take_columns = [&reading](const std::string& text) {
-    reading.columns = parse_columns(text);
+    for (ColumnChoice& choice : parse_columns(text)) reading.columns.push_back(std::move(choice));
   };
   add_text(app, "--columns", take_columns,
            "Columns of a table by their headings, as x=Hours,status=Failed? (x, status, censored, "
@@ -203,6 +203,19 @@ void add_fit_questions(CLI::App& app, FitArguments& fit) {
       "Fractions failed by these times", "T,...");
 }
 
+/// A fleet may have more rows than a sheet.
+void add_groups(CLI::App& app, FitArguments& fit) {
+  constexpr std::size_t most_fleet_rows = 100'000'000;
+  const auto take = [&fit](const std::string& name) {
+    fit.by = name;
+    fit.common.reading.columns.push_back({DataColumn::group, name});
+    fit.common.reading.most_rows = most_fleet_rows;
+  };
+  add_text(app, "--by", take,
+           "Fit each group of rows on its own: those with one value in this column, by its heading",
+           "COLUMN");
+}
+
 void add_fit_outputs(CLI::App& app, FitArguments& fit) {
   const auto take_chart = [&fit](const std::string& path) {
     require_picture_name(path);
@@ -233,9 +246,12 @@ void add_fit_command(CLI::App& app, FitArguments& fit, FitLists& lists) {
   add_ranks(*command, fit.common);
   add_doubts(*command, fit.questions);
   add_fit_questions(*command, fit);
+  add_groups(*command, fit);
   add_fit_outputs(*command, fit);
   add_json(*command, fit.common);
   command->final_callback([&fit, &lists] {
+    if (!fit.by.empty() && !(fit.charts.empty() && fit.log.empty() && fit.project.empty()))
+      throw CLI::ValidationError("--by writes no --chart, --log or --project");
     fit.questions.choices = all_pairs(lists);
     require_one_standard_input(fit.common);
     fit.common.reading.comments = !fit.project.empty();

@@ -53,6 +53,7 @@ struct FitQuestions {
 struct FitArguments {
   CommonArguments common;
   FitQuestions questions;  ///< every model with every method
+  std::string by;          ///< heading of the column that names the data set of a row; empty: none
   std::vector<std::string> charts;
   bool sub_populations = false;  ///< on the charts
   std::string log;

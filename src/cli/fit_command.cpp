@@ -3,6 +3,7 @@
 #include "cli/answered_session.h"
 #include "cli/commands.h"
 #include "cli/file_titles.h"
+#include "cli/fit_groups.h"
 #include "cli/made_project.h"
 #include "cli/ordered_work.h"
 #include "cli/output.h"
@@ -182,6 +183,8 @@ class FitRun {
 
 }  // namespace
 
-ExitCode run(const FitArguments& arguments) { return FitRun(arguments).run(); }
+ExitCode run(const FitArguments& arguments) {
+  return arguments.by.empty() ? FitRun(arguments).run() : fit_groups(arguments);
+}
 
 }  // namespace tavlo::cli

@@ -212,6 +212,9 @@ FieldFault ColumnLayout::read_row_units(Fields fields, bool suspended, Units& un
 }
 
 FieldFault ColumnLayout::add_words(Fields fields, PointList& points) const {
+  if (has(DataColumn::group) && !points.goes_on_with_group(field(fields, DataColumn::group)))
+    if (FieldFault fault = points.set_group(as_utf8(field(fields, DataColumn::group))))
+      return fault;
   if (has(DataColumn::comment) && options_.comments)
     points.set_comment(as_utf8(field(fields, DataColumn::comment)));
   return has(DataColumn::mode) ? points.set_mode(as_utf8(field(fields, DataColumn::mode)))

@@ -59,10 +59,11 @@ constexpr ColumnName column_names[] = {
 };
 
 constexpr std::array<std::string_view, data_columns> roles = {
-    "x", "fails", "susps", "status", "censored", "count", "mode", "comment"};
+    "x", "fails", "susps", "status", "censored", "count", "mode", "comment", "group"};
 
 constexpr std::array<std::string_view, data_columns> nouns = {
-    "time", "failures", "suspensions", "status", "censored units", "count", "mode", "comment"};
+    "time",  "failures", "suspensions", "status", "censored units",
+    "count", "mode",     "comment",     "group"};
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -93,7 +94,7 @@ std::optional<DataColumn> find_column(std::string_view heading) {
 }
 
 std::optional<DataColumn> find_column_role(std::string_view role) {
-  for (std::size_t i = 0; i < roles.size(); ++i)
+  for (std::size_t i = 0; i < sheet_data_columns; ++i)
     if (equal_in_any_case(role, roles[i])) return static_cast<DataColumn>(i);
   return std::nullopt;
 }

@@ -8,8 +8,10 @@
 namespace tavlo {
 
 /// What a column is for. `censored` is a status with its meaning turned round.
-enum class DataColumn { x, fails, susps, status, censored, count, mode, comment };
-inline constexpr int data_columns = 8;
+/// `group` names the data set of a row in a table of many.
+enum class DataColumn { x, fails, susps, status, censored, count, mode, comment, group };
+inline constexpr int data_columns = 9;
+inline constexpr int sheet_data_columns = 8;  ///< the first, which a data set has
 
 /// The column that a heading names, in any case; a unit in brackets behind it does not
 /// count ("Time (h)").

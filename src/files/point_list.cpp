@@ -88,17 +88,36 @@ FieldFault PointList::hold(const SampleRow& row, std::vector<std::pair<int, std:
   return std::nullopt;
 }
 
+namespace {
+
+/// The place of a name among all that came before, from 0; nothing where there are too many.
+template <class Numbers>
+std::optional<std::size_t> place_of(std::string_view name, Numbers& numbers,
+                                    std::vector<std::string>& names) {
+  using Number = typename Numbers::mapped_type;
+  auto found = numbers.find(name);
+  if (found == numbers.end()) {
+    if (names.size() == std::size_t{std::numeric_limits<Number>::max()}) return std::nullopt;
+    found = numbers.emplace(name, static_cast<Number>(names.size())).first;
+    names.emplace_back(name);
+  }
+  return static_cast<std::size_t>(found->second);
+}
+
+}  // namespace
+
 FieldFault PointList::set_mode(std::string_view name) {
   if (name.empty()) return std::nullopt;
-  constexpr auto most_modes = std::numeric_limits<std::int16_t>::max();
-  auto found = mode_numbers_.find(name);
-  if (found == mode_numbers_.end()) {
-    if (data_.mode_names.size() == most_modes) return "there are more than 32767 failure modes";
-    data_.mode_names.emplace_back(name);
-    const auto number = static_cast<std::int16_t>(data_.mode_names.size());
-    found = mode_numbers_.emplace(name, number).first;
-  }
-  data_.rows.back().mode = found->second;
+  const auto place = place_of(name, mode_numbers_, data_.mode_names);
+  if (!place) return "there are more than 32767 failure modes";
+  data_.rows.back().mode = static_cast<std::int16_t>(*place + 1);
+  return std::nullopt;
+}
+
+FieldFault PointList::set_group(std::string_view name) {
+  const auto place = place_of(name, group_numbers_, data_.groups);
+  if (!place) return "there are more groups than can be counted";
+  data_.rows.back().group = static_cast<std::int32_t>(*place);
   return std::nullopt;
 }
 

@@ -29,6 +29,7 @@ struct DataRows {
   std::vector<SampleRow> rows;
   std::vector<std::string> mode_names;   ///< failure mode 1 and on
   std::vector<std::string> comments;     ///< one a row, or none at all
+  std::vector<std::string> groups = {};  ///< names, in the order in which they came first
   std::vector<HeldRow> held = {};        ///< by their index; only with ReadOptions::holds_unread
   std::vector<std::string> unused = {};  ///< headings of columns for no known purpose, a few
 };
@@ -80,6 +81,19 @@ class PointList {
   /// Gives the row added last a failure mode by its name (UTF-8; empty is none).
   FieldFault set_mode(std::string_view name);
 
+  /// Puts the row added last into the group of the row before where it has that name: the rows
+  /// of one group mostly follow each other.
+  bool goes_on_with_group(std::string_view name) {
+    const std::size_t rows = data_.rows.size();
+    const std::int32_t last = rows > 1 ? data_.rows[rows - 2].group : 0;
+    if (data_.groups.empty() || data_.groups[static_cast<std::size_t>(last)] != name) return false;
+    data_.rows.back().group = last;
+    return true;
+  }
+
+  /// Puts the row added last into a group by its name (UTF-8).
+  FieldFault set_group(std::string_view name);
+
   /// Gives the row added last a comment (UTF-8).
   void set_comment(std::string_view comment);
 
@@ -108,7 +122,10 @@ class PointList {
 
   std::size_t most_rows_;
   DataRows data_;
-  std::unordered_map<std::string, std::int16_t, NameHash, std::equal_to<>> mode_numbers_;
+  template <class Number>
+  using Numbers = std::unordered_map<std::string, Number, NameHash, std::equal_to<>>;
+  Numbers<std::int16_t> mode_numbers_;
+  Numbers<std::int32_t> group_numbers_;
   double units_ = 0;
 };
 

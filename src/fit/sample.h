@@ -17,7 +17,8 @@ struct SampleRow {
   float time = 0;
   double failures = 0;
   double suspensions = 0;
-  std::int16_t mode = 0;  ///< failure mode from 1; 0 is none
+  std::int16_t mode = 0;   ///< failure mode from 1; 0 is none
+  std::int32_t group = 0;  ///< of a table that holds many data sets, from 0
 };
 
 struct Sample {

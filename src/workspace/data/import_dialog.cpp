@@ -230,7 +230,7 @@ QComboBox* ImportDialog::make_column_list(std::size_t place) {
   QComboBox* list = make_list(false);
   list->setObjectName(QStringLiteral("cbo_Column_%1").arg(place));
   list->addItem(tr("(not read)"));
-  for (int i = 0; i < data_columns; ++i)
+  for (int i = 0; i < sheet_data_columns; ++i)
     list->addItem(capital(noun_of(static_cast<DataColumn>(i))));
   const auto& column = preview_.look.columns[place];
   list->setCurrentIndex(column ? static_cast<int>(*column) + 1 : 0);
