@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "actions/slope_question.h"
+#include "cli/nearest_word.h"
 #include "numerics/number_text.h"
 #include "project/chart_types.h"
 
@@ -41,19 +42,28 @@ std::optional<int> whole_number(const std::string& text) {
   return number;
 }
 
+std::vector<std::string> model_names() {
+  std::vector<std::string> names;
+  for (const Model& model : models())
+    if (*model.command_name) names.emplace_back(model.command_name);
+  return names;
+}
+
 const Model* parse_model(const std::string& text) {
   if (const Model* model = find_model_by_name(text)) return model;
   const auto code = whole_number(text);
   const Model* model = code && *code >= 0 && *code <= model_mask ? find_model(*code) : nullptr;
   if (!model)
     refuse("'" + text +
-           "' is no model (W2P W3T W4P W5C W7P W3B W5X E R Wb N LN G- G+ FM, or a code)");
+           "' is no model (W2P W3T W4P W5C W7P W3B W5X E R Wb N LN G- G+ FM, or a code)" +
+           did_you_mean(text, model_names()));
   return model;
 }
 
 const Method* parse_method(const std::string& text) {
   const Method* method = find_method_by_name(text);
-  if (!method) refuse("'" + text + "' is no method (rr, mle, rrs)");
+  if (!method)
+    refuse("'" + text + "' is no method (rr, mle, rrs)" + did_you_mean(text, {"rr", "mle", "rrs"}));
   return method;
 }
 

@@ -12,6 +12,8 @@
 #include <optional>
 
 #include "cli/argument_values.h"
+#include "cli/help_pages.h"
+#include "cli/nearest_word.h"
 #include "cli/output.h"
 #include "files/disk_files.h"
 
@@ -533,7 +535,29 @@ void require_command(const CLI::App& app, int argc, const char* const* argv) {
   throw CLI::ValidationError(
       first.empty()
           ? "a command is required (fit, rank, compare, chart, report, convert, sample, batch)"
-          : "there is no command '" + first + "'");
+          : "there is no command '" + first + "'" + did_you_mean(first, command_names(app)));
+}
+
+/// Printed as the help is: the rest of the line does not count.
+void add_pages(CLI::App& app) {
+  const auto add = [&app](const char* name, auto page, const char* help) {
+    const auto show = [&app, page] {
+      print(page(app));
+      throw CLI::Success();
+    };
+    app.add_flag_callback(name, show, help)->trigger_on_parse();
+  };
+  add("--completion", bash_completion,
+      "Print a script that completes commands and options in bash");
+  add(
+      "--man", [](const CLI::App& all) { return man_page(all, "tavlo-cli " TAVLO_VERSION); },
+      "Print the page for man, as tavlo-cli --man | man -l -");
+}
+
+void add_quiet(CLI::App& app) {
+  for (CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+    command->add_flag_callback("-q,--quiet", be_quiet,
+                               "No warnings and no progress; what has failed is told");
 }
 
 ExitCode report(const CLI::App& app, const CLI::ParseError& error) {
@@ -541,7 +565,7 @@ ExitCode report(const CLI::App& app, const CLI::ParseError& error) {
     app.exit(error, std::cout, std::cerr);
     return ExitCode::done;
   }
-  complain(error.what());
+  complain(words_of(app, error));
   std::cerr << "Try 'tavlo-cli --help'.\n";
   return ExitCode::wrong_usage;
 }
@@ -574,6 +598,9 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   SampleArguments sample;
   SampleOptions sample_options;
   add_sample_command(app, sample, sample_options);
+  add_examples(app);
+  add_pages(app);
+  add_quiet(app);
   try {
     require_command(app, argc, argv);
     app.parse(argc, argv);

@@ -13,6 +13,7 @@
 #include "cli/line_reader.h"
 #include "cli/ordered_work.h"
 #include "cli/output.h"
+#include "cli/progress_line.h"
 #include "files/text_encoding.h"
 #include "files/text_lines.h"
 #include "fit/parallel.h"
@@ -116,6 +117,7 @@ class BatchRun {
 
   /// Whoever sends a line and waits for its answer gets it now.
   void write(BatchWork& work) {
+    count_progress("lines", 0, work.handful.lines.size());
     if (work.has_errors) code_ = ExitCode::fit_refused;
     if (!print(work.answers) || !flush_output()) broken_ = true;
     if (is_long(work)) work.forget();

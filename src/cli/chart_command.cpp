@@ -89,9 +89,9 @@ PixelSize size_of(const Chart& chart, PixelSize size) {
 /// The first chart of a project as it was saved.
 ExitCode draw_saved_chart(const ChartArguments& arguments, Project project) {
   if (asks_for_other_ranks(arguments.common, project))
-    complain(arguments.common.files.front() +
-             ": warning: --ranks is not applied: the chart is drawn as it was saved (--set N "
-             "draws a data set anew)");
+    warn(arguments.common.files.front(),
+         "--ranks is not applied: the chart is drawn as it was saved (--set N "
+         "draws a data set anew)");
   AnsweredSession answered(arguments.out, arguments.questions.front().strict);
   Session& session = answered.session();
   session.project = std::move(project);

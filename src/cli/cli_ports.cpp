@@ -36,7 +36,7 @@ BoxAnswer CliPrompts::answer(BoxButtons buttons) const {
 
 BoxAnswer CliPrompts::show(const Box& box) {
   const bool doubt = box.buttons != BoxButtons::ok;
-  complain(subject_ + (doubt ? ": warning: " : ": ") + box_line(box));
+  doubt ? warn(subject_, box_line(box)) : complain(subject_ + ": " + box_line(box));
   return answer(box.buttons);
 }
 

@@ -24,7 +24,7 @@ std::string joined(const std::vector<std::string>& words) {
 
 /// What the file that was written can't say.
 void tell_lost(const std::string& out, const std::vector<std::string>& lost) {
-  if (!lost.empty()) complain(out + ": warning: it can't hold " + joined(lost));
+  if (!lost.empty()) warn(out, "it can't hold " + joined(lost));
 }
 
 ExitCode write_data(const ConvertArguments& arguments, SetWork& work) {
@@ -67,15 +67,16 @@ ExitCode write_sets(const ConvertArguments& arguments, std::vector<SetWork> work
   }
   if (const auto fault = made.write()) return file_fault(*fault);
   if (works.front().kind == InputFile::Kind::project)
-    complain(arguments.out + ": warning: it has data set " + std::to_string(common.set) +
-             " and its fits, not the other sets, the charts and the log of " + works.front().file);
+    warn(arguments.out, "it has data set " + std::to_string(common.set) +
+                            " and its fits, not the other sets, the charts and the log of " +
+                            works.front().file);
   return ExitCode::done;
 }
 
 ExitCode write_whole_project(const ConvertArguments& arguments, const InputFile& input) {
   if (asks_for_other_ranks(arguments.common, input.project))
-    complain(arguments.common.files.front() +
-             ": warning: --ranks is not applied: the project is written as it was saved");
+    warn(arguments.common.files.front(),
+         "--ranks is not applied: the project is written as it was saved");
   const auto fault = write_project_file(arguments.out, input.project, input.is_utf8);
   return fault ? file_fault(*fault) : ExitCode::done;
 }

@@ -8,6 +8,7 @@
 #include "cli/ordered_work.h"
 #include "cli/output.h"
 #include "cli/pictures.h"
+#include "cli/progress_line.h"
 #include "cli/set_work.h"
 #include "cli/shown_sets.h"
 
@@ -55,6 +56,7 @@ class FitRun {
     code_ =
         worse(code_, work.fault ? tell_fault(work, arguments_.common.json) : tell_answers(work));
     work = {};
+    count_progress("data sets");
   }
 
   ExitCode tell_answers(SetWork& work) {
@@ -115,8 +117,7 @@ class FitRun {
   void tell_left_behind(const SetWork& work) {
     if (work.kind != InputFile::Kind::project || work.file_number + 1 == left_behind_) return;
     left_behind_ = work.file_number + 1;
-    complain(work.file + ": warning: its charts and its log are not taken into " +
-             arguments_.project);
+    warn(work.file, "its charts and its log are not taken into " + arguments_.project);
   }
 
   void write_files() {

@@ -10,6 +10,7 @@
 #include "cli/json_text.h"
 #include "cli/ordered_work.h"
 #include "cli/output.h"
+#include "cli/progress_line.h"
 #include "numerics/run_time_error.h"
 
 namespace tavlo::cli {
@@ -141,6 +142,7 @@ class FileOfGroups {
 
   void write(GroupWork& work) {
     print(work.answers);
+    count_progress("groups", grouping_.groups(), work.last - work.first);
     for (const GroupTold& told : work.told) {
       if (!told.fault.empty()) complain(subject(told.name) + ": " + told.fault);
       tell_messages(subject(told.name),

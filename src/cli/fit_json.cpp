@@ -183,19 +183,18 @@ void tell_suspensions_left_out(const std::string& subject, const Sample& sample,
                                const FitQuestions& questions) {
   for (const FitChoice& choice : questions.choices) {
     if (!leaves_suspensions_out(sample, request_of(choice, questions))) continue;
-    return complain(subject + ": warning: suspensions are left out of the likelihood of " +
-                    command_name(*choice.model) + " (--censored takes them in)");
+    return warn(subject, "suspensions are left out of the likelihood of " +
+                             command_name(*choice.model) + " (--censored takes them in)");
   }
 }
 
 void tell_messages(const std::string& subject, const FitReport& report) {
   for (const FitOutcome& outcome : report.outcomes) {
-    const std::string start = subject + ": " + fit_name(outcome) + ": ";
+    const std::string start = subject + ": " + fit_name(outcome);
     const WordContext context = context_of(report, outcome);
-    for (const Doubt doubt : outcome.doubts)
-      complain(start + "warning: " + words_of(doubt, context).text);
+    for (const Doubt doubt : outcome.doubts) warn(start, words_of(doubt, context).text);
     if (const Refusal* const refusal = outcome.answer.refusal())
-      complain(start + words_of(*refusal, context).text);
+      complain(start + ": " + words_of(*refusal, context).text);
   }
 }
 

@@ -67,8 +67,7 @@ std::optional<std::string> read_text(const CommonArguments& common, const std::s
                                      std::string_view bytes, DataRows& rows) {
   const auto fault = read_data_rows(bytes, common.reading, rows);
   if (!fault) {
-    if (const std::string words = words_of_unused(rows); !words.empty())
-      complain(file + ": warning: " + words);
+    if (const std::string words = words_of_unused(rows); !words.empty()) warn(file, words);
     return std::nullopt;
   }
   return file + ":" + std::to_string(fault->line) + ": " + fault->what +

@@ -71,7 +71,7 @@ std::optional<std::string> write_project_file(const std::string& path, const Pro
            (fault->fault.what.empty() ? run_time_description(fault->error_number)
                                       : fault->fault.what);
   if (auto fault_of_file = write_keeping_former(path, written.bytes)) return fault_of_file;
-  if (written.is_utf8 && !was_utf8) complain(path + ": warning: " + utf8_words);
+  if (written.is_utf8 && !was_utf8) warn(path, utf8_words);
   return std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 #include "cli/commands.h"
 #include "cli/interruption.h"
 #include "cli/output.h"
+#include "cli/progress_line.h"
 
 namespace {
 
@@ -22,6 +23,7 @@ int main(int argc, char** argv) {
   try {
     const auto parsed = parse_arguments(argc, argv);
     const auto* const command = std::get_if<Command>(&parsed);
+    const ProgressLine progress(command && !is_quiet());
     const ExitCode code = command ? run_command(*command) : std::get<ExitCode>(parsed);
     return static_cast<int>(finish_output(code));
   } catch (const std::bad_alloc&) {

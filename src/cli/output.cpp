@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "cli/progress_line.h"
 #include "cli/shown_text.h"
 
 namespace tavlo::cli {
@@ -16,6 +17,7 @@ constexpr std::size_t piece = 1 << 16;
 
 struct Output {
   const char* program = "tavlo-cli";
+  bool is_quiet = false;
   std::string waiting;
   int error = 0;  ///< of the system, once writing has failed
 };
@@ -53,8 +55,17 @@ const char* program_name() { return output().program; }
 
 void complain(const std::string& what) {
   flush_output();  // so that messages stand behind the results before them
+  const TerminalTurn turn;
   write_all(STDERR_FILENO, std::string(output().program) + ": " + shown_text(what) + "\n");
 }
+
+void warn(const std::string& subject, const std::string& what) {
+  if (!is_quiet()) complain((subject.empty() ? "" : subject + ": ") + "warning: " + what);
+}
+
+void be_quiet() { output().is_quiet = true; }
+
+bool is_quiet() { return output().is_quiet; }
 
 bool print(std::string_view text) {
   Output& out = output();
@@ -65,7 +76,10 @@ bool print(std::string_view text) {
 
 bool flush_output() {
   Output& out = output();
-  if (out.error == 0) out.error = write_all(STDOUT_FILENO, out.waiting);
+  if (out.error == 0 && !out.waiting.empty()) {
+    const TerminalTurn turn;
+    out.error = write_all(STDOUT_FILENO, out.waiting);
+  }
   out.waiting.clear();
   return out.error == 0;
 }

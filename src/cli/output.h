@@ -16,6 +16,13 @@ const char* program_name();
 /// Writes "tavlo-cli: ..." and a line end to standard error.
 void complain(const std::string& what);
 
+/// Complains of `what` as a warning about `subject` (empty: of nothing named), unless quiet.
+void warn(const std::string& subject, const std::string& what);
+
+/// From now on there are no warnings and no progress.
+void be_quiet();
+bool is_quiet();
+
 /// Adds to standard output. False once it can't be written any more.
 bool print(std::string_view text);
 

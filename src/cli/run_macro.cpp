@@ -102,6 +102,9 @@ class MacroRun {
   void tell(const std::string& what) const {
     complain(file_ + ":" + std::to_string(line_) + ": " + what);
   }
+  void tell_warning(const std::string& what) const {
+    warn(file_ + ":" + std::to_string(line_), what);
+  }
   void fail(ExitCode code, const std::string& what) {
     code_ = worse(code_, code);
     tell(what);
@@ -142,8 +145,8 @@ std::optional<SetWork> MacroRun::read_data(const MacroJob& job, const std::strin
     return std::nullopt;
   }
   if (input.sets() > 1)
-    tell("warning: " + path + " holds " + std::to_string(input.sets()) +
-         " data sets; the first is taken");
+    tell_warning(path + " holds " + std::to_string(input.sets()) +
+                 " data sets; the first is taken");
   SetWork work = works_of(common, 0, std::move(input)).front();
   if (work.kind != InputFile::Kind::project) work.ranks = house_.ranks;
   work.rank(true);
@@ -159,8 +162,8 @@ void MacroRun::tell_answer(const SetWork& work, const FitRequest& request, const
   const Model& model = *find_model(request.model);
   const WordContext context{model, work.data.mode_names, work.sample.total_failures};
   for (const std::string& fault : companion.faults) tell(fault);
-  for (const Doubt doubt : companion.doubts) tell("warning: " + words_of(doubt, context).text);
-  for (const Note& note : answer.notes) tell("warning: " + words_of(note, context).text);
+  for (const Doubt doubt : companion.doubts) tell_warning(words_of(doubt, context).text);
+  for (const Note& note : answer.notes) tell_warning(words_of(note, context).text);
   if (const Refusal* const refusal = answer.refusal())
     fail(ExitCode::fit_refused, work.file + ": " + command_name(model) + ": no fit: " +
                                     words_of(*refusal, context).text + "; no row is written");

@@ -34,7 +34,7 @@ WichmannHill seeded(const SampleArguments& arguments, Entropy& chance) {
 
 /// Where a minus may mark a suspension, other commands read them so.
 void warn_of_negative(bool any) {
-  if (any) complain("warning: there are negative times; --negative-is-value reads them so");
+  if (any) warn("", "there are negative times; --negative-is-value reads them so");
 }
 
 ExitCode print_sample(const RunPlan& plan, WichmannHill& random, Entropy& chance) {

@@ -6,6 +6,7 @@
 
 #include "cli/cli_ports.h"
 #include "cli/exit_code.h"
+#include "cli/help_pages.h"
 #include "cli/interruption.h"
 #include "cli/output.h"
 #include "cli/run_macro.h"
@@ -52,6 +53,7 @@ MacroHouse macro_house(const std::string& subject) {
 int run(int argc, char** argv) {
   const std::string word = argc == 2 ? argv[1] : "";
   if (word == "--help" || word == "-h") return print(usage), 0;
+  if (word == "--man") return print(plain_man_page("vkmacro", "vkmacro " TAVLO_VERSION, usage)), 0;
   if (word == "--version") return print("vkmacro " TAVLO_VERSION "\n"), 0;
   if (word.empty()) {
     complain("name one macro file; vkmacro --help tells more");
