@@ -29,7 +29,7 @@ INNER = {
     "fit": each_knows_those_before(
         ["", "ranks", "line", "likelihood", "minimiser", "mixture", "starts", "search", "door"]),
     "chart": each_knows_those_before(["record", "scales", "parts", "compose"]),
-    "workspace": each_knows_those_before(["qt", "format", "chart", "fit", "sample", "data", "frame"]),
+    "workspace": each_knows_those_before(["qt", "format", "chart", "fit", "sample", "data", "guidance", "frame"]),
 }
 INNER["chart"]["report"] = {"record", "report"}  # a document that holds drawings
 INNER["chart"]["metafile"] = {"record", "metafile"}  # beside the composition: a player

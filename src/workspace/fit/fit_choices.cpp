@@ -65,7 +65,7 @@ const Model* model_of_option(int index) {
 Reasoned what_of_option(const ModelOption& option, int method) {
   const std::string name = std::string(option.label) + "\n" + option.tool_tip;
   const Model* model = model_of_option(option.index);
-  if (!model) return {name + "\nThe wizard comes with the next version.", false};
+  if (!model) return {name, true};
   const std::string why = why_not_fitted(*model, method);
   return {why.empty() ? name : name + "\n" + why, why.empty()};
 }

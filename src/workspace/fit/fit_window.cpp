@@ -141,16 +141,15 @@ QWidget* FitWindow::make_model_frame() {
       stepping_ ? choose_model(session_, index_, option)
                 : opt_Model_Click(session_, index_, option);
     });
+    if (!stepping_ && !model_of_option(option)) emit wizard_wanted();
   });
   return model_frame_;
 }
 
 void FitWindow::add_model_option(const ModelOption& option) {
-  const bool available = model_of_option(option.index) != nullptr;
   auto* button = new QRadioButton(to_qt(option.caption), model_frame_);
   button->setObjectName(option_name("opt_Model", option.index));
   button->setAccessibleName(to_qt(option.label));
-  button->setEnabled(available);
   button->installEventFilter(this);
   opt_Model_.addButton(button, option.index);
 }

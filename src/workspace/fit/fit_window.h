@@ -62,6 +62,7 @@ class FitWindow : public QWidget {
  signals:
   void choices_changed();
   void hint_wanted(const QString& hint);
+  void wizard_wanted();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -376,8 +376,7 @@ Rows analysis_commands(MainWindow& frame) {
       {{49, analysis, "&3 Parameter"}, {.run = [&] { frame.fit_as(model_code::weibull3); }}},
       {{50, analysis, "&Weibayes"}, {.run = [&] { frame.fit_as(model_code::weibayes); }}},
       {{51, "", "&Method"}, {.name = "MethodMenu", .run = [&] { frame.open_method_menu(); }}},
-      {{35, "&Tools", "&Fit Wizard", "", "wizard"},
-       {.refusal = always("The fit wizard comes with the next version.")}},
+      {{35, "&Tools", "&Fit Wizard", "", "wizard"}, {.run = [&] { frame.open_wizard(); }}},
   };
 }
 

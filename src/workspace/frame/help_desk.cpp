@@ -17,6 +17,7 @@ QString page_of_dialog(const QWidget& dialog) {
       {QStringLiteral("frm_Dist"), QStringLiteral("comparison")},
       {QStringLiteral("frm_Format"), QStringLiteral("charts")},
       {QStringLiteral("frm_Import"), QStringLiteral("import")},
+      {QStringLiteral("frm_ModFit"), QStringLiteral("wizard")},
   };
   return pages.value(dialog.objectName(), QStringLiteral("contents"));
 }

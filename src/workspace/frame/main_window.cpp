@@ -31,6 +31,7 @@
 #include "workspace/frame/kept_questions.h"
 #include "workspace/frame/options_dialog.h"
 #include "workspace/frame/sample_dialog.h"
+#include "workspace/guidance/wizard_window.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/own_store.h"
 #include "workspace/qt/qt_text.h"
@@ -149,6 +150,7 @@ void MainWindow::connect_views() {
   connect(&program_.views, &ViewSignals::records, this, &MainWindow::follow_records);
   connect(&program_.views, &ViewSignals::busy_changed, &busy_, &BusyFilter::set_busy);
   connect(&windows_, &ProjectWindows::hint_wanted, &hint_, &HintLine::say);
+  connect(&windows_, &ProjectWindows::wizard_wanted, this, &MainWindow::open_wizard);
   connect(&windows_, &ProjectWindows::rows_pasted, this, [this] { DoCommand(command::paste); });
   connect(&windows_, &ProjectWindows::content_changed, this, &MainWindow::show_state);
   connect(&windows_, &ProjectWindows::child_hidden, &tree_, &ProjectTree::recycle);
@@ -360,6 +362,27 @@ void MainWindow::draw_samples() {
     sample_dialog_ = new SampleDialog(
         program_, [this] { show_sample(); }, this);
   sample_dialog_->open_for(panel().nMethod);
+}
+
+void MainWindow::open_wizard() {
+  if (!wizard_)
+    wizard_ = new WizardWindow(
+        session_, [this](const WizardAdvice& advice) { set_model(advice); }, this);
+  wizard_->open_wizard();
+}
+
+/// Chooses as the person would, and calculates nothing.
+void MainWindow::set_model(const WizardAdvice& advice) {
+  program_.commands.run([&] {
+    const int index = windows_.current_index();
+    const Model* const model = find_model(advice.model);
+    if (!model || panel().busy) return;
+    tavlo::choose_model(session_, index, model_of_panel(*model)->panel_row);
+    if (advice.method) tavlo::choose_method(session_, index, *advice.method);
+    windows_.follow_choices();
+    show_state();
+    news_.say(tr("The fit panel is set to %1; press Calculate Fit").arg(to_qt(model->long_name)));
+  });
 }
 
 void MainWindow::delete_fit() {

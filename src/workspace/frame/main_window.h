@@ -25,6 +25,8 @@ namespace tavlo {
 
 class HelpDesk;
 class SampleDialog;
+class WizardWindow;
+struct WizardAdvice;
 
 class MainWindow : public QMainWindow {
   Q_OBJECT
@@ -74,6 +76,7 @@ class MainWindow : public QMainWindow {
   void calculate();
   void compare_models();
   void draw_samples();
+  void open_wizard();
   void delete_fit();
   /// Fits the model to the data of the active window, else to those of the first set.
   void fit_as(std::int16_t model_code);
@@ -135,6 +138,7 @@ class MainWindow : public QMainWindow {
   void copy_from_panel(FitWindow& panel, const CellTable& grid);
   void show_work();
   void show_sample();
+  void set_model(const WizardAdvice& advice);
   void show_set(int index);
   void show_state();
 
@@ -160,6 +164,7 @@ class MainWindow : public QMainWindow {
   QMenu view_menu_;                ///< of the view for which it was opened last
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
+  WizardWindow* wizard_ = nullptr;         ///< the same
   SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child
   bool shows_life_ = true;                 ///< panels that are made later follow it
   bool close_wanted_ = false;

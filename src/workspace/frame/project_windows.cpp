@@ -28,6 +28,7 @@ ProjectWindows::ProjectWindows(Program& program, QWidget* parent)
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   connect(&views_, &ViewMaker::hint_wanted, this, &ProjectWindows::hint_wanted);
+  connect(&views_, &ViewMaker::wizard_wanted, this, &ProjectWindows::wizard_wanted);
   connect(&views_, &ViewMaker::rows_pasted, this, &ProjectWindows::rows_pasted);
   connect(&views_, &ViewMaker::content_changed, this, &ProjectWindows::content_changed);
   connect_views();

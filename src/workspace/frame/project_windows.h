@@ -102,6 +102,7 @@ class ProjectWindows : public QMdiArea {
   void child_hidden(const QString& node_key);
   void child_shown(const QString& node_key);
   void hint_wanted(const QString& hint);
+  void wizard_wanted();
   void rows_pasted();
   void content_changed();
   /// The view of a record was made.

@@ -67,6 +67,7 @@ FitWindow* ViewMaker::make_panel(int index) {
   auto* panel = new FitWindow(program_.session, program_.commands, index);
   connect(panel, &FitWindow::choices_changed, this, &ViewMaker::content_changed);
   connect(panel, &FitWindow::hint_wanted, this, &ViewMaker::hint_wanted);
+  connect(panel, &FitWindow::wizard_wanted, this, &ViewMaker::wizard_wanted);
   return panel;
 }
 

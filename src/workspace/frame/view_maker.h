@@ -27,6 +27,7 @@ class ViewMaker : public QObject {
 
  signals:
   void hint_wanted(const QString& hint);
+  void wizard_wanted();
   void rows_pasted();
   void content_changed();
 
