@@ -139,7 +139,7 @@ template <class Act>
 void WizardWindow::walk(Act act) {
   const bool had_focus = focusWidget() && fraQuestion_.isAncestorOf(focusWidget());
   act();
-  has_begun_ = true;
+  has_begun_ = has_begun_ || wizard_.depth() > 0;
   show_step();
   if (had_focus && opt_Mod_.front().isVisible()) opt_Mod_.front().setFocus();
 }
