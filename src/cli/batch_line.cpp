@@ -98,24 +98,37 @@ void read_id(const json::element& value, std::string& id) {
     id = simdjson::minify(value);
 }
 
-/// The id of a line that is no JSON as a whole, where it stands there as a plain word or
-/// number: this parser looks at no more than it is asked for.
-std::string id_of_broken_line(std::string_view text) {
+/// The id of an object, where it is a plain word or number that ends before place `end`: this
+/// parser looks at no more than it is asked for. Empty where there is none.
+std::string plain_id(const simdjson::padded_string& text, std::size_t end) {
   namespace lazy = simdjson::ondemand;
   lazy::parser parser;
   lazy::document document;
   lazy::value value;
+  if (parser.iterate(text).get(document) != simdjson::SUCCESS ||
+      document["id"].get(value) != simdjson::SUCCESS)
+    return {};
+  const std::string_view token = trimmed(value.raw_json_token());
+  if (token.data() + token.size() > text.data() + end) return {};
   std::int64_t whole = 0;
   std::string_view word;
   std::string id;
-  const std::size_t capacity = text.size() + simdjson::SIMDJSON_PADDING;
-  if (parser.iterate(text.data(), text.size(), capacity).get(document) != simdjson::SUCCESS ||
-      document["id"].get(value) != simdjson::SUCCESS)
-    return "null";
   if (value.get_int64().get(whole) == simdjson::SUCCESS)
     JsonText(id).integer(whole);
   else if (value.get_string().get(word) == simdjson::SUCCESS)
     JsonText(id).string(word);
+  return id;
+}
+
+/// The id of a line that is no JSON as a whole. One that was cut off keeps what stands before a
+/// comma; the id itself may not be cut.
+std::string id_of_broken_line(std::string_view text) {
+  constexpr std::size_t far_enough = 4096;
+  std::string id = plain_id(simdjson::padded_string(text), text.size());
+  const std::string start(text.substr(0, text.substr(0, far_enough).rfind(',')));
+  for (const char* const end : {"}", "]}", "\"}", "\"]}"})
+    if (id.empty() && start.size() < text.size())
+      id = plain_id(simdjson::padded_string(start + end), start.size());
   return id.empty() ? "null" : id;
 }
 
