@@ -18,7 +18,7 @@ namespace tavlo {
 
 namespace {
 
-constexpr const char* line_end = "\\par ";
+constexpr const char* entry_line_end = "\\par ";
 constexpr const char* tab = "\\tab ";
 constexpr const char* note_mark = " *";
 constexpr const char* out_of_date_mark = " (out of date)";
@@ -63,11 +63,11 @@ bool shows_populations(const FitResult& fit) {
 std::string population_block(const FitResult& fit, int digits) {
   const auto decimals = static_cast<std::size_t>(std::clamp(digits - 2, 2, 16));
   const std::string pattern = "00." + std::string(decimals, '0') + "%";
-  std::string text = std::string(line_end) + "Populations:" + line_end;
+  std::string text = std::string(entry_line_end) + "Populations:" + entry_line_end;
   for (int row = 1; row <= last_row(fit); ++row) {
     const double share = fit.Rows(row).Fraction;
     if (fs_Dbl2Txt(share, "00.0000%") == "00.0000%") continue;
-    text += tab + std::to_string(row) + ":   " + fs_Dbl2Txt(share, pattern) + line_end;
+    text += tab + std::to_string(row) + ":   " + fs_Dbl2Txt(share, pattern) + entry_line_end;
   }
   return text;
 }
@@ -77,17 +77,18 @@ std::string parameter_line(ErrorReporter& reporter, const FitResult& fit, const 
   const NamePair& labels = parameter_names(family_of(fit.ModelCode)).log;
   const ShownParameters shown = shown_parameters(fit.ModelCode, row);
   std::string text = std::string(labels.first) + tab + rounded(reporter, shown.first, digits) +
-                     tab + labels.second + tab + rounded(reporter, shown.second, digits) + line_end;
+                     tab + labels.second + tab + rounded(reporter, shown.second, digits) +
+                     entry_line_end;
   if ((fit.ModelCode & model_mask) == model_code::weibull3)
-    text += std::string("  t0: ") + tab + rounded(reporter, row.T0, digits) + line_end;
+    text += std::string("  t0: ") + tab + rounded(reporter, row.T0, digits) + entry_line_end;
   return text;
 }
 
 std::string mode_line(ErrorReporter& reporter, const ModeFit& mode, const DataSet& data,
                       int digits) {
   const std::string head = "Failure mode: " + rtf_text(mode_name(data, mode.mode));
-  if (!mode.quality) return head + line_end;
-  return head + tab + quality_words(reporter, mode.method, *mode.quality, digits) + line_end;
+  if (!mode.quality) return head + entry_line_end;
+  return head + tab + quality_words(reporter, mode.method, *mode.quality, digits) + entry_line_end;
 }
 
 /// The name of the fit, the units and, of a fit of all modes together, its quality.
@@ -95,14 +96,14 @@ std::string head_lines(ErrorReporter& reporter, const FitResult& fit, const Samp
                        int digits) {
   const std::string units = rtf_text(fit.Label) + tab +
                             "N= " + number_text(sample.total_failures + sample.total_suspensions) +
-                            " /S= " + number_text(sample.total_suspensions) + line_end;
+                            " /S= " + number_text(sample.total_suspensions) + entry_line_end;
   if (!fit.modes.empty()) return units;
   return units + quality_words(reporter, fit.Method, fit.Quality, digits);
 }
 
 std::string note_lines(const FitResult& fit, const DataSet& data) {
   std::string text;
-  for (const Note& note : fit.notes) text += rtf_text(note_sentence(note, data)) + line_end;
+  for (const Note& note : fit.notes) text += rtf_text(note_sentence(note, data)) + entry_line_end;
   return text;
 }
 
@@ -117,7 +118,7 @@ std::string entry_body(Session& session, const FitResult& fit, const DataSet& da
     const ModeFit* mode = mode_of_row(fit, i);
     if (mode) text += mode_line(reporter, *mode, data, digits);
     if (mode && mode->refusal) continue;
-    if (populations) text += "Applies to Pop: " + fs_BitList(row.Applies) + line_end;
+    if (populations) text += "Applies to Pop: " + fs_BitList(row.Applies) + entry_line_end;
     text += parameter_line(reporter, fit, row, digits);
   }
   return text + note_lines(fit, data);
@@ -224,8 +225,8 @@ void PostFitLog(Session& session, int fit_slot, int data_index, int fit_index) {
     session.project.log.end_line();
     AppendLog(session,
               "********** Tavlo Fit ********** " +
-                  format_date(session.ports.clock.now(), "    hh:mm am/pm") + line_end + body +
-                  line_end,
+                  format_date(session.ports.clock.now(), "    hh:mm am/pm") + entry_line_end +
+                  body + entry_line_end,
               true);
   });
 }

@@ -20,7 +20,7 @@ namespace tavlo {
 
 namespace {
 
-constexpr const char* line_end = "\r\n";
+constexpr const char* sample_line_end = "\r\n";
 
 std::array<std::string, WichmannHill::streams> as_texts(const WichmannHill& random) {
   std::array<std::string, WichmannHill::streams> texts;
@@ -62,11 +62,11 @@ Drawn draw(Session& session, const RunPlan& plan, WichmannHill& random) {
   drawn.suspended = points.suspended.count;
   drawn.rows = points.rows();
   if (plan.inspections.is_none()) {
-    write_points(points, mark, line_end, add);
+    write_points(points, mark, sample_line_end, add);
     for (SampleRow& row : drawn.rows) row.time = written_time(row.time);
   } else {
     find_at(plan.inspections, drawn.rows);
-    write_rows(drawn.rows, mark, line_end, add);
+    write_rows(drawn.rows, mark, sample_line_end, add);
   }
   if (minus_suspends) suspend_negative(drawn);
   return drawn;

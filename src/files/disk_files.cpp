@@ -605,6 +605,13 @@ FileResult DiskFiles::list_folder(const std::string& path, std::vector<std::stri
   return {};
 }
 
+FileResult DiskFiles::make_writable(const std::string& path) {
+  struct stat status {};
+  if (FileResult found = status_of(path, status); !found) return found;
+  const bool done = ::chmod(path.c_str(), (status.st_mode & 07777) | S_IWUSR) == 0;
+  return done ? FileResult() : system_fault("writing", errno);
+}
+
 FileResult DiskFiles::look_up(const std::string& path, FileFacts& facts) {
   struct stat status {};
   if (FileResult found = status_of(path, status); !found) return found;

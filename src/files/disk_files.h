@@ -40,6 +40,8 @@ class DiskFiles : public FileSystem {
 
   FileResult remove(const std::string& path) override;
 
+  FileResult make_writable(const std::string& path) override;
+
   FileResult make_folder(const std::string& path) override;
 
   /// Without the files that a save is writing at the moment.

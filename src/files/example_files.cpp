@@ -28,4 +28,13 @@ std::vector<std::string> example_files(Host& host, FileSystem& files) {
   return {};
 }
 
+std::optional<std::string> sample_library(Host& host, FileSystem& files) {
+  for (const char* folder : folders) {
+    const std::string path = host.program_folder() + folder + "/library";
+    std::vector<std::string> names;
+    if (files.list_folder(path, names)) return path;
+  }
+  return std::nullopt;
+}
+
 }  // namespace tavlo

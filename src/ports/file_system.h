@@ -75,6 +75,9 @@ class FileSystem {
   /// Removes a file; a folder is refused.
   virtual FileResult remove(const std::string& path) = 0;
 
+  /// Lets the person who runs the program write the file. A file of someone else's is refused.
+  virtual FileResult make_writable(const std::string& path) = 0;
+
   /// Makes the folder and those above it, for this person alone: the program keeps copies
   /// of projects in them. All is well when it stands already, and it stays as it is.
   virtual FileResult make_folder(const std::string& path) = 0;

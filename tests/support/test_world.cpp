@@ -126,8 +126,15 @@ FileResult MemoryFiles::remove(const std::string& path) {
 
 FileResult MemoryFiles::write_keeping_former(const std::string& path, std::string_view bytes) {
   if (const FileResult started = start(path, false); !started) return started;
+  if (read_only.contains(path)) return {FileFault::no_permission, "writing is not permitted"};
   if (files.contains(path)) files[path + "~"] = files[path];
   files[path] = bytes;
+  return {};
+}
+
+FileResult MemoryFiles::make_writable(const std::string& path) {
+  if (const FileResult started = start(path, true); !started) return started;
+  read_only.erase(path);
   return {};
 }
 
@@ -158,6 +165,7 @@ FileResult MemoryFiles::look_up(const std::string& path, FileFacts& facts) {
   if (const FileResult started = facts.is_folder ? start_folder(path) : start(path, true); !started)
     return started;
   facts.size = facts.is_folder ? 0 : files[path].size();
+  facts.is_read_only = read_only.contains(path);
   return {};
 }
 

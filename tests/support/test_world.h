@@ -123,6 +123,7 @@ class MemoryFiles : public FileSystem {
   FileResult append(const std::string& path, std::string_view bytes) override;
   FileResult remove(const std::string& path) override;
   FileResult write_keeping_former(const std::string& path, std::string_view bytes) override;
+  FileResult make_writable(const std::string& path) override;
   FileResult make_folder(const std::string& path) override;
   FileResult list_folder(const std::string& path, std::vector<std::string>& names) override;
   FileResult look_up(const std::string& path, FileFacts& facts) override;
@@ -131,7 +132,8 @@ class MemoryFiles : public FileSystem {
   }
 
   std::map<std::string, std::string> files;
-  std::set<std::string> folders;  ///< those that were made
+  std::set<std::string> folders;    ///< those that were made
+  std::set<std::string> read_only;  ///< files
 
  private:
   FileResult start(const std::string& path, bool must_stand);
