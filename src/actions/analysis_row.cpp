@@ -116,7 +116,8 @@ class Analysis {
 
   std::string of_fit(AnalysisSource source) const {
     switch (source) {
-      case AnalysisSource::model: return model_->short_name;
+      case AnalysisSource::model:
+        return *model_->command_name ? model_->command_name : model_->short_name;
       case AnalysisSource::method: return method_->short_suffix + 1;
       case AnalysisSource::quality: return has_quality() ? shown(fit_->Quality) : std::string();
       case AnalysisSource::pve: {

@@ -198,4 +198,14 @@ bool keep_row(Session& session, const std::vector<std::string>& fields, Library&
   return static_cast<bool>(kept);
 }
 
+void tell_too_many_rows(Session& session, int most) {
+  tell(session, "At most " + std::to_string(most) + " rows can be copied at a time.");
+}
+
+void tell_not_programmed(Session& session, int button) {
+  constexpr int copy_button = 2;
+  tell(session, button == copy_button ? "Btn 2:Copy to clipboard-not programmed"
+                                      : "Image " + std::to_string(button) + " not programmed");
+}
+
 }  // namespace tavlo

@@ -37,4 +37,10 @@ bool may_leave_library(Session& session, Library& library);
 /// Adds a row to the data file; asks for one first where none is open. True when it was written.
 bool keep_row(Session& session, const std::vector<std::string>& fields, Library& library);
 
+/// Says that only so many rows are copied at a time.
+void tell_too_many_rows(Session& session, int most);
+
+/// What a button says that has no function.
+void tell_not_programmed(Session& session, int button);
+
 }  // namespace tavlo

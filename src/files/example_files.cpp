@@ -1,6 +1,7 @@
 #include "files/example_files.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace tavlo {
 
@@ -32,7 +33,7 @@ std::optional<std::string> sample_library(Host& host, FileSystem& files) {
   for (const char* folder : folders) {
     const std::string path = host.program_folder() + folder + "/library";
     std::vector<std::string> names;
-    if (files.list_folder(path, names)) return path;
+    if (files.list_folder(path, names)) return std::filesystem::path(path).lexically_normal();
   }
   return std::nullopt;
 }

@@ -129,7 +129,7 @@ TEST(AnalysisRow, TakesWhatTheLastFitHas) {
   EXPECT_EQ(found["Path\\FileName"], "/data/pump.tav");
   EXPECT_EQ(found["Path"], "/data");
   EXPECT_EQ(found["Date"], "2026-11-21");
-  EXPECT_EQ(found["Model(LN, W2, W3...)"], "W");
+  EXPECT_EQ(found["Model(LN, W2, W3...)"], "W2P");
   EXPECT_EQ(found["Method(RRX, MLE)"], "rr");
   EXPECT_EQ(found["n/s"], "5/1");
   EXPECT_EQ(found["o/s"], "4/1");

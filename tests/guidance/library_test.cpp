@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdio>
+#include <set>
+
+#include "files/disk_files.h"
 #include "guidance/library_list.h"
+#include "support/case_list.h"
 #include "support/test_world.h"
 
 namespace tavlo {
@@ -169,6 +175,35 @@ TEST_F(LibraryTest, IsTheLastOfTheListThatIsThere) {
   EXPECT_EQ(list, (std::vector<std::string>{"/b", "/gone", "/lib"}));
   files.files["/ini/QMWLib.ini"] = std::string(std::size_t{5} << 20, 'x');
   EXPECT_FALSE(remember_library(files, "/ini", "/b")) << "the list would be lost";
+}
+
+/// What comes with the program must be plausible, whole, and marked as what it is.
+TEST(SampleLibrary, HoldsFortyExamples) {
+  DiskFiles disk;
+  const LibraryOpening opening = open_library(disk, TAVLO_EXAMPLES "/library");
+  const Library& library = opening.library;
+  ASSERT_TRUE(library.notes.empty() && library.data_notes.empty());
+  EXPECT_EQ(library.definition.columns, default_columns());
+  ASSERT_EQ(library.rows.count() - library.first_row(), 40U);
+  std::vector<std::string> row;
+  std::set<std::string> titles;
+  for (std::size_t i = 1; i <= 40; ++i) {
+    library.rows.fields(i, row);
+    titles.insert(row[1]);
+    for (std::size_t column = 3; column <= 7; ++column) {
+      const auto& items = library.definition.columns[column].Items;
+      EXPECT_NE(std::find(items.begin(), items.end(), row[column]), items.end()) << row[column];
+    }
+    for (const std::size_t range : {12U, 13U}) {
+      double low = 0, middle = 0, high = 0;
+      ASSERT_EQ(std::sscanf(row[range].c_str(), "%lf/%lf/%lf", &low, &middle, &high), 3);
+      EXPECT_TRUE(0 < low && low < middle && middle < high) << row[1] << row[range];
+    }
+    EXPECT_TRUE(row[15].starts_with("Example")) << row[1];
+    const std::size_t slash = row[19].find('/');
+    EXPECT_GT(test::number_in(row[19]), test::number_in(row[19].substr(slash + 1))) << row[1];
+  }
+  EXPECT_GE(titles.size(), 39U);
 }
 
 }  // namespace

@@ -165,7 +165,7 @@ FileResult MemoryFiles::look_up(const std::string& path, FileFacts& facts) {
   if (const FileResult started = facts.is_folder ? start_folder(path) : start(path, true); !started)
     return started;
   facts.size = facts.is_folder ? 0 : files[path].size();
-  facts.is_read_only = read_only.contains(path);
+  if (read_only.contains(path)) facts.is_read_only = true;
   return {};
 }
 

@@ -54,8 +54,7 @@ Rows file_commands(MainWindow& frame) {
        {.name = "ExportReport", .run = [&] { frame.documents().export_report(); }}},
       {{0, file}},
       {{10, file, "Setup/&Language", "", "options"}, {.run = [&] { frame.show_options(); }}},
-      {{11, file, "Li&brary"},
-       {.refusal = always("The library of typical parameters comes with the next version.")}},
+      {{11, file, "Li&brary"}, {.run = [&] { frame.open_library(); }}},
       {{0, file}},
       {{12, file, "E&xit", "Ctrl+Q", "exit"}, {.run = [&] { frame.leave(); }}},
   };

@@ -18,6 +18,8 @@ QString page_of_dialog(const QWidget& dialog) {
       {QStringLiteral("frm_Format"), QStringLiteral("charts")},
       {QStringLiteral("frm_Import"), QStringLiteral("import")},
       {QStringLiteral("frm_ModFit"), QStringLiteral("wizard")},
+      {QStringLiteral("frm_lib"), QStringLiteral("library")},
+      {QStringLiteral("frm_LibRow"), QStringLiteral("library")},
   };
   return pages.value(dialog.objectName(), QStringLiteral("contents"));
 }

@@ -31,6 +31,7 @@
 #include "workspace/frame/kept_questions.h"
 #include "workspace/frame/options_dialog.h"
 #include "workspace/frame/sample_dialog.h"
+#include "workspace/guidance/library_window.h"
 #include "workspace/guidance/wizard_window.h"
 #include "workspace/qt/look.h"
 #include "workspace/qt/own_store.h"
@@ -371,6 +372,13 @@ void MainWindow::open_wizard() {
   wizard_->open_wizard();
 }
 
+void MainWindow::open_library() {
+  if (!library_)
+    library_ = new LibraryWindow(
+        session_, program_.commands, [this] { return windows_.current_index(); }, this);
+  library_->open_window();
+}
+
 /// Chooses as the person would, and calculates nothing.
 void MainWindow::set_model(const WizardAdvice& advice) {
   program_.commands.run([&] {
@@ -597,7 +605,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   end_edits();
-  event->setAccepted(files_.may_leave());
+  event->setAccepted(files_.may_leave() && (!library_ || library_->may_close()));
   if (event->isAccepted() && !std::exchange(has_ended_, true)) end_program();
 }
 

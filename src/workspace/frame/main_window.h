@@ -24,6 +24,7 @@
 namespace tavlo {
 
 class HelpDesk;
+class LibraryWindow;
 class SampleDialog;
 class WizardWindow;
 struct WizardAdvice;
@@ -77,6 +78,7 @@ class MainWindow : public QMainWindow {
   void compare_models();
   void draw_samples();
   void open_wizard();
+  void open_library();
   void delete_fit();
   /// Fits the model to the data of the active window, else to those of the first set.
   void fit_as(std::int16_t model_code);
@@ -164,9 +166,11 @@ class MainWindow : public QMainWindow {
   QMenu view_menu_;                ///< of the view for which it was opened last
   QPointer<QAction> chart_looks_;  // of the chart that the menu was last asked for
   BusyFilter busy_;
-  WizardWindow* wizard_ = nullptr;         ///< the same
-  SampleDialog* sample_dialog_ = nullptr;  ///< made at its first use, and the window's child
-  bool shows_life_ = true;                 ///< panels that are made later follow it
+  // Made at their first use, as children of the window.
+  SampleDialog* sample_dialog_ = nullptr;
+  WizardWindow* wizard_ = nullptr;
+  LibraryWindow* library_ = nullptr;
+  bool shows_life_ = true;  ///< panels that are made later follow it
   bool close_wanted_ = false;
   bool has_ended_ = false;   ///< the settings are written once
   bool is_telling_ = false;  ///< the views are following what has changed

@@ -13,9 +13,10 @@ namespace {
 
 constexpr const char* keyboard_key = "keyboard";
 
-constexpr std::array keys = {"contents",   "quick",   "first-steps",  "sheet",    "import",
-                             "models",     "methods", "fit-panel",    "mixtures", "charts",
-                             "comparison", "samples", "wizard",       "files",    "log-and-reports",
+constexpr std::array keys = {"contents",   "quick",   "first-steps",  "sheet",
+                             "import",     "models",  "methods",      "fit-panel",
+                             "mixtures",   "charts",  "comparison",   "samples",
+                             "wizard",     "library", "files",        "log-and-reports",
                              keyboard_key, "setup",   "command-line", "licences"};
 
 QString text_of(const char* key) {
