@@ -9,6 +9,7 @@
 #include "fuzz/macro_file_law.h"
 #include "life/models.h"
 #include "numerics/run_time_error.h"
+#include "support/corpus.h"
 
 namespace tavlo {
 namespace {
@@ -54,6 +55,7 @@ TEST(MacroJobs, KeepTheirLawWhateverTheyAreMadeOf) {
     for (auto k = random() % 40; k > 0; --k) text += pieces[random() % std::size(pieces)];
     ASSERT_EQ(test::breach_of_macro_law(text), "") << text;
   }
+  test::expect_corpus_keeps("macro_file", test::breach_of_macro_law);
 }
 
 TEST(MacroJobs, AskForFiveModelsByThreeMethods) {

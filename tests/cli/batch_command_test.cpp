@@ -2,8 +2,10 @@
 
 #include <random>
 
+#include "fuzz/json_line_law.h"
 #include "program_run.h"
 #include "support/case_list.h"
+#include "support/corpus.h"
 
 namespace tavlo {
 namespace {
@@ -110,6 +112,49 @@ TEST_F(BatchCommand, MemoryDoesNotGrowWithLinesNorWithALineTooLong) {
   EXPECT_EQ(answers[3], answers[1]);
   EXPECT_EQ(answers[2], answers[0]);
   EXPECT_LT(run.peak_kilobytes, 150 * 1024 * test::memory_factor);
+}
+
+TEST(BatchLine, KeepsItsLawWhateverItIsMadeOf) {
+  const char* const pieces[] = {"{",
+                                "}",
+                                "[",
+                                "]",
+                                ",",
+                                ":",
+                                "\"id\":",
+                                "\"x\":",
+                                "7",
+                                "-1e3",
+                                "[5,6,9]",
+                                "\"fails\":",
+                                "\"susps\":",
+                                "[1,0,2]",
+                                "\"slope\":",
+                                "\"model\":",
+                                "\"Wb\"",
+                                "\"W2P,N\"",
+                                "98",
+                                "\"method\":",
+                                "\"mle\"",
+                                "\"censored\":true",
+                                "\"b_life\":[10]",
+                                "\"at\":[5]",
+                                "1e400",
+                                "null",
+                                "\"\\ud800\"",
+                                "\xC3",
+                                "\\"};
+  std::mt19937 random(5);
+  for (int i = 0; i < 4000; ++i) {
+    // Half of them begin as a line that can be read.
+    std::string text = i % 2 == 0 ? "{\"id\":1,\"x\":[5,6,9]" : "";
+    for (auto k = random() % 12; k > 0; --k)
+      text +=
+          (i % 2 == 0 && k % 2 == 0 ? "," : "") + std::string(pieces[random() % std::size(pieces)]);
+    if (i % 4 == 0) text += "}";
+    ASSERT_EQ(test::breach_of_json_line_law(text), "") << text;
+  }
+  test::expect_corpus_keeps("json_line", test::breach_of_json_line_law);
 }
 
 // Each line is answered as it comes; a reader that goes away ends the run.

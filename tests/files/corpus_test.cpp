@@ -1,9 +1,7 @@
 // Replays the corpora of the fuzz targets.
-#include <gtest/gtest.h>
+#include "support/corpus.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <gtest/gtest.h>
 
 #include "fuzz/chart_section_law.h"
 #include "fuzz/data_text_law.h"
@@ -15,26 +13,13 @@
 namespace tavlo {
 namespace {
 
-using Law = std::string (*)(std::string_view bytes);
-
 TEST(Corpus, EveryFileKeepsItsLaw) {
-  const std::pair<std::string, Law> corpora[] = {{"chart_section", test::breach_of_chart_law},
-                                                 {"data_text", test::breach_of_data_text_law},
-                                                 {"project_file", test::breach_of_project_law},
-                                                 {"foreign_file", test::breach_of_foreign_law},
-                                                 {"settings_file", test::breach_of_settings_law},
-                                                 {"rich_text", test::breach_of_rich_text_law}};
-  for (const auto& [name, breach_of_law] : corpora) {
-    int files = 0;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(TAVLO_TEST_DATA "/../fuzz/corpus/" + name)) {
-      std::ifstream file(entry.path(), std::ios::binary);
-      const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-      EXPECT_EQ(breach_of_law(bytes), "") << entry.path();
-      ++files;
-    }
-    EXPECT_GE(files, 10) << name;
-  }
+  test::expect_corpus_keeps("chart_section", test::breach_of_chart_law);
+  test::expect_corpus_keeps("data_text", test::breach_of_data_text_law);
+  test::expect_corpus_keeps("project_file", test::breach_of_project_law);
+  test::expect_corpus_keeps("foreign_file", test::breach_of_foreign_law);
+  test::expect_corpus_keeps("settings_file", test::breach_of_settings_law);
+  test::expect_corpus_keeps("rich_text", test::breach_of_rich_text_law);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "fuzz/library_law.h"
 #include "support/case_list.h"
+#include "support/corpus.h"
 
 namespace tavlo {
 namespace {
@@ -86,6 +87,7 @@ TEST(LibraryHeader, KeepsItsLawWhateverItIsMadeOf) {
     for (auto k = random() % 40; k > 0; --k) text += pieces[random() % std::size(pieces)];
     ASSERT_EQ(test::breach_of_library_law(text), "") << text;
   }
+  test::expect_corpus_keeps("library", test::breach_of_library_law);
 }
 
 TEST(DefaultColumns, HaveTheBuiltInLists) {
