@@ -2,6 +2,7 @@
 
 #include <CLI/Error.hpp>
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <chrono>
 #include <optional>
@@ -258,6 +259,14 @@ PaperSize parse_paper(const std::string& text) {
 void require_log_name(const std::string& path) {
   const std::string type = extension(path);
   if (type != ".rtf" && type != ".txt") refuse("the log '" + path + "' must end in .rtf or .txt");
+}
+
+std::string extension(const std::string& path) {
+  const std::size_t dot = path.find_last_of("./");
+  if (dot == std::string::npos || path[dot] == '/') return {};
+  std::string type = path.substr(dot);
+  for (char& c : type) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return type;
 }
 
 }  // namespace tavlo::cli

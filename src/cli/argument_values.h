@@ -78,4 +78,7 @@ void require_report_name(const std::string& path);
 void require_picture_name(const std::string& path);
 void require_log_name(const std::string& path);
 
+/// Extension of a file name in lower case, with its full stop; may be empty.
+std::string extension(const std::string& path);
+
 }  // namespace tavlo::cli

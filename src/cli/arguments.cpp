@@ -621,12 +621,4 @@ std::string command_name(const Model& model) {
   return *model.command_name ? model.command_name : std::to_string(model.code);
 }
 
-std::string extension(const std::string& path) {
-  const std::size_t dot = path.find_last_of("./");
-  if (dot == std::string::npos || path[dot] == '/') return {};
-  std::string type = path.substr(dot);
-  for (char& c : type) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return type;
-}
-
 }  // namespace tavlo::cli

@@ -112,7 +112,4 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
 /// The name of a model on the command line; its code where it has no name.
 std::string command_name(const Model& model);
 
-/// Extension of a file name in lower case, with its full stop; may be empty.
-std::string extension(const std::string& path);
-
 }  // namespace tavlo::cli

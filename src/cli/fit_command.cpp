@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "cli/answered_session.h"
+#include "cli/argument_values.h"
 #include "cli/commands.h"
 #include "cli/file_titles.h"
 #include "cli/fit_groups.h"

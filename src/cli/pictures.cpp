@@ -11,6 +11,7 @@
 #include "chart/compose/chart_shape.h"
 #include "chart/compose/make_chart.h"
 #include "chart/metafile/chart_exits.h"
+#include "cli/argument_values.h"
 #include "cli/output.h"
 #include "painter/picture_door.h"
 

@@ -81,7 +81,7 @@ class WordFinder {
     const unsigned char a = masked(word_[first_]), b = masked(word_[second_]);
     unsigned char hit = 0;
     for (std::size_t i = 0; i < block; ++i)
-      hit |= static_cast<unsigned char>((masked(first[i]) == a) & (masked(second[i]) == b));
+      hit |= static_cast<unsigned char>(int{masked(first[i]) == a} & int{masked(second[i]) == b});
     return hit != 0;
   }
 
