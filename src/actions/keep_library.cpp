@@ -135,8 +135,10 @@ bool take_library(Session& session, const std::string& folder, Library& library)
   } else if (opening.fault == HeaderFault::unreadable) {
     library.header_path.clear();
     tell_file(session, header, opening.read);
+  } else if (header.empty()) {
+    tell(session, "There is no library in this folder:\n" + folder);
   } else {
-    return !header.empty();
+    return true;
   }
   return false;
 }

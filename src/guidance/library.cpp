@@ -73,27 +73,6 @@ bool names_other_columns(const Library& library) {
   return named > 1 && 2 * static_cast<std::size_t>(named) > fields.size();
 }
 
-/// Values under a wrong heading would mislead.
-void note_mismatch(Library& library) {
-  library.data_notes.clear();
-  if (names_other_columns(library))
-    library.data_notes.emplace_back(
-        "The first row of the data file names other columns, or these in another order.");
-  std::size_t first = 0, number = 0;
-  const std::size_t columns = library.definition.columns.size();
-  for (std::size_t row = library.first_row(); row < library.rows.count(); ++row) {
-    if (library.rows.field_count(row) == columns) continue;
-    if (number++ == 0) first = row;
-  }
-  if (number == 0) return;
-  const std::size_t shown = first + 1 - library.first_row();
-  std::string note = "Row " + std::to_string(shown) + " has " +
-                     std::to_string(library.rows.field_count(first)) + " fields; the library has " +
-                     std::to_string(columns) + " columns.";
-  if (number > 1) note += " So it is with " + std::to_string(number) + " rows.";
-  library.data_notes.push_back(note);
-}
-
 FileResult refusal(std::string words) { return {FileFault::device_error, std::move(words)}; }
 
 bool is_changed(FileSystem& files, const Library& library) {
@@ -179,6 +158,27 @@ FileResult open_library_data(FileSystem& files, const std::string& path, Library
   library.has_header_row = is_header_row(library.rows, library.definition.columns);
   note_mismatch(library);
   return {};
+}
+
+// Values under a wrong heading would mislead.
+void note_mismatch(Library& library) {
+  library.data_notes.clear();
+  if (names_other_columns(library))
+    library.data_notes.emplace_back(
+        "The first row of the data file names other columns, or these in another order.");
+  std::size_t first = 0, number = 0;
+  const std::size_t columns = library.definition.columns.size();
+  for (std::size_t row = library.first_row(); row < library.rows.count(); ++row) {
+    if (library.rows.field_count(row) == columns) continue;
+    if (number++ == 0) first = row;
+  }
+  if (number == 0) return;
+  const std::size_t shown = first + 1 - library.first_row();
+  std::string note = "Row " + std::to_string(shown) + " has " +
+                     std::to_string(library.rows.field_count(first)) + " fields; the library has " +
+                     std::to_string(columns) + " columns.";
+  if (number > 1) note += " So it is with " + std::to_string(number) + " rows.";
+  library.data_notes.push_back(note);
 }
 
 void name_data_file(Library& library, const std::string& path) {

@@ -50,6 +50,9 @@ LibraryOpening open_library(FileSystem& files, const std::string& folder);
 /// Opens a data file for the columns of a library. On a fault the library is as it was.
 FileResult open_library_data(FileSystem& files, const std::string& path, Library& library);
 
+/// Says anew where the data file does not match the columns, once these have changed.
+void note_mismatch(Library& library);
+
 /// Makes the file the data file that the library's header names.
 void name_data_file(Library& library, const std::string& path);
 

@@ -71,6 +71,8 @@ TEST_F(KeepLibraryTest, OpensAndRemembersLibraries) {
   EXPECT_FALSE(take_library(world.session, "/bad", library));
   EXPECT_EQ(library.definition.columns, default_columns());
   EXPECT_EQ(first_library(world.session).header_path, "/lib/QMWbLibDef.txt");
+  world.prompts.expect_box("Library Viewer", "There is no library in this folder:\n/gone");
+  EXPECT_FALSE(take_library(world.session, "/gone", library));
   files["/program/examples/library/QMWbLibDef.txt"] = small_header;
   EXPECT_EQ(known_libraries(world.session),
             (std::vector<std::string>{"/lib", "/program/examples/library"}));

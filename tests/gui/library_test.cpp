@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTableView>
 #include <QTemporaryDir>
 
@@ -57,8 +58,10 @@ struct LibraryWindowTest : test::WindowWorld {
   void click(const char* name) { person.click(part<QPushButton>(name)); }
 
   void show_fields() {
-    part<QTabWidget>("tab_Lib").setCurrentIndex(1);
+    const QTabBar& tabs = *part<QTabWidget>("tab_Lib").tabBar();
+    person.click(tabs, tabs.tabRect(1).center());
     ASSERT_TRUE(wait_until([&] { return part<QListWidget>("lst_Fields").isVisible(); }));
+    person.click(part<QListWidget>("lst_Fields"), {20, 8});  // the page has its layout then
   }
 
   bool shows(const char* found) {
@@ -99,8 +102,11 @@ TEST_F(LibraryWindowTest, SavesFieldsThatThePersonChanges) {
   person.press({"ctrl+a"});
   person.type("1\n");
   ASSERT_TRUE(wait_until([&] { return names.item(0)->text() == QStringLiteral("1  Plant"); }));
+  auto& notes = part<QLabel>("lbl_Notes");
+  EXPECT_TRUE(notes.text().contains(QStringLiteral("Row 1 has 3 fields; the library has 4")));
   click("imgField1");
   click("imgField3");
+  EXPECT_TRUE(wait_until([&] { return notes.isHidden(); }));
   click("imgBtn1");
   click("imgBtn2");
   EXPECT_TRUE(wait_until([&] { return boxes.texts().size() == 2; }));

@@ -226,6 +226,7 @@ void ColumnEditor::insert_field() {
   show_names();
   show_column();
   emit changed();
+  emit rearranged();
   txt_Name_.setFocus();
   txt_Name_.selectAll();
 }
@@ -237,6 +238,7 @@ void ColumnEditor::delete_field() {
   show_names();
   show_column();
   emit changed();
+  emit rearranged();
 }
 
 void ColumnEditor::move_field(int order) {
@@ -249,6 +251,7 @@ void ColumnEditor::move_field(int order) {
   show_names();
   lst_Fields_.setCurrentRow(order - 1);
   emit changed();
+  emit rearranged();
 }
 
 void ColumnEditor::take_choices() {

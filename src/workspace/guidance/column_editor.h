@@ -29,6 +29,7 @@ class ColumnEditor : public QWidget {
 
  signals:
   void changed();
+  void rearranged();  ///< behind changed(), where fields came, went or moved
   void save_wanted();
   void image_pressed(int number);
 

@@ -49,6 +49,10 @@ LibraryWindow::LibraryWindow(Session& session, UserCommands& commands,
   tabs_.addTab(make_data_tab(), tr("Data"));
   tabs_.addTab(&fields_, tr("Fields"));
   connect(&fields_, &ColumnEditor::changed, this, [this] { search(); });
+  connect(&fields_, &ColumnEditor::rearranged, this, [this] {
+    note_mismatch(library_);
+    show_notes();
+  });
   connect(&fields_, &ColumnEditor::save_wanted, this, commands_.slot([this] {
     save_library(session_, library_);
     show_library();
