@@ -44,9 +44,9 @@ TEST(LibraryRows, RefuseWhatIsNoText) {
   LibraryRows rows;
   EXPECT_TRUE(rows.read(std::string("a,\0b\n", 5)));
   EXPECT_EQ(rows.count(), 0U);
-  const auto fault = rows.read("a\n" + std::string(70'000, 'x') + "\n");
+  const auto fault = rows.read("\"a\nb\n\"\n" + std::string(70'000, 'x') + "\n");
   ASSERT_TRUE(fault);
-  EXPECT_EQ(fault->line, 2);
+  EXPECT_EQ(fault->line, 4);
   EXPECT_FALSE(rows.read("\"" + std::string(60'000, 'x') + "\n" + std::string(60'000, 'y') + "\""));
   EXPECT_EQ(rows.count(), 2U) << "a mark that is not closed within reach is a character";
 }
@@ -112,6 +112,10 @@ TEST(LibrarySearch, FindsRowsThatHoldEachWord) {
   };
   for (const auto& [words, found] : cases)
     EXPECT_EQ(find_library_rows(rows, 1, words), found) << words;
+  std::string text;
+  for (int i = 0; i < 300; ++i) text += i % 100 == 7 ? "here\n" : "nothing, far and wide\n";
+  ASSERT_FALSE(rows.read(text));
+  EXPECT_EQ(find_library_rows(rows, 0, "HERE"), (std::vector<std::uint32_t>{7, 107, 207}));
 }
 
 }  // namespace

@@ -57,15 +57,16 @@ TEST_F(LibraryTest, TakesTheFirstHeaderByNameAndItsData) {
   file("QMWbLibDef.a~") = "[Library Header File]\n";
   file("qmwblibdefb.txt") = header("../elsewhere/x.csv");
   file("QMWbLibDefC.txt") = header("/data/x.csv");
-  files.files["/data/x.csv"] = "A, B ,Cause\n1,2,3\n4,5,6";
+  files.files["/data/x.csv"] = "A, B ,Cause\n1,2,3\n4,5,6\n7,,8\n9";
   Library library = open();
   EXPECT_EQ(library.header_path, "/lib/QMWbLibDefC.txt");
-  EXPECT_TRUE(library.notes.empty() && library.data_notes.empty());
+  EXPECT_TRUE(library.notes.empty());
   EXPECT_EQ(library.first_row(), 1U);
-  EXPECT_EQ(library.rows.count(), 3U);
+  EXPECT_EQ(library.rows.count(), 5U);
   EXPECT_EQ(library.definition.columns[2].Items, std::vector<std::string>{"own"});
   EXPECT_EQ(choices_of(library, 1), (std::vector<std::string>{"b2", "2", "5"}));
   EXPECT_EQ(choices_of(library, 0), std::vector<std::string>{});
+  EXPECT_EQ(choices_of(library, 2), std::vector<std::string>{"own"});
   files.files.erase("/lib/QMWbLibDefC.txt");
   library = open();
   EXPECT_EQ(library.data_notes,
@@ -107,14 +108,17 @@ TEST_F(LibraryTest, SavesWhatIsReadBackAndUnprotectsThatFileAlone) {
   EXPECT_EQ(files.read_only, std::set<std::string>{"/lib/x.csv"});
   EXPECT_EQ(open().definition, library.definition);
   EXPECT_EQ(file("QMWbLibDef.txt~"), header("x.csv"));
+  int refusals = 0;
   for (int operation = 1; operation <= 3; ++operation) {
     library.definition.columns[0].Name = "new" + std::to_string(operation);
     const auto before = files.files;
     files.fail_at(operation);
-    if (save_library_header(files, library.header_path, library)) break;
+    if (save_library_header(files, library.header_path, library)) continue;
     EXPECT_EQ(files.files, before);
     EXPECT_TRUE(library.is_unsaved());
+    ++refusals;
   }
+  EXPECT_EQ(refusals, 1);
 }
 
 TEST_F(LibraryTest, NamesADataFileRelativeToItsFolder) {
