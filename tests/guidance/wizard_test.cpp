@@ -127,6 +127,15 @@ TEST(Wizard, OutlastsAnyWalk) {
     wizard.back();
   }
   EXPECT_LE(wizard.depth(), 89);
+  std::vector<int> asked;  // the last answers are remembered, whatever was forgotten
+  for (const int place : {1, 2, 1}) {
+    asked.push_back(wizard.state());
+    wizard.answer(place);
+  }
+  for (const std::size_t question : {1U, 0U}) {
+    wizard.back();
+    EXPECT_EQ(wizard.state(), asked[question]);
+  }
   std::mt19937 random(3);
   for (int i = 0; i < 100000; ++i) {
     const auto act = random() % 12;
