@@ -11,6 +11,7 @@
 #include "cli/argument_values.h"
 #include "cli/json_text.h"
 #include "cli/line_reader.h"
+#include "cli/nearest_word.h"
 #include "files/field_number.h"
 #include "files/point_list.h"
 #include "files/text_lines.h"
@@ -40,7 +41,8 @@ std::string name_of(Field field) {
 Field find_field(std::string_view name) {
   for (std::size_t i = 0; i < field_names.size(); ++i)
     if (field_names[i] == name) return static_cast<Field>(i);
-  throw Wrong{"there is no field " + quoted(name)};
+  throw Wrong{"there is no field " + quoted(name) +
+              did_you_mean(name, {field_names.begin(), field_names.end()})};
 }
 
 double number_of(const json::element& value, Field field) {

@@ -168,8 +168,10 @@ FieldFault ColumnLayout::check_width(Fields fields) const {
 
 FieldFault ColumnLayout::read_time_with_comma(std::string_view text, float& time,
                                               const PointList& points) {
+  const std::string_view typed = text;
   if (FieldFault fault = comma_.replace(text, points)) return fault;
-  return read_time(text, time);
+  const FieldFault fault = read_time(text, time);
+  return fault && text != typed ? read_time(typed, time) : fault;  // the words quote what was typed
 }
 
 // A sign or a mark means a suspension only where no column tells.
