@@ -570,6 +570,45 @@ ExitCode report(const CLI::App& app, const CLI::ParseError& error) {
   return ExitCode::wrong_usage;
 }
 
+/// What the options of each command write into.
+struct EveryCommand {
+  FitArguments fit;
+  FitLists fit_lists;
+  RankArguments rank;
+  CompareArguments compare;
+  CompareLists compare_lists;
+  ChartArguments chart;
+  ChartFits chart_fits;
+  ReportArguments report;
+  FitLists report_lists;
+  ConvertArguments convert;
+  BatchArguments batch;
+  SampleArguments sample;
+  SampleOptions sample_options;
+
+  void add_to(CLI::App& app) {
+    add_fit_command(app, fit, fit_lists);
+    add_rank_command(app, rank);
+    add_compare_command(app, compare, compare_lists);
+    add_chart_command(app, chart, chart_fits);
+    add_report_command(app, report, report_lists);
+    add_convert_command(app, convert);
+    add_batch_command(app, batch);
+    add_sample_command(app, sample, sample_options);
+  }
+
+  Command chosen(const CLI::App& app) const {
+    if (app.got_subcommand("fit")) return fit;
+    if (app.got_subcommand("rank")) return rank;
+    if (app.got_subcommand("compare")) return compare;
+    if (app.got_subcommand("report")) return report;
+    if (app.got_subcommand("convert")) return convert;
+    if (app.got_subcommand("batch")) return batch;
+    if (app.got_subcommand("sample")) return sample;
+    return chart;
+  }
+};
+
 }  // namespace
 
 std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* argv) {
@@ -577,27 +616,8 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   app.set_version_flag("--version", "tavlo-cli " TAVLO_VERSION);
   app.require_subcommand(1);
   app.footer("Exit code: 0 done, 1 a fit was refused or failed, 2 wrong usage, 3 a file fault.");
-  FitArguments fit;
-  FitLists lists;
-  RankArguments rank;
-  CompareArguments compare;
-  CompareLists compare_lists;
-  ChartArguments chart;
-  ChartFits chart_fits;
-  add_fit_command(app, fit, lists);
-  add_rank_command(app, rank);
-  add_compare_command(app, compare, compare_lists);
-  BatchArguments batch;
-  add_chart_command(app, chart, chart_fits);
-  ReportArguments report_arguments;
-  FitLists report_lists;
-  add_report_command(app, report_arguments, report_lists);
-  ConvertArguments convert;
-  add_convert_command(app, convert);
-  add_batch_command(app, batch);
-  SampleArguments sample;
-  SampleOptions sample_options;
-  add_sample_command(app, sample, sample_options);
+  EveryCommand commands;
+  commands.add_to(app);
   add_examples(app);
   add_pages(app);
   add_quiet(app);
@@ -607,14 +627,7 @@ std::variant<ExitCode, Command> parse_arguments(int argc, const char* const* arg
   } catch (const CLI::ParseError& error) {
     return report(app, error);
   }
-  if (app.got_subcommand("fit")) return Command(fit);
-  if (app.got_subcommand("rank")) return Command(rank);
-  if (app.got_subcommand("compare")) return Command(compare);
-  if (app.got_subcommand("report")) return Command(report_arguments);
-  if (app.got_subcommand("convert")) return Command(convert);
-  if (app.got_subcommand("batch")) return Command(batch);
-  if (app.got_subcommand("sample")) return Command(sample);
-  return Command(chart);
+  return commands.chosen(app);
 }
 
 std::string command_name(const Model& model) {

@@ -82,7 +82,7 @@ QWidget* LibraryWindow::make_head() {
   connect(&cbo_Lib_, &QComboBox::activated, this, [this](int place) { take(place); });
   auto* open = make_library_button(tr("Open Librar&y..."), "cmd_OpenLib", "open");
   connect(open, &QPushButton::clicked, this, commands_.slot([this] {
-    choose_library(session_, library_);
+    if (choose_library(session_, library_)) tabs_.setCurrentIndex(0);
     show_library();
   }));
   auto* close = make_library_button(tr("Close"), "cmd_Close", "");
@@ -185,7 +185,15 @@ void LibraryWindow::show_library() {
   search();
   fields_.show_library();
   show_notes();
-  if (model_.columnCount() <= most_natural_columns) grd_Lib_.resizeColumnsToContents();
+  set_widths();
+}
+
+/// Few columns have room for what is in them.
+void LibraryWindow::set_widths() {
+  QHeaderView& header = *grd_Lib_.horizontalHeader();
+  for (int column = 0; column < header.count(); ++column)
+    header.resizeSection(column, header.defaultSectionSize());
+  if (header.count() <= most_natural_columns) grd_Lib_.resizeColumnsToContents();
 }
 
 void LibraryWindow::show_names() {

@@ -42,6 +42,7 @@ class LibraryWindow : public QDialog {
   QWidget* make_data_buttons();
   void set_up_table();
   void show_library();
+  void set_widths();
   void show_names();
   void show_notes();
   void search();
