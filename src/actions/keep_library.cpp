@@ -58,8 +58,8 @@ std::string names_of(const LibraryDefinition& definition) {
 bool make_data_file(Session& session, const std::string& path, const Library& library) {
   const bool has_names =
       session.ports.prompts.show({"Do you want a header row?",
-                                  "Yes - Add a header Row.\nNo, just store the data.",
-                                  BoxIcon::question, BoxButtons::yes_no}) == BoxAnswer::yes;
+                                  "Add a header Row.\nNo, just store the data.", BoxIcon::question,
+                                  BoxButtons::yes_no}) == BoxAnswer::yes;
   const FileResult made = session.ports.file_system.create_new(
       path, has_names ? names_of(library.definition) : std::string());
   if (!made) tell_file(session, path, made);
@@ -188,7 +188,7 @@ bool save_library(Session& session, Library& library) {
 bool may_leave_library(Session& session, Library& library) {
   if (!library.is_unsaved()) return true;
   const BoxAnswer answer = session.ports.prompts.show(
-      {library_title, "The definition of the fields has changed.\nSave it?", BoxIcon::question,
+      {library_title, "The definition of the library is not saved.\nSave it?", BoxIcon::question,
        BoxButtons::yes_no_cancel});
   return answer == BoxAnswer::no || (answer == BoxAnswer::yes && save_library(session, library));
 }

@@ -87,7 +87,7 @@ TEST_F(KeepLibraryTest, AsksBeforeADefinitionIsLost) {
   EXPECT_TRUE(may_leave_library(world.session, library));
   library.definition.columns[0].Name = "New";
   const auto leave = [&](BoxAnswer answer) {
-    world.prompts.expect_box("Library Viewer", "has changed", answer);
+    world.prompts.expect_box("Library Viewer", "is not saved", answer);
     return may_leave_library(world.session, library);
   };
   EXPECT_FALSE(leave(BoxAnswer::cancel));
@@ -96,7 +96,7 @@ TEST_F(KeepLibraryTest, AsksBeforeADefinitionIsLost) {
   EXPECT_TRUE(leave(BoxAnswer::yes));
   EXPECT_NE(files["/lib/QMWbLibDef.txt"].find("\r\nNew\r\n"), std::string::npos);
   library.definition.columns[0].Name = "'x";
-  world.prompts.expect_box("Library Viewer", "has changed", BoxAnswer::yes);
+  world.prompts.expect_box("Library Viewer", "is not saved", BoxAnswer::yes);
   world.prompts.expect_box("Library Viewer", "Field 1: its name begins with '");
   EXPECT_FALSE(may_leave_library(world.session, library));
   Library fresh = default_library();

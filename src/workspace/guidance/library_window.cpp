@@ -223,9 +223,10 @@ void LibraryWindow::search() {
   model_.show_rows_with(txt_Search_.text());
   const auto rows = static_cast<qlonglong>(library_.rows.count() - library_.first_row());
   const bool is_whole = model_.rowCount() == rows;
+  const QString all = rows == 1 ? tr("1 row") : tr("%1 rows").arg(rows);
   lbl_Found_.setText(library_.data_path.empty() ? tr("No data file is open")
-                     : is_whole                 ? tr("%1 rows").arg(rows)
-                                : tr("%1 of %2 rows").arg(model_.rowCount()).arg(rows));
+                     : is_whole                 ? all
+                                                : tr("%1 of %2").arg(model_.rowCount()).arg(all));
 }
 
 void LibraryWindow::take(int place) {
