@@ -215,6 +215,10 @@ std::string parse_chart_type(const std::string& text) {
   refuse("'" + text + "' is no chart type (" + names + ")");
 }
 
+void require_heading(const std::string& option, const std::string& heading) {
+  if (heading.empty()) refuse(option + " takes the heading of a column");
+}
+
 void require_picture_name(const std::string& path) {
   const std::string type = extension(path);
   if (type != ".svg" && type != ".pdf" && type != ".png" && type != ".wmf")

@@ -73,6 +73,9 @@ int parse_density(const std::string& text);
 /// The name of a factory chart type, written in any capitals or small letters.
 std::string parse_chart_type(const std::string& text);
 
+/// Refuses an empty heading, as an unset variable of the shell gives it.
+void require_heading(const std::string& option, const std::string& heading);
+
 /// Refuses a picture whose extension names no format that can be written.
 void require_report_name(const std::string& path);
 void require_picture_name(const std::string& path);

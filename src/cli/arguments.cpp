@@ -209,6 +209,7 @@ void add_fit_questions(CLI::App& app, FitArguments& fit) {
 void add_groups(CLI::App& app, FitArguments& fit) {
   constexpr std::size_t most_fleet_rows = 100'000'000;
   const auto take = [&fit](const std::string& name) {
+    require_heading("--by", name);
     fit.by = name;
     fit.common.reading.columns.push_back({DataColumn::group, name});
     fit.common.reading.most_rows = most_fleet_rows;

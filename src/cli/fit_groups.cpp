@@ -138,7 +138,9 @@ class FileOfGroups {
     if (has_doubts || !all_made(told.outcomes)) work.told.push_back(std::move(told));
   }
 
-  std::string subject(const std::string& group) const { return file_ + ": " + group; }
+  std::string subject(const std::string& group) const {
+    return file_ + ": " + (group.empty() ? "(" + arguments_.by + " is empty)" : group);
+  }
 
   void write(GroupWork& work) {
     print(work.answers);
