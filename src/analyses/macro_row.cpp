@@ -45,6 +45,15 @@ std::string parameter_field(double value) {
   return padded(number_text(static_cast<float>(value), single_digits), 8) + ' ';
 }
 
+/// Cut to its ten characters, as long as only decimals are lost.
+std::string quality_field(double value) {
+  constexpr std::size_t width = 10;
+  const std::string text = number_text(value);
+  const bool loses_decimals = text.find('.') <= width && text.find('E') == text.npos;
+  const bool fits = text.size() <= width || loses_decimals;
+  return padded(fits ? text : format_number(value, "0.000E+00"), width) + ' ';
+}
+
 }  // namespace
 
 std::optional<FitRequest> request_of(const MacroJob& job) {
@@ -83,7 +92,7 @@ std::array<double, 7> macro_parameters(const Life& life) {
 std::string macro_row(const MacroJob& job, double quality,
                       const std::array<double, 7>& parameters) {
   std::string row = format_number(job.size, "0 ") + format_number(job.method, "0 ") + "0  " +
-                    padded(number_text(quality), 10) + ' ';
+                    quality_field(quality);
   for (const double value : parameters) row += parameter_field(value);
   return row;
 }

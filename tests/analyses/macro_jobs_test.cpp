@@ -87,6 +87,14 @@ TEST(MacroRow, HasFieldsOfFixedWidth) {
                   " 0        0        0        0        0  "
                   "      0       ")
         << value;
+  const std::pair<double, const char*> qualities[] = {
+      {0.98765432109, "0.98765432 "},     {-123456789.5, "-123456789 "},
+      {-1234567890.5, "-1.235E+09 "},     {-0.00000123456789, "-1.235E-06 "},
+      {1.23456789012e-20, "1.235E-20  "}, {-12345678901.0, "-1.235E+10 "}};
+  for (const auto& [quality, field] : qualities)
+    EXPECT_TRUE(macro_row({.size = 2, .method = 2}, quality, {})
+                    .starts_with("2 2 0  " + std::string(field) + " 0 "))
+        << quality;
 }
 
 // Populations A and B act on all units, C on its share; the life has C in front.
