@@ -161,8 +161,9 @@ std::string write_library_row(std::span<const std::string> fields) {
   std::string row;
   for (const std::string& field : fields) {
     if (&field != &fields.front()) row += ',';
+    // A byte order mark at the begin of a file would be no part of the field.
     const bool is_plain = field.find_first_of(",\"\r\n") == nowhere && !field.starts_with(' ') &&
-                          !field.ends_with(' ');
+                          !field.ends_with(' ') && !field.starts_with("\uFEFF");
     if (is_plain) {
       row += field;
       continue;
