@@ -29,6 +29,19 @@ QByteArray run(const QString& program, const QStringList& arguments, const QByte
 
 void xdotool(const QStringList& arguments) { run(QStringLiteral("xdotool"), arguments); }
 
+/// A person sees a dialog come, or the window behind it come back, before typing into it: in
+/// between nobody hears a key. The wait ends by itself where the keys are meant for another
+/// program.
+void wait_for_a_listener() {
+  wait_until(
+      [] {
+        const QWidget* const active = QApplication::activeWindow();
+        const QWidget* const modal = QApplication::activeModalWidget();
+        return active && active->isVisible() && (!modal || modal->isActiveWindow());
+      },
+      1000);
+}
+
 QStringList moving_to(const QWidget& widget, const QPoint& at) {
   const QPoint point = widget.mapToGlobal(at) * widget.devicePixelRatioF();
   return {QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y())};
@@ -41,6 +54,7 @@ bool wait_until(const std::function<bool()>& holds, int milliseconds) {
 }
 
 void Person::type(const char* text) {
+  wait_for_a_listener();
   QStringList arguments;
   for (const QString& part : QString::fromUtf8(text).split(u'\n')) {
     if (!arguments.isEmpty()) arguments << QStringLiteral("key") << QStringLiteral("Return");
@@ -54,7 +68,10 @@ void Person::type(const char* text) {
 }
 
 void Person::press(std::initializer_list<const char*> keys) {
-  for (const char* key : keys) xdotool({QStringLiteral("key"), QString::fromUtf8(key)});
+  for (const char* key : keys) {
+    wait_for_a_listener();
+    xdotool({QStringLiteral("key"), QString::fromUtf8(key)});
+  }
 }
 
 void Person::click(const QWidget& widget) { click(widget, widget.rect().center()); }

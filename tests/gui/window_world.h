@@ -33,13 +33,15 @@ class WindowWorld : public ::testing::Test {
   /// True when the chart shows a line that is neither upright nor level.
   bool chart_has_fit_line();
 
-  /// Acts on the next dialog of a kind, which holds the program until it is closed.
+  /// Acts on the next dialog of a kind, which holds the program until it is closed. A person
+  /// sees it come to the front first: one that closes while the keyboard is still on its way to
+  /// it takes the keyboard along.
   template <class Dialog>
   void answer(std::function<void(Dialog&)> act) {
     auto* timer = new QTimer(&window);
     QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
       auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-      if (!dialog) return;
+      if (!dialog || !dialog->isActiveWindow()) return;
       timer->deleteLater();
       timer->stop();
       act(*dialog);

@@ -33,8 +33,13 @@ unset WAYLAND_DISPLAY QT_SCALE_FACTOR_ROUNDING_POLICY
 openbox >"$room/manager.log" 2>&1 &
 manager=$!
 # The manager is ready when it answers for its desktops.
-for _ in $(seq 100); do
+for left in $(seq 600 -1 0); do
   xdotool get_num_desktops >/dev/null 2>&1 && break
+  if [ "$left" = 0 ]; then
+    echo "with_display: the window manager did not start:" >&2
+    cat "$room/manager.log" >&2
+    exit 1
+  fi
   sleep 0.05
 done
 
